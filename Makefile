@@ -1,0 +1,53 @@
+# The commands of daily work; `make help` lists them. Each one first sees to it that the machine has what it needs.
+SHELL := bash
+.SHELLFLAGS := -euo pipefail -c
+.ONESHELL:
+.SILENT:
+.DEFAULT_GOAL := help
+.PHONY: help test demo bench fuzz format tidy clean
+
+# How long `make fuzz` runs each fuzzer
+SECONDS ?= 600
+
+# Sets presets to the Windows builds whose programs can be run here, the reference last.
+bootstrap = status=0; tools/bootstrap || status=$$?; \
+	case $$status in \
+	0) presets="x86_64 i686" ;; \
+	2) presets=x86_64; echo "going on with the 64-bit programs alone" ;; \
+	*) exit 1 ;; esac
+
+help:
+	sed -n 's/^\([a-z]*\):.*## /make \1\t/p' Makefile
+
+test: ## build and run all tests: natively under sanitizers, then as 64- and 32-bit Windows programs
+	$(bootstrap)
+	tools/run-tests native $$presets
+
+demo: ## show the component gallery; without a display take pictures of it into build/demo
+	$(bootstrap)
+	tools/run-demo $${presets##* }
+
+bench: ## measure
+	$(bootstrap)
+	preset=$${presets##* }
+	cmake --preset $$preset
+	cmake --build --preset $$preset --target kx_bench
+	tools/wine-run build/$$preset/bench/kx_bench.exe
+
+fuzz: ## run both fuzzers side by side, SECONDS seconds each (600); what they find stays in build/fuzz
+	$(bootstrap)
+	cmake --preset native -B build/fuzz -DKX_FUZZ_SECONDS=$(SECONDS)
+	cmake --build build/fuzz --target fuzz_text fuzz_binary
+	ctest --test-dir build/fuzz -L fuzz --parallel 2 --verbose --no-tests=error
+
+format: ## give all sources the common layout
+	tools/bootstrap --dev || [ $$? = 2 ]
+	git ls-files -co --exclude-standard '*.h' '*.cpp' | xargs -r clang-format -i
+
+tidy: ## static analysis of all sources and scripts
+	tools/bootstrap --dev || [ $$? = 2 ]
+	tools/run-tidy
+
+clean: ## end what runs in the background and remove the build folder
+	tools/wine-run --stop
+	rm -rf build

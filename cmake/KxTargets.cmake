@@ -1,0 +1,220 @@
+# The functions by which the folders describe what they build. All of them take the sources of the calling folder by
+# pattern (*.cpp, *.rc, *.dfm), so a new file is picked up by the next build.
+
+# kx_add_forms(TARGET file.dfm...)
+#
+# Embeds text form files as RCDATA resources, each named by the class in its first line:
+# "object PreviewForm: TPreviewForm" becomes TPREVIEWFORM. Given a library, every program that links it gets the forms.
+function(kx_add_forms target)
+    if(NOT WIN32 OR NOT ARGN)
+        return()
+    endif()
+    set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}_forms.rc")
+    set(content "#pragma code_page(65001)\n")
+    set(forms)
+    set(names)
+    foreach(form IN LISTS ARGN)
+        get_filename_component(path "${form}" ABSOLUTE)
+        file(STRINGS "${path}" first LIMIT_COUNT 1 ENCODING UTF-8)
+        if(NOT first MATCHES "^[ \t]*(object|inherited|inline)[ \t]+([A-Za-z0-9_]+[ \t]*:[ \t]*)?([A-Za-z0-9_]+)[ \t]*$")
+            message(FATAL_ERROR "${path}: the first line must read \"object Name: TClass\", not \"${first}\"")
+        endif()
+        string(TOUPPER "${CMAKE_MATCH_3}" name)
+        if(name IN_LIST names)
+            message(FATAL_ERROR "${path}: a second form of class ${CMAKE_MATCH_3}")
+        endif()
+        list(APPEND names ${name})
+        list(APPEND forms "${path}")
+        string(APPEND content "${name} RCDATA \"${path}\"\n")
+    endforeach()
+    file(CONFIGURE OUTPUT "${script}" CONTENT "${content}" @ONLY)
+    # The resource compilers report no dependencies; a changed first line needs a new script besides.
+    set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS "${forms}")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${forms}")
+    kx_add_resources(${target} "${script}")
+endfunction()
+
+# kx_add_resources(TARGET script.rc...): compiles resource scripts into a program, or into every program that links a
+# library. The linker takes no member out of an archive that defines no symbol, so a library cannot hold them itself:
+# its users get the object files.
+function(kx_add_resources target)
+    if(NOT WIN32 OR NOT ARGN)
+        return()
+    endif()
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+        target_sources(${target} PRIVATE ${ARGN})
+        return()
+    endif()
+    if(NOT TARGET ${target}_resources)
+        add_library(${target}_resources OBJECT)
+        target_sources(${target} INTERFACE $<TARGET_OBJECTS:${target}_resources>)
+    endif()
+    target_sources(${target}_resources PRIVATE ${ARGN})
+endfunction()
+
+# kx_add_manifest(TARGET): gives a program apps/utf8.manifest: UTF-8 as its ANSI code page, common controls 6.
+function(kx_add_manifest target)
+    if(NOT WIN32)
+        return()
+    endif()
+    set(manifest "${PROJECT_SOURCE_DIR}/apps/utf8.manifest")
+    if(MSVC)
+        target_sources(${target} PRIVATE "${manifest}")
+        return()
+    endif()
+    set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}_manifest.rc")
+    # 1 24: CREATEPROCESS_MANIFEST_RESOURCE_ID, RT_MANIFEST
+    file(CONFIGURE OUTPUT "${script}" CONTENT "1 24 \"${manifest}\"\n" @ONLY)
+    set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS "${manifest}")
+    target_sources(${target} PRIVATE "${script}")
+endfunction()
+
+# kx_add_precompiled(): sets of precompiled headers, each made once for all targets that use it. kx_pch: the Windows and
+# the common standard headers. For tests GoogleTest besides: kx_test_pch, and kx_portable_test_pch without Windows.
+function(kx_add_precompiled)
+    set(standard <algorithm> <functional> <map> <memory> <string> <string_view> <vector>)
+    if(WIN32)
+        kx_add_header_set(kx_pch kx_options ${standard} <ui/Windows.h>)
+    endif()
+    if(KX_TESTS)
+        kx_add_header_set(kx_portable_test_pch kx_test_options ${standard} <gtest/gtest.h>)
+    endif()
+    if(KX_TESTS AND WIN32)
+        kx_add_header_set(kx_test_pch kx_test_options ${standard} <ui/Windows.h> <gtest/gtest.h>)
+    endif()
+endfunction()
+
+# kx_add_header_set(NAME OPTIONS header...): OPTIONS is the target whose compile settings the users have.
+function(kx_add_header_set name options)
+    set(empty "${PROJECT_BINARY_DIR}/empty.cpp") # a target needs a source
+    file(CONFIGURE OUTPUT "${empty}" CONTENT "// carries precompiled headers\n" @ONLY)
+    add_library(${name} OBJECT "${empty}")
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/platform")
+    target_link_libraries(${name} PRIVATE ${options})
+    target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+
+# kx_use_precompiled(TARGET SET): unless they are switched off
+function(kx_use_precompiled target set)
+    if(TARGET ${set})
+        target_precompile_headers(${target} REUSE_FROM ${set})
+    endif()
+endfunction()
+
+# Sets KX_SOURCES, KX_SCRIPTS and KX_FORMS to what the calling folder holds.
+macro(kx_glob)
+    file(GLOB KX_SOURCES CONFIGURE_DEPENDS *.cpp)
+    file(GLOB KX_SCRIPTS CONFIGURE_DEPENDS *.rc)
+    file(GLOB KX_FORMS CONFIGURE_DEPENDS *.dfm)
+endmacro()
+
+# kx_add_library(NAME [PORTABLE] [LINK library...])
+#
+# A static library of the calling folder; its headers are included as "folder/Unit.h". LINK names what its users need
+# too. PORTABLE: the folder includes no Windows header. A folder without sources gives a library of headers.
+function(kx_add_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "PORTABLE" "" "LINK")
+    kx_glob()
+    cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH root)
+    if(NOT KX_SOURCES)
+        add_library(${name} INTERFACE)
+        target_include_directories(${name} INTERFACE "${root}")
+        target_link_libraries(${name} INTERFACE ${arg_LINK})
+        return()
+    endif()
+    add_library(${name} STATIC ${KX_SOURCES})
+    target_include_directories(${name} PUBLIC "${root}")
+    target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE kx_options)
+    if(NOT arg_PORTABLE)
+        kx_use_precompiled(${name} kx_pch)
+    endif()
+    kx_add_resources(${name} ${KX_SCRIPTS})
+    kx_add_forms(${name} ${KX_FORMS})
+endfunction()
+
+# kx_add_program(NAME [CONSOLE] [MANIFEST] [LINK library...])
+#
+# A program of the sources of the calling folder, without a console window unless CONSOLE is given.
+function(kx_add_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "CONSOLE;MANIFEST" "" "LINK")
+    kx_glob()
+    if(NOT KX_SOURCES)
+        return()
+    endif()
+    add_executable(${name} ${KX_SOURCES})
+    if(NOT arg_CONSOLE)
+        set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
+    endif()
+    target_link_libraries(${name} PRIVATE ${arg_LINK} kx_options)
+    kx_use_precompiled(${name} kx_pch)
+    kx_add_resources(${name} ${KX_SCRIPTS})
+    kx_add_forms(${name} ${KX_FORMS})
+    if(arg_MANIFEST)
+        kx_add_manifest(${name})
+    endif()
+endfunction()
+
+# kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [SOURCES file...] [LINK library...])
+#
+# A GoogleTest program. Its tests are named preset/label/Suite.Test and carry the label: `ctest -L label`. SOURCES
+# defaults to all of the calling folder. KX_TEST_DATA is the folder's data folder, as the program reaches it.
+function(kx_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE" "LABEL" "SOURCES;LINK")
+    kx_glob()
+    if(arg_SOURCES)
+        set(KX_SOURCES ${arg_SOURCES})
+    endif()
+    if(NOT KX_SOURCES)
+        return()
+    endif()
+    add_executable(${name} ${KX_SOURCES})
+    # The libraries come before gtest_main: one of them may bring a main of its own.
+    target_link_libraries(${name} PRIVATE ${arg_LINK} GTest::gtest_main kx_test_options)
+    set(drive "")
+    if(CMAKE_CROSSCOMPILING)
+        set(drive "Z:") # where Wine shows the root of the Linux files
+    endif()
+    target_compile_definitions(${name} PRIVATE KX_TEST_DATA="${drive}${CMAKE_CURRENT_SOURCE_DIR}/data")
+    if(arg_PORTABLE)
+        kx_use_precompiled(${name} kx_portable_test_pch)
+    else()
+        kx_use_precompiled(${name} kx_test_pch)
+    endif()
+    kx_add_resources(${name} ${KX_SCRIPTS})
+    kx_add_forms(${name} ${KX_FORMS})
+    if(arg_MANIFEST)
+        kx_add_manifest(${name})
+    endif()
+    # Discovery runs the program, at test time: the first run under Wine makes the prefix, which takes its time.
+    gtest_discover_tests(${name}
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 120
+        TEST_PREFIX "${KX_TEST_PREFIX}${arg_LABEL}/"
+        PROPERTIES LABELS ${arg_LABEL} TIMEOUT 120)
+endfunction()
+
+# kx_add_fuzzer(NAME LINK library...)
+#
+# A libFuzzer program of NAME.cpp. It starts from the inputs in seeds/NAME and collects new ones in the build folder.
+# As a test it runs KX_FUZZ_SECONDS seconds; `make fuzz` runs it as long as one likes.
+function(kx_add_fuzzer name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK")
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE ${arg_LINK} kx_options)
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    set(corpus "${CMAKE_CURRENT_BINARY_DIR}/corpus/${name}")
+    file(MAKE_DIRECTORY "${corpus}")
+    set(seeds "${CMAKE_CURRENT_SOURCE_DIR}/seeds/${name}")
+    if(NOT IS_DIRECTORY "${seeds}")
+        set(seeds "")
+    endif()
+    add_test(NAME "${KX_TEST_PREFIX}fuzz/${name}" COMMAND ${name}
+        -max_total_time=${KX_FUZZ_SECONDS} -timeout=10 -print_final_stats=1
+        "-artifact_prefix=${CMAKE_CURRENT_BINARY_DIR}/${name}-"
+        "${corpus}" ${seeds})
+    math(EXPR limit "${KX_FUZZ_SECONDS} + 120")
+    # COST: the long ones start first and run beside the others.
+    set_tests_properties("${KX_TEST_PREFIX}fuzz/${name}" PROPERTIES LABELS fuzz TIMEOUT ${limit} COST 1000)
+endfunction()

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "../tests/core/SampleForm.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kx::sample {
+
+struct TFreeComponent {
+    void operator()(TComponent* component) const { component->Free(); }
+};
+using TOwnedRoot = std::unique_ptr<TComponent, TFreeComponent>;
+
+[[noreturn]] inline void Differs(const char* what, const std::string& first, const std::string& second) {
+    std::fprintf(stderr, "%s\n--- first\n%s\n--- second\n%s\n", what, first.c_str(), second.c_str());
+    std::abort();
+}
+
+inline std::string Written(TComponent& root, TStreamFormat format) {
+    TMemoryStream stream;
+    WriteComponent(stream, root, format);
+    return std::string(stream.Bytes());
+}
+
+inline TOwnedRoot Read(std::string_view form, bool skipErrors) {
+    TMemoryStream stream(form);
+    return TOwnedRoot(ReadComponent(stream, nullptr, [skipErrors](TReader& reader) {
+        reader.SetOnError([skipErrors](TReader&, const std::string&, bool& handled) { handled = skipErrors; });
+    }));
+}
+
+/// Reads a form. What could be read must be written and read again alike, in both forms; what could not must leave
+/// nothing behind.
+inline void CheckRead(std::string_view form, bool skipErrors) {
+    for (const TStreamFormat format : {TStreamFormat::Binary, TStreamFormat::Text}) {
+        std::string first;
+        try {
+            first = Written(*Read(form, skipErrors), format);
+        } catch (const Exception&) {
+            break; // an error of the framework is a fair answer
+        }
+        const std::string second = Written(*Read(first, false), format);
+        if (first != second) {
+            Differs("What was written reads as something else", first, second);
+        }
+    }
+    if (TControl::Alive != 0 || TServer::Alive != 0) {
+        Differs("Components are left behind", std::to_string(TControl::Alive), std::to_string(TServer::Alive));
+    }
+    TControl::LoadedOrder.clear();
+}
+
+/// The text of a binary form must give itself again.
+inline void CheckConversion(std::string_view binaryForm) {
+    const auto toText = [](std::string_view binary) {
+        TMemoryStream source(binary);
+        TMemoryStream text;
+        ObjectBinaryToText(source, text);
+        return std::string(text.Bytes());
+    };
+    std::string first;
+    try {
+        first = toText(binaryForm);
+    } catch (const Exception&) {
+        return;
+    }
+    TMemoryStream text(first);
+    TMemoryStream binary;
+    ObjectTextToBinary(text, binary);
+    const std::string second = toText(binary.Bytes());
+    if (first != second) {
+        Differs("A text converts to something else", first, second);
+    }
+}
+
+} // namespace kx::sample

@@ -1,0 +1,69 @@
+#pragma once
+
+// The one place through which windows.h comes in. The shell's and the common dialogs' headers, which cost a second each
+// per source, are in WinShell.h.
+
+#ifndef _WIN32_WINNT
+#define _WIN32_WINNT 0x0601
+#endif
+#ifndef WINVER
+#define WINVER _WIN32_WINNT
+#endif
+#ifndef STRICT
+#define STRICT
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+// Names of ours that windows.h turns into macros. The system's functions are called by their A names.
+#undef CreateFont
+#undef CreateWindow
+#undef DrawText
+#undef FindWindow
+#undef GetClassInfo
+#undef GetClassName
+#undef GetCurrentTime
+#undef GetMessage
+#undef GetObject
+#undef LoadBitmap
+#undef LoadCursor
+#undef LoadIcon
+#undef LoadImage
+#undef LoadMenu
+#undef LoadString
+#undef MessageBox
+#undef RegisterClass
+#undef TextOut
+#undef Yield
+#undef far
+#undef near
+
+#include "core/SysUtils.h"
+#include "core/Types.h"
+
+namespace kx {
+
+/// The framework's points and rectangles as the system's, and back.
+inline POINT ToPOINT(const TPoint& p) { return {p.X, p.Y}; }
+inline TPoint FromPOINT(const POINT& p) { return {static_cast<int32_t>(p.x), static_cast<int32_t>(p.y)}; }
+inline RECT ToRECT(const TRect& r) { return {r.Left, r.Top, r.Right, r.Bottom}; }
+inline TRect FromRECT(const RECT& r) {
+    return {static_cast<int32_t>(r.left), static_cast<int32_t>(r.top), static_cast<int32_t>(r.right),
+            static_cast<int32_t>(r.bottom)};
+}
+
+/// The module that holds this code: the program, or the library that it was linked into.
+HINSTANCE HInstance();
+
+/// @throws EOSError with the system's text for `code`.
+[[noreturn]] void RaiseLastOSError(DWORD code = GetLastError());
+
+} // namespace kx
