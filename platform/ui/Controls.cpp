@@ -1,0 +1,419 @@
+#include "ui/Controls.h"
+
+#include "ui/Forms.h"
+#include "ui/Menus.h"
+
+#include <algorithm>
+
+namespace kx {
+
+// --- TAliveGuard
+
+TAliveGuard::TAliveGuard(TControl& control) : FControl(&control), FNext(control.FGuards) { control.FGuards = this; }
+
+TAliveGuard::~TAliveGuard() {
+    if (FControl) {
+        FControl->FGuards = FNext; // guards live on the stack: the last one goes first
+    }
+}
+
+// --- TSizeConstraints
+
+const TClass& TSizeConstraints::StaticClass() {
+    static const TClassBuilder<TSizeConstraints> cls("TSizeConstraints", TPersistent::StaticClass(), [](auto& c) {
+        using T = TSizeConstraints;
+        c.Property("MaxHeight", &T::MaxHeight, &T::SetMaxHeight).Default = 0;
+        c.Property("MaxWidth", &T::MaxWidth, &T::SetMaxWidth).Default = 0;
+        c.Property("MinHeight", &T::MinHeight, &T::SetMinHeight).Default = 0;
+        c.Property("MinWidth", &T::MinWidth, &T::SetMinWidth).Default = 0;
+    });
+    return cls.Class();
+}
+
+void TSizeConstraints::Apply(int& width, int& height) const {
+    const auto limit = [](int& value, int least, int greatest) {
+        if (greatest > 0 && value > greatest) {
+            value = greatest;
+        }
+        if (least > 0 && value < least) {
+            value = least;
+        }
+    };
+    limit(width, FMinWidth, FMaxWidth);
+    limit(height, FMinHeight, FMaxHeight);
+}
+
+void TSizeConstraints::Assign(const TPersistent* source) {
+    if (const auto* other = dynamic_cast<const TSizeConstraints*>(source)) {
+        FMinWidth = other->FMinWidth;
+        FMinHeight = other->FMinHeight;
+        FMaxWidth = other->FMaxWidth;
+        FMaxHeight = other->FMaxHeight;
+        FControl.SetBoundsRect(FControl.BoundsRect());
+    } else {
+        TPersistent::Assign(source);
+    }
+}
+
+void TSizeConstraints::Change(int& field, int value) {
+    field = value < 0 ? 0 : value;
+    FControl.SetBoundsRect(FControl.BoundsRect());
+}
+
+// --- TControl
+
+const TClass& TControl::StaticClass() {
+    static const TClassBuilder<TControl> cls("TControl", TComponent::StaticClass(), [](auto& c) {
+        using T = TControl;
+        c.Property("Left", &T::Left, &T::SetLeft).Stored = [](const TObject&) { return true; };
+        c.Property("Top", &T::Top, &T::SetTop).Stored = [](const TObject&) { return true; };
+        c.Property("Width", &T::Width, &T::SetWidth).Stored = [](const TObject&) { return true; };
+        c.Property("Height", &T::Height, &T::SetHeight).Stored = [](const TObject&) { return true; };
+        c.Property("Align", &T::Align, &T::SetAlign).Default = alNone;
+        c.Property("Anchors", &T::Anchors, &T::SetAnchors).Default = TAnchors{akLeft, akTop}.Bits();
+        c.SubObject("Constraints", &T::Constraints, &T::SetConstraints);
+        c.Property("Cursor", &T::Cursor, &T::SetCursor).Default = crDefault;
+        c.Property("Enabled", static_cast<bool (T::*)() const>(&T::Enabled), &T::SetEnabled).Default = 1;
+        c.Property("Color", &T::Color, &T::SetColor).Stored = [](const TObject& o) {
+            return !static_cast<const T&>(o).ParentColor();
+        };
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 1;
+        c.SubObject("Font", static_cast<TFont& (T::*)()>(&T::Font), &T::SetFont).Stored = [](const TObject& o) {
+            return !static_cast<const T&>(o).ParentFont();
+        };
+        c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = 1;
+        c.Property("Hint", &T::Hint, &T::SetHint);
+        c.Property("ShowHint", &T::ShowHint, &T::SetShowHint).Stored = [](const TObject& o) {
+            return !static_cast<const T&>(o).ParentShowHint();
+        };
+        c.Property("ParentShowHint", &T::ParentShowHint, &T::SetParentShowHint).Default = 1;
+        c.Reference("PopupMenu", &T::PopupMenu, &T::SetPopupMenu);
+        c.Property("Visible", &T::Visible, &T::SetVisible).Default = 1;
+        c.Property("OnClick", &T::OnClick, &T::SetOnClick);
+        c.Property("OnContextPopup", &T::OnContextPopup, &T::SetOnContextPopup);
+        c.Property("OnDblClick", &T::OnDblClick, &T::SetOnDblClick);
+        c.Property("OnMouseDown", &T::OnMouseDown, &T::SetOnMouseDown);
+        c.Property("OnMouseEnter", &T::OnMouseEnter, &T::SetOnMouseEnter);
+        c.Property("OnMouseLeave", &T::OnMouseLeave, &T::SetOnMouseLeave);
+        c.Property("OnMouseMove", &T::OnMouseMove, &T::SetOnMouseMove);
+        c.Property("OnMouseUp", &T::OnMouseUp, &T::SetOnMouseUp);
+        c.Property("OnResize", &T::OnResize, &T::SetOnResize);
+    });
+    return cls.Class();
+}
+
+TControl::TControl(TComponent* owner) : TComponent(owner), FFont(std::make_unique<TFont>()) {
+    FFont->SetOnChange([this](TObject*) { OwnFontChanged(); });
+}
+
+TControl::~TControl() {
+    Destroying();
+    TControl::SetParent(nullptr);
+    if (CaptureControl == this) {
+        CaptureControl = nullptr;
+    }
+    if (TApplication* const application = TApplication::Existing()) {
+        application->ControlGone(*this);
+    }
+    for (TAliveGuard* guard = FGuards; guard; guard = guard->FNext) {
+        guard->FControl = nullptr;
+    }
+}
+
+void TControl::Notification(TComponent* component, TOperation operation) {
+    TComponent::Notification(component, operation);
+    if (operation == opRemove && component == FPopupMenu) {
+        FPopupMenu = nullptr;
+    }
+}
+
+void TControl::Loaded() {
+    TComponent::Loaded();
+    ParentSettingsChanged();
+    UpdateAnchorBase();
+}
+
+// --- Place
+
+void TControl::SetBoundsFields(int left, int top, int width, int height) {
+    FLeft = left;
+    FTop = top;
+    FWidth = width;
+    FHeight = height;
+}
+
+void TControl::SetBounds(int left, int top, int width, int height) {
+    FConstraints.Apply(width, height);
+    width = std::max(width, 0);
+    height = std::max(height, 0);
+    if (BoundsRect() == TRect{left, top, left + width, top + height}) {
+        return;
+    }
+    const bool resized = width != FWidth || height != FHeight;
+    Invalidate();
+    SetBoundsFields(left, top, width, height);
+    UpdateAnchorBase();
+    Invalidate();
+    RequestAlign();
+    if (resized && !IsLoading()) {
+        Resize();
+    }
+}
+
+void TControl::SetClientSize(int width, int height) {
+    const TRect client = ClientRect();
+    SetBounds(FLeft, FTop, FWidth - client.Right + width, FHeight - client.Bottom + height);
+}
+
+TPoint TControl::ClientOrigin() const {
+    if (!FParent) {
+        throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
+    }
+    const TPoint origin = FParent->ClientOrigin();
+    return {origin.X + FLeft, origin.Y + FTop};
+}
+
+TPoint TControl::ClientToScreen(const TPoint& point) const {
+    const TPoint origin = ClientOrigin();
+    return {point.X + origin.X, point.Y + origin.Y};
+}
+
+TPoint TControl::ScreenToClient(const TPoint& point) const {
+    const TPoint origin = ClientOrigin();
+    return {point.X - origin.X, point.Y - origin.Y};
+}
+
+void TControl::SetAlign(TAlign value) {
+    if (FAlign != value) {
+        FAlign = value;
+        RequestAlign();
+    }
+}
+
+void TControl::SetAnchors(TAnchors value) {
+    FAnchors = value;
+    UpdateAnchorBase();
+}
+
+void TControl::RequestAlign() {
+    if (FParent) {
+        FParent->AlignControls();
+    }
+}
+
+void TControl::UpdateAnchorBase() {
+    if (FParent && !FParent->FAligning) {
+        FAnchorBase = BoundsRect();
+        FAnchorParentSize = {FParent->ClientWidth(), FParent->ClientHeight()};
+    }
+}
+
+void TControl::AnchoredBounds(const TRect& parentClient) {
+    const auto place = [](int& from, int& to, int delta, bool first, bool last) {
+        if (first && last) {
+            to = std::max(to + delta, from);
+        } else if (!first) {
+            const int shift = last ? delta : delta / 2;
+            from += shift;
+            to += shift;
+        }
+    };
+    TRect r = FAnchorBase;
+    place(r.Left, r.Right, parentClient.Right - FAnchorParentSize.X, FAnchors.Contains(akLeft),
+          FAnchors.Contains(akRight));
+    place(r.Top, r.Bottom, parentClient.Bottom - FAnchorParentSize.Y, FAnchors.Contains(akTop),
+          FAnchors.Contains(akBottom));
+    if (r != BoundsRect()) {
+        SetBoundsRect(r);
+    }
+}
+
+// --- Family
+
+void TControl::SetParent(TWinControl* value) {
+    if (FParent == value) {
+        return;
+    }
+    if (value && (value == this ||
+                  (dynamic_cast<TWinControl*>(this) && static_cast<TWinControl*>(this)->ContainsControl(value)))) {
+        throw EInvalidOperation("A control cannot have itself as its parent");
+    }
+    if (FParent) {
+        if (TCustomForm* const form = GetParentForm(FParent)) {
+            form->ControlGone(*this);
+        }
+        FParent->DetachControl(this);
+    }
+    FParent = value;
+    if (value) {
+        value->AttachControl(this);
+        ParentSettingsChanged();
+        UpdateAnchorBase();
+        RequestAlign();
+        Invalidate();
+    }
+}
+
+TComponent* TControl::GetParentComponent() const { return FParent; }
+
+void TControl::SetParentComponent(TComponent* parent) {
+    if (auto* const control = dynamic_cast<TWinControl*>(parent); control && control != FParent) {
+        SetParent(control);
+    }
+}
+
+void TControl::SetZOrder(bool front) {
+    if (FParent) {
+        auto& siblings = FParent->FControls;
+        const auto at = std::find(siblings.begin(), siblings.end(), this);
+        siblings.erase(at);
+        siblings.insert(front ? siblings.end() : siblings.begin(), this);
+        Invalidate();
+    }
+}
+
+void TControl::ParentSettingsChanged() {
+    if (!FParent) {
+        return;
+    }
+    FFollowing = true;
+    if (FParentFont) {
+        FFont->Assign(FParent->FFont.get());
+    }
+    if (FParentColor && FColor != FParent->Color()) {
+        FColor = FParent->Color();
+        ColorChanged();
+    }
+    FFollowing = false;
+    if (FParentShowHint && FShowHint != FParent->FShowHint) {
+        FShowHint = FParent->FShowHint;
+        ShowHintChanged();
+    }
+}
+
+// --- Look
+
+void TControl::SetVisible(bool value) {
+    if (FVisible != value) {
+        FVisible = value;
+        VisibleChanged();
+    }
+}
+
+void TControl::VisibleChanged() {
+    if (FParent && FParent->HandleAllocated()) {
+        const RECT r = ToRECT(BoundsRect());
+        InvalidateRect(FParent->WindowHandle(), &r, TRUE);
+    }
+    RequestAlign();
+}
+
+void TControl::SetEnabled(bool value) {
+    if (FEnabled != value) {
+        FEnabled = value;
+        EnabledChanged();
+    }
+}
+
+bool TControl::Showing() const {
+    for (const TControl* control = this; control; control = control->FParent) {
+        if (!control->FVisible) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void TControl::SetColor(TColor value) {
+    FParentColor = false;
+    if (FColor != value) {
+        FColor = value;
+        ColorChanged();
+    }
+}
+
+void TControl::SetParentColor(bool value) {
+    FParentColor = value;
+    ParentSettingsChanged();
+}
+
+void TControl::SetParentFont(bool value) {
+    FParentFont = value;
+    ParentSettingsChanged();
+}
+
+void TControl::OwnFontChanged() {
+    if (!FFollowing) {
+        FParentFont = false;
+    }
+    FontChanged();
+}
+
+void TControl::SetShowHint(bool value) {
+    FParentShowHint = false;
+    if (FShowHint != value) {
+        FShowHint = value;
+        ShowHintChanged();
+    }
+}
+
+void TControl::SetParentShowHint(bool value) {
+    FParentShowHint = value;
+    ParentSettingsChanged();
+}
+
+void TControl::SetText(const std::string& value) {
+    if (FText != value) {
+        FText = value;
+        TextChanged();
+    }
+}
+
+void TControl::SetName(const std::string& value) {
+    const bool ownerLoads = dynamic_cast<TControl*>(Owner()) && Owner()->IsLoading();
+    const bool follows = FControlStyle.Contains(csSetCaption) && !ownerLoads && !IsLoading() && Text() == Name();
+    TComponent::SetName(value);
+    if (follows) {
+        SetText(value);
+    }
+}
+
+void TControl::SetCursor(TCursor value) {
+    if (FCursor != value) {
+        FCursor = value;
+        if (Showing()) {
+            POINT mouse;
+            GetCursorPos(&mouse); // shows the new pointer if the mouse is here
+            SetCursorPos(mouse.x, mouse.y);
+        }
+    }
+}
+
+void TControl::SetPopupMenu(TPopupMenu* value) {
+    if (FPopupMenu) {
+        RemoveFreeNotification(FPopupMenu);
+    }
+    FPopupMenu = value;
+    if (value) {
+        FreeNotification(value);
+    }
+}
+
+void TControl::Invalidate() {
+    if (FVisible && FParent && FParent->HandleAllocated()) {
+        const RECT r = ToRECT(BoundsRect());
+        InvalidateRect(FParent->WindowHandle(), &r, !FControlStyle.Contains(csOpaque));
+    }
+}
+
+void TControl::Update() {
+    if (FParent) {
+        FParent->Update();
+    }
+}
+
+void TControl::TextChanged() { Invalidate(); }
+void TControl::FontChanged() { Invalidate(); }
+void TControl::ColorChanged() { Invalidate(); }
+
+} // namespace kx

@@ -1,0 +1,557 @@
+#pragma once
+
+#include "core/Components.h"
+#include "ui/ControlTypes.h"
+#include "ui/Graphics.h"
+#include "ui/Messages.h"
+#include "ui/Thunk.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kx {
+
+class TControl;
+class TPopupMenu;
+class TWinControl;
+class TCustomForm;
+
+/// Tells, after calls that may have freed a control, whether it still lives. Lives on the stack.
+class TAliveGuard {
+public:
+    explicit TAliveGuard(TControl& control);
+    TAliveGuard(const TAliveGuard&) = delete;
+    TAliveGuard& operator=(const TAliveGuard&) = delete;
+    ~TAliveGuard();
+    explicit operator bool() const { return FControl != nullptr; }
+
+private:
+    friend class TControl;
+    TControl* FControl;
+    TAliveGuard* FNext;
+};
+
+/// Least and greatest size of a control, in pixels; 0: no limit.
+class TSizeConstraints : public TPersistent {
+    KX_CLASS()
+
+    explicit TSizeConstraints(TControl& control) : FControl(control) {}
+
+    int MinWidth() const { return FMinWidth; }
+    void SetMinWidth(int value) { Change(FMinWidth, value); }
+    int MinHeight() const { return FMinHeight; }
+    void SetMinHeight(int value) { Change(FMinHeight, value); }
+    int MaxWidth() const { return FMaxWidth; }
+    void SetMaxWidth(int value) { Change(FMaxWidth, value); }
+    int MaxHeight() const { return FMaxHeight; }
+    void SetMaxHeight(int value) { Change(FMaxHeight, value); }
+
+    void Apply(int& width, int& height) const; ///< Brings a size within the limits.
+    void Assign(const TPersistent* source) override;
+
+private:
+    void Change(int& field, int value);
+    TControl& FControl;
+    int FMinWidth = 0;
+    int FMinHeight = 0;
+    int FMaxWidth = 0;
+    int FMaxHeight = 0;
+};
+
+/// Everything that is seen: a rectangle in its parent's client area, with text, font, colour and mouse events.
+/// All sizes are pixels; nothing is scaled with the screen's resolution.
+class TControl : public TComponent {
+    KX_CLASS()
+
+    explicit TControl(TComponent* owner = nullptr);
+    ~TControl() override;
+
+    // --- Place, in client coordinates of the parent (of the screen for top-level windows)
+
+    int Left() const { return FLeft; }
+    void SetLeft(int value) { SetBounds(value, FTop, FWidth, FHeight); }
+    int Top() const { return FTop; }
+    void SetTop(int value) { SetBounds(FLeft, value, FWidth, FHeight); }
+    int Width() const { return FWidth; }
+    void SetWidth(int value) { SetBounds(FLeft, FTop, value, FHeight); }
+    int Height() const { return FHeight; }
+    void SetHeight(int value) { SetBounds(FLeft, FTop, FWidth, value); }
+    virtual void SetBounds(int left, int top, int width, int height);
+    TRect BoundsRect() const { return {FLeft, FTop, FLeft + FWidth, FTop + FHeight}; }
+    void SetBoundsRect(const TRect& r) { SetBounds(r.Left, r.Top, r.Right - r.Left, r.Bottom - r.Top); }
+
+    /// The inside without frame and scroll bars; Left and Top are 0.
+    virtual TRect ClientRect() const { return {0, 0, FWidth, FHeight}; }
+    int ClientWidth() const { return ClientRect().Right; }
+    virtual void SetClientWidth(int value) { SetClientSize(value, ClientHeight()); }
+    int ClientHeight() const { return ClientRect().Bottom; }
+    virtual void SetClientHeight(int value) { SetClientSize(ClientWidth(), value); }
+    void SetClientSize(int width, int height);
+    virtual TPoint ClientOrigin() const; ///< Screen coordinates of the client area's corner.
+    TPoint ClientToScreen(const TPoint& point) const;
+    TPoint ScreenToClient(const TPoint& point) const;
+
+    TAlign Align() const { return FAlign; }
+    void SetAlign(TAlign value);
+    TAnchors Anchors() const { return FAnchors; }
+    void SetAnchors(TAnchors value);
+    TSizeConstraints& Constraints() { return FConstraints; }
+    void SetConstraints(const TSizeConstraints& value) { FConstraints.Assign(&value); }
+
+    // --- Family
+
+    TWinControl* Parent() const { return FParent; }
+    virtual void SetParent(TWinControl* value);
+    TComponent* GetParentComponent() const override;
+    void SetParentComponent(TComponent* parent) override;
+    void BringToFront() { SetZOrder(true); }
+    void SendToBack() { SetZOrder(false); }
+
+    // --- Look
+
+    bool Visible() const { return FVisible; }
+    virtual void SetVisible(bool value);
+    void Show() { SetVisible(true); }
+    void Hide() { SetVisible(false); }
+    virtual bool Enabled() const { return FEnabled; }
+    virtual void SetEnabled(bool value);
+    bool Showing() const; ///< Visible, and all its parents too.
+
+    TColor Color() const { return FColor; }
+    void SetColor(TColor value);
+    bool ParentColor() const { return FParentColor; } ///< The colour follows the parent's.
+    void SetParentColor(bool value);
+    TFont& Font() { return *FFont; }
+    const TFont& Font() const { return *FFont; }
+    void SetFont(const TFont& value) { FFont->Assign(&value); }
+    bool ParentFont() const { return FParentFont; } ///< The font follows the parent's.
+    void SetParentFont(bool value);
+
+    /// Caption or contents, whatever the control shows as its text.
+    virtual std::string Text() const { return FText; }
+    virtual void SetText(const std::string& value);
+    std::string Caption() const { return Text(); }
+    void SetCaption(const std::string& value) { SetText(value); }
+    void SetName(const std::string& value) override;
+
+    const std::string& Hint() const { return FHint; } ///< "short|long".
+    void SetHint(const std::string& value) { FHint = value; }
+    bool ShowHint() const { return FShowHint; }
+    void SetShowHint(bool value);
+    bool ParentShowHint() const { return FParentShowHint; }
+    void SetParentShowHint(bool value);
+
+    TCursor Cursor() const { return FCursor; }
+    void SetCursor(TCursor value);
+    TPopupMenu* PopupMenu() const { return FPopupMenu; } ///< Not owned.
+    void SetPopupMenu(TPopupMenu* value);
+
+    TControlStyle ControlStyle() const { return FControlStyle; }
+
+    virtual void Invalidate(); ///< Paints again soon.
+    virtual void Update();     ///< Paints now what is invalid.
+    void Repaint() {
+        Invalidate();
+        Update();
+    }
+    void Refresh() { Repaint(); }
+
+    // --- Messages
+
+    /// Handles a message as if it had been sent to the control.
+    LRESULT Perform(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    virtual void WndProc(TMessage& message);
+    /// What happens to messages that nobody handles.
+    virtual void DefaultHandler(TMessage& message);
+
+    bool MouseCapture() const;
+    void SetMouseCapture(bool value);
+    virtual void Click(); ///< Fires OnClick.
+
+    const TNotifyEvent& OnClick() const { return FOnClick; }
+    void SetOnClick(TNotifyEvent value) { FOnClick = std::move(value); }
+    const TNotifyEvent& OnDblClick() const { return FOnDblClick; }
+    void SetOnDblClick(TNotifyEvent value) { FOnDblClick = std::move(value); }
+    const TMouseEvent& OnMouseDown() const { return FOnMouseDown; }
+    void SetOnMouseDown(TMouseEvent value) { FOnMouseDown = std::move(value); }
+    const TMouseMoveEvent& OnMouseMove() const { return FOnMouseMove; }
+    void SetOnMouseMove(TMouseMoveEvent value) { FOnMouseMove = std::move(value); }
+    const TMouseEvent& OnMouseUp() const { return FOnMouseUp; }
+    void SetOnMouseUp(TMouseEvent value) { FOnMouseUp = std::move(value); }
+    const TNotifyEvent& OnMouseEnter() const { return FOnMouseEnter; }
+    void SetOnMouseEnter(TNotifyEvent value) { FOnMouseEnter = std::move(value); }
+    const TNotifyEvent& OnMouseLeave() const { return FOnMouseLeave; }
+    void SetOnMouseLeave(TNotifyEvent value) { FOnMouseLeave = std::move(value); }
+    const TNotifyEvent& OnResize() const { return FOnResize; }
+    void SetOnResize(TNotifyEvent value) { FOnResize = std::move(value); }
+    const TContextPopupEvent& OnContextPopup() const { return FOnContextPopup; }
+    void SetOnContextPopup(TContextPopupEvent value) { FOnContextPopup = std::move(value); }
+
+    void Loaded() override;
+
+protected:
+    friend class TAliveGuard;
+    friend class TWinControl;
+    friend class TCustomForm;
+    friend class TSizeConstraints;
+
+    void Notification(TComponent* component, TOperation operation) override;
+    void SetControlStyle(TControlStyle value) { FControlStyle = value; }
+
+    // What descendants do when something changed
+    virtual void TextChanged();
+    virtual void FontChanged();
+    virtual void ColorChanged();
+    virtual void EnabledChanged() { Invalidate(); }
+    virtual void VisibleChanged();
+    virtual void ShowHintChanged() {}
+
+    // Fire their events
+    virtual void DblClick();
+    virtual void MouseDown(TMouseButton button, TShiftState shift, int x, int y);
+    virtual void MouseMove(TShiftState shift, int x, int y);
+    virtual void MouseUp(TMouseButton button, TShiftState shift, int x, int y);
+    virtual void MouseEnter();
+    virtual void MouseLeave();
+    virtual void Resize();
+    virtual void DoContextPopup(const TPoint& position, bool& handled);
+
+    /// The letter behind "&" in the caption was pressed with Alt; `true` when the control took it.
+    virtual bool DialogChar(char letter);
+    virtual void SetZOrder(bool front);
+    /// Window that gets the control's mouse messages; null when there is none.
+    virtual HWND MessageWindow() const;
+    void RequestAlign(); ///< The parent arranges its controls again.
+    void SetBoundsFields(int left, int top, int width, int height);
+    void UpdateAnchorBase();
+    void ParentSettingsChanged(); ///< Takes over the parent's font, colour and hint setting where it follows them.
+
+private:
+    inline static TControl* CaptureControl = nullptr; ///< Took the mouse last.
+
+    void MouseMessage(TMessage& message);
+    void ButtonDown(TMessage& message, TMouseButton button, bool isDouble);
+    void ButtonUp(TMessage& message, TMouseButton button);
+    void ContextMenu(TMessage& message);
+    void OwnFontChanged();
+    void AnchoredBounds(const TRect& parentClient);
+
+    int FLeft = 0;
+    int FTop = 0;
+    int FWidth = 0;
+    int FHeight = 0;
+    TWinControl* FParent = nullptr;
+    TAliveGuard* FGuards = nullptr;
+    TControlStyle FControlStyle{csCaptureMouse, csClickEvents, csDoubleClicks, csSetCaption};
+    TAlign FAlign = alNone;
+    TAnchors FAnchors{akLeft, akTop};
+    TRect FAnchorBase;        ///< Bounds when the program set them last,
+    TPoint FAnchorParentSize; ///< and the parent's client size at that time.
+    TSizeConstraints FConstraints{*this};
+    std::unique_ptr<TFont> FFont;
+    TColor FColor = clBtnFace;
+    TCursor FCursor = crDefault;
+    std::string FText;
+    std::string FHint;
+    TPopupMenu* FPopupMenu = nullptr;
+    bool FVisible = true;
+    bool FEnabled = true;
+    bool FParentColor = true;
+    bool FParentFont = true;
+    bool FShowHint = false;
+    bool FParentShowHint = true;
+    bool FFollowing = false; ///< A value is being taken over from the parent.
+    bool FClicked = false;   ///< The left button went down here.
+
+    TNotifyEvent FOnClick;
+    TNotifyEvent FOnDblClick;
+    TMouseEvent FOnMouseDown;
+    TMouseMoveEvent FOnMouseMove;
+    TMouseEvent FOnMouseUp;
+    TNotifyEvent FOnMouseEnter;
+    TNotifyEvent FOnMouseLeave;
+    TNotifyEvent FOnResize;
+    TContextPopupEvent FOnContextPopup;
+};
+
+/// How a window is created.
+struct TCreateParams {
+    std::string Caption;
+    DWORD Style = 0;
+    DWORD ExStyle = 0;
+    int X = 0;
+    int Y = 0;
+    int Width = 0;
+    int Height = 0;
+    HWND WndParent = nullptr;
+    std::string BaseClass; ///< System class whose behaviour the window has ("BUTTON"); empty: a window of our own.
+    UINT ClassStyle = CS_DBLCLKS;
+};
+
+/// A control with a window of its own, which may hold other controls. It frees the controls inside it.
+///
+/// The window is made when it is first needed and may come and go: whatever the user sees of the control is kept over
+/// the loss of the window, also when the system destroys it with a foreign parent window.
+class TWinControl : public TControl {
+    KX_CLASS()
+
+    explicit TWinControl(TComponent* owner = nullptr);
+    ~TWinControl() override;
+
+    // --- Window
+
+    /// The window, made now if there is none. @throws EOSError when the system cannot make it.
+    /// @throws EInvalidOperation "Control '%s' has no parent window"
+    HWND Handle();
+    bool HandleAllocated() const { return FHandle != nullptr; }
+    /// The window as it is now; null when there is none.
+    HWND WindowHandle() const { return FHandle; }
+    void HandleNeeded();
+    /// Destroys the window and makes it again with the current settings.
+    void RecreateWnd();
+
+    /// A window that is not the framework's and holds this control; null: none. Set it on controls without a parent.
+    HWND ParentWindow() const { return FParentWindow; }
+    virtual void SetParentWindow(HWND value);
+
+    /// Sets parameters by which the window is created; descendants call the inherited method first.
+    virtual void CreateParams(TCreateParams& params);
+
+    // --- Controls inside, in Z order from the back to the front
+
+    int ControlCount() const { return static_cast<int>(FControls.size()); }
+    TControl* Controls(int index) const;                 ///< @throws EListError for an index outside [0, ControlCount).
+    bool ContainsControl(const TControl* control) const; ///< This control, or one anywhere inside it.
+    /// The visible control at a point of the client area, graphic or windowed; null when there is none.
+    TControl* ControlAtPos(const TPoint& point, bool allowDisabled, bool allowWinControls = false) const;
+    void InsertControl(TControl* control) { control->SetParent(this); }
+    void RemoveControl(TControl* control);
+    void DisableAlign() { ++FAlignDisabled; } ///< Controls are not arranged until EnableAlign. They nest.
+    void EnableAlign();
+    void Realign();
+
+    // --- Keyboard
+
+    int TabOrder() const; ///< Position among the parent's controls; -1 without a parent.
+    void SetTabOrder(int value);
+    bool TabStop() const { return FTabStop; }
+    void SetTabStop(bool value);
+    bool Focused() const { return FHandle && ::GetFocus() == FHandle; }
+    bool CanFocus() const; ///< It and all its parents are visible and enabled.
+    /// @throws EInvalidOperation "Cannot focus a disabled or invisible window"
+    virtual void SetFocus();
+    /// The windowed controls inside this one, inner ones too, in tab order.
+    void GetTabOrderList(std::vector<TWinControl*>& list) const;
+    TWinControl* FindNextControl(TWinControl* current, bool forward, bool checkTabStop, bool checkParent) const;
+    void SelectNext(TWinControl* current, bool forward, bool checkTabStop);
+
+    TColor BackgroundColor() const { return FBrush.Color(); }
+    TBrush& Brush() { return FBrush; }
+    /// Painted into memory first, so that nothing flickers.
+    bool DoubleBuffered() const { return FDoubleBuffered; }
+    void SetDoubleBuffered(bool value) { FDoubleBuffered = value; }
+    /// Paints the control and the graphic controls inside it on `dc`, at its origin.
+    void PaintTo(HDC dc, int x, int y);
+
+    void SetBounds(int left, int top, int width, int height) override;
+    TRect ClientRect() const override;
+    TPoint ClientOrigin() const override;
+    void SetParent(TWinControl* value) override;
+    std::string Text() const override;
+    void SetText(const std::string& value) override;
+    void Invalidate() override;
+    void Update() override;
+    void WndProc(TMessage& message) override;
+    void DefaultHandler(TMessage& message) override;
+    void GetChildren(const TGetChildProc& proc, TComponent* root) override;
+    void Loaded() override;
+
+    const TNotifyEvent& OnEnter() const { return FOnEnter; }
+    void SetOnEnter(TNotifyEvent value) { FOnEnter = std::move(value); }
+    const TNotifyEvent& OnExit() const { return FOnExit; }
+    void SetOnExit(TNotifyEvent value) { FOnExit = std::move(value); }
+    const TKeyEvent& OnKeyDown() const { return FOnKeyDown; }
+    void SetOnKeyDown(TKeyEvent value) { FOnKeyDown = std::move(value); }
+    const TKeyPressEvent& OnKeyPress() const { return FOnKeyPress; }
+    void SetOnKeyPress(TKeyPressEvent value) { FOnKeyPress = std::move(value); }
+    const TKeyEvent& OnKeyUp() const { return FOnKeyUp; }
+    void SetOnKeyUp(TKeyEvent value) { FOnKeyUp = std::move(value); }
+
+protected:
+    friend class TControl;
+    friend class TApplication;
+    friend class TCustomForm;
+
+    // --- Window
+
+    virtual void CreateHandle(); ///< Makes the window and those of the controls inside.
+    virtual void CreateWnd();    ///< Makes the window; descendants then fill it.
+    /// The window is about to go, by us or by the system: descendants keep what only the window knows.
+    virtual void SaveWindowState();
+    virtual void WindowLost() {} ///< The system destroyed the window with the foreign window that it was in.
+    void DestroyHandle();
+    /// Before a key message is translated: true when it has been used up (Tab, Return, accelerators, ...).
+    virtual bool PreTranslate(MSG& message);
+
+    // --- Keyboard
+
+    /// A key that dialogs know (Tab, Return, Escape, arrows), offered to the control and those inside; true: taken.
+    virtual bool DialogKey(uint16_t key, TShiftState shift);
+    bool DialogChar(char letter) override;
+    /// The control wants this key itself; else dialogs use it.
+    virtual bool WantsKey(uint16_t key, TShiftState shift);
+    /// Offers a key message to the form and to the control; true: it is used up, or the control is gone.
+    bool KeyHandler(TMessage& message);
+    void FocusGained(); ///< Tells the form that the focus came to this control.
+    virtual void DoEnter();
+    virtual void DoExit();
+    virtual void KeyDown(uint16_t& key, TShiftState shift);
+    virtual void KeyPress(char& key);
+    virtual void KeyUp(uint16_t& key, TShiftState shift);
+
+    // --- Painting
+
+    /// Paints the control itself, behind those inside it.
+    virtual void PaintWindow(HDC dc);
+    virtual void EraseBackground(HDC dc);
+    /// Colours of a system control in its parent's WM_CTLCOLOR...; the result is the brush of its background.
+    virtual HBRUSH ControlColor(HDC dc);
+
+    /// Area in which aligned controls are placed.
+    virtual void AdjustClientRect(TRect& rect) const { static_cast<void>(rect); }
+    virtual void AlignControls();
+    virtual TPoint FrameExtent() const; ///< Width and height that the frame adds to the client area.
+
+    void Notification(TComponent* component, TOperation operation) override;
+    void FontChanged() override;
+    void ColorChanged() override;
+    void EnabledChanged() override;
+    void VisibleChanged() override;
+    void ShowHintChanged() override;
+    void SetZOrder(bool front) override;
+    HWND MessageWindow() const override { return FHandle; }
+    void SetParentWindowField(HWND value) { FParentWindow = value; }
+    static HMENU NextControlId(); ///< A number for a child window that no dialog uses for a control of its own.
+    /// Told when a control of the same form got the focus; descendants call the inherited method for those inside.
+    virtual void FocusChanged(TWinControl* focused);
+    bool IsSystemClass() const { return FSystemClass; }
+
+private:
+    static LRESULT CALLBACK MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    void RegisterWindow(HWND window);
+    void WindowDestroyed();
+    void CreateChildHandles();
+    void AttachControl(TControl* control);
+    void DetachControl(TControl* control);
+    void ArrangeWindows(); ///< Brings the windows inside into their Z order.
+    void ArrangeAllWindows();
+    void ParentSettingChanged();
+
+    void PaintHandler(TMessage& message);
+    void PaintAll(HDC dc);
+    void PaintBuffered(HDC dc, const RECT& area);
+    void PaintControls(HDC dc);
+    bool NeedsBuffer() const;
+    bool HasGraphicControls() const;
+    bool MeasureItem(TMessage& message);
+    TControl* MouseTarget(const TMessage& message) const;
+    bool GraphicMouseMessage(TMessage& message);
+    void MouseOver(TControl* graphic, const TMessage& message);
+    void MouseGone();
+    bool SetCursorHandler(const TMessage& message) const;
+    bool ContextMenuInside(TMessage& message);
+    void OfferKeyDown(uint16_t& key);
+    void OfferKeyUp(uint16_t& key);
+    bool KeepsKey(const MSG& message);
+    void FixTabOrder();
+    void FocusReceived(TMessage& message);
+    void GetDlgCode(TMessage& message);
+    void WindowPosChanged(TMessage& message);
+    void PlaceAligned(TAlign side, TRect& rest);
+    TWinControl* TopParent();
+
+    HWND FHandle = nullptr;
+    HWND FParentWindow = nullptr;
+    WNDPROC FDefWndProc = nullptr;
+    std::unique_ptr<TThunk> FThunk;
+    std::vector<TControl*> FControls;
+    std::vector<TWinControl*> FTabList;
+    TBrush FBrush;
+    TControl* FMouseControl = nullptr; ///< Graphic control that the mouse is over.
+    bool FSystemClass = false;         ///< The window is of a system class and paints itself.
+    bool FTabStop = false;
+    bool FDoubleBuffered = false;
+    bool FIsMouseIn = false;
+    bool FAligning = false;
+    bool FDestroyingWindow = false; ///< The window goes by our own will.
+    int FAlignDisabled = 0;
+    int FWantedTabOrder = -1; ///< Of the form file.
+
+    TNotifyEvent FOnEnter;
+    TNotifyEvent FOnExit;
+    TKeyEvent FOnKeyDown;
+    TKeyPressEvent FOnKeyPress;
+    TKeyEvent FOnKeyUp;
+};
+
+/// A control without a window: its parent's window shows it.
+class TGraphicControl : public TControl {
+    KX_CLASS()
+
+    explicit TGraphicControl(TComponent* owner = nullptr);
+    ~TGraphicControl() override;
+
+    /// Draws in the control's coordinates; outside `Paint` directly on the screen.
+    TCanvas& Canvas();
+
+    /// Paints the control on `dc`, whose origin is the control's corner.
+    void PaintOn(HDC dc);
+
+protected:
+    virtual void Paint() {}
+
+private:
+    std::unique_ptr<TCanvas> FCanvas;
+};
+
+/// A control with a window that paints itself.
+class TCustomControl : public TWinControl {
+    KX_CLASS()
+
+    explicit TCustomControl(TComponent* owner = nullptr);
+    ~TCustomControl() override;
+
+    TCanvas& Canvas(); ///< Draws in client coordinates; outside `Paint` directly on the screen.
+
+protected:
+    void PaintWindow(HDC dc) override;
+    virtual void Paint() {}
+
+private:
+    std::unique_ptr<TCanvas> FCanvas;
+};
+
+// --- Finding controls
+
+TWinControl* FindControl(HWND window); ///< The control whose window that is; null for foreign windows.
+/// The control at a point of the screen, graphic or windowed; null over foreign windows. Disabled ones are passed over,
+/// so that their parent is found, unless they are allowed.
+TControl* FindDragTarget(const TPoint& screenPoint, bool allowDisabled);
+TWinControl* FindVCLWindow(const TPoint& screenPoint); ///< The innermost windowed control at that point.
+/// Hands a notification (WM_COMMAND, WM_NOTIFY, ...) that a foreign parent window got to the control that it is about.
+/// False when that is none of ours.
+bool ReflectMessage(TMessage& message);
+/// The form that the control is on, through all its parents; null when it is on none.
+TCustomForm* GetParentForm(const TControl* control);
+
+TShiftState KeyDataToShiftState();                     ///< Keys held at the time of the message being handled.
+TShiftState KeysToShiftState(WPARAM mouseKeys);        ///< Of a mouse message.
+bool IsAccel(char letter, const std::string& caption); ///< `letter` stands behind "&" in the caption; any case.
+
+std::string GetShortHint(const std::string& hint); ///< Before the "|".
+std::string GetLongHint(const std::string& hint);  ///< Behind the "|", or all of it.
+
+} // namespace kx

@@ -1,0 +1,290 @@
+#include "ui/Controls.h"
+#include "ui/Forms.h"
+
+#include <algorithm>
+
+namespace kx {
+
+void TWinControl::DefaultHandler(TMessage& message) {
+    if (FHandle) {
+        message.Result = CallWindowProcA(FDefWndProc, FHandle, message.Msg, message.WParam, message.LParam);
+    } else {
+        TControl::DefaultHandler(message);
+    }
+}
+
+void TWinControl::WndProc(TMessage& message) {
+    switch (message.Msg) {
+    case WM_PAINT: PaintHandler(message); return;
+    case WM_PRINTCLIENT:
+        if (!FSystemClass) {
+            PaintAll(message.WParamDC());
+            return;
+        }
+        break;
+    case WM_ERASEBKGND:
+        if (!FSystemClass) {
+            if (!NeedsBuffer()) {
+                EraseBackground(message.WParamDC());
+            }
+            message.Result = 1;
+            return;
+        }
+        break;
+    case WM_SETCURSOR:
+        if (SetCursorHandler(message)) {
+            message.Result = 1;
+            return;
+        }
+        break;
+    case WM_SETFOCUS: FocusReceived(message); return;
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_KEYUP:
+    case WM_SYSKEYUP:
+    case WM_CHAR:
+    case WM_SYSCHAR:
+        if (KeyHandler(message)) {
+            return;
+        }
+        break;
+    case WM_GETDLGCODE: GetDlgCode(message); return;
+    case WM_COMMAND:
+    case WM_NOTIFY:
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+    case WM_DRAWITEM:
+    case WM_COMPAREITEM:
+    case WM_DELETEITEM:
+    case WM_CTLCOLORMSGBOX:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLORSCROLLBAR:
+    case WM_CTLCOLORSTATIC:
+        if (ReflectMessage(message)) {
+            return;
+        }
+        break;
+    case WM_MEASUREITEM:
+        if (MeasureItem(message)) {
+            return;
+        }
+        break;
+    case CN_BASE + WM_CTLCOLOREDIT:
+    case CN_BASE + WM_CTLCOLORLISTBOX:
+    case CN_BASE + WM_CTLCOLORBTN:
+    case CN_BASE + WM_CTLCOLORSTATIC:
+        message.Result = reinterpret_cast<LRESULT>(ControlColor(message.WParamDC()));
+        return;
+    case WM_WINDOWPOSCHANGED: WindowPosChanged(message); return;
+    case WM_SETTEXT:
+        DefaultHandler(message);
+        TextChanged();
+        return;
+    case WM_DESTROY: SaveWindowState(); break;
+    case WM_MOUSELEAVE: MouseGone(); break;
+    case WM_CONTEXTMENU:
+        if (ContextMenuInside(message)) {
+            return;
+        }
+        break;
+    default:
+        if (message.Msg >= WM_MOUSEFIRST && message.Msg <= WM_MBUTTONDBLCLK) {
+            if (GraphicMouseMessage(message)) {
+                return;
+            }
+        } else if (message.Msg >= CN_BASE && message.Msg < CN_BASE + WM_USER) {
+            return; // a notification that the control does not care for is none of its window's messages
+        }
+    }
+    TControl::WndProc(message);
+}
+
+// --- Notifications
+
+namespace {
+
+/// The window that a notification is about; null when it is not about one.
+HWND NotifyingWindow(const TMessage& message) {
+    switch (message.Msg) {
+    case WM_NOTIFY: return message.LParamAs<NMHDR>().hwndFrom;
+    case WM_DRAWITEM: {
+        const auto& item = message.LParamAs<DRAWITEMSTRUCT>();
+        return item.CtlType == ODT_MENU ? nullptr : item.hwndItem;
+    }
+    case WM_COMPAREITEM: return message.LParamAs<COMPAREITEMSTRUCT>().hwndItem;
+    case WM_DELETEITEM: return message.LParamAs<DELETEITEMSTRUCT>().hwndItem;
+    default: return message.LParamWindow();
+    }
+}
+
+} // namespace
+
+bool ReflectMessage(TMessage& message) {
+    TWinControl* const control = FindControl(NotifyingWindow(message));
+    if (!control) {
+        return false;
+    }
+    message.Result = control->Perform(CN_BASE + message.Msg, message.WParam, message.LParam);
+    return true;
+}
+
+/// This notification names its control by number only.
+bool TWinControl::MeasureItem(TMessage& message) {
+    const auto& item = message.LParamAs<MEASUREITEMSTRUCT>();
+    TWinControl* const control =
+        item.CtlType == ODT_MENU ? nullptr : FindControl(GetDlgItem(FHandle, static_cast<int>(item.CtlID)));
+    if (control) {
+        message.Result = control->Perform(CN_MEASUREITEM, message.WParam, message.LParam);
+    }
+    return control != nullptr;
+}
+
+// --- Mouse
+
+TControl* TWinControl::MouseTarget(const TMessage& message) const {
+    if (CaptureControl && CaptureControl->Parent() == this && CaptureControl->MouseCapture() &&
+        !dynamic_cast<TWinControl*>(CaptureControl)) {
+        return CaptureControl;
+    }
+    return GetCapture() == FHandle ? nullptr : ControlAtPos(message.Pos(), false);
+}
+
+bool TWinControl::GraphicMouseMessage(TMessage& message) {
+    TControl* const target = HasGraphicControls() ? MouseTarget(message) : nullptr;
+    if (message.Msg == WM_MOUSEMOVE) {
+        const TAliveGuard alive(*this);
+        MouseOver(target, message);
+        if (!alive || (target && std::find(FControls.begin(), FControls.end(), target) == FControls.end())) {
+            return true;
+        }
+    }
+    if (!target) {
+        return false;
+    }
+    const TPoint pos = message.Pos();
+    message.Result =
+        target->Perform(message.Msg, message.WParam, MakeLParam(pos.X - target->Left(), pos.Y - target->Top()));
+    return true;
+}
+
+void TWinControl::MouseOver(TControl* graphic, const TMessage& message) {
+    const TAliveGuard alive(*this);
+    if (!FIsMouseIn) {
+        TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, FHandle, 0};
+        FIsMouseIn = TrackMouseEvent(&track);
+        MouseEnter();
+    }
+    if (alive && graphic != FMouseControl) {
+        if (TControl* const old = std::exchange(FMouseControl, graphic)) {
+            old->MouseLeave();
+        }
+        if (alive && FMouseControl && FMouseControl == graphic) {
+            FMouseControl->MouseEnter();
+        }
+    }
+    if (alive) {
+        POINT screen = ToPOINT(message.Pos());
+        ::ClientToScreen(FHandle, &screen);
+        Application().MouseOver(FMouseControl ? FMouseControl : this, FromPOINT(screen));
+    }
+}
+
+void TWinControl::MouseGone() {
+    FIsMouseIn = false;
+    const TAliveGuard alive(*this);
+    if (TControl* const old = std::exchange(FMouseControl, nullptr)) {
+        old->MouseLeave();
+    }
+    if (alive) {
+        Application().MouseOver(nullptr, {});
+        MouseLeave();
+    }
+}
+
+bool TWinControl::SetCursorHandler(const TMessage& message) const {
+    if (message.LParamLo() != HTCLIENT || message.WParamWindow() != FHandle) {
+        return false;
+    }
+    TCursor cursor = Screen().Cursor();
+    if (cursor == crDefault) {
+        POINT mouse;
+        GetCursorPos(&mouse);
+        ::ScreenToClient(FHandle, &mouse);
+        const TControl* control = ControlAtPos(FromPOINT(mouse), false);
+        for (control = control ? control : this; control && cursor == crDefault; control = control->Parent()) {
+            cursor = control->Cursor();
+        }
+    }
+    if (cursor == crDefault) {
+        return false;
+    }
+    ::SetCursor(Screen().Cursors(cursor));
+    return true;
+}
+
+bool TWinControl::ContextMenuInside(TMessage& message) {
+    if (message.LParam == -1) {
+        return false;
+    }
+    TControl* const control = ControlAtPos(ScreenToClient(message.Pos()), false);
+    if (!control) {
+        return false;
+    }
+    const LRESULT result = control->Perform(message.Msg, message.WParam, message.LParam);
+    message.Result = result;
+    return result != 0;
+}
+
+// --- Finding controls
+
+namespace {
+
+/// The control whose window, or whose window's inner part, that is.
+TWinControl* ControlOfWindow(HWND window) {
+    for (; window; window = GetAncestor(window, GA_PARENT)) {
+        if (TWinControl* const control = FindControl(window)) {
+            return control;
+        }
+    }
+    return nullptr;
+}
+
+TWinControl* WindowedAt(const TPoint& screenPoint, bool allowDisabled) {
+    TWinControl* control = ControlOfWindow(WindowFromPoint(ToPOINT(screenPoint)));
+    // The system passes over disabled windows.
+    while (control && allowDisabled) {
+        auto* const inner =
+            dynamic_cast<TWinControl*>(control->ControlAtPos(control->ScreenToClient(screenPoint), true, true));
+        if (!inner) {
+            break;
+        }
+        control = inner;
+    }
+    return control;
+}
+
+} // namespace
+
+TControl* FindDragTarget(const TPoint& screenPoint, bool allowDisabled) {
+    TWinControl* const windowed = WindowedAt(screenPoint, allowDisabled);
+    if (!windowed) {
+        return nullptr;
+    }
+    TControl* const graphic = windowed->ControlAtPos(windowed->ScreenToClient(screenPoint), allowDisabled);
+    return graphic ? graphic : windowed;
+}
+
+TWinControl* FindVCLWindow(const TPoint& screenPoint) { return WindowedAt(screenPoint, true); }
+
+TCustomForm* GetParentForm(const TControl* control) {
+    const TControl* top = control;
+    while (top && top->Parent()) {
+        top = top->Parent();
+    }
+    return const_cast<TCustomForm*>(dynamic_cast<const TCustomForm*>(top));
+}
+
+} // namespace kx

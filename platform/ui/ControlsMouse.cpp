@@ -1,0 +1,244 @@
+#include "ui/Controls.h"
+#include "ui/Forms.h"
+#include "ui/Menus.h"
+
+namespace kx {
+
+namespace {
+
+TMouseButton ButtonOf(UINT message) {
+    switch (message) {
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONUP:
+    case WM_RBUTTONDBLCLK: return mbRight;
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONUP:
+    case WM_MBUTTONDBLCLK: return mbMiddle;
+    default: return mbLeft;
+    }
+}
+
+} // namespace
+
+LRESULT TControl::Perform(UINT message, WPARAM wParam, LPARAM lParam) {
+    TMessage m{message, wParam, lParam, 0};
+    WndProc(m);
+    return m.Result;
+}
+
+void TControl::WndProc(TMessage& message) {
+    switch (message.Msg) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONUP:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONUP:
+    case WM_MBUTTONDBLCLK:
+    case WM_MOUSEMOVE: MouseMessage(message); break;
+    case WM_CONTEXTMENU: ContextMenu(message); break;
+    default: DefaultHandler(message);
+    }
+}
+
+void TControl::DefaultHandler(TMessage&) {}
+
+void TControl::MouseMessage(TMessage& message) {
+    switch (message.Msg) {
+    case WM_MOUSEMOVE: {
+        const TAliveGuard alive(*this);
+        DefaultHandler(message);
+        if (alive) {
+            MouseMove(KeysToShiftState(message.WParam), message.Pos().X, message.Pos().Y);
+        }
+        break;
+    }
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP: ButtonUp(message, ButtonOf(message.Msg)); break;
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK: ButtonDown(message, ButtonOf(message.Msg), FControlStyle.Contains(csDoubleClicks)); break;
+    default: ButtonDown(message, ButtonOf(message.Msg), false);
+    }
+}
+
+void TControl::ButtonDown(TMessage& message, TMouseButton button, bool isDouble) {
+    const TAliveGuard alive(*this);
+    DefaultHandler(message);
+    if (!alive) {
+        return;
+    }
+    if (FControlStyle.Contains(csCaptureMouse)) {
+        SetMouseCapture(true);
+    }
+    TShiftState shift = KeysToShiftState(message.WParam);
+    if (isDouble) {
+        shift.Include(ssDouble);
+        if (button == mbLeft && FControlStyle.Contains(csClickEvents)) {
+            DblClick();
+        }
+    } else if (button == mbLeft && FControlStyle.Contains(csClickEvents)) {
+        FClicked = true;
+    }
+    if (alive) {
+        MouseDown(button, shift, message.Pos().X, message.Pos().Y);
+    }
+}
+
+void TControl::ButtonUp(TMessage& message, TMouseButton button) {
+    const TAliveGuard alive(*this);
+    DefaultHandler(message);
+    if (!alive) {
+        return;
+    }
+    if (FControlStyle.Contains(csCaptureMouse)) {
+        SetMouseCapture(false);
+    }
+    const TPoint pos = message.Pos();
+    if (button == mbLeft && FClicked) {
+        FClicked = false;
+        const RECT client = ToRECT(ClientRect());
+        if (PtInRect(&client, ToPOINT(pos))) {
+            Click();
+        }
+    }
+    if (alive) {
+        MouseUp(button, KeysToShiftState(message.WParam), pos.X, pos.Y);
+    }
+}
+
+void TControl::ContextMenu(TMessage& message) {
+    const bool byKeyboard = message.LParam == -1;
+    const TAliveGuard alive(*this);
+    bool handled = false;
+    DoContextPopup(byKeyboard ? TPoint{-1, -1} : ScreenToClient(message.Pos()), handled);
+    if (!alive) {
+        return;
+    }
+    if (!handled && FPopupMenu && FPopupMenu->AutoPopup()) {
+        handled = true;
+        Application().CancelHint();
+        const TPoint point = byKeyboard ? ClientToScreen({0, 0}) : message.Pos();
+        FPopupMenu->SetPopupComponent(this);
+        FPopupMenu->Popup(point.X, point.Y);
+    }
+    if (handled) {
+        message.Result = 1;
+    } else {
+        DefaultHandler(message);
+    }
+}
+
+HWND TControl::MessageWindow() const { return FParent ? FParent->WindowHandle() : nullptr; }
+
+bool TControl::MouseCapture() const {
+    return CaptureControl == this && MessageWindow() && GetCapture() == MessageWindow();
+}
+
+void TControl::SetMouseCapture(bool value) {
+    if (MouseCapture() == value) {
+        return;
+    }
+    if (value) {
+        if (MessageWindow()) {
+            SetCapture(MessageWindow());
+            CaptureControl = this;
+        }
+    } else {
+        CaptureControl = nullptr;
+        ReleaseCapture();
+    }
+}
+
+bool TControl::DialogChar(char) { return false; }
+
+// --- Events
+
+void TControl::Click() { FOnClick(this); }
+void TControl::DblClick() { FOnDblClick(this); }
+void TControl::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
+    FOnMouseDown(this, button, shift, x, y);
+}
+void TControl::MouseMove(TShiftState shift, int x, int y) { FOnMouseMove(this, shift, x, y); }
+void TControl::MouseUp(TMouseButton button, TShiftState shift, int x, int y) { FOnMouseUp(this, button, shift, x, y); }
+void TControl::MouseEnter() { FOnMouseEnter(this); }
+void TControl::MouseLeave() { FOnMouseLeave(this); }
+void TControl::Resize() { FOnResize(this); }
+void TControl::DoContextPopup(const TPoint& position, bool& handled) { FOnContextPopup(this, position, handled); }
+
+// --- Helpers
+
+TShiftState KeysToShiftState(WPARAM mouseKeys) {
+    TShiftState shift;
+    const auto add = [&](WPARAM key, TShiftStateFlag flag) {
+        if (mouseKeys & key) {
+            shift.Include(flag);
+        }
+    };
+    add(MK_SHIFT, ssShift);
+    add(MK_CONTROL, ssCtrl);
+    add(MK_LBUTTON, ssLeft);
+    add(MK_RBUTTON, ssRight);
+    add(MK_MBUTTON, ssMiddle);
+    if (GetKeyState(VK_MENU) < 0) {
+        shift.Include(ssAlt);
+    }
+    return shift;
+}
+
+TShiftState KeyDataToShiftState() {
+    TShiftState shift;
+    const auto add = [&](int key, TShiftStateFlag flag) {
+        if (GetKeyState(key) < 0) {
+            shift.Include(flag);
+        }
+    };
+    add(VK_SHIFT, ssShift);
+    add(VK_CONTROL, ssCtrl);
+    add(VK_MENU, ssAlt);
+    return shift;
+}
+
+bool IsAccel(char letter, const std::string& caption) {
+    const char hotkey = GetHotkey(caption);
+    char upper[2] = {letter, 0};
+    CharUpperA(upper);
+    return hotkey != 0 && hotkey == upper[0];
+}
+
+std::string GetShortHint(const std::string& hint) { return hint.substr(0, hint.find('|')); }
+
+std::string GetLongHint(const std::string& hint) {
+    const size_t bar = hint.find('|');
+    return bar == std::string::npos ? hint : hint.substr(bar + 1);
+}
+
+// --- Names of pointers and modal results
+
+const TIdentInfo& KxIdentInfo(TCursor) {
+    static const TIdentInfo info{
+        {{crDefault, "crDefault"},     {crNone, "crNone"},           {crArrow, "crArrow"},   {crCross, "crCross"},
+         {crIBeam, "crIBeam"},         {crSizeAll, "crSizeAll"},     {crSize, "crSize"},     {crSizeNESW, "crSizeNESW"},
+         {crSizeNS, "crSizeNS"},       {crSizeNWSE, "crSizeNWSE"},   {crSizeWE, "crSizeWE"}, {crUpArrow, "crUpArrow"},
+         {crHourGlass, "crHourGlass"}, {crDrag, "crDrag"},           {crNoDrop, "crNoDrop"}, {crHSplit, "crHSplit"},
+         {crVSplit, "crVSplit"},       {crMultiDrag, "crMultiDrag"}, {crNo, "crNo"},         {crAppStart, "crAppStart"},
+         {crHelp, "crHelp"},           {crHandPoint, "crHandPoint"}}};
+    return info;
+}
+
+const TIdentInfo& KxIdentInfo(TModalResult) {
+    static const TIdentInfo info{{{mrNone, "mrNone"},
+                                  {mrOk, "mrOk"},
+                                  {mrCancel, "mrCancel"},
+                                  {mrAbort, "mrAbort"},
+                                  {mrRetry, "mrRetry"},
+                                  {mrIgnore, "mrIgnore"},
+                                  {mrYes, "mrYes"},
+                                  {mrNo, "mrNo"}}};
+    return info;
+}
+
+} // namespace kx

@@ -1,0 +1,239 @@
+#include "ui/Controls.h"
+#include "ui/Forms.h"
+#include "ui/Handles.h"
+
+namespace kx {
+
+namespace {
+
+/// A canvas on a control: on the context that it is given while the control paints, else on its window's.
+class TControlCanvas : public TCanvas {
+public:
+    explicit TControlCanvas(TControl& control) : FControl(control) {}
+    ~TControlCanvas() override { FreeContext(); }
+
+    /// Draws on `dc` until the end of the scope.
+    class TScope {
+    public:
+        TScope(TControlCanvas& canvas, HDC dc) : FCanvas(canvas) {
+            canvas.FreeContext();
+            canvas.SetHandle(dc);
+        }
+        TScope(const TScope&) = delete;
+        TScope& operator=(const TScope&) = delete;
+        ~TScope() { FCanvas.SetHandle(nullptr); }
+
+    private:
+        TControlCanvas& FCanvas;
+    };
+
+protected:
+    void CreateHandle() override {
+        auto* const windowed = dynamic_cast<TWinControl*>(&FControl);
+        TWinControl* const window = windowed ? windowed : FControl.Parent();
+        if (!window) {
+            return;
+        }
+        FWindow = window->Handle();
+        const HDC dc = GetDC(FWindow);
+        if (!windowed) {
+            SetWindowOrgEx(dc, -FControl.Left(), -FControl.Top(), nullptr);
+            IntersectClipRect(dc, 0, 0, FControl.Width(), FControl.Height());
+        }
+        SetHandle(dc);
+    }
+
+private:
+    void FreeContext() {
+        if (FWindow) {
+            const HDC dc = Handle();
+            SetHandle(nullptr);
+            ReleaseDC(FWindow, dc);
+            FWindow = nullptr;
+        }
+    }
+
+    TControl& FControl;
+    HWND FWindow = nullptr; ///< Whose context we hold.
+};
+
+/// BeginPaint and EndPaint.
+class TPaintScope {
+public:
+    explicit TPaintScope(HWND window) : FWindow(window) { BeginPaint(window, &FPaint); }
+    TPaintScope(const TPaintScope&) = delete;
+    TPaintScope& operator=(const TPaintScope&) = delete;
+    ~TPaintScope() { EndPaint(FWindow, &FPaint); }
+    const PAINTSTRUCT& Paint() const { return FPaint; }
+
+private:
+    HWND FWindow;
+    PAINTSTRUCT FPaint;
+};
+
+/// Restores everything that was selected into a context.
+class TSavedDC {
+public:
+    explicit TSavedDC(HDC dc) : FDC(dc), FState(SaveDC(dc)) {}
+    TSavedDC(const TSavedDC&) = delete;
+    TSavedDC& operator=(const TSavedDC&) = delete;
+    ~TSavedDC() { RestoreDC(FDC, FState); }
+
+private:
+    HDC FDC;
+    int FState;
+};
+
+} // namespace
+
+// --- TWinControl
+
+bool TWinControl::HasGraphicControls() const { return FControls.size() != FTabList.size(); }
+
+bool TWinControl::NeedsBuffer() const { return !FSystemClass && (FDoubleBuffered || HasGraphicControls()); }
+
+void TWinControl::PaintHandler(TMessage& message) {
+    if (FSystemClass) {
+        const TAliveGuard alive(*this);
+        DefaultHandler(message);
+        if (alive && FHandle && HasGraphicControls()) {
+            const TWindowDC dc(FHandle);
+            PaintControls(dc.Handle());
+        }
+        return;
+    }
+    if (message.WParam) {
+        PaintAll(message.WParamDC());
+        return;
+    }
+    const TPaintScope scope(FHandle);
+    if (NeedsBuffer()) {
+        PaintBuffered(scope.Paint().hdc, scope.Paint().rcPaint);
+    } else {
+        PaintAll(scope.Paint().hdc);
+    }
+}
+
+void TWinControl::PaintBuffered(HDC dc, const RECT& area) {
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    if (width <= 0 || height <= 0) {
+        return;
+    }
+    const unique_hdc memory(CreateCompatibleDC(dc));
+    const unique_hbitmap bitmap(CreateCompatibleBitmap(dc, width, height));
+    const TSelectObject selected(memory.get(), bitmap.get());
+    SetWindowOrgEx(memory.get(), area.left, area.top, nullptr);
+    {
+        const TSavedDC saved(memory.get());
+        EraseBackground(memory.get());
+        PaintAll(memory.get());
+    }
+    BitBlt(dc, area.left, area.top, width, height, memory.get(), area.left, area.top, SRCCOPY);
+}
+
+void TWinControl::PaintAll(HDC dc) {
+    {
+        const TSavedDC saved(dc);
+        PaintWindow(dc);
+    }
+    PaintControls(dc);
+}
+
+void TWinControl::PaintControls(HDC dc) {
+    for (size_t i = 0; i < FControls.size(); ++i) {
+        auto* const control = dynamic_cast<TGraphicControl*>(FControls[i]);
+        const RECT bounds = ToRECT(FControls[i]->BoundsRect());
+        if (control && control->Visible() && RectVisible(dc, &bounds)) {
+            const TSavedDC saved(dc);
+            POINT origin;
+            GetWindowOrgEx(dc, &origin);
+            SetWindowOrgEx(dc, origin.x - bounds.left, origin.y - bounds.top, nullptr);
+            IntersectClipRect(dc, 0, 0, control->Width(), control->Height());
+            control->PaintOn(dc);
+        }
+    }
+}
+
+void TWinControl::PaintTo(HDC dc, int x, int y) {
+    const TSavedDC saved(dc);
+    POINT origin;
+    GetWindowOrgEx(dc, &origin);
+    SetWindowOrgEx(dc, origin.x - x, origin.y - y, nullptr);
+    IntersectClipRect(dc, 0, 0, ClientWidth(), ClientHeight());
+    EraseBackground(dc);
+    PaintAll(dc);
+}
+
+void TWinControl::PaintWindow(HDC) {}
+
+void TWinControl::EraseBackground(HDC dc) {
+    const RECT client = ToRECT(ClientRect());
+    FillRect(dc, &client, FBrush.Handle());
+}
+
+HBRUSH TWinControl::ControlColor(HDC dc) {
+    SetTextColor(dc, static_cast<COLORREF>(ColorToRGB(Font().Color())));
+    SetBkColor(dc, static_cast<COLORREF>(ColorToRGB(Color())));
+    return FBrush.Handle();
+}
+
+// --- TGraphicControl
+
+const TClass& TGraphicControl::StaticClass() {
+    static const TClassBuilder<TGraphicControl> cls("TGraphicControl", TControl::StaticClass());
+    return cls.Class();
+}
+
+TGraphicControl::TGraphicControl(TComponent* owner)
+    : TControl(owner), FCanvas(std::make_unique<TControlCanvas>(*this)) {}
+
+TGraphicControl::~TGraphicControl() = default;
+
+TCanvas& TGraphicControl::Canvas() { return *FCanvas; }
+
+void TGraphicControl::PaintOn(HDC dc) {
+    const TControlCanvas::TScope scope(static_cast<TControlCanvas&>(*FCanvas), dc);
+    Paint();
+}
+
+// --- TCustomControl
+
+const TClass& TCustomControl::StaticClass() {
+    static const TClassBuilder<TCustomControl> cls("TCustomControl", TWinControl::StaticClass());
+    return cls.Class();
+}
+
+TCustomControl::TCustomControl(TComponent* owner)
+    : TWinControl(owner), FCanvas(std::make_unique<TControlCanvas>(*this)) {}
+
+TCustomControl::~TCustomControl() = default;
+
+TCanvas& TCustomControl::Canvas() { return *FCanvas; }
+
+void TCustomControl::PaintWindow(HDC dc) {
+    const TControlCanvas::TScope scope(static_cast<TControlCanvas&>(*FCanvas), dc);
+    Paint();
+}
+
+// --- TCustomForm
+
+TCanvas& TCustomForm::Canvas() {
+    if (!FCanvas) {
+        FCanvas = std::make_unique<TControlCanvas>(*this);
+    }
+    return *FCanvas;
+}
+
+void TCustomForm::PaintWindow(HDC dc) {
+    if (FOnPaint || FCanvas) {
+        const TControlCanvas::TScope scope(static_cast<TControlCanvas&>(Canvas()), dc);
+        Paint();
+    } else {
+        Paint();
+    }
+}
+
+void TCustomForm::Paint() { FOnPaint(this); }
+
+} // namespace kx

@@ -1,0 +1,349 @@
+#include "ui/Controls.h"
+#include "ui/Forms.h"
+
+#include <algorithm>
+
+namespace kx {
+
+const TClass& TWinControl::StaticClass() {
+    static const TClassBuilder<TWinControl> cls("TWinControl", TControl::StaticClass(), [](auto& c) {
+        using T = TWinControl;
+        c.Property("TabOrder", &T::TabOrder, &T::SetTabOrder).Default = -1;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 0;
+        c.Property("DoubleBuffered", &T::DoubleBuffered, &T::SetDoubleBuffered).Default = 0;
+        c.Property("OnEnter", &T::OnEnter, &T::SetOnEnter);
+        c.Property("OnExit", &T::OnExit, &T::SetOnExit);
+        c.Property("OnKeyDown", &T::OnKeyDown, &T::SetOnKeyDown);
+        c.Property("OnKeyPress", &T::OnKeyPress, &T::SetOnKeyPress);
+        c.Property("OnKeyUp", &T::OnKeyUp, &T::SetOnKeyUp);
+    });
+    return cls.Class();
+}
+
+TWinControl::TWinControl(TComponent* owner) : TControl(owner) { FBrush.SetColor(Color()); }
+
+TWinControl::~TWinControl() {
+    Destroying();
+    TWinControl::SetParent(nullptr); // also destroys the window
+    DestroyHandle();
+    while (!FControls.empty()) {
+        FControls.back()->Free();
+    }
+}
+
+// --- Controls inside
+
+TControl* TWinControl::Controls(int index) const {
+    if (index < 0 || index >= ControlCount()) {
+        throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
+    }
+    return FControls[static_cast<size_t>(index)];
+}
+
+bool TWinControl::ContainsControl(const TControl* control) const {
+    while (control && control != this) {
+        control = control->Parent();
+    }
+    return control != nullptr;
+}
+
+void TWinControl::AttachControl(TControl* control) {
+    FControls.push_back(control);
+    if (auto* const windowed = dynamic_cast<TWinControl*>(control)) {
+        FTabList.push_back(windowed);
+    }
+}
+
+void TWinControl::DetachControl(TControl* control) {
+    if (control->Visible() && FHandle) {
+        const RECT r = ToRECT(control->BoundsRect());
+        InvalidateRect(FHandle, &r, TRUE);
+    }
+    std::erase(FControls, control);
+    std::erase(FTabList, control); // compares addresses; holds only windowed controls
+    if (FMouseControl == control) {
+        FMouseControl = nullptr;
+    }
+    if (!IsDestroying()) {
+        AlignControls();
+    }
+}
+
+void TWinControl::RemoveControl(TControl* control) {
+    if (control->Parent() == this) {
+        control->SetParent(nullptr);
+    }
+}
+
+void TWinControl::GetChildren(const TGetChildProc& proc, TComponent* root) {
+    // By index: what runs meanwhile may add controls.
+    for (size_t i = 0; i < FControls.size(); ++i) {
+        if (FControls[i]->Owner() == root) {
+            proc(FControls[i]);
+        }
+    }
+}
+
+TControl* TWinControl::ControlAtPos(const TPoint& point, bool allowDisabled, bool allowWinControls) const {
+    const auto find = [&](bool windowed) -> TControl* {
+        for (auto i = FControls.rbegin(); i != FControls.rend(); ++i) {
+            TControl* const control = *i;
+            const RECT bounds = ToRECT(control->BoundsRect());
+            if ((dynamic_cast<TWinControl*>(control) != nullptr) == windowed && control->Visible() &&
+                (allowDisabled || control->Enabled()) && PtInRect(&bounds, ToPOINT(point))) {
+                return control;
+            }
+        }
+        return nullptr;
+    };
+    if (allowWinControls) {
+        if (TControl* const control = find(true)) { // windows lie above what has none
+            return control;
+        }
+    }
+    return find(false);
+}
+
+void TWinControl::Notification(TComponent* component, TOperation operation) {
+    TControl::Notification(component, operation);
+}
+
+void TWinControl::Loaded() {
+    TControl::Loaded();
+    FixTabOrder();
+    for (TControl* control : FControls) {
+        control->UpdateAnchorBase();
+    }
+    AlignControls();
+}
+
+// --- Place
+
+TPoint TWinControl::FrameExtent() const {
+    TCreateParams params;
+    const_cast<TWinControl*>(this)->CreateParams(params);
+    RECT r{};
+    AdjustWindowRectEx(&r, params.Style & ~static_cast<DWORD>(WS_HSCROLL | WS_VSCROLL), FALSE, params.ExStyle);
+    return {static_cast<int32_t>(r.right - r.left), static_cast<int32_t>(r.bottom - r.top)};
+}
+
+TRect TWinControl::ClientRect() const {
+    if (FHandle && !IsIconic(FHandle)) {
+        RECT r;
+        GetClientRect(FHandle, &r);
+        return FromRECT(r);
+    }
+    const TPoint frame = FrameExtent();
+    return {0, 0, std::max(Width() - frame.X, 0), std::max(Height() - frame.Y, 0)};
+}
+
+TPoint TWinControl::ClientOrigin() const {
+    POINT origin{0, 0};
+    ::ClientToScreen(const_cast<TWinControl*>(this)->Handle(), &origin);
+    return FromPOINT(origin);
+}
+
+void TWinControl::SetBounds(int left, int top, int width, int height) {
+    if (!FHandle || IsIconic(FHandle)) {
+        const bool resized = width != Width() || height != Height();
+        TControl::SetBounds(left, top, width, height);
+        if (resized) {
+            AlignControls();
+        }
+        return;
+    }
+    FConstraints.Apply(width, height);
+    width = std::max(width, 0);
+    height = std::max(height, 0);
+    if (BoundsRect() != TRect{left, top, left + width, top + height}) {
+        const TAliveGuard alive(*this);
+        SetWindowPos(FHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+        if (alive) {
+            UpdateAnchorBase();
+            RequestAlign();
+        }
+    }
+}
+
+void TWinControl::WindowPosChanged(TMessage& message) {
+    const TAliveGuard alive(*this);
+    const auto& pos = message.LParamAs<WINDOWPOS>();
+    DefaultHandler(message);
+    if (!alive || !FHandle || IsIconic(FHandle)) {
+        return;
+    }
+    const bool moved = (pos.flags & SWP_NOMOVE) == 0;
+    const bool sized = (pos.flags & SWP_NOSIZE) == 0;
+    const int left = moved ? pos.x : Left();
+    const int top = moved ? pos.y : Top();
+    const int width = sized ? pos.cx : Width();
+    const int height = sized ? pos.cy : Height();
+    const bool resized = width != Width() || height != Height();
+    SetBoundsFields(left, top, width, height);
+    if (resized || (pos.flags & SWP_FRAMECHANGED)) {
+        AlignControls();
+        if (alive && resized) {
+            Resize();
+        }
+    }
+}
+
+// --- Aligning
+
+void TWinControl::EnableAlign() {
+    if (--FAlignDisabled == 0) {
+        AlignControls();
+    }
+}
+
+void TWinControl::Realign() { AlignControls(); }
+
+void TWinControl::AlignControls() {
+    if (FAlignDisabled > 0 || FAligning || IsLoading() || IsDestroying() || FControls.empty()) {
+        return;
+    }
+    FAligning = true;
+    const TAliveGuard alive(*this);
+    TRect rest = ClientRect();
+    const TRect client = rest;
+    AdjustClientRect(rest);
+    for (const TAlign side : {alTop, alBottom, alLeft, alRight, alClient}) {
+        if (alive) {
+            PlaceAligned(side, rest);
+        }
+    }
+    for (size_t i = 0; alive && i < FControls.size(); ++i) { // what runs meanwhile may add or remove controls
+        if (FControls[i]->Align() == alNone) {
+            FControls[i]->AnchoredBounds(client);
+        }
+    }
+    if (alive) {
+        FAligning = false;
+    }
+}
+
+/// Places the controls of one side into what is left of the client area, and takes their place off it.
+void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
+    std::vector<TControl*> list;
+    for (TControl* control : FControls) {
+        if (control->Align() == side && control->Visible()) {
+            list.push_back(control);
+        }
+    }
+    // The one nearest to the edge goes there first.
+    std::stable_sort(list.begin(), list.end(), [side](const TControl* a, const TControl* b) {
+        switch (side) {
+        case alTop: return a->Top() < b->Top();
+        case alBottom: return a->Top() + a->Height() > b->Top() + b->Height();
+        case alLeft: return a->Left() < b->Left();
+        case alRight: return a->Left() + a->Width() > b->Left() + b->Width();
+        default: return false;
+        }
+    });
+    const TAliveGuard alive(*this);
+    for (TControl* control : list) {
+        if (!alive || std::find(FControls.begin(), FControls.end(), control) == FControls.end()) {
+            continue; // gone meanwhile
+        }
+        const int width = std::max(rest.Right - rest.Left, 0);
+        const int height = std::max(rest.Bottom - rest.Top, 0);
+        switch (side) {
+        case alTop:
+            control->SetBounds(rest.Left, rest.Top, width, control->Height());
+            rest.Top += control->Height();
+            break;
+        case alBottom:
+            control->SetBounds(rest.Left, rest.Bottom - control->Height(), width, control->Height());
+            rest.Bottom -= control->Height();
+            break;
+        case alLeft:
+            control->SetBounds(rest.Left, rest.Top, control->Width(), height);
+            rest.Left += control->Width();
+            break;
+        case alRight:
+            control->SetBounds(rest.Right - control->Width(), rest.Top, control->Width(), height);
+            rest.Right -= control->Width();
+            break;
+        default: control->SetBounds(rest.Left, rest.Top, width, height);
+        }
+    }
+}
+
+// --- Look
+
+void TWinControl::VisibleChanged() {
+    if (FHandle) {
+        if (!Visible()) {
+            if (TCustomForm* const form = GetParentForm(this); form && form != this) {
+                form->FocusLeaves(*this);
+            }
+        }
+        ShowWindow(FHandle, Visible() ? SW_SHOWNA : SW_HIDE);
+    }
+    RequestAlign();
+}
+
+void TWinControl::EnabledChanged() {
+    if (FHandle) {
+        if (!Enabled()) {
+            if (TCustomForm* const form = GetParentForm(this); form && form != this) {
+                form->FocusLeaves(*this);
+            }
+        }
+        EnableWindow(FHandle, Enabled());
+    }
+}
+
+void TWinControl::FontChanged() {
+    if (FHandle && FSystemClass) {
+        SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), TRUE);
+    }
+    Invalidate();
+    ParentSettingChanged();
+}
+
+void TWinControl::ColorChanged() {
+    FBrush.SetColor(Color());
+    Invalidate();
+    ParentSettingChanged();
+}
+
+void TWinControl::ShowHintChanged() { ParentSettingChanged(); }
+
+void TWinControl::ParentSettingChanged() {
+    for (size_t i = 0; i < FControls.size(); ++i) {
+        FControls[i]->ParentSettingsChanged();
+    }
+}
+
+std::string TWinControl::Text() const {
+    if (!FHandle) {
+        return TControl::Text();
+    }
+    const int length = GetWindowTextLengthA(FHandle);
+    std::string text(static_cast<size_t>(length) + 1, '\0');
+    text.resize(static_cast<size_t>(GetWindowTextA(FHandle, text.data(), length + 1)));
+    return text;
+}
+
+void TWinControl::SetText(const std::string& value) {
+    if (!FHandle) {
+        TControl::SetText(value);
+    } else if (Text() != value) {
+        SetWindowTextA(FHandle, value.c_str());
+    }
+}
+
+void TWinControl::Invalidate() {
+    if (FHandle) {
+        InvalidateRect(FHandle, nullptr, !ControlStyle().Contains(csOpaque));
+    }
+}
+
+void TWinControl::Update() {
+    if (FHandle) {
+        UpdateWindow(FHandle);
+    }
+}
+
+} // namespace kx

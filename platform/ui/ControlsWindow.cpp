@@ -1,0 +1,363 @@
+#include "ui/Barrier.h"
+#include "ui/Controls.h"
+#include "ui/Forms.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace kx {
+
+namespace {
+
+/// The controls by their windows. Dialogs may run on other threads with controls of their own.
+class TWindowMap {
+public:
+    void Add(HWND window, TWinControl* control) {
+        AcquireSRWLockExclusive(&FLock);
+        FControls[window] = control;
+        ReleaseSRWLockExclusive(&FLock);
+    }
+    void Remove(HWND window) {
+        AcquireSRWLockExclusive(&FLock);
+        FControls.erase(window);
+        ReleaseSRWLockExclusive(&FLock);
+    }
+    TWinControl* Find(HWND window) {
+        AcquireSRWLockShared(&FLock);
+        const auto found = FControls.find(window);
+        TWinControl* const control = found == FControls.end() ? nullptr : found->second;
+        ReleaseSRWLockShared(&FLock);
+        return control;
+    }
+
+private:
+    SRWLOCK FLock = SRWLOCK_INIT;
+    std::unordered_map<HWND, TWinControl*> FControls;
+};
+
+TWindowMap& Windows() {
+    static auto* const map = new TWindowMap; // never freed: windows may outlive static objects
+    return *map;
+}
+
+/// The control whose window this thread is creating; its window finds it here in its first message.
+thread_local TWinControl* CreatingControl = nullptr;
+
+/// A registered window class.
+struct TWindowClass {
+    std::string Name;
+    WNDPROC DefWndProc = nullptr;
+};
+
+WNDCLASSA SystemClass(const std::string& name) {
+    WNDCLASSA info;
+    if (!GetClassInfoA(HInstance(), name.c_str(), &info) && !GetClassInfoA(nullptr, name.c_str(), &info)) {
+        RaiseLastOSError(ERROR_CLASS_DOES_NOT_EXIST);
+    }
+    return info;
+}
+
+TWindowClass RegisterWindowClass(const std::string& className, const TCreateParams& params, WNDPROC initial) {
+    static SRWLOCK lock = SRWLOCK_INIT;
+    static auto& classes = *new std::unordered_map<std::string, TWindowClass>;
+    const std::string key = className + "|" + params.BaseClass + "|" + IntToStr(params.ClassStyle);
+
+    AcquireSRWLockExclusive(&lock);
+    const auto known = classes.find(key);
+    TWindowClass result = known == classes.end() ? TWindowClass{} : known->second;
+    ReleaseSRWLockExclusive(&lock);
+    if (result.DefWndProc) {
+        return result;
+    }
+
+    WNDCLASSA info{};
+    if (params.BaseClass.empty()) {
+        info.lpfnWndProc = DefWindowProcA;
+        info.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+        info.style = params.ClassStyle;
+    } else {
+        info = SystemClass(params.BaseClass);
+        info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
+        info.lpszMenuName = nullptr;
+    }
+    result.DefWndProc = info.lpfnWndProc;
+    info.lpfnWndProc = initial;
+    info.hInstance = HInstance();
+    result.Name = className;
+    // Classes of one name in different namespaces, or in other modules of the process, make way for each other.
+    for (int i = 2;; ++i) {
+        info.lpszClassName = result.Name.c_str();
+        if (RegisterClassA(&info)) {
+            break;
+        }
+        if (GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
+            RaiseLastOSError();
+        }
+        result.Name = className + "." + IntToStr(i);
+    }
+    AcquireSRWLockExclusive(&lock);
+    classes[key] = result;
+    ReleaseSRWLockExclusive(&lock);
+    return result;
+}
+
+} // namespace
+
+TWinControl* FindControl(HWND window) { return window ? Windows().Find(window) : nullptr; }
+
+HMENU TWinControl::NextControlId() {
+    static LONG counter = 0;
+    return reinterpret_cast<HMENU>(static_cast<UINT_PTR>(0xC000 | (InterlockedIncrement(&counter) & 0x1FFF)));
+}
+
+// --- Making and losing the window
+
+HWND TWinControl::Handle() {
+    HandleNeeded();
+    return FHandle;
+}
+
+void TWinControl::HandleNeeded() {
+    if (!FHandle) {
+        if (Parent()) {
+            Parent()->HandleNeeded();
+        }
+        if (!FHandle) { // the parent's window brings ours
+            CreateHandle();
+        }
+    }
+}
+
+void TWinControl::CreateParams(TCreateParams& params) {
+    params.Caption = TControl::Text();
+    params.Style = WS_CHILD | WS_CLIPSIBLINGS;
+    if (Visible()) {
+        params.Style |= WS_VISIBLE;
+    }
+    if (!Enabled()) {
+        params.Style |= WS_DISABLED;
+    }
+    if (FTabStop) {
+        params.Style |= WS_TABSTOP;
+    }
+    if (ControlStyle().Contains(csAcceptsControls)) {
+        params.Style |= WS_CLIPCHILDREN;
+        params.ExStyle |= WS_EX_CONTROLPARENT;
+    }
+    params.X = Left();
+    params.Y = Top();
+    params.Width = Width();
+    params.Height = Height();
+    params.WndParent = Parent() ? Parent()->FHandle : FParentWindow;
+}
+
+void TWinControl::CreateHandle() {
+    CreateWnd();
+    CreateChildHandles();
+}
+
+void TWinControl::CreateChildHandles() {
+    for (size_t i = 0; i < FControls.size(); ++i) { // making a window may bring more controls
+        if (auto* const control = dynamic_cast<TWinControl*>(FControls[i]); control && !control->FHandle) {
+            control->CreateHandle();
+        }
+    }
+    ArrangeWindows();
+}
+
+void TWinControl::CreateWnd() {
+    TCreateParams params;
+    CreateParams(params);
+    if (!params.WndParent && (params.Style & WS_CHILD)) {
+        throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
+    }
+    if (!FThunk) {
+        FThunk = std::make_unique<TThunk>(MainWndProc, this);
+    }
+    const TWindowClass windowClass = RegisterWindowClass(ClassName(), params, InitialWndProc);
+    FSystemClass = !params.BaseClass.empty();
+    FDefWndProc = windowClass.DefWndProc;
+
+    TWinControl* const outer = std::exchange(CreatingControl, this);
+    const HWND window = CreateWindowExA(params.ExStyle, windowClass.Name.c_str(), params.Caption.c_str(), params.Style,
+                                        params.X, params.Y, params.Width, params.Height, params.WndParent,
+                                        params.Style & WS_CHILD ? NextControlId() : nullptr, HInstance(), nullptr);
+    CreatingControl = outer;
+    if (!window) {
+        RaiseLastOSError();
+    }
+    if (FSystemClass) {
+        SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE);
+    }
+}
+
+/// First message of a new window: from here on its own procedure gets them.
+LRESULT CALLBACK TWinControl::InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    TWinControl* const control = std::exchange(CreatingControl, nullptr);
+    if (!control) {
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+    control->RegisterWindow(window);
+    return MainWndProc(control, message, wParam, lParam);
+}
+
+void TWinControl::RegisterWindow(HWND window) {
+    FHandle = window;
+    Windows().Add(window, this);
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FThunk->Procedure()));
+}
+
+LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const control = static_cast<TWinControl*>(self);
+    TMessage m{message, wParam, lParam, 0};
+    if (message != WM_NCDESTROY) {
+        return Guarded(LRESULT{0}, [&] {
+            control->WndProc(m);
+            return m.Result;
+        });
+    }
+    const TAliveGuard alive(*control);
+    Guarded([&] { control->WndProc(m); });
+    if (alive) {
+        control->WindowDestroyed();
+    }
+    return m.Result;
+}
+
+void TWinControl::WindowDestroyed() {
+    if (FHandle) {
+        Windows().Remove(FHandle);
+        FHandle = nullptr;
+    }
+    FIsMouseIn = false;
+    FMouseControl = nullptr;
+    if (FParentWindow && !FDestroyingWindow) {
+        FParentWindow = nullptr;
+        WindowLost();
+    }
+}
+
+void TWinControl::SaveWindowState() { TControl::SetText(Text()); }
+
+void TWinControl::DestroyHandle() {
+    if (FHandle) {
+        const HWND window = FHandle;
+        FDestroyingWindow = true;
+        DestroyWindow(window);
+        if (FHandle == window) { // only the thread that made it can destroy it
+            SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
+            WindowDestroyed();
+        }
+        FDestroyingWindow = false;
+    }
+}
+
+void TWinControl::RecreateWnd() {
+    if (!FHandle) {
+        return;
+    }
+    const HWND focus = ::GetFocus();
+    TWinControl* const focused = FindControl(focus);
+    const bool hadFocus = focused && ContainsControl(focused);
+    DestroyHandle();
+    HandleNeeded();
+    if (Parent()) {
+        Parent()->ArrangeWindows();
+    }
+    if (hadFocus && focused->FHandle) {
+        ::SetFocus(focused->FHandle);
+    }
+}
+
+void TWinControl::SetParentWindow(HWND value) {
+    if (Parent() || FParentWindow == value) {
+        return;
+    }
+    if (FHandle && value) {
+        FParentWindow = value;
+        ::SetParent(FHandle, value);
+    } else {
+        DestroyHandle();
+        FParentWindow = value;
+        if (value) {
+            HandleNeeded();
+        }
+    }
+}
+
+void TWinControl::SetParent(TWinControl* value) {
+    if (Parent() == value) {
+        return;
+    }
+    if (value) {
+        FParentWindow = nullptr;
+    }
+    const bool hadFocus = FHandle && value && ::GetFocus() == FHandle;
+    if (TCustomForm* const form = FHandle && Parent() ? GetParentForm(Parent()) : nullptr) {
+        form->ControlGone(*this);
+        if (!form->IsDestroying() && form->HandleAllocated()) {
+            form->FocusLeaves(*this); // else the keyboard would reach nobody
+        }
+    }
+    DestroyHandle();
+    TControl::SetParent(value);
+    if (value && value->FHandle) {
+        HandleNeeded();
+        value->ArrangeWindows();
+        if (hadFocus && CanFocus()) {
+            SetFocus();
+        }
+    }
+}
+
+// --- Z order
+
+TWinControl* TWinControl::TopParent() {
+    TWinControl* top = this;
+    while (top->Parent()) {
+        top = top->Parent();
+    }
+    return top;
+}
+
+void TWinControl::ArrangeWindows() {
+    if (!FHandle) {
+        return;
+    }
+    std::vector<TWinControl*> order; // from the front to the back
+    if (TopParent()->FParentWindow) {
+        order = FTabList; // a foreign dialog moves the focus in Z order
+    } else {
+        for (auto i = FControls.rbegin(); i != FControls.rend(); ++i) {
+            if (auto* const control = dynamic_cast<TWinControl*>(*i)) {
+                order.push_back(control);
+            }
+        }
+    }
+    HWND above = HWND_TOP;
+    for (const TWinControl* control : order) {
+        if (control->FHandle) {
+            SetWindowPos(control->FHandle, above, 0, 0, 0, 0,
+                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+            above = control->FHandle;
+        }
+    }
+}
+
+void TWinControl::ArrangeAllWindows() {
+    ArrangeWindows();
+    for (TWinControl* control : FTabList) {
+        control->ArrangeAllWindows();
+    }
+}
+
+void TWinControl::SetZOrder(bool front) {
+    TControl::SetZOrder(front);
+    if (Parent()) {
+        Parent()->ArrangeWindows();
+    } else if (FHandle) {
+        SetWindowPos(FHandle, front ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,207 @@
+#include "ui/Dialogs.h"
+
+#include "ui/Handles.h"
+
+namespace kx {
+
+namespace {
+
+DWORD ThreadOf(HWND window) { return GetWindowThreadProcessId(window, nullptr); }
+
+bool InApplicationThread() { return ThreadOf(Application().Handle()) == GetCurrentThreadId(); }
+
+bool CanTakeFocus(HWND window) { return IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0; }
+
+/// The application waits for a system dialog: its windows are disabled, and get the focus back at the end.
+class TModalScope {
+public:
+    explicit TModalScope(HWND owner)
+        : FActive(GetActiveWindow()), FFocus(GetFocus()), FOwner(IsWindowEnabled(owner) != 0 ? owner : nullptr),
+          FInApplicationThread(InApplicationThread()) {
+        if (FInApplicationThread) {
+            Application().ModalStarted();
+        }
+        // The owner is left to the system: it enables the owner before it hides the dialog, so that the owner becomes
+        // the active window and not some other program's.
+        FDisabled = DisableTaskWindows(owner);
+    }
+    TModalScope(const TModalScope&) = delete;
+    TModalScope& operator=(const TModalScope&) = delete;
+    ~TModalScope() {
+        EnableTaskWindows(FDisabled);
+        if (FOwner) { // a dialog that was destroyed instead of ended left it disabled
+            EnableWindow(FOwner, TRUE);
+        }
+        if (FActive != GetActiveWindow() && CanTakeFocus(FActive)) {
+            SetActiveWindow(FActive);
+        }
+        if (FFocus != GetFocus() && GetAncestor(FFocus, GA_ROOT) == GetActiveWindow() && CanTakeFocus(FFocus)) {
+            SetFocus(FFocus);
+        }
+        if (FInApplicationThread) {
+            Guarded([] { Application().ModalFinished(); });
+        }
+    }
+
+private:
+    HWND FActive;
+    HWND FFocus;
+    HWND FOwner; ///< Null when it was disabled before.
+    bool FInApplicationThread;
+    TTaskWindowList FDisabled;
+};
+
+/// Signals an event at the end of a scope.
+class TSignalAtEnd {
+public:
+    explicit TSignalAtEnd(std::shared_ptr<void> event) : FEvent(std::move(event)) {}
+    TSignalAtEnd(const TSignalAtEnd&) = delete;
+    TSignalAtEnd& operator=(const TSignalAtEnd&) = delete;
+    ~TSignalAtEnd() { SetEvent(FEvent.get()); }
+
+private:
+    std::shared_ptr<void> FEvent;
+};
+
+/// Answers a dialog or a message box, of whatever thread, with the most harmless of its buttons.
+void CancelDialog(HWND dialog) {
+    for (const int id : {IDCANCEL, IDNO, IDABORT, IDOK}) {
+        if (GetDlgItem(dialog, id)) {
+            PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
+            return;
+        }
+    }
+}
+
+} // namespace
+
+const TClass& TCommonDialog::StaticClass() {
+    static const TClassBuilder<TCommonDialog> cls("TCommonDialog", TComponent::StaticClass(), [](auto& c) {
+        c.Property("OnClose", &TCommonDialog::OnClose, &TCommonDialog::SetOnClose);
+        c.Property("OnShow", &TCommonDialog::OnShow, &TCommonDialog::SetOnShow);
+    });
+    return cls.Class();
+}
+
+TCommonDialog::TCommonDialog(TComponent* owner) : TComponent(owner), FAlive(std::make_shared<char>()) {
+    FSubclass.SetHandler([this](TMessage& message) { HandleMessage(message); });
+}
+
+TCommonDialog::~TCommonDialog() { CloseShown(); }
+
+void TCommonDialog::BeforeDestruction() {
+    CloseShown();
+    TComponent::BeforeDestruction();
+}
+
+HWND TCommonDialog::DialogWindow() const { return FHandle; }
+
+void TCommonDialog::DoShow() { FOnShow(this); }
+void TCommonDialog::DoClose() { FOnClose(this); }
+
+bool TCommonDialog::MessageHook(TMessage&) { return false; }
+void TCommonDialog::WndProc(TMessage& message) { DefaultHandler(message); }
+void TCommonDialog::DefaultHandler(TMessage& message) { FSubclass.CallPrevious(message); }
+
+void TCommonDialog::AttachHandle(HWND window) {
+    FSubclass.Install(window);
+    FHandle = window;
+    FEnding = false;
+}
+
+void TCommonDialog::DialogShown() {
+    FShown = true;
+    DoShow();
+}
+
+void TCommonDialog::HandleMessage(TMessage& message) {
+    HWND window = FHandle;
+    const WNDPROC previous = FSubclass.Previous();
+    const auto alive = Alive();
+    const bool going = alive.expired(); // then CloseShown waits for this message
+    if (message.Msg == WM_DESTROY) {
+        FEnding = true;
+        if (std::exchange(FShown, false)) {
+            Guarded([this] { DoClose(); });
+            if (!going && alive.expired()) { // freed by its own event
+                message.Result = CallWindowProcA(previous, window, message.Msg, message.WParam, message.LParam);
+                return;
+            }
+        }
+    } else if (message.Msg == WM_NCDESTROY) {
+        FHandle = nullptr;
+    }
+    if (!MessageHook(message) && (going || !alive.expired())) {
+        WndProc(message);
+    }
+}
+
+bool TCommonDialog::TaskModalDialog(HWND owner, const std::function<bool()>& dialogFunc) {
+    if (FRunning) {
+        throw EInvalidOperation("Dialog is already shown");
+    }
+    const std::shared_ptr<void> running(CreateEventA(nullptr, TRUE, FALSE, nullptr), CloseHandle);
+    const TSignalAtEnd signal(running);
+    const auto alive = Alive();
+    bool result = false;
+    FRunning = running;
+    try {
+        const TModalScope modal(owner);
+        result = dialogFunc();
+    } catch (...) {
+        if (!alive.expired()) {
+            FRunning.reset();
+        }
+        throw;
+    }
+    if (alive.expired()) {
+        return false;
+    }
+    FRunning.reset();
+    return result;
+}
+
+HWND TCommonDialog::OwnerWindow() {
+    HWND active = GetActiveWindow();
+    if (active) {
+        return active;
+    }
+    return InApplicationThread() ? Application().ActiveFormHandle() : Application().Handle();
+}
+
+void TCommonDialog::CloseShown() {
+    FAlive.reset();
+    HWND dialog = DialogWindow();
+    if (!FRunning || !dialog || FEnding) {
+        return; // a dialog that has no window yet finds out by the token
+    }
+    if (ThreadOf(dialog) != GetCurrentThreadId()) {
+        CloseFromOutside(dialog);
+        return;
+    }
+    // Cancelling would leave the windows to the message loop, which comes to them when the component has gone; and the
+    // boxes that the dialog opened would not let it end. Destroying it takes everything that it owns along, and all
+    // their loops end as cancelled. They look when a message wakes them.
+    DestroyWindow(dialog);
+    PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+/// The dialog runs in another thread, which may need this one's message loop in order to end.
+void TCommonDialog::CloseFromOutside(HWND dialog) const {
+    constexpr DWORD patience = 100; // milliseconds until the next box, if one is open, is answered
+    const std::shared_ptr<void> running = FRunning;
+    HANDLE over = running.get();
+    DWORD state = WAIT_TIMEOUT;
+    while (state != WAIT_OBJECT_0) {
+        if (state == WAIT_TIMEOUT) {
+            CancelDialog(GetLastActivePopup(dialog));
+        } else {
+            Application().ProcessMessages();
+        }
+        state = MsgWaitForMultipleObjects(1, &over, FALSE, patience, QS_ALLINPUT);
+    }
+}
+
+void ShowMessage(const std::string& text) { Application().MessageBox(text, Application().Title(), MB_OK); }
+
+} // namespace kx

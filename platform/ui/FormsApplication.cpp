@@ -1,0 +1,313 @@
+#include "ui/Forms.h"
+
+#include "core/FormText.h"
+#include "ui/Barrier.h"
+
+#include <algorithm>
+
+namespace kx {
+
+namespace {
+
+TApplication* TheApplication = nullptr;
+
+constexpr UINT WM_RUNQUEUE = WM_APP + 1;
+constexpr UINT_PTR HintTimerId = 1;
+
+std::string Convert(std::string_view text, UINT from, UINT to) {
+    if (text.empty() || GetACP() == CP_UTF8) {
+        return std::string(text);
+    }
+    const int size = static_cast<int>(text.size());
+    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(from, 0, text.data(), size, nullptr, 0)), L'\0');
+    MultiByteToWideChar(from, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
+    const int wideSize = static_cast<int>(wide.size());
+    std::string result(
+        static_cast<size_t>(WideCharToMultiByte(to, 0, wide.data(), wideSize, nullptr, 0, nullptr, nullptr)), '\0');
+    WideCharToMultiByte(to, 0, wide.data(), wideSize, result.data(), static_cast<int>(result.size()), nullptr, nullptr);
+    return result;
+}
+
+/// What the portable layer has to know of the process's code page.
+void InstallCodePage() {
+    for (unsigned c = 0x80; c <= 0xFF; ++c) {
+        SetLeadByte(static_cast<unsigned char>(c), IsDBCSLeadByte(static_cast<BYTE>(c)) != 0);
+    }
+    SetFormTextCodec([](std::string_view utf8) { return Convert(utf8, CP_UTF8, CP_ACP); },
+                     [](std::string_view ansi) { return Convert(ansi, CP_ACP, CP_UTF8); });
+}
+
+} // namespace
+
+TApplication& Application() {
+    static TApplication application;
+    return application;
+}
+
+/// Work for the message loop, queued by any thread.
+struct TApplication::TQueue {
+    SRWLOCK Lock = SRWLOCK_INIT;
+    std::vector<std::function<void()>> Calls;
+};
+
+const TClass& TApplication::StaticClass() {
+    static const TClassBuilder<TApplication> cls("TApplication", TComponent::StaticClass());
+    return cls.Class();
+}
+
+TApplication* TApplication::Existing() { return TheApplication; }
+
+TApplication::TApplication() : FQueue(std::make_unique<TQueue>()) {
+    TheApplication = this;
+    InstallCodePage();
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_PAGESCROLLER_CLASS};
+    InitCommonControlsEx(&controls);
+
+    WNDCLASSA info{};
+    info.lpfnWndProc = WindowProc;
+    info.hInstance = HInstance();
+    info.lpszClassName = "TApplication";
+    RegisterClassA(&info);
+    FHandle = CreateWindowExA(0, info.lpszClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(), nullptr);
+    if (!FHandle) {
+        RaiseLastOSError();
+    }
+    if (const HICON icon = LoadIconA(GetModuleHandleA(nullptr), "MAINICON")) {
+        FIcon.SetHandle(CopyIcon(icon));
+    }
+}
+
+TApplication::~TApplication() {
+    Destroying();
+    CancelHint();
+    FHintWindow.reset();
+    DestroyComponents();
+    TheApplication = nullptr;
+    DestroyWindow(FHandle);
+    FHandle = nullptr;
+}
+
+HWND TApplication::Handle() { return FHandle; }
+
+std::string TApplication::ExeName() const {
+    char path[MAX_PATH];
+    return std::string(path, GetModuleFileNameA(nullptr, path, MAX_PATH));
+}
+
+std::string TApplication::Title() const {
+    return FTitle.empty() ? ChangeFileExt(ExtractFileName(ExeName()), "") : FTitle;
+}
+
+void TApplication::Notification(TComponent* component, TOperation operation) {
+    TComponent::Notification(component, operation);
+    if (operation == opRemove && component == FMainForm) {
+        FMainForm = nullptr;
+    }
+}
+
+void TApplication::FormCreated(TCustomForm& form) {
+    if (!FMainForm) {
+        FMainForm = &form;
+        form.FreeNotification(this);
+    }
+    form.AfterConstruction();
+}
+
+bool TApplication::Active() const {
+    const HWND foreground = GetForegroundWindow();
+    return foreground && GetWindowThreadProcessId(foreground, nullptr) == GetCurrentThreadId();
+}
+
+HWND TApplication::ActiveFormHandle() {
+    const HWND active = GetActiveWindow();
+    if (active && active != FHandle && IsWindowVisible(active)) {
+        return active; // it may be a dialog of the system
+    }
+    return FMainForm && FMainForm->HandleAllocated() ? FMainForm->WindowHandle() : FHandle;
+}
+
+int TApplication::MessageBox(const std::string& text, const std::string& caption, UINT flags) {
+    const HWND owner = ActiveFormHandle();
+    const HWND focus = ::GetFocus();
+    CancelHint();
+    ModalStarted();
+    const TTaskWindowList disabled = DisableTaskWindows(nullptr);
+    const int result = MessageBoxA(owner, text.c_str(), caption.c_str(), flags);
+    EnableTaskWindows(disabled);
+    SetActiveWindow(owner);
+    if (focus && IsWindow(focus) && IsWindowEnabled(focus)) {
+        ::SetFocus(focus);
+    }
+    ModalFinished();
+    return result;
+}
+
+// --- Exceptions
+
+void TApplication::HandleException(TObject* sender) {
+    if (!std::current_exception()) {
+        return;
+    }
+    if (const HWND capture = GetCapture()) {
+        SendMessageA(capture, WM_CANCELMODE, 0, 0);
+    }
+    const auto tell = [&](const std::exception& e) {
+        if (FOnException) {
+            FOnException(sender, e);
+        } else {
+            ShowException(e);
+        }
+    };
+    try {
+        throw;
+    } catch (const EAbort&) {
+        // ends an operation silently
+    } catch (const std::exception& e) {
+        tell(e);
+    } catch (...) {
+        tell(Exception("Unknown exception"));
+    }
+}
+
+void TApplication::ShowException(const std::exception& e) { MessageBox(e.what(), Title(), MB_OK | MB_ICONSTOP); }
+
+// --- Message loop
+
+void TApplication::Run() {
+    FTerminated = false;
+    if (FMainForm && FShowMainForm) {
+        FMainForm->SetVisible(true);
+    }
+    while (!FTerminated) {
+        Guarded([this] { HandleMessage(); });
+    }
+}
+
+void TApplication::Terminate() { PostQuitMessage(0); }
+
+void TApplication::ProcessMessages() {
+    MSG message;
+    while (ProcessMessage(message)) {
+    }
+}
+
+void TApplication::HandleMessage() {
+    MSG message;
+    if (!ProcessMessage(message)) {
+        Idle();
+    }
+}
+
+bool TApplication::ProcessMessage(MSG& message) {
+    if (!PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        return false;
+    }
+    if (message.message == WM_QUIT) {
+        FTerminated = true;
+        return false;
+    }
+    bool handled = false;
+    Guarded([&] { FOnMessage(message, handled); });
+    if (!handled) {
+        Guarded([&] { handled = PreTranslate(message); });
+    }
+    if (!handled) {
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+    return true;
+}
+
+bool TApplication::PreTranslate(MSG& message) {
+    if (FDialogHandle && IsDialogMessageA(FDialogHandle, &message)) {
+        return true;
+    }
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
+        return false;
+    }
+    for (HWND window = message.hwnd; window; window = GetAncestor(window, GA_PARENT)) {
+        if (TWinControl* const control = FindControl(window)) {
+            return control->PreTranslate(message);
+        }
+    }
+    return false;
+}
+
+void TApplication::Idle() {
+    bool done = true;
+    Guarded([&] { DoIdle(done); });
+    if (done && !FTerminated) {
+        WaitMessage();
+    }
+}
+
+void TApplication::DoIdle(bool& done) { FOnIdle(this, done); }
+
+// --- Hidden window
+
+LRESULT CALLBACK TApplication::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return Guarded(LRESULT{0}, [&] {
+        TApplication* const application = TheApplication;
+        return application ? application->WndProc(window, message, wParam, lParam)
+                           : DefWindowProcA(window, message, wParam, lParam);
+    });
+}
+
+LRESULT TApplication::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_RUNQUEUE: RunQueue(); return 0;
+    case WM_TIMER:
+        if (wParam == HintTimerId) {
+            HintTimer();
+        }
+        return 0;
+    case WM_ACTIVATEAPP:
+        if (wParam) {
+            FOnActivate(this);
+        } else {
+            CancelHint();
+            FOnDeactivate(this);
+        }
+        return 0;
+    default: return DefWindowProcA(window, message, wParam, lParam);
+    }
+}
+
+void TApplication::QueueCall(std::function<void()> work) {
+    AcquireSRWLockExclusive(&FQueue->Lock);
+    FQueue->Calls.push_back(std::move(work));
+    ReleaseSRWLockExclusive(&FQueue->Lock);
+    PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+}
+
+void TApplication::ReleaseLater(TCustomForm& form) {
+    if (std::find(FReleased.begin(), FReleased.end(), &form) == FReleased.end()) {
+        FReleased.push_back(&form);
+        PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+    }
+}
+
+void TApplication::RunQueue() {
+    while (!FReleased.empty()) {
+        TCustomForm* const form = FReleased.back();
+        FReleased.pop_back();
+        form->Free();
+    }
+    AcquireSRWLockExclusive(&FQueue->Lock);
+    const auto calls = std::exchange(FQueue->Calls, {});
+    ReleaseSRWLockExclusive(&FQueue->Lock);
+    for (const auto& call : calls) {
+        Guarded(call);
+    }
+}
+
+/// A control goes: nothing may refer to it any more.
+void TApplication::ControlGone(const TControl& control) {
+    std::erase_if(FReleased, [&](const TCustomForm* form) { return form == &control; });
+    if (FHintControl == &control) {
+        FHintControl = nullptr;
+        CancelHint();
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,136 @@
+#include "ui/Forms.h"
+
+namespace kx {
+
+// --- Windows of the thread
+
+namespace {
+
+struct TTaskWindowCollector {
+    HWND Except;
+    TTaskWindowList Windows;
+};
+
+BOOL CALLBACK CollectTaskWindow(HWND window, LPARAM param) {
+    return Guarded(BOOL{TRUE}, [&]() -> BOOL {
+        auto& collector = *reinterpret_cast<TTaskWindowCollector*>(param);
+        if (window != collector.Except && IsWindowVisible(window) && IsWindowEnabled(window)) {
+            collector.Windows.push_back(window);
+        }
+        return TRUE;
+    });
+}
+
+} // namespace
+
+TTaskWindowList DisableTaskWindows(HWND except) {
+    TTaskWindowCollector collector{except, {}};
+    EnumThreadWindows(GetCurrentThreadId(), CollectTaskWindow, reinterpret_cast<LPARAM>(&collector));
+    for (const HWND window : collector.Windows) {
+        EnableWindow(window, FALSE);
+    }
+    return std::move(collector.Windows);
+}
+
+void EnableTaskWindows(const TTaskWindowList& windows) {
+    for (const HWND window : windows) {
+        if (IsWindow(window)) {
+            EnableWindow(window, TRUE);
+        }
+    }
+}
+
+// --- Modal forms
+
+TModalResult TCustomForm::ShowModal() {
+    if (Visible() || !Enabled() || FModal || ParentWindow() || Parent()) {
+        throw EInvalidOperation("Cannot make a visible window modal");
+    }
+    Application().CancelHint();
+    if (const HWND capture = GetCapture()) {
+        SendMessageA(capture, WM_CANCELMODE, 0, 0);
+    }
+    const TAliveGuard alive(*this);
+    AfterConstruction();
+    if (!alive) {
+        return mrCancel;
+    }
+    FModal = true;
+    FModalResult = mrNone;
+    const HWND active = GetActiveWindow();
+    if (HandleAllocated()) {
+        SetWindowLongPtrA(WindowHandle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(OwnerWindow()));
+    } else {
+        HandleNeeded(); // its owner is still active
+    }
+    Application().ModalStarted();
+    const TTaskWindowList disabled = DisableTaskWindows(WindowHandle());
+
+    // Whatever happens, the other windows come back.
+    std::exception_ptr failure;
+    TModalResult result = mrCancel;
+    try {
+        Show();
+        while (alive && FModalResult == mrNone) {
+            Application().HandleMessage();
+            if (!alive) {
+                break;
+            }
+            if (Application().Terminated()) {
+                FModalResult = mrCancel;
+            } else if (FModalResult != mrNone) {
+                CloseModal();
+            }
+        }
+        result = alive ? FModalResult : mrCancel;
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    EnableTaskWindows(disabled); // before the form goes: else another program would be activated
+    if (active && IsWindow(active) && IsWindowEnabled(active)) {
+        SetActiveWindow(active);
+    }
+    if (alive) {
+        FModal = false;
+        Hide();
+    }
+    Application().ModalFinished();
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+    return result;
+}
+
+/// A modal result was set: the form's handlers have a say in it.
+void TCustomForm::CloseModal() {
+    const TAliveGuard alive(*this);
+    bool stays = true; // also when a handler fails
+    Guarded([&] {
+        if (!CloseQuery() || !alive) {
+            return;
+        }
+        TCloseAction action = caHide;
+        DoClose(action);
+        stays = action == caNone;
+        if (alive && action == caFree) {
+            Release();
+        }
+    });
+    if (alive && stays) {
+        FModalResult = mrNone;
+    }
+}
+
+void TApplication::ModalStarted() {
+    if (++FModalLevel == 1) {
+        FOnModalBegin(this);
+    }
+}
+
+void TApplication::ModalFinished() {
+    if (FModalLevel > 0 && --FModalLevel == 0) {
+        FOnModalEnd(this);
+    }
+}
+
+} // namespace kx

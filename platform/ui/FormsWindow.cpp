@@ -1,0 +1,362 @@
+#include "ui/Forms.h"
+#include "ui/Menus.h"
+
+namespace kx {
+
+// --- Style
+
+void TCustomForm::CreateParams(TCreateParams& params) {
+    TWinControl::CreateParams(params);
+    if (Parent() || ParentWindow()) {
+        if (!Parent()) {
+            params.Style &= ~static_cast<DWORD>(WS_VISIBLE); // shown after OnShow
+        }
+    } else {
+        params.Style &= ~static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_TABSTOP);
+        params.WndParent = OwnerWindow();
+        if (Application().MainForm() == this) {
+            params.ExStyle |= WS_EX_APPWINDOW;
+        }
+        if (FFormStyle == fsStayOnTop) {
+            params.ExStyle |= WS_EX_TOPMOST;
+        }
+    }
+    const bool child = (params.Style & WS_CHILD) != 0;
+    bool resizable = false;
+    switch (FBorderStyle) {
+    case bsNone: params.Style |= child ? 0 : DWORD{WS_POPUP}; return;
+    case bsSingle: params.Style |= WS_CAPTION; break;
+    case bsSizeable:
+        params.Style |= WS_CAPTION | WS_THICKFRAME;
+        resizable = true;
+        break;
+    case bsDialog:
+        params.Style |= child ? WS_CAPTION : WS_POPUP | WS_CAPTION;
+        params.ExStyle |= WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE;
+        break;
+    case bsToolWindow:
+        params.Style |= WS_CAPTION;
+        params.ExStyle |= WS_EX_TOOLWINDOW;
+        break;
+    case bsSizeToolWin:
+        params.Style |= WS_CAPTION | WS_THICKFRAME;
+        params.ExStyle |= WS_EX_TOOLWINDOW;
+        break;
+    }
+    if (FBorderIcons.Contains(biSystemMenu)) {
+        params.Style |= WS_SYSMENU;
+        if (resizable || FBorderStyle == bsSingle) {
+            params.Style |= FBorderIcons.Contains(biMinimize) ? DWORD{WS_MINIMIZEBOX} : 0;
+            params.Style |= FBorderIcons.Contains(biMaximize) ? DWORD{WS_MAXIMIZEBOX} : 0;
+        }
+        if (FBorderIcons.Contains(biHelp) && !(params.Style & (WS_MINIMIZEBOX | WS_MAXIMIZEBOX))) {
+            params.ExStyle |= WS_EX_CONTEXTHELP;
+        }
+    }
+}
+
+HWND TCustomForm::OwnerWindow() const {
+    if (Application().MainForm() == this) {
+        return nullptr;
+    }
+    if (FModal) {
+        const HWND active = Application().ActiveFormHandle();
+        return active == WindowHandle() ? Application().Handle() : active;
+    }
+    return Application().Handle();
+}
+
+TPoint TCustomForm::FrameExtent() const {
+    TPoint extent = TWinControl::FrameExtent();
+    if (FMenu && FMenu->Items().Count() > 0 && !IsDocked()) {
+        extent.Y += GetSystemMetrics(SM_CYMENU);
+    }
+    return extent;
+}
+
+/// The window stays: what is in it, the focus, selections and scroll positions, is not touched.
+void TCustomForm::UpdateWindowStyle() {
+    const HWND window = WindowHandle();
+    if (!window || Parent()) {
+        return;
+    }
+    TCreateParams params;
+    CreateParams(params);
+    constexpr DWORD kept = WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE;
+    const auto oldStyle = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+    const DWORD style = (params.Style & ~kept) | (oldStyle & kept);
+    const bool wasChild = (oldStyle & WS_CHILD) != 0;
+    const bool child = (style & WS_CHILD) != 0;
+    const bool wasOnTop = (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    const HWND oldParent = wasChild ? GetAncestor(window, GA_PARENT) : nullptr;
+    const TRect bounds = BoundsRect();
+    const bool shown = (oldStyle & WS_VISIBLE) != 0;
+    const bool moves = child != wasChild || (child && oldParent != params.WndParent);
+
+    if (moves && shown) {
+        ShowWindow(window, SW_HIDE);
+    }
+    const auto setStyle = [&] {
+        const DWORD visible = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)) & WS_VISIBLE;
+        SetWindowLongA(window, GWL_STYLE, static_cast<LONG>((style & ~static_cast<DWORD>(WS_VISIBLE)) | visible));
+        SetWindowLongA(window, GWL_EXSTYLE, static_cast<LONG>(params.ExStyle));
+    };
+    if (child) {
+        if (!wasChild) {
+            ::SetMenu(window, nullptr);
+            setStyle();
+            SetWindowLongPtrA(window, GWLP_ID, static_cast<LONG_PTR>(reinterpret_cast<UINT_PTR>(NextControlId())));
+            ::SetParent(window, params.WndParent);
+        } else {
+            ::SetParent(window, params.WndParent);
+            setStyle();
+        }
+    } else {
+        if (wasChild) {
+            ::SetParent(window, nullptr);
+            SetWindowLongPtrA(window, GWLP_ID, 0);
+        }
+        setStyle();
+        SetWindowLongPtrA(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(params.WndParent));
+        ApplyMenu();
+    }
+    const bool onTop = (params.ExStyle & WS_EX_TOPMOST) != 0;
+    const bool zOrder = moves || onTop != wasOnTop;
+    SetWindowPos(window,
+                 onTop      ? HWND_TOPMOST
+                 : wasOnTop ? HWND_NOTOPMOST
+                            : HWND_TOP,
+                 bounds.Left, bounds.Top, bounds.Right - bounds.Left, bounds.Bottom - bounds.Top,
+                 SWP_NOACTIVATE | SWP_FRAMECHANGED | (zOrder ? 0u : UINT{SWP_NOZORDER}));
+    if (moves && shown) {
+        ShowWindow(window, SW_SHOWNA);
+    }
+}
+
+void TCustomForm::SetParentWindow(HWND value) {
+    if (Parent() || ParentWindow() == value) {
+        return;
+    }
+    SetParentWindowField(value);
+    if (HandleAllocated()) {
+        UpdateWindowStyle();
+        ArrangeAllWindows();
+    } else if (value && Visible()) {
+        HandleNeeded();
+        ShowWindowNow();
+    }
+}
+
+// --- Making, showing and losing the window
+
+void TCustomForm::CreateHandle() {
+    AfterConstruction();
+    if (HandleAllocated()) {
+        return; // OnCreate did it
+    }
+    PlaceFirst();
+    TWinControl::CreateHandle();
+    if (Visible() && !FShowing && !Parent()) {
+        ShowWindowNow();
+    }
+}
+
+void TCustomForm::CreateWnd() {
+    TWinControl::CreateWnd();
+    RECT r;
+    GetWindowRect(WindowHandle(), &r);
+    if (!(GetWindowLongA(WindowHandle(), GWL_STYLE) & WS_CHILD)) {
+        SetBoundsFields(r.left, r.top, r.right - r.left, r.bottom - r.top); // the system may have chosen them
+    }
+    ApplyIcon();
+    ApplyMenu();
+    AlignControls();
+    Resize();
+}
+
+/// A foreign window took ours along: the form is no part of it any more, and not to be seen.
+void TCustomForm::WindowLost() {
+    FIsActive = false;
+    if (Visible()) {
+        FVisible = false;
+        Guarded([this] { DoHide(); });
+    }
+}
+
+void TCustomForm::PlaceFirst() {
+    if (std::exchange(FPlaced, true) || Parent() || ParentWindow()) {
+        return;
+    }
+    const auto center = [this](const TRect& area) {
+        SetBounds(area.Left + (area.Right - area.Left - Width()) / 2,
+                  area.Top + (area.Bottom - area.Top - Height()) / 2, Width(), Height());
+    };
+    const TCustomForm* over = nullptr;
+    switch (FPosition) {
+    case poMainFormCenter: over = Application().MainForm(); break;
+    case poOwnerFormCenter:
+        over = dynamic_cast<TCustomForm*>(Owner());
+        over = over ? over : Application().MainForm();
+        break;
+    case poScreenCenter:
+    case poDesktopCenter: break;
+    default: return;
+    }
+    center(over && over != this ? over->BoundsRect() : TRect{0, 0, Screen().Width(), Screen().Height()});
+}
+
+void TCustomForm::Show() {
+    const TAliveGuard alive(*this);
+    SetVisible(true);
+    if (alive) {
+        BringToFront();
+    }
+}
+
+void TCustomForm::SetVisible(bool value) {
+    if (IsLoading()) {
+        FVisibleWanted = value;
+        return;
+    }
+    FVisibleWanted = false;
+    if (Visible() == value) {
+        return;
+    }
+    const TAliveGuard alive(*this);
+    if (value) {
+        AfterConstruction();
+    }
+    if (alive) {
+        TWinControl::SetVisible(value);
+    }
+}
+
+void TCustomForm::VisibleChanged() {
+    const TAliveGuard alive(*this);
+    if (Visible()) {
+        FShowing = true;
+        HandleNeeded();
+        Guarded([this] { DoShow(); });
+        if (alive) {
+            FShowing = false;
+            if (Visible()) {
+                ShowWindowNow();
+            }
+        }
+    } else {
+        Guarded([this] { DoHide(); });
+        if (alive && HandleAllocated() && !Visible()) {
+            ShowWindow(WindowHandle(), SW_HIDE);
+        }
+    }
+    if (alive) {
+        RequestAlign();
+    }
+}
+
+void TCustomForm::ShowWindowNow() {
+    int how = SW_SHOWNORMAL;
+    if (Parent() || ParentWindow()) {
+        how = SW_SHOWNA;
+    } else if (FWindowState == wsMaximized) {
+        how = SW_SHOWMAXIMIZED;
+    } else if (FWindowState == wsMinimized) {
+        how = SW_SHOWMINIMIZED;
+    }
+    ShowWindow(WindowHandle(), how);
+}
+
+void TCustomForm::ApplyIcon() {
+    if (!HandleAllocated() || IsDestroying()) {
+        return;
+    }
+    const bool dialog = FBorderStyle == bsDialog || FBorderStyle == bsToolWindow || FBorderStyle == bsSizeToolWin;
+    TIcon& icon = FIcon.Empty() && !dialog ? Application().Icon() : FIcon;
+    const auto handle = reinterpret_cast<LPARAM>(icon.Handle());
+    SendMessageA(WindowHandle(), WM_SETICON, ICON_SMALL, handle);
+    SendMessageA(WindowHandle(), WM_SETICON, ICON_BIG, handle);
+}
+
+void TCustomForm::ApplyMenu() {
+    if (!HandleAllocated() || (GetWindowLongA(WindowHandle(), GWL_STYLE) & WS_CHILD)) {
+        return;
+    }
+    if (FMenu && FBorderStyle != bsDialog) {
+        ::SetMenu(WindowHandle(), FMenu->Handle());
+        FMenu->SetWindowHandle(WindowHandle());
+    } else {
+        ::SetMenu(WindowHandle(), nullptr);
+    }
+}
+
+void TCustomForm::SaveWindowState() {
+    TWinControl::SaveWindowState();
+    ::SetMenu(WindowHandle(), nullptr); // the menu is not the window's to destroy
+    if (FMenu) {
+        FMenu->SetWindowHandle(nullptr);
+    }
+}
+
+// --- Messages
+
+void TCustomForm::WndProc(TMessage& message) {
+    switch (message.Msg) {
+    case WM_CLOSE: Close(); return;
+    case WM_ACTIVATE:
+        TWinControl::WndProc(message);
+        Activated(LOWORD(message.WParam) != WA_INACTIVE);
+        return;
+    case WM_SIZE:
+        TWinControl::WndProc(message);
+        if (!IsDocked() && HandleAllocated() && Visible()) {
+            FWindowState = message.WParam == SIZE_MAXIMIZED   ? wsMaximized
+                           : message.WParam == SIZE_MINIMIZED ? wsMinimized
+                                                              : wsNormal;
+        }
+        return;
+    case WM_GETMINMAXINFO: {
+        TWinControl::WndProc(message);
+        auto& info = message.LParamAs<MINMAXINFO>();
+        const auto limit = [](LONG& field, int value) { field = value > 0 ? value : field; };
+        limit(info.ptMinTrackSize.x, Constraints().MinWidth());
+        limit(info.ptMinTrackSize.y, Constraints().MinHeight());
+        limit(info.ptMaxTrackSize.x, Constraints().MaxWidth());
+        limit(info.ptMaxTrackSize.y, Constraints().MaxHeight());
+        return;
+    }
+    case WM_COMMAND:
+    case WM_INITMENUPOPUP:
+    case WM_MEASUREITEM:
+    case WM_DRAWITEM:
+        if (FMenu && DispatchMenuMessage(FMenu, message.Msg, message.WParam, message.LParam, message.Result)) {
+            return;
+        }
+        break;
+    default: break;
+    }
+    TWinControl::WndProc(message);
+}
+
+void TCustomForm::Activated(bool active) {
+    if (FIsActive == active) {
+        return;
+    }
+    FIsActive = active;
+    const TAliveGuard alive(*this);
+    if (active) {
+        Screen().FActiveForm = this;
+        Activate();
+    } else {
+        Application().CancelHint();
+        if (Screen().FActiveForm == this) {
+            Screen().FActiveForm = nullptr;
+        }
+        Deactivate();
+    }
+}
+
+bool TCustomForm::Active() const {
+    return WindowHandle() && GetActiveWindow() == GetAncestor(WindowHandle(), GA_ROOT) && GetActiveWindow();
+}
+
+} // namespace kx

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ui/ControlTypes.h"
+#include "ui/Windows.h"
+
+#include <initializer_list>
+#include <string_view>
+
+namespace kx::test {
+
+// Real input, as if it came from the mouse and the keyboard. It arrives through the message queue: wait for what it
+// brings about.
+
+TPoint CenterOf(HWND window); ///< In screen coordinates.
+void MoveMouse(TPoint screen);
+void ClickAt(TPoint screen, TMouseButton button = mbLeft);
+void DoubleClickAt(TPoint screen);
+/// Clicks the middle of the window; a test failure when another window covers it there.
+void Click(HWND window, TMouseButton button = mbLeft);
+/// Presses the left button at `from`, moves to `to` in steps, and releases it there.
+void Drag(TPoint from, TPoint to);
+
+/// Presses and releases a key while the `held` ones are down: `PressKey('A', {VK_CONTROL})`.
+void PressKey(WORD key, std::initializer_list<WORD> held = {});
+/// Types letters, digits, blanks and whatever else the keyboard layout has a key for.
+void TypeText(std::string_view text);
+
+/// Presses a button by message, without the mouse: nothing may cover it, nothing else is disturbed.
+void PressButton(HWND button);
+
+/// Chooses an item in a combo box as a user would: selects it and has the parent told. `code` is the notification that
+/// the parent acts on.
+bool ChooseInCombo(HWND combo, int index, WORD code = CBN_SELCHANGE);
+
+} // namespace kx::test

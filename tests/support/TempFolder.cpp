@@ -1,0 +1,124 @@
+#include "support/TempFolder.h"
+
+#include "ui/Handles.h"
+
+#include <gtest/gtest.h>
+
+namespace kx::test {
+
+namespace {
+
+std::wstring ToWide(UINT codePage, std::string_view text) {
+    if (text.empty()) {
+        return {};
+    }
+    const int size = static_cast<int>(text.size());
+    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0)), L'\0');
+    MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+std::string ToBytes(UINT codePage, const std::wstring& wide) {
+    if (wide.empty()) {
+        return {};
+    }
+    const int size = static_cast<int>(wide.size());
+    const int needed = WideCharToMultiByte(codePage, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string text(static_cast<size_t>(needed), '\0');
+    WideCharToMultiByte(codePage, 0, wide.data(), size, text.data(), needed, nullptr, nullptr);
+    return text;
+}
+
+void RemoveTree(const std::wstring& folder) {
+    WIN32_FIND_DATAW entry;
+    HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            const std::wstring name = entry.cFileName;
+            if (name == L"." || name == L"..") {
+                continue;
+            }
+            const std::wstring path = folder + L"\\" + name;
+            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+            if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+                RemoveTree(path);
+            } else {
+                DeleteFileW(path.c_str());
+            }
+        } while (FindNextFileW(search, &entry) != 0);
+        FindClose(search);
+    }
+    RemoveDirectoryW(folder.c_str());
+}
+
+/// Makes every folder of `path`, from the position behind `root` on.
+void MakeFolders(const std::wstring& path, size_t root) {
+    for (size_t at = path.find(L'\\', root); at != std::wstring::npos; at = path.find(L'\\', at + 1)) {
+        CreateDirectoryW(path.substr(0, at).c_str(), nullptr);
+    }
+    CreateDirectoryW(path.c_str(), nullptr);
+}
+
+} // namespace
+
+std::string FromUtf8(std::string_view text) { return ToBytes(CP_ACP, ToWide(CP_UTF8, text)); }
+std::string ToUtf8(std::string_view text) { return ToBytes(CP_UTF8, ToWide(CP_ACP, text)); }
+bool CodePageHolds(std::string_view utf8) { return ToUtf8(FromUtf8(utf8)) == utf8; }
+
+TTempFolder::TTempFolder(std::string_view name) {
+    static int count = 0;
+    wchar_t base[MAX_PATH + 1];
+    GetTempPathW(MAX_PATH + 1, base);
+    FPath =
+        base + ToWide(CP_UTF8, name) + L"_" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++count);
+    RemoveTree(FPath);
+    MakeFolders(FPath, FPath.find(L'\\') + 1);
+    if (GetFileAttributesW(FPath.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        ADD_FAILURE() << "cannot make the folder " << ToBytes(CP_UTF8, FPath);
+    }
+    // The paths that dialogs give back are long ones.
+    wchar_t full[MAX_PATH + 1];
+    const DWORD size = GetLongPathNameW(FPath.c_str(), full, MAX_PATH + 1);
+    if (size > 0 && size <= MAX_PATH) {
+        FPath = full;
+    }
+}
+
+TTempFolder::~TTempFolder() {
+    // A dialog may have made the folder the current one, and a current folder cannot be removed.
+    wchar_t current[MAX_PATH + 1] = L"";
+    GetCurrentDirectoryW(MAX_PATH + 1, current);
+    if (std::wstring(current).compare(0, FPath.size(), FPath) == 0) {
+        SetCurrentDirectoryW(FPath.substr(0, FPath.rfind(L'\\')).c_str());
+    }
+    RemoveTree(FPath);
+}
+
+std::wstring TTempFolder::Wide(std::string_view name) const { return FPath + L"\\" + ToWide(CP_UTF8, name); }
+
+std::string TTempFolder::Path() const { return ToBytes(CP_ACP, FPath); }
+std::string TTempFolder::Path(std::string_view name) const { return ToBytes(CP_ACP, Wide(name)); }
+
+std::string TTempFolder::AddFile(std::string_view name, std::string_view content) const {
+    const std::wstring path = Wide(name);
+    MakeFolders(path.substr(0, path.rfind(L'\\')), FPath.size());
+    const unique_hfile file(
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD written = 0;
+    if (!file || WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr) == 0) {
+        ADD_FAILURE() << "cannot write " << name << " (error " << GetLastError() << ")";
+    }
+    return ToBytes(CP_ACP, path);
+}
+
+std::string TTempFolder::AddFolder(std::string_view name) const {
+    const std::wstring path = Wide(name);
+    MakeFolders(path, FPath.size());
+    return ToBytes(CP_ACP, path);
+}
+
+bool TTempFolder::Contains(std::string_view name) const {
+    return GetFileAttributesW(Wide(name).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+} // namespace kx::test

@@ -1,0 +1,333 @@
+#include "ui/StdCtrls.h"
+#include "support/DialogDriver.h"
+#include "ui/ComCtrls.h"
+#include "ui/ExtCtrls.h"
+#include "ui/Forms.h"
+#include "ui/Handles.h"
+
+#include <gtest/gtest.h>
+
+namespace kx {
+namespace {
+
+using namespace test;
+
+template <class T> class TControlTest : public ::testing::Test {
+protected:
+    TControlTest() : Form(NewForm<TForm>(nullptr)), Control(new T(Form.get())) {
+        Form->SetBounds(100, 100, 400, 300);
+        Control->SetBounds(10, 10, 200, 100);
+        Control->SetParent(Form.get());
+    }
+    void Show() {
+        Form->Show();
+        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
+    }
+    std::unique_ptr<TForm, TFreeDeleter> Form;
+    T* Control;
+};
+
+class Edit : public TControlTest<TEdit> {};
+
+TEST_F(Edit, SelectionIsReadAndReplaced) {
+    Control->SetText("hello world");
+    Show();
+    Control->SetSelStart(6);
+    Control->SetSelLength(5);
+    EXPECT_EQ(Control->SelText(), "world");
+    Control->SetSelText("there");
+    EXPECT_EQ(Control->Text(), "hello there");
+    Control->SelectAll();
+    EXPECT_EQ(Control->SelLength(), 11);
+}
+
+TEST_F(Edit, OnChangeFiresForTypingAndSetting) {
+    int changes = 0;
+    Control->SetText("first");
+    Control->SetOnChange([&](TObject*) { ++changes; });
+    Show();
+    EXPECT_EQ(changes, 0) << "making the window changes nothing";
+    Control->SetText("second");
+    EXPECT_EQ(changes, 1);
+    Control->SetText("second");
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(Edit, ReadOnlyMaxLengthAndPasswordReachTheWindow) {
+    Show();
+    Control->SetMaxLength(3);
+    Control->SetFocus();
+    TypeText("abcd");
+    PressKey(VK_HOME);
+    EXPECT_TRUE(PumpUntil([&] { return Control->Text() == "abc" && Control->SelStart() == 0; }));
+    Control->SetReadOnly(true);
+    EXPECT_NE(GetWindowLongA(Control->Handle(), GWL_STYLE) & ES_READONLY, 0);
+    Control->SetPasswordChar('*');
+    EXPECT_EQ(Control->Text(), "abc");
+    EXPECT_EQ(SendMessageA(Control->Handle(), EM_GETPASSWORDCHAR, 0, 0), '*');
+}
+
+class Memo : public TControlTest<TMemo> {};
+
+TEST_F(Memo, LinesAreTheText) {
+    Control->Lines().Add("one");
+    Control->Lines().Add("two");
+    EXPECT_EQ(Control->Text(), "one\r\ntwo\r\n");
+    Show();
+    Control->Lines().Insert(1, "between");
+    EXPECT_EQ(Control->Lines().CommaText(), "one,between,two");
+    Control->Lines().Delete(0);
+    EXPECT_EQ(TextOf(Control->Handle()), "between\r\ntwo\r\n");
+    Control->Lines().Clear();
+    EXPECT_EQ(Control->Text(), "");
+}
+
+class ListBox : public TControlTest<TListBox> {};
+
+TEST_F(ListBox, ItemsAndSelectionAreTheSameWithAndWithoutAWindow) {
+    Control->Items().SetCommaText("a,b,c");
+    Control->SetItemIndex(1);
+    EXPECT_TRUE(Control->Selected(1));
+    Show();
+    EXPECT_EQ(Control->ItemIndex(), 1);
+    Control->Items().Insert(0, "first");
+    Control->Items().Delete(3);
+    Control->Items().Put(1, "A");
+    EXPECT_EQ(Control->Items().CommaText(), "first,A,b");
+    char text[20];
+    SendMessageA(Control->Handle(), LB_GETTEXT, 1, reinterpret_cast<LPARAM>(text));
+    EXPECT_STREQ(text, "A");
+    EXPECT_EQ(SendMessageA(Control->Handle(), LB_GETCOUNT, 0, 0), 3);
+    EXPECT_THROW(Control->Items().Get(3), EStringListError);
+}
+
+TEST_F(ListBox, SortedItemsAreSortedInTheWindowToo) {
+    Show();
+    Control->Items().SetCommaText("c,a,b");
+    Control->SetSorted(true);
+    EXPECT_EQ(Control->Items().CommaText(), "a,b,c");
+    EXPECT_EQ(Control->Items().Add("aa"), 1);
+    char text[20];
+    SendMessageA(Control->Handle(), LB_GETTEXT, 1, reinterpret_cast<LPARAM>(text));
+    EXPECT_STREQ(text, "aa");
+}
+
+TEST_F(ListBox, MultiSelectKeepsItsSelectionOverALossOfTheWindow) {
+    Control->SetMultiSelect(true);
+    Control->Items().SetCommaText("a,b,c,d");
+    Show();
+    Control->SetSelected(1, true);
+    Control->SetSelected(3, true);
+    EXPECT_EQ(Control->SelCount(), 2);
+    Control->RecreateWnd();
+    EXPECT_TRUE(Control->Selected(1));
+    EXPECT_FALSE(Control->Selected(2));
+    EXPECT_TRUE(Control->Selected(3));
+    EXPECT_THROW(Control->SetSelected(4, true), EListError);
+}
+
+TEST_F(ListBox, AClickOnAnItemIsAClick) {
+    Control->Items().SetCommaText("a,b,c");
+    int clicks = 0;
+    int doubles = 0;
+    Control->SetOnClick([&](TObject*) { ++clicks; });
+    Control->SetOnDblClick([&](TObject*) { ++doubles; });
+    Show();
+    RECT r;
+    SendMessageA(Control->Handle(), LB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&r));
+    DoubleClickAt(Control->ClientToScreen({r.left + 5, r.top + 3}));
+    EXPECT_TRUE(PumpUntil([&] { return doubles == 1; }));
+    EXPECT_EQ(Control->ItemIndex(), 2);
+    EXPECT_EQ(Control->ItemAtPos({r.left + 5, r.top + 3}), 2);
+    EXPECT_GE(clicks, 1);
+}
+
+class ComboBox : public TControlTest<TComboBox> {};
+
+TEST_F(ComboBox, ChangingTheStyleKeepsItemsAndText) {
+    Show();
+    Control->Items().SetCommaText("alpha,beta,gamma");
+    Control->SetText("beta");
+    Control->SetStyle(csDropDownList);
+    EXPECT_EQ(Control->ItemIndex(), 1);
+    EXPECT_EQ(Control->Text(), "beta");
+    EXPECT_EQ(GetWindowLongA(Control->Handle(), GWL_STYLE) & 3, CBS_DROPDOWNLIST);
+    Control->SetStyle(csSimple);
+    EXPECT_EQ(TextOf(Control->Handle()), "beta");
+    Control->Items().Clear();
+    Control->SetText("free text");
+    EXPECT_EQ(Control->Text(), "free text");
+    Control->SetStyle(csDropDown);
+    EXPECT_EQ(Control->Text(), "free text");
+    EXPECT_EQ(Control->ItemIndex(), -1);
+}
+
+TEST_F(ComboBox, ChoosingAnItemChangesTheTextBeforeOnChange) {
+    Control->Items().SetCommaText("alpha,beta");
+    std::string text;
+    Control->SetOnChange([&](TObject*) { text = Control->Text(); });
+    Show();
+    ASSERT_TRUE(ChooseInCombo(Control->Handle(), 1));
+    EXPECT_EQ(text, "beta");
+}
+
+TEST_F(ComboBox, TheListDropsDown) {
+    int drops = 0;
+    Control->SetStyle(csDropDownList);
+    Control->SetOnDropDown([&](TObject*) {
+        ++drops;
+        Control->Items().SetCommaText("x,y,z");
+    });
+    Show();
+    const int height = Control->Height();
+    Control->SetDroppedDown(true);
+    EXPECT_TRUE(Control->DroppedDown());
+    EXPECT_EQ(drops, 1);
+    RECT r;
+    SendMessageA(Control->Handle(), CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&r));
+    const auto item = SendMessageA(Control->Handle(), CB_GETITEMHEIGHT, 0, 0);
+    EXPECT_GE(r.bottom - r.top, height + 3 * item);
+    Control->SetDroppedDown(false);
+    EXPECT_EQ(Control->Height(), height);
+}
+
+class CheckBox : public TControlTest<TCheckBox> {};
+
+TEST_F(CheckBox, TogglesAndGoesThroughItsThreeStates) {
+    int clicks = 0;
+    Control->SetOnClick([&](TObject*) { ++clicks; });
+    Show();
+    Click(Control->Handle());
+    ASSERT_TRUE(PumpUntil([&] { return Control->Checked(); }));
+    EXPECT_EQ(SendMessageA(Control->Handle(), BM_GETCHECK, 0, 0), BST_CHECKED);
+    EXPECT_EQ(clicks, 1);
+    Control->SetAllowGrayed(true);
+    Control->SetChecked(false);
+    SendMessageA(Control->Handle(), BM_CLICK, 0, 0);
+    EXPECT_EQ(Control->State(), cbGrayed);
+    SendMessageA(Control->Handle(), BM_CLICK, 0, 0);
+    EXPECT_EQ(Control->State(), cbChecked);
+    EXPECT_EQ(clicks, 4);
+}
+
+class Label : public TControlTest<TLabel> {};
+
+TEST_F(Label, TheSizeFollowsTheText) {
+    Control->SetCaption("short");
+    const int width = Control->Width();
+    Control->SetCaption("a much longer text");
+    EXPECT_GT(Control->Width(), width);
+    EXPECT_LT(Control->Height(), 30);
+    Control->Font().SetHeight(-40);
+    EXPECT_GE(Control->Height(), 40);
+    const int right = Control->Left() + Control->Width();
+    Control->SetAlignment(taRightJustify);
+    Control->SetCaption("x");
+    EXPECT_EQ(Control->Left() + Control->Width(), right);
+    Control->SetAutoSize(false);
+    Control->SetCaption("a much longer text again");
+    EXPECT_LT(Control->Width(), 100);
+}
+
+class TabControl : public TControlTest<TTabControl> {};
+
+TEST_F(TabControl, AClickOnATabAsksAndChanges) {
+    Control->Tabs().Add("one");
+    Control->Tabs().Add("two");
+    EXPECT_EQ(Control->TabIndex(), 0);
+    bool allow = false;
+    int changing = 0;
+    int changes = 0;
+    Control->SetOnChanging([&](TObject*, bool& allowChange) {
+        ++changing;
+        allowChange = allow;
+    });
+    Control->SetOnChange([&](TObject*) { ++changes; });
+    Show();
+    RECT r;
+    SendMessageA(Control->Handle(), TCM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&r));
+    const int middle = (r.top + r.bottom) / 2;
+    ClickAt(Control->ClientToScreen({r.left + 4, middle}));
+    ASSERT_TRUE(PumpUntil([&] { return changing == 1; }));
+    EXPECT_EQ(Control->TabIndex(), 0);
+    EXPECT_EQ(changes, 0);
+    allow = true;
+    ClickAt(Control->ClientToScreen({r.right - 4, middle})); // too far away to be a double click
+    ASSERT_TRUE(PumpUntil([&] { return changes == 1; }));
+    EXPECT_EQ(Control->TabIndex(), 1);
+    Control->SetTabIndex(0);
+    EXPECT_EQ(changes, 1) << "the program's own change is no event";
+    EXPECT_GT(Control->DisplayRect().Top, 10);
+}
+
+class ListView : public TControlTest<TListView> {};
+
+TEST_F(ListView, ItemsShowTheirTextsInTheColumns) {
+    Control->SetViewStyle(vsReport);
+    Control->Columns().Add().SetCaption("Name");
+    Control->Columns().Add().SetCaption("Folder");
+    TListItem& first = Control->Items().Add();
+    first.SetCaption("a.txt");
+    Show();
+    first.SubItems().Add("C:\\");
+    first.SubItems().Add("not shown");
+    TListItem& second = Control->Items().Insert(0);
+    second.SetCaption("b.txt");
+    EXPECT_EQ(ItemTexts(Control->Handle()), (std::vector<std::string>{"b.txt", "a.txt"}));
+    EXPECT_EQ(first.Index(), 1);
+    char text[40];
+    LVITEMA item{};
+    item.iSubItem = 1;
+    item.pszText = text;
+    item.cchTextMax = sizeof text;
+    SendMessageA(Control->Handle(), LVM_GETITEMTEXTA, 1, reinterpret_cast<LPARAM>(&item));
+    EXPECT_STREQ(text, "C:\\");
+    second.Delete();
+    EXPECT_EQ(Control->Items().Count(), 1);
+    Control->Items().Clear();
+    EXPECT_EQ(ItemCount(Control->Handle()), 0);
+}
+
+TEST_F(ListView, SelectionFiresAndSurvivesARecreation) {
+    std::vector<std::string> log;
+    for (const char* name : {"a", "b", "c"}) {
+        Control->Items().Add().SetCaption(name);
+    }
+    Control->SetOnSelectItem(
+        [&](TObject*, TListItem* item, bool selected) { log.push_back((selected ? "+" : "-") + item->Caption()); });
+    Show();
+    Control->SetItemIndex(1);
+    ASSERT_TRUE(SelectItem(Control->Handle(), "c"));
+    EXPECT_EQ(log, (std::vector<std::string>{"+b", "-b", "+c"}));
+    EXPECT_EQ(Control->Selected()->Caption(), "c");
+    Control->SetViewStyle(vsList); // makes the window anew
+    EXPECT_EQ(log.size(), 3u);
+    EXPECT_EQ(Control->ItemIndex(), 2);
+    EXPECT_THROW(Control->Items()[3], EListError);
+}
+
+class Image : public TControlTest<TImage> {};
+
+TEST_F(Image, ShowsStretchesAndFollowsItsPicture) {
+    Control->Picture().Bitmap().SetSize(20, 10);
+    Control->Picture().Bitmap().Canvas().Brush().SetColor(clRed);
+    Control->Picture().Bitmap().Canvas().FillRect({0, 0, 20, 10});
+    Form->SetColor(clWhite);
+    Show();
+    Form->Repaint();
+    const auto pixel = [&](int x, int y) {
+        const TWindowDC dc(Form->Handle());
+        return GetPixel(dc.Handle(), x, y);
+    };
+    EXPECT_EQ(pixel(12, 12), COLORREF{0x0000FF});
+    EXPECT_EQ(pixel(100, 50), COLORREF{0xFFFFFF});
+    Control->SetStretch(true);
+    Form->Repaint();
+    EXPECT_EQ(pixel(200, 100), COLORREF{0x0000FF});
+    Control->SetAutoSize(true);
+    EXPECT_EQ(Control->Width(), 20);
+    EXPECT_EQ(Control->Height(), 10);
+}
+
+} // namespace
+} // namespace kx
