@@ -1,0 +1,283 @@
+#pragma once
+
+#include "frame/KxDlgParamsFormRef.h"
+#include "frame/KxDlgParamsLayout.h"
+#include "ui/Forms.h"
+#include "ui/Messages.h"
+
+#include <memory>
+#include <string>
+
+// What every customised dialog shares: its place on the screen, the application's forms docked into it, its captions,
+// and the interface through which tools drive it. The pipeline of its messages is in KxDlgParamsPipeline.h.
+
+namespace kx {
+
+class TKxCustDlgParams;
+
+/// Where a dialog shows.
+enum TKxDlgPosition : uint8_t {
+    dpDefault,        ///< Where the system puts it.
+    dpScrCenter,      ///< Centred on the screen.
+    dpMainFormCenter, ///< Centred over the application's main form.
+    dpOwnerCenter,    ///< Centred over the form that owns the dialog component.
+    dpFormCenter      ///< Centred over the form chosen in the position parameters.
+};
+KX_ENUM(TKxDlgPosition, "dpDefault", "dpScrCenter", "dpMainFormCenter", "dpOwnerCenter", "dpFormCenter")
+
+/// Details of a dialog's placement.
+class TKxPosParams : public TPersistent {
+    KX_CLASS()
+
+    /// Pixels that the dialog moves right and down after any placement, dpDefault included.
+    int ShiftX() const { return FShiftX; }
+    void SetShiftX(int value) { FShiftX = value; }
+    int ShiftY() const { return FShiftY; }
+    void SetShiftY(int value) { FShiftY = value; }
+    /// Reference form of dpFormCenter, not owned; forgotten when it is freed. Setting it keeps the name.
+    TCustomForm* Form() const { return FForm.Get(); }
+    void SetForm(TCustomForm* value) { FForm.Set(value); }
+    /// Name from which the next docking finds the form. Setting it forgets the form.
+    const std::string& FormName() const { return FFormName; }
+    void SetFormName(const std::string& value);
+    /// Finds the form by its name unless there is one; see TKxCustDlgParams.
+    void ResolveForm();
+    /// At last the dialog is moved inside the screen.
+    bool FitToScreen() const { return FFit; }
+    void SetFitToScreen(bool value) { FFit = value; }
+
+    /// Copies everything but the form's name.
+    void Assign(const TPersistent* source) override;
+
+private:
+    int32_t FShiftY = 0;
+    int32_t FShiftX = 0;
+    TKxFormRef<TCustomForm> FForm;
+    std::string FFormName;
+    bool FFit = false;
+};
+
+/// Placement, docked forms and icon of one dialog component, which owns it.
+///
+/// Up to four forms of the application are docked to the dialog's sides while it shows; a fifth one, the custom form,
+/// is for the dialog to show in place of its own selection control. A form is given directly or by its name ("T" and
+/// the name is its class name, in any letter case; the application must own it); giving one forgets the other. Forms
+/// are not owned, and forgotten when they are freed, at any time.
+class TKxCustDlgParams : public TPersistent {
+    KX_CLASS()
+
+    TKxCustDlgParams();
+
+    TKxDlgPosition Position() const { return FPosition; }
+    void SetPosition(TKxDlgPosition value) { FPosition = value; }
+    TKxPosParams& PosParams() { return FPosParams; }
+    const TKxPosParams& PosParams() const { return FPosParams; }
+    void SetPosParams(const TKxPosParams& value) { FPosParams.Assign(&value); }
+
+    // --- Forms by name. A dialog that does not support a side ignores the name; in a form designer it says so.
+
+    const std::string& BottomFormName() const { return FBFName; }
+    void SetBottomFormName(const std::string& value) { SetBottomPanel(value); }
+    const std::string& RightFormName() const { return FRFName; }
+    void SetRightFormName(const std::string& value) { SetRightPanel(value); }
+    const std::string& TopFormName() const { return FTFName; }
+    void SetTopFormName(const std::string& value) { SetTopPanel(value); }
+    const std::string& LeftFormName() const { return FLFName; }
+    void SetLeftFormName(const std::string& value) { SetLeftPanel(value); }
+    const std::string& CustFormName() const { return FCFName; }
+    void SetCustFormName(const std::string& value) { SetCustPanel(value); }
+
+    void SetLeftPanel(const std::string& value);
+    void SetTopPanel(const std::string& value);
+    void SetRightPanel(const std::string& value);
+    void SetBottomPanel(const std::string& value);
+    void SetCustPanel(const std::string& value);
+
+    // --- Forms
+
+    TForm* BottomForm() const { return FBottomForm.Get(); }
+    void SetBottomForm(TForm* value);
+    TForm* LeftForm() const { return FLeftForm.Get(); }
+    void SetLeftForm(TForm* value);
+    TForm* RightForm() const { return FRightForm.Get(); }
+    void SetRightForm(TForm* value);
+    TForm* TopForm() const { return FTopForm.Get(); }
+    void SetTopForm(TForm* value);
+    TForm* CustomForm() const { return FCustForm.Get(); }
+    void SetCustomForm(TForm* value) { SetCustForm(value); }
+    void SetCustForm(TForm* value);
+
+    /// Finds the application's form of that name when `newForm` is null and the name is not empty. Nothing is created:
+    /// without such a form `newForm` stays null.
+    static void CreateFormAs(TForm*& newForm, const std::string& formName);
+
+    // --- Icon
+
+    /// Small icon that the dialog window gets.
+    TIcon& Icon() { return FIcon; }
+    void SetIcon(const TIcon& value) { FIcon.Assign(&value); }
+    bool IsIconStored() const { return !FIcon.Empty(); }
+    /// Gives the icon, if there is one, to the window.
+    void SetIcon2(HWND handle) const;
+
+    // --- Docking
+
+    /// Docks the forms into the dialog window and grows it by their sizes. Once per showing, as soon as the window is
+    /// there and before it is placed. @throws EIntOverflow
+    virtual void ConnectForms(HWND handle);
+    /// Hides the forms and takes them out of the dialog; they keep size and border.
+    virtual void DisconnectForms();
+    /// Adapts the docked forms to WM_SIZE of the dialog window. @throws EIntOverflow
+    void OnResizeWindow(const TMessage& message);
+    /// Clears `showWhatsThis` for a WM_CONTEXTMENU over a control of ours that has a popup menu: the control shows it,
+    /// and the dialog must not offer its context help.
+    static void TrackContextMenus(bool& showWhatsThis, const TMessage& message);
+
+    HWND Handle() const { return FHandle; } ///< Window of the last docking; not reset.
+    int IncX() const { return FIncX; }      ///< Width in pixels that the last docking added.
+    int IncY() const { return FIncY; }      ///< Height in pixels that the last docking added.
+
+    /// Last known client size of the dialog: Right is the width, Bottom the height.
+    const TRect& ClientRect() const { return FDlgRect; }
+    void SetClientRect(const TRect& value) { FDlgRect = value; }
+    /// Selection area; its Right and Bottom follow the dialog's size.
+    const TRect& CustRect() const { return FSelRect; }
+    void SetCustRect(const TRect& value) { FSelRect = value; }
+
+    // --- For the owning dialog
+
+    TComponent* Dlg() const { return FDlg; } ///< The dialog component.
+    void SetDlg(TComponent* value) { FDlg = value; }
+    /// Whether the dialog supports a form on that side; true at first.
+    bool CanLeft() const { return FCanLeft; }
+    void SetCanLeft(bool value) { FCanLeft = value; }
+    bool CanTop() const { return FCanTop; }
+    void SetCanTop(bool value) { FCanTop = value; }
+    bool CanRight() const { return FCanRight; }
+    void SetCanRight(bool value) { FCanRight = value; }
+    bool CanBottom() const { return FCanBottom; }
+    void SetCanBottom(bool value) { FCanBottom = value; }
+
+    /// Copies forms, names, placement and the left side's support alone.
+    void Assign(const TPersistent* source) override;
+
+private:
+    using TFormRef = TKxFormRef<TForm>;
+
+    void SetSide(bool supported, std::string& name, TFormRef& form, const std::string& value, const char* side);
+    void ResolveForms();
+    TDockedExtents DockForms(HWND handle);
+    void LayOutForms(const TDockedExtents& docked, const TRect& client);
+    TDockedExtents DockedExtents() const;
+
+    TFormRef FTopForm;
+    TFormRef FLeftForm;
+    TFormRef FBottomForm;
+    TFormRef FRightForm;
+    std::string FBFName;
+    std::string FRFName;
+    std::string FTFName;
+    std::string FLFName;
+    std::string FCFName;
+    TKxDlgPosition FPosition = dpDefault;
+    TKxPosParams FPosParams;
+    TFormRef FCustForm;
+    HWND FHandle = nullptr;
+    TIcon FIcon;
+    bool FCanLeft = true;
+    bool FCanTop = true;
+    bool FCanRight = true;
+    bool FCanBottom = true;
+    TRect FDlgRect;
+    TRect FSelRect;
+    TComponent* FDlg = nullptr;
+    int32_t FIncX = 0;
+    int32_t FIncY = 0;
+};
+
+// --- Geometry of windows, in pixels of the screen. @throws EIntOverflow
+
+TRect KxWindowRect(HWND window); ///< Outer rectangle; empty for no window.
+TRect KxClientRect(HWND window); ///< Left and Top are 0.
+
+/// Places the dialog window by its parameters: by the position, then the shifts, then, if wanted, inside the screen.
+/// Without the form that the position names it is centred over the main form, without one on the screen.
+void KxSetPosition(HWND window, const TKxCustDlgParams& params);
+/// Centres the window on the screen.
+void KxCenterWindow(HWND window);
+/// Moves the rectangle inside the screen; a larger one ends with its left or top edge at 0.
+void KxFitRectToScreen(TRect& rect);
+/// Sets the window's outer size and brings it to the top of the Z order.
+void ResizeWindow(HWND handle, int width, int height);
+
+/// The dialog window whose forms are being docked, for MoveLeft and MoveDown.
+extern HWND GHandle;
+/// For EnumChildWindows: moves a direct child of GHandle right, or down, by `delta` and the dialog frame, to make room
+/// for a docked form. Always TRUE.
+BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept;
+BOOL CALLBACK MoveDown(HWND window, LPARAM delta) noexcept;
+
+// --- Captions
+
+/// Texts for the buttons that all dialogs have; an empty one leaves the system's text. Dialogs with more buttons derive
+/// their own class.
+class TKxDlgCaptions : public TPersistent {
+    KX_CLASS()
+
+    const std::string& OK() const { return FOk; }
+    void SetOK(const std::string& value) { FOk = value; }
+    const std::string& Cancel() const { return FCancel; }
+    void SetCancel(const std::string& value) { FCancel = value; }
+    const std::string& Help() const { return FHelp; }
+    void SetHelp(const std::string& value) { FHelp = value; }
+
+    /// Applies the texts to the dialog window.
+    virtual void SetCaptions(HWND handle) const;
+
+protected:
+    /// Gives a control of the dialog its text, unless that is empty.
+    static void SetCaption(HWND handle, int controlId, const std::string& text);
+
+private:
+    std::string FOk;
+    std::string FCancel;
+    std::string FHelp;
+};
+
+// --- The common dialog interface
+
+/// What a dialog lets the user select with.
+enum TKxDlgSelectionType : uint8_t {
+    stStandard, ///< The system's own selection control.
+    stCustom    ///< The custom form in its place.
+};
+KX_ENUM(TKxDlgSelectionType, "stStandard", "stCustom")
+
+/// Sees a message of the dialog window before the dialog does, may change it, and may veto it: the system does not get
+/// the message then, and its result stays as the handler left it.
+using TKxMsgQueryEvent = TEvent<void(TObject* sender, TMessage& message, bool& allowDispatch)>;
+/// May veto what the user is about to do.
+using TKxCtrlQueryEvent = TEvent<void(TObject* sender, bool& allowProceed)>;
+
+/// Drives any of the dialogs without knowing its class. Every dialog component implements it on itself and is owned as
+/// a component is.
+class ICommonDialog {
+public:
+    /// The dialog window while it is shown, else null.
+    virtual HWND GetCommonDialogHandle() const = 0;
+    /// Fired with the dialog as sender when it is completely set up, behind OnShow. Not the application's event.
+    virtual TNotifyEvent GetCommonDialogInternalShowEvent() const = 0;
+    virtual void SetCommonDialogInternalShowEvent(const TNotifyEvent& event) = 0;
+    /// Closes the shown dialog as if a button was pressed: mrOk or mrCancel; other values do nothing.
+    virtual void CloseDialog(int modalResult) = 0;
+    virtual bool Execute() = 0;
+    virtual TKxCustDlgParams& GetCustDlgParams() = 0;
+
+protected:
+    ~ICommonDialog() = default;
+};
+
+/// What CloseDialog does in every dialog: clicks the OK or Cancel button of the window.
+void KxCloseDialog(HWND handle, int modalResult);
+
+} // namespace kx

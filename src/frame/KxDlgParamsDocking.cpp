@@ -1,0 +1,175 @@
+#include "frame/KxDlgParams.h"
+
+namespace kx {
+
+namespace {
+
+/// Out of any parent of ours, into the dialog, shown.
+void Dock(TForm* form, HWND handle) {
+    form->SetParent(nullptr);
+    form->SetParentWindow(handle);
+    form->Show();
+}
+
+void Undock(TForm* form) {
+    if (form) {
+        form->Hide();
+        form->SetParentWindow(nullptr);
+    }
+}
+
+std::optional<int32_t> WidthOf(const TForm* form) {
+    return form ? std::optional<int32_t>(form->Width()) : std::nullopt;
+}
+
+std::optional<int32_t> HeightOf(const TForm* form) {
+    return form ? std::optional<int32_t>(form->Height()) : std::nullopt;
+}
+
+} // namespace
+
+void TKxCustDlgParams::CreateFormAs(TForm*& newForm, const std::string& formName) {
+    if (newForm || formName.empty()) {
+        return;
+    }
+    const std::string className = "T" + formName;
+    TApplication& application = Application();
+    for (int i = 0; i < application.ComponentCount() && !newForm; ++i) {
+        TComponent* const component = application.Components(i);
+        if (SameText(component->ClassName(), className) && !component->IsDestroying()) {
+            newForm = dynamic_cast<TForm*>(component);
+        }
+    }
+}
+
+void TKxPosParams::ResolveForm() {
+    if (!FForm) {
+        TForm* form = nullptr;
+        TKxCustDlgParams::CreateFormAs(form, FFormName);
+        FForm.Set(form);
+    }
+}
+
+void TKxCustDlgParams::ResolveForms() {
+    const auto resolve = [](TFormRef& ref, const std::string& name) {
+        TForm* form = ref.Get();
+        CreateFormAs(form, name);
+        ref.Set(form);
+        if (form) {
+            form->SetBorderStyle(bsNone);
+        }
+    };
+    resolve(FLeftForm, FLFName);
+    resolve(FRightForm, FRFName);
+    resolve(FTopForm, FTFName);
+    resolve(FBottomForm, FBFName);
+    resolve(FCustForm, FCFName);
+    FPosParams.ResolveForm();
+}
+
+void TKxCustDlgParams::ConnectForms(HWND handle) {
+    GHandle = handle;
+    FHandle = handle;
+    FIncX = 0;
+    FIncY = 0;
+    ResolveForms();
+    const TRect window = KxWindowRect(handle);
+    const TRect client = KxClientRect(handle);
+    const TDockedExtents docked = DockForms(handle);
+    LayOutForms(docked, client);
+    ResizeWindow(handle, CheckedAdd(Width(window), docked.TotalWidth()),
+                 CheckedAdd(Height(window), docked.TotalHeight()));
+    FIncX = docked.TotalWidth();
+    FIncY = docked.TotalHeight();
+    SetIcon2(handle);
+}
+
+TDockedExtents TKxCustDlgParams::DockForms(HWND handle) {
+    TDockedExtents docked;
+    if (FLeftForm) {
+        docked.LeftWidth = FLeftForm->Width();
+        EnumChildWindows(handle, MoveLeft, *docked.LeftWidth);
+        Dock(FLeftForm.Get(), handle);
+    }
+    if (FTopForm) {
+        docked.TopHeight = FTopForm->Height();
+        EnumChildWindows(handle, MoveDown, *docked.TopHeight);
+        Dock(FTopForm.Get(), handle);
+    }
+    if (FRightForm) {
+        docked.RightWidth = FRightForm->Width();
+        Dock(FRightForm.Get(), handle);
+    }
+    if (FBottomForm) {
+        docked.BottomHeight = FBottomForm->Height();
+        Dock(FBottomForm.Get(), handle);
+    }
+    return docked;
+}
+
+void TKxCustDlgParams::LayOutForms(const TDockedExtents& docked, const TRect& client) {
+    const TDockLayout layout = LayoutDocked(docked, client.Right, client.Bottom);
+    if (FLeftForm) {
+        FLeftForm->SetBounds(0, 0, FLeftForm->Width(), layout.SideHeight);
+    }
+    if (FTopForm) {
+        FTopForm->SetBounds(layout.TopLeft, 0, layout.TopWidth, FTopForm->Height());
+    }
+    if (FRightForm) {
+        FRightForm->SetBounds(layout.RightLeft, 0, FRightForm->Width(), layout.SideHeight);
+    }
+    if (FBottomForm) {
+        FBottomForm->SetBounds(0, layout.BottomTop, layout.BottomWidth, FBottomForm->Height());
+    }
+}
+
+TDockedExtents TKxCustDlgParams::DockedExtents() const {
+    return {.LeftWidth = WidthOf(LeftForm()),
+            .TopHeight = HeightOf(TopForm()),
+            .RightWidth = WidthOf(RightForm()),
+            .BottomHeight = HeightOf(BottomForm())};
+}
+
+void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
+    const int32_t width = message.LParamLo();
+    const int32_t height = message.LParamHi();
+    const TDockedSizes sizes = ResizeDocked(DockedExtents(), width, height);
+    // Sizes alone: the system dialog moves what is right of and below its list when it is resized.
+    if (FBottomForm) {
+        FBottomForm->SetWidth(sizes.BottomWidth);
+    }
+    if (FTopForm) {
+        FTopForm->SetWidth(sizes.TopWidth);
+    }
+    if (FLeftForm) {
+        FLeftForm->SetHeight(sizes.LeftHeight);
+    }
+    if (FRightForm) {
+        FRightForm->SetHeight(sizes.RightHeight);
+    }
+    FSelRect.Bottom = CheckedAdd(FSelRect.Bottom, CheckedSub(height, FDlgRect.Bottom));
+    FSelRect.Right = CheckedAdd(FSelRect.Right, CheckedSub(width, FDlgRect.Right));
+    FDlgRect.Bottom = height;
+    FDlgRect.Right = width;
+}
+
+void TKxCustDlgParams::DisconnectForms() {
+    Undock(FBottomForm.Get());
+    Undock(FTopForm.Get());
+    Undock(FLeftForm.Get());
+    Undock(FRightForm.Get());
+    Undock(FCustForm.Get());
+}
+
+void TKxCustDlgParams::TrackContextMenus(bool& showWhatsThis, const TMessage& message) {
+    if (message.Msg != WM_CONTEXTMENU) {
+        return;
+    }
+    // Deliberate: without sign, so that points left of or above the primary screen, which one would expect, are missed.
+    const TWinControl* const control = FindVCLWindow({message.LParamLo(), message.LParamHi()});
+    if (control && control->PopupMenu()) {
+        showWhatsThis = false;
+    }
+}
+
+} // namespace kx

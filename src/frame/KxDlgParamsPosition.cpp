@@ -1,0 +1,109 @@
+#include "frame/KxDlgParams.h"
+
+#include "ui/Barrier.h"
+
+namespace kx {
+
+HWND GHandle = nullptr;
+
+TRect KxWindowRect(HWND window) {
+    RECT r{};
+    GetWindowRect(window, &r);
+    return FromRECT(r);
+}
+
+TRect KxClientRect(HWND window) {
+    RECT r{};
+    GetClientRect(window, &r);
+    return FromRECT(r);
+}
+
+namespace {
+
+int32_t ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
+int32_t ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
+
+void MoveWindowTo(HWND window, const TPoint& corner) {
+    SetWindowPos(window, nullptr, corner.X, corner.Y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE);
+}
+
+void CenterOverForm(HWND window, TCustomForm* form) {
+    if (!form) {
+        form = Application().MainForm();
+    }
+    if (form) {
+        MoveWindowTo(window, CenterOver(KxWindowRect(window), KxWindowRect(form->Handle())));
+    } else {
+        KxCenterWindow(window);
+    }
+}
+
+/// The form that owns the dialog component; null when something else, or nothing, owns it.
+TCustomForm* OwnerForm(const TKxCustDlgParams& params) {
+    return params.Dlg() ? dynamic_cast<TCustomForm*>(params.Dlg()->Owner()) : nullptr;
+}
+
+} // namespace
+
+void KxFitRectToScreen(TRect& rect) { rect = FitRect(rect, ScreenWidth(), ScreenHeight()); }
+
+void KxCenterWindow(HWND window) {
+    MoveWindowTo(window, CenterOnScreen(KxWindowRect(window), ScreenWidth(), ScreenHeight()));
+}
+
+void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
+    const TKxPosParams& details = params.PosParams();
+    switch (params.Position()) {
+    case dpDefault: break;
+    case dpScrCenter: KxCenterWindow(window); break;
+    case dpMainFormCenter: CenterOverForm(window, nullptr); break;
+    case dpOwnerCenter: CenterOverForm(window, OwnerForm(params)); break;
+    case dpFormCenter: CenterOverForm(window, details.Form()); break;
+    }
+    const TRect placed = KxWindowRect(window);
+    MoveWindowTo(window, {CheckedAdd(placed.Left, details.ShiftX()), CheckedAdd(placed.Top, details.ShiftY())});
+    if (details.FitToScreen()) {
+        TRect fitted = KxWindowRect(window);
+        KxFitRectToScreen(fitted);
+        MoveWindowTo(window, {fitted.Left, fitted.Top});
+    }
+}
+
+void ResizeWindow(HWND handle, int width, int height) {
+    // Deliberate: without SWP_NOZORDER, which one would expect, so that the window comes to the top as well.
+    SetWindowPos(handle, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOACTIVATE);
+}
+
+namespace {
+
+/// Moves a direct child of the dialog; all others stay.
+void MoveChild(HWND window, int32_t dx, int32_t dy) {
+    if (GetParent(window) != GHandle) {
+        return;
+    }
+    const TRect r = KxWindowRect(window);
+    POINT corner{r.Left, r.Top};
+    ScreenToClient(GHandle, &corner);
+    SetWindowPos(window, nullptr, CheckedAdd(corner.x, dx), CheckedAdd(corner.y, dy), 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+}
+
+} // namespace
+
+BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept {
+    Guarded([&] {
+        // Deliberate: the height of the dialog frame, where one would expect its width.
+        MoveChild(window, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CYDLGFRAME)), 0);
+        RedrawWindow(window, nullptr, nullptr, 0);
+    });
+    return TRUE;
+}
+
+BOOL CALLBACK MoveDown(HWND window, LPARAM delta) noexcept {
+    Guarded([&] {
+        // Deliberate: the width of the dialog frame, where one would expect its height.
+        MoveChild(window, 0, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CXDLGFRAME)));
+    });
+    return TRUE;
+}
+
+} // namespace kx

@@ -1,0 +1,120 @@
+#include "FrameDialog.h"
+
+#include "support/WindowTools.h"
+
+namespace kx::test {
+
+// --- TFrameDialog
+
+TFrameDialog::TFrameDialog(TComponent* owner) : TOpenDialog(owner) {
+    SetOptionsEx({ofExNoPlacesBar});
+    FParams.SetDlg(this);
+}
+
+TFrameDialog::~TFrameDialog() { CloseShown(); }
+
+bool TFrameDialog::Execute() {
+    FFirstTime = true;
+    FClosing = false;
+    return TOpenDialog::Execute();
+}
+
+void TFrameDialog::DoShow() {
+    HWND dialog = DialogWindow();
+    FPipeline.Attach(dialog);
+    FSystemRect = KxWindowRect(dialog);
+    FSystemClient = KxClientRect(dialog);
+    FSystemChildren.clear();
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        FSystemChildren.push_back({child, RectIn(dialog, child)});
+    }
+    FParams.SetClientRect(FSystemClient);
+    FParams.ConnectForms(dialog);
+    FCaptions.SetCaptions(dialog);
+    TOpenDialog::DoShow();
+    if (FOnInternalShow) {
+        FOnInternalShow(this);
+    }
+}
+
+void TFrameDialog::DoClose() {
+    FPipeline.Detach();
+    TOpenDialog::DoClose();
+}
+
+void TFrameDialog::FireHooking(TMessage& message, bool& allow) { FHooking(this, message, allow); }
+
+void TFrameDialog::FireHook(TMessage& message) { FOnHookEvent(message); }
+
+TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
+    const TKxMsgVerdict verdict = FOwnCases ? FOwnCases(message) : mvPass;
+    if (verdict != mvPass) {
+        return verdict;
+    }
+    switch (message.Msg) {
+    case WM_NCPAINT:
+        if (FFirstTime) {
+            FFirstTime = false;
+            KxSetPosition(FPipeline.Handle(), FParams);
+        }
+        break;
+    case WM_SIZE: FParams.OnResizeWindow(message); break;
+    case WM_GETMINMAXINFO: return FClosing ? mvSkip : mvPass;
+    case WM_DESTROY:
+        FClosing = true;
+        FParams.DisconnectForms();
+        Shrink();
+        break;
+    default: break;
+    }
+    return mvPass;
+}
+
+/// The system shows the next dialog in the size in which this one goes.
+void TFrameDialog::Shrink() {
+    HWND dialog = FPipeline.Handle();
+    const TRect r = KxWindowRect(dialog);
+    SetWindowPos(dialog, nullptr, 0, 0, Width(r) - FParams.IncX(), Height(r) - FParams.IncY(),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void TFrameDialog::AfterSystem(TMessage& message) {
+    if (FOwnCasesAfter) {
+        FOwnCasesAfter(message);
+    }
+}
+
+// --- Forms
+
+#define FRAME_TEST_CLASS(Name, Parent)                                                                                 \
+    const TClass& Name::StaticClass() {                                                                                \
+        static const TClassBuilder<Name> cls(#Name, Parent::StaticClass());                                            \
+        return cls.Class();                                                                                            \
+    }
+FRAME_TEST_CLASS(TSideForm, TForm)
+FRAME_TEST_CLASS(TLeftForm, TSideForm)
+FRAME_TEST_CLASS(TTopForm, TSideForm)
+FRAME_TEST_CLASS(TRightForm, TSideForm)
+FRAME_TEST_CLASS(TBottomForm, TSideForm)
+FRAME_TEST_CLASS(TCentreForm, TSideForm)
+#undef FRAME_TEST_CLASS
+
+TSideForm::TSideForm(TColor color, int width, int height) : TForm(&Application()) {
+    SetColor(color);
+    SetBounds(300, 300, width, height);
+}
+
+TCaughtExceptions::TCaughtExceptions() {
+    Application().SetOnException([this](TObject*, const std::exception& e) { Messages.emplace_back(e.what()); });
+}
+
+TCaughtExceptions::~TCaughtExceptions() { Application().SetOnException(nullptr); }
+
+TMainFormScope::TMainFormScope(const TRect& bounds) {
+    Application().CreateForm(&FForm);
+    FForm->SetBoundsRect(bounds);
+}
+
+TMainFormScope::~TMainFormScope() { FForm->Free(); }
+
+} // namespace kx::test

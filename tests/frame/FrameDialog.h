@@ -1,0 +1,128 @@
+#pragma once
+
+#include "frame/KxDlgParams.h"
+#include "frame/KxDlgParamsPipeline.h"
+#include "ui/Dialogs.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kx::test {
+
+/// The system's open dialog with all that the frame offers, put together as the library's own dialogs do it.
+class TFrameDialog : public TOpenDialog, public ICommonDialog, private TKxDlgPipeline::IDialog {
+public:
+    explicit TFrameDialog(TComponent* owner = nullptr);
+    ~TFrameDialog() override;
+
+    TKxCustDlgParams& CustDlgParams() { return FParams; }
+    TKxDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+
+    const TWndMethod& OnEventHook() const { return FOnHookEvent; }
+    void SetOnEventHook(TWndMethod value) { FOnHookEvent = std::move(value); }
+    const TKxMsgQueryEvent& OnEventHooking() const { return FHooking; }
+    void SetOnEventHooking(TKxMsgQueryEvent value) { FHooking = std::move(value); }
+    /// The dialog's own cases, before those that it always has.
+    void SetOwnCases(std::function<TKxMsgVerdict(TMessage&)> value) { FOwnCases = std::move(value); }
+    void SetOwnCasesAfter(std::function<void(TMessage&)> value) { FOwnCasesAfter = std::move(value); }
+
+    // --- What the system made, before anything was docked
+
+    const TRect& SystemRect() const { return FSystemRect; }     ///< The dialog window on the screen.
+    const TRect& SystemClient() const { return FSystemClient; } ///< Its client area.
+    struct TChild {
+        HWND Window;
+        TRect Rect; ///< In client coordinates of the dialog.
+    };
+    const std::vector<TChild>& SystemChildren() const { return FSystemChildren; } ///< Direct ones.
+
+    bool Execute() override;
+    HWND GetCommonDialogHandle() const override { return FPipeline.Handle(); }
+    TNotifyEvent GetCommonDialogInternalShowEvent() const override { return FOnInternalShow; }
+    void SetCommonDialogInternalShowEvent(const TNotifyEvent& event) override { FOnInternalShow = event; }
+    void CloseDialog(int modalResult) override { KxCloseDialog(GetCommonDialogHandle(), modalResult); }
+    TKxCustDlgParams& GetCustDlgParams() override { return FParams; }
+
+    TKxDlgPipeline& Pipeline() { return FPipeline; }
+
+protected:
+    void DoShow() override;
+    void DoClose() override;
+
+private:
+    void FireHooking(TMessage& message, bool& allow) override;
+    void FireHook(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message) override;
+    void AfterSystem(TMessage& message) override;
+    void Shrink();
+
+    TKxCustDlgParams FParams;
+    TKxDlgCaptions FCaptions;
+    TKxDlgPipeline FPipeline{*this, true};
+    TWndMethod FOnHookEvent;
+    TKxMsgQueryEvent FHooking;
+    TNotifyEvent FOnInternalShow;
+    std::function<TKxMsgVerdict(TMessage&)> FOwnCases;
+    std::function<void(TMessage&)> FOwnCasesAfter;
+    TRect FSystemRect;
+    TRect FSystemClient;
+    std::vector<TChild> FSystemChildren;
+    bool FFirstTime = false;
+    bool FClosing = false;
+};
+
+/// A form of one colour, owned by the application. Its class name is "T" and its name.
+class TSideForm : public TForm {
+    KX_CLASS()
+
+    TSideForm(TColor color, int width, int height);
+};
+class TLeftForm : public TSideForm {
+    KX_CLASS()
+    TLeftForm() : TSideForm(clGreen, 120, 77) {}
+};
+class TTopForm : public TSideForm {
+    KX_CLASS()
+    TTopForm() : TSideForm(clBlue, 99, 50) {}
+};
+class TRightForm : public TSideForm {
+    KX_CLASS()
+    TRightForm() : TSideForm(clPurple, 70, 66) {}
+};
+class TBottomForm : public TSideForm {
+    KX_CLASS()
+    TBottomForm() : TSideForm(clMaroon, 55, 80) {}
+};
+class TCentreForm : public TSideForm {
+    KX_CLASS()
+    TCentreForm() : TSideForm(clTeal, 200, 100) {}
+};
+
+template <class F> using TFormPtr = std::unique_ptr<F, TFreeDeleter>;
+template <class F> TFormPtr<F> MakeForm() { return TFormPtr<F>(new F); }
+
+/// Exceptions that reach the application, for the length of a scope.
+class TCaughtExceptions {
+public:
+    TCaughtExceptions();
+    TCaughtExceptions(const TCaughtExceptions&) = delete;
+    TCaughtExceptions& operator=(const TCaughtExceptions&) = delete;
+    ~TCaughtExceptions();
+    std::vector<std::string> Messages;
+};
+
+/// A main form of the application for the length of a scope, at these screen coordinates.
+class TMainFormScope {
+public:
+    explicit TMainFormScope(const TRect& bounds);
+    TMainFormScope(const TMainFormScope&) = delete;
+    TMainFormScope& operator=(const TMainFormScope&) = delete;
+    ~TMainFormScope();
+    TForm& Form() { return *FForm; }
+
+private:
+    TForm* FForm = nullptr;
+};
+
+} // namespace kx::test
