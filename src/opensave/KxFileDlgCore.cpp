@@ -1,0 +1,132 @@
+#include "opensave/KxFileDlgCore.h"
+
+#include "ui/Barrier.h"
+
+namespace kx {
+
+TKxFileDlgCore::TKxFileDlgCore(TOpenDialog& dialog) : FDialog(dialog) { FParams.SetDlg(&dialog); }
+
+void TKxFileDlgCore::SetTitle(const std::string& value) {
+    FTitle = value;
+    Window().SetTitle(FTitle);
+}
+
+// --- Selection
+
+void TKxFileDlgCore::SetSelFiles(const std::string& value) {
+    if (FDlgHandle) {
+        KxCommonGetNamesList(value, FSelFiles);
+        Window().SetFNameText(value);
+    }
+}
+
+const TStringList& TKxFileDlgCore::GetSelFilesList() {
+    KxCommonGetNamesList(GetSelFiles(), FSelFiles);
+    return FSelFiles;
+}
+
+void TKxFileDlgCore::SetSelFilesList(const TStrings& value) {
+    if (FDlgHandle) {
+        if (&value != &FSelFiles) {
+            FSelFiles.Assign(&value);
+        }
+        Window().SetFNameText(KxNamesListText(FSelFiles));
+    }
+}
+
+LPCITEMIDLIST TKxFileDlgCore::GetSelPathPidl() {
+    FSelPathIDList = Window().GetSelPathPidl();
+    return FSelPathIDList.get();
+}
+
+void TKxFileDlgCore::SetVisibleCtrls(TKxOpenDlgControls value) {
+    FCtrls = value;
+    Window().ShowControls(FCtrls);
+}
+
+// --- Showing
+
+void TKxFileDlgCore::AttachDialog() {
+    FClosingWindow = false;
+    HWND dialog = GetParent(FDialog.Handle());
+    FPipeline.Attach(dialog);
+    FDlgHandle = dialog;
+    if (!FTitle.empty()) {
+        SetTitle(FTitle);
+    }
+    FParams.SetClientRect(KxClientRect(dialog));
+}
+
+void TKxFileDlgCore::DockForms() {
+    // A form whose OnShow fails must not cost the dialog the rest of its showing.
+    Guarded([this] { FParams.ConnectForms(FDlgHandle); });
+    Window().ClipUnderForms();
+    FParams.SetCustRect(Window().SelectionRect());
+}
+
+void TKxFileDlgCore::FireShow() {
+    const TNotifyEvent internalShow = FOnInternalShow;
+    const std::weak_ptr<const void> alive = FAlive;
+    Guarded([this] { FMyOnShow(&FDialog); });
+    if (!alive.expired()) {
+        internalShow(&FDialog);
+    }
+}
+
+void TKxFileDlgCore::Place() {
+    KxSetPosition(FDlgHandle, FParams);
+    // The window moves without being drawn, in the middle of its first painting: what lay outside its former place on
+    // the screen would stay unpainted.
+    RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
+    FClosingWindow = true;
+    const TRect outer = KxWindowRect(FDlgHandle);
+    FParams.DisconnectForms();
+    const int32_t width = CheckedSub(CheckedSub(Width(outer), FParams.IncX()), extraWidth);
+    const int32_t height = CheckedSub(Height(outer), FParams.IncY());
+    ResizeWindow(FDlgHandle, width, height);
+    CX = width;
+    CY = height;
+}
+
+void TKxFileDlgCore::DetachDialog() {
+    FPipeline.Detach();
+    Application().HideHint();
+    FDlgHandle = nullptr;
+}
+
+// --- Messages
+
+TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message) {
+    bool allow = true;
+    switch (message.Msg == WM_COMMAND ? Window().CommandOf(message) : TKxFileDlgCommand::Other) {
+    case TKxFileDlgCommand::Ok:
+        if (IsFilenameEntered()) {
+            DoFilenameEntering(allow);
+        }
+        break;
+    case TKxFileDlgCommand::NewFolder: DoFolderCreating(allow); break;
+    case TKxFileDlgCommand::Desktop: DoDesktopNavigating(allow); break;
+    case TKxFileDlgCommand::UpLevel: DoUpLevelNavigating(allow); break;
+    case TKxFileDlgCommand::LastFolder: DoLastFolderNavigating(allow); break;
+    case TKxFileDlgCommand::FileNameChanged:
+    case TKxFileDlgCommand::Other: break;
+    }
+    return allow ? mvPass : mvStop;
+}
+
+void TKxFileDlgCore::AfterSystem(TMessage& message) {
+    switch (message.Msg == WM_COMMAND ? Window().CommandOf(message) : TKxFileDlgCommand::Other) {
+    case TKxFileDlgCommand::Desktop: DoDesktopNavigate(); break;
+    case TKxFileDlgCommand::UpLevel: DoUpLevelNavigate(); break;
+    case TKxFileDlgCommand::LastFolder: DoLastFolderNavigate(); break;
+    case TKxFileDlgCommand::FileNameChanged: DoFilenameChange(); break;
+    case TKxFileDlgCommand::Ok:
+    case TKxFileDlgCommand::NewFolder:
+    case TKxFileDlgCommand::Other: break;
+    }
+}
+
+} // namespace kx

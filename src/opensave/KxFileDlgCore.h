@@ -1,0 +1,179 @@
+#pragma once
+
+#include "frame/KxDlgParamsPipeline.h"
+#include "opensave/KxFileDlgWindow.h"
+#include "ui/Dialogs.h"
+
+#include <memory>
+#include <string>
+
+namespace kx {
+
+/// What the library's file dialogs share, whatever else they do: their parts, their events, and the operations on the
+/// running dialog. A dialog component inherits it beside TOpenDialog and hands it itself.
+///
+/// Operations on the running dialog do nothing and read as empty while the dialog is not shown.
+class TKxFileDlgCore : public ICommonDialog, private TKxDlgPipeline::IDialog {
+public:
+    TKxFileDlgCore(const TKxFileDlgCore&) = delete;
+    TKxFileDlgCore& operator=(const TKxFileDlgCore&) = delete;
+
+    // --- Settings
+
+    const std::string& Title() const { return FTitle; } ///< Empty: the system's title.
+    void SetTitle(const std::string& value);
+    TKxCustDlgParams& CustDlgParams() { return FParams; }
+    void SetCustDlgParams(const TKxCustDlgParams& value) { FParams.Assign(&value); }
+    TKxOpenDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+    TKxOpenDlgControls VisibleControls() const { return FCtrls; }
+    void SetVisibleControls(TKxOpenDlgControls value) { SetVisibleCtrls(value); }
+
+    // --- The running dialog
+
+    HWND DlgHandle() const { return FDlgHandle; }          ///< The dialog window.
+    HWND EditHandle() const { return Window().GetEdit(); } ///< The file name control.
+
+    /// The selected names as the file name control shows them: several each in double quotes.
+    std::string SelectedFiles() const { return GetSelFiles(); }
+    void SetSelectedFiles(const std::string& value) { SetSelFiles(value); }
+    /// The same as a list, which the dialog owns.
+    const TStringList& SelectedFilesList() { return GetSelFilesList(); }
+    void SetSelectedFilesList(const TStrings& value) { SetSelFilesList(value); }
+    /// Path of the shown folder. Setting one that is no existing folder does nothing.
+    std::string SelectedFolder() const { return Window().GetSelPath(); }
+    void SetSelectedFolder(const std::string& value) { Window().SetSelPath(value); }
+    /// Identifier list of the shown folder. The dialog owns it; it is valid until the next call.
+    LPCITEMIDLIST SelectedFolderPidl() { return GetSelPathPidl(); }
+    /// Text of the file name control.
+    std::string FilenameText() const { return Window().GetFNameText(); }
+    void SetFilenameText(const std::string& value) { Window().SetFNameText(value); }
+    /// Has the system read the shown folder again.
+    void RefreshFileList() const { Window().RefreshFileList(); }
+
+    virtual std::string GetSelFiles() const { return Window().GetSelFiles(); }
+    void SetSelFiles(const std::string& value);
+    const TStringList& GetSelFilesList();
+    void SetSelFilesList(const TStrings& value);
+    LPCITEMIDLIST GetSelPathPidl();
+    /// Keeps the set and, in the running dialog, shows and hides the controls by it.
+    virtual void SetVisibleCtrls(TKxOpenDlgControls value);
+
+    // --- ICommonDialog
+
+    HWND GetCommonDialogHandle() const override { return FDlgHandle; }
+    TNotifyEvent GetCommonDialogInternalShowEvent() const override { return FOnInternalShow; }
+    void SetCommonDialogInternalShowEvent(const TNotifyEvent& event) override { FOnInternalShow = event; }
+    void CloseDialog(int modalResult) override { KxCloseDialog(FDlgHandle, modalResult); }
+    TKxCustDlgParams& GetCustDlgParams() override { return FParams; }
+
+    // --- Events. Those named ...ing come before the system acts and may keep it from acting.
+
+    /// The dialog is complete and about to become visible.
+    const TNotifyEvent& OnShow() const { return FMyOnShow; }
+    void SetOnShow(TNotifyEvent value) { FMyOnShow = std::move(value); }
+    const TNotifyEvent& OnDesktopNavigate() const { return FOnDesktop; }
+    void SetOnDesktopNavigate(TNotifyEvent value) { FOnDesktop = std::move(value); }
+    const TKxCtrlQueryEvent& OnDesktopNavigating() const { return FGoingDesktop; }
+    void SetOnDesktopNavigating(TKxCtrlQueryEvent value) { FGoingDesktop = std::move(value); }
+    const TNotifyEvent& OnUpLevelNavigate() const { return FGoParent; }
+    void SetOnUpLevelNavigate(TNotifyEvent value) { FGoParent = std::move(value); }
+    const TKxCtrlQueryEvent& OnUpLevelNavigating() const { return FGoingParent; }
+    void SetOnUpLevelNavigating(TKxCtrlQueryEvent value) { FGoingParent = std::move(value); }
+    /// Back to the folder shown before.
+    const TNotifyEvent& OnLastFolderNavigate() const { return FGoLastFolder; }
+    void SetOnLastFolderNavigate(TNotifyEvent value) { FGoLastFolder = std::move(value); }
+    const TKxCtrlQueryEvent& OnLastFolderNavigating() const { return FGoingLastFolder; }
+    void SetOnLastFolderNavigating(TKxCtrlQueryEvent value) { FGoingLastFolder = std::move(value); }
+    const TKxCtrlQueryEvent& OnFolderCreating() const { return FCreatingFolder; }
+    void SetOnFolderCreating(TKxCtrlQueryEvent value) { FCreatingFolder = std::move(value); }
+    const TNotifyEvent& OnFilenameChange() const { return FChangeFName; } ///< The file name control's text changed.
+    void SetOnFilenameChange(TNotifyEvent value) { FChangeFName = std::move(value); }
+    const TKxCtrlQueryEvent& OnFilenameEntering() const { return FEnteringFName; } ///< OK was pressed.
+    void SetOnFilenameEntering(TKxCtrlQueryEvent value) { FEnteringFName = std::move(value); }
+    /// Each message of the dialog window: after the dialog handled it, and before, with a veto.
+    const TWndMethod& OnEventHook() const { return FOnHookEvent; }
+    void SetOnEventHook(TWndMethod value) { FOnHookEvent = std::move(value); }
+    const TKxMsgQueryEvent& OnEventHooking() const { return FHooking; }
+    void SetOnEventHooking(TKxMsgQueryEvent value) { FHooking = std::move(value); }
+
+protected:
+    /// `dialog` is the component that this is a part of.
+    explicit TKxFileDlgCore(TOpenDialog& dialog);
+    virtual ~TKxFileDlgCore() = default;
+
+    // Fire their events
+    virtual void DoFolderCreating(bool& allow) { FCreatingFolder(&FDialog, allow); }
+    virtual void DoDesktopNavigating(bool& allow) { FGoingDesktop(&FDialog, allow); }
+    virtual void DoDesktopNavigate() { FOnDesktop(&FDialog); }
+    virtual void DoUpLevelNavigating(bool& allow) { FGoingParent(&FDialog, allow); }
+    virtual void DoUpLevelNavigate() { FGoParent(&FDialog); }
+    virtual void DoLastFolderNavigating(bool& allow) { FGoingLastFolder(&FDialog, allow); }
+    virtual void DoLastFolderNavigate() { FGoLastFolder(&FDialog); }
+    virtual void DoHookEvent(TMessage& message) { FOnHookEvent(message); }
+    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { FHooking(&FDialog, message, allow); }
+    virtual void DoFilenameEntering(bool& allow) { FEnteringFName(&FDialog, allow); }
+    virtual void DoFilenameChange() { FChangeFName(&FDialog); }
+
+    TKxFileDlgWindow Window() const { return TKxFileDlgWindow(FDlgHandle); }
+    bool IsSizeable() const { return FDialog.Options().Contains(ofEnableSizing); }
+
+    // --- Pieces of a showing
+
+    /// The dialog is about to be run.
+    void BeginRun() { FFirstTimeFlag = true; }
+    /// Takes over the dialog window, the parent of the component's `Handle`.
+    void AttachDialog();
+    /// Docks the forms and notes where the file list is.
+    void DockForms();
+    /// Fires OnShow and the internal notification, whose handlers may free the dialog.
+    void FireShow();
+    /// Places the dialog window, which is being shown.
+    void Place();
+    /// The dialog window is being destroyed: undocks the forms, takes their room and `extraWidth` from it, and
+    /// remembers its size.
+    void ShrinkBack(int32_t extraWidth = 0);
+    void DetachDialog();
+
+    // --- Messages of the dialog window
+
+    /// The dialog's own cases before the system gets the message; this class knows the commands.
+    TKxMsgVerdict BeforeSystem(TMessage& message) override;
+    void AfterSystem(TMessage& message) override;
+    /// An OK command is one that OnFilenameEntering is asked about.
+    virtual bool IsFilenameEntered() const { return true; }
+
+    int32_t CX = 0; ///< Remembered outer size of the dialog in pixels, without docked forms; 0: not measured yet.
+    int32_t CY = 0;
+    TKxCustDlgParams FParams;
+    TKxOpenDlgCaptions FCaptions;
+    bool FClosingWindow = false; ///< The dialog window is being destroyed.
+    HWND FDlgHandle = nullptr;
+    TKxOpenDlgControls FCtrls = KxAllOpenDlgControls;
+    bool FFirstTimeFlag = false; ///< The dialog window has not been placed in this run.
+    TNotifyEvent FOnInternalShow;
+
+private:
+    void FireHooking(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
+    void FireHook(TMessage& message) override { DoHookEvent(message); }
+
+    TOpenDialog& FDialog;
+    std::shared_ptr<const void> FAlive = std::make_shared<int>(); ///< Handlers may free the dialog.
+    TKxDlgPipeline FPipeline{*this};
+    std::string FTitle;
+    TStringList FSelFiles;
+    unique_pidl FSelPathIDList;
+    TNotifyEvent FMyOnShow;
+    TWndMethod FOnHookEvent;
+    TKxMsgQueryEvent FHooking;
+    TKxCtrlQueryEvent FCreatingFolder;
+    TKxCtrlQueryEvent FGoingParent;
+    TKxCtrlQueryEvent FGoingDesktop;
+    TKxCtrlQueryEvent FEnteringFName;
+    TKxCtrlQueryEvent FGoingLastFolder;
+    TNotifyEvent FOnDesktop;
+    TNotifyEvent FGoParent;
+    TNotifyEvent FGoLastFolder;
+    TNotifyEvent FChangeFName;
+};
+
+} // namespace kx

@@ -1,0 +1,262 @@
+#include "opensave/KxFileDlgWindow.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace kx {
+
+namespace {
+
+/// Command of the desktop button in dialogs whose navigation bar has no button KxCmdDesktop.
+constexpr WORD KxCmdDesktopOfBar = 40965;
+
+std::string WindowText(HWND window) {
+    std::string text(static_cast<size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+    text.resize(static_cast<size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+/// Text that the dialog answers to `request`, a CDM_ message that takes a buffer's size and the buffer.
+std::string RequestText(HWND dialog, UINT request) {
+    const LRESULT length = dialog ? SendMessageA(dialog, request, 0, 0) : 0;
+    if (length <= 0) {
+        return {};
+    }
+    // Windows counts bytes, other systems characters, of which one takes up to four bytes in UTF-8.
+    std::string text(static_cast<size_t>(length) * 4 + 2, '\0');
+    SendMessageA(dialog, request, text.size() - 1, reinterpret_cast<LPARAM>(text.data()));
+    text.resize(text.find('\0'));
+    return text;
+}
+
+} // namespace
+
+// --- File name control
+
+HWND TKxFileDlgWindow::GetEdit() const {
+    HWND edit = Item(KxFileNameEditId);
+    return edit ? edit : Item(KxFileNameComboId);
+}
+
+int TKxFileDlgWindow::GetEditCtrlId() const {
+    return !FDialog || Item(KxFileNameEditId) ? KxFileNameEditId : KxFileNameComboId;
+}
+
+bool TKxFileDlgWindow::EditHasFocus() const {
+    HWND edit = GetEdit();
+    HWND focus = GetFocus();
+    return edit && focus && (focus == edit || IsChild(edit, focus));
+}
+
+std::string TKxFileDlgWindow::GetFNameText() const {
+    HWND edit = GetEdit();
+    return edit ? WindowText(edit) : std::string();
+}
+
+void TKxFileDlgWindow::SetFNameText(const std::string& text) const {
+    if (FDialog) {
+        SendMessageA(FDialog, CDM_SETCONTROLTEXT, static_cast<WPARAM>(GetEditCtrlId()),
+                     reinterpret_cast<LPARAM>(text.c_str()));
+    }
+}
+
+// --- Selection and folder
+
+std::string TKxFileDlgWindow::GetSelFiles() const { return RequestText(FDialog, CDM_GETSPEC); }
+
+std::string TKxFileDlgWindow::GetSelPath() const { return RequestText(FDialog, CDM_GETFOLDERPATH); }
+
+unique_pidl TKxFileDlgWindow::GetSelPathPidl() const {
+    const LRESULT size = FDialog ? SendMessageA(FDialog, CDM_GETFOLDERIDLIST, 0, 0) : 0;
+    if (size <= 0) {
+        return {};
+    }
+    unique_pidl pidl(static_cast<LPITEMIDLIST>(CoTaskMemAlloc(static_cast<SIZE_T>(size))));
+    if (pidl) {
+        SendMessageA(FDialog, CDM_GETFOLDERIDLIST, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(pidl.get()));
+    }
+    return pidl;
+}
+
+void TKxFileDlgWindow::SetSelPath(const std::string& path) const {
+    HWND edit = GetEdit();
+    if (!edit || !KxDirectoryExists(path)) {
+        return;
+    }
+    HWND focus = GetFocus();
+    SetFocus(edit);
+    char saved[260] = {};
+    GetWindowTextA(edit, saved, sizeof saved);
+    SetWindowTextA(edit, path.c_str());
+    SendMessageA(Item(IDOK), BM_CLICK, 0, 0);
+    SetWindowTextA(edit, saved);
+    SetFocus(focus);
+}
+
+void TKxFileDlgWindow::RefreshFileList() const {
+    HWND edit = GetEdit();
+    if (!edit) {
+        return;
+    }
+    // OK with an empty name enters a folder that is selected in the list; the selection is lost by reading anew anyway.
+    LVITEMA none{};
+    none.stateMask = LVIS_SELECTED;
+    SendMessageA(GetLVHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
+
+    const std::string saved = WindowText(edit);
+    SetWindowTextA(edit, "");
+    SendMessageA(Item(IDOK), BM_CLICK, 0, 0);
+    SetWindowTextA(edit, saved.c_str());
+
+    // Windows reads the folder again at an empty name. Other systems take that for no command at all; their list, like
+    // that of Windows, does it at F5.
+    SendMessageA(GetLVHandle(), WM_KEYDOWN, VK_F5, 0);
+}
+
+HWND TKxFileDlgWindow::GetDVHandle() const {
+    return FDialog ? FindWindowExA(FDialog, nullptr, "SHELLDLL_DefView", nullptr) : nullptr;
+}
+
+HWND TKxFileDlgWindow::GetLVHandle() const {
+    HWND view = GetDVHandle();
+    return view ? FindWindowExA(view, nullptr, WC_LISTVIEWA, nullptr) : nullptr;
+}
+
+HWND TKxFileDlgWindow::ListPlaceholder() const {
+    HWND placeholder = Item(KxListPlaceholderId);
+    return placeholder ? placeholder : Item(KxShellViewId);
+}
+
+// --- Controls
+
+void TKxFileDlgWindow::ShowControls(TKxOpenDlgControls visible) const {
+    if (!FDialog) {
+        return;
+    }
+    for (int i = 0; i < dcToolBar; ++i) {
+        const auto control = static_cast<TKxOpenDlgControl>(i);
+        if (control == dcSelectionCtrl) {
+            continue;
+        }
+        // The table names the classic file name control; the dialog may have the newer one in its place.
+        const int id = control == dcFileName ? GetEditCtrlId() : KxOpenDlgControlIds[control];
+        if (visible.Contains(control)) {
+            ShowWindow(Item(id), SW_SHOW);
+        } else {
+            SendMessageA(FDialog, CDM_HIDECONTROL, static_cast<WPARAM>(id), 0);
+        }
+    }
+    EnumChildWindows(FDialog, KxSrvShowToolBar, visible.Contains(dcToolBar));
+}
+
+BOOL CALLBACK KxSrvShowToolBar(HWND window, LPARAM show) {
+    // Forms docked into the dialog come first in its order of windows and may have tool bars inside.
+    if (!KxIsNavigationBar(window) || GetParent(window) != GetAncestor(window, GA_ROOT)) {
+        return TRUE;
+    }
+    ShowWindow(window, show ? SW_SHOW : SW_HIDE);
+    return FALSE;
+}
+
+void TKxFileDlgWindow::SetTitle(std::string_view text) const {
+    if (FDialog) {
+        SetWindowTextA(FDialog, std::string(text.substr(0, 511)).c_str());
+    }
+}
+
+void TKxFileDlgWindow::ClipUnderForms() const {
+    std::vector<RECT> forms;
+    std::vector<HWND> controls;
+    for (HWND child = GetWindow(FDialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (FindControl(child)) {
+            GetWindowRect(child, &forms.emplace_back());
+        } else {
+            controls.push_back(child);
+        }
+    }
+    for (HWND control : controls) {
+        RECT r{};
+        RECT common{};
+        GetWindowRect(control, &r);
+        if (std::any_of(forms.begin(), forms.end(),
+                        [&](const RECT& form) { return IntersectRect(&common, &r, &form); })) {
+            SetWindowLongPtrA(control, GWL_STYLE, GetWindowLongPtrA(control, GWL_STYLE) | WS_CLIPSIBLINGS);
+        }
+    }
+}
+
+// --- Geometry
+
+TRect TKxFileDlgWindow::SelectionRect() const {
+    HWND placeholder = Item(KxListPlaceholderId);
+    RECT outer{};
+    RECT client{};
+    GetWindowRect(placeholder, &outer);
+    GetClientRect(placeholder, &client);
+    POINT corner{outer.left, outer.top};
+    ScreenToClient(FDialog, &corner);
+    // Deliberate: a width and a height where right and bottom edges would be expected.
+    return {corner.x, corner.y, CheckedAdd(client.right, GetSystemMetrics(SM_CXDLGFRAME)),
+            CheckedAdd(client.bottom, GetSystemMetrics(SM_CYDLGFRAME))};
+}
+
+void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
+    HWND edit = GetEdit();
+    RECT name{};
+    RECT list{};
+    if (!GetWindowRect(edit, &name) || !GetWindowRect(ListPlaceholder(), &list) || name.top >= list.bottom) {
+        return;
+    }
+    constexpr int down = 70;
+    if (TForm* right = params.RightForm()) {
+        right->SetLeft(CheckedAdd(right->Left(), 36)); // Deliberate: to the right and by 36, not down with the rest.
+    }
+    if (TForm* bottom = params.BottomForm()) {
+        bottom->SetTop(CheckedAdd(bottom->Top(), down));
+    }
+    for (HWND control : {edit, Item(KxFileNameLabelId), Item(KxFileTypeLabelId), Item(KxFileTypeId), Item(IDOK),
+                         Item(IDCANCEL), Item(KxHelpButtonId), Item(KxReadOnlyId)}) {
+        RECT r{};
+        if (GetWindowRect(control, &r)) {
+            MapWindowPoints(nullptr, FDialog, reinterpret_cast<POINT*>(&r), 2);
+            SetWindowPos(control, nullptr, r.left, r.top + down, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        }
+    }
+}
+
+// --- Commands
+
+TKxFileDlgCommand TKxFileDlgWindow::CommandOf(const TMessage& message) const {
+    const WORD id = message.WParamLo();
+    const WORD code = message.WParamHi();
+    if (code == 0) {
+        switch (id) {
+        case IDOK: return TKxFileDlgCommand::Ok;
+        case KxCmdNewFolder: return TKxFileDlgCommand::NewFolder;
+        case KxCmdDesktop: return TKxFileDlgCommand::Desktop;
+        case KxCmdUpLevel: return TKxFileDlgCommand::UpLevel;
+        case KxCmdLastFolder: return TKxFileDlgCommand::LastFolder;
+        case KxCmdDesktopOfBar:
+            if (HasDesktopButtonOfItsOwn()) {
+                return TKxFileDlgCommand::Desktop;
+            }
+            break;
+        default: break;
+        }
+    }
+    if ((id == KxFileNameEditId && code == EN_CHANGE) ||
+        (code == CBN_EDITCHANGE && message.LParam && message.LParamWindow() == GetEdit())) {
+        return TKxFileDlgCommand::FileNameChanged;
+    }
+    return TKxFileDlgCommand::Other;
+}
+
+bool TKxFileDlgWindow::HasDesktopButtonOfItsOwn() const {
+    // 40969 is the desktop on Windows, where 40965 opens the folder combo box and is no button. Elsewhere the button of
+    // that number is the desktop's and 40969 means nothing.
+    HWND bar = KxFindToolbar(FDialog);
+    return bar && SendMessageA(bar, TB_COMMANDTOINDEX, KxCmdDesktopOfBar, 0) >= 0 &&
+           SendMessageA(bar, TB_COMMANDTOINDEX, KxCmdDesktop, 0) < 0;
+}
+
+} // namespace kx

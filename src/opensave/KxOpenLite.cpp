@@ -1,0 +1,166 @@
+#include "opensave/KxOpenLite.h"
+
+namespace kx {
+
+// --- Classes
+
+const TClass& TKxCustomOpenLiteDialog::StaticClass() {
+    static const TClassBuilder<TKxCustomOpenLiteDialog> cls("TKxCustomOpenLiteDialog", TOpenDialog::StaticClass());
+    return cls.Class();
+}
+
+const TClass& TKxCustomSaveLiteDialog::StaticClass() {
+    static const TClassBuilder<TKxCustomSaveLiteDialog> cls("TKxCustomSaveLiteDialog",
+                                                            TKxCustomOpenLiteDialog::StaticClass());
+    return cls.Class();
+}
+
+namespace {
+
+/// What both dialogs publish, in its order.
+template <class T> void Publish(TClassBuilder<T>& c) {
+    c.Creatable();
+    c.Property("Title", &T::Title, &T::SetTitle);
+    c.Property("OnShow", &T::OnShow, &T::SetOnShow);
+    c.SubObject("CustDlgParams", &T::CustDlgParams, &T::SetCustDlgParams);
+    c.SubObject("DlgItemsCaptions", &T::DlgItemsCaptions, nullptr);
+    c.Property("VisibleControls", &T::VisibleControls, &T::SetVisibleControls).Default = KxAllOpenDlgControls.Bits();
+    c.SubObject("PlacesBar", &T::PlacesBar, nullptr);
+    c.Property("OnDesktopNavigate", &T::OnDesktopNavigate, &T::SetOnDesktopNavigate);
+    c.Property("OnDesktopNavigating", &T::OnDesktopNavigating, &T::SetOnDesktopNavigating);
+    c.Property("OnUpLevelNavigate", &T::OnUpLevelNavigate, &T::SetOnUpLevelNavigate);
+    c.Property("OnUpLevelNavigating", &T::OnUpLevelNavigating, &T::SetOnUpLevelNavigating);
+    c.Property("OnLastFolderNavigate", &T::OnLastFolderNavigate, &T::SetOnLastFolderNavigate);
+    c.Property("OnLastFolderNavigating", &T::OnLastFolderNavigating, &T::SetOnLastFolderNavigating);
+    c.Property("OnFolderCreating", &T::OnFolderCreating, &T::SetOnFolderCreating);
+    c.Property("OnFilenameChange", &T::OnFilenameChange, &T::SetOnFilenameChange);
+    c.Property("OnFilenameEntering", &T::OnFilenameEntering, &T::SetOnFilenameEntering);
+    c.Property("OnEventHook", &T::OnEventHook, &T::SetOnEventHook);
+    c.Property("OnEventHooking", &T::OnEventHooking, &T::SetOnEventHooking);
+}
+
+} // namespace
+
+const TClass& TKxOpenLiteDialog::StaticClass() {
+    static const TClassBuilder<TKxOpenLiteDialog> cls("TKxOpenLiteDialog", TKxCustomOpenLiteDialog::StaticClass(),
+                                                      [](auto& c) { Publish<TKxOpenLiteDialog>(c); });
+    return cls.Class();
+}
+
+const TClass& TKxSaveLiteDialog::StaticClass() {
+    static const TClassBuilder<TKxSaveLiteDialog> cls("TKxSaveLiteDialog", TKxCustomSaveLiteDialog::StaticClass(),
+                                                      [](auto& c) { Publish<TKxSaveLiteDialog>(c); });
+    return cls.Class();
+}
+
+// --- Running
+
+TKxCustomOpenLiteDialog::TKxCustomOpenLiteDialog(TComponent* owner)
+    : TOpenDialog(owner), TKxFileDlgCore(static_cast<TOpenDialog&>(*this)) {
+    SetOptionsEx({ofExNoPlacesBar});
+}
+
+TKxCustomOpenLiteDialog::~TKxCustomOpenLiteDialog() { CloseShown(); }
+
+TKxCustomOpenLiteDialog::TDialogRef& TKxCustomOpenLiteDialog::RunningRef() {
+    static TDialogRef running;
+    return running;
+}
+
+TKxCustomOpenLiteDialog* TKxCustomOpenLiteDialog::Running() { return RunningRef().Get(); }
+
+void TKxCustomOpenLiteDialog::PrepareExecution() {
+    BeginRun();
+    FPrevCreationControl.Set(Running());
+    RunningRef().Set(this);
+}
+
+void TKxCustomOpenLiteDialog::FinishExecution() { RunningRef().Set(FPrevCreationControl.Get()); }
+
+bool TKxCustomOpenLiteDialog::RunLite(TSystemDialog* dialog, OPENFILENAMEA& record) {
+    TKxCustomOpenLiteDialog* const running = Running();
+    if (running && PlacesBarSupported() && running->PlacesBar().Visible()) {
+        // Deliberate: the system's answers in the record are not copied back; the file names are in its buffer.
+        OPENFILENAMEA copy = KxWithPlacesBar(record);
+        return dialog(&copy) != FALSE;
+    }
+    return dialog(&record) != FALSE;
+}
+
+bool TKxCustomOpenLiteDialog::Execute() {
+    if (DlgHandle()) {
+        return TOpenDialog::Execute(); // refuses, and the showing stays as it is
+    }
+    const std::weak_ptr<const void> alive = Alive();
+    PrepareExecution();
+    const bool confirmed = DoExecute([](OPENFILENAMEA& record) { return RunLite(GetOpenFileNameA, record); });
+    if (!alive.expired()) {
+        FinishExecution();
+    }
+    return confirmed;
+}
+
+bool TKxCustomSaveLiteDialog::Execute() {
+    if (DlgHandle()) {
+        return TOpenDialog::Execute(); // refuses, and the showing stays as it is
+    }
+    PrepareExecution();
+    // Deliberate: unlike the open dialog it stays the running one afterwards; the next dialog takes its place.
+    return DoExecute([](OPENFILENAMEA& record) { return RunLite(GetSaveFileNameA, record); });
+}
+
+// --- Showing
+
+void TKxCustomOpenLiteDialog::DoShow() {
+    const std::weak_ptr<const void> alive = Alive();
+    TOpenDialog::DoShow();
+    if (alive.expired()) {
+        return;
+    }
+    AttachDialog();
+    if (!IsSizeable() || CX == 0) {
+        const TRect outer = KxWindowRect(DlgHandle());
+        CX = Width(outer);
+        CY = Height(outer);
+    }
+    DockForms();
+    SetVisibleCtrls(VisibleControls());
+    DlgItemsCaptions().SetCaptions(DlgHandle());
+    FireShow();
+}
+
+void TKxCustomOpenLiteDialog::DoClose() {
+    DetachDialog();
+    TOpenDialog::DoClose();
+}
+
+// --- Messages of the dialog window
+
+TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
+    switch (message.Msg) {
+    case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
+    case WM_DESTROY: ShrinkBack(); return mvPass;
+    case WM_NCPAINT: WMNCPaint(); return mvPass;
+    case WM_CONTEXTMENU: {
+        bool allow = true;
+        TKxCustDlgParams::TrackContextMenus(allow, message);
+        return allow ? mvPass : mvSkip;
+    }
+    case WM_SIZE: CustDlgParams().OnResizeWindow(message); return mvPass;
+    default: return TKxFileDlgCore::BeforeSystem(message);
+    }
+}
+
+void TKxCustomOpenLiteDialog::WMNCPaint() {
+    if (FFirstTimeFlag) {
+        FFirstTimeFlag = false; // now, since what follows paints the frame again
+        const TKxCustDlgParams& params = CustDlgParams();
+        ResizeWindow(DlgHandle(), CheckedAdd(params.IncX(), CX), CheckedAdd(params.IncY(), CY));
+        Place();
+        // The placement does not redraw, and the system may be about to paint with the clipping of the old place.
+        RedrawWindow(DlgHandle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    }
+    Window().PushLowerControls(CustDlgParams());
+}
+
+} // namespace kx

@@ -1,0 +1,135 @@
+#include "opensave/KxOpenSaveComm.h"
+
+#include <cstddef>
+
+namespace kx {
+
+bool KxDirectoryExists(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool KxIsNavigationBar(HWND window) {
+    char className[128];
+    if (!GetClassNameA(window, className, sizeof className) || !SameText(className, TOOLBARCLASSNAMEA)) {
+        return false;
+    }
+    // Where the system puts its places bar in front of the navigation bar, the first tool bar is not the one meant.
+    return GetDlgCtrlID(window) != KxNativePlacesBarId;
+}
+
+HWND KxFindToolbar(HWND dialog, int) {
+    HWND bar = FindWindowExA(dialog, GetWindow(nullptr, GW_HWNDNEXT), TOOLBARCLASSNAMEA, nullptr);
+    while (bar && !KxIsNavigationBar(bar)) {
+        bar = FindWindowExA(dialog, bar, TOOLBARCLASSNAMEA, nullptr);
+    }
+    return bar;
+}
+
+void MakeFlatButtons(HWND toolBar) {
+    SetWindowLongPtrA(toolBar, GWL_STYLE, GetWindowLongPtrA(toolBar, GWL_STYLE) | TBSTYLE_FLAT);
+}
+
+// --- TKxOpenDlgCaptions
+
+const TClass& TKxOpenDlgCaptions::StaticClass() {
+    using T = TKxOpenDlgCaptions;
+    static const TClassBuilder<T> cls("TKxOpenDlgCaptions", TKxDlgCaptions::StaticClass(), [](auto& c) {
+        c.Property("ReadOnlyFlag", &T::ReadOnlyFlag, &T::SetReadOnlyFlag);
+        c.Property("FileType", &T::FileType, &T::SetFileType);
+        c.Property("FileName", &T::FileName, &T::SetFileName);
+        c.Property("LookIn", &T::LookIn, &T::SetLookIn);
+    });
+    return cls.Class();
+}
+
+void TKxOpenDlgCaptions::SetCaptions(HWND dialog) const {
+    const auto set = [dialog](int control, const std::string& text) {
+        if (!text.empty()) {
+            SendMessageA(dialog, CDM_SETCONTROLTEXT, static_cast<WPARAM>(control),
+                         reinterpret_cast<LPARAM>(text.c_str()));
+        }
+    };
+    set(IDOK, OK());
+    set(IDCANCEL, Cancel());
+    set(KxHelpButtonId, Help());
+    set(KxFolderLabelId, FLookIn);
+    set(KxFileNameLabelId, FFileName);
+    set(KxFileTypeLabelId, FFileType);
+    set(KxReadOnlyId, FReadOnlyFlag);
+}
+
+// --- TKxListViewStyles
+
+const TClass& TKxListViewStyles::StaticClass() {
+    using T = TKxListViewStyles;
+    static const TClassBuilder<T> cls("TKxListViewStyles", TPersistent::StaticClass(), [](auto& c) {
+        c.Property("HotTrack", &T::HotTrack, &T::SetHotTrack).Default = false;
+        c.Property("HotTrackStyles", &T::HotTrackStyles, &T::SetHotTrackStyles).Default = 0;
+        c.Property("FlatScrollBars", &T::FlatScrollBars, &T::SetFlatScrollBars).Default = false;
+        c.Property("GridLines", &T::GridLines, &T::SetGridLines).Default = false;
+        c.Property("RowSelect", &T::RowSelect, &T::SetRowSelect).Default = false;
+        c.Property("EnableRename", &T::EnableRename, &T::SetEnableRename).Default = true;
+        c.Property("EnableDelete", &T::EnableDelete, &T::SetEnableDelete).Default = true;
+        c.Property("PopupOnEmpty", &T::PopupOnEmpty, &T::SetPopupOnEmpty).Default = true;
+        c.Property("PopupOnSelection", &T::PopupOnSelection, &T::SetPopupOnSelection).Default = true;
+    });
+    return cls.Class();
+}
+
+DWORD TKxListViewStyles::ApplyToExStyle(DWORD exStyle) const {
+    const auto add = [&exStyle](bool wanted, DWORD bit) {
+        if (wanted) {
+            exStyle |= bit;
+        }
+    };
+    const bool cold = FHotTrackStyles.Contains(htUnderlineCold);
+    const bool hot = FHotTrackStyles.Contains(htUnderlineHot);
+    add(FFlatScrollBars, LVS_EX_FLATSB);
+    add(FRowSelect, LVS_EX_FULLROWSELECT);
+    add(FHotTrack, LVS_EX_TRACKSELECT);
+    add(FGridLines, LVS_EX_GRIDLINES);
+    // The hand stands for one click and wins; underlines alone leave it at two.
+    if (FHotTrackStyles.Contains(htHandPoint)) {
+        exStyle |= LVS_EX_ONECLICKACTIVATE;
+    } else {
+        add(cold || hot, LVS_EX_TWOCLICKACTIVATE);
+    }
+    add(hot, LVS_EX_UNDERLINEHOT);
+    add(cold, LVS_EX_UNDERLINECOLD);
+    return exStyle;
+}
+
+DWORD TKxListViewStyles::ApplyToStyle(DWORD style) const {
+    return FEnableEdit ? style : style & ~static_cast<DWORD>(LVS_EDITLABELS);
+}
+
+// --- TKxPlacesBarLiteOptions
+
+const TClass& TKxPlacesBarLiteOptions::StaticClass() {
+    using T = TKxPlacesBarLiteOptions;
+    static const TClassBuilder<T> cls("TKxPlacesBarLiteOptions", TPersistent::StaticClass(), [](auto& c) {
+        c.Property("Visible", &T::Visible, &T::SetVisible).Default = true;
+    });
+    return cls.Class();
+}
+
+OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record) {
+    static_assert(sizeof(void*) != 4 || (sizeof record == 88 && offsetof(OPENFILENAMEA, FlagsEx) == 84));
+    OPENFILENAMEA copy = record;
+    copy.FlagsEx = 0;
+    copy.lStructSize = sizeof copy;
+    return copy;
+}
+
+bool PlacesBarSupported() {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof version;
+#ifdef _MSC_VER
+#pragma warning(suppress : 4996) // Newer systems report an older version here; all of them have the places bar.
+#endif
+    return GetVersionExA(&version) &&
+           PlacesBarSupported(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
+}
+
+} // namespace kx

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "frame/KxDlgParamsFormRef.h"
+#include "ui/Controls.h"
+
+namespace kx {
+
+/// How a dialog treats its navigation tool bar.
+class TKxToolBarOptions : public TPersistent {
+    KX_CLASS()
+
+    bool Flat() const { return FFlat; } ///< Flat buttons.
+    void SetFlat(bool value) { FFlat = value; }
+    /// A tool bar of the application that the dialog borrows and shows beside its own. Not owned; null: none, also once
+    /// the tool bar has been freed.
+    TWinControl* CustomBar() const { return FBar.Get(); }
+    void SetCustomBar(TWinControl* value) { FBar.Set(value); }
+
+private:
+    bool FFlat = false;
+    TKxFormRef<TWinControl> FBar;
+};
+
+} // namespace kx

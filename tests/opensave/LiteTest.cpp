@@ -1,0 +1,224 @@
+#include "LiteTest.h"
+
+#include <algorithm>
+
+namespace kx::test {
+
+namespace {
+
+constexpr TColor LineColor = clNavy; ///< Of the lines on marked forms.
+
+} // namespace
+
+// --- Forms
+
+TMarkedForm::TMarkedForm(TComponent* owner, TColor color, int width, int height) : TForm(owner) {
+    SetColor(color);
+    SetBounds(30, 40, width, height);
+}
+
+void TMarkedForm::Paint() {
+    TForm::Paint();
+    const TRect r = ClientRect();
+    TCanvas& canvas = Canvas();
+    canvas.Pen().SetColor(LineColor);
+    canvas.MoveTo(0, 0);
+    canvas.LineTo(r.Right, r.Bottom);
+    canvas.MoveTo(r.Right - 1, 0);
+    canvas.LineTo(-1, r.Bottom);
+    canvas.MoveTo(0, 0);
+    canvas.LineTo(r.Right - 1, 0);
+    canvas.LineTo(r.Right - 1, r.Bottom - 1);
+    canvas.LineTo(0, r.Bottom - 1);
+    canvas.LineTo(0, 0);
+}
+
+const TClass& TPreviewForm::StaticClass() {
+    static const TClassBuilder<TPreviewForm> cls("TPreviewForm", TForm::StaticClass());
+    return cls.Class();
+}
+
+TFormPtr MakeForm(TColor color, int width, int height) {
+    return TFormPtr(new TMarkedForm(nullptr, color, width, height));
+}
+
+// --- Dialog windows
+
+HWND ItemOf(const TKxCustomOpenLiteDialog& dialog, int id) { return GetDlgItem(dialog.DlgHandle(), id); }
+
+HWND NavigationBarOf(const TKxCustomOpenLiteDialog& dialog) {
+    for (HWND child = GetWindow(dialog.DlgHandle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (ClassOf(child) == "ToolbarWindow32" && SendMessageA(child, TB_COMMANDTOINDEX, 40961, 0) >= 0) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
+HWND PlacesBarOf(const TKxCustomOpenLiteDialog& dialog) {
+    return FindChild(dialog.DlgHandle(), "ToolbarWindow32", 1184);
+}
+
+HWND ListOf(const TKxCustomOpenLiteDialog& dialog) { return FileListOf(dialog.DlgHandle()); }
+
+void PressToolButton(const TKxCustomOpenLiteDialog& dialog, WORD command) {
+    SendMessageA(dialog.DlgHandle(), WM_COMMAND, command, reinterpret_cast<LPARAM>(NavigationBarOf(dialog)));
+}
+
+namespace {
+
+struct TPart {
+    HWND Window;
+    TRect Rect;
+    std::string Name() const {
+        return ClassOf(Window) + " " + std::to_string(GetDlgCtrlID(Window)) + " (" + std::to_string(Rect.Left) + "," +
+               std::to_string(Rect.Top) + ")-(" + std::to_string(Rect.Right) + "," + std::to_string(Rect.Bottom) + ")";
+    }
+};
+
+/// The part of a control that shows something, in the dialog's client coordinates.
+TRect ContentOf(HWND dialog, HWND control) {
+    TRect r = RectIn(dialog, control);
+    if (ClassOf(control) == "ToolbarWindow32") {
+        RECT button{};
+        const LRESULT last = SendMessageA(control, TB_BUTTONCOUNT, 0, 0) - 1;
+        if (SendMessageA(control, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
+            r.Right = r.Left + button.right;
+        }
+    } else if (ClassOf(control) == "Static") {
+        const TWindowDC dc(control);
+        const TSelectObject font(dc.Handle(), reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0)));
+        RECT text{0, 0, Width(r), 0};
+        DrawTextA(dc.Handle(), TextOf(control).c_str(), -1, &text, DT_CALCRECT);
+        r.Bottom = r.Top + text.bottom;
+    }
+    return r;
+}
+
+std::vector<TPart> VisibleParts(HWND dialog) {
+    std::vector<TPart> parts;
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        const TRect r = ContentOf(dialog, child);
+        // The template child lies behind all others, and the size grip may lie behind a form in its corner.
+        const bool isBehind = ClassOf(child) == "#32770" || ClassOf(child) == "ScrollBar";
+        if (IsWindowVisible(child) && !isBehind && Width(r) > 0 && Height(r) > 0) {
+            parts.push_back({child, r});
+        }
+    }
+    return parts;
+}
+
+/// Every `step`th pixel of `window` that no child covers has one of the colours.
+void ExpectColors(HWND window, std::initializer_list<COLORREF> colors, int step) {
+    const TRect client = ClientRectOf(window);
+    const TWindowDC dc(window);
+    for (LONG y = 1; y < client.Bottom; y += step) {
+        for (LONG x = 1; x < client.Right; x += step) {
+            HWND child = ChildWindowFromPointEx(window, {x, y}, CWP_SKIPINVISIBLE);
+            if (child != window) {
+                continue;
+            }
+            const COLORREF pixel = GetPixel(dc.Handle(), x, y);
+            const bool isOnScreen = pixel != CLR_INVALID;
+            if (isOnScreen && std::find(colors.begin(), colors.end(), pixel) == colors.end()) {
+                ADD_FAILURE() << "the pixel at " << x << "," << y << " of " << TextOf(window) << " (" << client.Right
+                              << "x" << client.Bottom << ") is 0x" << std::hex << pixel;
+                return;
+            }
+        }
+    }
+}
+
+/// What the dialog and the forms in it show has been painted, all of it.
+void ExpectPainted(HWND dialog) {
+    RedrawWindow(dialog, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); // what is invalid, nothing else
+    ExpectColors(dialog, {GetSysColor(COLOR_3DFACE)}, 3);
+    for (const TPart& part : VisibleParts(dialog)) {
+        if (const auto* form = dynamic_cast<TMarkedForm*>(FindControl(part.Window))) {
+            ExpectColors(part.Window, {ColorToRGB(form->Color()), ColorToRGB(LineColor)}, 3);
+        }
+    }
+}
+
+} // namespace
+
+void ExpectCleanLayout(const TKxCustomOpenLiteDialog& dialog) {
+    ExpectPainted(dialog.DlgHandle());
+    const TRect client = ClientRectOf(dialog.DlgHandle());
+    const std::vector<TPart> parts = VisibleParts(dialog.DlgHandle());
+    // The dialog's own controls make room for a form by its size and that of the dialog frame, for which the dialog
+    // does not grow.
+    const int play = GetSystemMetrics(SM_CXDLGFRAME);
+    for (size_t i = 0; i < parts.size(); ++i) {
+        const TRect& a = parts[i].Rect;
+        EXPECT_TRUE(a.Left >= 0 && a.Top >= 0 && a.Right <= client.Right + play && a.Bottom <= client.Bottom + play)
+            << parts[i].Name() << " sticks out of " << client.Right << "x" << client.Bottom;
+        for (size_t j = i + 1; j < parts.size(); ++j) {
+            const TRect& b = parts[j].Rect;
+            const bool isFormA = FindControl(parts[i].Window) != nullptr;
+            const bool isFormB = FindControl(parts[j].Window) != nullptr;
+            if (!isFormA && !isFormB) {
+                continue; // the system's own controls overlap here and there
+            }
+            const int overlap = isFormA && isFormB ? 0 : play;
+            EXPECT_FALSE(a.Left + overlap < b.Right && b.Left + overlap < a.Right && a.Top + overlap < b.Bottom &&
+                         b.Top + overlap < a.Bottom)
+                << parts[i].Name() << " overlaps " << parts[j].Name();
+        }
+    }
+}
+
+std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int dy) {
+    const auto mouse = [](TPoint at, DWORD flags) {
+        SetCursorPos(at.X, at.Y);
+        INPUT input{};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flags;
+        SendInput(1, &input, sizeof input);
+    };
+    const auto from = std::make_shared<TPoint>();
+    return {{"the corner can be taken",
+             {},
+             [=, &dialog] {
+                 const TRect outer = ScreenRectOf(dialog.DlgHandle());
+                 *from = {outer.Right - 2, outer.Bottom - 2};
+                 mouse(*from, MOUSEEVENTF_LEFTDOWN);
+             }},
+            {"the dialog is being sized",
+             [] {
+                 GUITHREADINFO info{};
+                 info.cbSize = sizeof info;
+                 return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & GUI_INMOVESIZE) != 0;
+             },
+             [=] {
+                 for (int i = 1; i <= 5; ++i) {
+                     mouse({from->X + dx * i / 5, from->Y + dy * i / 5}, 0);
+                 }
+                 mouse({from->X + dx, from->Y + dy}, MOUSEEVENTF_LEFTUP);
+             }}};
+}
+
+// --- The fixture
+
+TLiteTest::TLiteTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
+    Folder.AddFile("one.txt");
+    Folder.AddFile("two.txt");
+    Folder.AddFile("inner\\deep.txt");
+    Owner->SetCaption("Owner");
+    Owner->SetBounds(260, 180, 500, 400);
+    Owner->Show();
+    Application().SetOnException([this](TObject*, const std::exception& e) { FExceptions.emplace_back(e.what()); });
+}
+
+TLiteTest::~TLiteTest() {
+    EXPECT_THAT(FExceptions, testing::IsEmpty());
+    Application().SetOnException(FPrevious);
+}
+
+bool TLiteTest::Look(TKxCustomOpenLiteDialog& dialog, const TAction& look) {
+    return RunDialog(dialog, {{"the dialog is shown", Shown(dialog), look}, Press(dialog, IDCANCEL)});
+}
+
+std::vector<std::string> TLiteTest::TakeExceptions() { return std::exchange(FExceptions, {}); }
+
+} // namespace kx::test
