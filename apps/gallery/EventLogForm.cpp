@@ -1,0 +1,23 @@
+#include "EventLogForm.h"
+
+namespace kx::gallery {
+
+const TClass& TEventLogForm::StaticClass() {
+    static const TClassBuilder<TEventLogForm> cls("TEventLogForm", TForm::StaticClass(), [](auto& c) {
+        c.Field("EventList", &TEventLogForm::EventList);
+        c.Method("ClearButtonClick", &TEventLogForm::ClearButtonClick);
+    });
+    return cls.Class();
+}
+
+TEventLogForm::TEventLogForm(TComponent* owner) : TForm(owner) { InitForm(*this, StaticClass()); }
+
+void TEventLogForm::Add(const std::string& event) {
+    EventList->SetTopIndex(EventList->Items().Add(event)); // the latest stays in sight
+}
+
+void TEventLogForm::Clear() { EventList->Items().Clear(); }
+
+void TEventLogForm::ClearButtonClick(TObject*) { Clear(); }
+
+} // namespace kx::gallery

@@ -1,0 +1,41 @@
+#include "FilterForm.h"
+
+namespace kx::gallery {
+
+const TClass& TFilterEdit::StaticClass() {
+    static const TClassBuilder<TFilterEdit> cls("TFilterEdit", TEdit::StaticClass(), [](auto& c) { c.Creatable(); });
+    return cls.Class();
+}
+
+bool TFilterEdit::WantsKey(uint16_t key, TShiftState shift) { return key == VK_RETURN || TEdit::WantsKey(key, shift); }
+
+const TClass& TFilterForm::StaticClass() {
+    static const TClassBuilder<TFilterForm> cls("TFilterForm", TForm::StaticClass(), [](auto& c) {
+        c.Field("FilterEdit", &TFilterForm::FilterEdit);
+        c.Method("ShowButtonClick", &TFilterForm::ShowButtonClick);
+        c.Method("AllButtonClick", &TFilterForm::AllButtonClick);
+        c.Method("FilterEditKeyPress", &TFilterForm::FilterEditKeyPress);
+    });
+    return cls.Class();
+}
+
+TFilterForm::TFilterForm(TComponent* owner) : TForm(owner) { InitForm(*this, StaticClass()); }
+
+void TFilterForm::ShowButtonClick(TObject*) {
+    const std::string text = Trim(FilterEdit->Text());
+    FOnFilter(text.empty() ? "*.*" : "*" + text + "*");
+}
+
+void TFilterForm::AllButtonClick(TObject*) {
+    FilterEdit->SetText("");
+    FOnFilter("*.*");
+}
+
+void TFilterForm::FilterEditKeyPress(TObject*, char& key) {
+    if (key == '\r') {
+        key = '\0';
+        ShowButtonClick(FilterEdit);
+    }
+}
+
+} // namespace kx::gallery

@@ -1,0 +1,80 @@
+#include "AccessForm.h"
+#include "EventLogForm.h"
+#include "FavouritesForm.h"
+#include "FilterForm.h"
+#include "GalleryForm.h"
+#include "PreviewForm.h"
+#include "ReferenceForm.h"
+#include "SampleFiles.h"
+#include "Tour.h"
+
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+// gallery                 shows what the library can do
+// gallery --tour FOLDER   walks through all pages by itself, leaves a picture of each in FOLDER, prints what the
+// dialogs
+//                         returned, and fails when that is not what was chosen in them
+
+namespace kx::gallery {
+
+namespace {
+
+constexpr int usageError = 2;
+
+void CreateForms(TGalleryForm*& mainForm) {
+    RegisterClasses<TPanel, TLabel, TGroupBox, TButton>();
+    TApplication& application = Application();
+    application.Initialize();
+    application.SetTitle("Gallery");
+    application.Icon().LoadFromFile(Samples().Path("Gallery.ico"));
+    application.CreateForm(&mainForm);
+    application.CreateForm(&FavouritesForm);
+    application.CreateForm(&FilterForm);
+    application.CreateForm(&PreviewForm);
+    application.CreateForm(&AccessForm);
+    application.CreateForm(&EventLogForm);
+    application.CreateForm(&ReferenceForm);
+    FavouritesForm->Add("Samples", Samples().Folder());
+    for (const char* folder : {"Drawings", "Letters", "Müller & Söhne", "Чертежи"}) {
+        FavouritesForm->Add(folder, Samples().Path(folder));
+    }
+}
+
+int Run(const char* tourFolder) {
+    TGalleryForm* mainForm = nullptr;
+    CreateForms(mainForm);
+    std::unique_ptr<TTour> tour;
+    if (tourFolder) {
+        constexpr TRect place{50, 60, 1230, 960};
+        mainForm->SetPosition(poDesigned);
+        mainForm->SetBoundsRect(place);
+        tour = std::make_unique<TTour>(tourFolder);
+        mainForm->AddTour(*tour);
+        tour->Start();
+    }
+    Application().Run();
+    return !tour || tour->Passed() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+} // namespace
+
+} // namespace kx::gallery
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    using namespace kx;
+    using namespace kx::gallery;
+    const bool isTour = __argc == 3 && std::string_view(__argv[1]) == "--tour";
+    if (__argc != 1 && !isTour) {
+        PrintLine("usage: gallery [--tour FOLDER]");
+        return usageError;
+    }
+    try {
+        return gallery::Run(isTour ? __argv[2] : nullptr);
+    } catch (const std::exception& e) {
+        PrintLine(std::string("gallery: ") + e.what());
+        Application().ShowException(e);
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "GalleryPage.h"
+#include "Views.h"
+#include "ui/ExtCtrls.h"
+#include "ui/StdCtrls.h"
+
+#include <string>
+#include <vector>
+
+namespace kx::gallery {
+
+/// The main window: the list of pages, the chosen page, and what the dialogs returned.
+class TGalleryForm : public TForm {
+    KX_CLASS()
+
+    explicit TGalleryForm(TComponent* owner = nullptr);
+
+    /// Adds the steps that show all pages without a user.
+    void AddTour(TTour& tour);
+
+    void PageListChange(TObject* sender);
+
+private:
+    void Report(const std::string& text);
+
+    TPanel* PagePanel = nullptr;
+    TPageList* PageList = nullptr;
+    TLabel* TitleLabel = nullptr;
+    TLabel* HintLabel = nullptr;
+    TMemo* OutputMemo = nullptr;
+    std::vector<TGalleryPage*> FPages; ///< Owned by the form.
+    TGalleryPage* FPage = nullptr;     ///< The one that is shown.
+};
+
+} // namespace kx::gallery

@@ -1,0 +1,23 @@
+#include "CaptionsPage.h"
+#include "DockingPage.h"
+#include "NavigationPage.h"
+#include "PlainPage.h"
+
+namespace kx::gallery {
+
+namespace {
+
+template <class T> TGalleryPage* New(TComponent* owner) { return NewForm<T>(owner); }
+
+} // namespace
+
+std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
+    return {
+        New<TPlainPage>(owner),
+        New<TDockingPage>(owner),
+        New<TCaptionsPage>(owner),
+        New<TNavigationPage>(owner),
+    };
+}
+
+} // namespace kx::gallery

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "TextFiles.h"
+#include "Views.h"
+#include "ui/Forms.h"
+#include "ui/StdCtrls.h"
+
+#include <string>
+
+namespace kx::gallery {
+
+/// A look into the selected file, docked to the right of a file dialog.
+class TPreviewForm : public TForm {
+    KX_CLASS()
+
+    explicit TPreviewForm(TComponent* owner = nullptr);
+
+    /// Shows the file; a folder, or a name of no file, shows nothing.
+    void ShowFile(const std::string& fileName);
+    void SetEncoding(TEncoding value); ///< Of text files.
+
+    bool ShowsPicture() const { return PictureView->Visible() && PictureView->Picture().Graphic() != nullptr; }
+
+private:
+    void ShowPicture();
+    void ShowText();
+    void ShowNothing();
+
+    TLabel* NameLabel = nullptr;
+    TPictureView* PictureView = nullptr;
+    TMemo* TextMemo = nullptr;
+    TLabel* SizeLabel = nullptr;
+    TLabel* DateLabel = nullptr;
+    std::string FFileName;
+    TEncoding FEncoding = TEncoding::Detect;
+};
+
+inline TPreviewForm* PreviewForm = nullptr;
+
+} // namespace kx::gallery

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ui/Forms.h"
+
+namespace kx::gallery {
+
+/// A window over which dialogs can be centred.
+class TReferenceForm : public TForm {
+    KX_CLASS()
+
+    explicit TReferenceForm(TComponent* owner = nullptr);
+};
+
+inline TReferenceForm* ReferenceForm = nullptr;
+
+} // namespace kx::gallery

@@ -1,0 +1,108 @@
+#include "OpenDialogBench.h"
+
+#include "Showing.h"
+#include "opensave/KxOpenLite.h"
+#include "ui/Forms.h"
+#include "ui/StdCtrls.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace kx::bench {
+
+namespace {
+
+/// A form as applications dock them: 20 controls of the common kinds.
+std::unique_ptr<TForm> DockedForm(int width, int height) {
+    auto form = std::make_unique<TForm>();
+    form->SetBounds(0, 0, width, height);
+    for (int i = 0; i < 20; ++i) {
+        TWinControl* control = nullptr;
+        switch (i % 4) {
+        case 0: control = new TButton(form.get()); break;
+        case 1: control = new TEdit(form.get()); break;
+        case 2: control = new TCheckBox(form.get()); break;
+        default: control = new TComboBox(form.get()); break;
+        }
+        control->SetParent(form.get());
+        control->SetBounds(4 + i % 5 * (width / 5), 4 + i / 5 * (height / 4), width / 5 - 6, height / 4 - 6);
+    }
+    return form;
+}
+
+/// Shows the two dialogs in turn, so that what happens on the machine meanwhile meets both.
+TRow CompareFirstPaint(const std::string& what, const std::function<void()>& ours, double limit) {
+    constexpr int warmUps = 3;
+    constexpr int runs = 31;
+    std::vector<double> bareTimes;
+    std::vector<double> ourTimes;
+    for (int i = 0; i < warmUps + runs; ++i) {
+        const double bare = SecondsToFirstPaint(ShowBareOpenDialog) * 1000;
+        const double our = SecondsToFirstPaint(ours) * 1000;
+        if (i >= warmUps) {
+            bareTimes.push_back(bare);
+            ourTimes.push_back(our);
+        }
+    }
+    std::printf("  %s: 95th percentile %.1f ms, bare %.1f ms\n", what.c_str(), Percentile(ourTimes, 0.95),
+                Percentile(bareTimes, 0.95));
+    return {what, Median(ourTimes), "the bare system dialog", Median(bareTimes), "ms", limit};
+}
+
+/// Nanoseconds of one sent null message; the best of several rounds is the one that nothing disturbed.
+double NullMessageCost(HWND window) {
+    constexpr int messages = 5'000;
+    double best = 1e9;
+    for (int round = 0; round < 9; ++round) {
+        const double start = Now();
+        for (int i = 0; i < messages; ++i) {
+            SendMessageA(window, WM_NULL, 0, 0);
+        }
+        best = std::min(best, (Now() - start) / messages * 1e9);
+    }
+    return best;
+}
+
+LRESULT CALLBACK PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+} // namespace
+
+std::vector<TRow> MeasureFirstPaint() {
+    std::vector<TRow> rows;
+    TKxOpenLiteDialog plain(&Application());
+    rows.push_back(CompareFirstPaint("first paint, nothing docked", [&] { plain.Execute(); }, 1.10));
+
+    const auto left = DockedForm(180, 200);
+    const auto top = DockedForm(400, 90);
+    const auto right = DockedForm(180, 200);
+    const auto bottom = DockedForm(400, 90);
+    TKxOpenLiteDialog docked(&Application());
+    docked.CustDlgParams().SetLeftForm(left.get());
+    docked.CustDlgParams().SetTopForm(top.get());
+    docked.CustDlgParams().SetRightForm(right.get());
+    docked.CustDlgParams().SetBottomForm(bottom.get());
+    rows.push_back(CompareFirstPaint("first paint, four forms of 20 controls", [&] { docked.Execute(); }, 1.5));
+    return rows;
+}
+
+std::vector<TRow> MeasureNullMessage() {
+    double bare = 0;
+    double system = 0;
+    double through = 0;
+    WithShownDialog(ShowBareOpenDialog, [&](HWND dialog) {
+        bare = NullMessageCost(dialog);
+        SetWindowSubclass(dialog, PassOn, 2, 0);
+        system = NullMessageCost(dialog);
+        RemoveWindowSubclass(dialog, PassOn, 2);
+    });
+    TKxOpenLiteDialog ours(&Application());
+    WithShownDialog([&] { ours.Execute(); }, [&](HWND dialog) { through = NullMessageCost(dialog); });
+    std::printf("  null message: bare window %.0f ns, SetWindowSubclass %.0f ns, our pipeline %.0f ns\n", bare, system,
+                through);
+    return {{"null message, added by the pipeline", through - bare, "added by SetWindowSubclass", system - bare, "ns",
+             1.0}};
+}
+
+} // namespace kx::bench

@@ -1,0 +1,31 @@
+// The system's open dialog with a form of the program docked to its right side.
+
+#include "opensave/KxOpenLite.h"
+#include "ui/StdCtrls.h"
+
+using namespace kx;
+
+class TPreviewForm : public TForm {
+    KX_CLASS()
+    explicit TPreviewForm(TComponent* owner) : TForm(owner) { InitForm(*this, StaticClass()); } // from PreviewForm.dfm
+    TLabel* NameLabel = nullptr;
+};
+
+const TClass& TPreviewForm::StaticClass() {
+    static const TClassBuilder<TPreviewForm> cls("TPreviewForm", TForm::StaticClass(),
+                                                 [](auto& c) { c.Field("NameLabel", &TPreviewForm::NameLabel); });
+    return cls.Class();
+}
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    TPreviewForm* preview = nullptr;
+    Application().CreateForm(&preview);
+    TKxOpenLiteDialog dialog(&Application());
+    dialog.CustDlgParams().SetPosition(dpScrCenter);
+    dialog.CustDlgParams().SetRightFormName("PreviewForm");
+    dialog.SetOnSelectionChange([&](TObject*) { preview->NameLabel->SetCaption(dialog.SelectedFiles()); });
+    if (dialog.Execute()) {
+        ShowMessage(dialog.FileName());
+    }
+    return 0;
+}
