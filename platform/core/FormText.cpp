@@ -56,11 +56,6 @@ void ObjectTextToResource(TStream& text, TStream& resource) {
     resource.WriteBuffer(binary.Memory(), binary.Bytes().size());
 }
 
-void ObjectResourceToText(TStream& resource, TStream& text) {
-    ReadResHeader(resource);
-    ObjectBinaryToText(resource, text);
-}
-
 TComponent* ReadComponent(TStream& stream, TComponent* root, const std::function<void(TReader&)>& prepare) {
     const auto read = [&](TStream& binary, const TFormLines* lines) {
         TReader reader(binary);
@@ -83,24 +78,6 @@ TComponent* ReadComponent(TStream& stream, TComponent* root, const std::function
     case TStreamFormat::Unknown: break;
     }
     throw EInvalidImage("Invalid stream format: no form");
-}
-
-void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor) {
-    if (format == TStreamFormat::Binary) {
-        TWriter(stream).WriteDescendent(root, ancestor);
-        return;
-    }
-    TMemoryStream binary;
-    TWriter(binary).WriteDescendent(root, ancestor);
-    binary.SetPosition(0);
-    switch (format) {
-    case TStreamFormat::Text: return ObjectBinaryToText(binary, stream);
-    case TStreamFormat::Resource:
-        WriteResHeader(stream, root.ClassName(), static_cast<uint32_t>(binary.Size()));
-        stream.WriteBuffer(binary.Memory(), binary.Bytes().size());
-        return;
-    default: throw EWriteError("Unknown format of a form");
-    }
 }
 
 } // namespace kx

@@ -303,4 +303,29 @@ void ObjectBinaryToText(TStream& binary, TStream& text) {
     text.WriteBuffer(converted.data(), converted.size());
 }
 
+// These are here because programs that only read forms shall not get the writer along: the linker takes objects whole.
+
+void ObjectResourceToText(TStream& resource, TStream& text) {
+    ReadResHeader(resource);
+    ObjectBinaryToText(resource, text);
+}
+
+void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor) {
+    if (format == TStreamFormat::Binary) {
+        TWriter(stream).WriteDescendent(root, ancestor);
+        return;
+    }
+    TMemoryStream binary;
+    TWriter(binary).WriteDescendent(root, ancestor);
+    binary.SetPosition(0);
+    switch (format) {
+    case TStreamFormat::Text: return ObjectBinaryToText(binary, stream);
+    case TStreamFormat::Resource:
+        WriteResHeader(stream, root.ClassName(), static_cast<uint32_t>(binary.Size()));
+        stream.WriteBuffer(binary.Memory(), binary.Bytes().size());
+        return;
+    default: throw EWriteError("Unknown format of a form");
+    }
+}
+
 } // namespace kx
