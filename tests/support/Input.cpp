@@ -52,18 +52,23 @@ TPoint CenterOf(HWND window) {
 }
 
 void MoveMouse(TPoint screen) {
+    // The screen's own pointer goes there too. Were it elsewhere, a window that opens under it would see it, and the
+    // mouse would be back there in the middle of what follows.
+    SetCursorPos(screen.X, screen.Y);
     std::vector<INPUT> inputs{MouseInput(screen, 0)};
     Send(inputs);
 }
 
 void ClickAt(TPoint screen, TMouseButton button) {
-    std::vector<INPUT> inputs{MouseInput(screen, 0)};
+    MoveMouse(screen);
+    std::vector<INPUT> inputs;
     AddClick(inputs, screen, button);
     Send(inputs);
 }
 
 void DoubleClickAt(TPoint screen) {
-    std::vector<INPUT> inputs{MouseInput(screen, 0)};
+    MoveMouse(screen);
+    std::vector<INPUT> inputs;
     AddClick(inputs, screen, mbLeft);
     AddClick(inputs, screen, mbLeft);
     Send(inputs);
@@ -80,7 +85,8 @@ void Click(HWND window, TMouseButton button) {
 
 void Drag(TPoint from, TPoint to) {
     constexpr int steps = 8;
-    std::vector<INPUT> inputs{MouseInput(from, 0), MouseInput(from, MOUSEEVENTF_LEFTDOWN)};
+    MoveMouse(from);
+    std::vector<INPUT> inputs{MouseInput(from, MOUSEEVENTF_LEFTDOWN)};
     for (int i = 1; i <= steps; ++i) {
         inputs.push_back(MouseInput({from.X + (to.X - from.X) * i / steps, from.Y + (to.Y - from.Y) * i / steps}, 0));
     }

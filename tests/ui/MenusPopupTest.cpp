@@ -80,6 +80,19 @@ TEST_F(PopupMenu, AnItemIsChosenByItsAccelerator) {
     EXPECT_EQ(Clicked, "&Third;");
 }
 
+TEST_F(PopupMenu, ShowsTheHintOfTheItemUnderTheBar) {
+    Menu.Items()[1]->SetHint("short|Takes the second");
+    TApplication& application = Application(); // where hints are shown; without one there is none
+    std::string first;
+    std::string second;
+    Popup({Key(VK_DOWN), {"look", MenuShown, [&] { first = application.Hint(); }}, Key(VK_DOWN),
+           {"the hint is shown", [&] { return !application.Hint().empty(); }, [&] { second = application.Hint(); }},
+           Key(VK_ESCAPE)});
+    EXPECT_EQ(first, "");
+    EXPECT_EQ(second, "Takes the second");
+    EXPECT_EQ(application.Hint(), "") << "the menu is closed";
+}
+
 TEST_F(PopupMenu, AnItemIsChosenByTheMouse) {
     Popup({{"click", MenuShown, [] {
                 const TRect rect = MenuRect();
