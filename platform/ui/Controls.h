@@ -446,7 +446,8 @@ private:
     void CreateChildHandles();
     void AttachControl(TControl* control);
     void DetachControl(TControl* control);
-    void ArrangeWindows(); ///< Brings the windows inside into their Z order.
+    std::vector<TWinControl*> WindowOrder(); ///< The Z order that the windows inside are to have, the front first.
+    void ArrangeWindows();                   ///< Brings them into it.
     void ArrangeAllWindows();
     void ParentSettingChanged();
 

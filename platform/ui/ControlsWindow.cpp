@@ -157,6 +157,12 @@ void TWinControl::CreateHandle() {
 }
 
 void TWinControl::CreateChildHandles() {
+    // The system puts each new window behind the others, so made in this order they need no arranging.
+    for (TWinControl* control : WindowOrder()) {
+        if (std::find(FTabList.begin(), FTabList.end(), control) != FTabList.end() && !control->FHandle) {
+            control->CreateHandle();
+        }
+    }
     for (size_t i = 0; i < FControls.size(); ++i) { // making a window may bring more controls
         if (auto* const control = dynamic_cast<TWinControl*>(FControls[i]); control && !control->FHandle) {
             control->CreateHandle();
@@ -320,27 +326,36 @@ TWinControl* TWinControl::TopParent() {
     return top;
 }
 
+std::vector<TWinControl*> TWinControl::WindowOrder() {
+    if (TopParent()->FParentWindow) {
+        return FTabList; // a foreign dialog moves the focus in Z order
+    }
+    std::vector<TWinControl*> order;
+    for (auto i = FControls.rbegin(); i != FControls.rend(); ++i) {
+        if (auto* const control = dynamic_cast<TWinControl*>(*i)) {
+            order.push_back(control);
+        }
+    }
+    return order;
+}
+
 void TWinControl::ArrangeWindows() {
     if (!FHandle) {
         return;
     }
-    std::vector<TWinControl*> order; // from the front to the back
-    if (TopParent()->FParentWindow) {
-        order = FTabList; // a foreign dialog moves the focus in Z order
-    } else {
-        for (auto i = FControls.rbegin(); i != FControls.rend(); ++i) {
-            if (auto* const control = dynamic_cast<TWinControl*>(*i)) {
-                order.push_back(control);
-            }
-        }
-    }
+    // Asking where a window is costs a fraction of moving it.
     HWND above = HWND_TOP;
-    for (const TWinControl* control : order) {
-        if (control->FHandle) {
+    HWND next = GetWindow(FHandle, GW_CHILD);
+    for (const TWinControl* control : WindowOrder()) {
+        if (!control->FHandle) {
+            continue;
+        }
+        if (control->FHandle != next) {
             SetWindowPos(control->FHandle, above, 0, 0, 0, 0,
                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
-            above = control->FHandle;
         }
+        above = control->FHandle;
+        next = GetWindow(above, GW_HWNDNEXT);
     }
 }
 

@@ -206,6 +206,7 @@ private:
     bool FCreated = false;   ///< OnCreate has run.
     bool FDestroyed = false; ///< OnDestroy has run.
     bool FPlaced = false;    ///< `Position` has been applied.
+    bool FArranged = true;   ///< The windows inside have the Z order that they are to have.
     bool FIsActive = false;
     bool FVisibleWanted = false; ///< `Visible` of the form file, until the form is complete.
     bool FShowing = false;       ///< OnShow runs.

@@ -140,7 +140,12 @@ void TCustomForm::SetParentWindow(HWND value) {
     SetParentWindowField(value);
     if (HandleAllocated()) {
         UpdateWindowStyle();
-        ArrangeAllWindows();
+        // A form that leaves a dialog is hidden and will mostly be docked again: its windows keep their order till
+        // then.
+        FArranged = value || Visible();
+        if (FArranged) {
+            ArrangeAllWindows();
+        }
     } else if (value && Visible()) {
         HandleNeeded();
         ShowWindowNow();
@@ -255,6 +260,9 @@ void TCustomForm::VisibleChanged() {
 }
 
 void TCustomForm::ShowWindowNow() {
+    if (!std::exchange(FArranged, true)) {
+        ArrangeAllWindows();
+    }
     int how = SW_SHOWNORMAL;
     if (Parent() || ParentWindow()) {
         how = SW_SHOWNA;

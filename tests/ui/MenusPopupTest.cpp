@@ -85,7 +85,9 @@ TEST_F(PopupMenu, ShowsTheHintOfTheItemUnderTheBar) {
     TApplication& application = Application(); // where hints are shown; without one there is none
     std::string first;
     std::string second;
-    Popup({Key(VK_DOWN), {"look", MenuShown, [&] { first = application.Hint(); }}, Key(VK_DOWN),
+    Popup({Key(VK_DOWN),
+           {"look", MenuShown, [&] { first = application.Hint(); }},
+           Key(VK_DOWN),
            {"the hint is shown", [&] { return !application.Hint().empty(); }, [&] { second = application.Hint(); }},
            Key(VK_ESCAPE)});
     EXPECT_EQ(first, "");
