@@ -15,8 +15,19 @@ struct TFreeComponent {
 };
 using TOwnedRoot = std::unique_ptr<TComponent, TFreeComponent>;
 
+/// Text as it stands, other bytes as \xNN
+inline std::string Legible(std::string_view bytes) {
+    std::string out;
+    for (const char c : bytes) {
+        char hex[8];
+        std::snprintf(hex, sizeof hex, "\\x%02X", static_cast<unsigned char>(c));
+        out += c == '\n' || (c >= ' ' && c <= '~') ? std::string(1, c) : hex;
+    }
+    return out;
+}
+
 [[noreturn]] inline void Differs(const char* what, const std::string& first, const std::string& second) {
-    std::fprintf(stderr, "%s\n--- first\n%s\n--- second\n%s\n", what, first.c_str(), second.c_str());
+    std::fprintf(stderr, "%s\n--- first\n%s\n--- second\n%s\n", what, Legible(first).c_str(), Legible(second).c_str());
     std::abort();
 }
 
@@ -43,6 +54,9 @@ inline void CheckRead(std::string_view form, bool skipErrors) {
         } catch (const Exception&) {
             break; // an error of the framework is a fair answer
         }
+        // A control that stood in something that holds none has no parent and is written behind all that have one. Read
+        // again it stands in the form: from then on nothing changes any more.
+        first = Written(*Read(first, false), format);
         const std::string second = Written(*Read(first, false), format);
         if (first != second) {
             Differs("What was written reads as something else", first, second);

@@ -169,20 +169,13 @@ void ExpectCleanLayout(const TKxCustomOpenLiteDialog& dialog) {
 }
 
 std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int dy) {
-    const auto mouse = [](TPoint at, DWORD flags) {
-        SetCursorPos(at.X, at.Y);
-        INPUT input{};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flags;
-        SendInput(1, &input, sizeof input);
-    };
     const auto from = std::make_shared<TPoint>();
     return {{"the corner can be taken",
              {},
              [=, &dialog] {
                  const TRect outer = ScreenRectOf(dialog.DlgHandle());
                  *from = {outer.Right - 2, outer.Bottom - 2};
-                 mouse(*from, MOUSEEVENTF_LEFTDOWN);
+                 PressMouse(*from);
              }},
             {"the dialog is being sized",
              [] {
@@ -192,9 +185,11 @@ std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int
              },
              [=] {
                  for (int i = 1; i <= 5; ++i) {
-                     mouse({from->X + dx * i / 5, from->Y + dy * i / 5}, 0);
+                     MoveMouse({from->X + dx * i / 5, from->Y + dy * i / 5});
                  }
-                 mouse({from->X + dx, from->Y + dy}, MOUSEEVENTF_LEFTUP);
+             }},
+            {"the moves have been taken in", MouseInputTaken, [=] {
+                 ReleaseMouse({from->X + dx, from->Y + dy});
              }}};
 }
 

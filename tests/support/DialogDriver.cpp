@@ -15,6 +15,7 @@ namespace kx::test {
 namespace {
 
 constexpr UINT TickInterval = 10;      // milliseconds between two looks at the conditions
+constexpr DWORD FocusPatience = 2'000; // milliseconds for which nobody may have the focus
 constexpr DWORD Patience = 30'000;     // milliseconds for one step
 constexpr DWORD ClosingInterval = 200; // milliseconds between two attempts to close what is open
 constexpr int ClosingAttempts = 50;
@@ -42,6 +43,28 @@ void CloseTopmost() {
     }
     if (dialog) {
         PostMessageA(dialog, WM_CLOSE, 0, 0);
+    }
+}
+
+/// Without a window manager the X server now and then drops the focus of a window shown a moment ago: it takes Wine's
+/// request for one of before. Whoever sits before the screen would click the window, and so does this. Only when nobody
+/// has the focus: what happens between windows is for the tests to judge.
+void KeepFocus() {
+    static thread_local ULONGLONG lostAt = 0; // 0: somebody has it
+    HWND foreground = GetForegroundWindow();
+    const bool lost = !foreground || foreground == GetDesktopWindow();
+    const ULONGLONG now = GetTickCount64();
+    if (!lost || lostAt == 0) {
+        lostAt = lost ? now : 0;
+    } else if (now - lostAt > FocusPatience) {
+        lostAt = 0;
+        for (HWND window : TopWindows()) {
+            if (IsWindowEnabled(window) != 0 && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
+                std::fprintf(stderr, "Nobody has the focus; it goes back to the window %s\n", ClassOf(window).c_str());
+                SetForegroundWindow(window);
+                return;
+            }
+        }
     }
 }
 
@@ -170,6 +193,7 @@ bool TDialogDriver::Run(const std::function<bool()>& execute) {
 
 void CALLBACK TDialogDriver::TimerProc(HWND, UINT, UINT_PTR, DWORD) {
     if (!Runs.empty() && !Blocked) {
+        KeepFocus();
         Runs.back()->Tick();
     }
 }
@@ -231,6 +255,7 @@ bool PumpUntil(const TCondition& condition, unsigned seconds) {
             TranslateMessage(&message);
             DispatchMessageA(&message);
         }
+        KeepFocus();
     }
     return true;
 }

@@ -37,11 +37,12 @@ void Send(std::vector<INPUT>& inputs) {
     EXPECT_EQ(sent, inputs.size()) << "the system did not take the input";
 }
 
+constexpr DWORD Down[] = {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_MIDDLEDOWN};
+constexpr DWORD Up[] = {MOUSEEVENTF_LEFTUP, MOUSEEVENTF_RIGHTUP, MOUSEEVENTF_MIDDLEUP};
+
 void AddClick(std::vector<INPUT>& inputs, TPoint screen, TMouseButton button) {
-    constexpr DWORD down[] = {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_MIDDLEDOWN};
-    constexpr DWORD up[] = {MOUSEEVENTF_LEFTUP, MOUSEEVENTF_RIGHTUP, MOUSEEVENTF_MIDDLEUP};
-    inputs.push_back(MouseInput(screen, down[button]));
-    inputs.push_back(MouseInput(screen, up[button]));
+    inputs.push_back(MouseInput(screen, Down[button]));
+    inputs.push_back(MouseInput(screen, Up[button]));
 }
 
 } // namespace
@@ -52,12 +53,26 @@ TPoint CenterOf(HWND window) {
 }
 
 void MoveMouse(TPoint screen) {
-    // The screen's own pointer goes there too. Were it elsewhere, a window that opens under it would see it, and the
-    // mouse would be back there in the middle of what follows.
+    // The screen's own pointer goes there too: a window that appears under it would report it, and the system asks it
+    // where the mouse is when that has not moved for a while.
     SetCursorPos(screen.X, screen.Y);
     std::vector<INPUT> inputs{MouseInput(screen, 0)};
     Send(inputs);
 }
+
+void PressMouse(TPoint screen, TMouseButton button) {
+    MoveMouse(screen);
+    std::vector<INPUT> inputs{MouseInput(screen, Down[button])};
+    Send(inputs);
+}
+
+void ReleaseMouse(TPoint screen, TMouseButton button) {
+    MoveMouse(screen);
+    std::vector<INPUT> inputs{MouseInput(screen, Up[button])};
+    Send(inputs);
+}
+
+bool MouseInputTaken() { return HIWORD(GetQueueStatus(QS_MOUSE)) == 0; }
 
 void ClickAt(TPoint screen, TMouseButton button) {
     MoveMouse(screen);
@@ -81,17 +96,6 @@ void Click(HWND window, TMouseButton button) {
         << "the middle of " << ClassOf(window) << " \"" << TextOf(window) << "\" is covered by " << ClassOf(hit)
         << " \"" << TextOf(hit) << "\"";
     ClickAt(at, button);
-}
-
-void Drag(TPoint from, TPoint to) {
-    constexpr int steps = 8;
-    MoveMouse(from);
-    std::vector<INPUT> inputs{MouseInput(from, MOUSEEVENTF_LEFTDOWN)};
-    for (int i = 1; i <= steps; ++i) {
-        inputs.push_back(MouseInput({from.X + (to.X - from.X) * i / steps, from.Y + (to.Y - from.Y) * i / steps}, 0));
-    }
-    inputs.push_back(MouseInput(to, MOUSEEVENTF_LEFTUP));
-    Send(inputs);
 }
 
 void PressKey(WORD key, std::initializer_list<WORD> held) {

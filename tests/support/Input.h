@@ -13,12 +13,15 @@ namespace kx::test {
 
 TPoint CenterOf(HWND window); ///< In screen coordinates.
 void MoveMouse(TPoint screen);
+/// The two halves of a click, for dragging. Let go only when `MouseInputTaken`: a loop of the system that drags does
+/// not look where the button is let go, only at the moves it has taken in by then.
+void PressMouse(TPoint screen, TMouseButton button = mbLeft);
+void ReleaseMouse(TPoint screen, TMouseButton button = mbLeft);
+bool MouseInputTaken(); ///< No input of the mouse waits for the calling thread.
 void ClickAt(TPoint screen, TMouseButton button = mbLeft);
 void DoubleClickAt(TPoint screen);
 /// Clicks the middle of the window; a test failure when another window covers it there.
 void Click(HWND window, TMouseButton button = mbLeft);
-/// Presses the left button at `from`, moves to `to` in steps, and releases it there.
-void Drag(TPoint from, TPoint to);
 
 /// Presses and releases a key while the `held` ones are down: `PressKey('A', {VK_CONTROL})`.
 void PressKey(WORD key, std::initializer_list<WORD> held = {});
