@@ -98,9 +98,9 @@ TEST(Forms, ReleasedTwiceOrFreedMeanwhileIsFreedOnce) {
 }
 
 TEST(Forms, ActivationFiresItsEventsAndNamesTheActiveForm) {
+    std::vector<std::string> log; // outlives the forms, which are deactivated when they go
     const TFormPtr first(NewForm<TForm>(nullptr));
     const TFormPtr second(NewForm<TForm>(nullptr));
-    std::vector<std::string> log;
     first->SetOnActivate([&](TObject*) { log.emplace_back("activate 1"); });
     first->SetOnDeactivate([&](TObject*) { log.emplace_back("deactivate 1"); });
     second->SetOnActivate([&](TObject*) { log.emplace_back("activate 2"); });
