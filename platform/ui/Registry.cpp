@@ -39,29 +39,21 @@ struct TValue {
     std::vector<uint8_t> Data;
 };
 
-/// False when there is no such value. It may grow between the question for its size and the one for its bytes.
+/// False when there is no such value. Most values are short: they take one call of the system. A longer one may grow
+/// between the answer that names its size and the next question, so the room for it at least doubles.
 bool ReadValue(HKEY key, const std::string& name, TValue& value) {
     if (!key) {
         return false;
     }
-    DWORD size = 0;
-    LSTATUS status = RegQueryValueExA(key, name.c_str(), nullptr, &value.Type, nullptr, &size);
-    while (status == ERROR_SUCCESS) {
-        value.Data.resize(size);
-        // Without a buffer the system answers with the size only, so an empty value gets one too.
-        uint8_t none = 0;
-        status =
-            RegQueryValueExA(key, name.c_str(), nullptr, &value.Type, size == 0 ? &none : value.Data.data(), &size);
-        if (status == ERROR_MORE_DATA) {
-            status = ERROR_SUCCESS;
-            continue;
-        }
-        if (status == ERROR_SUCCESS) {
-            value.Data.resize(size);
-            return true;
-        }
+    DWORD size = 256;
+    LSTATUS status = ERROR_MORE_DATA;
+    while (status == ERROR_MORE_DATA) {
+        value.Data.resize(std::max(size_t{size}, value.Data.size() * 2));
+        size = static_cast<DWORD>(value.Data.size());
+        status = RegQueryValueExA(key, name.c_str(), nullptr, &value.Type, value.Data.data(), &size);
     }
-    return false;
+    value.Data.resize(status == ERROR_SUCCESS ? size : 0);
+    return status == ERROR_SUCCESS;
 }
 
 void WriteValue(HKEY key, const std::string& name, DWORD type, const void* data, size_t size) {
