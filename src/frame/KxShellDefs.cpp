@@ -170,6 +170,11 @@ std::wstring Widened(const std::string& text) {
 
 } // namespace
 
+HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl) {
+    std::wstring name = Widened(path);
+    return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, pidl.put(), nullptr);
+}
+
 unique_pidl CreatePIDLFromPath(const std::string& path) {
     unique_com<IShellFolder> desktop;
     const HRESULT found = SHGetDesktopFolder(desktop.put());
@@ -177,8 +182,7 @@ unique_pidl CreatePIDLFromPath(const std::string& path) {
         throw EOSError("Error getting IShellFolder interface", static_cast<uint32_t>(found));
     }
     unique_pidl pidl;
-    std::wstring name = Widened(path);
-    const HRESULT parsed = desktop.get()->ParseDisplayName(nullptr, nullptr, name.data(), nullptr, pidl.put(), nullptr);
+    const HRESULT parsed = ParseFolderPath(*desktop.get(), path, pidl);
     if (parsed != S_OK) {
         throw EOSError("Error parsing folder name to PIDL(does folder exist?)", static_cast<uint32_t>(parsed));
     }

@@ -92,6 +92,9 @@ unique_pidl CreatePIDLCopy(LPCITEMIDLIST pidl);
 ///         "Error parsing folder name to PIDL(does folder exist?)" for a path that is not there.
 unique_pidl CreatePIDLFromPath(const std::string& path);
 
+/// Parses a path as `folder` names it, with no window to ask the user in; `pidl` is empty unless it answers S_OK.
+HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl);
+
 /// Path of an absolute list; empty when it is no object of the file system.
 std::string GetPathFromPIDL(LPCITEMIDLIST pidl);
 
