@@ -104,15 +104,7 @@ DWORD TKxListViewStyles::ApplyToStyle(DWORD style) const {
     return FEnableEdit ? style : style & ~static_cast<DWORD>(LVS_EDITLABELS);
 }
 
-// --- TKxPlacesBarLiteOptions
-
-const TClass& TKxPlacesBarLiteOptions::StaticClass() {
-    using T = TKxPlacesBarLiteOptions;
-    static const TClassBuilder<T> cls("TKxPlacesBarLiteOptions", TPersistent::StaticClass(), [](auto& c) {
-        c.Property("Visible", &T::Visible, &T::SetVisible).Default = true;
-    });
-    return cls.Class();
-}
+// --- Places bar
 
 OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record) {
     static_assert(sizeof(void*) != 4 || (sizeof record == 88 && offsetof(OPENFILENAMEA, FlagsEx) == 84));

@@ -2,6 +2,7 @@
 
 #include "frame/KxDlgParams.h"
 #include "opensave/KxNamesList.h"
+#include "places/KxPlaces.h"
 #include "ui/ListViewTypes.h"
 
 #include <commdlg.h>
@@ -200,17 +201,6 @@ private:
 };
 
 // --- Places bar
-
-/// Choice of the lite dialogs: the system's places bar or none.
-class TKxPlacesBarLiteOptions : public TPersistent {
-    KX_CLASS()
-
-    bool Visible() const { return FVisible; }
-    void SetVisible(bool value) { FVisible = value; }
-
-private:
-    bool FVisible = true;
-};
 
 /// A copy of the record of a file dialog by which the system shows its places bar.
 OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record);
