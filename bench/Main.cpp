@@ -3,6 +3,7 @@
 
 #include "FormBench.h"
 #include "OpenDialogBench.h"
+#include "PlacesBench.h"
 #include "ui/Forms.h"
 
 #include <cstdio>
@@ -39,6 +40,7 @@ int Run() {
     add(MeasureFirstPaint());
     add(MeasureNullMessage());
     add(MeasureForms());
+    add(MeasurePlaces());
     Print(rows);
     return 0;
 }
