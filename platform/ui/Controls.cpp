@@ -1,5 +1,6 @@
 #include "ui/Controls.h"
 
+#include "ui/ActnList.h"
 #include "ui/Forms.h"
 #include "ui/Menus.h"
 
@@ -65,6 +66,7 @@ void TSizeConstraints::Change(int& field, int value) {
 const TClass& TControl::StaticClass() {
     static const TClassBuilder<TControl> cls("TControl", TComponent::StaticClass(), [](auto& c) {
         using T = TControl;
+        c.Reference("Action", &T::Action, &T::SetAction);
         c.Property("Left", &T::Left, &T::SetLeft).Stored = [](const TObject&) { return true; };
         c.Property("Top", &T::Top, &T::SetTop).Stored = [](const TObject&) { return true; };
         c.Property("Width", &T::Width, &T::SetWidth).Stored = [](const TObject&) { return true; };

@@ -12,6 +12,8 @@
 
 namespace kx {
 
+class TActionLink;
+class TBasicAction;
 class TControl;
 class TPopupMenu;
 class TWinControl;
@@ -142,6 +144,11 @@ class TControl : public TComponent {
     bool ParentShowHint() const { return FParentShowHint; }
     void SetParentShowHint(bool value);
 
+    /// What a click does when there is no OnClick. The control follows the action's caption, hint and state as long as
+    /// its own are the same. Not owned.
+    TBasicAction* Action() const;
+    void SetAction(TBasicAction* value);
+
     TCursor Cursor() const { return FCursor; }
     void SetCursor(TCursor value);
     TPopupMenu* PopupMenu() const { return FPopupMenu; } ///< Not owned.
@@ -199,6 +206,10 @@ protected:
     void Notification(TComponent* component, TOperation operation) override;
     void SetControlStyle(TControlStyle value) { FControlStyle = value; }
 
+    /// The control got the action `sender`, and takes over from it what there is for controls; with `checkDefaults`
+    /// only what it has no setting of its own for.
+    virtual void ActionChange(TObject* sender, bool checkDefaults);
+
     // What descendants do when something changed
     virtual void TextChanged();
     virtual void FontChanged();
@@ -255,6 +266,7 @@ private:
     std::string FText;
     std::string FHint;
     TPopupMenu* FPopupMenu = nullptr;
+    std::unique_ptr<TActionLink> FActionLink; ///< Null until there is an action.
     bool FVisible = true;
     bool FEnabled = true;
     bool FParentColor = true;

@@ -1,3 +1,4 @@
+#include "ui/ActnList.h"
 #include "ui/Controls.h"
 #include "ui/Forms.h"
 #include "ui/Menus.h"
@@ -157,7 +158,13 @@ bool TControl::DialogChar(char) { return false; }
 
 // --- Events
 
-void TControl::Click() { FOnClick(this); }
+void TControl::Click() {
+    if (FOnClick) {
+        FOnClick(this);
+    } else if (TBasicAction* const action = Action()) {
+        action->Execute();
+    }
+}
 void TControl::DblClick() { FOnDblClick(this); }
 void TControl::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
     FOnMouseDown(this, button, shift, x, y);

@@ -1,3 +1,4 @@
+#include "ui/ActnList.h"
 #include "ui/MenusCommands.h"
 
 #include <algorithm>
@@ -66,6 +67,7 @@ TMenuItem* FindSubmenu(HMENU handle) {
 
 const TClass& TMenuItem::StaticClass() {
     static const TClassBuilder<TMenuItem> cls("TMenuItem", TComponent::StaticClass(), [](auto& c) {
+        c.Reference("Action", &TMenuItem::Action, &TMenuItem::SetAction);
         c.Property("Caption", &TMenuItem::Caption, &TMenuItem::SetCaption);
         c.Property("Checked", &TMenuItem::Checked, &TMenuItem::SetChecked).Default = false;
         c.Property("Default", &TMenuItem::Default, &TMenuItem::SetDefault).Default = false;
@@ -264,7 +266,9 @@ bool TMenuItem::ShowsImage() const {
 }
 
 void TMenuItem::Click() {
-    if (FEnabled) {
+    if (FEnabled && !FOnClick && Action()) {
+        Action()->Execute();
+    } else if (FEnabled) {
         const TNotifyEvent handler = FOnClick; // which may free the item
         handler(this);
     }

@@ -12,6 +12,8 @@
 
 namespace kx {
 
+class TActionLink;
+class TBasicAction;
 class TMenu;
 class TMenuItem;
 
@@ -92,6 +94,10 @@ class TMenuItem : public TComponent {
     int ImageIndex() const { return FImageIndex; } ///< In the menu's images; -1: none.
     void SetImageIndex(int value);
 
+    /// What choosing the item does when it has no OnClick. It follows the action as controls do. Not owned.
+    TBasicAction* Action() const;
+    void SetAction(TBasicAction* value);
+
     const TNotifyEvent& OnClick() const { return FOnClick; }
     void SetOnClick(TNotifyEvent value) { FOnClick = std::move(value); }
     /// What choosing the item does; nothing while it is disabled. Items with a submenu are clicked before it opens.
@@ -124,6 +130,7 @@ private:
     TShortCut FShortCut = 0;
     int FImageIndex = -1;
     WORD FCommand = 0;
+    std::unique_ptr<TActionLink> FActionLink; ///< Null until there is an action.
     TNotifyEvent FOnClick;
     TMenuItem* FParent = nullptr;
     TMenu* FMenu = nullptr; ///< Set in a menu's root item only.
