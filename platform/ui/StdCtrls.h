@@ -194,6 +194,8 @@ protected:
     bool DialogKey(uint16_t key, TShiftState shift) override;
     bool WantsKey(uint16_t key, TShiftState shift) override;
     void FocusChanged(TWinControl* focused) override;
+    /// Shows whether Return presses the button now.
+    virtual void SetButtonStyle(bool isDefault);
 
 private:
     void SetActive(bool value);

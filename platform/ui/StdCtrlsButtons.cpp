@@ -71,9 +71,13 @@ void TButton::SetDefault(bool value) {
 void TButton::SetActive(bool value) {
     if (FActive != value) {
         FActive = value;
-        if (HandleAllocated()) {
-            SendMessageA(WindowHandle(), BM_SETSTYLE, value ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
-        }
+        SetButtonStyle(value);
+    }
+}
+
+void TButton::SetButtonStyle(bool isDefault) {
+    if (HandleAllocated()) {
+        SendMessageA(WindowHandle(), BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
     }
 }
 
