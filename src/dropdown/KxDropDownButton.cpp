@@ -192,6 +192,8 @@ void TKxBitBtn::WMLButtonClk(TMessage& message) {
     const TAliveGuard alive(*this);
     const bool onArrow = message.Pos().X > Width() - Glyph().Width() - 2 * FSpacing;
     if (onArrow && FPressingDropDown) {
+        // Deliberate: the arrow stays pressed when its menu has closed, so that this press opens no menu, where one
+        // would expect it up again. A press on the body and the loss of the focus end that too.
         ReleaseCapture();
         FPressingDropDown = false;
         Repaint();
@@ -309,7 +311,8 @@ void TKxBitBtn::DrawItem(const DRAWITEMSTRUCT& item) {
     }
     DrawFrame(face, isDown, (item.itemState & ODS_DISABLED) != 0);
     if (FIsFocused || isDown || FPressingDropDown) {
-        // Caption and arrow stay where they are, whichever part is pressed.
+        // Caption and arrow stay where they are, whichever part is pressed: laid out in that part alone, the caption
+        // would be drawn over the arrow.
         face = Inside(ClientRect(), 1);
     }
     FCanvas->SetFont(Font());

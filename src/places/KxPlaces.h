@@ -13,7 +13,6 @@ namespace kx {
 
 class TKxPlaces;
 class TKxPlacesBarOptions;
-class TWinControl;
 
 /// The special folders that a place can stand for, as they are offered to the user: ftDesktop, ftDrives, ftPersonal and
 /// ftFavorites.
