@@ -75,6 +75,8 @@ const TClass& TControl::StaticClass() {
         c.Property("Anchors", &T::Anchors, &T::SetAnchors).Default = TAnchors{akLeft, akTop}.Bits();
         c.SubObject("Constraints", &T::Constraints, &T::SetConstraints);
         c.Property("Cursor", &T::Cursor, &T::SetCursor).Default = crDefault;
+        c.Property("DragCursor", &T::DragCursor, &T::SetDragCursor).Default = crDrag;
+        c.Property("DragMode", &T::DragMode, &T::SetDragMode).Default = dmManual;
         c.Property("Enabled", static_cast<bool (T::*)() const>(&T::Enabled), &T::SetEnabled).Default = 1;
         c.Property("Color", &T::Color, &T::SetColor).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentColor();
@@ -94,12 +96,16 @@ const TClass& TControl::StaticClass() {
         c.Property("OnClick", &T::OnClick, &T::SetOnClick);
         c.Property("OnContextPopup", &T::OnContextPopup, &T::SetOnContextPopup);
         c.Property("OnDblClick", &T::OnDblClick, &T::SetOnDblClick);
+        c.Property("OnDragDrop", &T::OnDragDrop, &T::SetOnDragDrop);
+        c.Property("OnDragOver", &T::OnDragOver, &T::SetOnDragOver);
+        c.Property("OnEndDrag", &T::OnEndDrag, &T::SetOnEndDrag);
         c.Property("OnMouseDown", &T::OnMouseDown, &T::SetOnMouseDown);
         c.Property("OnMouseEnter", &T::OnMouseEnter, &T::SetOnMouseEnter);
         c.Property("OnMouseLeave", &T::OnMouseLeave, &T::SetOnMouseLeave);
         c.Property("OnMouseMove", &T::OnMouseMove, &T::SetOnMouseMove);
         c.Property("OnMouseUp", &T::OnMouseUp, &T::SetOnMouseUp);
         c.Property("OnResize", &T::OnResize, &T::SetOnResize);
+        c.Property("OnStartDrag", &T::OnStartDrag, &T::SetOnStartDrag);
     });
     return cls.Class();
 }
@@ -111,6 +117,7 @@ TControl::TControl(TComponent* owner) : TComponent(owner), FFont(std::make_uniqu
 TControl::~TControl() {
     Destroying();
     TControl::SetParent(nullptr);
+    detail::TDragSession::ControlGone(*this);
     if (CaptureControl == this) {
         CaptureControl = nullptr;
     }

@@ -23,7 +23,7 @@ void TWinControl::WndProc(TMessage& message) {
         }
         break;
     case WM_ERASEBKGND:
-        if (!FSystemClass) {
+        if (!FSystemClass || NeedsBuffer()) {
             if (!NeedsBuffer()) {
                 EraseBackground(message.WParamDC());
             }
@@ -165,8 +165,14 @@ bool TWinControl::GraphicMouseMessage(TMessage& message) {
         return false;
     }
     const TPoint pos = message.Pos();
-    message.Result =
+    const HWND window = FHandle;
+    const LRESULT result =
         target->Perform(message.Msg, message.WParam, MakeLParam(pos.X - target->Left(), pos.Y - target->Top()));
+    message.Result = result;
+    if (message.Msg == WM_RBUTTONUP && IsWindow(window)) {
+        // The system makes the context menu's message of it.
+        message.Result = DefWindowProcA(window, message.Msg, message.WParam, message.LParam);
+    }
     return true;
 }
 

@@ -51,12 +51,15 @@ void TControl::MouseMessage(TMessage& message) {
     case WM_MOUSEMOVE: {
         const TAliveGuard alive(*this);
         DefaultHandler(message);
-        if (alive) {
+        if (alive && !detail::TDragSession::MouseMoved(message.WParam)) {
             MouseMove(KeysToShiftState(message.WParam), message.Pos().X, message.Pos().Y);
         }
         break;
     }
     case WM_LBUTTONUP:
+        detail::TDragSession::ButtonReleased();
+        ButtonUp(message, mbLeft);
+        break;
     case WM_RBUTTONUP:
     case WM_MBUTTONUP: ButtonUp(message, ButtonOf(message.Msg)); break;
     case WM_LBUTTONDBLCLK:
@@ -85,7 +88,13 @@ void TControl::ButtonDown(TMessage& message, TMouseButton button, bool isDouble)
         FClicked = true;
     }
     if (alive) {
+        if (button == mbLeft) {
+            detail::TDragSession::ButtonPressed(*this);
+        }
         MouseDown(button, shift, message.Pos().X, message.Pos().Y);
+    }
+    if (alive && button == mbLeft && FDragMode == dmAutomatic && !IsDesigning()) {
+        BeginDrag(false);
     }
 }
 

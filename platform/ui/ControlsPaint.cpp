@@ -93,7 +93,7 @@ bool TWinControl::HasGraphicControls() const { return FControls.size() != FTabLi
 bool TWinControl::NeedsBuffer() const { return !FSystemClass && (FDoubleBuffered || HasGraphicControls()); }
 
 void TWinControl::PaintHandler(TMessage& message) {
-    if (FSystemClass) {
+    if (FSystemClass && !NeedsBuffer()) {
         const TAliveGuard alive(*this);
         DefaultHandler(message);
         if (alive && FHandle && HasGraphicControls()) {

@@ -144,6 +144,9 @@ void TWinControl::CreateParams(TCreateParams& params) {
         params.Style |= WS_CLIPCHILDREN;
         params.ExStyle |= WS_EX_CONTROLPARENT;
     }
+    if (FAcceptFiles) {
+        params.ExStyle |= WS_EX_ACCEPTFILES;
+    }
     params.X = Left();
     params.Y = Top();
     params.Width = Width();
@@ -272,6 +275,15 @@ void TWinControl::RecreateWnd() {
     }
     if (hadFocus && focused->FHandle) {
         ::SetFocus(focused->FHandle);
+    }
+}
+
+void TWinControl::SetAcceptFiles(bool value) {
+    FAcceptFiles = value;
+    if (FHandle) {
+        const LONG style = GetWindowLongA(FHandle, GWL_EXSTYLE);
+        constexpr LONG bit = WS_EX_ACCEPTFILES;
+        SetWindowLongA(FHandle, GWL_EXSTYLE, value ? style | bit : style & ~bit);
     }
 }
 

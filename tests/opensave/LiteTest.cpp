@@ -175,7 +175,7 @@ std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int
              [=, &dialog] {
                  const TRect outer = ScreenRectOf(dialog.DlgHandle());
                  *from = {outer.Right - 2, outer.Bottom - 2};
-                 PressMouse(*from);
+                 PressAt(*from);
              }},
             {"the dialog is being sized",
              [] {
@@ -189,7 +189,7 @@ std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int
                  }
              }},
             {"the moves have been taken in", MouseInputTaken, [=] {
-                 ReleaseMouse({from->X + dx, from->Y + dy});
+                 ReleaseAt({from->X + dx, from->Y + dy});
              }}};
 }
 

@@ -60,13 +60,13 @@ void MoveMouse(TPoint screen) {
     Send(inputs);
 }
 
-void PressMouse(TPoint screen, TMouseButton button) {
+void PressAt(TPoint screen, TMouseButton button) {
     MoveMouse(screen);
     std::vector<INPUT> inputs{MouseInput(screen, Down[button])};
     Send(inputs);
 }
 
-void ReleaseMouse(TPoint screen, TMouseButton button) {
+void ReleaseAt(TPoint screen, TMouseButton button) {
     MoveMouse(screen);
     std::vector<INPUT> inputs{MouseInput(screen, Up[button])};
     Send(inputs);

@@ -15,8 +15,8 @@ TPoint CenterOf(HWND window); ///< In screen coordinates.
 void MoveMouse(TPoint screen);
 /// The two halves of a click, for dragging. Let go only when `MouseInputTaken`: a loop of the system that drags does
 /// not look where the button is let go, only at the moves it has taken in by then.
-void PressMouse(TPoint screen, TMouseButton button = mbLeft);
-void ReleaseMouse(TPoint screen, TMouseButton button = mbLeft);
+void PressAt(TPoint screen, TMouseButton button = mbLeft);
+void ReleaseAt(TPoint screen, TMouseButton button = mbLeft);
 bool MouseInputTaken(); ///< No input of the mouse waits for the calling thread.
 void ClickAt(TPoint screen, TMouseButton button = mbLeft);
 void DoubleClickAt(TPoint screen);

@@ -204,8 +204,8 @@ TEST_F(ControlsTest, AGraphicControlGetsTheMouseOfItsParent) {
     EXPECT_EQ(log, (std::vector<std::string>{"enter", "click", "up 7,8"}));
     // The press keeps the mouse: released outside, it is no click.
     log.clear();
-    PressMouse(label->ClientToScreen({1, 1}));
-    ReleaseMouse(Form->ClientToScreen({150, 150}));
+    PressAt(label->ClientToScreen({1, 1}));
+    ReleaseAt(Form->ClientToScreen({150, 150}));
     ASSERT_TRUE(PumpUntil([&] { return !log.empty(); }));
     MoveMouse(Form->ClientToScreen({151, 151}));
     ASSERT_TRUE(PumpUntil([&] { return log.back() == "leave"; }));
