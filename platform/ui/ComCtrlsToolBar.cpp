@@ -1,5 +1,7 @@
 #include "ui/ComCtrlsToolBar.h"
 
+#include "ui/ComCtrlsPageScroller.h"
+
 #include "ui/Handles.h"
 
 #include <algorithm>
@@ -356,8 +358,17 @@ void TToolBar::PlaceButtons() {
 }
 
 void TToolBar::AdjustHeight(int bottom) {
-    if (FAutoSize && bottom > 0 && Align() != alLeft && Align() != alRight && Align() != alClient) {
-        SetBounds(Left(), Top(), Width(), bottom + FrameExtent().Y);
+    const int height = bottom + FrameExtent().Y;
+    const bool changed = height != std::exchange(FRowsHeight, height);
+    if (!FAutoSize || Align() == alLeft || Align() == alRight || Align() == alClient) {
+        return;
+    }
+    if (dynamic_cast<TPageScroller*>(Parent())) {
+        if (changed) {
+            RequestAlign(); // it asks for the height
+        }
+    } else if (bottom > 0) {
+        SetBounds(Left(), Top(), Width(), height);
     }
 }
 

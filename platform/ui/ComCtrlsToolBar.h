@@ -150,6 +150,8 @@ class TToolBar : public TWinControl {
     int ButtonCount() const { return static_cast<int>(FButtons.size()); }
     TToolButton* Buttons(int index) const; ///< @throws EListError for an index outside [0, ButtonCount).
     int RowCount() const { return FRowCount; }
+    /// Pixels of all rows and the edges: what AutoSize makes the height. In a page scroller the bar may be higher.
+    int RowsHeight() const { return FRowsHeight; }
     /// The buttons are not arranged until EndUpdate, so that many changes are as quick as one. They nest.
     void BeginUpdate();
     void EndUpdate();
@@ -243,6 +245,7 @@ private:
     int FButtonHeight = 22;
     int FIndent = 0;
     int FRowCount = 0;
+    int FRowsHeight = 0;
     int FUpdateCount = 0;
     WORD FLastCommand = 0;
     TEdgeBorders FEdgeBorders{ebTop};
