@@ -266,14 +266,18 @@ void TWinControl::RecreateWnd() {
         return;
     }
     const HWND focus = ::GetFocus();
-    TWinControl* const focused = FindControl(focus);
-    const bool hadFocus = focused && ContainsControl(focused);
+    TWinControl* focused = nullptr; // a control may have the focus in an inner window that is none of ours
+    if (focus == FHandle || IsChild(FHandle, focus)) {
+        for (HWND window = focus; !focused; window = GetAncestor(window, GA_PARENT)) {
+            focused = FindControl(window);
+        }
+    }
     DestroyHandle();
     HandleNeeded();
     if (Parent()) {
         Parent()->ArrangeWindows();
     }
-    if (hadFocus && focused->FHandle) {
+    if (focused && focused->FHandle) {
         ::SetFocus(focused->FHandle);
     }
 }

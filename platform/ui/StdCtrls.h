@@ -342,10 +342,30 @@ private:
     bool FMultiSelect = false;
 };
 
-enum TComboBoxStyle : uint8_t { csDropDown, csSimple, csDropDownList };
-KX_ENUM(TComboBoxStyle, "csDropDown", "csSimple", "csDropDownList")
+/// The owner-drawn ones are drop-down lists that OnDrawItem draws, with items of one height or of their own.
+enum TComboBoxStyle : uint8_t { csDropDown, csSimple, csDropDownList, csOwnerDrawFixed, csOwnerDrawVariable };
+KX_ENUM(TComboBoxStyle, "csDropDown", "csSimple", "csDropDownList", "csOwnerDrawFixed", "csOwnerDrawVariable")
 
-/// A text, or a choice among texts. Changing the style keeps the items and the text.
+/// How an owner-drawn item is to be drawn; odComboBoxEdit: in the closed combo box.
+enum TOwnerDrawStateFlag : uint8_t {
+    odSelected,
+    odGrayed,
+    odDisabled,
+    odChecked,
+    odFocused,
+    odDefault,
+    odComboBoxEdit
+};
+KX_ENUM(TOwnerDrawStateFlag, "odSelected", "odGrayed", "odDisabled", "odChecked", "odFocused", "odDefault",
+        "odComboBoxEdit")
+using TOwnerDrawState = TSet<TOwnerDrawStateFlag>;
+
+/// Draws an item on the control's `Canvas`, whose font and brush are those of the item's state and with which the
+/// rectangle is filled already.
+using TDrawItemEvent = TEvent<void(TWinControl* control, int index, const TRect& rect, TOwnerDrawState state)>;
+using TMeasureItemEvent = TEvent<void(TWinControl* control, int index, int& height)>;
+
+/// A text, or a choice among texts. Changing the style keeps the items, the text and the focus.
 class TComboBox : public TWinControl {
     KX_CLASS()
 
@@ -357,6 +377,9 @@ class TComboBox : public TWinControl {
     void SetItemIndex(int value);
     TComboBoxStyle Style() const { return FStyle; }
     void SetStyle(TComboBoxStyle value);
+    int ItemHeight() const { return FItemHeight; } ///< Pixels of an owner-drawn item.
+    void SetItemHeight(int value);
+    TCanvas& Canvas() { return *FCanvas; }               ///< In OnDrawItem only.
     int DropDownCount() const { return FDropDownCount; } ///< Items that the open list shows.
     void SetDropDownCount(int value) { FDropDownCount = value; }
     bool DroppedDown() const;
@@ -371,8 +394,12 @@ class TComboBox : public TWinControl {
     void SetOnChange(TNotifyEvent value) { FOnChange = std::move(value); }
     const TNotifyEvent& OnDropDown() const { return FOnDropDown; }
     void SetOnDropDown(TNotifyEvent value) { FOnDropDown = std::move(value); }
+    const TDrawItemEvent& OnDrawItem() const { return FOnDrawItem; }
+    void SetOnDrawItem(TDrawItemEvent value);
+    const TMeasureItemEvent& OnMeasureItem() const { return FOnMeasureItem; } ///< With csOwnerDrawVariable.
+    void SetOnMeasureItem(TMeasureItemEvent value) { FOnMeasureItem = std::move(value); }
 
-    /// With csDropDownList: chooses the item of that text, in any letter case, or none.
+    /// Without an edit: chooses the item of that text, in any letter case, or none.
     void SetText(const std::string& value) override;
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
@@ -384,20 +411,30 @@ protected:
     bool WantsKey(uint16_t key, TShiftState shift) override;
     virtual void DoChange();
     virtual void DoDropDown();
+    virtual void DrawItem(int index, const TRect& rect, TOwnerDrawState state);
+    virtual void MeasureItem(int index, int& height);
 
 private:
     void Notified(int code);
     int DropDownHeight() const;
+    bool HasEdit() const { return FStyle == csDropDown || FStyle == csSimple; }
+    bool IsOwnerDrawn() const { return FStyle == csOwnerDrawFixed || FStyle == csOwnerDrawVariable; }
+    void DrawItemNotification(const DRAWITEMSTRUCT& item);
+    void MeasureItemNotification(MEASUREITEMSTRUCT& item);
     void WatchEdit();
 
     detail::TControlItems FItems;
     int FItemIndex = -1; ///< While there is no window.
     TComboBoxStyle FStyle = csDropDown;
     TSubclass FEdit; ///< The window inside in which the user types.
+    std::unique_ptr<TCanvas> FCanvas;
+    int FItemHeight = 16;
     int FDropDownCount = 8;
     int FMaxLength = 0;
     TNotifyEvent FOnChange;
     TNotifyEvent FOnDropDown;
+    TDrawItemEvent FOnDrawItem;
+    TMeasureItemEvent FOnMeasureItem;
 };
 
 } // namespace kx

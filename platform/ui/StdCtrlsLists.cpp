@@ -229,6 +229,7 @@ const TClass& TComboBox::StaticClass() {
         using T = TComboBox;
         c.Creatable();
         c.Property("Style", &T::Style, &T::SetStyle).Default = csDropDown;
+        c.Property("ItemHeight", &T::ItemHeight, &T::SetItemHeight).Default = 16;
         c.Property("DropDownCount", &T::DropDownCount, &T::SetDropDownCount).Default = 8;
         c.Property("MaxLength", &T::MaxLength, &T::SetMaxLength).Default = 0;
         c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
@@ -238,13 +239,16 @@ const TClass& TComboBox::StaticClass() {
         c.SubObject("Items", &T::Items, &T::SetItems);
         c.Property("ItemIndex", &T::ItemIndex, &T::SetItemIndex).Default = -1;
         c.Property("OnChange", &T::OnChange, &T::SetOnChange);
+        c.Property("OnDrawItem", &T::OnDrawItem, &T::SetOnDrawItem);
         c.Property("OnDropDown", &T::OnDropDown, &T::SetOnDropDown);
+        c.Property("OnMeasureItem", &T::OnMeasureItem, &T::SetOnMeasureItem);
     });
     return cls.Class();
 }
 
 TComboBox::TComboBox(TComponent* owner)
-    : TWinControl(owner), FItems(*this, {CB_INSERTSTRING, CB_DELETESTRING, CB_RESETCONTENT}) {
+    : TWinControl(owner), FItems(*this, {CB_INSERTSTRING, CB_DELETESTRING, CB_RESETCONTENT}),
+      FCanvas(std::make_unique<TCanvas>()) {
     SetControlStyle({csDoubleClicks, csSetCaption});
     SetColor(clWindow);
     SetTabStop(true);
@@ -255,7 +259,8 @@ void TComboBox::CreateParams(TCreateParams& params) {
     TWinControl::CreateParams(params);
     params.BaseClass = "COMBOBOX";
     params.Height += DropDownHeight();
-    constexpr DWORD styles[] = {CBS_DROPDOWN, CBS_SIMPLE, CBS_DROPDOWNLIST};
+    constexpr DWORD styles[] = {CBS_DROPDOWN, CBS_SIMPLE, CBS_DROPDOWNLIST, CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED,
+                                CBS_DROPDOWNLIST | CBS_OWNERDRAWVARIABLE};
     params.Style |= styles[FStyle] | WS_VSCROLL | CBS_HASSTRINGS | CBS_AUTOHSCROLL;
 }
 
@@ -286,13 +291,21 @@ void TComboBox::SaveWindowState() {
 /// The system is told the height with the open list when it makes the window, and makes the closed one as high as its
 /// edit.
 int TComboBox::DropDownHeight() const {
-    const int itemHeight = std::abs(Font().Height()) + 4;
+    const int itemHeight = IsOwnerDrawn() ? FItemHeight : std::abs(Font().Height()) + 4;
     return FStyle == csSimple ? 0 : FDropDownCount * itemHeight + 2;
 }
 
 void TComboBox::WndProc(TMessage& message) {
     switch (message.Msg) {
     case CN_COMMAND: Notified(message.WParamHi()); return;
+    case CN_DRAWITEM:
+        DrawItemNotification(message.LParamAs<DRAWITEMSTRUCT>());
+        message.Result = TRUE;
+        return;
+    case CN_MEASUREITEM:
+        MeasureItemNotification(message.LParamAs<MEASUREITEMSTRUCT>());
+        message.Result = TRUE;
+        return;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX: // of its own parts
         message.Result = reinterpret_cast<LRESULT>(ControlColor(message.WParamDC()));
@@ -306,7 +319,7 @@ void TComboBox::Notified(int code) {
     switch (code) {
     case CBN_EDITCHANGE: DoChange(); break;
     case CBN_SELCHANGE:
-        if (FStyle != csDropDownList && ItemIndex() >= 0) {
+        if (HasEdit() && ItemIndex() >= 0) {
             // The edit takes over the text only after this notification.
             SetWindowTextA(WindowHandle(), FItems.Get(ItemIndex()).c_str());
         }
@@ -326,7 +339,7 @@ void TComboBox::Notified(int code) {
 
 /// The keys go to the edit inside; their events are the combo box's.
 void TComboBox::WatchEdit() {
-    const HWND edit = FStyle == csDropDownList ? nullptr : FindWindowExA(WindowHandle(), nullptr, "EDIT", nullptr);
+    const HWND edit = !HasEdit() ? nullptr : FindWindowExA(WindowHandle(), nullptr, "EDIT", nullptr);
     if (!edit) {
         return;
     }
@@ -370,7 +383,7 @@ void TComboBox::SetItemIndex(int value) {
 
 void TComboBox::SetText(const std::string& value) {
     const int index = FItems.IndexOf(value);
-    if (FStyle == csDropDownList) {
+    if (!HasEdit()) {
         SetItemIndex(index);
     } else {
         FItemIndex = HandleAllocated() ? -1 : FItemIndex;
@@ -380,12 +393,8 @@ void TComboBox::SetText(const std::string& value) {
 
 void TComboBox::SetStyle(TComboBoxStyle value) {
     if (FStyle != value) {
-        const bool had = HandleAllocated();
-        DestroyHandle();
         FStyle = value;
-        if (had) {
-            HandleNeeded();
-        }
+        RecreateWnd();
     }
 }
 

@@ -173,6 +173,73 @@ object AllControlsForm: TAllControlsForm
       ViewStyle = vsReport
     end
   end
+  object SpeedButton1: TSpeedButton
+    Left = 8
+    Top = 340
+    Width = 60
+    Height = 25
+    Anchors = [akLeft, akBottom]
+    GroupIndex = 1
+    Down = True
+    Caption = 'Speed'
+    Flat = True
+    Margin = 4
+  end
+  object DrawGrid1: TDrawGrid
+    Left = 76
+    Top = 338
+    Width = 129
+    Height = 30
+    Anchors = [akLeft, akBottom]
+    ColCount = 12
+    DefaultColWidth = 20
+    DefaultRowHeight = 10
+    FixedCols = 0
+    RowCount = 1
+    FixedRows = 0
+    Options = [goVertLine, goHorzLine, goDrawFocusSelected, goThumbTracking]
+    ScrollBars = ssHorizontal
+    TabOrder = 11
+  end
+  object PageScroller1: TPageScroller
+    Left = 212
+    Top = 338
+    Width = 100
+    Height = 29
+    Anchors = [akLeft, akBottom]
+    AutoScroll = False
+    Control = ToolBar1
+    Orientation = soVertical
+    TabOrder = 12
+    object ToolBar1: TToolBar
+      Left = 0
+      Top = 0
+      Width = 100
+      Height = 66
+      AutoSize = True
+      ButtonHeight = 22
+      ButtonWidth = 87
+      EdgeBorders = []
+      Flat = True
+      PopupMenu = PopupMenu1
+      TabOrder = 0
+      object ToolButton1: TToolButton
+        Left = 0
+        Top = 0
+        Caption = 'First'
+        Grouped = True
+        Style = tbsCheck
+      end
+      object ToolButton2: TToolButton
+        Left = 0
+        Top = 22
+        Caption = 'Second'
+        Down = True
+        Grouped = True
+        Style = tbsCheck
+      end
+    end
+  end
   object OkButton: TButton
     Left = 396
     Top = 340

@@ -34,6 +34,13 @@ TEST(FormFiles, FillTheFieldsAndThePropertiesOfTheForm) {
     EXPECT_EQ(form->OkButton->ModalResult(), mrOk);
     EXPECT_EQ(form->CancelButton->ModalResult(), mrCancel);
     EXPECT_EQ(form->ListBox1->PopupMenu(), form->PopupMenu1);
+    EXPECT_TRUE(form->SpeedButton1->Down());
+    EXPECT_EQ(form->DrawGrid1->ColCount(), 12);
+    EXPECT_EQ(form->DrawGrid1->FixedRows(), 0);
+    EXPECT_EQ(form->PageScroller1->Control(), form->ToolBar1);
+    EXPECT_EQ(form->ToolBar1->Buttons(1), form->ToolButton2);
+    EXPECT_TRUE(form->ToolButton2->Down());
+    EXPECT_EQ(form->ToolBar1->RowCount(), 2);
     EXPECT_EQ(form->Font().Name(), "MS Sans Serif");
     EXPECT_EQ(form->Edit1->Font().Height(), -11);
     EXPECT_TRUE(form->Edit1->ShowHint()) << "follows the form";

@@ -22,6 +22,12 @@ const TClass& TAllControlsForm::StaticClass() {
         c.Field("PaintBox1", &T::PaintBox1);
         c.Field("TabControl1", &T::TabControl1);
         c.Field("ListView1", &T::ListView1);
+        c.Field("SpeedButton1", &T::SpeedButton1);
+        c.Field("DrawGrid1", &T::DrawGrid1);
+        c.Field("PageScroller1", &T::PageScroller1);
+        c.Field("ToolBar1", &T::ToolBar1);
+        c.Field("ToolButton1", &T::ToolButton1);
+        c.Field("ToolButton2", &T::ToolButton2);
         c.Field("PopupMenu1", &T::PopupMenu1);
         c.Field("Item1", &T::Item1);
         c.Method("FormCreate", &T::FormCreate);

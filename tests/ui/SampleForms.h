@@ -1,8 +1,12 @@
 #pragma once
 
+#include "ui/Buttons.h"
 #include "ui/ComCtrls.h"
+#include "ui/ComCtrlsPageScroller.h"
+#include "ui/ComCtrlsToolBar.h"
 #include "ui/ExtCtrls.h"
 #include "ui/Forms.h"
+#include "ui/Grids.h"
 #include "ui/Menus.h"
 #include "ui/StdCtrls.h"
 
@@ -36,6 +40,12 @@ class TAllControlsForm : public TForm {
     TPaintBox* PaintBox1 = nullptr;
     TTabControl* TabControl1 = nullptr;
     TListView* ListView1 = nullptr;
+    TSpeedButton* SpeedButton1 = nullptr;
+    TDrawGrid* DrawGrid1 = nullptr;
+    TPageScroller* PageScroller1 = nullptr;
+    TToolBar* ToolBar1 = nullptr;
+    TToolButton* ToolButton1 = nullptr;
+    TToolButton* ToolButton2 = nullptr;
     TPopupMenu* PopupMenu1 = nullptr;
     TMenuItem* Item1 = nullptr;
 

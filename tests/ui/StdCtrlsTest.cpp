@@ -162,6 +162,62 @@ TEST_F(ComboBox, ChangingTheStyleKeepsItemsAndText) {
     EXPECT_EQ(Control->ItemIndex(), -1);
 }
 
+TEST_F(ComboBox, ChangingTheStyleKeepsPlaceSizeFocusAndMaximum) {
+    auto* const other = new TEdit(Form.get());
+    other->SetParent(Form.get());
+    Control->SetStyle(csSimple);
+    Control->SetBounds(168, 72, 217, 21);
+    Control->SetMaxLength(5);
+    Show();
+    EXPECT_EQ(Control->BoundsRect(), (TRect{168, 72, 385, 93}));
+    Control->SetFocus();
+    for (const TComboBoxStyle style :
+         {csDropDownList, csSimple, csOwnerDrawFixed, csDropDown, csOwnerDrawVariable, csDropDownList, csSimple}) {
+        Control->SetStyle(style);
+        EXPECT_EQ(Control->Left(), 168);
+        EXPECT_EQ(Control->Top(), 72);
+        EXPECT_EQ(Control->Width(), 217);
+        EXPECT_NEAR(Control->Height(), 21, 4) << style;
+        EXPECT_EQ(RectIn(Form->Handle(), Control->Handle()), Control->BoundsRect());
+        const HWND focus = ::GetFocus();
+        EXPECT_TRUE(focus == Control->Handle() || IsChild(Control->Handle(), focus)) << style;
+        EXPECT_EQ(Control->TabOrder(), 0);
+    }
+    TypeText("abcdefg");
+    EXPECT_TRUE(PumpUntil([&] { return Control->Text() == "abcde"; }));
+}
+
+TEST_F(ComboBox, OwnerDrawnItemsAreDrawnAndMeasuredByTheProgram) {
+    Control->Items().SetCommaText("low,high");
+    Control->SetStyle(csOwnerDrawVariable);
+    Control->SetItemHeight(20);
+    Control->SetOnMeasureItem([](TWinControl*, int index, int& height) { height += index * 30; });
+    Control->SetOnDrawItem([&](TWinControl*, int index, const TRect& rect, TOwnerDrawState) {
+        Control->Canvas().Brush().SetColor(index == 0 ? clRed : clLime);
+        Control->Canvas().FillRect(rect);
+    });
+    Control->SetItemIndex(1);
+    Show();
+    EXPECT_EQ(SendMessageA(Control->Handle(), CB_GETITEMHEIGHT, 0, 0), 20);
+    EXPECT_EQ(SendMessageA(Control->Handle(), CB_GETITEMHEIGHT, 1, 0), 50);
+    const auto color = [&] {
+        Control->Update();
+        const TWindowDC dc(Control->Handle());
+        return GetPixel(dc.Handle(), 10, Control->Height() / 2);
+    };
+    EXPECT_EQ(color(), COLORREF{clLime});
+    Control->SetItemIndex(0);
+    EXPECT_EQ(color(), COLORREF{clRed});
+    Control->SetStyle(csDropDownList);
+    EXPECT_EQ(Control->Text(), "low");
+    EXPECT_NE(color(), COLORREF{clRed});
+    Control->SetStyle(csOwnerDrawFixed);
+    Control->SetItemHeight(33);
+    EXPECT_EQ(SendMessageA(Control->Handle(), CB_GETITEMHEIGHT, 1, 0), 33);
+    EXPECT_EQ(Control->ItemIndex(), 0);
+    EXPECT_EQ(color(), COLORREF{clRed});
+}
+
 TEST_F(ComboBox, ChoosingAnItemChangesTheTextBeforeOnChange) {
     Control->Items().SetCommaText("alpha,beta");
     std::string text;
