@@ -200,6 +200,7 @@ object AllControlsForm: TAllControlsForm
     Options = [goVertLine, goHorzLine, goDrawFocusSelected, goThumbTracking]
     ScrollBars = ssHorizontal
     TabOrder = 11
+    TabStop = False
   end
   object PageScroller1: TPageScroller
     Left = 212
