@@ -98,6 +98,15 @@ void Click(HWND window, TMouseButton button) {
     ClickAt(at, button);
 }
 
+void Drag(TPoint from, TPoint to) {
+    constexpr int steps = 8;
+    PressAt(from);
+    for (int i = 1; i <= steps; ++i) {
+        MoveMouse({from.X + (to.X - from.X) * i / steps, from.Y + (to.Y - from.Y) * i / steps});
+    }
+    ReleaseAt(to);
+}
+
 void PressKey(WORD key, std::initializer_list<WORD> held) {
     std::vector<INPUT> inputs;
     for (const WORD modifier : held) {

@@ -18,6 +18,8 @@ void MoveMouse(TPoint screen);
 void PressAt(TPoint screen, TMouseButton button = mbLeft);
 void ReleaseAt(TPoint screen, TMouseButton button = mbLeft);
 bool MouseInputTaken(); ///< No input of the mouse waits for the calling thread.
+/// Presses the left button at `from`, moves to `to` in steps, and releases it there, for controls of ours.
+void Drag(TPoint from, TPoint to);
 void ClickAt(TPoint screen, TMouseButton button = mbLeft);
 void DoubleClickAt(TPoint screen);
 /// Clicks the middle of the window; a test failure when another window covers it there.
