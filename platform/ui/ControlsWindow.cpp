@@ -356,7 +356,7 @@ std::vector<TWinControl*> TWinControl::WindowOrder() {
 }
 
 void TWinControl::ArrangeWindows() {
-    if (!FHandle) {
+    if (!FHandle || FTabList.empty()) {
         return;
     }
     // Asking where a window is costs a fraction of moving it.

@@ -99,11 +99,15 @@ void TCustomForm::UpdateWindowStyle() {
     const auto setStyle = [&] {
         const DWORD visible = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)) & WS_VISIBLE;
         SetWindowLongA(window, GWL_STYLE, static_cast<LONG>((style & ~static_cast<DWORD>(WS_VISIBLE)) | visible));
-        SetWindowLongA(window, GWL_EXSTYLE, static_cast<LONG>(params.ExStyle));
+        if (static_cast<DWORD>(GetWindowLongA(window, GWL_EXSTYLE)) != params.ExStyle) {
+            SetWindowLongA(window, GWL_EXSTYLE, static_cast<LONG>(params.ExStyle));
+        }
     };
     if (child) {
         if (!wasChild) {
-            ::SetMenu(window, nullptr);
+            if (GetMenu(window)) {
+                ::SetMenu(window, nullptr);
+            }
             setStyle();
             SetWindowLongPtrA(window, GWLP_ID, static_cast<LONG_PTR>(reinterpret_cast<UINT_PTR>(NextControlId())));
             ::SetParent(window, params.WndParent);
@@ -127,7 +131,8 @@ void TCustomForm::UpdateWindowStyle() {
                  : wasOnTop ? HWND_NOTOPMOST
                             : HWND_TOP,
                  bounds.Left, bounds.Top, bounds.Right - bounds.Left, bounds.Bottom - bounds.Top,
-                 SWP_NOACTIVATE | SWP_FRAMECHANGED | (zOrder ? 0u : UINT{SWP_NOZORDER}));
+                 SWP_NOACTIVATE | SWP_FRAMECHANGED | (shown ? 0u : UINT{SWP_NOREDRAW | SWP_DEFERERASE}) |
+                     (zOrder ? 0u : UINT{SWP_NOZORDER}));
     if (moves && shown) {
         ShowWindow(window, SW_SHOWNA);
     }

@@ -210,6 +210,9 @@ void KxFitRectToScreen(TRect& rect);
 /// Sets the window's outer size and brings it to the top of the Z order.
 void ResizeWindow(HWND handle, int width, int height);
 
+/// EnumChildWindows for the direct children alone: forms docked in a dialog may bring hundreds of others.
+void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data);
+
 /// The dialog window whose forms are being docked, for MoveLeft and MoveDown.
 extern HWND GHandle;
 /// For EnumChildWindows: moves a direct child of GHandle right, or down, by `delta` and the dialog frame, to make room

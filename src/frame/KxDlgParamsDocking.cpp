@@ -88,12 +88,12 @@ TDockedExtents TKxCustDlgParams::DockForms(HWND handle) {
     TDockedExtents docked;
     if (FLeftForm) {
         docked.LeftWidth = FLeftForm->Width();
-        EnumChildWindows(handle, MoveLeft, *docked.LeftWidth);
+        KxEnumDirectChildren(handle, MoveLeft, *docked.LeftWidth);
         Dock(FLeftForm.Get(), handle);
     }
     if (FTopForm) {
         docked.TopHeight = FTopForm->Height();
-        EnumChildWindows(handle, MoveDown, *docked.TopHeight);
+        KxEnumDirectChildren(handle, MoveDown, *docked.TopHeight);
         Dock(FTopForm.Get(), handle);
     }
     if (FRightForm) {

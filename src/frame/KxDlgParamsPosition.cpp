@@ -24,7 +24,8 @@ int32_t ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
 int32_t ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
 
 void MoveWindowTo(HWND window, const TPoint& corner) {
-    SetWindowPos(window, nullptr, corner.X, corner.Y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE);
+    SetWindowPos(window, nullptr, corner.X, corner.Y, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
 
 void CenterOverForm(HWND window, TCustomForm* form) {
@@ -71,7 +72,8 @@ void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
 
 void ResizeWindow(HWND handle, int width, int height) {
     // Deliberate: without SWP_NOZORDER, which one would expect, so that the window comes to the top as well.
-    SetWindowPos(handle, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOACTIVATE);
+    // Erased is with the next painting: at once, everything in the dialog would be erased once more before it is shown.
+    SetWindowPos(handle, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
 
 namespace {
@@ -84,10 +86,23 @@ void MoveChild(HWND window, int32_t dx, int32_t dy) {
     const TRect r = KxWindowRect(window);
     POINT corner{r.Left, r.Top};
     ScreenToClient(GHandle, &corner);
-    SetWindowPos(window, nullptr, CheckedAdd(corner.x, dx), CheckedAdd(corner.y, dy), 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    SetWindowPos(window, nullptr, CheckedAdd(corner.x, dx), CheckedAdd(corner.y, dy), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_DEFERERASE);
 }
 
 } // namespace
+
+void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        children.push_back(child);
+    }
+    for (HWND child : children) {
+        if (!callback(child, data)) {
+            return;
+        }
+    }
+}
 
 BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept {
     Guarded([&] {

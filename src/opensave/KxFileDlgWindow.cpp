@@ -146,7 +146,7 @@ void TKxFileDlgWindow::ShowControls(TKxOpenDlgControls visible) const {
             SendMessageA(FDialog, CDM_HIDECONTROL, static_cast<WPARAM>(id), 0);
         }
     }
-    EnumChildWindows(FDialog, KxSrvShowToolBar, visible.Contains(dcToolBar));
+    KxEnumDirectChildren(FDialog, KxSrvShowToolBar, visible.Contains(dcToolBar));
 }
 
 BOOL CALLBACK KxSrvShowToolBar(HWND window, LPARAM show) {
