@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/Buttons.h"
 #include "ui/Menus.h"
 #include "ui/StdCtrls.h"
 
@@ -9,9 +10,6 @@
 namespace kx {
 
 class TButtonGlyph;
-
-enum TButtonStyle : uint8_t { bsAutoDetect, bsWin31, bsNew };
-KX_ENUM(TButtonStyle, "bsAutoDetect", "bsWin31", "bsNew")
 
 enum TBitBtnKind : uint8_t {
     bkCustom,

@@ -240,12 +240,12 @@ int TButtonGlyph::CreateButtonGlyph(TButtonState state) {
 
 // --- Layout and drawing
 
-TButtonLayout TButtonGlyph::CalcButtonLayout(TCanvas& canvas, const TButtonPlan& plan) const {
+TGlyphLayout TButtonGlyph::CalcButtonLayout(TCanvas& canvas, const TButtonPlan& plan) const {
     const TPoint client{Width(plan.Client), Height(plan.Client)};
     // Deliberate: places are reckoned by the width of the whole strip, where one would expect that of one picture.
     const int strip = FOriginal ? FOriginal->Width() : 0;
     const int glyphHeight = FOriginal ? FOriginal->Height() : 0;
-    TButtonLayout layout;
+    TGlyphLayout layout;
     if (!plan.Caption.empty()) {
         layout.TextBounds = {0, 0, client.X, 0};
         canvas.DrawText(plan.Caption, layout.TextBounds, DT_CALCRECT | plan.BiDiFlags);
@@ -295,7 +295,7 @@ void TButtonGlyph::DrawButtonText(TCanvas& canvas, const std::string& caption, T
 }
 
 TRect TButtonGlyph::Draw(TCanvas& canvas, const TButtonPlan& plan, TButtonState state, bool transparent) {
-    const TButtonLayout layout = CalcButtonLayout(canvas, plan);
+    const TGlyphLayout layout = CalcButtonLayout(canvas, plan);
     DrawButtonGlyph(canvas, layout.GlyphPos, state, transparent);
     DrawButtonText(canvas, plan.Caption, layout.TextBounds, state, plan.BiDiFlags);
     return layout.TextBounds;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "ui/Graphics.h"
-#include "ui/ImgList.h"
+#include "ui/Buttons.h"
 
 #include <array>
 #include <memory>
@@ -10,12 +9,6 @@
 // How the drop-down button paints its arrow and its caption. Private to that unit.
 
 namespace kx {
-
-/// What a button looks like. A strip of pictures has them in this order.
-enum TButtonState : uint8_t { bsUp, bsDisabled, bsDown, bsExclusive };
-
-/// Number of pictures in a strip, 1 to 4.
-using TNumGlyphs = int;
 
 /// Images of one size, in slots that are given back and used again.
 class TGlyphList : public TImageList {
@@ -53,7 +46,7 @@ private:
 extern TGlyphCache* GlyphCache;
 
 /// Where a button's arrow and caption go.
-struct TButtonLayout {
+struct TGlyphLayout {
     TPoint GlyphPos;
     TRect TextBounds;
 };
@@ -92,7 +85,7 @@ class TButtonGlyph : public TObject {
     /// Lays out and draws picture and caption; returns the caption's rectangle.
     TRect Draw(TCanvas& canvas, const TButtonPlan& plan, TButtonState state, bool transparent);
 
-    TButtonLayout CalcButtonLayout(TCanvas& canvas, const TButtonPlan& plan) const;
+    TGlyphLayout CalcButtonLayout(TCanvas& canvas, const TButtonPlan& plan) const;
     void DrawButtonGlyph(TCanvas& canvas, const TPoint& glyphPos, TButtonState state, bool transparent);
     static void DrawButtonText(TCanvas& canvas, const std::string& caption, TRect textBounds, TButtonState state,
                                UINT biDiFlags);

@@ -272,7 +272,7 @@ class ButtonLayout : public testing::Test {
 protected:
     ButtonLayout() : FSurface(200, 50) { FPlan.Client = {0, 0, 100, 25}; }
 
-    TButtonLayout Layout() { return FGlyph.CalcButtonLayout(FSurface.Canvas(), FPlan); }
+    TGlyphLayout Layout() { return FGlyph.CalcButtonLayout(FSurface.Canvas(), FPlan); }
     void SetPicture(int width, int height) {
         TBitmap bitmap;
         FGlyph.SetGlyph(&Fill(bitmap, width, height, clRed));
@@ -292,7 +292,7 @@ TEST_F(ButtonLayout, TheArrowSitsAtTheRightEdgeAndTheCaptionInTheMiddle) {
     SetPicture(8, 16);
     FPlan.Caption = "Open";
     const TPoint text = Measured("Open");
-    const TButtonLayout layout = Layout();
+    const TGlyphLayout layout = Layout();
     EXPECT_EQ(layout.GlyphPos, (TPoint{100 - 8 - 4, 5}));
     EXPECT_EQ(layout.TextBounds.Left, (100 - (8 + text.X + 8)) / 2);
     EXPECT_EQ(Width(layout.TextBounds), text.X);
@@ -304,7 +304,7 @@ TEST_F(ButtonLayout, AStripOfTwoPicturesCountsWithItsWholeWidth) {
     SetPicture(32, 16);
     ASSERT_EQ(FGlyph.NumGlyphs(), 2);
     FPlan.Caption = "Open";
-    const TButtonLayout layout = Layout();
+    const TGlyphLayout layout = Layout();
     EXPECT_EQ(layout.GlyphPos.X, 100 - 32 - 4);
     EXPECT_EQ(layout.TextBounds.Left, (100 - (32 + Measured("Open").X + 8)) / 2);
 }
@@ -338,7 +338,7 @@ TEST_F(ButtonLayout, WithoutAPictureThereIsNoSpacing) {
 
 TEST_F(ButtonLayout, AnEmptyCaptionHasNoSizeAndKeepsTheSpacing) {
     SetPicture(8, 16);
-    const TButtonLayout layout = Layout();
+    const TGlyphLayout layout = Layout();
     EXPECT_EQ(Width(layout.TextBounds), 0);
     EXPECT_EQ(Height(layout.TextBounds), 0);
     EXPECT_EQ(layout.GlyphPos.X, 88);
@@ -347,9 +347,9 @@ TEST_F(ButtonLayout, AnEmptyCaptionHasNoSizeAndKeepsTheSpacing) {
 TEST_F(ButtonLayout, AreaAndOffsetMoveEverything) {
     SetPicture(8, 16);
     FPlan.Caption = "Open";
-    const TButtonLayout before = Layout();
+    const TGlyphLayout before = Layout();
     FPlan.Offset = {3, 4};
-    const TButtonLayout after = Layout();
+    const TGlyphLayout after = Layout();
     EXPECT_EQ(after.GlyphPos, (TPoint{before.GlyphPos.X + 3, before.GlyphPos.Y + 4}));
     EXPECT_EQ(after.TextBounds.Left, before.TextBounds.Left + 3);
     EXPECT_EQ(after.TextBounds.Bottom, before.TextBounds.Bottom + 4);
