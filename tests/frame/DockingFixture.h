@@ -1,0 +1,122 @@
+#pragma once
+
+#include "FrameDialog.h"
+
+#include "support/DialogDriver.h"
+#include "ui/ExtCtrls.h"
+#include "ui/Menus.h"
+#include "ui/StdCtrls.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace kx::test {
+
+enum TSide : unsigned { Left = 1, Top = 2, Right = 4, Bottom = 8, AllSides = 15 };
+
+inline std::string NameOf(unsigned sides) {
+    std::string name;
+    for (const auto& [side, text] : {std::pair{Left, "Left"}, {Top, "Top"}, {Right, "Right"}, {Bottom, "Bottom"}}) {
+        name += (sides & side) != 0 ? text : "";
+    }
+    return name.empty() ? "None" : name;
+}
+
+inline COLORREF ScreenPixel(int32_t x, int32_t y) {
+    const TWindowDC screen(nullptr);
+    return GetPixel(screen.Handle(), x, y);
+}
+
+/// The form shows its own colour in its middle and near all its corners: nothing covers it, nothing cuts it off.
+inline bool IsPainted(TForm& form) {
+    const TRect r = KxWindowRect(form.Handle());
+    constexpr int32_t inset = 2;
+    const int32_t middleX = (r.Left + r.Right) / 2;
+    const int32_t middleY = (r.Top + r.Bottom) / 2;
+    for (const int32_t x : {r.Left + inset, middleX, r.Right - 1 - inset}) {
+        for (const int32_t y : {r.Top + inset, middleY, r.Bottom - 1 - inset}) {
+            if (ScreenPixel(x, y) != ColorToRGB(form.Color())) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+inline TRect At(int32_t left, int32_t top, int32_t width, int32_t height) {
+    return {left, top, left + width, top + height};
+}
+
+class Docking : public testing::Test {
+protected:
+    Docking() {
+        FFolder.AddFile("drawing.txt");
+        FFolder.AddFile("letter.txt");
+        FDialog.SetInitialDir(FFolder.Path());
+        // Where no test moves it, all of the dialog is to be on the screen, away from the other windows.
+        FDialog.CustDlgParams().PosParams().SetFitToScreen(true);
+    }
+
+    TKxCustDlgParams& Params() { return FDialog.CustDlgParams(); }
+    HWND Window() const { return FDialog.DialogWindow(); }
+    TRect ClientSize() const { return KxClientRect(Window()); }
+    TRect RectOf(TForm& form) const { return RectIn(Window(), form.WindowHandle()); }
+
+    void DockByForm(unsigned sides) {
+        Params().SetLeftForm((sides & Left) != 0 ? FLeft.get() : nullptr);
+        Params().SetTopForm((sides & Top) != 0 ? FTop.get() : nullptr);
+        Params().SetRightForm((sides & Right) != 0 ? FRight.get() : nullptr);
+        Params().SetBottomForm((sides & Bottom) != 0 ? FBottom.get() : nullptr);
+    }
+    std::vector<TForm*> DockedForms() {
+        std::vector<TForm*> forms;
+        for (TForm* form : {Params().LeftForm(), Params().TopForm(), Params().RightForm(), Params().BottomForm()}) {
+            if (form) {
+                forms.push_back(form);
+            }
+        }
+        return forms;
+    }
+    TCondition AllPainted() {
+        return [this] {
+            for (TForm* form : DockedForms()) {
+                if (!IsPainted(*form)) {
+                    return false;
+                }
+            }
+            return true;
+        };
+    }
+
+    /// All docked forms stand around the middle of a client area of this size.
+    void ExpectFormsAround(int32_t width, int32_t height) {
+        const int32_t left = Params().LeftForm() ? FLeft->Width() : 0;
+        const int32_t top = Params().TopForm() ? FTop->Height() : 0;
+        const int32_t right = Params().RightForm() ? FRight->Width() : 0;
+        const int32_t bottom = Params().BottomForm() ? FBottom->Height() : 0;
+        if (Params().LeftForm()) {
+            EXPECT_EQ(RectOf(*FLeft), At(0, 0, left, height - bottom));
+        }
+        if (Params().TopForm()) {
+            EXPECT_EQ(RectOf(*FTop), At(left, 0, width - left - right, top));
+        }
+        if (Params().RightForm()) {
+            EXPECT_EQ(RectOf(*FRight), At(width - right, 0, right, height - bottom));
+        }
+        if (Params().BottomForm()) {
+            EXPECT_EQ(RectOf(*FBottom), At(0, height - bottom, width, bottom));
+        }
+    }
+
+    TStep Cancel() { return Press(FDialog, IDCANCEL); }
+
+    TTempFolder FFolder;
+    TFormPtr<TLeftForm> FLeft = MakeForm<TLeftForm>();
+    TFormPtr<TTopForm> FTop = MakeForm<TTopForm>();
+    TFormPtr<TRightForm> FRight = MakeForm<TRightForm>();
+    TFormPtr<TBottomForm> FBottom = MakeForm<TBottomForm>();
+    TFrameDialog FDialog;
+};
+
+} // namespace kx::test

@@ -1,0 +1,174 @@
+#include "DockingFixture.h"
+
+namespace kx::test {
+namespace {
+
+// --- Showing again
+
+TEST_F(Docking, TheNextShowingDocksTheFormsInTheirChangedSizes) {
+    DockByForm(AllSides);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}}, Cancel()});
+    const TRect first = FDialog.SystemRect();
+    FLeft->SetWidth(95);
+    FBottom->SetHeight(111);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(),
+                         [&] {
+                             Screenshot("docked-again", Window());
+                             EXPECT_EQ(Params().IncX(), 95 + 70);
+                             EXPECT_EQ(Params().IncY(), 50 + 111);
+                             const TRect now = KxWindowRect(Window());
+                             EXPECT_EQ(Width(now), Width(first) + 95 + 70);
+                             EXPECT_EQ(Height(now), Height(first) + 50 + 111);
+                             ExpectFormsAround(ClientSize().Right, ClientSize().Bottom);
+                         }},
+                        Cancel()});
+}
+
+TEST_F(Docking, AFormResizedWhileDockedComesBackInThatSize) {
+    DockByForm(Right);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), [&] { FRight->SetWidth(140); }}, Cancel()});
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), [&] { EXPECT_EQ(Params().IncX(), 140); }}, Cancel()});
+}
+
+TEST_F(Docking, AFormCanMoveToAnotherDialogThatRunsInsideTheFirst) {
+    DockByForm(Bottom);
+    TFrameDialog inner;
+    inner.SetInitialDir(FFolder.Path());
+    inner.CustDlgParams().SetBottomForm(FBottom.get());
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), [&] { inner.Execute(); }},
+                        {"inner dialog is shown with the form",
+                         [&] { return inner.DialogWindow() && Shown(inner)() && IsPainted(*FBottom); },
+                         [&] {
+                             EXPECT_EQ(FBottom->ParentWindow(), inner.DialogWindow());
+                             inner.CloseDialog(mrCancel);
+                         }},
+                        {"inner dialog is gone", [&] { return !inner.DialogWindow() && Shown(FDialog)(); }, {}},
+                        Cancel()});
+    EXPECT_EQ(FBottom->ParentWindow(), nullptr);
+}
+
+// --- Forms and dialogs that go
+
+class FreedWhileDocked : public Docking, public testing::WithParamInterface<unsigned> {};
+INSTANTIATE_TEST_SUITE_P(Sides, FreedWhileDocked, testing::Values(Left, Top, Right, Bottom),
+                         [](const auto& tested) { return NameOf(tested.param); });
+
+TEST_P(FreedWhileDocked, IsForgottenAndTheDialogGoesOn) {
+    DockByForm(AllSides);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(),
+                         [&] {
+                             switch (GetParam()) {
+                             case Left: FLeft.reset(); break;
+                             case Top: FTop.reset(); break;
+                             case Right: FRight.reset(); break;
+                             default: FBottom.reset();
+                             }
+                             EXPECT_EQ(DockedForms().size(), 3u);
+                             RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+                         }},
+                        {"the others are painted", AllPainted(),
+                         [&] {
+                             const TRect r = KxWindowRect(Window());
+                             SetWindowPos(Window(), nullptr, 0, 0, Width(r) + 50, Height(r) + 50,
+                                          SWP_NOMOVE | SWP_NOZORDER);
+                             const TRect client = ClientSize();
+                             if (Params().BottomForm()) {
+                                 EXPECT_EQ(FBottom->Width(), client.Right);
+                             }
+                             if (Params().LeftForm()) {
+                                 EXPECT_EQ(FLeft->Height(), client.Bottom - (Params().BottomForm() ? 80 : 0));
+                             }
+                         }},
+                        Cancel()});
+    RunDialog(FDialog,
+              {{"the others are docked again", AllPainted(), [&] { EXPECT_EQ(DockedForms().size(), 3u); }}, Cancel()});
+}
+
+TEST_F(Docking, AFormThatReleasesItselfWhenShownIsForgotten) {
+    DockByForm(Left | Bottom);
+    TForm* const bottom = FBottom.release();
+    bottom->SetOnShow([=](TObject*) { bottom->Release(); });
+    RunDialog(FDialog, {{"the form is gone", [&] { return Params().BottomForm() == nullptr; }, {}}, Cancel()});
+}
+
+TEST_F(Docking, AFormThatFreesItselfWhenShownIsForgotten) {
+    DockByForm(Left | Bottom);
+    TForm* const bottom = FBottom.release();
+    bottom->SetOnShow([=](TObject*) { bottom->Free(); });
+    RunDialog(FDialog,
+              {{"the other form is painted", AllPainted(), [&] { EXPECT_EQ(DockedForms().size(), 1u); }}, Cancel()});
+}
+
+TEST_F(Docking, AFormThatWasNamedAndFreedBeforeTheShowingLeavesTheSideEmpty) {
+    Params().SetLeftForm(FLeft.get());
+    FLeft.reset();
+    RunDialog(FDialog, {Cancel()});
+    EXPECT_EQ(Params().LeftForm(), nullptr);
+    EXPECT_EQ(Params().IncX(), 0);
+}
+
+TEST_F(Docking, AFormWhoseShowingRaisesAnExceptionDoesNotHarmTheDialog) {
+    const TCaughtExceptions caught;
+    DockByForm(AllSides);
+    FLeft->SetOnShow([](TObject*) { throw Exception("no preview"); });
+    RunDialog(FDialog, {Cancel()});
+    ASSERT_EQ(caught.Messages.size(), 1u);
+    EXPECT_EQ(caught.Messages[0], "no preview");
+    FLeft->SetOnShow(nullptr);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}}, Cancel()});
+}
+
+TEST_F(Docking, FormsSurviveADialogComponentThatIsFreedWhileTheyAreDocked) {
+    auto dialog = std::make_unique<TFrameDialog>();
+    dialog->SetInitialDir(FFolder.Path());
+    dialog->CustDlgParams().SetLeftForm(FLeft.get());
+    dialog->CustDlgParams().SetBottomForm(FBottom.get());
+    RunDialog([&] { return dialog->Execute(); },
+              {{"dialog is shown", [&] { return Shown(*dialog)() && IsPainted(*FLeft); },
+                [&] { dialog.release()->Free(); }}});
+    EXPECT_FALSE(FLeft->HandleAllocated() && GetParent(FLeft->WindowHandle()) != nullptr &&
+                 GetAncestor(FLeft->WindowHandle(), GA_PARENT) != GetDesktopWindow());
+    DockByForm(Left | Bottom);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}}, Cancel()});
+}
+
+TEST_F(Docking, FormsSurviveADialogWhoseDestructionIsVetoed) {
+    DockByForm(AllSides);
+    FDialog.SetOnEventHooking([](TObject*, TMessage& m, bool& allow) { allow = m.Msg != WM_DESTROY; });
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}}, Cancel()});
+    FDialog.SetOnEventHooking(nullptr);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}}, Cancel()});
+    for (TForm* form : DockedForms()) {
+        EXPECT_EQ(form->ParentWindow(), nullptr);
+    }
+}
+
+// --- Context menus
+
+TEST_F(Docking, AContextMenuOfOurOwnKeepsTheDialogsHelpAway) {
+    TPopupMenu menu;
+    DockByForm(Bottom);
+    RunDialog(FDialog, {{"forms are painted", AllPainted(),
+                         [&] {
+                             const TPoint over = CenterOf(FBottom->Handle());
+                             TMessage m{WM_CONTEXTMENU, 0, MakeLParam(over.X, over.Y)};
+                             bool showWhatsThis = true;
+                             TKxCustDlgParams::TrackContextMenus(showWhatsThis, m);
+                             EXPECT_TRUE(showWhatsThis) << "a control without a menu";
+                             FBottom->SetPopupMenu(&menu);
+                             TKxCustDlgParams::TrackContextMenus(showWhatsThis, m);
+                             EXPECT_FALSE(showWhatsThis);
+                             showWhatsThis = true;
+                             m.Msg = WM_LBUTTONDOWN;
+                             TKxCustDlgParams::TrackContextMenus(showWhatsThis, m);
+                             EXPECT_TRUE(showWhatsThis) << "another message";
+                             m.Msg = WM_CONTEXTMENU;
+                             m.LParam = MakeLParam(-1, -1); // the keyboard's; read as (65535, 65535)
+                             TKxCustDlgParams::TrackContextMenus(showWhatsThis, m);
+                             EXPECT_TRUE(showWhatsThis) << "no control there";
+                         }},
+                        Cancel()});
+}
+
+} // namespace
+} // namespace kx::test

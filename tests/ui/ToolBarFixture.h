@@ -1,0 +1,101 @@
+#pragma once
+
+#include "ui/ComCtrlsToolBar.h"
+
+#include "core/FormText.h"
+#include "core/Streams.h"
+#include "support/DialogDriver.h"
+#include "support/ExceptionLog.h"
+#include "ui/Forms.h"
+#include "ui/Handles.h"
+#include "ui/Menus.h"
+
+#include <gtest/gtest.h>
+
+namespace kx::test {
+
+/// Draws itself, and counts how often.
+class TPaintedButton : public TToolButton {
+    KX_CLASS()
+
+    using TToolButton::TToolButton;
+    int Paints = 0;
+
+protected:
+    void Paint() override {
+        ++Paints;
+        Canvas().Brush().SetColor(Down() ? clRed : clLime);
+        Canvas().FillRect(ClientRect());
+    }
+};
+
+inline const TClass& TPaintedButton::StaticClass() {
+    static const TClassBuilder<TPaintedButton> cls("TPaintedButton", TToolButton::StaticClass());
+    return cls.Class();
+}
+
+class ToolBar : public ::testing::Test {
+protected:
+    ToolBar() : Form(NewForm<TForm>(nullptr)), Bar(new TToolBar(Form.get())) {
+        Form->SetBorderStyle(bsNone);
+        Form->SetBounds(100, 100, 400, 300);
+        Bar->SetEdgeBorders({});
+        Bar->SetParent(Form.get());
+    }
+    void Show() {
+        Form->Show();
+        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
+        Bar->Update();
+    }
+    /// As a bar of places: one column.
+    void MakeColumn() {
+        Bar->SetAlign(alNone);
+        Bar->SetBounds(10, 10, 100, 29);
+        Bar->SetAutoSize(true);
+        Bar->SetButtonWidth(87);
+        Bar->SetButtonHeight(49);
+        Bar->SetFlat(true);
+    }
+    template <class T = TToolButton> T* Add(const std::string& caption = {}) {
+        auto* const button = new T(Bar);
+        button->SetCaption(caption);
+        button->SetParent(Bar);
+        return button;
+    }
+    /// Behind all others.
+    template <class T = TToolButton> T* Append(const std::string& caption = {}) {
+        auto* const button = new T(Bar);
+        button->SetCaption(caption);
+        button->SetLeft(10000);
+        button->SetTop(10000);
+        button->SetParent(Bar);
+        return button;
+    }
+    std::string Order() const {
+        std::string order;
+        for (int i = 0; i < Bar->ButtonCount(); ++i) {
+            EXPECT_EQ(Bar->Buttons(i)->Index(), i);
+            order += Bar->Buttons(i)->Caption();
+        }
+        return order;
+    }
+    /// Where the system draws the button.
+    TRect SystemRect(int index) const {
+        RECT r{};
+        SendMessageA(Bar->Handle(), TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
+        return FromRECT(r);
+    }
+    static TPoint Middle(TControl& control) {
+        return control.ClientToScreen({control.Width() / 2, control.Height() / 2});
+    }
+    COLORREF ColorIn(TControl& control) {
+        Bar->Update();
+        const TWindowDC dc(Bar->Handle());
+        return GetPixel(dc.Handle(), control.Left() + control.Width() / 2, control.Top() + control.Height() / 2);
+    }
+
+    std::unique_ptr<TForm, TFreeDeleter> Form;
+    TToolBar* Bar;
+};
+
+} // namespace kx::test
