@@ -62,15 +62,6 @@ struct TNameSource {
 
 bool IsText(TRegDataType type) { return type == TRegDataType::String || type == TRegDataType::ExpandString; }
 
-std::string ShellText(UINT id) {
-    const unique_hmodule shell(LoadLibraryA("SHELL32.DLL"));
-    char text[254] = "";
-    if (!shell || LoadStringA(shell.get(), id, text, sizeof text) < 1) {
-        return {};
-    }
-    return text;
-}
-
 std::string LookUpName(const TNameSource& source) {
     std::string name;
     {
@@ -81,12 +72,21 @@ std::string LookUpName(const TNameSource& source) {
         }
     }
     if (name.empty()) {
-        name = ShellText(source.Resource);
+        name = LoadShellText(source.Resource);
     }
     return name.empty() ? source.Fallback : name;
 }
 
 } // namespace
+
+std::string LoadShellText(UINT id) {
+    const unique_hmodule shell(LoadLibraryA("SHELL32.DLL"));
+    char text[254] = "";
+    if (!shell || LoadStringA(shell.get(), id, text, sizeof text) < 1) {
+        return {};
+    }
+    return text;
+}
 
 std::string GetSpecFolderName(TKxSpecShellFolder folder) {
     switch (folder) {

@@ -74,6 +74,9 @@ using unique_pidl = unique_handle<detail::TPidlTraits>;
 /// own texts, else a fixed English one. Empty for every other folder.
 std::string GetSpecFolderName(TKxSpecShellFolder folder);
 
+/// A text of the shell's own library, at most 253 bytes of it; empty when it has none of that number.
+std::string LoadShellText(UINT id);
+
 /// Appends the names of ftDesktop, ftDrives, ftPersonal and ftFavorites, in this order.
 void GetSpecFolders(TStrings& list);
 
