@@ -1,5 +1,7 @@
 #include "places/KxPlaces.h"
 
+#include "ui/ComCtrlsToolBar.h"
+
 namespace kx {
 
 // --- TKxPlace
@@ -122,5 +124,9 @@ const TClass& TKxPlacesBarOptions::StaticClass() {
 TKxPlacesBarOptions::TKxPlacesBarOptions() : FPlaces(this) {}
 
 TKxPlacesBarOptions::~TKxPlacesBarOptions() = default;
+
+TToolBar* TKxPlacesBarOptions::PlacesBar() const { return FPlacesBar.Get(); }
+
+void TKxPlacesBarOptions::SetPlacesBar(TToolBar* value) { FPlacesBar.Set(value); }
 
 } // namespace kx

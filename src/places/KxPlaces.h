@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Collections.h"
+#include "frame/KxDlgParamsFormRef.h"
 #include "frame/KxShellDefs.h"
 #include "ui/ControlTypes.h"
 
@@ -13,6 +14,7 @@ namespace kx {
 
 class TKxPlaces;
 class TKxPlacesBarOptions;
+class TToolBar;
 
 /// The special folders that a place can stand for, as they are offered to the user: ftDesktop, ftDrives, ftPersonal and
 /// ftFavorites.
@@ -83,6 +85,11 @@ class TKxPlaces : public TCollection {
     /// `name`, in that letter case. Null when there is none.
     TKxPlace* PlaceViaName(const std::string& name, TKxSpecShellFolder specFolder) const;
 
+    /// Frees all that the tool bar owns and makes a button for each place: the button at index i shows place i. Frees
+    /// the button whose handler calls it, too.
+    /// @throws ERangeError for a place with a negative icon index, when all buttons are made; that one lacks the icon.
+    void UpdatePlacesOn(TToolBar& toolBar) const;
+
     TPersistent* GetOwner() const override;
 
 private:
@@ -126,6 +133,9 @@ class TKxPlacesBarOptions : public TKxPlacesBarLiteOptions {
     bool Native() const { return FNative; } ///< The system's places bar in place of the library's.
     void SetNative(bool value) { FNative = value; }
 
+    /// The tool bar that shows the places, not owned; null when there is none, or none any more.
+    TToolBar* PlacesBar() const;
+    void SetPlacesBar(TToolBar* value);
     TComponent* Dlg() const { return FDlg; } ///< The dialog that owns the options; null when there is none.
     void SetDlg(TComponent* value) { FDlg = value; }
 
@@ -153,6 +163,7 @@ private:
     TKxPlaces FPlaces;
     TBorderStyle FBorder = bsNone;
     bool FNative = true;
+    TKxFormRef<TToolBar> FPlacesBar;
     TComponent* FDlg = nullptr;
 };
 
