@@ -3,6 +3,7 @@
 
 #include "FormBench.h"
 #include "OpenDialogBench.h"
+#include "PlacesBarBench.h"
 #include "PlacesBench.h"
 #include "ui/Forms.h"
 
@@ -41,6 +42,7 @@ int Run() {
     add(MeasureNullMessage());
     add(MeasureForms());
     add(MeasurePlaces());
+    add(MeasurePlacesBar());
     Print(rows);
     return 0;
 }

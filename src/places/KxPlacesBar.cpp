@@ -42,15 +42,27 @@ IKxPlacesBar* TKxPlaceButton::Bar() const {
 
 // --- What it shows
 
-void TKxPlaceButton::LoadIcon(TIcon& icon, int32_t& field, int32_t index) {
+const TPoint& TKxPlaceButton::TSizedIcon::Size() {
+    if (FSize.X == 0) {
+        FSize = {Width(), Height()};
+    }
+    return FSize;
+}
+
+void TKxPlaceButton::TSizedIcon::Load(const std::string& file, int32_t index) {
+    SetHandle(nullptr);
+    FSize = {};
+    const HICON handle = ExtractIconA(HInstance(), file.c_str(), static_cast<UINT>(index));
+    const auto noIconFile = reinterpret_cast<HICON>(UINT_PTR{1});
+    SetHandle(handle == noIconFile ? nullptr : handle);
+}
+
+void TKxPlaceButton::LoadIcon(TSizedIcon& icon, int32_t& field, int32_t index) {
     if (index < 0) {
         throw ERangeError("Range check error");
     }
     field = index;
-    icon.SetHandle(nullptr);
-    const HICON handle = ExtractIconA(HInstance(), FIconDll.c_str(), static_cast<UINT>(index));
-    const auto noIconFile = reinterpret_cast<HICON>(UINT_PTR{1});
-    icon.SetHandle(handle == noIconFile ? nullptr : handle);
+    icon.Load(FIconDll, index);
     Invalidate();
 }
 
@@ -67,7 +79,9 @@ void TKxPlaceButton::SetIconSelIdx(int32_t value) { LoadIcon(FIcoSel, FIconSel, 
 void TKxPlaceButton::ShowPlace(const TKxPlace& place) {
     SetCaption(place.GetPlaceName());
     SetHint(place.PlaceDesc());
-    SetIconDll(place.PlaceIconDll());
+    FIconDll = place.PlaceIconDll(); // its setter would take an icon that nobody gets to see
+    FIco.Clear();
+    FIcoSel.Clear();
     std::exception_ptr error;
     const auto set = [&](void (TKxPlaceButton::*setter)(int32_t), int32_t index) {
         try {
@@ -101,9 +115,9 @@ void TKxPlaceButton::Paint() {
 }
 
 void TKxPlaceButton::DrawIcon(TCanvas& canvas) {
-    const TIcon& icon = Down() ? FIcoSel : FIco;
+    TSizedIcon& icon = Down() ? FIcoSel : FIco;
     if (!icon.Empty()) {
-        const TPoint size{icon.Width(), icon.Height()}; // the system is asked each time
+        const TPoint size = icon.Size();
         const int left = Width() / 2 - size.X / 2;
         const int top = Height() / 2 - size.Y / 2 - Canvas().TextHeight(Caption()) / 2;
         canvas.StretchDraw({left, top, left + size.X, top + size.Y}, icon);
@@ -112,7 +126,10 @@ void TKxPlaceButton::DrawIcon(TCanvas& canvas) {
 
 bool TKxPlaceButton::IsHot() const {
     POINT mouse;
-    return GetCursorPos(&mouse) && FindDragTarget(FromPOINT(mouse), true) == this;
+    const RECT client = ToRECT(ClientRect());
+    // Whose the mouse is takes long to find out, and of all buttons that are painted it is over one at most.
+    return GetCursorPos(&mouse) && PtInRect(&client, ToPOINT(ScreenToClient(FromPOINT(mouse)))) &&
+           FindDragTarget(FromPOINT(mouse), true) == this;
 }
 
 void TKxPlaceButton::DrawFrame(TCanvas& canvas) {
@@ -231,8 +248,9 @@ void TKxPlaceButton::BTNOnEndDrag(TObject* sender, TObject* target, int, int) {
     auto* const over = dynamic_cast<TKxPlaceButton*>(target);
     IKxPlacesBar* const bar = Bar();
     TKxPlaces* const places = bar ? bar->Places() : nullptr;
-    if (!over || over == sender || over->ToolBar() != ToolBar() || !places) {
-        return; // a button of another bar counts as none
+    const bool isOfThisBar = over && over->ToolBar() == ToolBar();
+    if (!isOfThisBar || over == sender || !places) {
+        return;
     }
     MovePlace(*places, Index(), over->Index());
     places->UpdatePlacesOn(*ToolBar()); // frees this button

@@ -53,8 +53,19 @@ protected:
     void Paint() override;
 
 private:
+    /// An icon that knows its size: the system takes long to tell it, and painting asks for it each time.
+    class TSizedIcon : public TIcon {
+    public:
+        const TPoint& Size();
+        void Load(const std::string& file, int32_t index); ///< Empty when the file has no such icon.
+        void Clear() { SetHandle(nullptr); }
+
+    private:
+        TPoint FSize; ///< Zero: not asked for yet.
+    };
+
     IKxPlacesBar* Bar() const;
-    void LoadIcon(TIcon& icon, int32_t& field, int32_t index);
+    void LoadIcon(TSizedIcon& icon, int32_t& field, int32_t index);
     void DrawIcon(TCanvas& canvas);
     void DrawFrame(TCanvas& canvas);
     void DrawCaption(TCanvas& canvas);
@@ -68,8 +79,8 @@ private:
     void BTNOnEndDrag(TObject* sender, TObject* target, int x, int y);
 
     TBitmap OffScr; ///< The button is drawn here before it is copied to the screen.
-    TIcon FIco;
-    TIcon FIcoSel;
+    TSizedIcon FIco;
+    TSizedIcon FIcoSel;
     std::string FIconDll;
     int32_t FIcon = 0;
     int32_t FIconSel = 0;

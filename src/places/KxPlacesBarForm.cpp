@@ -73,7 +73,7 @@ void TKxPlacesBarFrm::OnFolderClick(int index) {
 /// Opens a folder that has no path, as the user does: by picking it in the "look in" box.
 void TKxPlacesBarFrm::OpenInLookIn(const std::string& name) {
     const HWND dialog = FDialog->GetCommonDialogHandle();
-    FDialog->SetSelPath(FDialog->GetSelPath()); // a handler of the dialog's may free us
+    FDialog->SetSelPath(FDialog->GetSelPath()); // whose handlers may free the form
     const HWND combo = GetDlgItem(dialog, LookInCombo);
     SendMessageA(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(name.c_str()));
     for (const int code : {CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}) {

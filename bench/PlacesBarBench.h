@@ -1,0 +1,11 @@
+#pragma once
+
+#include "Report.h"
+
+namespace kx::bench {
+
+/// The library's places bar: making the buttons of 200 places against plain tool buttons and the bare calls that fetch
+/// their icons, and painting one button against a plain owner-drawn one that shows the same.
+std::vector<TRow> MeasurePlacesBar();
+
+} // namespace kx::bench
