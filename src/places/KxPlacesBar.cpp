@@ -1,6 +1,7 @@
 #include "places/KxPlacesBar.h"
 
 #include "places/KxPlaces.h"
+#include "ui/Forms.h"
 
 #include <shellapi.h>
 
@@ -52,7 +53,8 @@ const TPoint& TKxPlaceButton::TSizedIcon::Size() {
 void TKxPlaceButton::TSizedIcon::Load(const std::string& file, int32_t index) {
     SetHandle(nullptr);
     FSize = {};
-    const HICON handle = ExtractIconA(HInstance(), file.c_str(), static_cast<UINT>(index));
+    const auto instance = reinterpret_cast<HINSTANCE>(Application().Handle());
+    const HICON handle = ExtractIconA(instance, file.c_str(), static_cast<UINT>(index));
     const auto noIconFile = reinterpret_cast<HICON>(UINT_PTR{1});
     SetHandle(handle == noIconFile ? nullptr : handle);
 }

@@ -1,6 +1,12 @@
 #include "places/KxPlacesBarForm.h"
 
-#include "core/Filer.h"
+#include "places/KxAddPlaceForm.h"
+#include "places/KxPlacesStrings.h"
+
+#include <shellapi.h>
+
+#include <exception>
+#include <memory>
 
 namespace kx {
 
@@ -12,7 +18,10 @@ constexpr int LookInCombo = 1137; ///< Of the system's file dialogs.
 constexpr UINT DeleteText = 33553;
 constexpr UINT PropertiesText = 33555;
 
-const char DeleteQuestion[] = "Wollen Sie diesen Verzeichnis-Shortcut wirklich löschen ?";
+bool IsFolder(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
 
 } // namespace
 
@@ -28,6 +37,7 @@ const TClass& TKxPlacesBarFrm::StaticClass() {
         c.Method("FormCreate", &T::FormCreate);
         c.Method("ToolBar1CustomDrawButton", &T::ToolBar1CustomDrawButton);
         c.Method("Deleteplace1Click", &T::Deleteplace1Click);
+        c.Method("Changeplace1Click", &T::Changeplace1Click);
     });
     return cls.Class();
 }
@@ -48,6 +58,14 @@ void TKxPlacesBarFrm::FormCreate(TObject*) {
 
 void TKxPlacesBarFrm::ToolBar1CustomDrawButton(TToolBar*, TToolButton*, TCustomDrawState, bool& defaultDraw) {
     defaultDraw = false; // the buttons draw themselves
+}
+
+void TKxPlacesBarFrm::WndProc(TMessage& message) {
+    if (message.Msg == WM_DROPFILES) {
+        WMDropFiles(message);
+    } else {
+        TForm::WndProc(message);
+    }
 }
 
 // --- Navigation
@@ -88,12 +106,11 @@ void TKxPlacesBarFrm::OpenSpecialFolder(int csidl) {
 }
 
 void TKxPlacesBarFrm::OpenPath(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
+    if (IsFolder(path)) {
+        FDialog->SetSelPath(path);
         return;
     }
-    if (attributes & FILE_ATTRIBUTE_DIRECTORY) {
-        FDialog->SetSelPath(path);
+    if (GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
         return;
     }
     IKxPlacesHost& dialog = *FDialog;
@@ -117,13 +134,114 @@ void TKxPlacesBarFrm::Deleteplace1Click(TObject*) {
     if (!button || !FPlaces) {
         return;
     }
-    const std::string text = FormTextToAnsi(DeleteQuestion) + "\rPlace: " + button->Caption();
+    const std::string text = LoadPlacesString(SKxConfirmPlaceDelete) + "\rPlace: " + button->Caption();
     const TAliveGuard alive(*this);
     const TAliveGuard buttonAlive(*button);
     const int answer = Application().MessageBox(text, "Place bar", MB_YESNO | MB_ICONQUESTION);
     if (answer == IDYES && alive && buttonAlive) {
         FPlaces->Delete(button->Index());
         button->Free();
+    }
+}
+
+void TKxPlacesBarFrm::Changeplace1Click(TObject*) {
+    TKxPlaceButton* const button = ButtonOfMenu();
+    if (!button || !FPlaces) {
+        return;
+    }
+    // Deliberate: the form stays with the application, where one would expect it to be freed.
+    auto* const form = NewForm<TKxAddPlaceFrm>(&Application());
+    form->SetPlaces(FPlaces);
+    form->SetPlace(FPlaces->GetItem(button->Index()));
+    const TAliveGuard alive(*this);
+    const TAliveGuard buttonAlive(*button);
+    form->InitControls(); // may ask the user
+    if (alive && form->ShowModal() == mrOk && alive && buttonAlive) {
+        button->ShowPlace(*FPlaces->GetItem(button->Index()));
+        button->Repaint();
+    }
+}
+
+// --- Drops
+
+namespace {
+
+std::vector<std::string> DroppedNames(HDROP drop) {
+    std::vector<std::string> names(DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0));
+    for (UINT i = 0; i < names.size(); ++i) {
+        const UINT length = DragQueryFileA(drop, i, nullptr, 0);
+        names[i].resize(length + 1); // with its end
+        names[i].resize(DragQueryFileA(drop, i, names[i].data(), length + 1));
+    }
+    return names;
+}
+
+void ChooseIcon(TDrawGrid& grid, int index) {
+    if (index < grid.ColCount()) {
+        grid.SetCol(index);
+        grid.SetLeftCol(index);
+    }
+}
+
+/// Proposes a place for a file or folder. The form may have served another one before.
+void Propose(TKxAddPlaceFrm& form, const std::string& name) {
+    form.cbTargetType->SetItemIndex(0);
+    form.chkClick(form.cbTargetType); // else a list of special folders would not take the path
+    form.ePath->Items().Clear();
+    GetSpecFolders(form.ePath->Items());
+    form.ePath->SetText(name);
+    form.eShort->SetText(ExtractFileName(name));
+    form.eHint->SetText(ExtractFileName(name));
+    form.eIconLib->SetText("Shell32.dll");
+    form.btnShowIconsClick(form.btnShowIcons);
+    const bool isFolder = IsFolder(name);
+    ChooseIcon(*form.dg1, isFolder ? 3 : 0);
+    ChooseIcon(*form.dg2, isFolder ? 4 : 0);
+}
+
+} // namespace
+
+/// Shows the properties of a new place for each name; those that the user confirms add themselves to the places.
+void TKxPlacesBarFrm::AddDropped(const std::vector<std::string>& names) {
+    const TAliveGuard alive(*this);
+    auto* const form = NewForm<TKxAddPlaceFrm>(&Application());
+    const TAliveGuard formAlive(*form);
+    const auto release = [&formAlive](TKxAddPlaceFrm* f) {
+        if (formAlive) {
+            f->Free();
+        }
+    };
+    const std::unique_ptr<TKxAddPlaceFrm, decltype(release)> owned(form, release);
+    for (size_t i = 0; i < names.size() && alive && formAlive; ++i) {
+        Propose(*form, names[i]);
+        if (!alive || !formAlive) {
+            return;
+        }
+        form->SetPlaces(FPlaces);
+        form->SetPlace(nullptr);
+        Application().CancelHint();
+        form->ShowModal();
+    }
+}
+
+void TKxPlacesBarFrm::WMDropFiles(TMessage& message) {
+    message.Result = 0;
+    if (!FPlaces) {
+        return;
+    }
+    const TAliveGuard alive(*this);
+    std::exception_ptr error; // the bar shows those places that were made, whatever happens to the others
+    try {
+        // Deliberate: the drop's handle is not released (DragFinish), where one would expect that.
+        AddDropped(DroppedNames(reinterpret_cast<HDROP>(message.WParam)));
+    } catch (...) {
+        error = std::current_exception();
+    }
+    if (alive) {
+        FPlaces->UpdatePlacesOn(*ToolBar1);
+    }
+    if (error) {
+        std::rethrow_exception(error);
     }
 }
 

@@ -60,6 +60,7 @@ object KxPlacesBarFrm: TKxPlacesBarFrm
     end
     object Changeplace1: TMenuItem
       Caption = 'Eigenschaften...'
+      OnClick = Changeplace1Click
     end
   end
 end

@@ -8,6 +8,7 @@
 #include "ui/Menus.h"
 
 #include <string>
+#include <vector>
 
 namespace kx {
 
@@ -54,12 +55,18 @@ class TKxPlacesBarFrm : public TForm, public IKxPlacesBar {
     /// @throws EListError when there is no such place.
     void OnFolderClick(int index) override;
     void Deleteplace1Click(TObject* sender);
+    void Changeplace1Click(TObject* sender);
+    /// Files and folders were dropped on the bar: asks for a place for each.
+    void WMDropFiles(TMessage& message);
+
+    void WndProc(TMessage& message) override;
 
 private:
     TKxPlaceButton* ButtonOfMenu() const;
     void OpenInLookIn(const std::string& name);
     void OpenSpecialFolder(int csidl);
     void OpenPath(const std::string& path);
+    void AddDropped(const std::vector<std::string>& names);
 
     IKxPlacesHost* FDialog = nullptr;
     TKxPlaces* FPlaces = nullptr;
