@@ -15,3 +15,4 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
 
 # Tests and try_run execute their programs by this.
 get_filename_component(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run" ABSOLUTE)
+list(APPEND CMAKE_CROSSCOMPILING_EMULATOR --test)
