@@ -386,7 +386,9 @@ void TComboBox::SetText(const std::string& value) {
     if (!HasEdit()) {
         SetItemIndex(index);
     } else {
-        FItemIndex = HandleAllocated() ? -1 : FItemIndex;
+        if (HandleAllocated() || (FItemIndex >= 0 && FItemIndex < FItems.Count() && FItems.Get(FItemIndex) != value)) {
+            FItemIndex = -1;
+        }
         TWinControl::SetText(value);
     }
 }

@@ -162,6 +162,22 @@ TEST_F(ComboBox, ChangingTheStyleKeepsItemsAndText) {
     EXPECT_EQ(Control->ItemIndex(), -1);
 }
 
+TEST_F(ComboBox, ATextSetBeforeThereIsAWindowTakesTheChoiceAway) {
+    TForm form;
+    auto* const box = new TComboBox(&form);
+    box->SetParent(&form);
+    box->Items().Add("one");
+    box->Items().Add("two");
+    box->SetItemIndex(1);
+    box->SetText("two");
+    EXPECT_EQ(box->ItemIndex(), 1);
+    box->SetText("three");
+    EXPECT_EQ(box->ItemIndex(), -1);
+    form.HandleNeeded();
+    box->HandleNeeded();
+    EXPECT_EQ(box->Text(), "three");
+}
+
 TEST_F(ComboBox, ChangingTheStyleKeepsPlaceSizeFocusAndMaximum) {
     auto* const other = new TEdit(Form.get());
     other->SetParent(Form.get());
