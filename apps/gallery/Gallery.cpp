@@ -7,6 +7,7 @@
 #include "ReferenceForm.h"
 #include "SampleFiles.h"
 #include "Tour.h"
+#include "ui/Menus.h"
 
 #include <cstdlib>
 #include <memory>
@@ -24,7 +25,7 @@ namespace {
 constexpr int usageError = 2;
 
 void CreateForms(TGalleryForm*& mainForm) {
-    RegisterClasses<TPanel, TLabel, TGroupBox, TButton>();
+    RegisterClasses<TPanel, TLabel, TGroupBox, TButton, TMenuItem>();
     TApplication& application = Application();
     application.Initialize();
     application.SetTitle("Gallery");

@@ -1,6 +1,8 @@
 #include "CaptionsPage.h"
 #include "DockingPage.h"
+#include "DropDownPage.h"
 #include "NavigationPage.h"
+#include "PlacesPage.h"
 #include "PlainPage.h"
 
 namespace kx::gallery {
@@ -17,6 +19,8 @@ std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
         New<TDockingPage>(owner),
         New<TCaptionsPage>(owner),
         New<TNavigationPage>(owner),
+        New<TDropDownPage>(owner),
+        New<TPlacesPage>(owner),
     };
 }
 

@@ -1,0 +1,76 @@
+#include "DropDownPage.h"
+
+#include "Tour.h"
+
+#include <algorithm>
+
+namespace kx::gallery {
+
+namespace {
+
+/// A caption as it is read: without its accelerator mark.
+std::string Spoken(std::string caption) {
+    caption.erase(std::remove(caption.begin(), caption.end(), '&'), caption.end());
+    return caption;
+}
+
+HWND OpenMenuWindow() {
+    const HWND menu = FindWindowA("#32768", nullptr);
+    return IsWindowVisible(menu) ? menu : nullptr;
+}
+
+} // namespace
+
+const TClass& TDropDownPage::StaticClass() {
+    static const TClassBuilder<TDropDownPage> cls("TDropDownPage", TGalleryPage::StaticClass(), [](auto& c) {
+        c.Field("PlainButton", &TDropDownPage::PlainButton);
+        c.Field("DisabledButton", &TDropDownPage::DisabledButton);
+        c.Field("FourButton", &TDropDownPage::FourButton);
+        c.Field("FourDisabledButton", &TDropDownPage::FourDisabledButton);
+        c.Field("EnabledBox", &TDropDownPage::EnabledBox);
+        c.Field("OpenMenu", &TDropDownPage::OpenMenu);
+        c.Method("ButtonClick", &TDropDownPage::ButtonClick);
+        c.Method("MenuItemClick", &TDropDownPage::MenuItemClick);
+        c.Method("EnabledBoxClick", &TDropDownPage::EnabledBoxClick);
+    });
+    return cls.Class();
+}
+
+TDropDownPage::TDropDownPage(TComponent* owner) : TGalleryPage(owner) { InitForm(*this, StaticClass()); }
+
+void TDropDownPage::ButtonClick(TObject* sender) {
+    Report("\"" + Spoken(static_cast<TKxBitBtn*>(sender)->Caption()) + "\" was pressed.");
+}
+
+void TDropDownPage::MenuItemClick(TObject* sender) {
+    FLastChoice = Spoken(static_cast<TMenuItem*>(sender)->Caption());
+    Report("\"" + FLastChoice + "\" was chosen in the menu.");
+}
+
+void TDropDownPage::EnabledBoxClick(TObject*) {
+    DisabledButton->SetEnabled(EnabledBox->Checked());
+    FourDisabledButton->SetEnabled(EnabledBox->Checked());
+}
+
+void TDropDownPage::AddTour(TTour& tour) {
+    tour.Then(
+        "the drop-down buttons", [this] { return Showing(); }, [this] { PlainButton->SetFocus(); });
+    tour.Then(
+        "the focus on a drop-down button", [this] { return PlainButton->Focused(); },
+        [this, &tour] {
+            tour.Picture("5-dropdown");
+            PlainButton->ShowDropDownMenu();
+        });
+    tour.Then(
+        "the menu below the button", [] { return OpenMenuWindow() != nullptr; },
+        [&tour] {
+            tour.Picture("5-dropdown-menu");
+            PostMessageA(OpenMenuWindow(), WM_KEYDOWN, VK_UP, 0);
+            PostMessageA(OpenMenuWindow(), WM_KEYDOWN, VK_RETURN, 0);
+        });
+    tour.Then(
+        "the choice in the menu", [this] { return !OpenMenuWindow() && !FLastChoice.empty(); },
+        [this, &tour] { tour.Expect("drop-down buttons", FLastChoice, "Open a copy"); });
+}
+
+} // namespace kx::gallery

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "GalleryPage.h"
+#include "dropdown/KxDropDownButton.h"
+#include "ui/Menus.h"
+
+#include <string>
+
+namespace kx::gallery {
+
+/// Buttons with a drop-down menu, in all their states.
+class TDropDownPage : public TGalleryPage {
+    KX_CLASS()
+
+    explicit TDropDownPage(TComponent* owner = nullptr);
+
+    void AddTour(TTour& tour) override;
+
+    void ButtonClick(TObject* sender);
+    void MenuItemClick(TObject* sender);
+    void EnabledBoxClick(TObject* sender);
+
+private:
+    TKxBitBtn* PlainButton = nullptr;
+    TKxBitBtn* DisabledButton = nullptr;
+    TKxBitBtn* FourButton = nullptr;
+    TKxBitBtn* FourDisabledButton = nullptr;
+    TCheckBox* EnabledBox = nullptr;
+    TPopupMenu* OpenMenu = nullptr;
+    std::string FLastChoice; ///< Caption of the chosen menu item.
+};
+
+} // namespace kx::gallery

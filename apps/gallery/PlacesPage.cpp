@@ -1,0 +1,250 @@
+#include "PlacesPage.h"
+
+#include "SampleFiles.h"
+#include "Tour.h"
+#include "ui/Registry.h"
+
+#include <algorithm>
+#include <memory>
+#include <shellapi.h>
+#include <vector>
+
+namespace kx::gallery {
+
+namespace {
+
+constexpr const char* registryKey = "Software\\kxqdlgs70\\Gallery\\Places";
+constexpr const char* tourKey = "Software\\kxqdlgs70\\Gallery\\Tour";
+
+enum TEntryImage { imFile, imFolder };
+
+struct TFindTraits {
+    using THandle = HANDLE;
+    static void Close(HANDLE find) { FindClose(find); }
+};
+
+bool IsFolder(const WIN32_FIND_DATAA& entry) { return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
+
+/// What is in the folder, the folders first; null when it is none.
+std::unique_ptr<std::vector<WIN32_FIND_DATAA>> EntriesOf(const std::string& folder) {
+    WIN32_FIND_DATAA entry;
+    const HANDLE found = FindFirstFileA((IncludeTrailingPathDelimiter(folder) + "*").c_str(), &entry);
+    if (found == INVALID_HANDLE_VALUE) {
+        return nullptr;
+    }
+    const unique_handle<TFindTraits> find(found);
+    auto entries = std::make_unique<std::vector<WIN32_FIND_DATAA>>();
+    do {
+        const std::string name = entry.cFileName;
+        if (name != "." && name != "..") {
+            entries->push_back(entry);
+        }
+    } while (FindNextFileA(find.get(), &entry) != 0);
+    std::sort(entries->begin(), entries->end(), [](const WIN32_FIND_DATAA& a, const WIN32_FIND_DATAA& b) {
+        return IsFolder(a) != IsFolder(b) ? IsFolder(a) : CompareText(a.cFileName, b.cFileName) < 0;
+    });
+    return entries;
+}
+
+} // namespace
+
+const TClass& TPlacesPage::StaticClass() {
+    static const TClassBuilder<TPlacesPage> cls("TPlacesPage", TGalleryPage::StaticClass(), [](auto& c) {
+        c.Field("BarPanel", &TPlacesPage::BarPanel);
+        c.Field("FolderEdit", &TPlacesPage::FolderEdit);
+        c.Field("FileList", &TPlacesPage::FileList);
+        c.Field("NameEdit", &TPlacesPage::NameEdit);
+        c.Method("UpButtonClick", &TPlacesPage::UpButtonClick);
+        c.Method("OpenButtonClick", &TPlacesPage::OpenButtonClick);
+        c.Method("ResetButtonClick", &TPlacesPage::ResetButtonClick);
+        c.Method("FileListSelectItem", &TPlacesPage::FileListSelectItem);
+    });
+    return cls.Class();
+}
+
+TPlacesPage::TPlacesPage(TComponent* owner) : TGalleryPage(owner) {
+    InitForm(*this, StaticClass());
+    for (const int icon : {0, 3}) { // of the shell's library: a file, a folder
+        HICON small = nullptr;
+        TIcon image;
+        if (ExtractIconExA("shell32.dll", icon, nullptr, &small, 1) > 0) {
+            image.SetHandle(small);
+            FImages.AddIcon(image);
+        }
+    }
+    FileList->SetSmallImages(&FImages);
+    LoadPlaces();
+    FBar = NewForm<TKxPlacesBarFrm>(this);
+    FBar->SetDialog(this);
+    FBar->SetPlaces(&FOptions.Places());
+    FBar->SetAlign(alClient);
+    FBar->SetParent(BarPanel);
+    FBar->Show();
+    FOptions.Places().UpdatePlacesOn(*FBar->ToolBar1);
+    SetSelPath(Samples().Folder());
+}
+
+TPlacesPage::~TPlacesPage() {
+    FBar->Free(); // it shows the places
+    FileList->SetSmallImages(nullptr);
+    Guarded([this] { FOptions.SaveToRegistry(); });
+}
+
+// --- Places
+
+void TPlacesPage::LoadPlaces() {
+    FOptions.SetRegistryKey(registryKey);
+    if (!TRegistry().KeyExists(registryKey)) {
+        AddSamplePlaces();
+        return;
+    }
+    FOptions.LoadFromRegistry();
+    for (int i = 0; i < FOptions.Places().Count(); ++i) { // the samples are somewhere else in each run
+        TKxPlace& place = FOptions.Places()[i];
+        if (place.PlacePath().find("\\Gallery samples") != std::string::npos) {
+            const std::string name = ExtractFileName(place.PlacePath());
+            place.SetPlacePath(place.PlaceName() == "Samples" ? Samples().Folder() : Samples().Path(name));
+        }
+    }
+}
+
+void TPlacesPage::AddSamplePlaces() {
+    struct TSamplePlace {
+        const char* Caption;
+        const char* Hint;
+        std::string Path; ///< Empty: the user's documents.
+        int Icon;         ///< In the shell's library.
+    };
+    FOptions.Places().Clear();
+    for (const TSamplePlace& sample :
+         {TSamplePlace{"Samples", "All samples", Samples().Folder(), 3},
+          TSamplePlace{"Drawings", "A folder", Samples().Path("Drawings"), 4},
+          TSamplePlace{"Alpine lake", "A file: its folder, and its name", Samples().Path("Alpine lake.bmp"), 0},
+          TSamplePlace{"Documents", "A special folder of the shell", {}, 126}}) {
+        TKxPlace& place = *FOptions.Places().Add();
+        place.SetPlaceName(sample.Caption);
+        place.SetPlaceDesc(sample.Hint);
+        place.SetPlacePath(sample.Path);
+        place.SetPlaceSpecPath(sample.Path.empty() ? ftPersonal : ftNone);
+        place.SetPlaceIconDll("shell32.dll");
+        place.SetPlaceIcon(sample.Icon);
+        place.SetPlaceHotIcon(sample.Icon);
+    }
+}
+
+void TPlacesPage::ResetButtonClick(TObject*) {
+    AddSamplePlaces();
+    FOptions.Places().UpdatePlacesOn(*FBar->ToolBar1);
+}
+
+// --- Files
+
+void TPlacesPage::SetSelPath(const std::string& path) {
+    const auto entries = EntriesOf(path);
+    if (!entries) {
+        Report("There is no folder \"" + path + "\".");
+        return;
+    }
+    FFolder = path;
+    FolderEdit->SetText(path);
+    NameEdit->SetText("");
+    FileList->Items().BeginUpdate();
+    FileList->Items().Clear();
+    for (const WIN32_FIND_DATAA& entry : *entries) {
+        AddEntry(entry);
+    }
+    FileList->Items().EndUpdate();
+}
+
+void TPlacesPage::AddEntry(const WIN32_FIND_DATAA& entry) {
+    constexpr int64_t kilobyte = 1024;
+    TListItem& item = FileList->Items().Add();
+    item.SetCaption(entry.cFileName);
+    item.SetImageIndex(IsFolder(entry) ? imFolder : imFile);
+    item.SubItems().Add(IsFolder(entry) ? "" : IntToStr((entry.nFileSizeLow + kilobyte - 1) / kilobyte) + " KB");
+    item.SubItems().Add(IsFolder(entry) ? "Folder" : UpperCase(ExtractFileExt(entry.cFileName)));
+}
+
+void TPlacesPage::FileListSelectItem(TObject*, TListItem* item, bool selected) {
+    if (selected) {
+        NameEdit->SetText(item->Caption());
+    }
+}
+
+void TPlacesPage::UpButtonClick(TObject*) {
+    SetSelPath(IncludeTrailingPathDelimiter(ExtractFilePath(ExcludeTrailingPathDelimiter(FFolder))));
+}
+
+void TPlacesPage::OpenButtonClick(TObject*) {
+    const std::string path = IncludeTrailingPathDelimiter(FFolder) + NameEdit->Text();
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (NameEdit->Text().empty() || attributes == INVALID_FILE_ATTRIBUTES) {
+        Report("No file is chosen.");
+    } else if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        SetSelPath(path);
+    } else {
+        Report("Chosen: " + path);
+    }
+}
+
+// --- The tour
+
+void TPlacesPage::ClickPlace(const std::string& caption) {
+    TToolBar& bar = *FBar->ToolBar1;
+    for (int i = 0; i < bar.ButtonCount(); ++i) {
+        const TToolButton& button = *bar.Buttons(i);
+        if (button.Caption() == caption) {
+            const LPARAM at = MAKELPARAM(button.Left() + button.Width() / 2, button.Top() + button.Height() / 2);
+            PostMessageA(bar.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, at);
+            PostMessageA(bar.Handle(), WM_LBUTTONUP, 0, at);
+            return;
+        }
+    }
+    throw Exception("the places bar has no place " + caption);
+}
+
+/// Keeps the places apart from those of the user, and reads them back.
+void TPlacesPage::TryRegistry(TTour& tour) {
+    FOptions.SetRegistryKey(tourKey);
+    FOptions.SaveToRegistry();
+    TKxPlacesBarOptions stored;
+    stored.SetRegistryKey(tourKey);
+    stored.LoadFromRegistry();
+    FOptions.SetRegistryKey(registryKey);
+    TRegistry().DeleteKey(tourKey);
+    std::string captions;
+    for (int i = 0; i < stored.Places().Count(); ++i) {
+        captions += (i == 0 ? "" : ", ") + stored.Places()[i].PlaceName();
+    }
+    tour.Expect("places in the registry", captions, "Samples, Drawings, Alpine lake, Documents");
+}
+
+void TPlacesPage::AddTour(TTour& tour) {
+    // What the user keeps in the bar is put back at the end.
+    const auto kept = std::make_shared<TKxPlaces>(nullptr);
+    tour.Then(
+        "the places page", [this] { return Showing() && FileList->Items().Count() > 0; },
+        [this, kept] {
+            kept->Assign(&FOptions.Places());
+            ResetButtonClick(this);
+            ClickPlace("Drawings");
+        });
+    tour.Then(
+        "the folder of the place", [this] { return SameText(FFolder, Samples().Path("Drawings")); },
+        [this, &tour] {
+            tour.Picture("6-places-folder");
+            ClickPlace("Alpine lake");
+        });
+    tour.Then(
+        "the file of the place", [this] { return !NameEdit->Text().empty(); },
+        [this, &tour, kept] {
+            tour.Picture("6-places");
+            tour.Expect("places bar", IncludeTrailingPathDelimiter(FFolder) + NameEdit->Text(),
+                        Samples().Path("Alpine lake.bmp"));
+            TryRegistry(tour);
+            FOptions.SetPlaces(*kept);
+            FOptions.Places().UpdatePlacesOn(*FBar->ToolBar1);
+        });
+}
+
+} // namespace kx::gallery
