@@ -63,7 +63,14 @@ TModalResult TCustomForm::ShowModal() {
     } else {
         HandleNeeded(); // its owner is still active
     }
-    Application().ModalStarted();
+    try {
+        Application().ModalStarted();
+    } catch (...) {
+        if (alive) {
+            FModal = false; // else the form could never be shown again
+        }
+        throw;
+    }
     const TTaskWindowList disabled = DisableTaskWindows(WindowHandle());
 
     // Whatever happens, the other windows come back.
@@ -123,7 +130,12 @@ void TCustomForm::CloseModal() {
 
 void TApplication::ModalStarted() {
     if (++FModalLevel == 1) {
-        FOnModalBegin(this);
+        try {
+            FOnModalBegin(this);
+        } catch (...) {
+            --FModalLevel; // the dialog does not come to be
+            throw;
+        }
     }
 }
 
