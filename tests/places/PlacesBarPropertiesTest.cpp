@@ -133,6 +133,15 @@ TEST_F(PlacesBarProperties, ADroppedFileIsProposedWithTheFirstIcon) {
     EXPECT_EQ(Options.Places()[0].PlacePath(), file);
 }
 
+TEST_F(PlacesBarProperties, ClosingTheFormSkipsTheItem) {
+    Show();
+    Drop({Folder.AddFolder("first"), Folder.AddFolder("second")},
+         {{"the properties are shown", Shows("first"),
+           [] { PostMessageA(Properties()->Handle(), WM_SYSCOMMAND, SC_CLOSE, 0); }},
+          Answer("second", true)});
+    EXPECT_THAT(ButtonCaptions(), ElementsAre("second"));
+}
+
 TEST_F(PlacesBarProperties, ASpecialFolderChosenForOneLeavesThePathOfTheNext) {
     Show();
     Drop({Folder.AddFolder("first"), Folder.AddFolder("second")},
@@ -160,6 +169,7 @@ TEST_F(PlacesBarProperties, AFormThatFailsLeavesThePlacesThatWereMade) {
              Application().SetOnModalBegin([](TObject*) { throw Exception("no more forms"); });
          })});
     Application().SetOnModalBegin(before);
+    EXPECT_EQ(Application().ModalLevel(), 0);
     EXPECT_THAT(CaptionsOf(Options.Places()), ElementsAre("first"));
     EXPECT_THAT(ButtonCaptions(), ElementsAre("first"));
     EXPECT_EQ(Properties(false), nullptr);
