@@ -5,7 +5,7 @@
 namespace kx::bench {
 
 /// The library's places bar: making the buttons of 200 places against plain tool buttons and the bare calls that fetch
-/// their icons, and painting one button against a plain owner-drawn one that shows the same.
+/// their icons, and painting one button against a system button that its owner draws with the same icon and caption.
 std::vector<TRow> MeasurePlacesBar();
 
 } // namespace kx::bench
