@@ -34,13 +34,20 @@ private:
     TSelectObject FSelected;
 };
 
-SIZE Extent(HDC dc, const std::string& text) {
+std::wstring Wide(const std::string& text) {
+    std::wstring wide(text.size(), L'\0');
+    const int size = static_cast<int>(text.size());
+    wide.resize(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.c_str(), size, wide.data(), size)));
+    return wide;
+}
+
+SIZE Extent(HDC dc, const std::wstring& text) {
     SIZE size{};
-    GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
     return size;
 }
 
-void DrawCaption(const TPicture32& picture, const std::string& caption) {
+void DrawCaption(const TPicture32& picture, const std::wstring& caption) {
     const HDC dc = picture.Handle();
     const int w = picture.Width;
     const int h = picture.Height;
@@ -48,17 +55,17 @@ void DrawCaption(const TPicture32& picture, const std::string& caption) {
     SetTextColor(dc, GetSysColor(COLOR_HIGHLIGHTTEXT));
     const SIZE size = Extent(dc, caption);
     if (size.cx <= w - 4) {
-        TextOutA(dc, w / 2 - size.cx / 2, h - size.cy - 2, caption.c_str(), static_cast<int>(caption.size()));
+        TextOutW(dc, w / 2 - size.cx / 2, h - size.cy - 2, caption.c_str(), static_cast<int>(caption.size()));
         return;
     }
-    const int room = w - Extent(dc, "...").cx - 6;
-    std::string text;
+    const int room = w - Extent(dc, L"...").cx - 6;
+    std::wstring text;
     while (Extent(dc, text).cx <= room) {
         text = caption.substr(0, text.size() + 1);
     }
-    text += "...";
+    text += L"...";
     const RECT clip{3, h - size.cy - 2, 3 + w - 4, h - 2};
-    ExtTextOutA(dc, 3, h - size.cy - 4, ETO_CLIPPED | ETO_OPAQUE, &clip, text.c_str(), static_cast<UINT>(text.size()),
+    ExtTextOutW(dc, 3, h - size.cy - 4, ETO_CLIPPED | ETO_OPAQUE, &clip, text.c_str(), static_cast<UINT>(text.size()),
                 nullptr);
 }
 
@@ -72,7 +79,8 @@ std::vector<uint32_t> Expected(int w, int h, TLook look, int icon, const std::st
     const TSelectObject selected(dc, font.Handle());
     if (icon >= 0) {
         const unique_hicon image(ExtractIconA(HInstance(), "Shell32.dll", static_cast<UINT>(icon)));
-        DrawIconEx(dc, w / 2 - 16, h / 2 - 16 - Extent(dc, caption).cy / 2, image.get(), 32, 32, 0, nullptr, DI_NORMAL);
+        DrawIconEx(dc, w / 2 - 16, h / 2 - 16 - Extent(dc, Wide(caption)).cy / 2, image.get(), 32, 32, 0, nullptr,
+                   DI_NORMAL);
     }
     constexpr COLORREF black = 0;
     constexpr COLORREF white = 0xFFFFFF;
@@ -87,7 +95,7 @@ std::vector<uint32_t> Expected(int w, int h, TLook look, int icon, const std::st
         picture.Line(white, {0, 0}, {w - 1, 0});
         picture.Line(white, {0, 0}, {0, h - 1});
     }
-    DrawCaption(picture, caption);
+    DrawCaption(picture, Wide(caption));
     return picture.Pixels();
 }
 
@@ -191,7 +199,7 @@ TEST_F(PlaceButtonPaint, ACaptionThatJustFitsIsNotCut) {
     const TFont font;
     const TSelectObject selected(picture.Handle(), font.Handle());
     std::string fits;
-    while (Extent(picture.Handle(), fits + "l").cx <= 87 - 4) {
+    while (Extent(picture.Handle(), Wide(fits + "l")).cx <= 87 - 4) {
         fits += 'l';
     }
     AddPlaces({fits.c_str(), (fits + "l").c_str()});
@@ -263,6 +271,16 @@ TEST_F(PlaceButtonPaint, UmlautsAreShown) {
     if (CodePageHolds("ö")) {
         EXPECT_EQ(ToUtf8(Options.Places()[0].PlaceName()), "Größe ändern");
     }
+}
+
+TEST_F(PlaceButtonPaint, ALongCaptionIsCutBetweenCharacters) {
+    std::string caption;
+    for (int i = 0; i < 40; ++i) {
+        caption += FromUtf8(i % 2 ? "ö" : "Ü");
+    }
+    AddPlaces({caption.c_str()});
+    Show();
+    ExpectLook(0, TLook::Up, 3, caption);
 }
 
 TEST_F(PlaceButtonPaint, BelowTheButtonsTheBarIsPlain) {
