@@ -94,16 +94,6 @@ TKxPlace* TKxPlaces::PlaceViaName(const std::string& name, TKxSpecShellFolder sp
 
 TPersistent* TKxPlaces::GetOwner() const { return FPBOptions; }
 
-// --- TKxPlacesBarLiteOptions
-
-const TClass& TKxPlacesBarLiteOptions::StaticClass() {
-    using T = TKxPlacesBarLiteOptions;
-    static const TClassBuilder<T> cls("TKxPlacesBarLiteOptions", TPersistent::StaticClass(), [](auto& c) {
-        c.Property("Visible", &T::Visible, &T::SetVisible).Default = true;
-    });
-    return cls.Class();
-}
-
 // --- TKxPlacesBarOptions
 
 const TClass& TKxPlacesBarOptions::StaticClass() {
