@@ -16,6 +16,8 @@ namespace {
 constexpr const char* registryKey = "Software\\kxqdlgs70\\Gallery\\Places";
 constexpr const char* tourKey = "Software\\kxqdlgs70\\Gallery\\Tour";
 
+constexpr const char* samplesName = "Gallery samples"; // how the folder's name begins
+
 enum TEntryImage { imFile, imFolder };
 
 struct TFindTraits {
@@ -64,11 +66,12 @@ const TClass& TPlacesPage::StaticClass() {
 
 TPlacesPage::TPlacesPage(TComponent* owner) : TGalleryPage(owner) {
     InitForm(*this, StaticClass());
-    for (const int icon : {0, 3}) { // of the shell's library: a file, a folder
-        HICON small = nullptr;
-        TIcon image;
-        if (ExtractIconExA("shell32.dll", icon, nullptr, &small, 1) > 0) {
-            image.SetHandle(small);
+    for (const DWORD attributes : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_DIRECTORY}}) {
+        SHFILEINFOA info{};
+        if (SHGetFileInfoA("sample", attributes, &info, sizeof info,
+                           SHGFI_USEFILEATTRIBUTES | SHGFI_ICON | SHGFI_SMALLICON) != 0) {
+            TIcon image;
+            image.SetHandle(info.hIcon);
             FImages.AddIcon(image);
         }
     }
@@ -99,11 +102,17 @@ void TPlacesPage::LoadPlaces() {
         return;
     }
     FOptions.LoadFromRegistry();
-    for (int i = 0; i < FOptions.Places().Count(); ++i) { // the samples are somewhere else in each run
+    const std::string program = Application().ExeName();
+    for (int i = 0; i < FOptions.Places().Count(); ++i) { // samples and program may be somewhere else in each run
         TKxPlace& place = FOptions.Places()[i];
-        if (place.PlacePath().find("\\Gallery samples") != std::string::npos) {
-            const std::string name = ExtractFileName(place.PlacePath());
-            place.SetPlacePath(place.PlaceName() == "Samples" ? Samples().Folder() : Samples().Path(name));
+        if (SameText(ExtractFileName(place.PlaceIconDll()), ExtractFileName(program))) {
+            place.SetPlaceIconDll(program);
+        }
+        const std::string name = ExtractFileName(place.PlacePath());
+        if (name.starts_with(samplesName)) {
+            place.SetPlacePath(Samples().Folder());
+        } else if (place.PlacePath().find(samplesName) != std::string::npos) {
+            place.SetPlacePath(Samples().Path(name));
         }
     }
 }
@@ -113,20 +122,20 @@ void TPlacesPage::AddSamplePlaces() {
         const char* Caption;
         const char* Hint;
         std::string Path; ///< Empty: the user's documents.
-        int Icon;         ///< In the shell's library.
+        int Icon;         ///< Of the program.
     };
     FOptions.Places().Clear();
     for (const TSamplePlace& sample :
-         {TSamplePlace{"Samples", "All samples", Samples().Folder(), 3},
-          TSamplePlace{"Drawings", "A folder", Samples().Path("Drawings"), 4},
-          TSamplePlace{"Alpine lake", "A file: its folder, and its name", Samples().Path("Alpine lake.bmp"), 0},
-          TSamplePlace{"Documents", "A special folder of the shell", {}, 126}}) {
+         {TSamplePlace{"Samples", "All samples", Samples().Folder(), 0},
+          TSamplePlace{"Drawings", "A folder", Samples().Path("Drawings"), 1},
+          TSamplePlace{"Alpine lake", "A file: its folder, and its name", Samples().Path("Alpine lake.bmp"), 2},
+          TSamplePlace{"Documents", "A special folder of the shell", {}, 3}}) {
         TKxPlace& place = *FOptions.Places().Add();
         place.SetPlaceName(sample.Caption);
         place.SetPlaceDesc(sample.Hint);
         place.SetPlacePath(sample.Path);
         place.SetPlaceSpecPath(sample.Path.empty() ? ftPersonal : ftNone);
-        place.SetPlaceIconDll("shell32.dll");
+        place.SetPlaceIconDll(Application().ExeName());
         place.SetPlaceIcon(sample.Icon);
         place.SetPlaceHotIcon(sample.Icon);
     }

@@ -106,7 +106,12 @@ TEST_F(AddPlaceIcons, TwoHundredIconsAreTwoHundredColumnsOf40Pixels) {
 
 TEST_F(AddPlaceIcons, TheChosenColumnsBecomeThePlacesIcons) {
     const TModalResult result = ShowModal(
-        {Perform("the icons", [this] { LoadIcons(Library); }),
+        {Perform("the button that loads the icons",
+                 [this] {
+                     Form->eIconLib->SetText(Library);
+                     Click(Form->btnShowIcons);
+                 }),
+         {"the icons", [this] { return Form->dg2->ColCount() == 200; }, {}},
          Perform("the third", [this] { ClickAt(CellOf(*Form->dg1, 2)); }),
          {"its choice", [this] { return Form->dg1->Col() == 2; },
           [this] {
