@@ -1,5 +1,6 @@
 #include "places/KxAddPlaceForm.h"
 
+#include "places/KxPlaceIcons.h"
 #include "places/KxPlacesStrings.h"
 #include "ui/Dialogs.h"
 
@@ -226,9 +227,6 @@ void TKxAddPlaceFrm::DrawIconCell(TDrawGrid& grid, int col, int row, const TRect
         canvas.Brush().SetColor(clActiveCaption);
         canvas.FillRect(rect);
     }
-    if (col < 0) {
-        throw ERangeError("Range check error");
-    }
     const TIcon& icon = IconAt(col);
     if (!icon.Empty()) {
         canvas.Draw(rect.Left + (rect.Right - rect.Left) / 2 - icon.Width() / 2,
@@ -244,11 +242,9 @@ const TIcon& TKxAddPlaceFrm::IconAt(int index) {
     if (FIcons.size() >= maxKeptIcons) {
         FIcons.clear();
     }
+    unique_hicon extracted = ExtractPlaceIcon(FIconLib, index);
     TIcon& icon = FIcons[index];
-    const auto instance = reinterpret_cast<HINSTANCE>(Application().Handle());
-    if (const HICON handle = ExtractIconA(instance, FIconLib.c_str(), static_cast<UINT>(index))) {
-        icon.SetHandle(handle);
-    }
+    icon.SetHandle(extracted.release());
     return icon;
 }
 

@@ -1,9 +1,7 @@
 #include "places/KxPlacesBar.h"
 
+#include "places/KxPlaceIcons.h"
 #include "places/KxPlaces.h"
-#include "ui/Forms.h"
-
-#include <shellapi.h>
 
 #include <exception>
 
@@ -50,21 +48,14 @@ const TPoint& TKxPlaceButton::TSizedIcon::Size() {
     return FSize;
 }
 
-void TKxPlaceButton::TSizedIcon::Load(const std::string& file, int32_t index) {
-    SetHandle(nullptr);
+void TKxPlaceButton::TSizedIcon::Take(unique_hicon icon) {
     FSize = {};
-    const auto instance = reinterpret_cast<HINSTANCE>(Application().Handle());
-    const HICON handle = ExtractIconA(instance, file.c_str(), static_cast<UINT>(index));
-    const auto noIconFile = reinterpret_cast<HICON>(UINT_PTR{1});
-    SetHandle(handle == noIconFile ? nullptr : handle);
+    SetHandle(icon.release());
 }
 
 void TKxPlaceButton::LoadIcon(TSizedIcon& icon, int32_t& field, int32_t index) {
-    if (index < 0) {
-        throw ERangeError("Range check error");
-    }
+    icon.Take(ExtractPlaceIcon(FIconDll, index));
     field = index;
-    icon.Load(FIconDll, index);
     Invalidate();
 }
 

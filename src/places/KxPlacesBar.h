@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/ComCtrlsToolBar.h"
+#include "ui/Handles.h"
 
 #include <string>
 
@@ -57,7 +58,7 @@ private:
     class TSizedIcon : public TIcon {
     public:
         const TPoint& Size();
-        void Load(const std::string& file, int32_t index); ///< Empty when the file has no such icon.
+        void Take(unique_hicon icon);
         void Clear() { SetHandle(nullptr); }
 
     private:
