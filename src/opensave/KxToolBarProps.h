@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/KxDlgParamsFormRef.h"
-#include "ui/Controls.h"
+#include "ui/ComCtrlsToolBar.h"
 
 namespace kx {
 
@@ -13,12 +13,12 @@ class TKxToolBarOptions : public TPersistent {
     void SetFlat(bool value) { FFlat = value; }
     /// A tool bar of the application that the dialog borrows and shows beside its own. Not owned; null: none, also once
     /// the tool bar has been freed.
-    TWinControl* CustomBar() const { return FBar.Get(); }
-    void SetCustomBar(TWinControl* value) { FBar.Set(value); }
+    TToolBar* CustomBar() const { return FBar.Get(); }
+    void SetCustomBar(TToolBar* value) { FBar.Set(value); }
 
 private:
     bool FFlat = false;
-    TKxFormRef<TWinControl> FBar;
+    TKxFormRef<TToolBar> FBar;
 };
 
 } // namespace kx

@@ -152,7 +152,7 @@ TEST(ToolBarOptions, ForgetABarThatIsFreed) {
     TKxToolBarOptions options;
     EXPECT_FALSE(options.Flat());
     EXPECT_EQ(options.CustomBar(), nullptr);
-    auto bar = std::make_unique<TCustomControl>();
+    auto bar = std::make_unique<TToolBar>();
     options.SetCustomBar(bar.get());
     EXPECT_EQ(options.CustomBar(), bar.get());
     bar.reset();
