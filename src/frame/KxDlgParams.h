@@ -197,8 +197,9 @@ private:
 
 // --- Geometry of windows, in pixels of the screen. @throws EIntOverflow
 
-TRect KxWindowRect(HWND window); ///< Outer rectangle; empty for no window.
-TRect KxClientRect(HWND window); ///< Left and Top are 0.
+TRect KxWindowRect(HWND window);             ///< Outer rectangle; empty for no window.
+TRect KxClientRect(HWND window);             ///< Left and Top are 0.
+TRect KxRectIn(HWND container, HWND window); ///< Outer rectangle in client coordinates of `container`.
 
 /// Places the dialog window by its parameters: by the position, then the shifts, then, if wanted, inside the screen.
 /// Without the form that the position names it is centred over the main form, without one on the screen.
@@ -212,6 +213,9 @@ void ResizeWindow(HWND handle, int width, int height);
 
 /// EnumChildWindows for the direct children alone: forms docked in a dialog may bring hundreds of others.
 void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data);
+
+/// Moves a direct child of `dialog` by so many pixels; all others stay. @throws EIntOverflow
+void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy);
 
 /// The dialog window whose forms are being docked, for MoveLeft and MoveDown.
 extern HWND GHandle;

@@ -18,6 +18,13 @@ TRect KxClientRect(HWND window) {
     return FromRECT(r);
 }
 
+TRect KxRectIn(HWND container, HWND window) {
+    RECT r{};
+    GetWindowRect(window, &r);
+    MapWindowPoints(nullptr, container, reinterpret_cast<POINT*>(&r), 2);
+    return FromRECT(r);
+}
+
 namespace {
 
 int32_t ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
@@ -76,21 +83,14 @@ void ResizeWindow(HWND handle, int width, int height) {
     SetWindowPos(handle, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
 
-namespace {
-
-/// Moves a direct child of the dialog; all others stay.
-void MoveChild(HWND window, int32_t dx, int32_t dy) {
-    if (GetParent(window) != GHandle) {
+void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy) {
+    if (GetParent(window) != dialog) {
         return;
     }
-    const TRect r = KxWindowRect(window);
-    POINT corner{r.Left, r.Top};
-    ScreenToClient(GHandle, &corner);
-    SetWindowPos(window, nullptr, CheckedAdd(corner.x, dx), CheckedAdd(corner.y, dy), 0, 0,
+    const TRect r = KxRectIn(dialog, window);
+    SetWindowPos(window, nullptr, CheckedAdd(r.Left, dx), CheckedAdd(r.Top, dy), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_DEFERERASE);
 }
-
-} // namespace
 
 void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
     std::vector<HWND> children;
@@ -107,7 +107,7 @@ void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
 BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept {
     Guarded([&] {
         // Deliberate: the height of the dialog frame, where one would expect its width.
-        MoveChild(window, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CYDLGFRAME)), 0);
+        KxMoveChild(GHandle, window, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CYDLGFRAME)), 0);
         RedrawWindow(window, nullptr, nullptr, 0);
     });
     return TRUE;
@@ -116,7 +116,7 @@ BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept {
 BOOL CALLBACK MoveDown(HWND window, LPARAM delta) noexcept {
     Guarded([&] {
         // Deliberate: the width of the dialog frame, where one would expect its height.
-        MoveChild(window, 0, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CXDLGFRAME)));
+        KxMoveChild(GHandle, window, 0, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CXDLGFRAME)));
     });
     return TRUE;
 }

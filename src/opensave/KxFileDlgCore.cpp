@@ -73,11 +73,13 @@ void TKxFileDlgCore::FireShow() {
     }
 }
 
-void TKxFileDlgCore::Place() {
+void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height) {
+    FFirstTimeFlag = false; // now, since what follows paints the frame again
+    ResizeWindow(FDlgHandle, width, height);
     KxSetPosition(FDlgHandle, FParams);
     // The window moves without being drawn, in the middle of its first painting: what lay outside its former place on
     // the screen would stay unpainted.
-    RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
@@ -101,7 +103,18 @@ void TKxFileDlgCore::DetachDialog() {
 
 TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message) {
     bool allow = true;
-    switch (message.Msg == WM_COMMAND ? Window().CommandOf(message) : TKxFileDlgCommand::Other) {
+    switch (message.Msg) {
+    case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
+    case WM_CONTEXTMENU: TKxCustDlgParams::TrackContextMenus(allow, message); return allow ? mvPass : mvSkip;
+    case WM_COMMAND: return AllowsCommand(Window().CommandOf(message)) ? mvPass : mvStop;
+    default: return mvPass;
+    }
+}
+
+/// Asks the application before the user navigates, makes a folder or takes what is selected.
+bool TKxFileDlgCore::AllowsCommand(TKxFileDlgCommand command) {
+    bool allow = true;
+    switch (command) {
     case TKxFileDlgCommand::Ok:
         if (IsFilenameEntered()) {
             DoFilenameEntering(allow);
@@ -114,7 +127,7 @@ TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message) {
     case TKxFileDlgCommand::FileNameChanged:
     case TKxFileDlgCommand::Other: break;
     }
-    return allow ? mvPass : mvStop;
+    return allow;
 }
 
 void TKxFileDlgCore::AfterSystem(TMessage& message) {

@@ -127,8 +127,8 @@ protected:
     void DockForms();
     /// Fires OnShow and the internal notification, whose handlers may free the dialog.
     void FireShow();
-    /// Places the dialog window, which is being shown.
-    void Place();
+    /// Gives the dialog window, which is being shown, its outer size in pixels and its place.
+    void PlaceFirst(int32_t width, int32_t height);
     /// The dialog window is being destroyed: undocks the forms, takes their room and `extraWidth` from it, and
     /// remembers its size.
     void ShrinkBack(int32_t extraWidth = 0);
@@ -136,7 +136,7 @@ protected:
 
     // --- Messages of the dialog window
 
-    /// The dialog's own cases before the system gets the message; this class knows the commands.
+    /// The dialog's own cases before the system gets the message; this class knows the commands and context menus.
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
     void AfterSystem(TMessage& message) override;
     /// An OK command is one that OnFilenameEntering is asked about.
@@ -153,6 +153,7 @@ protected:
     TNotifyEvent FOnInternalShow;
 
 private:
+    bool AllowsCommand(TKxFileDlgCommand command);
     void FireHooking(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
     void FireHook(TMessage& message) override { DoHookEvent(message); }
 

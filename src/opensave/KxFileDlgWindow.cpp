@@ -10,12 +10,6 @@ namespace {
 /// Command of the desktop button in dialogs whose navigation bar has no button KxCmdDesktop.
 constexpr WORD KxCmdDesktopOfBar = 40965;
 
-std::string WindowText(HWND window) {
-    std::string text(static_cast<size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-    text.resize(static_cast<size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 /// Text that the dialog answers to `request`, a CDM_ message that takes a buffer's size and the buffer.
 std::string RequestText(HWND dialog, UINT request) {
     const LRESULT length = dialog ? SendMessageA(dialog, request, 0, 0) : 0;
@@ -30,6 +24,12 @@ std::string RequestText(HWND dialog, UINT request) {
 }
 
 } // namespace
+
+std::string KxWindowText(HWND window) {
+    std::string text(static_cast<size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+    text.resize(static_cast<size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
 
 // --- File name control
 
@@ -50,7 +50,7 @@ bool TKxFileDlgWindow::EditHasFocus() const {
 
 std::string TKxFileDlgWindow::GetFNameText() const {
     HWND edit = GetEdit();
-    return edit ? WindowText(edit) : std::string();
+    return KxWindowText(edit);
 }
 
 void TKxFileDlgWindow::SetFNameText(const std::string& text) const {
@@ -103,7 +103,7 @@ void TKxFileDlgWindow::RefreshFileList() const {
     none.stateMask = LVIS_SELECTED;
     SendMessageA(GetLVHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
 
-    const std::string saved = WindowText(edit);
+    const std::string saved = KxWindowText(edit);
     SetWindowTextA(edit, "");
     SendMessageA(Item(IDOK), BM_CLICK, 0, 0);
     SetWindowTextA(edit, saved.c_str());

@@ -71,6 +71,8 @@ private:
     HWND FDialog;
 };
 
+std::string KxWindowText(HWND window); ///< Of any length; empty for no window.
+
 /// Child enumeration callback: shows (`show` not 0) or hides the dialog's navigation tool bar, the first one found.
 BOOL CALLBACK KxSrvShowToolBar(HWND window, LPARAM show);
 

@@ -1,5 +1,7 @@
 #include "opensave/KxOpenLite.h"
 
+#include "opensave/KxFileDlgPublish.h"
+
 namespace kx {
 
 // --- Classes
@@ -20,23 +22,11 @@ namespace {
 /// What both dialogs publish, in its order.
 template <class T> void Publish(TClassBuilder<T>& c) {
     c.Creatable();
-    c.Property("Title", &T::Title, &T::SetTitle);
-    c.Property("OnShow", &T::OnShow, &T::SetOnShow);
-    c.SubObject("CustDlgParams", &T::CustDlgParams, &T::SetCustDlgParams);
-    c.SubObject("DlgItemsCaptions", &T::DlgItemsCaptions, nullptr);
-    c.Property("VisibleControls", &T::VisibleControls, &T::SetVisibleControls).Default = KxAllOpenDlgControls.Bits();
+    PublishTitle(c);
+    PublishParams(c);
     c.SubObject("PlacesBar", &T::PlacesBar, nullptr);
-    c.Property("OnDesktopNavigate", &T::OnDesktopNavigate, &T::SetOnDesktopNavigate);
-    c.Property("OnDesktopNavigating", &T::OnDesktopNavigating, &T::SetOnDesktopNavigating);
-    c.Property("OnUpLevelNavigate", &T::OnUpLevelNavigate, &T::SetOnUpLevelNavigate);
-    c.Property("OnUpLevelNavigating", &T::OnUpLevelNavigating, &T::SetOnUpLevelNavigating);
-    c.Property("OnLastFolderNavigate", &T::OnLastFolderNavigate, &T::SetOnLastFolderNavigate);
-    c.Property("OnLastFolderNavigating", &T::OnLastFolderNavigating, &T::SetOnLastFolderNavigating);
-    c.Property("OnFolderCreating", &T::OnFolderCreating, &T::SetOnFolderCreating);
-    c.Property("OnFilenameChange", &T::OnFilenameChange, &T::SetOnFilenameChange);
-    c.Property("OnFilenameEntering", &T::OnFilenameEntering, &T::SetOnFilenameEntering);
-    c.Property("OnEventHook", &T::OnEventHook, &T::SetOnEventHook);
-    c.Property("OnEventHooking", &T::OnEventHooking, &T::SetOnEventHooking);
+    PublishNavigation(c);
+    PublishInput(c);
 }
 
 } // namespace
@@ -138,14 +128,8 @@ void TKxCustomOpenLiteDialog::DoClose() {
 
 TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
     switch (message.Msg) {
-    case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
     case WM_DESTROY: ShrinkBack(); return mvPass;
     case WM_NCPAINT: WMNCPaint(); return mvPass;
-    case WM_CONTEXTMENU: {
-        bool allow = true;
-        TKxCustDlgParams::TrackContextMenus(allow, message);
-        return allow ? mvPass : mvSkip;
-    }
     case WM_SIZE: CustDlgParams().OnResizeWindow(message); return mvPass;
     default: return TKxFileDlgCore::BeforeSystem(message);
     }
@@ -153,12 +137,8 @@ TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
 
 void TKxCustomOpenLiteDialog::WMNCPaint() {
     if (FFirstTimeFlag) {
-        FFirstTimeFlag = false; // now, since what follows paints the frame again
         const TKxCustDlgParams& params = CustDlgParams();
-        ResizeWindow(DlgHandle(), CheckedAdd(params.IncX(), CX), CheckedAdd(params.IncY(), CY));
-        Place();
-        // The placement does not redraw, and the system may be about to paint with the clipping of the old place.
-        RedrawWindow(DlgHandle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+        PlaceFirst(CheckedAdd(params.IncX(), CX), CheckedAdd(params.IncY(), CY));
     }
     Window().PushLowerControls(CustDlgParams());
 }

@@ -9,6 +9,13 @@ bool KxDirectoryExists(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+bool KxIsHeldByOthers(const std::string& fileName) {
+    const unique_hfile file(CreateFileA(fileName.c_str(), GENERIC_READ,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+    return !file && GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
 bool KxIsNavigationBar(HWND window) {
     char className[128];
     if (!GetClassNameA(window, className, sizeof className) || !SameText(className, TOOLBARCLASSNAMEA)) {
@@ -114,13 +121,18 @@ OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record) {
     return copy;
 }
 
-bool PlacesBarSupported() {
-    OSVERSIONINFOA version{};
+bool KxSystemVersion(OSVERSIONINFOA& version) {
+    version = {};
     version.dwOSVersionInfoSize = sizeof version;
 #ifdef _MSC_VER
-#pragma warning(suppress : 4996) // Newer systems report an older version here; all of them have the places bar.
+#pragma warning(suppress : 4996) // Newer systems report an older version here, which is new enough for all questions.
 #endif
-    return GetVersionExA(&version) &&
+    return GetVersionExA(&version) != FALSE;
+}
+
+bool PlacesBarSupported() {
+    OSVERSIONINFOA version;
+    return KxSystemVersion(version) &&
            PlacesBarSupported(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
 }
 

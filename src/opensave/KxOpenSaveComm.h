@@ -102,6 +102,19 @@ KX_ENUM(TKxListViewStyle, "lvsIcon", "lvsSmallIcon", "lvsList", "lvsReport", "lv
 /// Command of the shell view's View menu that switches to `style`.
 constexpr WORD KxViewCommand(TKxListViewStyle style) { return static_cast<WORD>(0x7029 + style); }
 
+/// The classic style nearest to `style`: thumbnails and tiles are icons.
+constexpr TViewStyle KxClassicStyle(TKxListViewStyle style) {
+    switch (style) {
+    case lvsSmallIcon: return vsSmallIcon;
+    case lvsList: return vsList;
+    case lvsReport: return vsReport;
+    default: return vsIcon;
+    }
+}
+
+/// Private message of the full dialogs to their file list: it applies its forced styles.
+inline constexpr UINT KxRefreshStylesMessage = 3000;
+
 /// Styles that a dialog forces on its file list.
 class TKxListViewStyles : public TPersistent {
     KX_CLASS()
@@ -152,6 +165,8 @@ private:
 
 /// True when `path` names a folder that is there.
 bool KxDirectoryExists(const std::string& path);
+/// True when somebody has the file open and shares it with nobody.
+bool KxIsHeldByOthers(const std::string& fileName);
 
 // --- File filter
 
@@ -204,6 +219,9 @@ private:
 
 /// A copy of the record of a file dialog by which the system shows its places bar.
 OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record);
+
+/// Asks for the system's version; false when it cannot be read.
+bool KxSystemVersion(OSVERSIONINFOA& version);
 
 /// True on systems whose file dialogs have a places bar; false too when the system's version cannot be read.
 bool PlacesBarSupported();

@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 namespace kx {
 namespace {
@@ -10,7 +10,7 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 /// The filter on the list of a running dialog. The folder holds the folder inner and the files one.txt and two.txt.
-class FileFilter : public TLiteTest {
+class FileFilter : public TFileDlgTest {
 protected:
     /// What the list shows after the filter has gone over it.
     std::vector<std::string> Filtered(TKxFileFilter& filter) {

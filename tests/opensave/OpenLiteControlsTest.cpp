@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 #include <map>
 
@@ -9,7 +9,7 @@ using namespace test;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class LiteControls : public TLiteTest {};
+class LiteControls : public TFileDlgTest {};
 
 bool IsShown(HWND window) { return window && IsWindowVisible(window); }
 
@@ -163,7 +163,7 @@ HWND WindowOf(const TKxCustomOpenLiteDialog& dialog, TKxOpenDlgControl control) 
     }
 }
 
-class LiteVisibleControl : public TLiteTest, public testing::WithParamInterface<std::tuple<int, bool>> {};
+class LiteVisibleControl : public TFileDlgTest, public testing::WithParamInterface<std::tuple<int, bool>> {};
 
 TEST_P(LiteVisibleControl, OutOfTheSetIsHiddenAloneAndComesBack) {
     const auto hidden = static_cast<TKxOpenDlgControl>(std::get<0>(GetParam()));

@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 #include "support/Census.h"
 
@@ -8,7 +8,7 @@ namespace {
 using namespace test;
 
 /// Many showings in one process.
-class LiteCycles : public TLiteTest {
+class LiteCycles : public TFileDlgTest {
 protected:
     /// How the census changes over `count` calls of `show`, the first ones left out: they fill caches.
     template <class F> TCensus Growth(int count, F show) {

@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 namespace kx {
 namespace {
@@ -19,7 +19,7 @@ struct TBare {
     TRect List;
 };
 
-class LiteDocking : public TLiteTest {
+class LiteDocking : public TFileDlgTest {
 protected:
     /// The dialog as it is before forms are docked into it.
     TBare Measure(TKxOpenLiteDialog& like) {

@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 #include "ui/Menus.h"
 
@@ -15,7 +15,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-class LiteLife : public TLiteTest {};
+class LiteLife : public TFileDlgTest {};
 
 TStep Cancel(const TKxCustomOpenLiteDialog& dialog) { return Press(dialog, IDCANCEL); }
 

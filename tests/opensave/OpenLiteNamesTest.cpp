@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 namespace kx {
 namespace {
@@ -16,7 +16,7 @@ std::vector<std::string> Names() {
     return names;
 }
 
-class LiteNames : public TLiteTest {
+class LiteNames : public TFileDlgTest {
 protected:
     LiteNames() {
         for (const std::string& name : Names()) {

@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 namespace kx {
 namespace {
@@ -7,7 +7,7 @@ using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class LiteNavigation : public TLiteTest {
+class LiteNavigation : public TFileDlgTest {
 protected:
     LiteNavigation() : Dialog(NewDialog()) {}
 
@@ -49,7 +49,7 @@ std::string DesktopFolder() {
 }
 
 /// Clicks the button with that command on the navigation bar with the mouse.
-void ClickToolButton(const TKxCustomOpenLiteDialog& dialog, WORD command) {
+void ClickToolButton(const TKxFileDlgCore& dialog, WORD command) {
     HWND bar = NavigationBarOf(dialog);
     const LRESULT index = SendMessageA(bar, TB_COMMANDTOINDEX, command, 0);
     ASSERT_GE(index, 0);
@@ -80,7 +80,7 @@ TEST_F(LiteNavigation, AVetoedUpOneLevelStaysInTheFolder) {
     EXPECT_THAT(Log, ElementsAre("up?"));
 }
 
-WORD DesktopButton(const TKxCustomOpenLiteDialog& dialog) {
+WORD DesktopButton(const TKxFileDlgCore& dialog) {
     // 40969 on Windows, 40965 elsewhere
     return SendMessageA(NavigationBarOf(dialog), TB_COMMANDTOINDEX, 40969, 0) >= 0 ? WORD{40969} : WORD{40965};
 }

@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 namespace kx {
 namespace {
@@ -18,7 +18,7 @@ const TClass& TMainTestForm::StaticClass() {
     return cls.Class();
 }
 
-class LitePlacement : public TLiteTest {
+class LitePlacement : public TFileDlgTest {
 protected:
     /// Screen rectangle at which a dialog with these parameters shows.
     template <class Set> TRect Shown(Set set, TComponent* owner) {

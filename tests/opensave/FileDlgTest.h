@@ -36,25 +36,25 @@ TFormPtr MakeForm(TColor color, int width, int height);
 inline TStep Await(std::string what, TCondition condition) { return {std::move(what), std::move(condition), {}}; }
 
 /// The control of that id in the dialog; for the navigation tool bar see NavigationBarOf.
-HWND ItemOf(const TKxCustomOpenLiteDialog& dialog, int id);
-HWND NavigationBarOf(const TKxCustomOpenLiteDialog& dialog);
-HWND PlacesBarOf(const TKxCustomOpenLiteDialog& dialog);
-HWND ListOf(const TKxCustomOpenLiteDialog& dialog);
+HWND ItemOf(const TKxFileDlgCore& dialog, int id);
+HWND NavigationBarOf(const TKxFileDlgCore& dialog);
+HWND PlacesBarOf(const TKxFileDlgCore& dialog);
+HWND ListOf(const TKxFileDlgCore& dialog);
 /// Sends a command of the navigation tool bar as a click on its button does.
-void PressToolButton(const TKxCustomOpenLiteDialog& dialog, WORD command);
+void PressToolButton(const TKxFileDlgCore& dialog, WORD command);
 
 /// Steps that drag the lower right corner of the dialog by so many pixels.
-std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int dy);
+std::vector<TStep> DragCorner(const TKxFileDlgCore& dialog, int dx, int dy);
 
 /// Every visible part of the dialog lies inside its client area, none overlaps a docked form, and all is painted.
-void ExpectCleanLayout(const TKxCustomOpenLiteDialog& dialog);
+void ExpectCleanLayout(const TKxFileDlgCore& dialog);
 
 /// A folder with two text files and a folder, a form that owns the dialogs, and a look at the exceptions that reach the
 /// application: none is expected unless a test takes them out.
-class TLiteTest : public testing::Test {
+class TFileDlgTest : public testing::Test {
 protected:
-    TLiteTest();
-    ~TLiteTest() override;
+    TFileDlgTest();
+    ~TFileDlgTest() override;
 
     /// A new dialog, owned by `Owner`, that starts in the folder.
     template <class T = TKxOpenLiteDialog> T& NewDialog() {
@@ -64,7 +64,7 @@ protected:
     }
 
     /// Runs the dialog; `look` acts in it once it is shown, then it is cancelled.
-    bool Look(TKxCustomOpenLiteDialog& dialog, const TAction& look);
+    bool Look(TOpenDialog& dialog, const TAction& look);
 
     /// The messages of the exceptions so far; forgets them.
     std::vector<std::string> TakeExceptions();

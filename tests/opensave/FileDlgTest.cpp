@@ -1,4 +1,4 @@
-#include "LiteTest.h"
+#include "FileDlgTest.h"
 
 #include <algorithm>
 
@@ -44,9 +44,9 @@ TFormPtr MakeForm(TColor color, int width, int height) {
 
 // --- Dialog windows
 
-HWND ItemOf(const TKxCustomOpenLiteDialog& dialog, int id) { return GetDlgItem(dialog.DlgHandle(), id); }
+HWND ItemOf(const TKxFileDlgCore& dialog, int id) { return GetDlgItem(dialog.DlgHandle(), id); }
 
-HWND NavigationBarOf(const TKxCustomOpenLiteDialog& dialog) {
+HWND NavigationBarOf(const TKxFileDlgCore& dialog) {
     for (HWND child = GetWindow(dialog.DlgHandle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (ClassOf(child) == "ToolbarWindow32" && SendMessageA(child, TB_COMMANDTOINDEX, 40961, 0) >= 0) {
             return child;
@@ -55,13 +55,11 @@ HWND NavigationBarOf(const TKxCustomOpenLiteDialog& dialog) {
     return nullptr;
 }
 
-HWND PlacesBarOf(const TKxCustomOpenLiteDialog& dialog) {
-    return FindChild(dialog.DlgHandle(), "ToolbarWindow32", 1184);
-}
+HWND PlacesBarOf(const TKxFileDlgCore& dialog) { return FindChild(dialog.DlgHandle(), "ToolbarWindow32", 1184); }
 
-HWND ListOf(const TKxCustomOpenLiteDialog& dialog) { return FileListOf(dialog.DlgHandle()); }
+HWND ListOf(const TKxFileDlgCore& dialog) { return FileListOf(dialog.DlgHandle()); }
 
-void PressToolButton(const TKxCustomOpenLiteDialog& dialog, WORD command) {
+void PressToolButton(const TKxFileDlgCore& dialog, WORD command) {
     SendMessageA(dialog.DlgHandle(), WM_COMMAND, command, reinterpret_cast<LPARAM>(NavigationBarOf(dialog)));
 }
 
@@ -142,7 +140,7 @@ void ExpectPainted(HWND dialog) {
 
 } // namespace
 
-void ExpectCleanLayout(const TKxCustomOpenLiteDialog& dialog) {
+void ExpectCleanLayout(const TKxFileDlgCore& dialog) {
     ExpectPainted(dialog.DlgHandle());
     const TRect client = ClientRectOf(dialog.DlgHandle());
     const std::vector<TPart> parts = VisibleParts(dialog.DlgHandle());
@@ -168,7 +166,7 @@ void ExpectCleanLayout(const TKxCustomOpenLiteDialog& dialog) {
     }
 }
 
-std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int dy) {
+std::vector<TStep> DragCorner(const TKxFileDlgCore& dialog, int dx, int dy) {
     const auto from = std::make_shared<TPoint>();
     return {{"the corner can be taken",
              {},
@@ -195,7 +193,7 @@ std::vector<TStep> DragCorner(const TKxCustomOpenLiteDialog& dialog, int dx, int
 
 // --- The fixture
 
-TLiteTest::TLiteTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
+TFileDlgTest::TFileDlgTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
     Folder.AddFile("one.txt");
     Folder.AddFile("two.txt");
     Folder.AddFile("inner\\deep.txt");
@@ -205,15 +203,15 @@ TLiteTest::TLiteTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application()
     Application().SetOnException([this](TObject*, const std::exception& e) { FExceptions.emplace_back(e.what()); });
 }
 
-TLiteTest::~TLiteTest() {
+TFileDlgTest::~TFileDlgTest() {
     EXPECT_THAT(FExceptions, testing::IsEmpty());
     Application().SetOnException(FPrevious);
 }
 
-bool TLiteTest::Look(TKxCustomOpenLiteDialog& dialog, const TAction& look) {
+bool TFileDlgTest::Look(TOpenDialog& dialog, const TAction& look) {
     return RunDialog(dialog, {{"the dialog is shown", Shown(dialog), look}, Press(dialog, IDCANCEL)});
 }
 
-std::vector<std::string> TLiteTest::TakeExceptions() { return std::exchange(FExceptions, {}); }
+std::vector<std::string> TFileDlgTest::TakeExceptions() { return std::exchange(FExceptions, {}); }
 
 } // namespace kx::test
