@@ -1,0 +1,203 @@
+#include "opensave/KxOpenDlg.h"
+
+#include "ui/Barrier.h"
+
+#include <algorithm>
+
+// The messages of the three windows that the dialog component takes over: the dialog, the shell view and the list.
+
+namespace kx {
+
+// --- The dialog window
+
+TKxMsgVerdict TKxCustomOpenDialog::BeforeSystem(TMessage& message) {
+    switch (message.Msg) {
+    case WM_DESTROY: WMDestroy(); return mvPass;
+    case WM_NCPAINT: WMNCPaint(); return mvPass;
+    case WM_SIZE: WMSize(message); return mvPass;
+    default: return TKxFileDlgCore::BeforeSystem(message);
+    }
+}
+
+void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
+    switch (message.Msg) {
+    case WM_PAINT: AlignOkButton(); break;
+    case WM_SIZE:
+        // Where the system has put its own controls is known only now.
+        PlaceToolBar();
+        FitPlacesBar();
+        AlignOkButton();
+        break;
+    default: TKxFileDlgCore::AfterSystem(message);
+    }
+}
+
+void TKxCustomOpenDialog::WMDestroy() {
+    ShrinkBack(ShowCustomPlacesBar() ? FPBWidth : 0);
+    FreePlacesBar();
+}
+
+void TKxCustomOpenDialog::WMNCPaint() {
+    if (FFirstTimeFlag) {
+        const TKxCustDlgParams& params = CustDlgParams();
+        const int32_t barWidth = ShowCustomPlacesBar() ? FPBWidth : 0;
+        PlaceFirst(CheckedAdd(CheckedAdd(params.IncX(), CX), barWidth), CheckedAdd(params.IncY(), CY));
+        PlaceToolBar();
+        AlignOkButton();
+    }
+    RefreshSelCtrl();
+    Window().PushLowerControls(CustDlgParams());
+    FitPlacesBar();
+}
+
+namespace {
+
+BOOL CALLBACK RepaintCtrl(HWND window, LPARAM) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+    return TRUE;
+}
+
+} // namespace
+
+void TKxCustomOpenDialog::WMSize(TMessage& message) {
+    TKxCustDlgParams& params = CustDlgParams();
+    TForm* const custom = params.CustomForm();
+    if (custom && IsSizeable() && FListType == stCustom) {
+        const TRect& before = params.ClientRect();
+        custom->SetBounds(custom->Left(), custom->Top(),
+                          CheckedAdd(custom->Width(), CheckedSub(message.LParamLo(), before.Right)),
+                          CheckedAdd(custom->Height(), CheckedSub(message.LParamHi(), before.Bottom)));
+        KxEnumDirectChildren(DlgHandle(), RepaintCtrl, 0);
+    }
+    params.OnResizeWindow(message);
+    if (custom) {
+        custom->Repaint();
+    }
+}
+
+// --- The file list
+
+void TKxCustomOpenDialog::NewLVProc(TMessage& message) {
+    switch (message.Msg) {
+    case KxRefreshStylesMessage: RefreshListViewStyles(); return;
+    case WM_DESTROY:
+        FListMessages.Uninstall();
+        FLVH = nullptr;
+        break;
+    case WM_STYLECHANGING:
+        if (!FIsWinXP && static_cast<int>(message.WParam) == GWL_STYLE) {
+            ViewStyleChanging(message);
+            return;
+        }
+        break;
+    case WM_STYLECHANGED:
+        if (!FIsWinXP) {
+            PostRefreshListViewStyles();
+        }
+        break;
+    default: break;
+    }
+    FListMessages.CallPrevious(message);
+}
+
+/// Older shells change the style of their list and tell nobody else.
+void TKxCustomOpenDialog::ViewStyleChanging(TMessage& message) {
+    constexpr TViewStyle styles[] = {vsIcon, vsReport, vsSmallIcon, vsList};
+    auto& change = message.LParamAs<STYLESTRUCT>();
+    const TViewStyle style = styles[change.styleNew & LVS_TYPEMASK];
+    if (style == SelectionStyle()) {
+        FListMessages.CallPrevious(message);
+        return;
+    }
+    const std::weak_ptr<const void> alive = Alive();
+    bool allow = true;
+    Guarded([&] { DoSelectionStyleChanging(style, allow); });
+    if (alive.expired()) {
+        return;
+    }
+    if (!allow) {
+        change.styleNew = change.styleOld;
+    }
+    FListMessages.CallPrevious(message);
+    if (allow) {
+        DoSelectionStyleChange(style);
+    }
+}
+
+// --- The shell view
+
+void TKxCustomOpenDialog::NewDVProc(TMessage& message) {
+    switch (message.Msg) {
+    case WM_COMMAND:
+        if (FIsWinXP && ViewStyleCommand(message)) {
+            return;
+        }
+        break;
+    case WM_DESTROY:
+        FViewMessages.Uninstall();
+        FDVH = nullptr;
+        break;
+    case WM_CONTEXTMENU:
+        if (!IsMenuAllowed()) {
+            message.Result = 1;
+            return;
+        }
+        break;
+    case WM_INITMENUPOPUP:
+        if (message.LParamLo() == 0 && SelectedCount() > 0) {
+            DisableMenuItems(reinterpret_cast<HMENU>(message.WParam));
+        }
+        break;
+    default: break;
+    }
+    FViewMessages.CallPrevious(message);
+}
+
+/// Newer shells change the view by a command of theirs, whoever asks for it. True: the command has been dealt with.
+bool TKxCustomOpenDialog::ViewStyleCommand(TMessage& message) {
+    if (message.WParam < KxViewCommand(lvsIcon) || message.WParam > KxViewCommand(lvsTile)) {
+        PostRefreshListViewStyles();
+        return false;
+    }
+    const auto style = KxClassicStyle(static_cast<TKxListViewStyle>(message.WParam - KxViewCommand(lvsIcon)));
+    const std::weak_ptr<const void> alive = Alive();
+    bool allow = true;
+    DoSelectionStyleChanging(style, allow);
+    if (!allow || alive.expired()) {
+        return true;
+    }
+    FViewMessages.CallPrevious(message);
+    DoSelectionStyleChange(style);
+    if (!alive.expired()) {
+        PostRefreshListViewStyles();
+    }
+    return true;
+}
+
+int TKxCustomOpenDialog::SelectedCount() const {
+    return static_cast<int>(SendMessageA(GetLVHandle(), LVM_GETSELECTEDCOUNT, 0, 0));
+}
+
+bool TKxCustomOpenDialog::IsMenuAllowed() const {
+    return SelectedCount() > 0 ? FLVOptions->PopupOnSelection() : FLVOptions->PopupOnEmpty();
+}
+
+/// The menu of files ends with delete, rename, a separator and properties. Of the numbers of a command the first two
+/// are those of two generations of the shell on Windows, the third that of other systems.
+void TKxCustomOpenDialog::DisableMenuItems(HMENU menu) const {
+    const int count = GetMenuItemCount(menu);
+    const auto disable = [=](int position, std::initializer_list<UINT> commands) {
+        const UINT command = GetMenuItemID(menu, position);
+        if (std::find(commands.begin(), commands.end(), command) != commands.end()) {
+            EnableMenuItem(menu, command, MF_BYCOMMAND | MF_GRAYED);
+        }
+    };
+    if (!FLVOptions->EnableRename()) {
+        disable(count - 3, {30738, 30995, 80});
+    }
+    if (!FLVOptions->EnableDelete()) {
+        disable(count - 4, {30737, 30994, 17});
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,171 @@
+#include "opensave/KxOpenDlg.h"
+
+#include "ui/Barrier.h"
+
+#include <algorithm>
+
+// The library's places bar and the application's tool bar in the running dialog.
+
+namespace kx {
+
+namespace {
+
+constexpr int BarRoom = 90; ///< Pixels by which the dialog is widened for the places bar.
+
+/// The place cannot be the folder: its path begins in another place. Asking the shell about a path on a share that does
+/// not answer takes long.
+bool LiesElsewhere(const TKxPlace& place, const std::string& folder) {
+    if (place.PlaceSpecPath() != ftNone) {
+        return false;
+    }
+    const std::string path =
+        place.PlaceRegPath().empty() ? place.PlacePath() : ExtractRegStringValue(place.PlaceRegPath());
+    return path.empty() || !SameText(ExtractFileDrive(path), ExtractFileDrive(folder));
+}
+
+} // namespace
+
+bool TKxCustomOpenDialog::ShowCustomPlacesBar() const {
+    return FPlaceOptions.Visible() && (!FPlaceOptions.Native() || !PlacesBarSupported());
+}
+
+// --- Making the bar
+
+BOOL CALLBACK TKxCustomOpenDialog::MoveLeft1(HWND window, LPARAM delta) noexcept {
+    Guarded([&] {
+        // Deliberate: the height of the dialog frame, where one would expect its width.
+        KxMoveChild(Globals().GHandle1, window,
+                    CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CYDLGFRAME)), 0);
+    });
+    return TRUE;
+}
+
+/// Moves everything in the dialog aside, and its label and combo box of folders together.
+void TKxCustomOpenDialog::MakeRoomForPlaces() {
+    HWND dialog = DlgHandle();
+    HWND combo = GetDlgItem(dialog, KxFolderComboId);
+    const TRect r = KxWindowRect(combo);
+    SetWindowPos(combo, nullptr, 6, 6, CheckedAdd(Width(r), 45), Height(r),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_DEFERERASE);
+    SetWindowPos(GetDlgItem(dialog, KxFolderLabelId), nullptr, -80, 8, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_DEFERERASE);
+    KxEnumDirectChildren(dialog, MoveLeft1, BarRoom);
+    const TRect outer = KxWindowRect(dialog);
+    ResizeWindow(dialog, CheckedAdd(Width(outer), BarRoom), Height(outer));
+}
+
+void TKxCustomOpenDialog::CreatePlacesBar() {
+    auto* const form = NewForm<TKxPlacesBarFrm>(&Application());
+    FPlaceForm.Set(form);
+    form->SetParent(nullptr);
+    form->SetParentWindow(DlgHandle());
+    form->SetBorderStyle(bsNone);
+    form->Panel1->SetBorderStyle(FPlaceOptions.BorderStyle());
+    form->SetDialog(this);
+    if (!FPlaceOptions.RegistryKey().empty()) {
+        Guarded([this] { FPlaceOptions.LoadFromRegistry(); }); // the places that could be read are shown
+    }
+    form->SetAcceptFiles(FPlaceOptions.AllowDrop());
+    FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
+    form->SetBounds(4, 33, FPBWidth, form->Height());
+    form->ps1->SetAutoScroll(FPlaceOptions.AutoScroll());
+    form->Changeplace1->SetEnabled(FPlaceOptions.AllowEdit());
+    form->Deleteplace1->SetEnabled(FPlaceOptions.AllowDelete());
+    form->SetPlaces(&FPlaceOptions.Places());
+    FPlaceOptions.SetPlacesBar(form->ToolBar1);
+    FPlaceOptions.Places().UpdatePlacesOn(*form->ToolBar1);
+    form->Show();
+}
+
+/// The bar ends where the file type's combo box does.
+void TKxCustomOpenDialog::FitPlacesBar() {
+    TKxPlacesBarFrm* const form = FPlaceForm.Get();
+    if (form && form->ParentWindow() == DlgHandle()) {
+        const TRect type = KxWindowRect(Window().Item(KxFileTypeId));
+        form->SetHeight(CheckedSub(type.Bottom, KxWindowRect(Window().ListPlaceholder()).Top));
+    }
+}
+
+void TKxCustomOpenDialog::FreePlacesBar() {
+    if (TKxPlacesBarFrm* const form = FPlaceForm.Get()) {
+        form->Hide();
+        form->SetParentWindow(nullptr);
+        form->Free();
+    }
+}
+
+// --- Following the dialog
+
+void TKxCustomOpenDialog::ShowFolderInPlaces() {
+    const TKxPlacesBarFrm* const form = FPlaceForm.Get();
+    if (!form || !ShowCustomPlacesBar()) {
+        return;
+    }
+    const unique_pidl folder = Window().GetSelPathPidl();
+    const std::string folderPath = GetSelPath();
+    const auto shows = [&](const TKxPlace& place) {
+        if (!folder || LiesElsewhere(place, folderPath)) {
+            return false;
+        }
+        const unique_pidl pidl = place.GetPlacePidl(*FShellFolder.get());
+        return pidl && HRESULT_CODE(FShellFolder.get()->CompareIDs(0, folder.get(), pidl.get())) == 0;
+    };
+    TToolBar& bar = *form->ToolBar1;
+    const TKxPlaces& places = FPlaceOptions.Places();
+    const int count = std::min(bar.ButtonCount(), places.Count());
+    for (int i = 0; i < count; ++i) {
+        if (bar.Buttons(i)->Down()) {
+            if (!shows(places[i])) {
+                bar.Buttons(i)->SetDown(false);
+                bar.Buttons(i)->Repaint();
+            }
+            break;
+        }
+    }
+    for (int i = 0; i < count; ++i) {
+        if (shows(places[i])) {
+            bar.Buttons(i)->SetDown(true);
+            break;
+        }
+    }
+}
+
+// --- The application's tool bar
+
+void TKxCustomOpenDialog::BorrowToolBar() {
+    TToolBar* const bar = FTBOptions.CustomBar();
+    if (!bar) {
+        return;
+    }
+    FBorrowedBar.Set(bar);
+    FTBPrevParent.Set(bar->Parent());
+    FTBPrevVisible = bar->Visible();
+    FTBPrevRect = bar->BoundsRect();
+    bar->SetParent(nullptr);
+    bar->SetParentWindow(DlgHandle());
+    const TRect r = KxRectIn(DlgHandle(), FTB);
+    bar->SetTop(CheckedSub(CheckedSub(CheckedAdd(r.Top, Height(r) / 2), bar->Height() / 2), 1));
+    bar->SetLeft(r.Left); // until the first painting puts it at the other edge
+    bar->Show();
+}
+
+/// To the right of the dialog's own tool bar.
+void TKxCustomOpenDialog::PlaceToolBar() {
+    if (TToolBar* const bar = FBorrowedBar.Get()) {
+        bar->SetLeft(CheckedAdd(KxRectIn(DlgHandle(), FTB).Right, 1));
+    }
+}
+
+void TKxCustomOpenDialog::ReturnToolBar() {
+    if (TToolBar* const bar = FBorrowedBar.Get()) {
+        FBorrowedBar.Set(nullptr);
+        Guarded([&] {
+            bar->SetVisible(FTBPrevVisible);
+            bar->SetParentWindow(nullptr);
+            bar->SetParent(FTBPrevParent.Get());
+            bar->SetBoundsRect(FTBPrevRect);
+        });
+    }
+}
+
+} // namespace kx
