@@ -2,6 +2,7 @@
 
 #include "ui/Handles.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace kx::test {
@@ -59,6 +60,23 @@ void MakeFolders(const std::wstring& path, size_t root) {
     CreateDirectoryW(path.c_str(), nullptr);
 }
 
+/// The path under which Wine makes a new file at once. Under its Windows path it first reads the whole folder in search
+/// of the name in another letter case, which makes a folder of thousands slow to fill.
+std::wstring PathForMaking(const std::wstring& path) {
+    using TUnixName = char*(CDECL*)(const wchar_t* path);
+    static const auto unixName = reinterpret_cast<TUnixName>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+    const size_t name = path.rfind(L'\\');
+    char* const folder = unixName ? unixName(path.substr(0, name).c_str()) : nullptr;
+    if (!folder) {
+        return path;
+    }
+    std::wstring result = L"\\\\?\\unix" + ToWide(CP_UTF8, folder) + path.substr(name);
+    HeapFree(GetProcessHeap(), 0, folder);
+    std::replace(result.begin(), result.end(), L'/', L'\\');
+    return result;
+}
+
 } // namespace
 
 std::string FromUtf8(std::string_view text) { return ToBytes(CP_ACP, ToWide(CP_UTF8, text)); }
@@ -102,8 +120,8 @@ std::string TTempFolder::Path(std::string_view name) const { return ToBytes(CP_A
 std::string TTempFolder::AddFile(std::string_view name, std::string_view content) const {
     const std::wstring path = Wide(name);
     MakeFolders(path.substr(0, path.rfind(L'\\')), FPath.size());
-    const unique_hfile file(
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const unique_hfile file(CreateFileW(PathForMaking(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
     if (!file || WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr) == 0) {
         ADD_FAILURE() << "cannot write " << name << " (error " << GetLastError() << ")";
