@@ -22,6 +22,31 @@ std::string EntryFileName(HWND listView, int index) {
     return ExtractFileName(path);
 }
 
+/// Deletes items of a list, which is drawn again once, at the end, if at all.
+class TDeletions {
+public:
+    explicit TDeletions(HWND listView) : FListView(listView) {}
+    TDeletions(const TDeletions&) = delete;
+    TDeletions& operator=(const TDeletions&) = delete;
+    ~TDeletions() {
+        if (FBegun) {
+            SendMessageA(FListView, WM_SETREDRAW, TRUE, 0);
+            InvalidateRect(FListView, nullptr, TRUE);
+        }
+    }
+
+    bool Delete(int index) {
+        if (!std::exchange(FBegun, true)) {
+            SendMessageA(FListView, WM_SETREDRAW, FALSE, 0);
+        }
+        return SendMessageA(FListView, LVM_DELETEITEM, static_cast<WPARAM>(index), 0) != FALSE;
+    }
+
+private:
+    HWND FListView;
+    bool FBegun = false;
+};
+
 } // namespace
 
 const TClass& TKxFileFilter::StaticClass() {
@@ -56,11 +81,11 @@ void TKxFileFilter::ProcessViaFilter(HWND listView, const std::string& folder) {
         return;
     }
     const std::string prefix = ExcludeTrailingPathDelimiter(folder) + '\\';
+    TDeletions deletions(listView);
     int i = 0;
     // The count is asked for again each time: deletions change it, and the handler may too.
     while (i < SendMessageA(listView, LVM_GETITEMCOUNT, 0, 0)) {
-        if (Includes(prefix + EntryFileName(listView, i)) ||
-            !SendMessageA(listView, LVM_DELETEITEM, static_cast<WPARAM>(i), 0)) {
+        if (Includes(prefix + EntryFileName(listView, i)) || !deletions.Delete(i)) {
             ++i;
         }
     }

@@ -1,0 +1,218 @@
+#include "OpenDialogTest.h"
+
+namespace kx {
+namespace {
+
+using namespace test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class OpenDialogView : public TOpenDialogTest {
+protected:
+    void LogStyles() {
+        Dialog.SetOnSelectionStyleChanging([this](TObject* sender, TViewStyle style, bool& allow) {
+            EXPECT_EQ(sender, &Dialog);
+            EXPECT_TRUE(allow);
+            Log.push_back("changing to " + IntToStr(style));
+            allow = Allowed;
+        });
+        Dialog.SetOnSelectionStyleChange([this](TObject* sender, TViewStyle style) {
+            EXPECT_EQ(sender, &Dialog);
+            Log.push_back("changed to " + IntToStr(style));
+        });
+    }
+
+    /// Right-clicks an entry of the list, or its empty part.
+    void RightClick(const char* entry) const {
+        RECT r{};
+        if (entry) {
+            r.left = LVIR_LABEL;
+            SelectItem(List(), entry);
+            SendMessageA(List(), LVM_GETITEMRECT, static_cast<WPARAM>(FindItem(List(), entry)),
+                         reinterpret_cast<LPARAM>(&r));
+        } else {
+            GetClientRect(List(), &r);
+            r.left = r.right - 40;
+            r.top = r.bottom - 40;
+        }
+        POINT point{(r.left + r.right) / 2, (r.top + r.bottom) / 2};
+        ClientToScreen(List(), &point);
+        ClickAt(FromPOINT(point), mbRight);
+    }
+    /// Steps that right-click and expect the menu; `check` looks at it.
+    std::vector<TStep> MenuComes(const char* entry, std::function<void(HMENU menu)> check = {}) const {
+        return {Perform("a right click", [=, this] { RightClick(entry); }),
+                {"a menu is open", [] { return ShownMenu() != nullptr; },
+                 [=] {
+                     HWND window = ShownMenu();
+                     if (check) {
+                         check(reinterpret_cast<HMENU>(SendMessageA(window, MN_GETHMENU, 0, 0)));
+                     }
+                     PressKey(VK_ESCAPE);
+                 }},
+                Await("it is closed", [] { return ShownMenu() == nullptr; })};
+    }
+    std::vector<TStep> NoMenuComes(const char* entry) const {
+        return {Perform("a right click", [=, this] { RightClick(entry); }), Await("it has arrived", MouseInputTaken),
+                Perform("no menu", [] { EXPECT_EQ(ShownMenu(), nullptr); })};
+    }
+    void Run(std::initializer_list<std::vector<TStep>> parts) {
+        std::vector<TStep> steps{Await("the files are listed", Lists({"inner", "one.txt", "two.txt"}))};
+        for (const std::vector<TStep>& part : parts) {
+            steps.insert(steps.end(), part.begin(), part.end());
+        }
+        steps.push_back(Press(Dialog, IDCANCEL));
+        RunDialog(Dialog, steps);
+    }
+
+    bool Allowed = true;
+    std::vector<std::string> Log;
+};
+
+// --- View styles
+
+TEST_F(OpenDialogView, AClickOnDetailsIsAskedAndReported) {
+    LogStyles();
+    RunDialog(Dialog,
+              {Perform("details", [&] { PressToolButton(Dialog, 40964); }),
+               Await("they are shown", [&] { return Dialog.SelectionStyle() == vsReport; }), Press(Dialog, IDCANCEL)});
+    EXPECT_EQ(Dialog.FileListViewStyle(), lvsIcon) << "while the dialog is not shown";
+    EXPECT_THAT(Log, ElementsAre("changing to 3", "changed to 3"));
+}
+
+TEST_F(OpenDialogView, AVetoKeepsTheStyle) {
+    LogStyles();
+    Allowed = false;
+    Look(Dialog, [&] {
+        PressToolButton(Dialog, 40964);
+        EXPECT_EQ(Dialog.SelectionStyle(), vsList);
+        EXPECT_EQ(Dialog.FileListViewStyle(), lvsList);
+    });
+    EXPECT_THAT(Log, ElementsAre("changing to 3"));
+}
+
+TEST_F(OpenDialogView, SettingTheStyleIsTheShellsCommandAndFiresTheEvents) {
+    LogStyles();
+    Look(Dialog, [&] {
+        for (const TKxListViewStyle style : {lvsIcon, lvsSmallIcon, lvsReport, lvsList}) {
+            Dialog.SetFileListViewStyle(style);
+            EXPECT_EQ(Dialog.FileListViewStyle(), style);
+        }
+    });
+    EXPECT_THAT(Log, ElementsAre("changing to 0", "changed to 0", "changing to 1", "changed to 1", "changing to 3",
+                                 "changed to 3", "changing to 2", "changed to 2"));
+}
+
+TEST_F(OpenDialogView, ThumbnailsAndTilesAreReportedAsIcons) {
+    LogStyles();
+    Look(Dialog, [&] {
+        Dialog.SetFileListViewStyle(lvsThumbnail);
+        Dialog.SetFileListViewStyle(lvsTile);
+    });
+    EXPECT_THAT(Log, ElementsAre("changing to 0", "changed to 0", "changing to 0", "changed to 0"));
+}
+
+TEST_F(OpenDialogView, TheStyleStaysFromFolderToFolder) {
+    RunDialog(Dialog, {Perform("details, and another folder",
+                               [&] {
+                                   Dialog.SetFileListViewStyle(lvsReport);
+                                   Dialog.SetSelectedFolder(Folder.Path("inner"));
+                               }),
+                       {"it is shown", Lists({"deep.txt"}), [&] { EXPECT_EQ(Dialog.FileListViewStyle(), lvsReport); }},
+                       Press(Dialog, IDCANCEL)});
+}
+
+TEST_F(OpenDialogView, AHandlerMayThrowOrCloseTheDialog) {
+    Dialog.SetOnSelectionStyleChanging([](TObject*, TViewStyle, bool&) { throw Exception("no style"); });
+    Look(Dialog, [&] {
+        Dialog.SetFileListViewStyle(lvsReport);
+        EXPECT_TRUE(IsWindowVisible(Dialog.DlgHandle()));
+    });
+    EXPECT_THAT(TakeExceptions(), ElementsAre("no style"));
+    Dialog.SetOnSelectionStyleChanging({});
+    Dialog.SetOnSelectionStyleChange([&](TObject*, TViewStyle) { Dialog.CloseDialog(mrCancel); });
+    EXPECT_FALSE(RunDialog(Dialog, {Perform("a change", [&] { Dialog.SetFileListViewStyle(lvsReport); })}));
+}
+
+// --- Context menus
+
+TEST_F(OpenDialogView, BothContextMenusComeUnlessForbidden) { Run({MenuComes("one.txt"), MenuComes(nullptr)}); }
+
+TEST_F(OpenDialogView, TheMenuOfTheEmptyAreaCanBeForbidden) {
+    Dialog.ListViewStyles().SetPopupOnEmpty(false);
+    Run({NoMenuComes(nullptr), MenuComes("one.txt")});
+}
+
+TEST_F(OpenDialogView, TheMenuOfFilesCanBeForbidden) {
+    Dialog.ListViewStyles().SetPopupOnSelection(false);
+    Run({NoMenuComes("one.txt"), MenuComes(nullptr)});
+}
+
+bool IsGrayed(HMENU menu, int fromEnd) {
+    return (GetMenuState(menu, static_cast<UINT>(GetMenuItemCount(menu) - fromEnd), MF_BYPOSITION) & MF_GRAYED) != 0;
+}
+
+TEST_F(OpenDialogView, WhatIsNotEnabledIsGrayInTheMenu) {
+    Dialog.ListViewStyles().SetEnableRename(false);
+    Dialog.ListViewStyles().SetEnableDelete(false);
+    Run({MenuComes("one.txt", [](HMENU menu) {
+        EXPECT_TRUE(IsGrayed(menu, 3));
+        EXPECT_TRUE(IsGrayed(menu, 4));
+        EXPECT_FALSE(IsGrayed(menu, 1));
+    })});
+}
+
+TEST_F(OpenDialogView, RenamingAloneCanBeGray) {
+    Dialog.ListViewStyles().SetEnableRename(false);
+    Run({MenuComes("one.txt", [](HMENU menu) {
+        EXPECT_TRUE(IsGrayed(menu, 3));
+        EXPECT_FALSE(IsGrayed(menu, 4));
+    })});
+}
+
+TEST_F(OpenDialogView, WhatIsEnabledIsNotGray) {
+    Run({MenuComes("one.txt", [](HMENU menu) {
+        EXPECT_FALSE(IsGrayed(menu, 3));
+        EXPECT_FALSE(IsGrayed(menu, 4));
+    })});
+}
+
+/// A menu with entries of these command ids, shown to the shell view as one that is about to open.
+class TSampleMenu {
+public:
+    TSampleMenu(HWND view, std::initializer_list<UINT> commands) : FMenu(CreatePopupMenu()) {
+        for (const UINT command : commands) {
+            AppendMenuA(FMenu.get(), MF_STRING, command, "entry");
+        }
+        SendMessageA(view, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(FMenu.get()), 0);
+    }
+    bool Gray(UINT command) const { return (GetMenuState(FMenu.get(), command, MF_BYCOMMAND) & MF_GRAYED) != 0; }
+
+private:
+    unique_hmenu FMenu;
+};
+
+TEST_F(OpenDialogView, TheEntriesAreKnownByPlaceAndNumber) {
+    Dialog.ListViewStyles().SetEnableRename(false);
+    Dialog.ListViewStyles().SetEnableDelete(false);
+    Look(Dialog, [&] {
+        SelectItem(List(), "one.txt");
+        HWND view = Dialog.GetDVHandle();
+        const TSampleMenu xp(view, {1, 30737, 30738, 2, 3});
+        EXPECT_TRUE(xp.Gray(30737) && xp.Gray(30738));
+        const TSampleMenu older(view, {1, 30994, 30995, 2, 3});
+        EXPECT_TRUE(older.Gray(30994) && older.Gray(30995));
+        const TSampleMenu elsewhere(view, {30737, 30738, 1, 2, 3});
+        EXPECT_FALSE(elsewhere.Gray(30737) || elsewhere.Gray(30738));
+        const TSampleMenu others(view, {1, 4711, 4712, 2, 3});
+        EXPECT_FALSE(others.Gray(4711) || others.Gray(4712));
+        LVITEMA none{};
+        none.stateMask = LVIS_SELECTED;
+        SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
+        const TSampleMenu nothing(view, {1, 30737, 30738, 2, 3});
+        EXPECT_FALSE(nothing.Gray(30737) || nothing.Gray(30738));
+    });
+}
+
+} // namespace
+} // namespace kx
