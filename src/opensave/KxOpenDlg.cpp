@@ -180,6 +180,7 @@ void TKxCustomOpenDialog::DoClose() {
     const std::weak_ptr<const void> alive = Alive();
     const bool going = alive.expired(); // the closing is part of the dialog's end
     FTimer.SetEnabled(false);
+    FreePlacesBar(); // still there when the application kept WM_DESTROY from the dialog
     FreeOkButton();
     ReturnToolBar();
     if (FPlaceOptions.Visible() && !FPlaceOptions.Native() && !FPlaceOptions.RegistryKey().empty()) {
@@ -212,6 +213,7 @@ void TKxCustomOpenDialog::DoFolderChange() {
         return;
     }
     ShowFolderInPlaces();
+    RefreshSelCtrl(); // the shell shows a new list, whatever stands in the place of the one before
     PostRefreshListViewStyles();
 }
 

@@ -156,6 +156,7 @@ private:
     // Places bar
     void MakeRoomForPlaces();
     void CreatePlacesBar();
+    void KeepToolBarInside();
     void FitPlacesBar();
     void FreePlacesBar();
     void ShowFolderInPlaces();
@@ -172,6 +173,7 @@ private:
     void AlignOkButton();
     void FreeOkButton();
     void DoOKClick(TObject* sender);
+    bool ShowsFileList() const { return FListType == stStandard && VisibleControls().Contains(dcSelectionCtrl); }
     void ShowStdSelectionCtrls(bool show);
     void ShowCustomSelectionCtrl(bool show);
 

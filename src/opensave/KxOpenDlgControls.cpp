@@ -81,14 +81,12 @@ void TKxCustomOpenDialog::RefreshSelCtrl() {
     if (!DlgHandle()) {
         return;
     }
-    const bool visible = VisibleControls().Contains(dcSelectionCtrl);
-    const bool custom = FListType == stCustom;
-    if (visible && !custom) {
+    if (ShowsFileList()) {
         ShowCustomSelectionCtrl(false);
         ShowStdSelectionCtrls(true);
     } else {
         ShowStdSelectionCtrls(false);
-        ShowCustomSelectionCtrl(visible);
+        ShowCustomSelectionCtrl(VisibleControls().Contains(dcSelectionCtrl));
     }
 }
 

@@ -123,6 +123,9 @@ void TKxCustomOpenDialog::ShowFirstList() {
 
 void TKxCustomOpenDialog::DoRefreshListView(TObject*) {
     FTimer.SetEnabled(false);
+    if (!ShowsFileList() && IsWindowVisible(FDVH)) {
+        RefreshSelCtrl(); // some ways into a folder bring no notification
+    }
     if (FLVH) {
         PostMessageA(FLVH, KxRefreshStylesMessage, 0, 0);
     }

@@ -68,13 +68,30 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
     form->SetAcceptFiles(FPlaceOptions.AllowDrop());
     FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
     form->SetBounds(4, 33, FPBWidth, form->Height());
+    form->Show();
     form->ps1->SetAutoScroll(FPlaceOptions.AutoScroll());
     form->Changeplace1->SetEnabled(FPlaceOptions.AllowEdit());
     form->Deleteplace1->SetEnabled(FPlaceOptions.AllowDelete());
     form->SetPlaces(&FPlaceOptions.Places());
     FPlaceOptions.SetPlacesBar(form->ToolBar1);
     FPlaceOptions.Places().UpdatePlacesOn(*form->ToolBar1);
-    form->Show();
+}
+
+/// The dialog gets no room for the frame metric by which everything is moved too. Where its navigation bar has buttons
+/// up to the edge, the last one would be cut off.
+void TKxCustomOpenDialog::KeepToolBarInside() {
+    RECT button{};
+    const LRESULT last = SendMessageA(FTB, TB_BUTTONCOUNT, 0, 0) - 1;
+    if (!FPlaceForm ||
+        !SendMessageA(FTB, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
+        return;
+    }
+    MapWindowPoints(FTB, DlgHandle(), reinterpret_cast<POINT*>(&button), 2);
+    const TForm* const right = CustDlgParams().RightForm();
+    const int32_t edge = CheckedSub(KxClientRect(DlgHandle()).Right, right ? right->Width() : 0);
+    if (button.right > edge) {
+        KxMoveChild(DlgHandle(), FTB, edge - button.right, 0);
+    }
 }
 
 /// The bar ends where the file type's combo box does.
