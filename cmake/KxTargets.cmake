@@ -155,12 +155,12 @@ function(kx_add_program name)
     endif()
 endfunction()
 
-# kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [SOURCES file...] [LINK library...])
+# kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [FILTER filter] [SOURCES file...] [LINK library...])
 #
 # A GoogleTest program. Its tests are named preset/label/Suite.Test and carry the label: `ctest -L label`. SOURCES
-# defaults to all of the calling folder. KX_TEST_DATA is the folder's data folder, as the program reaches it.
+# defaults to all of the calling folder. FILTER, as GoogleTest has it, leaves out tests that another program runs. KX_TEST_DATA is the folder's data folder, as the program reaches it.
 function(kx_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE" "LABEL" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE" "LABEL;FILTER" "SOURCES;LINK")
     kx_glob()
     if(arg_SOURCES)
         set(KX_SOURCES ${arg_SOURCES})
@@ -191,6 +191,7 @@ function(kx_add_test name)
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 120
         TEST_PREFIX "${KX_TEST_PREFIX}${arg_LABEL}/"
+        TEST_FILTER "${arg_FILTER}"
         PROPERTIES LABELS ${arg_LABEL} TIMEOUT 120)
 endfunction()
 

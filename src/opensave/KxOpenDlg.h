@@ -156,7 +156,8 @@ private:
     // Places bar
     void MakeRoomForPlaces();
     void CreatePlacesBar();
-    void KeepToolBarInside();
+    int32_t OwnRight();
+    void KeepInside();
     void FitPlacesBar();
     void FreePlacesBar();
     void ShowFolderInPlaces();

@@ -42,7 +42,7 @@ void TKxCustomOpenDialog::WMNCPaint() {
         const TKxCustDlgParams& params = CustDlgParams();
         const int32_t barWidth = ShowCustomPlacesBar() ? FPBWidth : 0;
         PlaceFirst(CheckedAdd(CheckedAdd(params.IncX(), CX), barWidth), CheckedAdd(params.IncY(), CY));
-        KeepToolBarInside();
+        KeepInside();
         PlaceToolBar();
         AlignOkButton();
     }

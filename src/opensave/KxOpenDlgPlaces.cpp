@@ -77,20 +77,28 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
     FPlaceOptions.Places().UpdatePlacesOn(*form->ToolBar1);
 }
 
-/// The dialog gets no room for the frame metric by which everything is moved too. Where its navigation bar has buttons
-/// up to the edge, the last one would be cut off.
-void TKxCustomOpenDialog::KeepToolBarInside() {
-    RECT button{};
-    const LRESULT last = SendMessageA(FTB, TB_BUTTONCOUNT, 0, 0) - 1;
-    if (!FPlaceForm ||
-        !SendMessageA(FTB, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
+/// Right edge of the dialog's own part in client coordinates.
+int32_t TKxCustomOpenDialog::OwnRight() {
+    const TForm* const right = CustDlgParams().RightForm();
+    return CheckedSub(KxClientRect(DlgHandle()).Right, right ? right->Width() : 0);
+}
+
+/// The dialog's width does not count the frame metric by which its controls make room for the places, and counts the
+/// bar's width in place of the room made for it. What is at the right edge would be cut off.
+void TKxCustomOpenDialog::KeepInside() {
+    if (!FPlaceForm) {
         return;
     }
-    MapWindowPoints(FTB, DlgHandle(), reinterpret_cast<POINT*>(&button), 2);
-    const TForm* const right = CustDlgParams().RightForm();
-    const int32_t edge = CheckedSub(KxClientRect(DlgHandle()).Right, right ? right->Width() : 0);
-    if (button.right > edge) {
-        KxMoveChild(DlgHandle(), FTB, edge - button.right, 0);
+    const int32_t edge = OwnRight();
+    if (TForm* const right = CustDlgParams().RightForm()) {
+        right->SetLeft(edge);
+        Window().ClipUnderForms();
+    }
+    RECT button{};
+    const LRESULT last = SendMessageA(FTB, TB_BUTTONCOUNT, 0, 0) - 1;
+    if (SendMessageA(FTB, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
+        MapWindowPoints(FTB, DlgHandle(), reinterpret_cast<POINT*>(&button), 2);
+        KxMoveChild(DlgHandle(), FTB, std::min<int32_t>(edge - button.right, 0), 0);
     }
 }
 
@@ -166,10 +174,12 @@ void TKxCustomOpenDialog::BorrowToolBar() {
     bar->Show();
 }
 
-/// To the right of the dialog's own tool bar.
+/// To the right of the dialog's own tool bar, as far as there is room.
 void TKxCustomOpenDialog::PlaceToolBar() {
     if (TToolBar* const bar = FBorrowedBar.Get()) {
-        bar->SetLeft(CheckedAdd(KxRectIn(DlgHandle(), FTB).Right, 1));
+        const int32_t left = CheckedAdd(KxRectIn(DlgHandle(), FTB).Right, 1);
+        const int32_t room = std::max(CheckedSub(OwnRight(), left), 0);
+        bar->SetBounds(left, bar->Top(), std::min(Width(FTBPrevRect), room), bar->Height());
     }
 }
 

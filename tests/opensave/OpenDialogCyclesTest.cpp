@@ -1,0 +1,162 @@
+#include "CyclesTest.h"
+#include "OpenDialogTest.h"
+
+#include "ui/ComCtrlsToolBar.h"
+#include "ui/Menus.h"
+#include "ui/Registry.h"
+
+namespace kx {
+namespace {
+
+using namespace test;
+
+/// A dialog with everything switched on.
+class OpenDialogCycles : public TOpenDialogTest {
+protected:
+    OpenDialogCycles() {
+        for (TFormPtr& form : Forms) {
+            form = MakeForm(clMoneyGreen, 80, 50);
+        }
+        Item.SetCaption("Item");
+        Menu.Items().Add(&Item);
+        Bar.SetParent(Owner.get());
+    }
+    ~OpenDialogCycles() override { TRegistry().DeleteKey("Software\\KxTests"); }
+
+    void SwitchAllOn(TKxOpenDialog& dialog) {
+        dialog.PlacesBar().SetNative(false);
+        dialog.PlacesBar().SetRegistryKey("Software\\KxTests\\Cycles" + IntToStr(GetCurrentProcessId()));
+        TKxPlace& place = *dialog.PlacesBar().Places().Add();
+        place.SetPlaceName("Inner");
+        place.SetPlacePath(Folder.Path("inner"));
+        place.SetPlaceIconDll("Shell32.dll");
+        TKxCustDlgParams& params = dialog.CustDlgParams();
+        params.SetLeftForm(Forms[0].get());
+        params.SetTopForm(Forms[1].get());
+        params.SetRightForm(Forms[2].get());
+        params.SetBottomForm(Forms[3].get());
+        params.SetCustomForm(Forms[4].get());
+        params.SetPosition(dpScrCenter);
+        dialog.SetTitle("Cycles");
+        dialog.DlgItemsCaptions().SetOK("&Take");
+        dialog.SetOkButtonMenu(&Menu);
+        dialog.ToolBar().SetCustomBar(&Bar);
+        dialog.ToolBar().SetFlat(true);
+        dialog.ListViewStyles().SetGridLines(true);
+        dialog.ListViewStyles().SetEnableRename(false);
+        dialog.ExtFilter().SetEnabled(true);
+        dialog.SetOnIncludeFile(
+            [](TObject*, const std::string& name, bool& include) { include = ExtractFileName(name) != "two.txt"; });
+        dialog.SetOnEventHook([this](TMessage&) { ++Messages; });
+    }
+
+    /// What is done in a dialog before it ends.
+    void Use(TKxOpenDialog& dialog) {
+        dialog.SetSelectedFolder(Folder.Path("inner"));
+        dialog.SetSelectionType(stCustom);
+        dialog.SetSelectedFolder(Folder.Path());
+        dialog.SetSelectionType(stStandard);
+        SelectItem(ListOf(dialog), "one.txt");
+    }
+
+    /// Shows the dialog `Cycles` times, by `show`, and expects no loss beyond the system's dialog's.
+    template <class F> void ExpectNoLossOf(F show) {
+        constexpr int SystemCycles = 20;
+        TOpenDialog plain(Owner.get());
+        plain.SetInitialDir(Folder.Path());
+        plain.SetOnShow([&](TObject*) { PostMessageA(plain.DialogWindow(), WM_COMMAND, IDCANCEL, 0); });
+        const TCensus system = Growth(SystemCycles, [&] { ASSERT_FALSE(plain.Execute()); });
+        const TCensus ours = Growth(Cycles, show);
+        EXPECT_GT(Messages, Cycles);
+        ExpectNoLoss(ours, Cycles, system, SystemCycles);
+    }
+    /// Has `use` run inside the dialog once it is shown.
+    void OnceShown(TKxOpenDialog& dialog, std::function<void()> use) {
+        dialog.SetOnShow([&dialog](TObject*) { PostMessageA(dialog.DlgHandle(), WM_APP, 0, 0); });
+        dialog.SetOnEventHooking([use](TObject*, TMessage& m, bool&) {
+            if (m.Msg == WM_APP) {
+                use();
+            }
+        });
+    }
+    /// The dialog is used and ended by `end`; it returns `result`.
+    void ExpectNoLossWhenEndedBy(std::function<void()> end, bool result) {
+        SwitchAllOn(Dialog);
+        OnceShown(Dialog, [this, end] {
+            Use(Dialog);
+            end();
+        });
+        ExpectNoLossOf([&] { EXPECT_EQ(Dialog.Execute(), result); });
+    }
+
+    static constexpr int Cycles = 50;
+
+    TFormPtr Forms[5];
+    TPopupMenu Menu;
+    TMenuItem Item{nullptr};
+    TToolBar& Bar = *new TToolBar(Owner.get());
+    int Messages = 0;
+};
+
+TEST_F(OpenDialogCycles, EndedByOkLeaveNothingBehind) {
+    ExpectNoLossWhenEndedBy([this] { Dialog.CloseDialog(mrOk); }, true);
+}
+
+TEST_F(OpenDialogCycles, EndedByCancelLeaveNothingBehind) {
+    ExpectNoLossWhenEndedBy([this] { Dialog.CloseDialog(mrCancel); }, false);
+}
+
+TEST_F(OpenDialogCycles, EndedByEscapeLeaveNothingBehind) {
+    ExpectNoLossWhenEndedBy([this] { PostMessageA(List(), WM_KEYDOWN, VK_ESCAPE, 0); }, false);
+}
+
+TEST_F(OpenDialogCycles, EndedByClosingTheWindowLeaveNothingBehind) {
+    ExpectNoLossWhenEndedBy([this] { PostMessageA(Dialog.DlgHandle(), WM_CLOSE, 0, 0); }, false);
+}
+
+TEST_F(OpenDialogCycles, OfDialogsThatAreFreedWhileTheyAreShownLeaveNothingBehind) {
+    ExpectNoLossOf([&] {
+        auto& dialog = NewDialog<TKxOpenDialog>();
+        SwitchAllOn(dialog);
+        OnceShown(dialog, [&] {
+            Use(dialog);
+            dialog.Free();
+        });
+        EXPECT_FALSE(dialog.Execute());
+    });
+}
+
+TEST_F(OpenDialogCycles, WithHandlersThatThrowLeaveNothingBehind) {
+    SwitchAllOn(Dialog);
+    int thrown = 0;
+    const auto fail = [&] {
+        ++thrown;
+        throw Exception("from a handler");
+    };
+    OnceShown(Dialog, [&] {
+        Use(Dialog);
+        Dialog.SetFileListViewStyle(lvsReport);
+        SendMessageA(Dialog.DlgHandle(), WM_COMMAND, KxCmdUpLevel, 0);
+        PostMessageA(Dialog.DlgHandle(), WM_COMMAND, IDCANCEL, 0);
+    });
+    const TNotifyEvent shown = Dialog.OnShow();
+    Dialog.SetOnShow([&, shown](TObject* sender) {
+        shown(sender);
+        fail();
+    });
+    Dialog.SetOnFolderChange([&](TObject*) { fail(); });
+    Dialog.SetOnSelectionChange([&](TObject*) { fail(); });
+    Dialog.SetOnIncludeFile([&](TObject*, const std::string&, bool&) { fail(); });
+    Dialog.SetOnSelectionStyleChange([&](TObject*, TViewStyle) { fail(); });
+    Dialog.SetOnUpLevelNavigate([&](TObject*) { fail(); });
+    Dialog.SetOnFilenameChange([&](TObject*) { fail(); });
+    Dialog.SetOnClose([&](TObject*) { fail(); });
+    ExpectNoLossOf([&] {
+        EXPECT_FALSE(Dialog.Execute());
+        TakeExceptions();
+    });
+    EXPECT_GT(thrown, 7 * Cycles);
+}
+
+} // namespace
+} // namespace kx
