@@ -7,7 +7,10 @@
 #include "PlacesBench.h"
 #include "ui/Forms.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <span>
+#include <string_view>
 
 namespace kx::bench {
 
@@ -34,15 +37,36 @@ std::vector<TRow> MeasureForms() {
     return rows;
 }
 
-int Run() {
+constexpr struct {
+    const char* Name;
+    std::vector<TRow> (*Measure)();
+} groups[] = {{"paint", MeasureFirstPaint},
+              {"message", MeasureNullMessage},
+              {"forms", MeasureForms},
+              {"places", MeasurePlaces},
+              {"bar", MeasurePlacesBar}};
+
+/// Measures the groups that are named; all, when none is.
+int Run(std::span<char*> names) {
+    const auto isNamed = [&](std::string_view group) {
+        return names.empty() || std::find(names.begin(), names.end(), group) != names.end();
+    };
     std::vector<TRow> rows;
-    const auto add = [&](std::vector<TRow> more) { rows.insert(rows.end(), more.begin(), more.end()); };
     std::printf("measuring on %zu-bit code ...\n", sizeof(void*) * 8);
-    add(MeasureFirstPaint());
-    add(MeasureNullMessage());
-    add(MeasureForms());
-    add(MeasurePlaces());
-    add(MeasurePlacesBar());
+    for (const auto& group : groups) {
+        if (isNamed(group.Name)) {
+            const std::vector<TRow> more = group.Measure();
+            rows.insert(rows.end(), more.begin(), more.end());
+        }
+    }
+    if (rows.empty()) {
+        std::printf("the groups are:");
+        for (const auto& group : groups) {
+            std::printf(" %s", group.Name);
+        }
+        std::printf("\n");
+        return 1;
+    }
     Print(rows);
     return 0;
 }
@@ -51,7 +75,7 @@ int Run() {
 
 } // namespace kx::bench
 
-int main() {
+int main(int count, char** arguments) {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
-    return kx::bench::Run();
+    return kx::bench::Run({arguments + 1, arguments + count});
 }

@@ -84,6 +84,48 @@ private:
     int FState;
 };
 
+/// A picture in memory that is painted in before it is copied to the screen. It is kept from one painting to the next,
+/// since making one takes longer than painting most controls.
+class TPaintBuffer {
+public:
+    /// A buffer of at least that size for the length of a scope.
+    class TScope {
+    public:
+        TScope(HDC like, int width, int height) : FBuffer(std::move(Kept)) { // paintings may nest
+            if (!FBuffer || FBuffer->FWidth < width || FBuffer->FHeight < height) {
+                FBuffer = std::make_unique<TPaintBuffer>(like, width, height);
+            }
+        }
+        TScope(const TScope&) = delete;
+        TScope& operator=(const TScope&) = delete;
+        ~TScope() {
+            if (FBuffer->FWidth * FBuffer->FHeight <= MostPixelsKept) {
+                Kept = std::move(FBuffer);
+            }
+        }
+        HDC Handle() const { return FBuffer->FDC.get(); }
+
+    private:
+        std::unique_ptr<TPaintBuffer> FBuffer;
+    };
+
+    TPaintBuffer(HDC like, int width, int height)
+        : FWidth(width), FHeight(height), FDC(CreateCompatibleDC(like)),
+          FBitmap(CreateCompatibleBitmap(like, width, height)), FSelected(FDC.get(), FBitmap.get()) {}
+
+private:
+    static constexpr int MostPixelsKept = 512 * 512;
+    static thread_local std::unique_ptr<TPaintBuffer> Kept;
+
+    int FWidth;
+    int FHeight;
+    unique_hdc FDC;
+    unique_hbitmap FBitmap;
+    TSelectObject FSelected;
+};
+
+thread_local std::unique_ptr<TPaintBuffer> TPaintBuffer::Kept;
+
 } // namespace
 
 // --- TWinControl
@@ -120,16 +162,17 @@ void TWinControl::PaintBuffered(HDC dc, const RECT& area) {
     if (width <= 0 || height <= 0) {
         return;
     }
-    const unique_hdc memory(CreateCompatibleDC(dc));
-    const unique_hbitmap bitmap(CreateCompatibleBitmap(dc, width, height));
-    const TSelectObject selected(memory.get(), bitmap.get());
-    SetWindowOrgEx(memory.get(), area.left, area.top, nullptr);
+    const TPaintBuffer::TScope buffer(dc, width, height);
+    const HDC memory = buffer.Handle();
+    const TSavedDC unchanged(memory);
+    SetWindowOrgEx(memory, area.left, area.top, nullptr);
+    IntersectClipRect(memory, area.left, area.top, area.right, area.bottom);
     {
-        const TSavedDC saved(memory.get());
-        EraseBackground(memory.get());
-        PaintAll(memory.get());
+        const TSavedDC saved(memory);
+        EraseBackground(memory);
+        PaintAll(memory);
     }
-    BitBlt(dc, area.left, area.top, width, height, memory.get(), area.left, area.top, SRCCOPY);
+    BitBlt(dc, area.left, area.top, width, height, memory, area.left, area.top, SRCCOPY);
 }
 
 void TWinControl::PaintAll(HDC dc) {

@@ -177,8 +177,10 @@ void TCanvas::TextOut(int x, int y, const std::string& text) {
     Changing();
     const std::wstring wide = Wide(text);
     const HDC dc = Require({FontTool, BrushTool});
-    TextOutW(dc, x, y, wide.data(), static_cast<int>(wide.size()));
-    MoveToEx(dc, x + TextWidth(text), y, nullptr);
+    MoveToEx(dc, x, y, nullptr);
+    const UINT align = SetTextAlign(dc, TA_UPDATECP); // the pen goes to the end of the text
+    TextOutW(dc, 0, 0, wide.data(), static_cast<int>(wide.size()));
+    SetTextAlign(dc, align);
     Changed();
 }
 

@@ -55,6 +55,7 @@ void TKxPlaceButton::TSizedIcon::Take(unique_hicon icon) {
 
 void TKxPlaceButton::LoadIcon(TSizedIcon& icon, int32_t& field, int32_t index) {
     icon.Take(ExtractPlaceIcon(FIconDll, index));
+    FLook = {};
     field = index;
     Invalidate();
 }
@@ -75,6 +76,7 @@ void TKxPlaceButton::ShowPlace(const TKxPlace& place) {
     FIconDll = place.PlaceIconDll(); // its setter would take an icon that nobody gets to see
     FIco.Clear();
     FIcoSel.Clear();
+    FLook = {};
     std::exception_ptr error;
     const auto set = [&](void (TKxPlaceButton::*setter)(int32_t), int32_t index) {
         try {
@@ -92,27 +94,53 @@ void TKxPlaceButton::ShowPlace(const TKxPlace& place) {
 
 // --- Painting
 
+void TKxPlaceButton::TextChanged() {
+    FLook = {};
+    TToolButton::TextChanged();
+}
+
+TKxPlaceButton::TLook TKxPlaceButton::Look() {
+    return {Width(),
+            Height(),
+            Down()    ? TFrame::Sunken
+            : IsHot() ? TFrame::Raised
+                      : TFrame::None,
+            static_cast<TColor>(ColorToRGB(clBtnShadow)),
+            static_cast<TColor>(ColorToRGB(clHighlightText)),
+            Canvas().Font().Handle()};
+}
+
 void TKxPlaceButton::Paint() {
     if (!ToolBar() || Width() <= 0 || Height() <= 0) {
         return;
     }
-    OffScr.SetSize(Width(), Height());
-    TCanvas& canvas = OffScr.Canvas();
-    canvas.Brush().SetColor(clBtnShadow);
-    canvas.Pen().SetColor(clBtnShadow);
-    canvas.FillRect(ClientRect());
-    DrawIcon(canvas);
-    DrawFrame(canvas);
-    DrawCaption(canvas);
-    BitBlt(Canvas().Handle(), 0, 0, Width(), Height(), canvas.Handle(), 0, 0, SRCCOPY);
+    const TLook look = Look();
+    if (look != FLook) {
+        FLook = look;
+        DrawAll();
+    }
+    BitBlt(Canvas().Handle(), 0, 0, Width(), Height(), OffScr.Canvas().Handle(), 0, 0, SRCCOPY);
 }
 
-void TKxPlaceButton::DrawIcon(TCanvas& canvas) {
-    TSizedIcon& icon = Down() ? FIcoSel : FIco;
+void TKxPlaceButton::DrawAll() {
+    OffScr.SetSize(Width(), Height());
+    TCanvas& canvas = OffScr.Canvas();
+    canvas.Brush().SetColor(FLook.Background);
+    canvas.Font().SetColor(FLook.Text);
+    canvas.FillRect(ClientRect());
+    const TPoint extent = canvas.TextExtent(Caption());
+    const bool isSameFont = FLook.Font == canvas.Font().Handle();
+    DrawIcon(canvas, isSameFont ? extent.Y : Canvas().TextHeight(Caption()));
+    DrawFrame(canvas);
+    DrawCaption(canvas, extent);
+}
+
+void TKxPlaceButton::DrawIcon(TCanvas& canvas, int textHeight) {
+    TSizedIcon& icon = FLook.Frame == TFrame::Sunken ? FIcoSel : FIco;
     if (!icon.Empty()) {
         const TPoint size = icon.Size();
         const int left = Width() / 2 - size.X / 2;
-        const int top = Height() / 2 - size.Y / 2 - Canvas().TextHeight(Caption()) / 2;
+        const int top = Height() / 2 - size.Y / 2 - textHeight / 2;
         canvas.StretchDraw({left, top, left + size.X, top + size.Y}, icon);
     }
 }
@@ -132,14 +160,14 @@ void TKxPlaceButton::DrawFrame(TCanvas& canvas) {
         canvas.MoveTo(from.X, from.Y);
         canvas.LineTo(to.X, to.Y);
     };
-    if (Down()) {
+    if (FLook.Frame == TFrame::Sunken) {
         canvas.Pen().SetColor(clBlack);
         line({0, 0}, {right, 0});
         line({0, 0}, {0, bottom + 1});
         canvas.Pen().SetColor(clWhite);
         line({right, 0}, {right, bottom + 1});
         line({right, bottom}, {0, bottom});
-    } else if (IsHot()) {
+    } else if (FLook.Frame == TFrame::Raised) {
         canvas.Pen().SetColor(clBlack);
         line({0, bottom}, {right, bottom});
         line({right, 0}, {right, bottom + 1});
@@ -177,11 +205,8 @@ std::string TooWideBeginning(const TCanvas& canvas, const std::string& text, int
 
 } // namespace
 
-void TKxPlaceButton::DrawCaption(TCanvas& canvas) {
-    canvas.Brush().SetColor(clBtnShadow);
-    canvas.Font().SetColor(clHighlightText);
+void TKxPlaceButton::DrawCaption(TCanvas& canvas, const TPoint& extent) {
     const std::string caption = Caption();
-    const TPoint extent = canvas.TextExtent(caption);
     if (extent.X <= Width() - 4) {
         canvas.TextOut(Width() / 2 - extent.X / 2, Height() - extent.Y - 2, caption);
         return;

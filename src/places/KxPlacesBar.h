@@ -52,6 +52,7 @@ class TKxPlaceButton : public TToolButton {
 
 protected:
     void Paint() override;
+    void TextChanged() override;
 
 private:
     /// An icon that knows its size: the system takes long to tell it, and painting asks for it each time.
@@ -65,11 +66,26 @@ private:
         TPoint FSize; ///< Zero: not asked for yet.
     };
 
+    enum class TFrame : uint8_t { None, Sunken, Raised };
+
+    /// All that a picture of the button depends on, but for its caption and icons.
+    struct TLook {
+        int Width = 0;
+        int Height = 0;
+        TFrame Frame = TFrame::None;
+        TColor Background = clBlack;
+        TColor Text = clBlack;
+        HFONT Font = nullptr; ///< The icon's place depends on it.
+        bool operator==(const TLook&) const = default;
+    };
+
     IKxPlacesBar* Bar() const;
     void LoadIcon(TSizedIcon& icon, int32_t& field, int32_t index);
-    void DrawIcon(TCanvas& canvas);
+    TLook Look();
+    void DrawAll();
+    void DrawIcon(TCanvas& canvas, int textHeight);
     void DrawFrame(TCanvas& canvas);
-    void DrawCaption(TCanvas& canvas);
+    void DrawCaption(TCanvas& canvas, const TPoint& extent);
     bool IsHot() const;
 
     void MouseDown1(TObject* sender, TMouseButton button, TShiftState shift, int x, int y);
@@ -79,7 +95,8 @@ private:
     void BTNOnDragOver(TObject* sender, TObject* source, int x, int y, TDragState state, bool& accept);
     void BTNOnEndDrag(TObject* sender, TObject* target, int x, int y);
 
-    TBitmap OffScr; ///< The button is drawn here before it is copied to the screen.
+    TBitmap OffScr; ///< The button is drawn here before it is copied to the screen, and drawn anew when it has changed.
+    TLook FLook;    ///< Of what `OffScr` shows; without size: it is out of date.
     TSizedIcon FIco;
     TSizedIcon FIcoSel;
     std::string FIconDll;

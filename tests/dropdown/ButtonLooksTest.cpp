@@ -1,8 +1,8 @@
 #include "ButtonFixture.h"
 
-#include "SysColors.h"
 #include "core/FormText.h"
 #include "core/Streams.h"
+#include "support/SysColors.h"
 #include "ui/ActnList.h"
 
 namespace kx::test {

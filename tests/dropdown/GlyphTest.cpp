@@ -1,6 +1,5 @@
 #include "dropdown/KxDropDownButtonGlyph.h"
-
-#include "SysColors.h"
+#include "support/SysColors.h"
 #include "ui/Forms.h"
 
 #include <gtest/gtest.h>

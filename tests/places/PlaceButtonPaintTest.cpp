@@ -1,4 +1,5 @@
 #include "PlacesBarFixture.h"
+#include "support/SysColors.h"
 
 #include <shellapi.h>
 
@@ -259,6 +260,35 @@ TEST_F(PlaceButtonPaint, FollowsChangesAtOnce) {
     Button(0).SetIconSelIdx(8);
     Button(0).SetDown(true);
     ExpectLook(0, TLook::Down, 8, "Play");
+}
+
+TEST_F(PlaceButtonPaint, FollowsItsSize) {
+    AddPlaces({"Work"});
+    Show();
+    ExpectLook(0, TLook::Up, 3, "Work");
+    Frm->ToolBar1->SetButtonHeight(70);
+    ASSERT_EQ(Button(0).Height(), 70);
+    ExpectLook(0, TLook::Up, 3, "Work");
+    Frm->ToolBar1->SetButtonWidth(60);
+    ASSERT_EQ(Button(0).Width(), 60);
+    ExpectLook(0, TLook::Up, 3, "Work");
+}
+
+TEST_F(PlaceButtonPaint, FollowsTheSystemsColours) {
+    AddPlaces({"Work"});
+    Show();
+    const auto before = Seen(0);
+    {
+        const TSysColors colors;
+        Application().ProcessMessages();
+        Button(0).Invalidate();
+        ExpectLook(0, TLook::Up, 3, "Work");
+        EXPECT_NE(Seen(0), before);
+    }
+    Application().ProcessMessages();
+    Button(0).Invalidate();
+    ExpectLook(0, TLook::Up, 3, "Work");
+    EXPECT_EQ(Seen(0), before);
 }
 
 TEST_F(PlaceButtonPaint, UmlautsAreShown) {
