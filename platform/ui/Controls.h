@@ -204,6 +204,7 @@ private:
     bool ContextMenuInside(TMessage& message);
     void OfferKeyDown(uint16_t& key);
     void OfferKeyUp(uint16_t& key);
+    bool HasFrame() const;
     bool KeepsKey(const MSG& message);
     void FixTabOrder();
     void FocusReceived(TMessage& message);
@@ -284,6 +285,8 @@ TWinControl* FindVCLWindow(const TPoint& screenPoint); ///< The innermost window
 /// Hands a notification (WM_COMMAND, WM_NOTIFY, ...) that a foreign parent window got to the control that it is about.
 /// False when that is none of ours.
 bool ReflectMessage(TMessage& message);
+/// The windows directly inside a window, in Z order from the front. It asks the system once, not once for each.
+std::vector<HWND> DirectChildren(HWND parent);
 /// The form that the control is on, through all its parents; null when it is on none.
 TCustomForm* GetParentForm(const TControl* control);
 

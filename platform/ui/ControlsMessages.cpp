@@ -22,6 +22,11 @@ void TWinControl::WndProc(TMessage& message) {
             return;
         }
         break;
+    case WM_NCPAINT:
+        if (!HasFrame()) {
+            return; // the system would take as long to paint nothing as for the erasing
+        }
+        break;
     case WM_ERASEBKGND:
         if (!FSystemClass || NeedsBuffer()) {
             if (!NeedsBuffer()) {
@@ -281,6 +286,29 @@ TControl* FindDragTarget(const TPoint& screenPoint, bool allowDisabled) {
     }
     TControl* const graphic = windowed->ControlAtPos(windowed->ScreenToClient(screenPoint), allowDisabled);
     return graphic ? graphic : windowed;
+}
+
+namespace {
+
+struct TChildList {
+    HWND Parent;
+    std::vector<HWND> Windows;
+};
+
+BOOL CALLBACK ListChild(HWND window, LPARAM data) noexcept {
+    auto& list = *reinterpret_cast<TChildList*>(data);
+    if (GetAncestor(window, GA_PARENT) == list.Parent) {
+        list.Windows.push_back(window);
+    }
+    return TRUE;
+}
+
+} // namespace
+
+std::vector<HWND> DirectChildren(HWND parent) {
+    TChildList list{parent, {}};
+    EnumChildWindows(parent, ListChild, reinterpret_cast<LPARAM>(&list));
+    return std::move(list.Windows);
 }
 
 TWinControl* FindVCLWindow(const TPoint& screenPoint) { return WindowedAt(screenPoint, true); }

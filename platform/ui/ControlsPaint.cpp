@@ -134,6 +134,14 @@ bool TWinControl::HasGraphicControls() const { return FControls.size() != FTabLi
 
 bool TWinControl::NeedsBuffer() const { return !FSystemClass && (FDoubleBuffered || HasGraphicControls()); }
 
+/// Whether there is anything of the window outside its client area.
+bool TWinControl::HasFrame() const {
+    RECT window{};
+    RECT client{};
+    return !GetWindowRect(FHandle, &window) || !GetClientRect(FHandle, &client) ||
+           client.right != window.right - window.left || client.bottom != window.bottom - window.top;
+}
+
 void TWinControl::PaintHandler(TMessage& message) {
     if (FSystemClass && !NeedsBuffer()) {
         const TAliveGuard alive(*this);

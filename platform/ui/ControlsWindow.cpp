@@ -359,19 +359,21 @@ void TWinControl::ArrangeWindows() {
     if (!FHandle || FTabList.empty()) {
         return;
     }
-    // Asking where a window is costs a fraction of moving it.
-    HWND above = HWND_TOP;
-    HWND next = GetWindow(FHandle, GW_CHILD);
+    std::vector<HWND> wanted;
     for (const TWinControl* control : WindowOrder()) {
-        if (!control->FHandle) {
-            continue;
+        if (control->FHandle) {
+            wanted.push_back(control->FHandle);
         }
-        if (control->FHandle != next) {
-            SetWindowPos(control->FHandle, above, 0, 0, 0, 0,
-                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    }
+    std::vector<HWND> order = DirectChildren(FHandle);
+    HWND above = HWND_TOP;
+    for (size_t i = 0; i < wanted.size(); ++i) {
+        if (i >= order.size() || order[i] != wanted[i]) {
+            SetWindowPos(wanted[i], above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+            std::erase(order, wanted[i]);
+            order.insert(order.begin() + static_cast<ptrdiff_t>(std::min(i, order.size())), wanted[i]);
         }
-        above = control->FHandle;
-        next = GetWindow(above, GW_HWNDNEXT);
+        above = wanted[i];
     }
 }
 

@@ -93,11 +93,7 @@ void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy) {
 }
 
 void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
-    std::vector<HWND> children;
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        children.push_back(child);
-    }
-    for (HWND child : children) {
+    for (HWND child : DirectChildren(window)) {
         if (!callback(child, data)) {
             return;
         }

@@ -78,7 +78,7 @@ void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height) {
     ResizeWindow(FDlgHandle, width, height);
     KxSetPosition(FDlgHandle, FParams);
     // The window moves without being drawn, in the middle of its first painting: what lay outside its former place on
-    // the screen would stay unpainted.
+    // the screen would stay unpainted, and the system may be about to paint with the clipping of that place.
     RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
