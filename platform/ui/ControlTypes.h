@@ -26,6 +26,11 @@ using TShiftState = TSet<TShiftStateFlag>;
 enum TAlignment : uint8_t { taLeftJustify, taRightJustify, taCenter };
 KX_ENUM(TAlignment, "taLeftJustify", "taRightJustify", "taCenter")
 
+/// Reading order of texts. From right to left, texts that stand left otherwise stand right, and scroll bars are left:
+/// NoAlign leaves the texts where they are, ReadingOnly the scroll bars too.
+enum TBiDiMode : uint8_t { bdLeftToRight, bdRightToLeft, bdRightToLeftNoAlign, bdRightToLeftReadingOnly };
+KX_ENUM(TBiDiMode, "bdLeftToRight", "bdRightToLeft", "bdRightToLeftNoAlign", "bdRightToLeftReadingOnly")
+
 enum TScrollStyle : uint8_t { ssNone, ssHorizontal, ssVertical, ssBoth };
 KX_ENUM(TScrollStyle, "ssNone", "ssHorizontal", "ssVertical", "ssBoth")
 

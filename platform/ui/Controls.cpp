@@ -86,6 +86,11 @@ const TClass& TControl::StaticClass() {
             return !static_cast<const T&>(o).ParentFont();
         };
         c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = 1;
+        c.Property("BiDiMode", &T::BiDiMode, &T::SetBiDiMode).Stored = [](const TObject& o) {
+            return !static_cast<const T&>(o).ParentBiDiMode();
+        };
+        c.Property("ParentBiDiMode", &T::ParentBiDiMode, &T::SetParentBiDiMode).Default = 1;
+        c.Property("HelpContext", &T::HelpContext, &T::SetHelpContext).Default = 0;
         c.Property("Hint", &T::Hint, &T::SetHint);
         c.Property("ShowHint", &T::ShowHint, &T::SetShowHint).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentShowHint();
@@ -298,6 +303,10 @@ void TControl::ParentSettingsChanged() {
         FShowHint = FParent->FShowHint;
         ShowHintChanged();
     }
+    if (FParentBiDiMode && FBiDiMode != FParent->FBiDiMode) {
+        FBiDiMode = FParent->FBiDiMode;
+        BiDiModeChanged();
+    }
 }
 
 // --- Look
@@ -369,6 +378,38 @@ void TControl::SetShowHint(bool value) {
 void TControl::SetParentShowHint(bool value) {
     FParentShowHint = value;
     ParentSettingsChanged();
+}
+
+void TControl::SetBiDiMode(TBiDiMode value) {
+    FParentBiDiMode = false;
+    if (FBiDiMode != value) {
+        FBiDiMode = value;
+        BiDiModeChanged();
+    }
+}
+
+void TControl::SetParentBiDiMode(bool value) {
+    FParentBiDiMode = value;
+    ParentSettingsChanged();
+}
+
+UINT TControl::DrawTextBiDiModeFlags(UINT flags) const {
+    return UseRightToLeftReading() ? flags | DT_RTLREADING : flags;
+}
+
+TAlignment TControl::BiDiAlignment(TAlignment alignment) const {
+    if (!UseRightToLeftAlignment() || alignment == taCenter) {
+        return alignment;
+    }
+    return alignment == taLeftJustify ? taRightJustify : taLeftJustify;
+}
+
+int TControl::NearestHelpContext() const {
+    const TControl* control = this;
+    while (control->FParent && control->FHelpContext == 0) {
+        control = control->FParent;
+    }
+    return control->FHelpContext;
 }
 
 void TControl::SetText(const std::string& value) {

@@ -168,6 +168,7 @@ protected:
     void EnabledChanged() override;
     void VisibleChanged() override;
     void ShowHintChanged() override;
+    void BiDiModeChanged() override;
     void SetZOrder(bool front) override;
     HWND MessageWindow() const override { return FHandle; }
     void SetParentWindowField(HWND value) { FParentWindow = value; }
@@ -204,6 +205,7 @@ private:
     bool ContextMenuInside(TMessage& message);
     void OfferKeyDown(uint16_t& key);
     void OfferKeyUp(uint16_t& key);
+    DWORD BiDiExStyle() const;
     bool HasFrame() const;
     bool KeepsKey(const MSG& message);
     void FixTabOrder();

@@ -129,6 +129,17 @@ class TControl : public TComponent {
     bool ParentFont() const { return FParentFont; } ///< The font follows the parent's.
     void SetParentFont(bool value);
 
+    TBiDiMode BiDiMode() const { return FBiDiMode; }
+    void SetBiDiMode(TBiDiMode value);
+    bool ParentBiDiMode() const { return FParentBiDiMode; } ///< The reading order follows the parent's.
+    void SetParentBiDiMode(bool value);
+    bool UseRightToLeftReading() const { return FBiDiMode != bdLeftToRight; }
+    bool UseRightToLeftAlignment() const { return FBiDiMode == bdRightToLeft; }
+    bool UseRightToLeftScrollBar() const { return FBiDiMode == bdRightToLeft || FBiDiMode == bdRightToLeftNoAlign; }
+    /// DT_ flags with the one for the control's reading order.
+    UINT DrawTextBiDiModeFlags(UINT flags) const;
+    TAlignment BiDiAlignment(TAlignment alignment) const; ///< Left and right swapped when texts stand right.
+
     /// Caption or contents, whatever the control shows as its text.
     virtual std::string Text() const { return FText; }
     virtual void SetText(const std::string& value);
@@ -142,6 +153,11 @@ class TControl : public TComponent {
     void SetShowHint(bool value);
     bool ParentShowHint() const { return FParentShowHint; }
     void SetParentShowHint(bool value);
+
+    int HelpContext() const { return FHelpContext; } ///< Number of a topic in the program's help; 0: none.
+    void SetHelpContext(int value) { FHelpContext = value; }
+    /// The control's topic, or that of the nearest control around it that has one; 0: none has.
+    int NearestHelpContext() const;
 
     /// What a click does when there is no OnClick. The control follows the action's caption, hint and state as long as
     /// its own are the same. Not owned.
@@ -240,6 +256,7 @@ protected:
     virtual void EnabledChanged() { Invalidate(); }
     virtual void VisibleChanged();
     virtual void ShowHintChanged() {}
+    virtual void BiDiModeChanged() { Invalidate(); }
 
     // Fire their events
     virtual void DblClick();
@@ -264,7 +281,8 @@ protected:
     void RequestAlign(); ///< The parent arranges its controls again.
     void SetBoundsFields(int left, int top, int width, int height);
     void UpdateAnchorBase();
-    void ParentSettingsChanged(); ///< Takes over the parent's font, colour and hint setting where it follows them.
+    /// Takes over the parent's font, colour, hint setting and reading order where it follows them.
+    void ParentSettingsChanged();
 
 private:
     inline static TControl* CaptureControl = nullptr; ///< Took the mouse last.
@@ -293,6 +311,8 @@ private:
     TCursor FCursor = crDefault;
     TCursor FDragCursor = crDrag;
     TDragMode FDragMode = dmManual;
+    TBiDiMode FBiDiMode = bdLeftToRight;
+    int FHelpContext = 0;
     std::string FText;
     std::string FHint;
     TPopupMenu* FPopupMenu = nullptr;
@@ -303,6 +323,7 @@ private:
     bool FParentFont = true;
     bool FShowHint = false;
     bool FParentShowHint = true;
+    bool FParentBiDiMode = true;
     bool FFollowing = false; ///< A value is being taken over from the parent.
     bool FClicked = false;   ///< The left button went down here.
 

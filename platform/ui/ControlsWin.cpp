@@ -310,6 +310,25 @@ void TWinControl::ColorChanged() {
 
 void TWinControl::ShowHintChanged() { ParentSettingChanged(); }
 
+DWORD TWinControl::BiDiExStyle() const {
+    return (UseRightToLeftReading() ? DWORD{WS_EX_RTLREADING} : 0) | (UseRightToLeftAlignment() ? WS_EX_RIGHT : 0) |
+           (UseRightToLeftScrollBar() ? WS_EX_LEFTSCROLLBAR : 0);
+}
+
+void TWinControl::BiDiModeChanged() {
+    if (FSystemClass) {
+        RecreateWnd(); // the system's controls look at it once
+    } else if (FHandle) {
+        constexpr DWORD all = WS_EX_RTLREADING | WS_EX_RIGHT | WS_EX_LEFTSCROLLBAR;
+        const auto style = static_cast<DWORD>(GetWindowLongA(FHandle, GWL_EXSTYLE));
+        SetWindowLongA(FHandle, GWL_EXSTYLE, static_cast<LONG>((style & ~all) | BiDiExStyle()));
+        SetWindowPos(FHandle, nullptr, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+        Invalidate();
+    }
+    ParentSettingChanged();
+}
+
 void TWinControl::ParentSettingChanged() {
     for (size_t i = 0; i < FControls.size(); ++i) {
         FControls[i]->ParentSettingsChanged();

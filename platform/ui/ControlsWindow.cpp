@@ -144,6 +144,7 @@ void TWinControl::CreateParams(TCreateParams& params) {
         params.Style |= WS_CLIPCHILDREN;
         params.ExStyle |= WS_EX_CONTROLPARENT;
     }
+    params.ExStyle |= BiDiExStyle();
     if (FAcceptFiles) {
         params.ExStyle |= WS_EX_ACCEPTFILES;
     }

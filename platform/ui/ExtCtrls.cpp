@@ -77,7 +77,9 @@ void TPanel::Paint() {
         if (!Enabled()) {
             canvas.Font().SetColor(clGrayText);
         }
-        canvas.DrawText(Text(), r, DT_SINGLELINE | DT_VCENTER | DT_EXPANDTABS | alignment[FAlignment]);
+        canvas.DrawText(
+            Text(), r,
+            DrawTextBiDiModeFlags(DT_SINGLELINE | DT_VCENTER | DT_EXPANDTABS | alignment[BiDiAlignment(FAlignment)]));
     }
 }
 

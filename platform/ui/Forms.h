@@ -176,6 +176,7 @@ private:
     void ShowWindowNow();
     void CloseModal();
     void Activated(bool active);
+    bool ShowHelp(TMessage& message);
     void ControlFocused(TWinControl& control);
     void ControlGone(const TControl& control);
     void FocusInside(); ///< Gives the focus to the active control, or to the first one.
@@ -259,6 +260,8 @@ void EnableTaskWindows(const TTaskWindowList& windows);
 
 using TExceptionEvent = TEvent<void(TObject* sender, const std::exception& e)>;
 using TMessageEvent = TEvent<void(MSG& message, bool& handled)>;
+/// Help is wanted: a HELP_ command and its data. A handler that sets `callHelp` to false has shown it.
+using THelpEvent = TEvent<void(uint16_t command, LPARAM data, bool& callHelp)>;
 using TIdleEvent = TEvent<void(TObject* sender, bool& done)>;
 
 /// What the hint window will show; a handler may change all of it.
@@ -318,6 +321,14 @@ class TApplication : public TComponent {
     void HandleException(TObject* sender);
     void ShowException(const std::exception& e);
 
+    // --- Help
+
+    const std::string& HelpFile() const { return FHelpFile; } ///< The program's help file; empty: none.
+    void SetHelpFile(const std::string& value) { FHelpFile = value; }
+    /// Shows a topic: by OnHelp, else by the system's help program when there is a help file. False: nobody did.
+    bool HelpContext(int context) { return HelpCommand(HELP_CONTEXT, context); }
+    bool HelpCommand(uint16_t command, LPARAM data);
+
     // --- Hints
 
     bool ShowHint() const { return FShowHint; }
@@ -337,6 +348,8 @@ class TApplication : public TComponent {
     void SetOnException(TExceptionEvent value) { FOnException = std::move(value); }
     const TMessageEvent& OnMessage() const { return FOnMessage; }
     void SetOnMessage(TMessageEvent value) { FOnMessage = std::move(value); }
+    const THelpEvent& OnHelp() const { return FOnHelp; }
+    void SetOnHelp(THelpEvent value) { FOnHelp = std::move(value); }
     const TIdleEvent& OnIdle() const { return FOnIdle; }
     void SetOnIdle(TIdleEvent value) { FOnIdle = std::move(value); }
     const TNotifyEvent& OnHint() const { return FOnHint; }
@@ -393,6 +406,8 @@ private:
     HWND FDialogHandle = nullptr;
     bool FTerminated = false;
     bool FShowMainForm = true;
+    bool FHelpOpened = false; ///< The system's help program may be open for us.
+    std::string FHelpFile;
     int FModalLevel = 0;
     std::vector<TCustomForm*> FReleased;
 
@@ -408,6 +423,7 @@ private:
     TExceptionEvent FOnException;
     TMessageEvent FOnMessage;
     TIdleEvent FOnIdle;
+    THelpEvent FOnHelp;
     TNotifyEvent FOnHint;
     TShowHintEvent FOnShowHint;
     TNotifyEvent FOnActivate;

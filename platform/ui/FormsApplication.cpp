@@ -82,6 +82,9 @@ TApplication::~TApplication() {
     CancelHint();
     FHintWindow.reset();
     DestroyComponents();
+    if (FHelpOpened) {
+        WinHelpA(FHandle, FHelpFile.c_str(), HELP_QUIT, 0);
+    }
     TheApplication = nullptr;
     DestroyWindow(FHandle);
     FHandle = nullptr;
@@ -140,6 +143,19 @@ int TApplication::MessageBox(const std::string& text, const std::string& caption
     }
     ModalFinished();
     return result;
+}
+
+bool TApplication::HelpCommand(uint16_t command, LPARAM data) {
+    bool callHelp = true;
+    FOnHelp(command, data, callHelp);
+    if (!callHelp) {
+        return true;
+    }
+    if (FHelpFile.empty() || !WinHelpA(FHandle, FHelpFile.c_str(), command, static_cast<ULONG_PTR>(data))) {
+        return false;
+    }
+    FHelpOpened = true;
+    return true;
 }
 
 // --- Exceptions

@@ -312,6 +312,25 @@ void TCustomForm::SaveWindowState() {
 
 // --- Messages
 
+/// F1, or a click for help, somewhere in the form; inner windows pass it on.
+bool TCustomForm::ShowHelp(TMessage& message) {
+    const auto& info = message.LParamAs<HELPINFO>();
+    if (info.iContextType != HELPINFO_WINDOW) {
+        return false;
+    }
+    const TControl* control = nullptr;
+    for (HWND window = static_cast<HWND>(info.hItemHandle); window && !control;
+         window = GetAncestor(window, GA_PARENT)) {
+        control = FindControl(window); // the focus may be in an inner window of the system's
+    }
+    const int context = control ? control->NearestHelpContext() : HelpContext();
+    if (context == 0) {
+        return false;
+    }
+    message.Result = Application().HelpContext(context);
+    return true;
+}
+
 void TCustomForm::WndProc(TMessage& message) {
     switch (message.Msg) {
     case WM_CLOSE: Close(); return;
@@ -327,6 +346,11 @@ void TCustomForm::WndProc(TMessage& message) {
                                                               : wsNormal;
         }
         return;
+    case WM_HELP:
+        if (ShowHelp(message)) {
+            return;
+        }
+        break;
     case WM_GETMINMAXINFO: {
         TWinControl::WndProc(message);
         auto& info = message.LParamAs<MINMAXINFO>();

@@ -32,8 +32,8 @@ void TLabel::Loaded() {
 
 UINT TLabel::TextFormat() const {
     constexpr UINT alignment[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
-    return DT_EXPANDTABS | alignment[FAlignment] | (FWordWrap ? DT_WORDBREAK : 0u) |
-           (FShowAccelChar ? 0u : DT_NOPREFIX);
+    return DrawTextBiDiModeFlags(DT_EXPANDTABS | alignment[BiDiAlignment(FAlignment)] |
+                                 (FWordWrap ? DT_WORDBREAK : 0u) | (FShowAccelChar ? 0u : DT_NOPREFIX));
 }
 
 void TLabel::AdjustBounds() {
@@ -48,7 +48,7 @@ void TLabel::AdjustBounds() {
     canvas.DrawText(Text().empty() ? " " : Text(), r, TextFormat() | DT_CALCRECT);
     canvas.SetHandle(nullptr);
     const int width = FWordWrap ? Width() : (Text().empty() ? 0 : r.Right);
-    const int left = FAlignment == taRightJustify ? Left() + Width() - width : Left();
+    const int left = BiDiAlignment(FAlignment) == taRightJustify ? Left() + Width() - width : Left();
     SetBounds(left, Top(), width, r.Bottom);
 }
 
@@ -138,12 +138,16 @@ void TGroupBox::Paint() {
     }
     TRect text{8, 0, 0, height};
     canvas.Brush().SetColor(Color());
-    canvas.DrawText(Text(), text, DT_SINGLELINE | DT_CALCRECT);
+    const UINT format = DrawTextBiDiModeFlags(DT_SINGLELINE);
+    canvas.DrawText(Text(), text, format | DT_CALCRECT);
     text.Right = std::min(text.Right, Width() - 8);
+    if (UseRightToLeftAlignment()) {
+        text = {Width() - text.Right, text.Top, Width() - text.Left, text.Bottom};
+    }
     if (!Enabled()) {
         canvas.Font().SetColor(clGrayText);
     }
-    canvas.DrawText(Text(), text, DT_SINGLELINE);
+    canvas.DrawText(Text(), text, format);
 }
 
 void TGroupBox::EnabledChanged() {

@@ -251,8 +251,14 @@ void TKxBitBtn::MouseLeave() {
 
 void TKxBitBtn::Click() {
     TCustomForm* const form = FKind == bkClose ? GetParentForm(this) : nullptr;
-    // No control of this framework has a help topic, so bkHelp clicks like the others.
-    form ? form->Close() : TButton::Click();
+    const int helpContext = FKind == bkHelp ? NearestHelpContext() : 0;
+    if (form) {
+        form->Close();
+    } else if (helpContext != 0) {
+        Application().HelpContext(helpContext);
+    } else {
+        TButton::Click();
+    }
 }
 
 // --- Painting
@@ -324,6 +330,7 @@ void TKxBitBtn::DrawItem(const DRAWITEMSTRUCT& item) {
     plan.Caption = Caption();
     plan.Margin = FMargin;
     plan.Spacing = FSpacing;
+    plan.BiDiFlags = DrawTextBiDiModeFlags(0);
     plan.Pressing = isDown;
     plan.PressingDropDown = FPressingDropDown;
     FGlyph->Draw(*FCanvas, plan, state, false);

@@ -48,7 +48,7 @@ class TKxBitBtn : public TButton {
     void SetStyle(TButtonStyle value) { Change(FStyle, value); }
     TAlignment CaptionAlignment() const { return FAlignment; }
     void SetCaptionAlignment(TAlignment value) { Change(FAlignment, value); }
-    TBitBtnKind Kind() const { return FKind; } ///< With bkClose a click closes the form.
+    TBitBtnKind Kind() const { return FKind; } ///< A click closes the form with bkClose, shows help with bkHelp.
     void SetKind(TBitBtnKind value) { FKind = value; }
 
     /// Not owned. While it is attached, the items of its top level call their handlers through the button, which lets

@@ -31,8 +31,9 @@ TEST_F(BitBtn, ItsArrowIsTheEmbeddedPicture) {
 }
 
 TEST_F(BitBtn, PublishesItsOwnProperties) {
-    for (const char* name : {"Glyph", "Margin", "NumGlyphs", "Style", "Spacing", "CaptionAlignment", "DropDownMenu",
-                             "Action", "Anchors", "Caption", "Constraints", "Enabled", "TabStop", "Visible"}) {
+    for (const char* name :
+         {"Glyph", "Margin", "NumGlyphs", "Style", "Spacing", "CaptionAlignment", "DropDownMenu", "Action", "Anchors",
+          "BiDiMode", "ParentBiDiMode", "Caption", "Constraints", "Enabled", "TabStop", "Visible"}) {
         EXPECT_TRUE(IsPublishedProp(*Button, name)) << name;
     }
     EXPECT_THROW(SetOrdProp(*Button, "NumGlyphs", 5), ERangeError);
@@ -278,6 +279,27 @@ TEST_F(BitBtn, LooksLikeThis) {
     SendMessageA(focused->Handle(), BM_SETSTATE, TRUE, 0);
     Settle();
     EXPECT_NE(Screenshot("drop-down-button-pressed", Form->Handle()), "");
+}
+
+TEST_F(BitBtn, TheCaptionIsReadInTheControlsOrder) {
+    const auto picture = [&](const char* caption, TBiDiMode mode) {
+        Button->SetCaption(caption);
+        Button->SetBiDiMode(mode);
+        Settle();
+        std::vector<COLORREF> pixels;
+        for (int x = 8; x < 80; ++x) {
+            for (int y = 6; y < 19; ++y) {
+                pixels.push_back(Pixel(x, y));
+            }
+        }
+        return pixels;
+    };
+    Show();
+    const auto before = picture("Open!", bdLeftToRight);
+    const auto after = picture("Open!", bdRightToLeft);
+    Screenshot("drop-down-button-right-to-left", Form->Handle());
+    EXPECT_NE(after, before) << "the exclamation mark comes first from the left";
+    EXPECT_EQ(after, picture("!Open", bdLeftToRight));
 }
 
 } // namespace

@@ -102,9 +102,29 @@ TEST_F(BitBtn, ACloseButtonClosesItsForm) {
     ClickAt(At(30));
     EXPECT_TRUE(PumpUntil([&] { return !Form->Visible(); }));
     EXPECT_EQ(Clicks, 0);
+}
+
+TEST_F(BitBtn, AHelpButtonShowsTheNearestHelpTopicAroundIt) {
+    std::vector<int> topics;
+    Application().SetOnHelp([&](uint16_t command, LPARAM data, bool& callHelp) {
+        EXPECT_EQ(command, HELP_CONTEXT);
+        topics.push_back(static_cast<int>(data));
+        callHelp = false;
+    });
     Button->SetKind(bkHelp);
+    Show();
+    ClickAt(At(30));
+    EXPECT_TRUE(PumpUntil([&] { return Clicks == 1; })) << "without help the click is an ordinary one";
+    Form->SetHelpContext(12);
     Button->Click();
-    EXPECT_EQ(Clicks, 1) << "without help the click is an ordinary one";
+    Button->SetHelpContext(11);
+    Button->Click();
+    Application().SetOnHelp({});
+    EXPECT_EQ(topics, (std::vector<int>{12, 11}));
+    EXPECT_EQ(Clicks, 1);
+    Button->SetKind(bkCustom);
+    Button->Click();
+    EXPECT_EQ(Clicks, 2) << "only bkHelp shows help";
 }
 
 // --- Choices

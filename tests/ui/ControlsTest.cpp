@@ -160,6 +160,20 @@ TEST_F(ControlsTest, FontColourAndShowHintFollowTheParentUntilTheyAreSet) {
     EXPECT_EQ(label->Color(), clRed);
 }
 
+TEST_F(ControlsTest, DirectChildrenAreTheWindowsInsideFromTheFront) {
+    auto* const panel = Add<TPanel>(0, 0, 100, 50);
+    auto* const edit = Add<TEdit>(0, 60, 50, 20);
+    auto* const inner = Add<TEdit>(0, 0, 50, 20, panel);
+    auto* const combo = Add<TComboBox>(0, 100, 50, 20); // has an edit of the system's inside
+    Form->Handle();
+    EXPECT_EQ(DirectChildren(Form->Handle()), (std::vector<HWND>{combo->Handle(), edit->Handle(), panel->Handle()}));
+    EXPECT_EQ(DirectChildren(panel->Handle()), std::vector<HWND>{inner->Handle()});
+    EXPECT_TRUE(DirectChildren(inner->Handle()).empty());
+    EXPECT_TRUE(DirectChildren(reinterpret_cast<HWND>(1)).empty());
+    panel->BringToFront();
+    EXPECT_EQ(DirectChildren(Form->Handle()), (std::vector<HWND>{panel->Handle(), combo->Handle(), edit->Handle()}));
+}
+
 TEST_F(ControlsTest, MouseEventsComeInOrderWithClientCoordinates) {
     std::vector<std::string> log;
     auto* const panel = Add<TPanel>(50, 60, 100, 80);
