@@ -61,6 +61,22 @@ void TCollectionItem::Changed(bool allItems) {
 
 // --- TCollection
 
+namespace {
+
+/// Makes changes that are told as one, also when one of them throws.
+template <class F> void AsOneUpdate(TCollection& collection, F&& change) {
+    collection.BeginUpdate();
+    try {
+        change();
+    } catch (...) {
+        collection.EndUpdate();
+        throw;
+    }
+    collection.EndUpdate();
+}
+
+} // namespace
+
 const TClass& TCollection::StaticClass() {
     static const TClassBuilder<TCollection> cls("TCollection", TPersistent::StaticClass());
     return cls.Class();
@@ -89,10 +105,11 @@ TCollectionItem* TCollection::Insert(int index) {
     if (index < 0 || index > Count()) {
         throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
     }
-    BeginUpdate();
-    TCollectionItem* const item = FCreateItem(this);
-    item->SetIndex(index);
-    EndUpdate();
+    TCollectionItem* item = nullptr;
+    AsOneUpdate(*this, [&] {
+        item = FCreateItem(this);
+        item->SetIndex(index);
+    });
     return item;
 }
 
@@ -102,11 +119,11 @@ void TCollection::Clear() {
     if (FItems.empty()) {
         return;
     }
-    BeginUpdate();
-    while (!FItems.empty()) {
-        FItems.back()->Free(); // takes itself off the list
-    }
-    EndUpdate();
+    AsOneUpdate(*this, [this] {
+        while (!FItems.empty()) {
+            FItems.back()->Free(); // takes itself off the list
+        }
+    });
 }
 
 TCollectionItem* TCollection::FindItemID(int id) const {
@@ -129,17 +146,12 @@ void TCollection::Assign(const TPersistent* source) {
     if (other == this) {
         return;
     }
-    BeginUpdate();
-    try {
+    AsOneUpdate(*this, [&] {
         Clear();
         for (const TCollectionItem* item : other->FItems) {
             Add()->Assign(item);
         }
-    } catch (...) {
-        EndUpdate();
-        throw;
-    }
-    EndUpdate();
+    });
 }
 
 void TCollection::Update(TCollectionItem*) {}

@@ -1,5 +1,6 @@
 #include "core/SysUtils.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <optional>
@@ -9,6 +10,7 @@ namespace kx {
 namespace {
 
 std::array<bool, 256> LeadBytes{};
+bool CodePageIsUtf8 = false;
 
 char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -72,6 +74,21 @@ bool EndsInBackslash(std::string_view path) { return !path.empty() && LastDelimi
 
 bool IsLeadByte(char c) { return LeadBytes[static_cast<unsigned char>(c)]; }
 void SetLeadByte(unsigned char c, bool isLead) { LeadBytes[c] = isLead; }
+void SetCodePageIsUtf8(bool value) { CodePageIsUtf8 = value; }
+
+void RaiseRangeError() { throw ERangeError("Range check error"); }
+
+size_t NextCharacter(std::string_view text, size_t at) {
+    if (at >= text.size()) {
+        return text.size();
+    }
+    at += IsLeadByte(text[at]) ? 2u : 1u;
+    const auto continues = [&] { return (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80; };
+    while (CodePageIsUtf8 && at < text.size() && continues()) {
+        ++at;
+    }
+    return std::min(at, text.size());
+}
 
 size_t FindChar(std::string_view text, char c, size_t start) {
     for (size_t i = start; i < text.size(); ++i) {

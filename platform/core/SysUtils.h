@@ -64,6 +64,9 @@ private:
     uint32_t FErrorCode;
 };
 
+/// @throws ERangeError "Range check error"
+[[noreturn]] void RaiseRangeError();
+
 // --- Text. Letters beyond ASCII are left alone unless a routine says otherwise.
 
 std::string UpperCase(std::string_view text);            ///< ASCII letters only.
@@ -80,11 +83,15 @@ int64_t StrToIntDef(std::string_view text, int64_t fallback);
 std::string Format(std::string_view pattern, std::initializer_list<std::string_view> args);
 
 // --- Multi-byte code pages. A lead byte and the byte behind it are one character, whose second byte may look like a
-// backslash or a quote. The window layer announces the lead bytes of the process's code page once, at start-up; UTF-8
-// has none, since no byte of a longer character looks like an ASCII one there.
+// backslash or a quote. The window layer announces the lead bytes of the process's code page, or that it is UTF-8,
+// once, at start-up; UTF-8 has no lead bytes, since no byte of a longer character looks like an ASCII one there.
 
 bool IsLeadByte(char c);
 void SetLeadByte(unsigned char c, bool isLead);
+void SetCodePageIsUtf8(bool value);
+
+/// Where the character at `at` ends; at most the text's length.
+size_t NextCharacter(std::string_view text, size_t at);
 
 /// Position of the first `c` that is a character of its own, from `start` on; npos when there is none.
 size_t FindChar(std::string_view text, char c, size_t start = 0);

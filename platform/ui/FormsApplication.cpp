@@ -33,6 +33,7 @@ void InstallCodePage() {
     for (unsigned c = 0x80; c <= 0xFF; ++c) {
         SetLeadByte(static_cast<unsigned char>(c), IsDBCSLeadByte(static_cast<BYTE>(c)) != 0);
     }
+    SetCodePageIsUtf8(GetACP() == CP_UTF8);
     SetFormTextCodec([](std::string_view utf8) { return Convert(utf8, CP_UTF8, CP_ACP); },
                      [](std::string_view ansi) { return Convert(ansi, CP_ACP, CP_UTF8); });
 }

@@ -91,6 +91,32 @@ TEST(Collection, IndicesOutOfBoundsAreErrors) {
     EXPECT_THAT(entries.Values(), ElementsAre(1));
 }
 
+TEST(Collection, AnItemThatCannotBeMadeLeavesItTellingOfChanges) {
+    class TFailing : public TCollection {
+    public:
+        TFailing()
+            : TCollection(TEntry::StaticClass(), [this](TCollection* c) -> TCollectionItem* {
+                  if (Fails) {
+                      throw Exception("no item");
+                  }
+                  return new TEntry(c);
+              }) {}
+        bool Fails = true;
+        int Updates = 0;
+
+    protected:
+        void Update(TCollectionItem*) override { ++Updates; }
+    };
+    TFailing items;
+    EXPECT_THROW(items.Insert(0), Exception);
+    EXPECT_EQ(items.Count(), 0);
+    items.Fails = false;
+    const int before = items.Updates;
+    items.Insert(0);
+    EXPECT_EQ(items.Count(), 1);
+    EXPECT_EQ(items.Updates, before + 1);
+}
+
 TEST(Collection, IdsAreNeverUsedAgain) {
     TEntries entries;
     entries.AddValue(1);

@@ -174,6 +174,35 @@ TEST(FileNames, TrailingBackslashes) {
     EXPECT_EQ(ExcludeTrailingPathDelimiter(""), "");
 }
 
+TEST(Text, TheNextCharacterBeginsBehindAllBytesOfThisOne) {
+    EXPECT_EQ(NextCharacter("ab", 0), 1u);
+    EXPECT_EQ(NextCharacter("ab", 1), 2u);
+    EXPECT_EQ(NextCharacter("ab", 2), 2u);
+    EXPECT_EQ(NextCharacter("", 0), 0u);
+    {
+        const TLeadByte lead(0x83);
+        EXPECT_EQ(NextCharacter("\x83\\b", 0), 2u);
+        EXPECT_EQ(NextCharacter("\x83", 0), 1u) << "cut off";
+    }
+    const std::string text = "\xC3\xB6\xE2\x82\xAC"; // o with dots, and the euro sign
+    EXPECT_EQ(NextCharacter(text, 0), 1u) << "a code page of single bytes";
+    SetCodePageIsUtf8(true);
+    EXPECT_EQ(NextCharacter(text, 0), 2u);
+    EXPECT_EQ(NextCharacter(text, 2), 5u);
+    EXPECT_EQ(NextCharacter(text.substr(0, 4), 2), 4u) << "cut off";
+    SetCodePageIsUtf8(false);
+}
+
+TEST(Errors, ARangeErrorHasItsText) {
+    std::string text;
+    try {
+        RaiseRangeError();
+    } catch (const ERangeError& e) {
+        text = e.what();
+    }
+    EXPECT_EQ(text, "Range check error");
+}
+
 TEST(FileNames, TheSecondByteOfACharacterIsNoBackslash) {
     const TLeadByte lead(0x83);
     const std::string so = "\x83\\"; // one letter
