@@ -135,7 +135,7 @@ void TButtonGlyph::SetGlyph(const TBitmap* value) {
 
 void TButtonGlyph::SetNumGlyphs(TNumGlyphs value) {
     if (value > 4) {
-        throw ERangeError("Range check error");
+        RaiseRangeError();
     }
     if (value != FNumGlyphs && value > 0) {
         Invalidate();

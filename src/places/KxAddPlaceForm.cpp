@@ -87,8 +87,12 @@ void TKxAddPlaceFrm::InitControls() {
     InitTarget();
     eIconLib->SetText(FPlace->PlaceIconDll());
     btnShowIconsClick(btnShowIcons);
-    FNormal.SetIndex(FPlace->PlaceIcon());
-    FHot.SetIndex(FPlace->PlaceHotIcon());
+    ChooseIcons(FPlace->PlaceIcon(), FPlace->PlaceHotIcon());
+}
+
+void TKxAddPlaceFrm::ChooseIcons(int32_t normal, int32_t hot) {
+    FNormal.SetIndex(normal);
+    FHot.SetIndex(hot);
 }
 
 void TKxAddPlaceFrm::InitTarget() {
@@ -124,7 +128,7 @@ void TKxAddPlaceFrm::chkAutoCapClick(TObject*) { eShort->SetEnabled(!chkAutoCap-
 TKxSpecShellFolder TKxAddPlaceFrm::ChosenSpecFolder() const {
     const int index = ePath->ItemIndex();
     if (index < 0 || index >= static_cast<int>(offeredFolders.size())) {
-        throw ERangeError("Range check error");
+        RaiseRangeError();
     }
     return offeredFolders[static_cast<size_t>(index)];
 }

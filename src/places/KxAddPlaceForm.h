@@ -60,6 +60,8 @@ class TKxAddPlaceFrm : public TForm {
 
     /// Shows what the place holds; does nothing without one. A message box tells when its icon file has no icons.
     void InitControls();
+    /// Chooses icons of the file; those that it does not have stay chosen until the user takes others.
+    void ChooseIcons(int32_t normal, int32_t hot);
 
     // --- Handlers
 

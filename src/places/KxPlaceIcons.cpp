@@ -8,7 +8,7 @@ namespace kx {
 
 unique_hicon ExtractPlaceIcon(const std::string& file, int32_t index) {
     if (index < 0) {
-        throw ERangeError("Range check error");
+        RaiseRangeError();
     }
     const auto instance = reinterpret_cast<HINSTANCE>(Application().Handle());
     const HICON icon = ExtractIconA(instance, file.c_str(), static_cast<UINT>(index));

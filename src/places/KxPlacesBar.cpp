@@ -179,16 +179,6 @@ void TKxPlaceButton::DrawFrame(TCanvas& canvas) {
 
 namespace {
 
-/// Where the character at `at` ends.
-size_t NextCharacter(const std::string& text, size_t at) {
-    at += IsLeadByte(text[at]) ? 2u : 1u;
-    const auto continues = [&] { return (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80; };
-    while (GetACP() == CP_UTF8 && at < text.size() && continues()) {
-        ++at;
-    }
-    return std::min(at, text.size());
-}
-
 /// Deliberate: the shortest beginning of the text that is wider than `width`, where one would expect the longest that
 /// is not. The caption's rectangle cuts off the excess.
 std::string TooWideBeginning(const TCanvas& canvas, const std::string& text, int width) {

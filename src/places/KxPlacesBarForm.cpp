@@ -176,13 +176,6 @@ std::vector<std::string> DroppedNames(HDROP drop) {
     return names;
 }
 
-void ChooseIcon(TDrawGrid& grid, int index) {
-    if (index < grid.ColCount()) {
-        grid.SetCol(index);
-        grid.SetLeftCol(index);
-    }
-}
-
 /// Proposes a place for a file or folder. The form may have served another one before.
 void Propose(TKxAddPlaceFrm& form, const std::string& name) {
     form.cbTargetType->SetItemIndex(0);
@@ -195,8 +188,7 @@ void Propose(TKxAddPlaceFrm& form, const std::string& name) {
     form.eIconLib->SetText("Shell32.dll");
     form.btnShowIconsClick(form.btnShowIcons);
     const bool isFolder = IsFolder(name);
-    ChooseIcon(*form.dg1, isFolder ? 3 : 0);
-    ChooseIcon(*form.dg2, isFolder ? 4 : 0);
+    form.ChooseIcons(isFolder ? 3 : 0, isFolder ? 4 : 0);
 }
 
 } // namespace

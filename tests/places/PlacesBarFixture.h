@@ -41,6 +41,48 @@ protected:
     std::vector<std::string> ExpectedErrors; ///< Of exceptions that reach the application.
 };
 
+/// Logs what it is told.
+class TLoggingHost final : public IKxPlacesHost {
+public:
+    HWND GetCommonDialogHandle() const override { return nullptr; }
+    std::string GetSelPath() const override { return "here"; }
+    void SetSelPath(const std::string& path) override {
+        Log.push_back(path);
+        if (OnSetSelPath) {
+            OnSetSelPath();
+        }
+    }
+    void SetFNameText(const std::string& text) override { Log.push_back("name " + text); }
+
+    std::vector<std::string> Log;
+    TAction OnSetSelPath;
+};
+
+class PlacesBar : public TPlacesBarTest {
+protected:
+    void SetPaths(const std::string& path) {
+        for (int i = 0; i < Options.Places().Count(); ++i) {
+            Options.Places()[i].SetPlacePath(path);
+        }
+    }
+    /// Clicks a button and waits until it is down.
+    void ClickButton(int index) {
+        TKxPlaceButton* const button = &Button(index);
+        ClickAt(Middle(index));
+        ASSERT_TRUE(PumpUntil([&] { return button->Down(); }));
+    }
+    std::vector<TKxPlaceButton*> AllButtons() const {
+        std::vector<TKxPlaceButton*> buttons;
+        for (int i = 0; i < Frm->ToolBar1->ButtonCount(); ++i) {
+            buttons.push_back(&Button(i));
+        }
+        return buttons;
+    }
+
+    TTempFolder Folder{"bar"};
+    TLoggingHost Dialog;
+};
+
 /// The pixels of a part of a window as it is on the screen, or of a picture, by rows from the top; 0x00RRGGBB.
 std::vector<uint32_t> PixelsOf(HDC dc, const TRect& rect);
 
