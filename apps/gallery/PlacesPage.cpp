@@ -5,8 +5,10 @@
 #include "ui/Registry.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <shellapi.h>
+#include <shlobj.h>
 #include <vector>
 
 namespace kx::gallery {
@@ -48,14 +50,45 @@ std::unique_ptr<std::vector<WIN32_FIND_DATAA>> EntriesOf(const std::string& fold
     return entries;
 }
 
+/// The drives, as entries.
+std::unique_ptr<std::vector<WIN32_FIND_DATAA>> Drives() {
+    char names[4 * 26 + 1] = "";
+    GetLogicalDriveStringsA(sizeof names, names);
+    auto entries = std::make_unique<std::vector<WIN32_FIND_DATAA>>();
+    for (const char* name = names; *name; name += std::strlen(name) + 1) {
+        WIN32_FIND_DATAA& entry = entries->emplace_back();
+        entry.dwFileAttributes = FILE_ATTRIBUTE_DIRECTORY;
+        std::string(name).copy(entry.cFileName, MAX_PATH - 1);
+    }
+    return entries;
+}
+
+std::string DesktopFolder() {
+    unique_pidl pidl;
+    SHGetSpecialFolderLocation(nullptr, CSIDL_DESKTOPDIRECTORY, pidl.put());
+    return GetPathFromPIDL(pidl.get());
+}
+
 } // namespace
+
+const TClass& TLookInBox::StaticClass() {
+    static const TClassBuilder<TLookInBox> cls("TLookInBox", TComboBox::StaticClass(), [](auto& c) { c.Creatable(); });
+    return cls.Class();
+}
+
+void TLookInBox::CreateWnd() {
+    constexpr LONG_PTR lookInId = 1137;
+    TComboBox::CreateWnd();
+    SetWindowLongPtrA(WindowHandle(), GWLP_ID, lookInId);
+}
 
 const TClass& TPlacesPage::StaticClass() {
     static const TClassBuilder<TPlacesPage> cls("TPlacesPage", TGalleryPage::StaticClass(), [](auto& c) {
         c.Field("BarPanel", &TPlacesPage::BarPanel);
-        c.Field("FolderEdit", &TPlacesPage::FolderEdit);
+        c.Field("FolderBox", &TPlacesPage::FolderBox);
         c.Field("FileList", &TPlacesPage::FileList);
         c.Field("NameEdit", &TPlacesPage::NameEdit);
+        c.Method("FolderBoxClick", &TPlacesPage::FolderBoxClick);
         c.Method("UpButtonClick", &TPlacesPage::UpButtonClick);
         c.Method("OpenButtonClick", &TPlacesPage::OpenButtonClick);
         c.Method("ResetButtonClick", &TPlacesPage::ResetButtonClick);
@@ -121,21 +154,28 @@ void TPlacesPage::AddSamplePlaces() {
     struct TSamplePlace {
         const char* Caption;
         const char* Hint;
-        std::string Path; ///< Empty: the user's documents.
-        int Icon;         ///< Of the program.
+        std::string Path;
+        TKxSpecShellFolder Folder; ///< Where there is no path.
+        std::string IconFile;
+        int Icon;
     };
+    const std::string program = Application().ExeName();
+    const std::string shell = "Shell32.dll";
     FOptions.Places().Clear();
     for (const TSamplePlace& sample :
-         {TSamplePlace{"Samples", "All samples", Samples().Folder(), 0},
-          TSamplePlace{"Drawings", "A folder", Samples().Path("Drawings"), 1},
-          TSamplePlace{"Alpine lake", "A file: its folder, and its name", Samples().Path("Alpine lake.bmp"), 2},
-          TSamplePlace{"Documents", "A special folder of the shell", {}, 3}}) {
+         {TSamplePlace{"Samples", "All samples", Samples().Folder(), ftNone, program, 0},
+          TSamplePlace{"Drawings", "A folder", Samples().Path("Drawings"), ftNone, program, 1},
+          TSamplePlace{"Alpine lake", "A file: its folder, and its name", Samples().Path("Alpine lake.bmp"), ftNone,
+                       program, 2},
+          TSamplePlace{"Documents", "A special folder of the shell", {}, ftPersonal, program, 3},
+          TSamplePlace{"Desktop", "Picked in the folder box", {}, ftDesktop, shell, 34},
+          TSamplePlace{"Computer", "Picked in the folder box", {}, ftDrives, shell, 15}}) {
         TKxPlace& place = *FOptions.Places().Add();
         place.SetPlaceName(sample.Caption);
         place.SetPlaceDesc(sample.Hint);
         place.SetPlacePath(sample.Path);
-        place.SetPlaceSpecPath(sample.Path.empty() ? ftPersonal : ftNone);
-        place.SetPlaceIconDll(Application().ExeName());
+        place.SetPlaceSpecPath(sample.Folder);
+        place.SetPlaceIconDll(sample.IconFile);
         place.SetPlaceIcon(sample.Icon);
         place.SetPlaceHotIcon(sample.Icon);
     }
@@ -149,13 +189,13 @@ void TPlacesPage::ResetButtonClick(TObject*) {
 // --- Files
 
 void TPlacesPage::SetSelPath(const std::string& path) {
-    const auto entries = EntriesOf(path);
+    const auto entries = path.empty() ? Drives() : EntriesOf(path);
     if (!entries) {
         Report("There is no folder \"" + path + "\".");
         return;
     }
     FFolder = path;
-    FolderEdit->SetText(path);
+    ShowFolderInBox();
     NameEdit->SetText("");
     FileList->Items().BeginUpdate();
     FileList->Items().Clear();
@@ -163,6 +203,28 @@ void TPlacesPage::SetSelPath(const std::string& path) {
         AddEntry(entry);
     }
     FileList->Items().EndUpdate();
+}
+
+void TPlacesPage::ShowFolderInBox() {
+    TStrings& items = FolderBox->Items();
+    items.BeginUpdate();
+    items.Clear();
+    items.Add(GetSpecFolderName(ftDesktop));
+    items.Add(GetSpecFolderName(ftDrives));
+    const bool isDesktop = SameText(FFolder, DesktopFolder());
+    if (!FFolder.empty() && !isDesktop) {
+        items.Add(FFolder);
+    }
+    items.EndUpdate();
+    FolderBox->SetItemIndex(isDesktop ? 0 : items.Count() - 1);
+}
+
+void TPlacesPage::FolderBoxClick(TObject*) {
+    if (FolderBox->ItemIndex() == 0) {
+        SetSelPath(DesktopFolder());
+    } else if (FolderBox->ItemIndex() == 1) {
+        SetSelPath("");
+    }
 }
 
 void TPlacesPage::AddEntry(const WIN32_FIND_DATAA& entry) {
@@ -181,11 +243,13 @@ void TPlacesPage::FileListSelectItem(TObject*, TListItem* item, bool selected) {
 }
 
 void TPlacesPage::UpButtonClick(TObject*) {
-    SetSelPath(IncludeTrailingPathDelimiter(ExtractFilePath(ExcludeTrailingPathDelimiter(FFolder))));
+    const std::string folder = ExcludeTrailingPathDelimiter(FFolder);
+    const bool isDrive = SameText(folder, ExtractFileDrive(folder));
+    SetSelPath(isDrive ? "" : IncludeTrailingPathDelimiter(ExtractFilePath(folder)));
 }
 
 void TPlacesPage::OpenButtonClick(TObject*) {
-    const std::string path = IncludeTrailingPathDelimiter(FFolder) + NameEdit->Text();
+    const std::string path = (FFolder.empty() ? "" : IncludeTrailingPathDelimiter(FFolder)) + NameEdit->Text();
     const DWORD attributes = GetFileAttributesA(path.c_str());
     if (NameEdit->Text().empty() || attributes == INVALID_FILE_ATTRIBUTES) {
         Report("No file is chosen.");
@@ -225,7 +289,7 @@ void TPlacesPage::TryRegistry(TTour& tour) {
     for (int i = 0; i < stored.Places().Count(); ++i) {
         captions += (i == 0 ? "" : ", ") + stored.Places()[i].PlaceName();
     }
-    tour.Expect("places in the registry", captions, "Samples, Drawings, Alpine lake, Documents");
+    tour.Expect("places in the registry", captions, "Samples, Drawings, Alpine lake, Documents, Desktop, Computer");
 }
 
 void TPlacesPage::AddTour(TTour& tour) {
@@ -251,6 +315,20 @@ void TPlacesPage::AddTour(TTour& tour) {
             tour.Expect("places bar", IncludeTrailingPathDelimiter(FFolder) + NameEdit->Text(),
                         Samples().Path("Alpine lake.bmp"));
             TryRegistry(tour);
+            ClickPlace("Computer");
+        });
+    tour.Then(
+        "the drives", [this] { return FFolder.empty(); },
+        [this, &tour] {
+            tour.Picture("6-places-computer");
+            tour.Expect("folder box", FolderBox->Text(), GetSpecFolderName(ftDrives));
+            tour.Expect("the computer's first drive", FileList->Items()[0].Caption(), "C:\\");
+            ClickPlace("Desktop");
+        });
+    tour.Then(
+        "the desktop", [this] { return SameText(FFolder, DesktopFolder()); },
+        [this, &tour, kept] {
+            tour.Expect("folder box", FolderBox->Text(), GetSpecFolderName(ftDesktop));
             FOptions.SetPlaces(*kept);
             FOptions.Places().UpdatePlacesOn(*FBar->ToolBar1);
         });

@@ -24,16 +24,17 @@ object PlacesPage: TPlacesPage
     Width = 64
     Height = 13
     Caption = '&Folder:'
-    FocusControl = FolderEdit
+    FocusControl = FolderBox
   end
-  object FolderEdit: TEdit
+  object FolderBox: TLookInBox
     Left = 200
     Top = 16
     Width = 472
     Height = 21
+    Style = csDropDownList
     Anchors = [akLeft, akTop, akRight]
-    ReadOnly = True
     TabOrder = 1
+    OnClick = FolderBoxClick
   end
   object UpButton: TButton
     Left = 680

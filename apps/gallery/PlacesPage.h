@@ -11,6 +11,17 @@
 
 namespace kx::gallery {
 
+/// The box in which the user picks a folder. It has the control id of the one in the system's dialogs, by which the
+/// places bar finds it.
+class TLookInBox : public TComboBox {
+    KX_CLASS()
+
+    using TComboBox::TComboBox;
+
+protected:
+    void CreateWnd() override;
+};
+
 /// The library's places bar beside a list of files, which it navigates. The registry keeps its places.
 class TPlacesPage : public TGalleryPage, public IKxPlacesHost {
     KX_CLASS()
@@ -22,10 +33,11 @@ class TPlacesPage : public TGalleryPage, public IKxPlacesHost {
 
     HWND GetCommonDialogHandle() const override { return WindowHandle(); }
     std::string GetSelPath() const override { return FFolder; }
-    /// Lists the folder's files; a path that is none is reported.
+    /// Lists the folder's files, or the drives for an empty path; a path that is no folder is reported.
     void SetSelPath(const std::string& path) override;
     void SetFNameText(const std::string& text) override { NameEdit->SetText(text); }
 
+    void FolderBoxClick(TObject* sender);
     void UpButtonClick(TObject* sender);
     void OpenButtonClick(TObject* sender);
     void ResetButtonClick(TObject* sender);
@@ -34,18 +46,19 @@ class TPlacesPage : public TGalleryPage, public IKxPlacesHost {
 private:
     void LoadPlaces();
     void AddSamplePlaces();
+    void ShowFolderInBox();
     void AddEntry(const WIN32_FIND_DATAA& entry);
     void ClickPlace(const std::string& caption);
     void TryRegistry(TTour& tour);
 
     TPanel* BarPanel = nullptr;
-    TEdit* FolderEdit = nullptr;
+    TLookInBox* FolderBox = nullptr; ///< Desktop, computer, and the folder that is listed.
     TListView* FileList = nullptr;
     TEdit* NameEdit = nullptr;
     TKxPlacesBarOptions FOptions;
     TKxPlacesBarFrm* FBar = nullptr; ///< Owned.
     TImageList FImages;              ///< Of a file and a folder.
-    std::string FFolder;             ///< The one whose files are listed.
+    std::string FFolder;             ///< The one whose files are listed; empty: the drives are.
 };
 
 } // namespace kx::gallery
