@@ -1,6 +1,7 @@
 // Benchmarks. Each figure stands beside what it is held against, measured in the same run: only the ratios mean
 // something on another machine.
 
+#include "FileListBench.h"
 #include "FormBench.h"
 #include "OpenDialogBench.h"
 #include "PlacesBarBench.h"
@@ -40,11 +41,8 @@ std::vector<TRow> MeasureForms() {
 constexpr struct {
     const char* Name;
     std::vector<TRow> (*Measure)();
-} groups[] = {{"paint", MeasureFirstPaint},
-              {"message", MeasureNullMessage},
-              {"forms", MeasureForms},
-              {"places", MeasurePlaces},
-              {"bar", MeasurePlacesBar}};
+} groups[] = {{"paint", MeasureFirstPaint}, {"message", MeasureNullMessage}, {"forms", MeasureForms},
+              {"places", MeasurePlaces},    {"bar", MeasurePlacesBar},       {"list", MeasureFileList}};
 
 /// Measures the groups that are named; all, when none is.
 int Run(std::span<char*> names) {

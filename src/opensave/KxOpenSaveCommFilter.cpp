@@ -1,5 +1,7 @@
 #include "opensave/KxOpenSaveComm.h"
 
+#include <vector>
+
 namespace kx {
 
 namespace {
@@ -22,29 +24,30 @@ std::string EntryFileName(HWND listView, int index) {
     return ExtractFileName(path);
 }
 
-/// Deletes items of a list, which is drawn again once, at the end, if at all.
+/// Items to be deleted, in ascending order. They go at the end, the last one first, since each deletion moves all items
+/// behind it; and the list is drawn again once for all of them.
 class TDeletions {
 public:
     explicit TDeletions(HWND listView) : FListView(listView) {}
     TDeletions(const TDeletions&) = delete;
     TDeletions& operator=(const TDeletions&) = delete;
     ~TDeletions() {
-        if (FBegun) {
-            SendMessageA(FListView, WM_SETREDRAW, TRUE, 0);
-            InvalidateRect(FListView, nullptr, TRUE);
+        if (FItems.empty()) {
+            return;
         }
+        SendMessageA(FListView, WM_SETREDRAW, FALSE, 0);
+        for (size_t i = FItems.size(); i-- > 0;) {
+            SendMessageA(FListView, LVM_DELETEITEM, static_cast<WPARAM>(FItems[i]), 0);
+        }
+        SendMessageA(FListView, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(FListView, nullptr, TRUE);
     }
 
-    bool Delete(int index) {
-        if (!std::exchange(FBegun, true)) {
-            SendMessageA(FListView, WM_SETREDRAW, FALSE, 0);
-        }
-        return SendMessageA(FListView, LVM_DELETEITEM, static_cast<WPARAM>(index), 0) != FALSE;
-    }
+    void Add(int index) { FItems.push_back(index); }
 
 private:
     HWND FListView;
-    bool FBegun = false;
+    std::vector<int> FItems;
 };
 
 } // namespace
@@ -81,12 +84,11 @@ void TKxFileFilter::ProcessViaFilter(HWND listView, const std::string& folder) {
         return;
     }
     const std::string prefix = ExcludeTrailingPathDelimiter(folder) + '\\';
-    TDeletions deletions(listView);
-    int i = 0;
-    // The count is asked for again each time: deletions change it, and the handler may too.
-    while (i < SendMessageA(listView, LVM_GETITEMCOUNT, 0, 0)) {
-        if (Includes(prefix + EntryFileName(listView, i)) || !deletions.Delete(i)) {
-            ++i;
+    TDeletions deletions(listView); // also when the handler throws
+    // The count is asked for each time: the handler may change it.
+    for (int i = 0; i < SendMessageA(listView, LVM_GETITEMCOUNT, 0, 0); ++i) {
+        if (!Includes(prefix + EntryFileName(listView, i))) {
+            deletions.Add(i);
         }
     }
 }

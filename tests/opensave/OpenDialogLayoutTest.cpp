@@ -3,6 +3,8 @@
 #include "ui/ComCtrlsToolBar.h"
 #include "ui/Menus.h"
 
+#include <map>
+
 namespace kx {
 namespace {
 
@@ -95,6 +97,35 @@ TEST_P(OpenDialogLayout, IsCleanAtEverySize) {
         Resize(10, 10);
         Check("smallest");
     });
+}
+
+/// Where everything in the dialog is, hidden things left out.
+std::map<std::string, TRect> PlacesIn(HWND dialog) {
+    std::map<std::string, TRect> places;
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (IsWindowVisible(child)) {
+            places[ClassOf(child) + " " + std::to_string(GetDlgCtrlID(child))] = ScreenRectOf(child);
+        }
+    }
+    places["the dialog"] = ScreenRectOf(dialog);
+    return places;
+}
+
+TEST_P(OpenDialogLayout, DoesNotChangeAfterTheFirstPainting) {
+    std::map<std::string, TRect> painted;
+    Dialog.SetOnEventHook([&](TMessage& m) {
+        if (m.Msg == WM_PAINT && painted.empty()) {
+            painted = PlacesIn(Dialog.DlgHandle());
+        }
+    });
+    Dialog.ListViewStyles().SetGridLines(true);
+    const auto styled = [&] {
+        return (SendMessageA(List(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_GRIDLINES) != 0;
+    };
+    RunDialog(Dialog,
+              {Await("it is painted, and its list has its styles", [&] { return !painted.empty() && styled(); }),
+               Perform("nothing has moved", [&] { EXPECT_EQ(PlacesIn(Dialog.DlgHandle()), painted); }),
+               Press(Dialog, IDCANCEL)});
 }
 
 INSTANTIATE_TEST_SUITE_P(All, OpenDialogLayout,
