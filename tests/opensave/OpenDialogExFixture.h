@@ -1,0 +1,91 @@
+#pragma once
+
+#include "FileDlgTest.h"
+
+#include "opensave/KxOpenDlgEx.h"
+#include "ui/Registry.h"
+
+#include <string>
+#include <vector>
+
+namespace kx::test {
+
+inline std::vector<std::string> TextsOf(const TStrings& strings) {
+    std::vector<std::string> texts;
+    for (int i = 0; i < strings.Count(); ++i) {
+        texts.push_back(strings[i]);
+    }
+    return texts;
+}
+
+/// Dialogs with recent files, and a registry key of the test's own, gone at the end.
+class TExDlgTest : public TFileDlgTest {
+protected:
+    TExDlgTest() : Key("Software\\KxTests\\Recent" + IntToStr(GetCurrentProcessId())) { TRegistry().DeleteKey(Key); }
+    ~TExDlgTest() override {
+        TRegistry().DeleteKey(Key);
+        RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\KxTests");
+    }
+
+    /// A dialog whose recent files are these names, in the test's folder.
+    TKxOpenDialogEx& NewRecent(std::initializer_list<const char*> names) {
+        auto& dialog = NewDialog<TKxOpenDialogEx>();
+        TStringList files;
+        for (const char* name : names) {
+            files.Add(Folder.Path(name));
+        }
+        dialog.SetRecentFiles(files);
+        return dialog;
+    }
+
+    static HWND TabsOf(const TKxOpenDialogEx& dialog) { return dialog.TabControl()->WindowHandle(); }
+
+    static TKxOpenExRecentFrm& RecentForm(TKxOpenDialogEx& dialog) {
+        return dynamic_cast<TKxOpenExRecentFrm&>(*dialog.CustDlgParams().CustomForm());
+    }
+    static TListView& RecentList(TKxOpenDialogEx& dialog) { return *RecentForm(dialog).ListView1; }
+
+    /// Middle of a tab on the screen.
+    static TPoint TabAt(const TKxOpenDialogEx& dialog, int index) {
+        RECT r{};
+        SendMessageA(TabsOf(dialog), TCM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
+        return dialog.TabControl()->ClientToScreen({(r.left + r.right) / 2, (r.top + r.bottom) / 2});
+    }
+    /// A point of a recent file's name on the screen.
+    static TPoint FileAt(TKxOpenDialogEx& dialog, int index) {
+        TListView& list = RecentList(dialog);
+        RECT r{LVIR_LABEL, 0, 0, 0};
+        SendMessageA(list.WindowHandle(), LVM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
+        return list.ClientToScreen({r.left + 8, (r.top + r.bottom) / 2});
+    }
+
+    /// Steps that click a tab and see its content.
+    static TStep ClickTab(TKxOpenDialogEx& dialog, int index) {
+        return {"tab " + IntToStr(index) + " can be clicked", Shown(dialog),
+                [&dialog, index] { ClickAt(TabAt(dialog, index)); }};
+    }
+    static TStep AwaitRecent(TKxOpenDialogEx& dialog) {
+        return Await("the recent files are shown",
+                     [&dialog] { return IsWindowVisible(RecentList(dialog).WindowHandle()) != 0; });
+    }
+    static TStep AwaitFolder(TKxOpenDialogEx& dialog) {
+        return Await("the folder's files are shown", [&dialog] { return IsWindowVisible(ListOf(dialog)) != 0; });
+    }
+
+    /// Writes a value of the section of recent files.
+    void WriteValue(const std::string& name, const std::string& value) const {
+        TRegIniFile(Key).WriteString("RecentFiles", name, value);
+    }
+    /// The section's values as "name=text", sorted by name.
+    std::vector<std::string> StoredValues() const {
+        TStringList values;
+        TRegIniFile(Key).ReadSectionValues("RecentFiles", values);
+        std::vector<std::string> texts = TextsOf(values);
+        std::sort(texts.begin(), texts.end());
+        return texts;
+    }
+
+    const std::string Key;
+};
+
+} // namespace kx::test
