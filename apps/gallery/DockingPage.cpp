@@ -97,17 +97,12 @@ void TDockingPage::OpenButtonClick(TObject*) {
     }
 }
 
-std::string TDockingPage::SelectedPath() const {
-    const std::string name = Dialog->SelectedFiles();
-    return name.empty() ? name : IncludeTrailingPathDelimiter(Dialog->SelectedFolder()) + name;
-}
-
 void TDockingPage::DialogFolderChange(TObject*) {
     FavouritesForm->SetCurrentFolder(ExcludeTrailingPathDelimiter(Dialog->SelectedFolder()));
     PreviewForm->ShowFile({});
 }
 
-void TDockingPage::DialogSelectionChange(TObject*) { PreviewForm->ShowFile(SelectedPath()); }
+void TDockingPage::DialogSelectionChange(TObject*) { PreviewForm->ShowSelection(*Dialog); }
 
 void TDockingPage::AddTour(TTour& tour) {
     const std::string name = "Alpine lake.bmp";

@@ -24,7 +24,6 @@ class TDockingPage : public TGalleryPage {
 
 private:
     void ConnectForms();
-    std::string SelectedPath() const;
 
     TCheckBox* LeftBox = nullptr;
     TCheckBox* TopBox = nullptr;

@@ -14,11 +14,6 @@ std::string Spoken(std::string caption) {
     return caption;
 }
 
-HWND OpenMenuWindow() {
-    const HWND menu = FindWindowA("#32768", nullptr);
-    return IsWindowVisible(menu) ? menu : nullptr;
-}
-
 } // namespace
 
 const TClass& TDropDownPage::StaticClass() {
@@ -65,8 +60,7 @@ void TDropDownPage::AddTour(TTour& tour) {
         "the menu below the button", [] { return OpenMenuWindow() != nullptr; },
         [&tour] {
             tour.Picture("5-dropdown-menu");
-            PostMessageA(OpenMenuWindow(), WM_KEYDOWN, VK_UP, 0);
-            PostMessageA(OpenMenuWindow(), WM_KEYDOWN, VK_RETURN, 0);
+            ChooseLastInMenu();
         });
     tour.Then(
         "the choice in the menu", [this] { return !OpenMenuWindow() && !FLastChoice.empty(); },

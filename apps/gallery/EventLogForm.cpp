@@ -18,6 +18,11 @@ void TEventLogForm::Add(const std::string& event) {
 
 void TEventLogForm::Clear() { EventList->Items().Clear(); }
 
+void TEventLogForm::Answer(const std::string& event, const TCheckBox& veto, bool& allow) {
+    allow = !veto.Checked();
+    Add(allow ? event : event + Refused);
+}
+
 void TEventLogForm::ClearButtonClick(TObject*) { Clear(); }
 
 } // namespace kx::gallery

@@ -8,8 +8,6 @@ namespace kx::gallery {
 
 namespace {
 
-const std::string refused = ": refused";
-
 // Commands of the buttons in the dialog's tool bar
 constexpr int upLevelButton = 40961;
 constexpr int newFolderButton = 40962;
@@ -64,12 +62,9 @@ void TNavigationPage::OpenButtonClick(TObject*) {
 
 void TNavigationPage::Log(const std::string& event) { EventLogForm->Add(event); }
 
-void TNavigationPage::Answer(const std::string& event, const TCheckBox& veto, bool& allow) {
-    allow = !veto.Checked();
-    Log(allow ? event : event + refused);
+void TNavigationPage::DialogCanClose(TObject*, bool& canClose) {
+    EventLogForm->Answer("OnCanClose", *CloseBox, canClose);
 }
-
-void TNavigationPage::DialogCanClose(TObject*, bool& canClose) { Answer("OnCanClose", *CloseBox, canClose); }
 
 void TNavigationPage::DialogFolderChange(TObject*) {
     Log("OnFolderChange: " + ExtractFileName(ExcludeTrailingPathDelimiter(Dialog->SelectedFolder())));
@@ -80,39 +75,42 @@ void TNavigationPage::DialogSelectionChange(TObject*) { Log("OnSelectionChange: 
 void TNavigationPage::DialogDesktopNavigate(TObject*) { Log("OnDesktopNavigate"); }
 
 void TNavigationPage::DialogDesktopNavigating(TObject*, bool& allow) {
-    Answer("OnDesktopNavigating", *DesktopBox, allow);
+    EventLogForm->Answer("OnDesktopNavigating", *DesktopBox, allow);
 }
 
 void TNavigationPage::DialogUpLevelNavigate(TObject*) { Log("OnUpLevelNavigate"); }
 
 void TNavigationPage::DialogUpLevelNavigating(TObject*, bool& allow) {
-    Answer("OnUpLevelNavigating", *UpLevelBox, allow);
+    EventLogForm->Answer("OnUpLevelNavigating", *UpLevelBox, allow);
 }
 
 void TNavigationPage::DialogLastFolderNavigate(TObject*) { Log("OnLastFolderNavigate"); }
 
 void TNavigationPage::DialogLastFolderNavigating(TObject*, bool& allow) {
-    Answer("OnLastFolderNavigating", *LastFolderBox, allow);
+    EventLogForm->Answer("OnLastFolderNavigating", *LastFolderBox, allow);
 }
 
-void TNavigationPage::DialogFolderCreating(TObject*, bool& allow) { Answer("OnFolderCreating", *NewFolderBox, allow); }
+void TNavigationPage::DialogFolderCreating(TObject*, bool& allow) {
+    EventLogForm->Answer("OnFolderCreating", *NewFolderBox, allow);
+}
 
 void TNavigationPage::DialogFilenameChange(TObject*) { Log("OnFilenameChange: " + Dialog->FilenameText()); }
 
-void TNavigationPage::DialogFilenameEntering(TObject*, bool& allow) { Answer("OnFilenameEntering", *NameBox, allow); }
+void TNavigationPage::DialogFilenameEntering(TObject*, bool& allow) {
+    EventLogForm->Answer("OnFilenameEntering", *NameBox, allow);
+}
 
 void TNavigationPage::DialogEventHook(TMessage&) { ++FMessageCount; }
 
 void TNavigationPage::DialogEventHooking(TObject*, TMessage& message, bool& allow) {
-    if (PinBox->Checked() && message.Msg == WM_SYSCOMMAND && (message.WParam & 0xFFF0) == SC_MOVE) {
-        allow = false;
-        Log("OnEventHooking: move" + refused);
+    if (IsMoveCommand(message)) {
+        EventLogForm->Answer("OnEventHooking: move", *PinBox, allow);
     }
 }
 
 void TNavigationPage::AddTour(TTour& tour) {
     const std::string name = "注文書.txt";
-    const auto hasRefused = [](const char* event) { return EventLogForm->Contains(event + refused); };
+    const auto hasRefused = [](const char* event) { return EventLogForm->HasRefused(event); };
 
     tour.Then("the navigation page", {}, [this] {
         UpLevelBox->SetChecked(true);

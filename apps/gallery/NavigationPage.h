@@ -32,8 +32,6 @@ class TNavigationPage : public TGalleryPage {
 
 private:
     void Log(const std::string& event);
-    /// Answers a query by the check box of its veto.
-    void Answer(const std::string& event, const TCheckBox& veto, bool& allow);
 
     TCheckBox* UpLevelBox = nullptr;
     TCheckBox* DesktopBox = nullptr;

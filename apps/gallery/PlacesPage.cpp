@@ -1,6 +1,7 @@
 #include "PlacesPage.h"
 
 #include "SampleFiles.h"
+#include "SamplePlaces.h"
 #include "Tour.h"
 #include "ui/Registry.h"
 
@@ -131,7 +132,7 @@ TPlacesPage::~TPlacesPage() {
 void TPlacesPage::LoadPlaces() {
     FOptions.SetRegistryKey(registryKey);
     if (!TRegistry().KeyExists(registryKey)) {
-        AddSamplePlaces();
+        AddSamplePlaces(FOptions.Places());
         return;
     }
     FOptions.LoadFromRegistry();
@@ -150,39 +151,8 @@ void TPlacesPage::LoadPlaces() {
     }
 }
 
-void TPlacesPage::AddSamplePlaces() {
-    struct TSamplePlace {
-        const char* Caption;
-        const char* Hint;
-        std::string Path;
-        TKxSpecShellFolder Folder; ///< Where there is no path.
-        std::string IconFile;
-        int Icon;
-    };
-    const std::string program = Application().ExeName();
-    const std::string shell = "Shell32.dll";
-    FOptions.Places().Clear();
-    for (const TSamplePlace& sample :
-         {TSamplePlace{"Samples", "All samples", Samples().Folder(), ftNone, program, 0},
-          TSamplePlace{"Drawings", "A folder", Samples().Path("Drawings"), ftNone, program, 1},
-          TSamplePlace{"Alpine lake", "A file: its folder, and its name", Samples().Path("Alpine lake.bmp"), ftNone,
-                       program, 2},
-          TSamplePlace{"Documents", "A special folder of the shell", {}, ftPersonal, program, 3},
-          TSamplePlace{"Desktop", "Picked in the folder box", {}, ftDesktop, shell, 34},
-          TSamplePlace{"Computer", "Picked in the folder box", {}, ftDrives, shell, 15}}) {
-        TKxPlace& place = *FOptions.Places().Add();
-        place.SetPlaceName(sample.Caption);
-        place.SetPlaceDesc(sample.Hint);
-        place.SetPlacePath(sample.Path);
-        place.SetPlaceSpecPath(sample.Folder);
-        place.SetPlaceIconDll(sample.IconFile);
-        place.SetPlaceIcon(sample.Icon);
-        place.SetPlaceHotIcon(sample.Icon);
-    }
-}
-
 void TPlacesPage::ResetButtonClick(TObject*) {
-    AddSamplePlaces();
+    AddSamplePlaces(FOptions.Places());
     FOptions.Places().UpdatePlacesOn(*FBar->ToolBar1);
 }
 
@@ -262,20 +232,6 @@ void TPlacesPage::OpenButtonClick(TObject*) {
 
 // --- The tour
 
-void TPlacesPage::ClickPlace(const std::string& caption) {
-    TToolBar& bar = *FBar->ToolBar1;
-    for (int i = 0; i < bar.ButtonCount(); ++i) {
-        const TToolButton& button = *bar.Buttons(i);
-        if (button.Caption() == caption) {
-            const LPARAM at = MAKELPARAM(button.Left() + button.Width() / 2, button.Top() + button.Height() / 2);
-            PostMessageA(bar.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, at);
-            PostMessageA(bar.Handle(), WM_LBUTTONUP, 0, at);
-            return;
-        }
-    }
-    throw Exception("the places bar has no place " + caption);
-}
-
 /// Keeps the places apart from those of the user, and reads them back.
 void TPlacesPage::TryRegistry(TTour& tour) {
     FOptions.SetRegistryKey(tourKey);
@@ -300,13 +256,13 @@ void TPlacesPage::AddTour(TTour& tour) {
         [this, kept] {
             kept->Assign(&FOptions.Places());
             ResetButtonClick(this);
-            ClickPlace("Drawings");
+            ClickToolButton(*FBar->ToolBar1, "Drawings");
         });
     tour.Then(
         "the folder of the place", [this] { return SameText(FFolder, Samples().Path("Drawings")); },
         [this, &tour] {
             tour.Picture("6-places-folder");
-            ClickPlace("Alpine lake");
+            ClickToolButton(*FBar->ToolBar1, "Alpine lake");
         });
     tour.Then(
         "the file of the place", [this] { return !NameEdit->Text().empty(); },
@@ -315,7 +271,7 @@ void TPlacesPage::AddTour(TTour& tour) {
             tour.Expect("places bar", IncludeTrailingPathDelimiter(FFolder) + NameEdit->Text(),
                         Samples().Path("Alpine lake.bmp"));
             TryRegistry(tour);
-            ClickPlace("Computer");
+            ClickToolButton(*FBar->ToolBar1, "Computer");
         });
     tour.Then(
         "the drives", [this] { return FFolder.empty(); },
@@ -323,7 +279,7 @@ void TPlacesPage::AddTour(TTour& tour) {
             tour.Picture("6-places-computer");
             tour.Expect("folder box", FolderBox->Text(), GetSpecFolderName(ftDrives));
             tour.Expect("the computer's first drive", FileList->Items()[0].Caption(), "C:\\");
-            ClickPlace("Desktop");
+            ClickToolButton(*FBar->ToolBar1, "Desktop");
         });
     tour.Then(
         "the desktop", [this] { return SameText(FFolder, DesktopFolder()); },

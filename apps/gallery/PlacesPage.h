@@ -45,10 +45,8 @@ class TPlacesPage : public TGalleryPage, public IKxPlacesHost {
 
 private:
     void LoadPlaces();
-    void AddSamplePlaces();
     void ShowFolderInBox();
     void AddEntry(const WIN32_FIND_DATAA& entry);
-    void ClickPlace(const std::string& caption);
     void TryRegistry(TTour& tour);
 
     TPanel* BarPanel = nullptr;

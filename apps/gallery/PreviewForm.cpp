@@ -2,20 +2,6 @@
 
 namespace kx::gallery {
 
-namespace {
-
-bool HasExtension(const std::string& fileName, std::initializer_list<std::string_view> extensions) {
-    const std::string extension = ExtractFileExt(fileName);
-    for (const std::string_view known : extensions) {
-        if (SameText(extension, known)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-} // namespace
-
 const TClass& TPreviewForm::StaticClass() {
     static const TClassBuilder<TPreviewForm> cls("TPreviewForm", TForm::StaticClass(), [](auto& c) {
         c.Field("NameLabel", &TPreviewForm::NameLabel);
@@ -35,15 +21,17 @@ void TPreviewForm::ShowFile(const std::string& fileName) {
     NameLabel->SetCaption(facts.IsFile ? ExtractFileName(fileName) : "Nothing selected");
     SizeLabel->SetCaption(facts.IsFile ? facts.Size : "");
     DateLabel->SetCaption(facts.IsFile ? facts.Modified : "");
-    if (!facts.IsFile) {
-        ShowNothing();
-    } else if (HasExtension(fileName, {".bmp", ".ico"})) {
-        ShowPicture();
-    } else if (HasExtension(fileName, {".txt", ".log", ".ini", ".csv"})) {
-        ShowText();
-    } else {
-        ShowNothing();
+    const TFileKind kind = facts.IsFile ? KindOf(fileName) : TFileKind::Other;
+    switch (kind) {
+    case TFileKind::Picture: ShowPicture(); break;
+    case TFileKind::Text: ShowText(); break;
+    case TFileKind::Other: ShowNothing(); break;
     }
+}
+
+void TPreviewForm::ShowSelection(const TKxFileDlgCore& dialog) {
+    const std::string name = dialog.SelectedFiles();
+    ShowFile(name.empty() ? name : IncludeTrailingPathDelimiter(dialog.SelectedFolder()) + name);
 }
 
 void TPreviewForm::SetEncoding(TEncoding value) {

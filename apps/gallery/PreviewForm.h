@@ -2,6 +2,7 @@
 
 #include "TextFiles.h"
 #include "Views.h"
+#include "opensave/KxFileDlgCore.h"
 #include "ui/Forms.h"
 #include "ui/StdCtrls.h"
 
@@ -17,7 +18,8 @@ class TPreviewForm : public TForm {
 
     /// Shows the file; a folder, or a name of no file, shows nothing.
     void ShowFile(const std::string& fileName);
-    void SetEncoding(TEncoding value); ///< Of text files.
+    void ShowSelection(const TKxFileDlgCore& dialog); ///< The file that is selected in the shown dialog.
+    void SetEncoding(TEncoding value);                ///< Of text files.
 
     bool ShowsPicture() const { return PictureView->Visible() && PictureView->Picture().Graphic() != nullptr; }
 

@@ -72,6 +72,16 @@ std::string WithLineBreaks(const std::string& text) {
     return result;
 }
 
+bool HasExtension(const std::string& fileName, std::initializer_list<std::string_view> extensions) {
+    const std::string extension = ExtractFileExt(fileName);
+    for (const std::string_view known : extensions) {
+        if (SameText(extension, known)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 std::string ReadText(const std::string& fileName, TEncoding encoding) {
@@ -92,6 +102,13 @@ std::string SizeText(uint64_t bytes) {
     }
     return bytes < 10'485'760 ? IntToStr(static_cast<int64_t>(bytes / 1024)) + " KB"
                               : IntToStr(static_cast<int64_t>(bytes / 1'048'576)) + " MB";
+}
+
+TFileKind KindOf(const std::string& fileName) {
+    if (HasExtension(fileName, {".bmp", ".ico"})) {
+        return TFileKind::Picture;
+    }
+    return HasExtension(fileName, {".txt", ".log", ".ini", ".csv"}) ? TFileKind::Text : TFileKind::Other;
 }
 
 TFileFacts FactsOf(const std::string& fileName) {

@@ -16,6 +16,9 @@ std::string ReadText(const std::string& fileName, TEncoding encoding);
 /// "12 KB", "1204 bytes" and the like.
 std::string SizeText(uint64_t bytes);
 
+enum class TFileKind { Picture, Text, Other };
+TFileKind KindOf(const std::string& fileName); ///< By its extension.
+
 struct TFileFacts {
     bool IsFile = false;
     bool IsFolder = false;

@@ -2,6 +2,7 @@
 
 #include "opensave/KxFileDlgWindow.h"
 #include "shared/Screen.h"
+#include "ui/ComCtrlsToolBar.h"
 #include "ui/Dialogs.h"
 #include "ui/Forms.h"
 
@@ -191,6 +192,31 @@ void PressToolButton(const TOpenDialog& dialog, int command) {
         throw Exception("the dialog has no tool button " + IntToStr(command));
     }
     SendMessageA(window, WM_COMMAND, MAKEWPARAM(command, 0), reinterpret_cast<LPARAM>(bar));
+}
+
+// --- Controls of the library
+
+void ClickToolButton(TToolBar& bar, const std::string& caption) {
+    for (int i = 0; i < bar.ButtonCount(); ++i) {
+        const TToolButton& button = *bar.Buttons(i);
+        if (button.Caption() == caption) {
+            const LPARAM at = MAKELPARAM(button.Left() + button.Width() / 2, button.Top() + button.Height() / 2);
+            PostMessageA(bar.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, at);
+            PostMessageA(bar.Handle(), WM_LBUTTONUP, 0, at);
+            return;
+        }
+    }
+    throw Exception("the tool bar has no button " + caption);
+}
+
+HWND OpenMenuWindow() {
+    const HWND menu = FindWindowA("#32768", nullptr);
+    return IsWindowVisible(menu) ? menu : nullptr;
+}
+
+void ChooseLastInMenu() {
+    PostMessageA(OpenMenuWindow(), WM_KEYDOWN, VK_UP, 0);
+    PostMessageA(OpenMenuWindow(), WM_KEYDOWN, VK_RETURN, 0);
 }
 
 } // namespace kx::gallery

@@ -8,7 +8,8 @@
 
 namespace kx {
 class TOpenDialog;
-}
+class TToolBar;
+} // namespace kx
 
 namespace kx::gallery {
 
@@ -74,5 +75,11 @@ void PressReturn(const TOpenDialog& dialog); ///< The focus stays where it is.
 /// Moves the dialog to a place inside the main window, in pixels from its corner.
 void MoveDialog(const TOpenDialog& dialog, int x, int y);
 void PressToolButton(const TOpenDialog& dialog, int command); ///< Of the dialog's tool bar.
+
+// --- Controls of the library
+
+void ClickToolButton(TToolBar& bar, const std::string& caption); ///< By messages of the mouse, which wait in the queue.
+HWND OpenMenuWindow();                                           ///< Null when no menu is open.
+void ChooseLastInMenu();
 
 } // namespace kx::gallery

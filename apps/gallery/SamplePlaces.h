@@ -1,0 +1,14 @@
+#pragma once
+
+#include "places/KxPlaces.h"
+#include "ui/StdCtrls.h"
+
+namespace kx::gallery {
+
+/// Replaces the places by some that lead to the samples, and one of the shell's.
+void AddSamplePlaces(TKxPlaces& places);
+
+/// Applies the choice of a box with the lines none, the system's, the library's.
+void ChoosePlacesBar(TKxPlacesBarOptions& bar, const TComboBox& choice);
+
+} // namespace kx::gallery
