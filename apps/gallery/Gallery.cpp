@@ -3,10 +3,13 @@
 #include "FavouritesForm.h"
 #include "FilterForm.h"
 #include "GalleryForm.h"
+#include "KindsForm.h"
 #include "PreviewForm.h"
 #include "ReferenceForm.h"
 #include "SampleFiles.h"
 #include "Tour.h"
+#include "VetoForm.h"
+#include "ui/ComCtrlsToolBar.h"
 #include "ui/Menus.h"
 
 #include <cstdlib>
@@ -25,7 +28,7 @@ namespace {
 constexpr int usageError = 2;
 
 void CreateForms(TGalleryForm*& mainForm) {
-    RegisterClasses<TPanel, TLabel, TGroupBox, TButton, TMenuItem>();
+    RegisterClasses<TPanel, TLabel, TGroupBox, TButton, TMenuItem, TToolButton>();
     TApplication& application = Application();
     application.Initialize();
     application.SetTitle("Gallery");
@@ -37,6 +40,8 @@ void CreateForms(TGalleryForm*& mainForm) {
     application.CreateForm(&AccessForm);
     application.CreateForm(&EventLogForm);
     application.CreateForm(&ReferenceForm);
+    application.CreateForm(&KindsForm);
+    application.CreateForm(&VetoForm);
     FavouritesForm->Add("Samples", Samples().Folder());
     for (const char* folder : {"Drawings", "Letters", "Müller & Söhne", "Чертежи"}) {
         FavouritesForm->Add(folder, Samples().Path(folder));

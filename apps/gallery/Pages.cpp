@@ -2,8 +2,11 @@
 #include "DockingPage.h"
 #include "DropDownPage.h"
 #include "NavigationPage.h"
+#include "OpenPage.h"
 #include "PlacesPage.h"
 #include "PlainPage.h"
+#include "RecentPage.h"
+#include "SavePage.h"
 
 namespace kx::gallery {
 
@@ -21,6 +24,9 @@ std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
         New<TNavigationPage>(owner),
         New<TDropDownPage>(owner),
         New<TPlacesPage>(owner),
+        New<TOpenPage>(owner),
+        New<TSavePage>(owner),
+        New<TRecentPage>(owner),
     };
 }
 

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "GalleryPage.h"
+#include "opensave/KxSaveDlg.h"
+#include "ui/StdCtrls.h"
+
+#include <string>
+
+namespace kx::gallery {
+
+/// The full save dialog, and what it tells about files that are in use.
+class TSavePage : public TGalleryPage {
+    KX_CLASS()
+
+    explicit TSavePage(TComponent* owner = nullptr);
+
+    void AddTour(TTour& tour) override;
+
+    void SaveButtonClick(TObject* sender);
+    void DialogIncludeFile(TObject* sender, const std::string& fileName, bool& include);
+
+private:
+    void ConnectForms();
+    void ChooseParts();
+    void ShareViolation(int32_t& result, const std::string& fileName);
+
+    TEdit* NameEdit = nullptr;
+    TEdit* ExtensionEdit = nullptr;
+    TEdit* OkEdit = nullptr;
+    TCheckBox* OverwriteBox = nullptr;
+    TCheckBox* HoldBox = nullptr;
+    TComboBox* ShareCombo = nullptr;
+    TCheckBox* FilterBox = nullptr;
+    TCheckBox* EventsBox = nullptr;
+    TComboBox* PlacesCombo = nullptr;
+    TCheckBox* SizeableBox = nullptr;
+    TButton* SaveButton = nullptr;
+    TKxSaveDialog* Dialog = nullptr;
+    std::string FPattern; ///< Names that the dialog shows.
+};
+
+} // namespace kx::gallery

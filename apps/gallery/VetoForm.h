@@ -1,0 +1,48 @@
+#pragma once
+
+#include "EventLogForm.h"
+#include "opensave/KxOpenDlgEx.h"
+#include "ui/ExtCtrls.h"
+#include "ui/Forms.h"
+#include "ui/StdCtrls.h"
+
+namespace kx::gallery {
+
+/// The events of a full file dialog as they happen, and check boxes that refuse what the user is about to do; docked
+/// below the dialog.
+class TVetoForm : public TForm {
+    KX_CLASS()
+
+    explicit TVetoForm(TComponent* owner = nullptr);
+
+    /// Clears the log and takes over the events of the dialog, which `VetoForm` outlives.
+    void Attach(TKxCustomOpenDialog& dialog);
+    void Attach(TKxOpenDialogEx& dialog); ///< Its tabs besides.
+
+    /// The attached dialog shows another folder, or another selection.
+    void SetOnSelect(TNotifyEvent value) { FOnSelect = std::move(value); }
+
+    TEventLogForm& Log() const { return *FLog; }
+
+    TCheckBox* UpLevelBox = nullptr;
+    TCheckBox* DesktopBox = nullptr;
+    TCheckBox* LastFolderBox = nullptr;
+    TCheckBox* NewFolderBox = nullptr;
+    TCheckBox* StyleBox = nullptr;
+    TCheckBox* NameBox = nullptr;
+    TCheckBox* CloseBox = nullptr;
+    TCheckBox* MoveBox = nullptr;
+    TCheckBox* TabBox = nullptr;
+
+private:
+    void AttachNavigation(TKxCustomOpenDialog& dialog);
+    void AttachSelection(TKxCustomOpenDialog& dialog);
+
+    TPanel* LogPanel = nullptr;
+    TEventLogForm* FLog = nullptr; ///< Owned.
+    TNotifyEvent FOnSelect;
+};
+
+inline TVetoForm* VetoForm = nullptr;
+
+} // namespace kx::gallery
