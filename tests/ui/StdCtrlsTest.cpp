@@ -332,6 +332,21 @@ TEST_F(TabControl, AClickOnATabAsksAndChanges) {
     EXPECT_GT(Control->DisplayRect().Top, 10);
 }
 
+TEST_F(TabControl, TabsReplacedInTheWindowKeepTheChosenOne) {
+    Control->Tabs().SetCommaText("one,two,three");
+    Control->SetTabIndex(1);
+    Show();
+    TStringList other;
+    other.SetCommaText("uno,due");
+    Control->SetTabs(other);
+    EXPECT_EQ(SendMessageA(Control->Handle(), TCM_GETITEMCOUNT, 0, 0), 2);
+    EXPECT_EQ(Control->TabIndex(), 1);
+    Control->Tabs().Clear();
+    EXPECT_EQ(Control->TabIndex(), -1);
+    Control->SetTabs(other);
+    EXPECT_EQ(Control->TabIndex(), 0);
+}
+
 class ListView : public TControlTest<TListView> {};
 
 TEST_F(ListView, ItemsShowTheirTextsInTheColumns) {
@@ -376,6 +391,39 @@ TEST_F(ListView, SelectionFiresAndSurvivesARecreation) {
     EXPECT_EQ(log.size(), 3u);
     EXPECT_EQ(Control->ItemIndex(), 2);
     EXPECT_THROW(Control->Items()[3], EListError);
+}
+
+/// A point of an item's text on the screen.
+TPoint ItemAt(TListView& list, int index) {
+    RECT r{LVIR_LABEL, 0, 0, 0};
+    SendMessageA(list.Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
+    return list.ClientToScreen({r.left + 4, (r.top + r.bottom) / 2});
+}
+
+TEST_F(ListView, ADoubleClickComesBehindTheSelection) {
+    Control->SetViewStyle(vsReport);
+    Control->Columns().Add().SetCaption("Name");
+    Control->Items().Add().SetCaption("a");
+    Control->Items().Add().SetCaption("b");
+    std::vector<std::string> log;
+    Control->SetOnSelectItem([&](TObject*, TListItem* item, bool) { log.push_back("select " + item->Caption()); });
+    Control->SetOnDblClick([&](TObject*) { log.push_back("double click " + Control->Selected()->Caption()); });
+    Show();
+    DoubleClickAt(ItemAt(*Control, 1));
+    ASSERT_TRUE(PumpUntil([&] { return log.size() == 2; }));
+    EXPECT_EQ(log, (std::vector<std::string>{"select b", "double click b"}));
+}
+
+TEST_F(ListView, MayBeFreedByADoubleClick) {
+    Control->Items().Add().SetCaption("a");
+    bool freed = false;
+    Control->SetOnDblClick([&](TObject*) {
+        Control->Free();
+        freed = true;
+    });
+    Show();
+    DoubleClickAt(ItemAt(*Control, 0));
+    EXPECT_TRUE(PumpUntil([&] { return freed; }));
 }
 
 class Image : public TControlTest<TImage> {};
