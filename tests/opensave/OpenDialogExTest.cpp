@@ -1,5 +1,7 @@
 #include "OpenDialogExFixture.h"
 
+#include "ui/Menus.h"
+
 // The dialog with recent files as a user has it: its tabs, its list, its layout.
 
 namespace kx {
@@ -346,6 +348,15 @@ TEST_F(OpenDialogEx, TheChoiceIsForgottenWithTheDialog) {
     });
 }
 
+TEST_F(OpenDialogEx, ADoubleClickWorksWithAnOkButtonThatHasAMenu) {
+    auto& dialog = NewRecent({"one.txt"});
+    TPopupMenu menu(nullptr);
+    dialog.SetOkButtonMenu(&menu);
+    dialog.SetTabIndex(1);
+    EXPECT_TRUE(RunDialog(dialog, {{"the files are shown", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 0)); }}}));
+    EXPECT_EQ(dialog.FileName(), Folder.Path("one.txt"));
+}
+
 // --- Sizes
 
 class OpenDialogExSizes : public TExDlgTest, public testing::WithParamInterface<bool> {
@@ -397,6 +408,28 @@ TEST_P(OpenDialogExSizes, NeitherTabLeavesAnythingOfTheOtherBehind) {
 
 INSTANTIATE_TEST_SUITE_P(Options, OpenDialogExSizes, testing::Bool(),
                          [](const auto& run) { return run.param ? "Sizeable" : "Fixed"; });
+
+TEST_F(OpenDialogEx, BothTabsFitBesideTheLibrarysPlacesBarAndAboveAForm) {
+    auto& dialog = NewRecent({"one.txt"});
+    dialog.PlacesBar().SetNative(false);
+    TKxPlace& place = *dialog.PlacesBar().Places().Add();
+    place.SetPlaceName("Here");
+    place.SetPlacePath(Folder.Path());
+    const TFormPtr bottom = MakeForm(clCream, 100, 60);
+    dialog.CustDlgParams().SetBottomForm(bottom.get());
+    RunDialog(dialog, {{"the folder is shown", Shown(dialog),
+                        [&] {
+                            ExpectCleanLayout(dialog);
+                            ClickAt(TabAt(dialog, 1));
+                        }},
+                       AwaitRecent(dialog),
+                       Perform("the recent files fit too",
+                               [&] {
+                                   ExpectCleanLayout(dialog);
+                                   Screenshot("ex-places-bar", dialog.DlgHandle());
+                               }),
+                       Cancel(dialog)});
+}
 
 class OpenDialogExSizing : public OpenDialogExSizes {};
 
