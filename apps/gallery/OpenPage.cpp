@@ -12,7 +12,7 @@ namespace kx::gallery {
 
 namespace {
 
-enum TViewChoice { vcSystem, vcFirstStyle }; // lines of the box: behind the first the styles, in their order
+constexpr int firstStyle = 1; // line of the box of views: the styles, in their order, behind "as the system shows it"
 
 /// The button in the place of the dialog's OK button; null when there is none.
 TKxBitBtn* OkButtonWithMenu(const TKxOpenDialog& dialog) {
@@ -131,8 +131,8 @@ void TOpenPage::ChooseStyles() {
 }
 
 void TOpenPage::DialogShow(TObject*) {
-    if (ViewCombo->ItemIndex() >= vcFirstStyle) {
-        Dialog->SetFileListViewStyle(static_cast<TKxListViewStyle>(ViewCombo->ItemIndex() - vcFirstStyle));
+    if (ViewCombo->ItemIndex() >= firstStyle) {
+        Dialog->SetFileListViewStyle(static_cast<TKxListViewStyle>(ViewCombo->ItemIndex() - firstStyle));
     }
 }
 
@@ -163,11 +163,16 @@ void TOpenPage::AddTour(TTour& tour) {
         "the open page", [this] { return Showing(); },
         [this, &tour] {
             tour.Picture("7-open-page");
+            ViewCombo->SetItemIndex(firstStyle + lvsSmallIcon);
             OpenButton->Click();
         });
     tour.Then(
         "the full dialog", [this, name] { return Lists(*Dialog, name) && Dialog->PlacesForm(); },
-        [this] { ClickToolButton(*Dialog->PlacesForm()->ToolBar1, "Drawings"); });
+        [this, &tour] {
+            tour.Expect("chosen view", Dialog->SelectionStyle() == vsSmallIcon ? "small icons" : "another",
+                        "small icons");
+            ClickToolButton(*Dialog->PlacesForm()->ToolBar1, "Drawings");
+        });
     tour.Then(
         "the folder of the place", [this] { return ShowsFolder(*Dialog, Samples().Path("Drawings")); },
         [this] { ClickToolButton(*Dialog->PlacesForm()->ToolBar1, "Samples"); });
