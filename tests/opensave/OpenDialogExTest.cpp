@@ -203,6 +203,28 @@ TEST_F(OpenDialogEx, ATabThatTheProgramChoosesMeanwhileIsShownByTheNextRun) {
     Look(dialog, [&] { EXPECT_EQ(VisibleItems(dialog), "1 2 1090 "); });
 }
 
+TEST_F(OpenDialogEx, TheRecentFilesStayWhenTheFolderChanges) {
+    auto& dialog = NewRecent({"one.txt"});
+    dialog.SetTabIndex(1);
+    RunDialog(dialog,
+              {{"the recent files are shown", Shown(dialog),
+                [&] {
+                    SendMessageA(dialog.DlgHandle(), WM_COMMAND, 41060, // the desktop in the places bar
+                                 reinterpret_cast<LPARAM>(PlacesBarOf(dialog)));
+                }},
+               {"the desktop", [&] { return dialog.SelectedFolder() != Folder.Path(); },
+                [&] {
+                    EXPECT_EQ(VisibleItems(dialog), "1 2 1090 ");
+                    dialog.SetSelectedFolder(Folder.Path("inner"));
+                    EXPECT_EQ(VisibleItems(dialog), "1 2 1090 ");
+                    ClickAt(FileAt(dialog, 0));
+                }},
+               Await("a recent file can be chosen", [&] { return dialog.FilenameText() == Folder.Path("one.txt"); }),
+               ClickTab(dialog, 0),
+               AwaitFolder(dialog),
+               Cancel(dialog)});
+}
+
 // --- The tabs' events
 
 TEST_F(OpenDialogEx, TheTabChangeIsToldOnceBeforeTheDialogShows) {
