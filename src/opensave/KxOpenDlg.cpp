@@ -93,7 +93,13 @@ bool TKxCustomOpenDialog::ExecuteWith(TWrapper* wrapper) {
     }
     const std::weak_ptr<const void> alive = Alive();
     PrepareExecution();
-    const bool confirmed = DoExecute(wrapper);
+    bool confirmed = false;
+    try {
+        confirmed = DoExecute(wrapper);
+    } catch (...) {
+        ForgetCreationControl();
+        throw;
+    }
     if (!alive.expired()) {
         ForgetCreationControl();
     }

@@ -133,6 +133,10 @@ void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
         ShowInSize(view, r.Right, r.Bottom);
         ShowInSize(GetWindow(view, GW_CHILD), r.Right, r.Bottom);
     } else {
+        // Hiding alone leaves it the focus, and keys like Delete would go on reaching files that nobody sees.
+        if (IsChild(view, GetFocus())) {
+            SetFocus(EditHandle());
+        }
         PutAway(view);
     }
     SetEnabled(placeholder, show);

@@ -159,7 +159,7 @@ void TKxCustomOpenDialog::ShowFolderInPlaces() {
 
 void TKxCustomOpenDialog::BorrowToolBar() {
     TToolBar* const bar = FTBOptions.CustomBar();
-    if (!bar) {
+    if (!bar || !FTB) {
         return;
     }
     FBorrowedBar.Set(bar);

@@ -356,5 +356,14 @@ TEST_F(OpenDialogControls, TheNavigationBarCanBeFlat) {
     Look(Dialog, [&] { EXPECT_TRUE(GetWindowLongPtrA(NavigationBarOf(Dialog), GWL_STYLE) & TBSTYLE_FLAT); });
 }
 
+TEST_F(OpenDialogControls, HiddenFilesGiveTheFocusAway) {
+    Look(Dialog, [&] {
+        FocusList();
+        ASSERT_EQ(GetFocus(), List());
+        Dialog.SetSelectionType(stCustom);
+        EXPECT_EQ(GetFocus(), FileNameEditOf(Dialog.DlgHandle()));
+    });
+}
+
 } // namespace
 } // namespace kx
