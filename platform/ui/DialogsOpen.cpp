@@ -375,7 +375,8 @@ void TOpenDialog::QueryClose(TMessage& message) {
         TakeFiles();
         return DoCanClose();
     });
-    message.Result = canClose ? 0 : 1;
+    // A dialog that went with the component must not be closed once more: the system would reach for what is gone.
+    message.Result = canClose && !alive.expired() ? 0 : 1;
     SetWindowLongPtrA(window, DWLP_MSGRESULT, message.Result);
     if (alive.expired()) {
         return;

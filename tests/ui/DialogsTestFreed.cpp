@@ -138,6 +138,15 @@ TEST_F(FreedDialog, InOnCanClose) {
     ExpectClosedOnce();
 }
 
+TEST_F(FreedDialog, InOnCanCloseByAClick) {
+    Dialog->SetOnCanClose([this](TObject*, bool&) { Dialog->Free(); });
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      SetWindowTextA(FileNameEditOf(Dialog->DialogWindow()), "one.txt");
+                      Click(GetDlgItem(Dialog->DialogWindow(), IDOK));
+                  }}});
+    ExpectClosedOnce();
+}
+
 TEST_F(FreedDialog, InTheFirstFolderChange) {
     Dialog->SetOnFolderChange(FreeIt());
     RunToItsEnd({});
