@@ -4,8 +4,7 @@
 
 namespace kx::bench {
 
-/// The library's places bar: making the buttons of 200 places against plain tool buttons and the bare calls that fetch
-/// their icons, and painting one button against a system button that its owner draws with the same icon and caption.
+/// The library's places bar: making the buttons of 200 places against plain tool buttons, and painting one button against a system button that its owner draws with the same icon and caption.
 std::vector<TRow> MeasurePlacesBar();
 
 } // namespace kx::bench

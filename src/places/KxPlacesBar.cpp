@@ -41,20 +41,26 @@ IKxPlacesBar* TKxPlaceButton::Bar() const {
 
 // --- What it shows
 
-const TPoint& TKxPlaceButton::TSizedIcon::Size() {
-    if (FSize.X == 0) {
+void TKxPlaceButton::TPlaceIcon::Take(const std::string& file, int32_t index) {
+    SetHandle(nullptr);
+    FSize = {};
+    FFile = file;
+    FIndex = index;
+}
+
+bool TKxPlaceButton::TPlaceIcon::Load() {
+    if (FIndex >= 0) {
+        SetHandle(ExtractPlaceIcon(FFile, std::exchange(FIndex, -1)).release());
         FSize = {Width(), Height()};
     }
-    return FSize;
+    return !Empty();
 }
 
-void TKxPlaceButton::TSizedIcon::Take(unique_hicon icon) {
-    FSize = {};
-    SetHandle(icon.release());
-}
-
-void TKxPlaceButton::LoadIcon(TSizedIcon& icon, int32_t& field, int32_t index) {
-    icon.Take(ExtractPlaceIcon(FIconDll, index));
+void TKxPlaceButton::LoadIcon(TPlaceIcon& icon, int32_t& field, int32_t index) {
+    if (index < 0) {
+        RaiseRangeError();
+    }
+    icon.Take(FIconDll, index);
     FLook = {};
     field = index;
     Invalidate();
@@ -136,9 +142,9 @@ void TKxPlaceButton::DrawAll() {
 }
 
 void TKxPlaceButton::DrawIcon(TCanvas& canvas, int textHeight) {
-    TSizedIcon& icon = FLook.Frame == TFrame::Sunken ? FIcoSel : FIco;
-    if (!icon.Empty()) {
-        const TPoint size = icon.Size();
+    TPlaceIcon& icon = FLook.Frame == TFrame::Sunken ? FIcoSel : FIco;
+    if (icon.Load()) {
+        const TPoint& size = icon.Size();
         const int left = Width() / 2 - size.X / 2;
         const int top = Height() / 2 - size.Y / 2 - textHeight / 2;
         canvas.StretchDraw({left, top, left + size.X, top + size.Y}, icon);

@@ -55,15 +55,19 @@ protected:
     void TextChanged() override;
 
 private:
-    /// An icon that knows its size: the system takes long to tell it, and painting asks for it each time.
-    class TSizedIcon : public TIcon {
+    /// An icon that is taken from its file when it is drawn for the first time: the file may be far away, and most bars
+    /// have places that nobody scrolls to. It knows its size, which the system takes long to tell.
+    class TPlaceIcon : public TIcon {
     public:
-        const TPoint& Size();
-        void Take(unique_hicon icon);
-        void Clear() { SetHandle(nullptr); }
+        void Take(const std::string& file, int32_t index);
+        void Clear() { Take({}, -1); }
+        bool Load(); ///< False when the file has no such icon.
+        const TPoint& Size() const { return FSize; }
 
     private:
-        TPoint FSize; ///< Zero: not asked for yet.
+        std::string FFile;
+        int32_t FIndex = -1; ///< Of the icon to be taken; -1: none.
+        TPoint FSize;
     };
 
     enum class TFrame : uint8_t { None, Sunken, Raised };
@@ -80,7 +84,7 @@ private:
     };
 
     IKxPlacesBar* Bar() const;
-    void LoadIcon(TSizedIcon& icon, int32_t& field, int32_t index);
+    void LoadIcon(TPlaceIcon& icon, int32_t& field, int32_t index);
     TLook Look();
     void DrawAll();
     void DrawIcon(TCanvas& canvas, int textHeight);
@@ -97,8 +101,8 @@ private:
 
     TBitmap OffScr; ///< The button is drawn here before it is copied to the screen, and drawn anew when it has changed.
     TLook FLook;    ///< Of what `OffScr` shows; without size: it is out of date.
-    TSizedIcon FIco;
-    TSizedIcon FIcoSel;
+    TPlaceIcon FIco;
+    TPlaceIcon FIcoSel;
     std::string FIconDll;
     int32_t FIcon = 0;
     int32_t FIconSel = 0;
