@@ -157,7 +157,10 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
     height = std::max(height, 0);
     if (BoundsRect() != TRect{left, top, left + width, top + height}) {
         const TAliveGuard alive(*this);
-        SetWindowPos(FHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+        // In a window that is not the framework's the erasing waits for the painting: else each of the forms docked
+        // there would have all of it erased that the ones before have uncovered.
+        SetWindowPos(FHandle, nullptr, left, top, width, height,
+                     SWP_NOZORDER | SWP_NOACTIVATE | (FParentWindow ? SWP_DEFERERASE : 0u));
         if (alive) {
             UpdateAnchorBase();
             RequestAlign();

@@ -75,6 +75,12 @@ void TKxFileDlgCore::FireShow() {
 
 void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height) {
     FFirstTimeFlag = false; // now, since what follows paints the frame again
+    const TRect outer = KxWindowRect(FDlgHandle);
+    if (Width(outer) != width || Height(outer) != height) {
+        // All of it is painted anew at the end. Until then nothing is to be: the system erases whatever waits for it
+        // with each window that it moves.
+        RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_ALLCHILDREN);
+    }
     ResizeWindow(FDlgHandle, width, height);
     KxSetPosition(FDlgHandle, FParams);
     // The window moves without being drawn, in the middle of its first painting: what lay outside its former place on
