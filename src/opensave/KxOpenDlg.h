@@ -120,6 +120,9 @@ protected:
         FOnShareEvent(this, result, fileName);
     }
 
+    /// The dialog watches all messages of its thread for the one by which the shell tells that its list is complete.
+    virtual bool WatchesMessages() const;
+
     void DoShow() override;
     void DoClose() override;
     bool DoCanClose() override;
@@ -151,6 +154,7 @@ private:
     static LRESULT CALLBACK NewKeybHook(int code, WPARAM key, LPARAM flags);
     static LRESULT CALLBACK NewWndHook(int code, WPARAM wParam, LPARAM lParam);
     void MessageHandled(const CWPRETSTRUCT& message);
+    void ViewCreated();
     bool SwallowsKey(WPARAM key) const;
 
     // Places bar

@@ -11,7 +11,14 @@ namespace kx {
 void TKxCustomOpenDialog::InstallHooks() {
     const DWORD thread = GetCurrentThreadId();
     Globals().g_KeybHook = SetWindowsHookExA(WH_KEYBOARD, NewKeybHook, HInstance(), thread);
-    Globals().g_WndHook = SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread);
+    Globals().g_WndHook =
+        WatchesMessages() ? SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread) : nullptr;
+}
+
+/// Where the shell does not ask for the selection when it has filled its list, nothing would come of watching, and a
+/// watched message takes Wine a hundred times as long.
+bool TKxCustomOpenDialog::WatchesMessages() const {
+    return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") == nullptr;
 }
 
 void TKxCustomOpenDialog::RemoveHooks() {
@@ -53,26 +60,21 @@ LRESULT CALLBACK TKxCustomOpenDialog::NewWndHook(int code, WPARAM wParam, LPARAM
     return 0; // Deliberate: the next hook is not called, as one would expect.
 }
 
-/// Called for every message of the thread that a window has answered.
+/// Called for every message of the thread that a window has answered. Windows asks for the selection once the list of a
+/// folder is complete.
 void TKxCustomOpenDialog::MessageHandled(const CWPRETSTRUCT& message) {
-    if (message.message != LVM_GETSELECTEDCOUNT && message.message != WM_SETREDRAW) {
-        return;
-    }
-    if (!DlgHandle() || FFiltering || GetParent(GetParent(message.hwnd)) != DlgHandle()) {
-        return;
-    }
-    if (message.message == LVM_GETSELECTEDCOUNT) {
-        // Windows asks for the selection once the list of a folder is complete.
-        if (RecreateHWnds() || HasUnfilteredEntries()) {
-            ListRefilled();
-        }
-    } else if (message.wParam && message.hwnd == GetLVHandle()) {
-        // Other systems do not ask then. All lists let themselves be drawn again when they are complete, also when the
-        // same list is filled anew: by another file type, or by F5.
-        if (RecreateHWnds()) {
-            ShowFolderInPlaces(); // some ways into a folder bring no notification either
-        }
+    if (message.message == LVM_GETSELECTEDCOUNT && DlgHandle() && GetParent(GetParent(message.hwnd)) == DlgHandle() &&
+        (RecreateHWnds() || HasUnfilteredEntries())) {
         ListRefilled();
+    }
+}
+
+/// A window was made inside the dialog. Other systems than Windows fill the list of a new shell view before they tell
+/// of it, and ask for no selection then.
+void TKxCustomOpenDialog::ViewCreated() {
+    if (RecreateHWnds() && FLVH) {
+        ListRefilled();
+        ShowFolderInPlaces(); // some ways into a folder bring no notification either
     }
 }
 
@@ -101,6 +103,9 @@ bool TKxCustomOpenDialog::HasUnfilteredEntries() const {
 }
 
 void TKxCustomOpenDialog::ListRefilled() {
+    if (FFiltering) {
+        return; // what the filter does to the list is no filling
+    }
     const std::weak_ptr<const void> alive = Alive();
     FFiltering = true;
     Guarded([this] { FExtFilter.ProcessViaFilter(FLVH, GetSelPath()); });

@@ -22,6 +22,11 @@ TKxMsgVerdict TKxCustomOpenDialog::BeforeSystem(TMessage& message) {
 void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
     switch (message.Msg) {
     case WM_PAINT: AlignOkButton(); break;
+    case WM_PARENTNOTIFY:
+        if (message.WParamLo() == WM_CREATE && message.LParamWindow() == GetDVHandle()) {
+            ViewCreated();
+        }
+        break;
     case WM_SIZE:
         // Where the system has put its own controls is known only now.
         PlaceToolBar();
@@ -91,6 +96,13 @@ void TKxCustomOpenDialog::NewLVProc(TMessage& message) {
             return;
         }
         break;
+    case WM_SETREDRAW:
+        FListMessages.CallPrevious(message);
+        if (message.WParam) {
+            ListRefilled(); // by another file type, or by F5: lists let themselves be drawn again when they are
+                            // complete
+        }
+        return;
     case WM_STYLECHANGED:
         if (!FIsWinXP) {
             PostRefreshListViewStyles();

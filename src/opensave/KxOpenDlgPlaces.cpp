@@ -23,6 +23,15 @@ bool LiesElsewhere(const TKxPlace& place, const std::string& folder) {
     return path.empty() || !SameText(ExtractFileDrive(path), ExtractFileDrive(folder));
 }
 
+/// Number of items in the list.
+int DepthOf(LPCITEMIDLIST pidl) {
+    int depth = 0;
+    for (; pidl && pidl->mkid.cb != 0; pidl = GetNextItemID(pidl)) {
+        ++depth;
+    }
+    return depth;
+}
+
 } // namespace
 
 bool TKxCustomOpenDialog::ShowCustomPlacesBar() const {
@@ -128,12 +137,15 @@ void TKxCustomOpenDialog::ShowFolderInPlaces() {
     }
     const unique_pidl folder = Window().GetSelPathPidl();
     const std::string folderPath = GetSelPath();
+    const int depth = DepthOf(folder.get());
     const auto shows = [&](const TKxPlace& place) {
         if (!folder || LiesElsewhere(place, folderPath)) {
             return false;
         }
         const unique_pidl pidl = place.GetPlacePidl(*FShellFolder.get());
-        return pidl && HRESULT_CODE(FShellFolder.get()->CompareIDs(0, folder.get(), pidl.get())) == 0;
+        // Lists of different depth are different; to say so, the shell may look at all drives.
+        return pidl && DepthOf(pidl.get()) == depth &&
+               HRESULT_CODE(FShellFolder.get()->CompareIDs(0, folder.get(), pidl.get())) == 0;
     };
     TToolBar& bar = *form->ToolBar1;
     const TKxPlaces& places = FPlaceOptions.Places();

@@ -8,12 +8,9 @@ namespace {
 
 /// File name of the shell's entry at `index`; empty when it has no path.
 std::string EntryFileName(HWND listView, int index) {
-    char text[MAX_PATH] = {};
     LVITEMA item{};
-    item.mask = LVIF_TEXT | LVIF_PARAM;
+    item.mask = LVIF_PARAM;
     item.iItem = index;
-    item.pszText = text;
-    item.cchTextMax = sizeof text;
     char path[MAX_PATH] = {};
     // The entry's identifier list is relative to its folder. Taken as a full one, as here, it yields a path in some
     // other folder; its last part is the entry's name all the same.

@@ -136,6 +136,39 @@ TEST_F(OpenDialogList, TenThousandFilesAreFiltered) {
     });
 }
 
+// --- Shells that ask for the selection when the list is complete
+
+/// Watches all messages, whatever the system is.
+class TWatchingDialog : public TKxOpenDialog {
+public:
+    using TKxOpenDialog::TKxOpenDialog;
+
+protected:
+    bool WatchesMessages() const override { return true; }
+};
+
+TEST_F(OpenDialogList, TheQuestionForTheSelectionHasANewListFiltered) {
+    auto& dialog = NewDialog<TWatchingDialog>();
+    dialog.ListViewStyles().SetEnableDelete(false);
+    dialog.ExtFilter().SetEnabled(true);
+    int asked = 0;
+    dialog.SetOnIncludeFile([&](TObject*, const std::string&, bool&) { ++asked; });
+    Look(dialog, [&] {
+        const int first = asked;
+        EXPECT_EQ(first, 3);
+        SendMessageA(ListOf(dialog), LVM_GETSELECTEDCOUNT, 0, 0);
+        EXPECT_EQ(asked, first) << "nothing has changed";
+        LVITEMA item{};
+        char text[] = "late";
+        item.mask = LVIF_TEXT;
+        item.pszText = text;
+        SendMessageA(ListOf(dialog), LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+        SendMessageA(ListOf(dialog), LVM_GETSELECTEDCOUNT, 0, 0);
+        EXPECT_EQ(asked, 2 * first) << "the list was filled later than it was shown";
+        SendMessageA(ListOf(dialog), LVM_DELETEITEM, 0, 0);
+    });
+}
+
 // --- Styles
 
 TEST_F(OpenDialogList, StylesAreForcedOnEachList) {
