@@ -8,7 +8,7 @@ namespace kx::bench {
 /// One line of the table: what was measured, ours beside what it is held against, and how much more ours may cost.
 struct TRow {
     std::string What;
-    double Ours;      ///< In `Unit`.
+    double Ours; ///< In `Unit`.
     std::string Against;
     double Reference; ///< In `Unit`.
     std::string Unit;

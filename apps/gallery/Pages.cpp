@@ -18,15 +18,9 @@ template <class T> TGalleryPage* New(TComponent* owner) { return NewForm<T>(owne
 
 std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
     return {
-        New<TPlainPage>(owner),
-        New<TDockingPage>(owner),
-        New<TCaptionsPage>(owner),
-        New<TNavigationPage>(owner),
-        New<TDropDownPage>(owner),
-        New<TPlacesPage>(owner),
-        New<TOpenPage>(owner),
-        New<TSavePage>(owner),
-        New<TRecentPage>(owner),
+        New<TPlainPage>(owner),      New<TDockingPage>(owner),  New<TCaptionsPage>(owner),
+        New<TNavigationPage>(owner), New<TDropDownPage>(owner), New<TPlacesPage>(owner),
+        New<TOpenPage>(owner),       New<TSavePage>(owner),     New<TRecentPage>(owner),
     };
 }
 

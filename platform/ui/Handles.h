@@ -8,8 +8,7 @@ namespace kx {
 
 /// Sole owner of a system handle, freed in the way that `Traits` names. Traits: `using THandle`, `static void
 /// Close(THandle)`, and `static THandle Null()` where that is not zero.
-template <class Traits>
-class unique_handle {
+template <class Traits> class unique_handle {
 public:
     using THandle = typename Traits::THandle;
 
@@ -56,14 +55,12 @@ private:
 namespace detail {
 
 /// Traits of a handle type H that `Function` frees.
-template <class H, auto Function>
-struct THandleTraits {
+template <class H, auto Function> struct THandleTraits {
     using THandle = H;
     static void Close(H handle) { Function(handle); }
 };
 
-template <class H>
-struct TGdiTraits {
+template <class H> struct TGdiTraits {
     using THandle = H;
     static void Close(H handle) { DeleteObject(handle); }
 };

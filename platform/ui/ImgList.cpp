@@ -292,8 +292,8 @@ void TImageList::Draw(TCanvas& canvas, int x, int y, int index, TDrawingStyle st
                      flags);
 }
 
-/// White where the image is transparent, black elsewhere. The system's own drawing of masks differs between systems, and
-/// its mask bitmap may be in use; that of an icon made from the image is free.
+/// White where the image is transparent, black elsewhere. The system's own drawing of masks differs between systems,
+/// and its mask bitmap may be in use; that of an icon made from the image is free.
 void TImageList::DrawMask(TCanvas& canvas, int x, int y, int index) const {
     const unique_hicon icon(ImageList_GetIcon(Handle(), index, ILD_NORMAL));
     ICONINFO info{};

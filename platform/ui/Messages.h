@@ -23,10 +23,7 @@ struct TMessage {
     HWND LParamWindow() const { return reinterpret_cast<HWND>(LParam); }
     HWND WParamWindow() const { return reinterpret_cast<HWND>(WParam); }
     HDC WParamDC() const { return reinterpret_cast<HDC>(WParam); }
-    template <class T>
-    T& LParamAs() const {
-        return *reinterpret_cast<T*>(LParam);
-    }
+    template <class T> T& LParamAs() const { return *reinterpret_cast<T*>(LParam); }
 };
 
 /// Two words as a message parameter.
@@ -38,8 +35,8 @@ inline LPARAM MakeLParam(int lo, int hi) {
 /// Sees a message of a window, may change it, and answers it.
 using TWndMethod = TEvent<void(TMessage& message)>;
 
-/// Notifications that a control's parent gets (WM_COMMAND, WM_NOTIFY, WM_CTLCOLOR..., WM_DRAWITEM, ...) come back to the
-/// control under their own number plus this one.
+/// Notifications that a control's parent gets (WM_COMMAND, WM_NOTIFY, WM_CTLCOLOR..., WM_DRAWITEM, ...) come back to
+/// the control under their own number plus this one.
 constexpr UINT CN_BASE = 0xBC00;
 constexpr UINT CN_COMMAND = CN_BASE + WM_COMMAND;
 constexpr UINT CN_NOTIFY = CN_BASE + WM_NOTIFY;

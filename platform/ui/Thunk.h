@@ -6,9 +6,9 @@ namespace kx {
 
 /// A callable address that carries an object: a window procedure of its own for one object.
 ///
-/// The system calls it as a WNDPROC; it replaces the first argument (the window, which the object knows) by the object and
-/// jumps to the target function. The code is written once per page, before anything runs, and is read-execute only from
-/// then on; what a thunk calls with is data beside it.
+/// The system calls it as a WNDPROC; it replaces the first argument (the window, which the object knows) by the object
+/// and jumps to the target function. The code is written once per page, before anything runs, and is read-execute only
+/// from then on; what a thunk calls with is data beside it.
 ///
 /// A thunk is not on the stack while its target runs, so its object may go at any time. An address that was handed out
 /// stays callable for the life of the process: after the thunk is gone it answers 0 until, as late as possible, another
