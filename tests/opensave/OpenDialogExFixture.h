@@ -72,6 +72,8 @@ protected:
         return Await("the folder's files are shown", [&dialog] { return IsWindowVisible(ListOf(dialog)) != 0; });
     }
 
+    static TStep Cancel(const TKxOpenDialogEx& dialog) { return Press(dialog, IDCANCEL); }
+
     /// Writes a value of the section of recent files.
     void WriteValue(const std::string& name, const std::string& value) const {
         TRegIniFile(Key).WriteString("RecentFiles", name, value);
