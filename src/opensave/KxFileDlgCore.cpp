@@ -73,15 +73,16 @@ void TKxFileDlgCore::FireShow() {
     }
 }
 
-void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height) {
+void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange) {
     FFirstTimeFlag = false; // now, since what follows paints the frame again
-    const TRect outer = KxWindowRect(FDlgHandle);
-    if (Width(outer) != width || Height(outer) != height) {
-        // All of it is painted anew at the end. Until then nothing is to be: the system erases whatever waits for it
-        // with each window that it moves.
-        RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_ALLCHILDREN);
-    }
+    // All of it is painted anew at the end. Until then nothing is to be: the system would erase the uncovered parts of
+    // the dialog with each window that it moves.
+    DefWindowProcA(FDlgHandle, WM_SETREDRAW, FALSE, 0);
     ResizeWindow(FDlgHandle, width, height);
+    if (arrange) {
+        Guarded(arrange);
+    }
+    DefWindowProcA(FDlgHandle, WM_SETREDRAW, TRUE, 0);
     KxSetPosition(FDlgHandle, FParams);
     // The window moves without being drawn, in the middle of its first painting: what lay outside its former place on
     // the screen would stay unpainted, and the system may be about to paint with the clipping of that place.

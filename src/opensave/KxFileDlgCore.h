@@ -4,6 +4,7 @@
 #include "opensave/KxFileDlgWindow.h"
 #include "ui/Dialogs.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -127,8 +128,9 @@ protected:
     void DockForms();
     /// Fires OnShow and the internal notification, whose handlers may free the dialog.
     void FireShow();
-    /// Gives the dialog window, which is being shown, its outer size in pixels and its place.
-    void PlaceFirst(int32_t width, int32_t height);
+    /// Gives the dialog window, which is being shown, its outer size in pixels and its place. `arrange`, if any, then
+    /// puts into place what depends on the size; nothing is painted meanwhile.
+    void PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange = {});
     /// The dialog window is being destroyed: undocks the forms, takes their room and `extraWidth` from it, and
     /// remembers its size.
     void ShrinkBack(int32_t extraWidth = 0);

@@ -51,7 +51,8 @@ const TClass& TKxOpenDialog::StaticClass() {
 TKxCustomOpenDialog::TKxCustomOpenDialog(TComponent* owner)
     : TOpenDialog(owner), TKxFileDlgCore(static_cast<TOpenDialog&>(*this)), FExtFilter(this),
       FListMessages(TWndMethod(this, &TKxCustomOpenDialog::NewLVProc)),
-      FViewMessages(TWndMethod(this, &TKxCustomOpenDialog::NewDVProc)), FIsWinXP(HasNewerShellView()) {
+      FViewMessages(TWndMethod(this, &TKxCustomOpenDialog::NewDVProc)) {
+    FIsWinXP = HasNewerShellView();
     SetOptionsEx({ofExNoPlacesBar});
     FPlaceOptions.SetDlg(this);
     SHGetDesktopFolder(FShellFolder.put());

@@ -123,6 +123,8 @@ protected:
     /// The dialog watches all messages of its thread for the one by which the shell tells that its list is complete.
     virtual bool WatchesMessages() const;
 
+    bool FIsWinXP = false; ///< The shell's view has the commands of system 5.1 and later.
+
     void DoShow() override;
     void DoClose() override;
     bool DoCanClose() override;
@@ -228,7 +230,6 @@ private:
     TKxFormRef<TForm> FOKButtonFrm; ///< Holds FOKButton in the place of the OK button.
     TKxBitBtn* FOKButton = nullptr;
     TTimer FTimer;
-    bool FIsWinXP = false;       ///< The shell's view has the newer commands.
     bool FShareAsked = false;    ///< The system has reported a share violation since OK was pressed.
     bool FFiltering = false;     ///< The filter runs: what it does to the list is no refilling.
     LRESULT FFilteredCount = -1; ///< Entries that the filter left in the list; -1: it has not run on this one.

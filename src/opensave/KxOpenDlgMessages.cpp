@@ -46,10 +46,13 @@ void TKxCustomOpenDialog::WMNCPaint() {
     if (FFirstTimeFlag) {
         const TKxCustDlgParams& params = CustDlgParams();
         const int32_t barWidth = ShowCustomPlacesBar() ? FPBWidth : 0;
-        PlaceFirst(CheckedAdd(CheckedAdd(params.IncX(), CX), barWidth), CheckedAdd(params.IncY(), CY));
-        KeepInside();
-        PlaceToolBar();
-        AlignOkButton();
+        PlaceFirst(CheckedAdd(CheckedAdd(params.IncX(), CX), barWidth), CheckedAdd(params.IncY(), CY), [this] {
+            KeepInside();
+            PlaceToolBar();
+            AlignOkButton();
+            FitPlacesBar();
+            RefreshSelCtrl();
+        });
     }
     RefreshSelCtrl();
     Window().PushLowerControls(CustDlgParams());

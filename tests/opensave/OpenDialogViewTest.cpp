@@ -134,6 +134,62 @@ TEST_F(OpenDialogView, AHandlerMayThrowOrCloseTheDialog) {
     EXPECT_FALSE(RunDialog(Dialog, {Perform("a change", [&] { Dialog.SetFileListViewStyle(lvsReport); })}));
 }
 
+// --- Shells before system 5.1, which tell of a style by their list alone
+
+class TOldShellDialog : public TKxOpenDialog {
+public:
+    explicit TOldShellDialog(TComponent* owner) : TKxOpenDialog(owner) { FIsWinXP = false; }
+};
+
+class OpenDialogOldShell : public OpenDialogView {
+protected:
+    OpenDialogOldShell() {
+        Old.SetOnSelectionStyleChanging([this](TObject*, TViewStyle style, bool& allow) {
+            Log.push_back("changing to " + IntToStr(style));
+            allow = Allowed;
+        });
+        Old.SetOnSelectionStyleChange(
+            [this](TObject*, TViewStyle style) { Log.push_back("changed to " + IntToStr(style)); });
+    }
+    /// Changes the view as such a shell does.
+    void SetListStyle(DWORD view) {
+        HWND list = ListOf(Old);
+        const auto style = static_cast<DWORD>(GetWindowLongPtrA(list, GWL_STYLE));
+        SetWindowLongPtrA(list, GWL_STYLE, static_cast<LONG_PTR>((style & ~DWORD{LVS_TYPEMASK}) | view));
+    }
+
+    TKxOpenDialog& Old = NewDialog<TOldShellDialog>();
+};
+
+TEST_F(OpenDialogOldShell, AChangedListIsAskedAboutAndReported) {
+    Look(Old, [&] {
+        SetListStyle(LVS_REPORT);
+        EXPECT_EQ(Old.FileListViewStyle(), lvsReport);
+        SetListStyle(LVS_REPORT);
+        SetListStyle(LVS_SMALLICON);
+        EXPECT_EQ(Old.SelectionStyle(), vsSmallIcon);
+        SetListStyle(LVS_ICON);
+        EXPECT_EQ(Old.SelectionStyle(), vsIcon);
+    });
+    EXPECT_THAT(Log, ElementsAre("changing to 3", "changed to 3", "changing to 1", "changed to 1", "changing to 0",
+                                 "changed to 0"));
+}
+
+TEST_F(OpenDialogOldShell, AVetoKeepsTheListAsItIs) {
+    Allowed = false;
+    Look(Old, [&] {
+        SetListStyle(LVS_REPORT);
+        EXPECT_EQ(Old.FileListViewStyle(), lvsList);
+    });
+    EXPECT_THAT(Log, ElementsAre("changing to 3"));
+}
+
+TEST_F(OpenDialogOldShell, ItsCommandsAreNotAskedAbout) {
+    Allowed = false;
+    Look(Old, [&] { SendMessageA(Old.GetDVHandle(), WM_COMMAND, KxViewCommand(lvsReport), 0); });
+    EXPECT_THAT(Log, ElementsAre("changing to 3")) << "only the change of the list is";
+}
+
 // --- Context menus
 
 TEST_F(OpenDialogView, BothContextMenusComeUnlessForbidden) { Run({MenuComes("one.txt"), MenuComes(nullptr)}); }
