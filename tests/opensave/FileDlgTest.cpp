@@ -195,6 +195,33 @@ std::vector<TStep> DragCorner(const TKxFileDlgCore& dialog, int dx, int dy) {
              }}};
 }
 
+void LogNavigation(TKxFileDlgCore& dialog, const TObject& sender, std::vector<std::string>& log,
+                   const std::string& veto) {
+    const auto note = [component = &sender, names = &log](const char* name) {
+        return TNotifyEvent([=](TObject* who) {
+            EXPECT_EQ(who, component);
+            names->emplace_back(name);
+        });
+    };
+    const auto ask = [component = &sender, names = &log, veto](const char* name) {
+        return TKxCtrlQueryEvent([=](TObject* who, bool& allow) {
+            EXPECT_EQ(who, component);
+            EXPECT_TRUE(allow);
+            names->emplace_back(name);
+            allow = veto != name;
+        });
+    };
+    dialog.SetOnUpLevelNavigating(ask("up?"));
+    dialog.SetOnUpLevelNavigate(note("up"));
+    dialog.SetOnDesktopNavigating(ask("desktop?"));
+    dialog.SetOnDesktopNavigate(note("desktop"));
+    dialog.SetOnLastFolderNavigating(ask("back?"));
+    dialog.SetOnLastFolderNavigate(note("back"));
+    dialog.SetOnFolderCreating(ask("folder?"));
+    dialog.SetOnFilenameEntering(ask("enter?"));
+    dialog.SetOnFilenameChange(note("change"));
+}
+
 // --- The fixture
 
 TFileDlgTest::TFileDlgTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {

@@ -46,6 +46,11 @@ void PressToolButton(const TKxFileDlgCore& dialog, WORD command);
 /// Steps that drag the lower right corner of the dialog by so many pixels.
 std::vector<TStep> DragCorner(const TKxFileDlgCore& dialog, int dx, int dy);
 
+/// Has every event of the navigation bar and the file name noted in `log`, which outlives the dialog's running; `veto`
+/// names the query that says no. `sender` is the dialog component.
+void LogNavigation(TKxFileDlgCore& dialog, const TObject& sender, std::vector<std::string>& log,
+                   const std::string& veto = {});
+
 /// Every visible part of the dialog lies inside its client area, none overlaps a docked form, and all is painted.
 void ExpectCleanLayout(const TKxFileDlgCore& dialog);
 

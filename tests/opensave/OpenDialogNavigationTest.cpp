@@ -10,31 +10,7 @@ using testing::IsEmpty;
 class OpenDialogNavigation : public TOpenDialogTest {
 protected:
     /// Has the events noted in `Log`; `veto` names the query that says no.
-    void LogEvents(const std::string& veto = {}) {
-        const auto note = [this](const char* name) {
-            return TNotifyEvent([this, name](TObject* sender) {
-                EXPECT_EQ(sender, &Dialog);
-                Log.emplace_back(name);
-            });
-        };
-        const auto ask = [this, veto](const char* name) {
-            return TKxCtrlQueryEvent([this, veto, name](TObject* sender, bool& allow) {
-                EXPECT_EQ(sender, &Dialog);
-                EXPECT_TRUE(allow);
-                Log.emplace_back(name);
-                allow = veto != name;
-            });
-        };
-        Dialog.SetOnUpLevelNavigating(ask("up?"));
-        Dialog.SetOnUpLevelNavigate(note("up"));
-        Dialog.SetOnDesktopNavigating(ask("desktop?"));
-        Dialog.SetOnDesktopNavigate(note("desktop"));
-        Dialog.SetOnLastFolderNavigating(ask("back?"));
-        Dialog.SetOnLastFolderNavigate(note("back"));
-        Dialog.SetOnFolderCreating(ask("folder?"));
-        Dialog.SetOnFilenameEntering(ask("enter?"));
-        Dialog.SetOnFilenameChange(note("change"));
-    }
+    void LogEvents(const std::string& veto = {}) { LogNavigation(Dialog, Dialog, Log, veto); }
     /// What the commands of the navigation bar bring about, with the query of that name vetoed.
     std::vector<std::string> LogOf(std::initializer_list<WORD> commands, const std::string& veto = {}) {
         Log.clear();
