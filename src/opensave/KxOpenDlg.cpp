@@ -164,8 +164,10 @@ void TKxCustomOpenDialog::DoShow() {
     RefreshSelCtrl();
     DlgItemsCaptions().SetCaptions(DlgHandle());
     InstallHooks();
-    ShowFirstList();
-    FireShow();
+    ShowFirstList(); // whose filter may free the dialog
+    if (!alive.expired()) {
+        FireShow();
+    }
 }
 
 /// Notes the outer size that the dialog, without what is added to it, is going to have.

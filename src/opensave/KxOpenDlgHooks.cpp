@@ -22,11 +22,13 @@ bool TKxCustomOpenDialog::WatchesMessages() const {
 }
 
 void TKxCustomOpenDialog::RemoveHooks() {
-    for (HHOOK hook : {Globals().g_KeybHook, Globals().g_WndHook}) {
-        if (hook) {
+    const auto remove = [](HHOOK hook, HHOOK before) {
+        if (hook && hook != before) { // a showing that failed has none of its own
             UnhookWindowsHookEx(hook);
         }
-    }
+    };
+    remove(Globals().g_KeybHook, Fg_Globals.g_KeybHook);
+    remove(Globals().g_WndHook, Fg_Globals.g_WndHook);
     Globals() = Fg_Globals;
 }
 
@@ -73,8 +75,11 @@ void TKxCustomOpenDialog::MessageHandled(const CWPRETSTRUCT& message) {
 /// of it, and ask for no selection then.
 void TKxCustomOpenDialog::ViewCreated() {
     if (RecreateHWnds() && FLVH) {
+        const std::weak_ptr<const void> alive = Alive();
         ListRefilled();
-        ShowFolderInPlaces(); // some ways into a folder bring no notification either
+        if (!alive.expired()) {
+            ShowFolderInPlaces(); // some ways into a folder bring no notification either
+        }
     }
 }
 

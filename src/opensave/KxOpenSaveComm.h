@@ -9,6 +9,7 @@
 #include <shlobj.h>
 
 #include <array>
+#include <memory>
 
 namespace kx {
 
@@ -213,6 +214,7 @@ private:
     bool FEnabled = false;
     TKxFileFilterEvent FOnFilter;
     TComponent* FOwner;
+    std::shared_ptr<const void> FAlive = std::make_shared<char>(); ///< The handler may free the filter.
 };
 
 // --- Places bar

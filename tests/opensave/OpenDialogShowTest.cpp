@@ -207,7 +207,7 @@ TEST_F(OpenDialogShow, ASecondExecuteOfAShownDialogIsRefused) {
 }
 
 TEST_F(OpenDialogShow, MayBeFreedWhileItIsShown) {
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 5; ++i) {
         auto& dialog = NewDialog<TKxOpenDialog>();
         dialog.PlacesBar().SetNative(false);
         dialog.PlacesBar().Places().Add()->SetPlaceName("a");
@@ -217,7 +217,10 @@ TEST_F(OpenDialogShow, MayBeFreedWhileItIsShown) {
         case 0: dialog.SetOnShow(free); break;
         case 1: dialog.SetOnFolderChange(free); break;
         case 2: dialog.SetOnSelectionStyleChange([&](TObject*, TViewStyle) { dialog.Free(); }); break;
-        default: dialog.SetOnFilenameEntering([&](TObject*, bool&) { dialog.Free(); });
+        case 3: dialog.SetOnFilenameEntering([&](TObject*, bool&) { dialog.Free(); }); break;
+        default:
+            dialog.ExtFilter().SetEnabled(true);
+            dialog.SetOnIncludeFile([&](TObject*, const std::string&, bool&) { dialog.Free(); });
         }
         if (i == 2) {
             steps.push_back(Perform("details", [&] { dialog.SetFileListViewStyle(lvsReport); }));
