@@ -32,6 +32,14 @@ class TPreviewForm : public TMarkedForm {
 
 TFormPtr MakeForm(TColor color, int width, int height);
 
+inline std::vector<std::string> TextsOf(const TStrings& strings) {
+    std::vector<std::string> texts;
+    for (int i = 0; i < strings.Count(); ++i) {
+        texts.push_back(strings[i]);
+    }
+    return texts;
+}
+
 /// A step that only waits.
 inline TStep Await(std::string what, TCondition condition) { return {std::move(what), std::move(condition), {}}; }
 

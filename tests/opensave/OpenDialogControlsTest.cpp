@@ -26,14 +26,6 @@ protected:
     TFormPtr Custom;
 };
 
-std::vector<std::string> Texts(const TStrings& strings) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < strings.Count(); ++i) {
-        texts.push_back(strings.Get(i));
-    }
-    return texts;
-}
-
 // --- Selection and text
 
 TEST_F(OpenDialogControls, TheSelectionIsReadAndSet) {
@@ -42,7 +34,7 @@ TEST_F(OpenDialogControls, TheSelectionIsReadAndSet) {
         SelectItem(List(), "one.txt");
         EXPECT_EQ(Dialog.SelectedFiles(), "one.txt");
         Dialog.SetSelectedFiles("\"one.txt\" \"two.txt\"");
-        EXPECT_THAT(Texts(Dialog.SelectedFilesList()), ElementsAre("one.txt", "two.txt"));
+        EXPECT_THAT(TextsOf(Dialog.SelectedFilesList()), ElementsAre("one.txt", "two.txt"));
         EXPECT_EQ(Dialog.FilenameText(), "\"one.txt\" \"two.txt\"");
         TStringList names;
         names.Add("two.txt");
@@ -62,7 +54,7 @@ TEST_F(OpenDialogControls, WithACustomFormTheSelectionIsTheFileNamesText) {
     Look(Dialog, [&] {
         Dialog.SetFilenameText("typed by the form");
         EXPECT_EQ(Dialog.SelectedFiles(), "typed by the form");
-        EXPECT_THAT(Texts(Dialog.SelectedFilesList()), ElementsAre("typed by the form"));
+        EXPECT_THAT(TextsOf(Dialog.SelectedFilesList()), ElementsAre("typed by the form"));
     });
 }
 

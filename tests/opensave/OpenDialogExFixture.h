@@ -10,14 +10,6 @@
 
 namespace kx::test {
 
-inline std::vector<std::string> TextsOf(const TStrings& strings) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < strings.Count(); ++i) {
-        texts.push_back(strings[i]);
-    }
-    return texts;
-}
-
 /// Dialogs with recent files, and a registry key of the test's own, gone at the end.
 class TExDlgTest : public TFileDlgTest {
 protected:
