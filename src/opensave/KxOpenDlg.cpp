@@ -160,8 +160,7 @@ void TKxCustomOpenDialog::DoShow() {
     }
     Guarded([this] { BorrowToolBar(); });
     DockForms();
-    SetVisibleCtrls(VisibleControls());
-    RefreshSelCtrl();
+    SetVisibleCtrls(VisibleControls()); // and what the user selects with
     DlgItemsCaptions().SetCaptions(DlgHandle());
     InstallHooks();
     ShowFirstList(); // whose filter may free the dialog
