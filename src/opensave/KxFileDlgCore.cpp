@@ -4,11 +4,11 @@
 
 namespace kx {
 
-TKxFileDlgCore::TKxFileDlgCore(TOpenDialog& dialog) : FDialog(dialog) { FParams.SetDlg(&dialog); }
+TKxFileDlgCore::TKxFileDlgCore(TOpenDialog& dialog) : TKxDlgCore(dialog), FDialog(dialog) {}
 
 void TKxFileDlgCore::SetTitle(const std::string& value) {
-    FTitle = value;
-    Window().SetTitle(FTitle);
+    TKxDlgCore::SetTitle(value);
+    Window().SetTitle(value);
 }
 
 // --- Selection
@@ -48,29 +48,17 @@ void TKxFileDlgCore::SetVisibleCtrls(TKxOpenDlgControls value) {
 
 void TKxFileDlgCore::AttachDialog() {
     FClosingWindow = false;
-    HWND dialog = GetParent(FDialog.Handle());
-    FPipeline.Attach(dialog);
-    FDlgHandle = dialog;
-    if (!FTitle.empty()) {
-        SetTitle(FTitle);
+    TKxDlgCore::AttachDialog(GetParent(FDialog.Handle()));
+    if (!Title().empty()) {
+        Window().SetTitle(Title());
     }
-    FParams.SetClientRect(KxClientRect(dialog));
+    FParams.SetClientRect(KxClientRect(FDlgHandle));
 }
 
 void TKxFileDlgCore::DockForms() {
-    // A form whose OnShow fails must not cost the dialog the rest of its showing.
-    Guarded([this] { FParams.ConnectForms(FDlgHandle); });
+    TKxDlgCore::DockForms();
     Window().ClipUnderForms();
     FParams.SetCustRect(Window().SelectionRect());
-}
-
-void TKxFileDlgCore::FireShow() {
-    const TNotifyEvent internalShow = FOnInternalShow;
-    const std::weak_ptr<const void> alive = FAlive;
-    Guarded([this] { FMyOnShow(&FDialog); });
-    if (!alive.expired()) {
-        internalShow(&FDialog);
-    }
 }
 
 void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange) {
@@ -98,12 +86,6 @@ void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
     ResizeWindow(FDlgHandle, width, height);
     CX = width;
     CY = height;
-}
-
-void TKxFileDlgCore::DetachDialog() {
-    FPipeline.Detach();
-    Application().HideHint();
-    FDlgHandle = nullptr;
 }
 
 // --- Messages

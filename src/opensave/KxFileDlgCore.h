@@ -1,8 +1,7 @@
 #pragma once
 
-#include "frame/KxDlgParamsPipeline.h"
+#include "frame/KxDlgCore.h"
 #include "opensave/KxFileDlgWindow.h"
-#include "ui/Dialogs.h"
 
 #include <functional>
 #include <memory>
@@ -14,17 +13,11 @@ namespace kx {
 /// running dialog. A dialog component inherits it beside TOpenDialog and hands it itself.
 ///
 /// Operations on the running dialog do nothing and read as empty while the dialog is not shown.
-class TKxFileDlgCore : public ICommonDialog, private TKxDlgPipeline::IDialog {
+class TKxFileDlgCore : public TKxDlgCore {
 public:
-    TKxFileDlgCore(const TKxFileDlgCore&) = delete;
-    TKxFileDlgCore& operator=(const TKxFileDlgCore&) = delete;
-
     // --- Settings
 
-    const std::string& Title() const { return FTitle; } ///< Empty: the system's title.
-    void SetTitle(const std::string& value);
-    TKxCustDlgParams& CustDlgParams() { return FParams; }
-    void SetCustDlgParams(const TKxCustDlgParams& value) { FParams.Assign(&value); }
+    void SetTitle(const std::string& value); ///< Also that of the running dialog.
     TKxOpenDlgCaptions& DlgItemsCaptions() { return FCaptions; }
     TKxOpenDlgControls VisibleControls() const { return FCtrls; }
     void SetVisibleControls(TKxOpenDlgControls value) { SetVisibleCtrls(value); }
@@ -59,19 +52,8 @@ public:
     /// Keeps the set and, in the running dialog, shows and hides the controls by it.
     virtual void SetVisibleCtrls(TKxOpenDlgControls value);
 
-    // --- ICommonDialog
-
-    HWND GetCommonDialogHandle() const override { return FDlgHandle; }
-    TNotifyEvent GetCommonDialogInternalShowEvent() const override { return FOnInternalShow; }
-    void SetCommonDialogInternalShowEvent(const TNotifyEvent& event) override { FOnInternalShow = event; }
-    void CloseDialog(int modalResult) override { KxCloseDialog(FDlgHandle, modalResult); }
-    TKxCustDlgParams& GetCustDlgParams() override { return FParams; }
-
     // --- Events. Those named ...ing come before the system acts and may keep it from acting.
 
-    /// The dialog is complete and about to become visible.
-    const TNotifyEvent& OnShow() const { return FMyOnShow; }
-    void SetOnShow(TNotifyEvent value) { FMyOnShow = std::move(value); }
     const TNotifyEvent& OnDesktopNavigate() const { return FOnDesktop; }
     void SetOnDesktopNavigate(TNotifyEvent value) { FOnDesktop = std::move(value); }
     const TKxCtrlQueryEvent& OnDesktopNavigating() const { return FGoingDesktop; }
@@ -91,16 +73,10 @@ public:
     void SetOnFilenameChange(TNotifyEvent value) { FChangeFName = std::move(value); }
     const TKxCtrlQueryEvent& OnFilenameEntering() const { return FEnteringFName; } ///< OK was pressed.
     void SetOnFilenameEntering(TKxCtrlQueryEvent value) { FEnteringFName = std::move(value); }
-    /// Each message of the dialog window: after the dialog handled it, and before, with a veto.
-    const TWndMethod& OnEventHook() const { return FOnHookEvent; }
-    void SetOnEventHook(TWndMethod value) { FOnHookEvent = std::move(value); }
-    const TKxMsgQueryEvent& OnEventHooking() const { return FHooking; }
-    void SetOnEventHooking(TKxMsgQueryEvent value) { FHooking = std::move(value); }
 
 protected:
     /// `dialog` is the component that this is a part of.
     explicit TKxFileDlgCore(TOpenDialog& dialog);
-    virtual ~TKxFileDlgCore() = default;
 
     // Fire their events
     virtual void DoFolderCreating(bool& allow) { FCreatingFolder(&FDialog, allow); }
@@ -110,8 +86,7 @@ protected:
     virtual void DoUpLevelNavigate() { FGoParent(&FDialog); }
     virtual void DoLastFolderNavigating(bool& allow) { FGoingLastFolder(&FDialog, allow); }
     virtual void DoLastFolderNavigate() { FGoLastFolder(&FDialog); }
-    virtual void DoHookEvent(TMessage& message) { FOnHookEvent(message); }
-    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { FHooking(&FDialog, message, allow); }
+    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
     virtual void DoFilenameEntering(bool& allow) { FEnteringFName(&FDialog, allow); }
     virtual void DoFilenameChange() { FChangeFName(&FDialog); }
 
@@ -126,15 +101,12 @@ protected:
     void AttachDialog();
     /// Docks the forms and notes where the file list is.
     void DockForms();
-    /// Fires OnShow and the internal notification, whose handlers may free the dialog.
-    void FireShow();
     /// Gives the dialog window, which is being shown, its outer size in pixels and its place. `arrange`, if any, then
     /// puts into place what depends on the size; nothing is painted meanwhile.
     void PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange = {});
     /// The dialog window is being destroyed: undocks the forms, takes their room and `extraWidth` from it, and
     /// remembers its size.
     void ShrinkBack(int32_t extraWidth = 0);
-    void DetachDialog();
 
     // --- Messages of the dialog window
 
@@ -146,28 +118,18 @@ protected:
 
     int32_t CX = 0; ///< Remembered outer size of the dialog in pixels, without docked forms; 0: not measured yet.
     int32_t CY = 0;
-    TKxCustDlgParams FParams;
     TKxOpenDlgCaptions FCaptions;
     bool FClosingWindow = false; ///< The dialog window is being destroyed.
-    HWND FDlgHandle = nullptr;
     TKxOpenDlgControls FCtrls = KxAllOpenDlgControls;
     bool FFirstTimeFlag = false; ///< The dialog window has not been placed in this run.
-    TNotifyEvent FOnInternalShow;
 
 private:
     bool AllowsCommand(TKxFileDlgCommand command);
     void FireHooking(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
-    void FireHook(TMessage& message) override { DoHookEvent(message); }
 
     TOpenDialog& FDialog;
-    std::shared_ptr<const void> FAlive = std::make_shared<int>(); ///< Handlers may free the dialog.
-    TKxDlgPipeline FPipeline{*this};
-    std::string FTitle;
     TStringList FSelFiles;
     unique_pidl FSelPathIDList;
-    TNotifyEvent FMyOnShow;
-    TWndMethod FOnHookEvent;
-    TKxMsgQueryEvent FHooking;
     TKxCtrlQueryEvent FCreatingFolder;
     TKxCtrlQueryEvent FGoingParent;
     TKxCtrlQueryEvent FGoingDesktop;
