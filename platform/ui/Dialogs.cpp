@@ -63,6 +63,23 @@ private:
     std::shared_ptr<void> FEvent;
 };
 
+BOOL CALLBACK FindOwned(HWND window, LPARAM data) {
+    auto& search = *reinterpret_cast<std::pair<HWND, HWND>*>(data); // the owner, and what it owns
+    if (GetWindow(window, GW_OWNER) == search.first) {
+        search.second = window;
+    }
+    return search.second == nullptr;
+}
+
+/// Destroys the boxes and dialogs that a dialog of this thread has opened, as destroying the dialog would.
+void DestroyOwnedWindows(HWND dialog) {
+    std::pair<HWND, HWND> search(dialog, nullptr);
+    do {
+        search.second = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), FindOwned, reinterpret_cast<LPARAM>(&search));
+    } while (search.second && DestroyWindow(search.second));
+}
+
 /// Answers a dialog or a message box, of whatever thread, with the most harmless of its buttons.
 void CancelDialog(HWND dialog) {
     for (const int id : {IDCANCEL, IDNO, IDABORT, IDOK}) {
@@ -179,10 +196,22 @@ void TCommonDialog::CloseShown() {
         CloseFromOutside(dialog);
         return;
     }
-    // Cancelling would leave the windows to the message loop, which comes to them when the component has gone; and the
-    // boxes that the dialog opened would not let it end. Destroying it takes everything that it owns along, and all
-    // their loops end as cancelled. They look when a message wakes them.
-    DestroyWindow(dialog);
+    Leave(dialog);
+}
+
+/// Ends the dialog and has nothing to do with it any more. The system may be in the middle of one of its messages and
+/// needs its windows until it is through with that: here they only vanish.
+void TCommonDialog::Leave(HWND dialog) {
+    FEnding = true;
+    if (std::exchange(FShown, false)) {
+        Guarded([this] { DoClose(); });
+    }
+    FSubclass.Uninstall();
+    FHandle = nullptr;
+    SendMessageA(dialog, WM_CANCELMODE, 0, 0); // a menu or a drag of its own
+    DestroyOwnedWindows(dialog);
+    EndDialog(dialog, 0);
+    // The loops of what was destroyed look whether they are over when a message wakes them.
     PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 

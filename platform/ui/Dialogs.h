@@ -19,12 +19,12 @@ namespace kx {
 /// While the dialog is shown, the application's other windows of this thread are disabled. An exception out of an event
 /// goes to the application's exception handling and the dialog goes on.
 ///
-/// A dialog component may be freed while it is shown, by `Free` or by its owner: the system dialog is closed first, the
-/// boxes and dialogs that it opened included, `OnClose` fires as usual, and the `Execute` that shows it returns false
-/// without touching the component again. A descendant whose `Execute` or `DoClose` does anything with the object after
-/// the inherited one asks an `Alive` token that it took before. A destructor reached in another way (`delete`) closes
-/// the dialog too, but only what the object still is by then hears of it: a descendant that overrides `DoClose` or
-/// subclasses windows calls `CloseShown` first thing in its destructor.
+/// A dialog component may be freed while it is shown, by `Free` or by its owner, also in its own events: `OnClose`
+/// fires as usual, the system dialog ends as cancelled, the boxes and dialogs that it opened included, and the
+/// `Execute` that shows it returns false without touching the component again. A descendant whose `Execute` or
+/// `DoClose` does anything with the object after the inherited one asks an `Alive` token that it took before. A
+/// destructor reached in another way (`delete`) closes the dialog too, but only what the object still is by then hears
+/// of it: a descendant that overrides `DoClose` or subclasses windows calls `CloseShown` first thing in its destructor.
 class TCommonDialog : public TComponent {
     KX_CLASS()
 
@@ -74,7 +74,9 @@ protected:
     /// application's. The last one alone is asked for by other threads than the application's.
     static HWND OwnerWindow();
 
-    /// Closes the dialog if it is shown: for destructors only. When this returns, the dialog's windows are gone.
+    /// Closes the dialog if it is shown: for destructors only. When this returns, DoClose has run and the component has
+    /// nothing to do with the windows any more. They are gone from the screen; the system destroys them as soon as it
+    /// is through with the message of theirs that it may be in the middle of.
     void CloseShown();
 
     /// Expires when the component begins to go.
@@ -82,6 +84,7 @@ protected:
 
 private:
     void HandleMessage(TMessage& message);
+    void Leave(HWND dialog);
     void CloseFromOutside(HWND dialog) const;
 
     HWND FHandle = nullptr;

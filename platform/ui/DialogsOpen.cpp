@@ -301,7 +301,9 @@ void TOpenDialog::SystemDialogCreated(HWND window) {
     if (!FRun->Has(OFN_EXPLORER)) {
         DialogShown(); // the old dialog sends no notifications
     } else {
-        FRun->DialogMessages.SetHandler([this](TMessage& message) { DialogMessage(message); });
+        FRun->DialogMessages.SetHandler([this, run = FRun](TMessage& message) {
+            run->Alive.expired() ? run->DialogMessages.CallPrevious(message) : DialogMessage(message);
+        });
         FRun->DialogMessages.Install(DialogWindow());
     }
 }

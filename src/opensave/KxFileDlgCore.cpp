@@ -88,6 +88,13 @@ void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
     CY = height;
 }
 
+void TKxFileDlgCore::DetachDialog() {
+    if (!FClosingWindow) {
+        FParams.DisconnectForms();
+    }
+    TKxDlgCore::DetachDialog();
+}
+
 // --- Messages
 
 TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message) {

@@ -107,6 +107,9 @@ protected:
     /// The dialog window is being destroyed: undocks the forms, takes their room and `extraWidth` from it, and
     /// remembers its size.
     void ShrinkBack(int32_t extraWidth = 0);
+    /// Gives the window its own procedure back. A dialog that is left before its window is destroyed lets go of the
+    /// forms here.
+    void DetachDialog();
 
     // --- Messages of the dialog window
 
