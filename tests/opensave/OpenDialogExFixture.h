@@ -43,12 +43,9 @@ protected:
         SendMessageA(TabsOf(dialog), TCM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
         return dialog.TabControl()->ClientToScreen({(r.left + r.right) / 2, (r.top + r.bottom) / 2});
     }
-    /// A point of a recent file's name on the screen.
+    /// Middle of a recent file's name on the screen.
     static TPoint FileAt(TKxOpenDialogEx& dialog, int index) {
-        TListView& list = RecentList(dialog);
-        RECT r{LVIR_LABEL, 0, 0, 0};
-        SendMessageA(list.WindowHandle(), LVM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
-        return list.ClientToScreen({r.left + 8, (r.top + r.bottom) / 2});
+        return ItemCenter(RecentList(dialog).WindowHandle(), index);
     }
 
     /// Steps that click a tab and see its content.

@@ -206,33 +206,6 @@ TEST_F(OpenDialogShow, ASecondExecuteOfAShownDialogIsRefused) {
     });
 }
 
-TEST_F(OpenDialogShow, MayBeFreedWhileItIsShown) {
-    for (int i = 0; i < 5; ++i) {
-        auto& dialog = NewDialog<TKxOpenDialog>();
-        dialog.PlacesBar().SetNative(false);
-        dialog.PlacesBar().Places().Add()->SetPlaceName("a");
-        const auto free = [&](TObject*) { dialog.Free(); };
-        std::vector<TStep> steps;
-        switch (i) {
-        case 0: dialog.SetOnShow(free); break;
-        case 1: dialog.SetOnFolderChange(free); break;
-        case 2: dialog.SetOnSelectionStyleChange([&](TObject*, TViewStyle) { dialog.Free(); }); break;
-        case 3: dialog.SetOnFilenameEntering([&](TObject*, bool&) { dialog.Free(); }); break;
-        default:
-            dialog.ExtFilter().SetEnabled(true);
-            dialog.SetOnIncludeFile([&](TObject*, const std::string&, bool&) { dialog.Free(); });
-        }
-        if (i == 2) {
-            steps.push_back(Perform("details", [&] { dialog.SetFileListViewStyle(lvsReport); }));
-        } else if (i == 3) {
-            steps.push_back(Perform("OK", [&] { dialog.CloseDialog(mrOk); }));
-        }
-        EXPECT_FALSE(RunDialog([&] { return dialog.Execute(); }, steps)) << i;
-        EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), nullptr);
-        EXPECT_TRUE(IsWindowEnabled(Owner->WindowHandle()));
-    }
-}
-
 // --- Files that others hold
 
 class OpenDialogSharing : public OpenDialogShow {

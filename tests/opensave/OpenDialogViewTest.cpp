@@ -24,20 +24,13 @@ protected:
 
     /// Right-clicks an entry of the list, or its empty part.
     void RightClick(const char* entry) const {
-        RECT r{};
         if (entry) {
-            r.left = LVIR_LABEL;
             SelectItem(List(), entry);
-            SendMessageA(List(), LVM_GETITEMRECT, static_cast<WPARAM>(FindItem(List(), entry)),
-                         reinterpret_cast<LPARAM>(&r));
+            ClickAt(ItemCenter(List(), FindItem(List(), entry)), mbRight);
         } else {
-            GetClientRect(List(), &r);
-            r.left = r.right - 40;
-            r.top = r.bottom - 40;
+            const TRect list = ScreenRectOf(List());
+            ClickAt({list.Right - 40, list.Bottom - 40}, mbRight);
         }
-        POINT point{(r.left + r.right) / 2, (r.top + r.bottom) / 2};
-        ClientToScreen(List(), &point);
-        ClickAt(FromPOINT(point), mbRight);
     }
     /// Steps that right-click and expect the menu; `check` looks at it.
     std::vector<TStep> MenuComes(const char* entry, std::function<void(HMENU menu)> check = {}) const {

@@ -172,14 +172,16 @@ bool TDialogDriver::Run(const std::function<bool()>& execute) {
     FNext = 0;
     watchdog.Progress(Pending());
     Runs.push_back(this);
-    const UINT_PTR timer = SetTimer(nullptr, 0, TickInterval, TimerProc);
+    // The timer of a window, not one with a procedure: the system keeps to itself the faults that come out of those.
+    const unique_hwnd ticker(CreateWindowExA(0, "Static", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
+    SetWindowLongPtrA(ticker.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(TickerProc));
+    SetTimer(ticker.get(), 1, TickInterval, nullptr);
     bool result = false;
     try {
         result = execute();
     } catch (const std::exception& e) {
         ADD_FAILURE() << "the dialog raised: " << e.what();
     }
-    KillTimer(nullptr, timer);
     Runs.pop_back();
     FWatchdog = nullptr;
     const std::string reason = watchdog.Reason();
@@ -191,11 +193,15 @@ bool TDialogDriver::Run(const std::function<bool()>& execute) {
     return result;
 }
 
-void CALLBACK TDialogDriver::TimerProc(HWND, UINT, UINT_PTR, DWORD) {
+LRESULT CALLBACK TDialogDriver::TickerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_TIMER) {
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
     if (!Runs.empty() && !Blocked) {
         KeepFocus();
         Runs.back()->Tick();
     }
+    return 0;
 }
 
 void TDialogDriver::Tick() {

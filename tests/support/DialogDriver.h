@@ -45,7 +45,7 @@ public:
 private:
     class TWatchdog;
 
-    static void CALLBACK TimerProc(HWND window, UINT message, UINT_PTR id, DWORD time);
+    static LRESULT CALLBACK TickerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void Tick();
     void Perform(const TStep& step);
     std::string Pending() const;

@@ -212,6 +212,14 @@ void SetItemSelected(HWND listView, int index, bool selected) {
 
 } // namespace
 
+TPoint ItemCenter(HWND listView, int index) {
+    RECT r{LVIR_LABEL, 0, 0, 0};
+    SendMessageA(listView, LVM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
+    POINT center{(r.left + r.right) / 2, (r.top + r.bottom) / 2};
+    ClientToScreen(listView, &center);
+    return FromPOINT(center);
+}
+
 bool SelectItem(HWND listView, std::string_view text) {
     const int index = FindItem(listView, text);
     if (index < 0) {

@@ -51,6 +51,8 @@ int ItemCount(HWND listView);
 std::string ItemText(HWND listView, int index);
 std::vector<std::string> ItemTexts(HWND listView);
 int FindItem(HWND listView, std::string_view text); ///< -1 when there is none.
+/// Middle of the item's text, in screen coordinates.
+TPoint ItemCenter(HWND listView, int index);
 /// Selects just the item of that text. False when there is none.
 bool SelectItem(HWND listView, std::string_view text);
 /// Selects all items. The parent is told of the last one only: it would look at the whole selection for each.

@@ -71,16 +71,10 @@ TEST_F(OpenDialog, ReturnsTheFileChosenInTheListByKeyboard) {
 }
 
 TEST_F(OpenDialog, ReturnsTheFileChosenByDoubleClick) {
-    const bool confirmed =
-        RunDialog(Dialog, {Perform("double click", [&] {
-                      HWND list = FileListOf(Dialog.DialogWindow());
-                      RECT item{LVIR_LABEL, 0, 0, 0};
-                      SendMessageA(list, LVM_GETITEMRECT, static_cast<WPARAM>(FindItem(list, "one.txt")),
-                                   reinterpret_cast<LPARAM>(&item));
-                      POINT at{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
-                      ClientToScreen(list, &at);
-                      DoubleClickAt(FromPOINT(at));
-                  })});
+    const bool confirmed = RunDialog(Dialog, {Perform("double click", [&] {
+                                         HWND list = FileListOf(Dialog.DialogWindow());
+                                         DoubleClickAt(ItemCenter(list, FindItem(list, "one.txt")));
+                                     })});
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(Dialog.FileName(), Folder.Path("one.txt"));
 }

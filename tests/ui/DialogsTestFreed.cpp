@@ -85,6 +85,11 @@ protected:
     }
     void ExpectClosedOnce() const { EXPECT_EQ(Record.Closed, 1); }
 
+    TPoint FileAt(const char* name) const {
+        HWND list = FileListOf(Dialog->DialogWindow());
+        return ItemCenter(list, FindItem(list, name));
+    }
+
     TNotifyEvent FreeIt() {
         return [this](TObject*) { Dialog->Free(); };
     }
@@ -173,6 +178,32 @@ TEST_F(FreedDialog, InOnTypeChange) {
     Dialog->SetOnTypeChange(FreeIt());
     RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
                       ChooseInCombo(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId), 1, CBN_SELENDOK);
+                  }}});
+    ExpectClosedOnce();
+}
+
+TEST_F(FreedDialog, InALaterFolderChangeByADoubleClick) {
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      Dialog->SetOnFolderChange(FreeIt());
+                      DoubleClickAt(FileAt("inner"));
+                  }}});
+    ExpectClosedOnce();
+}
+
+TEST_F(FreedDialog, InOnSelectionChangeByAClick) {
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      Dialog->SetOnSelectionChange(FreeIt());
+                      ClickAt(FileAt("one.txt"));
+                  }}});
+    ExpectClosedOnce();
+}
+
+TEST_F(FreedDialog, InOnTypeChangeByTheKeyboard) {
+    Dialog->SetOnTypeChange(FreeIt());
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      SetFocus(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId));
+                      PressKey(VK_DOWN);
+                      PressKey(VK_RETURN);
                   }}});
     ExpectClosedOnce();
 }

@@ -393,13 +393,6 @@ TEST_F(ListView, SelectionFiresAndSurvivesARecreation) {
     EXPECT_THROW(Control->Items()[3], EListError);
 }
 
-/// A point of an item's text on the screen.
-TPoint ItemAt(TListView& list, int index) {
-    RECT r{LVIR_LABEL, 0, 0, 0};
-    SendMessageA(list.Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
-    return list.ClientToScreen({r.left + 4, (r.top + r.bottom) / 2});
-}
-
 TEST_F(ListView, ADoubleClickComesBehindTheSelection) {
     Control->SetViewStyle(vsReport);
     Control->Columns().Add().SetCaption("Name");
@@ -409,7 +402,7 @@ TEST_F(ListView, ADoubleClickComesBehindTheSelection) {
     Control->SetOnSelectItem([&](TObject*, TListItem* item, bool) { log.push_back("select " + item->Caption()); });
     Control->SetOnDblClick([&](TObject*) { log.push_back("double click " + Control->Selected()->Caption()); });
     Show();
-    DoubleClickAt(ItemAt(*Control, 1));
+    DoubleClickAt(ItemCenter(Control->Handle(), 1));
     ASSERT_TRUE(PumpUntil([&] { return log.size() == 2; }));
     EXPECT_EQ(log, (std::vector<std::string>{"select b", "double click b"}));
 }
@@ -422,7 +415,7 @@ TEST_F(ListView, MayBeFreedByADoubleClick) {
         freed = true;
     });
     Show();
-    DoubleClickAt(ItemAt(*Control, 0));
+    DoubleClickAt(ItemCenter(Control->Handle(), 0));
     EXPECT_TRUE(PumpUntil([&] { return freed; }));
 }
 
