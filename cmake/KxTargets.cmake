@@ -155,14 +155,19 @@ function(kx_add_program name)
     endif()
 endfunction()
 
-# kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [FILTER filter] [SOURCES file...] [LINK library...])
+# kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [FILTER filter] [SAME_AS test | SOURCES file...] [LINK library...])
 #
 # A GoogleTest program. Its tests are named preset/label/Suite.Test and carry the label: `ctest -L label`. SOURCES
-# defaults to all of the calling folder. FILTER, as GoogleTest has it, leaves out tests that another program runs. KX_TEST_DATA is the folder's data folder, as the program reaches it.
+# defaults to all of the calling folder; SAME_AS takes what another test program has compiled. FILTER, as GoogleTest has
+# it, leaves out tests that another program runs. KX_TEST_DATA is the folder's data folder, as the program reaches it.
 function(kx_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE" "LABEL;FILTER" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE" "LABEL;FILTER;SAME_AS" "SOURCES;LINK")
     kx_glob()
-    if(arg_SOURCES)
+    if(arg_SAME_AS)
+        set(KX_SOURCES $<TARGET_OBJECTS:${arg_SAME_AS}>)
+        set(KX_SCRIPTS)
+        set(KX_FORMS)
+    elseif(arg_SOURCES)
         set(KX_SOURCES ${arg_SOURCES})
     endif()
     if(NOT KX_SOURCES)
