@@ -62,18 +62,14 @@ void TKxFileDlgCore::DockForms() {
 }
 
 void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange) {
-    FFirstTimeFlag = false; // now, since what follows paints the frame again
-    // All of it is painted anew at the end. Until then nothing is to be: the system would erase the uncovered parts of
-    // the dialog with each window that it moves.
-    DefWindowProcA(FDlgHandle, WM_SETREDRAW, FALSE, 0);
+    FFirstTimeFlag = false; // now, since what follows may paint the frame
     ResizeWindow(FDlgHandle, width, height);
     if (arrange) {
         Guarded(arrange);
     }
-    DefWindowProcA(FDlgHandle, WM_SETREDRAW, TRUE, 0);
     KxSetPosition(FDlgHandle, FParams);
-    // The window moves without being drawn, in the middle of its first painting: what lay outside its former place on
-    // the screen would stay unpainted, and the system may be about to paint with the clipping of that place.
+    // In the middle of a painting, what lay outside the window's former place on the screen would stay unpainted, and
+    // the system may be about to paint with the clipping of that place.
     RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
@@ -86,13 +82,6 @@ void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
     ResizeWindow(FDlgHandle, width, height);
     CX = width;
     CY = height;
-}
-
-void TKxFileDlgCore::DetachDialog() {
-    if (!FClosingWindow) {
-        FParams.DisconnectForms();
-    }
-    TKxDlgCore::DetachDialog();
 }
 
 // --- Messages

@@ -101,15 +101,14 @@ protected:
     void AttachDialog();
     /// Docks the forms and notes where the file list is.
     void DockForms();
-    /// Gives the dialog window, which is being shown, its outer size in pixels and its place. `arrange`, if any, then
-    /// puts into place what depends on the size; nothing is painted meanwhile.
+    /// Gives the dialog window, once in a showing, its outer size in pixels and its place. `arrange`, if any, then puts
+    /// into place what depends on the size. To be called when the window is about to become visible, so that nothing of
+    /// its former size is seen or painted, and in its first non-client painting, in case it has become visible without
+    /// a word.
     void PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange = {});
-    /// The dialog window is being destroyed: undocks the forms, takes their room and `extraWidth` from it, and
-    /// remembers its size.
+    /// The dialog window is being destroyed, or left: undocks the forms, takes their room and `extraWidth` from it, and
+    /// remembers its size, as the system does.
     void ShrinkBack(int32_t extraWidth = 0);
-    /// Gives the window its own procedure back. A dialog that is left before its window is destroyed lets go of the
-    /// forms here.
-    void DetachDialog();
 
     // --- Messages of the dialog window
 

@@ -188,6 +188,9 @@ void TKxCustomOpenDialog::DoClose() {
     const std::weak_ptr<const void> alive = Alive();
     const bool going = alive.expired(); // the closing is part of the dialog's end
     FTimer.SetEnabled(false);
+    if (going && !FClosingWindow) {
+        LeaveWindow();
+    }
     FreePlacesBar(); // still there when the application kept WM_DESTROY from the dialog
     FreeOkButton();
     ReturnToolBar();

@@ -199,9 +199,10 @@ private:
     void DisableMenuItems(HMENU menu) const;
     bool IsMenuAllowed() const;
     int SelectedCount() const;
+    void ShowAsPlaced();
     void WMNCPaint();
     void WMSize(TMessage& message);
-    void WMDestroy();
+    void LeaveWindow();
 
     int32_t FPBWidth = 0; ///< Width of the places bar, in pixels.
     TDialogRef Fg_PrevCreationControl;

@@ -12,7 +12,8 @@ namespace kx {
 
 TKxMsgVerdict TKxCustomOpenDialog::BeforeSystem(TMessage& message) {
     switch (message.Msg) {
-    case WM_DESTROY: WMDestroy(); return mvPass;
+    case WM_DESTROY: LeaveWindow(); return mvPass;
+    case WM_SHOWWINDOW: ShowAsPlaced(); return mvPass;
     case WM_NCPAINT: WMNCPaint(); return mvPass;
     case WM_SIZE: WMSize(message); return mvPass;
     default: return TKxFileDlgCore::BeforeSystem(message);
@@ -37,12 +38,12 @@ void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
     }
 }
 
-void TKxCustomOpenDialog::WMDestroy() {
+void TKxCustomOpenDialog::LeaveWindow() {
     ShrinkBack(ShowCustomPlacesBar() ? FPBWidth : 0);
     FreePlacesBar();
 }
 
-void TKxCustomOpenDialog::WMNCPaint() {
+void TKxCustomOpenDialog::ShowAsPlaced() {
     if (FFirstTimeFlag) {
         const TKxCustDlgParams& params = CustDlgParams();
         const int32_t barWidth = ShowCustomPlacesBar() ? FPBWidth : 0;
@@ -54,6 +55,10 @@ void TKxCustomOpenDialog::WMNCPaint() {
             RefreshSelCtrl();
         });
     }
+}
+
+void TKxCustomOpenDialog::WMNCPaint() {
+    ShowAsPlaced();
     RefreshSelCtrl();
     Window().PushLowerControls(CustDlgParams());
     FitPlacesBar();

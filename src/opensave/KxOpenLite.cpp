@@ -120,6 +120,9 @@ void TKxCustomOpenLiteDialog::DoShow() {
 }
 
 void TKxCustomOpenLiteDialog::DoClose() {
+    if (Alive().expired() && !FClosingWindow) { // the dialog is freed and leaves its window
+        ShrinkBack();
+    }
     DetachDialog();
     TOpenDialog::DoClose();
 }
@@ -129,18 +132,21 @@ void TKxCustomOpenLiteDialog::DoClose() {
 TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
     switch (message.Msg) {
     case WM_DESTROY: ShrinkBack(); return mvPass;
-    case WM_NCPAINT: WMNCPaint(); return mvPass;
+    case WM_SHOWWINDOW: ShowAsPlaced(); return mvPass;
+    case WM_NCPAINT:
+        ShowAsPlaced();
+        Window().PushLowerControls(CustDlgParams());
+        return mvPass;
     case WM_SIZE: CustDlgParams().OnResizeWindow(message); return mvPass;
     default: return TKxFileDlgCore::BeforeSystem(message);
     }
 }
 
-void TKxCustomOpenLiteDialog::WMNCPaint() {
+void TKxCustomOpenLiteDialog::ShowAsPlaced() {
     if (FFirstTimeFlag) {
         const TKxCustDlgParams& params = CustDlgParams();
         PlaceFirst(CheckedAdd(params.IncX(), CX), CheckedAdd(params.IncY(), CY));
     }
-    Window().PushLowerControls(CustDlgParams());
 }
 
 } // namespace kx

@@ -47,7 +47,7 @@ private:
     using TDialogRef = TKxFormRef<TKxCustomOpenLiteDialog>;
     static TDialogRef& RunningRef();
 
-    void WMNCPaint();
+    void ShowAsPlaced();
 
     TKxPlacesBarLiteOptions FPBarOptions;
     TDialogRef FPrevCreationControl; ///< The running dialog before this one.

@@ -38,6 +38,9 @@ void TFrameDialog::DoShow() {
 }
 
 void TFrameDialog::DoClose() {
+    if (Alive().expired() && !FClosing) {
+        Leave();
+    }
     FPipeline.Detach();
     TOpenDialog::DoClose();
 }
@@ -60,18 +63,16 @@ TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
         break;
     case WM_SIZE: FParams.OnResizeWindow(message); break;
     case WM_GETMINMAXINFO: return FClosing ? mvSkip : mvPass;
-    case WM_DESTROY:
-        FClosing = true;
-        FParams.DisconnectForms();
-        Shrink();
-        break;
+    case WM_DESTROY: Leave(); break;
     default: break;
     }
     return mvPass;
 }
 
 /// The system shows the next dialog in the size in which this one goes.
-void TFrameDialog::Shrink() {
+void TFrameDialog::Leave() {
+    FClosing = true;
+    FParams.DisconnectForms();
     HWND dialog = FPipeline.Handle();
     const TRect r = KxWindowRect(dialog);
     SetWindowPos(dialog, nullptr, 0, 0, Width(r) - FParams.IncX(), Height(r) - FParams.IncY(),

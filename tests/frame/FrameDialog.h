@@ -55,7 +55,7 @@ private:
     void FireHook(TMessage& message) override;
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
     void AfterSystem(TMessage& message) override;
-    void Shrink();
+    void Leave();
 
     TKxCustDlgParams FParams;
     TKxDlgCaptions FCaptions;
