@@ -3,6 +3,7 @@
 #include "FrameDialog.h"
 
 #include "support/DialogDriver.h"
+#include "support/Painted.h"
 #include "ui/ExtCtrls.h"
 #include "ui/Menus.h"
 #include "ui/StdCtrls.h"
@@ -21,27 +22,6 @@ inline std::string NameOf(unsigned sides) {
         name += (sides & side) != 0 ? text : "";
     }
     return name.empty() ? "None" : name;
-}
-
-inline COLORREF ScreenPixel(int32_t x, int32_t y) {
-    const TWindowDC screen(nullptr);
-    return GetPixel(screen.Handle(), x, y);
-}
-
-/// The form shows its own colour in its middle and near all its corners: nothing covers it, nothing cuts it off.
-inline bool IsPainted(TForm& form) {
-    const TRect r = KxWindowRect(form.Handle());
-    constexpr int32_t inset = 2;
-    const int32_t middleX = (r.Left + r.Right) / 2;
-    const int32_t middleY = (r.Top + r.Bottom) / 2;
-    for (const int32_t x : {r.Left + inset, middleX, r.Right - 1 - inset}) {
-        for (const int32_t y : {r.Top + inset, middleY, r.Bottom - 1 - inset}) {
-            if (ScreenPixel(x, y) != ColorToRGB(form.Color())) {
-                return false;
-            }
-        }
-    }
-    return true;
 }
 
 inline TRect At(int32_t left, int32_t top, int32_t width, int32_t height) {
