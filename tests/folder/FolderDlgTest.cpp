@@ -1,0 +1,132 @@
+#include "FolderDlgTest.h"
+
+namespace kx::test {
+
+TFormPtr MakeForm(TColor color, int width, int height) {
+    TFormPtr form(NewForm<TForm>(nullptr));
+    form->SetColor(color);
+    form->SetBounds(30, 40, width, height);
+    return form;
+}
+
+const TClass& TPaneForm::StaticClass() {
+    static const TClassBuilder<TPaneForm> cls("TPaneForm", TForm::StaticClass());
+    return cls.Class();
+}
+
+TPaneForm::TPaneForm(TComponent* owner) : TForm(owner) {
+    SetColor(clSkyBlue);
+    SetBounds(30, 40, 130, 90);
+}
+
+// --- The running browser
+
+HWND ItemOf(const TKxCustomFolderDialog& dialog, int id) { return GetDlgItem(dialog.DialogWindow(), id); }
+
+HWND TreeOf(HWND browser) { return FindChild(browser, "SysTreeView32"); }
+
+HWND TreeOf(const TKxCustomFolderDialog& dialog) { return TreeOf(dialog.DialogWindow()); }
+
+namespace {
+
+HTREEITEM NextItem(HWND tree, WPARAM which, HTREEITEM item) {
+    return reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(item)));
+}
+
+std::string TreeText(HWND tree, HTREEITEM item) {
+    char text[MAX_PATH] = "";
+    TVITEMA record{};
+    record.mask = TVIF_TEXT;
+    record.hItem = item;
+    record.pszText = text;
+    record.cchTextMax = sizeof text;
+    SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&record));
+    return text;
+}
+
+std::vector<HTREEITEM> TreeItems(HWND tree) {
+    std::vector<HTREEITEM> items;
+    for (HTREEITEM item = NextItem(tree, TVGN_ROOT, nullptr); item; item = NextItem(tree, TVGN_NEXTVISIBLE, item)) {
+        items.push_back(item);
+    }
+    return items;
+}
+
+} // namespace
+
+std::vector<std::string> TreeTexts(HWND tree) {
+    std::vector<std::string> texts;
+    for (HTREEITEM item : TreeItems(tree)) {
+        texts.push_back(TreeText(tree, item));
+    }
+    return texts;
+}
+
+HTREEITEM FindTreeItem(HWND tree, const std::string& text) {
+    for (HTREEITEM item : TreeItems(tree)) {
+        if (TreeText(tree, item) == text) {
+            return item;
+        }
+    }
+    return nullptr;
+}
+
+void ClickTreeItem(HWND tree, const std::string& text) {
+    RECT r{};
+    HTREEITEM item = FindTreeItem(tree, text);
+    ASSERT_TRUE(item) << text << " is not in the tree";
+    SendMessageA(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    *reinterpret_cast<HTREEITEM*>(&r) = item;
+    ASSERT_TRUE(SendMessageA(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&r)));
+    POINT at{(r.left + r.right) / 2, (r.top + r.bottom) / 2};
+    ClientToScreen(tree, &at);
+    ClickAt(FromPOINT(at));
+}
+
+void SelectTreeItem(HWND tree, const std::string& text) {
+    HTREEITEM item = FindTreeItem(tree, text);
+    ASSERT_TRUE(item) << text << " is not in the tree";
+    SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
+}
+
+// --- The fixture
+
+TFolderDlgTest::TFolderDlgTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
+    Folder.AddFolder("alpha");
+    Folder.AddFolder("beta\\inner");
+    Folder.AddFile("letter.txt");
+    Owner->SetCaption("Owner");
+    Owner->SetBounds(260, 180, 500, 400);
+    Owner->Show();
+    Application().SetOnException([this](TObject*, const std::exception& e) { FExceptions.emplace_back(e.what()); });
+}
+
+TFolderDlgTest::~TFolderDlgTest() {
+    EXPECT_THAT(FExceptions, testing::IsEmpty());
+    EXPECT_EQ(TKxCustomFolderDialog::Running(), nullptr);
+    EXPECT_EQ(ActiveDialog(), nullptr);
+    Application().SetOnException(FPrevious);
+}
+
+TKxFolderDialog& TFolderDlgTest::NewDialog() {
+    auto* dialog = new TKxFolderDialog(Owner.get());
+    dialog->SetInitialDir(Folder.Path());
+    return *dialog;
+}
+
+bool TFolderDlgTest::Look(TKxCustomFolderDialog& dialog, const TAction& look) {
+    return RunDialog(dialog, {{"look at the dialog", {}, look}, Cancel(dialog)});
+}
+
+TStep TFolderDlgTest::Choose(const TKxCustomFolderDialog& dialog, const std::string& item) {
+    return {item + " can be chosen",
+            [&dialog, item] { return Shown(dialog)() && FindTreeItem(TreeOf(dialog), item) != nullptr; },
+            [&dialog, item] {
+                SelectTreeItem(TreeOf(dialog), item);
+                PressButton(ItemOf(dialog, IDOK));
+            }};
+}
+
+std::vector<std::string> TFolderDlgTest::TakeExceptions() { return std::exchange(FExceptions, {}); }
+
+} // namespace kx::test
