@@ -72,6 +72,7 @@ void TKxCustomFolderDialog::SetSpecIniFolder(TKxSpecShellFolder value) {
 
 void TKxCustomFolderDialog::SetOk(bool value) {
     FOK = value;
+    FOkGiven = true;
     Tell(BFFM_ENABLEOK, 0, value ? 1 : 0);
 }
 
@@ -295,7 +296,13 @@ void TKxCustomFolderDialog::Initialized() {
 void TKxCustomFolderDialog::SelChanged(LPCITEMIDLIST selection) {
     FSelPidl = CreatePIDLCopy(selection);
     FSelFolder = GetPathFromPIDL(selection);
-    DoSelectionChange();
+    const auto alive = Alive();
+    FOkGiven = false;
+    Guarded([this] { DoSelectionChange(); });
+    if (!alive.expired() && FOkGiven && FDlgHandle) {
+        // Wine enables the button by its own rules behind this notification: what the event said comes after that.
+        PostMessageA(FDlgHandle, BFFM_ENABLEOK, 0, FOK ? 1 : 0);
+    }
 }
 
 // --- Showing

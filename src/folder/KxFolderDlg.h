@@ -169,6 +169,7 @@ private:
     TNotifyEvent FOnSelChange;
     TCloseQueryEvent FOnCanClose;
     bool FOK = false;
+    bool FOkGiven = false; ///< SetOk was called since the last change of the selection.
     std::string FStatus;
     TKxBrowseForFolderFlags FOptions;
     unique_pidl FPidl;
