@@ -322,7 +322,7 @@ void TKxCustomFolderDialog::DoShow() {
     Guarded([this] { KxSetPosition(FDlgHandle, FParams); });
     Guarded([this] { TCommonDialog::DoShow(); });
     if (!alive.expired()) {
-        FireShow();
+        Guarded([this] { FireShow(); });
     }
 }
 
