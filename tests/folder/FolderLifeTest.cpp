@@ -386,6 +386,28 @@ TEST_P(FolderFreedIn, AHandlerItIsGoneWithoutATrace) {
     EXPECT_TRUE(IsWindowEnabled(Owner->Handle()));
 }
 
+/// The same with the keyboard.
+TEST_P(FolderFreedIn, AHandlerByKeyboardItIsGoneWithoutATrace) {
+    TDialogDriver driver;
+    if (!Armed) {
+        driver.Then("the dialog is shown", Shown(*Dialog), [this] {
+            SetFocus(TreeOf(*Dialog));
+            SelectTreeItem(TreeOf(*Dialog), "alpha");
+            Armed = true;
+            PressKey(VK_DOWN);
+        });
+        if (const std::string& event = std::get<0>(GetParam()); event.find("Selection") == std::string::npos) {
+            driver.Then(
+                "the key", [this] { return Dialog->SelFolder() == Folder.Path("beta"); }, [] { PressKey(VK_RETURN); });
+        }
+    }
+    TKxFolderDialog* const running = Dialog;
+    EXPECT_FALSE(driver.Run([&] { return running->Execute(); }));
+    EXPECT_EQ(Dialog, nullptr);
+    EXPECT_FALSE(Form->IsDocked());
+    EXPECT_TRUE(IsWindowEnabled(Owner->Handle()));
+}
+
 INSTANTIATE_TEST_SUITE_P(All, FolderFreedIn,
                          testing::Combine(testing::Values("OnShow", "InternalShow", "OnSelectionChange", "OnClose",
                                                           "OnCanClose", "HookingSelection", "HookSelection",
