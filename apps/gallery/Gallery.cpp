@@ -2,6 +2,8 @@
 #include "EventLogForm.h"
 #include "FavouritesForm.h"
 #include "FilterForm.h"
+#include "FolderChoiceForm.h"
+#include "FolderVetoForm.h"
 #include "GalleryForm.h"
 #include "KindsForm.h"
 #include "PreviewForm.h"
@@ -42,6 +44,8 @@ void CreateForms(TGalleryForm*& mainForm) {
     application.CreateForm(&ReferenceForm);
     application.CreateForm(&KindsForm);
     application.CreateForm(&VetoForm);
+    application.CreateForm(&FolderVetoForm);
+    application.CreateForm(&FolderChoiceForm);
     FavouritesForm->Add("Samples", Samples().Folder());
     for (const char* folder : {"Drawings", "Letters", "Müller & Söhne", "Чертежи"}) {
         FavouritesForm->Add(folder, Samples().Path(folder));

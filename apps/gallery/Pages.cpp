@@ -1,6 +1,7 @@
 #include "CaptionsPage.h"
 #include "DockingPage.h"
 #include "DropDownPage.h"
+#include "FolderPage.h"
 #include "NavigationPage.h"
 #include "OpenPage.h"
 #include "PlacesPage.h"
@@ -18,9 +19,9 @@ template <class T> TGalleryPage* New(TComponent* owner) { return NewForm<T>(owne
 
 std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
     return {
-        New<TPlainPage>(owner),      New<TDockingPage>(owner),  New<TCaptionsPage>(owner),
-        New<TNavigationPage>(owner), New<TDropDownPage>(owner), New<TPlacesPage>(owner),
-        New<TOpenPage>(owner),       New<TSavePage>(owner),     New<TRecentPage>(owner),
+        New<TPlainPage>(owner),    New<TDockingPage>(owner), New<TCaptionsPage>(owner), New<TNavigationPage>(owner),
+        New<TDropDownPage>(owner), New<TPlacesPage>(owner),  New<TOpenPage>(owner),     New<TSavePage>(owner),
+        New<TRecentPage>(owner),   New<TFolderPage>(owner),
     };
 }
 

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "GalleryPage.h"
+#include "folder/KxFolderDlg.h"
+#include "ui/StdCtrls.h"
+
+#include <string>
+
+namespace kx::gallery {
+
+/// The folder dialog.
+class TFolderPage : public TGalleryPage {
+    KX_CLASS()
+
+    explicit TFolderPage(TComponent* owner = nullptr);
+
+    void AddTour(TTour& tour) override;
+
+    void BrowseButtonClick(TObject* sender);
+    void DialogSelectionChange(TObject* sender);
+    void DialogCanClose(TObject* sender, bool& canClose);
+    void DialogEventHooking(TObject* sender, TMessage& message, bool& allowDispatch);
+
+private:
+    void ApplyTexts();
+    void ApplyBrowser();
+    void ApplyForms();
+    bool IsReady() const; ///< The dialog waits for the user.
+    void AddEndOfTour(TTour& tour);
+
+    TEdit* TitleEdit = nullptr;
+    TEdit* TextEdit = nullptr;
+    TEdit* StatusEdit = nullptr;
+    TEdit* OkEdit = nullptr;
+    TEdit* CancelEdit = nullptr;
+    TComboBox* RootCombo = nullptr;
+    TCheckBox* DisksBox = nullptr;
+    TCheckBox* FilesBox = nullptr;
+    TCheckBox* NewStyleBox = nullptr;
+    TCheckBox* NameBox = nullptr;
+    TCheckBox* EventsBox = nullptr;
+    TCheckBox* VetoesBox = nullptr;
+    TCheckBox* ChoiceBox = nullptr;
+    TButton* BrowseButton = nullptr;
+    TKxFolderDialog* Dialog = nullptr;
+    std::string FLastFolder; ///< That the last dialog returned; empty when it was cancelled.
+};
+
+} // namespace kx::gallery

@@ -1,0 +1,18 @@
+#include "FolderVetoForm.h"
+
+namespace kx::gallery {
+
+const TClass& TFolderVetoForm::StaticClass() {
+    static const TClassBuilder<TFolderVetoForm> cls("TFolderVetoForm", TForm::StaticClass(), [](auto& c) {
+        c.Field("CloseBox", &TFolderVetoForm::CloseBox);
+        c.Field("MoveBox", &TFolderVetoForm::MoveBox);
+        c.Field("EmptyBox", &TFolderVetoForm::EmptyBox);
+        c.Field("ChoiceBox", &TFolderVetoForm::ChoiceBox);
+        c.Method("ChoiceBoxClick", &TFolderVetoForm::ChoiceBoxClick);
+    });
+    return cls.Class();
+}
+
+TFolderVetoForm::TFolderVetoForm(TComponent* owner) : TForm(owner) { InitForm(*this, StaticClass()); }
+
+} // namespace kx::gallery

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ui/Forms.h"
+#include "ui/StdCtrls.h"
+
+namespace kx::gallery {
+
+/// What the folder dialog refuses and shows, docked below it.
+class TFolderVetoForm : public TForm {
+    KX_CLASS()
+
+    explicit TFolderVetoForm(TComponent* owner = nullptr);
+
+    void SetOnChoiceClick(TNotifyEvent value) { FOnChoiceClick = std::move(value); }
+
+    void ChoiceBoxClick(TObject*) { FOnChoiceClick(this); }
+
+    TCheckBox* CloseBox = nullptr;
+    TCheckBox* MoveBox = nullptr;
+    TCheckBox* EmptyBox = nullptr;
+    TCheckBox* ChoiceBox = nullptr;
+
+private:
+    TNotifyEvent FOnChoiceClick;
+};
+
+inline TFolderVetoForm* FolderVetoForm = nullptr;
+
+} // namespace kx::gallery
