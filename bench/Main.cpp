@@ -2,6 +2,7 @@
 // something on another machine.
 
 #include "FileListBench.h"
+#include "FolderDialogBench.h"
 #include "FormBench.h"
 #include "OpenDialogBench.h"
 #include "PlacesBarBench.h"
@@ -41,8 +42,9 @@ std::vector<TRow> MeasureForms() {
 constexpr struct {
     const char* Name;
     std::vector<TRow> (*Measure)();
-} groups[] = {{"paint", MeasureFirstPaint}, {"message", MeasureNullMessage}, {"forms", MeasureForms},
-              {"places", MeasurePlaces},    {"bar", MeasurePlacesBar},       {"list", MeasureFileList}};
+} groups[] = {{"paint", MeasureFirstPaint},   {"message", MeasureNullMessage}, {"forms", MeasureForms},
+              {"places", MeasurePlaces},      {"bar", MeasurePlacesBar},       {"list", MeasureFileList},
+              {"folder", MeasureFolderDialog}};
 
 /// Measures the groups that are named; all, when none is.
 int Run(std::span<char*> names) {

@@ -4,6 +4,7 @@
 #include "ui/Handles.h"
 
 #include <commdlg.h>
+#include <cstdio>
 #include <string_view>
 
 namespace kx::bench {
@@ -71,6 +72,25 @@ double Show(const std::function<void()>& showDialog, std::function<void(HWND)> o
 } // namespace
 
 double SecondsToFirstPaint(const std::function<void()>& showDialog) { return Show(showDialog, {}); }
+
+TRow CompareFirstPaint(const std::string& what, const std::function<void()>& ours,
+                       const std::function<void()>& bareDialog, double limit) {
+    constexpr int warmUps = 3;
+    constexpr int runs = 31;
+    std::vector<double> bareTimes;
+    std::vector<double> ourTimes;
+    for (int i = 0; i < warmUps + runs; ++i) {
+        const double bare = SecondsToFirstPaint(bareDialog) * 1000;
+        const double our = SecondsToFirstPaint(ours) * 1000;
+        if (i >= warmUps) {
+            bareTimes.push_back(bare);
+            ourTimes.push_back(our);
+        }
+    }
+    std::printf("  %s: 95th percentile %.1f ms, bare %.1f ms\n", what.c_str(), Percentile(ourTimes, 0.95),
+                Percentile(bareTimes, 0.95));
+    return {what, Median(ourTimes), "the bare system dialog", Median(bareTimes), "ms", limit};
+}
 
 void WithShownDialog(const std::function<void()>& showDialog, const std::function<void(HWND)>& measure) {
     Show(showDialog, measure);

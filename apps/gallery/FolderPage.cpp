@@ -154,6 +154,7 @@ void TFolderPage::AddTour(TTour& tour) {
         [this] {
             FolderVetoForm->CloseBox->SetChecked(true);
             Dialog->SetSelFolder(Samples().Path("Drawings"));
+            ::SetFocus(FindWindowExA(Dialog->DialogWindow(), nullptr, WC_TREEVIEWA, nullptr)); // it shows the selection
             Dialog->CloseDialog(mrOk);
         });
     tour.Then(

@@ -45,7 +45,7 @@ object FolderPage: TFolderPage
       Width = 252
       Height = 21
       TabOrder = 1
-      Text = 'Choose the folder into which the files are copied.'
+      Text = 'Choose the folder for the copies.'
     end
     object StatusLabel: TLabel
       Left = 16
