@@ -441,7 +441,10 @@ void TKxCustomFolderDialog::ShowStdSelectionCtrl(bool show) {
         return;
     }
     if (HWND tree = FindTree()) {
-        ShowWindow(tree, show ? SW_SHOW : SW_HIDE);
+        const bool isShown = (GetWindowLongA(tree, GWL_STYLE) & WS_VISIBLE) != 0;
+        if (isShown != show) { // showing it once more would cost as much as the first time
+            ShowWindow(tree, show ? SW_SHOW : SW_HIDE);
+        }
         return;
     }
     MessageBoxA(FDlgHandle,
