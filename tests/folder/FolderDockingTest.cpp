@@ -196,6 +196,17 @@ TEST_F(FolderCustomForm, StandsInPlaceOfTheTree) {
     EXPECT_FALSE(Custom->Visible());
 }
 
+TEST_F(FolderCustomForm, IsFoundByItsName) {
+    const TFormPtr named(new TPaneForm(&Application()));
+    auto& dialog = NewDialog();
+    dialog.CustDlgParams().SetCustFormName("paneform");
+    dialog.SetSelectionType(stCustom);
+    RunDialog(dialog, {{"the form is painted", [&] { return IsPainted(*named); },
+                        [&] { EXPECT_EQ(dialog.CustDlgParams().CustomForm(), named.get()); }},
+                       Cancel(dialog)});
+    EXPECT_FALSE(named->IsDocked());
+}
+
 TEST_F(FolderCustomForm, IsWiderByTheScrollBarOfALongTree) {
     for (int i = 0; i < 40; ++i) {
         Folder.AddFolder("sub" + std::to_string(i));

@@ -202,6 +202,19 @@ TEST_F(FolderLife, ADialogOpensFromTheShowingOfAnother) {
     EXPECT_EQ(outer.Folder(), Folder.Path("alpha"));
 }
 
+TEST_F(FolderLife, TheOuterDialogMayBeFreedInsideTheInner) {
+    auto* outer = new TKxFolderDialog(nullptr);
+    outer->SetInitialDir(Folder.Path());
+    auto& inner = NewDialog();
+    EXPECT_FALSE(RunDialog([&] { return outer->Execute(); },
+                           {{"the outer dialog is shown", Shown(*outer), [&] {
+                                 EXPECT_TRUE(RunDialog(inner, {Perform("free the outer one", [&] { outer->Free(); }),
+                                                               Choose(inner, "beta")}));
+                                 EXPECT_EQ(TKxCustomFolderDialog::Running(), nullptr);
+                             }}}));
+    EXPECT_EQ(inner.Folder(), Folder.Path("beta"));
+}
+
 TEST_F(FolderLife, AFailingDialogInsideAnotherLeavesItRunning) {
     auto& outer = NewDialog();
     auto& inner = NewDialog();
