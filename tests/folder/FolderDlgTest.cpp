@@ -91,10 +91,33 @@ void SelectTreeItem(HWND tree, const std::string& text) {
 
 // --- The fixture
 
+namespace {
+
+/// Listing the folder changes no time of it from now on. Wine's item lists carry a folder's last access, to two
+/// seconds, and its browser does not find a folder whose list differs in that: the first listing of a new folder would
+/// do it.
+void SettleAccessTime(const std::string& folder) {
+    constexpr ULONGLONG minute = 60 * 10'000'000ULL;
+    const unique_hfile handle(CreateFileA(folder.c_str(), FILE_WRITE_ATTRIBUTES,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    FILETIME time{};
+    GetSystemTimeAsFileTime(&time);
+    const ULONGLONG later = (ULONGLONG{time.dwHighDateTime} << 32) + time.dwLowDateTime + minute;
+    time = {static_cast<DWORD>(later), static_cast<DWORD>(later >> 32)};
+    EXPECT_TRUE(SetFileTime(handle.get(), nullptr, &time, nullptr)) << folder;
+}
+
+} // namespace
+
 TFolderDlgTest::TFolderDlgTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
     Folder.AddFolder("alpha");
     Folder.AddFolder("beta\\inner");
     Folder.AddFile("letter.txt");
+    for (const std::string& folder : {ExtractFileDir(Folder.Path()), Folder.Path(), Folder.Path("alpha"),
+                                      Folder.Path("beta"), Folder.Path("beta\\inner")}) {
+        SettleAccessTime(folder);
+    }
     Owner->SetCaption("Owner");
     Owner->SetBounds(260, 180, 500, 400);
     Owner->Show();
