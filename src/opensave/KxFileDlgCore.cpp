@@ -48,6 +48,7 @@ void TKxFileDlgCore::SetVisibleCtrls(TKxOpenDlgControls value) {
 
 void TKxFileDlgCore::AttachDialog() {
     FClosingWindow = false;
+    FFirstTimeFlag = false;
     TKxDlgCore::AttachDialog(GetParent(FDialog.Handle()));
     if (!Title().empty()) {
         Window().SetTitle(Title());
@@ -61,9 +62,27 @@ void TKxFileDlgCore::DockForms() {
     FParams.SetCustRect(Window().SelectionRect());
 }
 
-void TKxFileDlgCore::PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange) {
-    FFirstTimeFlag = false; // now, since what follows may paint the frame
-    ResizeWindow(FDlgHandle, width, height);
+void TKxFileDlgCore::FireShow() {
+    FFirstTimeFlag = true;
+    TKxDlgCore::FireShow();
+}
+
+/// The system gives a sizeable dialog, when it is complete, the size of the last one. It would lay it out for that and
+/// once more for the first size.
+void TKxFileDlgCore::ComeInFirstSize(WINDOWPOS& change) {
+    if (FFirstTimeFlag && (change.flags & SWP_NOSIZE) == 0 && !IsWindowVisible(FDlgHandle)) {
+        const TPoint size = FirstSize();
+        change.cx = size.X;
+        change.cy = size.Y;
+    }
+}
+
+void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
+    if (!std::exchange(FFirstTimeFlag, false)) { // now, since what follows may paint the frame
+        return;
+    }
+    const TPoint size = FirstSize();
+    ResizeWindow(FDlgHandle, size.X, size.Y);
     if (arrange) {
         Guarded(arrange);
     }
@@ -89,6 +108,7 @@ void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
 TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message) {
     bool allow = true;
     switch (message.Msg) {
+    case WM_WINDOWPOSCHANGING: ComeInFirstSize(message.LParamAs<WINDOWPOS>()); return mvPass;
     case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
     case WM_CONTEXTMENU: TKxCustDlgParams::TrackContextMenus(allow, message); return allow ? mvPass : mvSkip;
     case WM_COMMAND: return AllowsCommand(Window().CommandOf(message)) ? mvPass : mvStop;

@@ -95,17 +95,19 @@ protected:
 
     // --- Pieces of a showing
 
-    /// The dialog is about to be run.
-    void BeginRun() { FFirstTimeFlag = true; }
     /// Takes over the dialog window, the parent of the component's `Handle`.
     void AttachDialog();
     /// Docks the forms and notes where the file list is.
     void DockForms();
-    /// Gives the dialog window, once in a showing, its outer size in pixels and its place. `arrange`, if any, then puts
-    /// into place what depends on the size. To be called when the window is about to become visible, so that nothing of
-    /// its former size is seen or painted, and in its first non-client painting, in case it has become visible without
-    /// a word.
-    void PlaceFirst(int32_t width, int32_t height, const std::function<void()>& arrange = {});
+    /// The dialog is complete: fires OnShow and the internal notification, whose handlers may free it.
+    void FireShow();
+    /// Outer size, in pixels, in which the dialog comes up. @throws EIntOverflow
+    virtual TPoint FirstSize() { return {CheckedAdd(FParams.IncX(), CX), CheckedAdd(FParams.IncY(), CY)}; }
+    /// Gives the dialog window, once in a showing, its first size and its place. `arrange`, if any, then puts into
+    /// place what depends on the size. To be called when the window is about to become visible, so that nothing of its
+    /// former size is seen or painted, and in its first non-client painting, in case it has become visible without a
+    /// word.
+    void PlaceFirst(const std::function<void()>& arrange = {});
     /// The dialog window is being destroyed, or left: undocks the forms, takes their room and `extraWidth` from it, and
     /// remembers its size, as the system does.
     void ShrinkBack(int32_t extraWidth = 0);
@@ -123,9 +125,10 @@ protected:
     TKxOpenDlgCaptions FCaptions;
     bool FClosingWindow = false; ///< The dialog window is being destroyed.
     TKxOpenDlgControls FCtrls = KxAllOpenDlgControls;
-    bool FFirstTimeFlag = false; ///< The dialog window has not been placed in this run.
+    bool FFirstTimeFlag = false; ///< The dialog is complete, but not placed yet.
 
 private:
+    void ComeInFirstSize(WINDOWPOS& change);
     bool AllowsCommand(TKxFileDlgCommand command);
     void FireHooking(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
 

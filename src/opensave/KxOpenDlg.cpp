@@ -76,7 +76,6 @@ TKxCustomOpenDialog::TGlobals& TKxCustomOpenDialog::Globals() {
 // --- Running
 
 void TKxCustomOpenDialog::PrepareExecution() {
-    BeginRun();
     Fg_PrevCreationControl.Set(RunningDialog);
     RunningDialog = this;
 }

@@ -199,6 +199,7 @@ private:
     void DisableMenuItems(HMENU menu) const;
     bool IsMenuAllowed() const;
     int SelectedCount() const;
+    TPoint FirstSize() override;
     void ShowAsPlaced();
     void WMNCPaint();
     void WMSize(TMessage& message);

@@ -43,18 +43,19 @@ void TKxCustomOpenDialog::LeaveWindow() {
     FreePlacesBar();
 }
 
+TPoint TKxCustomOpenDialog::FirstSize() {
+    const TPoint size = TKxFileDlgCore::FirstSize();
+    return {CheckedAdd(size.X, ShowCustomPlacesBar() ? FPBWidth : 0), size.Y};
+}
+
 void TKxCustomOpenDialog::ShowAsPlaced() {
-    if (FFirstTimeFlag) {
-        const TKxCustDlgParams& params = CustDlgParams();
-        const int32_t barWidth = ShowCustomPlacesBar() ? FPBWidth : 0;
-        PlaceFirst(CheckedAdd(CheckedAdd(params.IncX(), CX), barWidth), CheckedAdd(params.IncY(), CY), [this] {
-            KeepInside();
-            PlaceToolBar();
-            AlignOkButton();
-            FitPlacesBar();
-            RefreshSelCtrl();
-        });
-    }
+    PlaceFirst([this] {
+        KeepInside();
+        PlaceToolBar();
+        AlignOkButton();
+        FitPlacesBar();
+        RefreshSelCtrl();
+    });
 }
 
 void TKxCustomOpenDialog::WMNCPaint() {

@@ -60,7 +60,6 @@ TKxCustomOpenLiteDialog::TDialogRef& TKxCustomOpenLiteDialog::RunningRef() {
 TKxCustomOpenLiteDialog* TKxCustomOpenLiteDialog::Running() { return RunningRef().Get(); }
 
 void TKxCustomOpenLiteDialog::PrepareExecution() {
-    BeginRun();
     FPrevCreationControl.Set(Running());
     RunningRef().Set(this);
 }
@@ -132,20 +131,13 @@ void TKxCustomOpenLiteDialog::DoClose() {
 TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
     switch (message.Msg) {
     case WM_DESTROY: ShrinkBack(); return mvPass;
-    case WM_SHOWWINDOW: ShowAsPlaced(); return mvPass;
+    case WM_SHOWWINDOW: PlaceFirst(); return mvPass;
     case WM_NCPAINT:
-        ShowAsPlaced();
+        PlaceFirst();
         Window().PushLowerControls(CustDlgParams());
         return mvPass;
     case WM_SIZE: CustDlgParams().OnResizeWindow(message); return mvPass;
     default: return TKxFileDlgCore::BeforeSystem(message);
-    }
-}
-
-void TKxCustomOpenLiteDialog::ShowAsPlaced() {
-    if (FFirstTimeFlag) {
-        const TKxCustDlgParams& params = CustDlgParams();
-        PlaceFirst(CheckedAdd(params.IncX(), CX), CheckedAdd(params.IncY(), CY));
     }
 }
 

@@ -47,8 +47,6 @@ private:
     using TDialogRef = TKxFormRef<TKxCustomOpenLiteDialog>;
     static TDialogRef& RunningRef();
 
-    void ShowAsPlaced();
-
     TKxPlacesBarLiteOptions FPBarOptions;
     TDialogRef FPrevCreationControl; ///< The running dialog before this one.
 };
