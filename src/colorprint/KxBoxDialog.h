@@ -1,0 +1,76 @@
+#pragma once
+
+#include "frame/KxDlgCore.h"
+#include "ui/Barrier.h"
+
+namespace kx {
+
+/// What the colour and the print dialog share: a dialog of the system, T, whose one window the library takes over as
+/// soon as it is complete.
+template <class T> class TKxBoxDialog : public T, public TKxDlgCore {
+public:
+    bool Execute() override { return T::Execute(); }
+    HWND GetCommonDialogHandle() const override { return T::Handle(); }
+
+    /// The user pressed OK; may keep the dialog open.
+    const TCloseQueryEvent& OnCanClose() const { return FOnCanClose; }
+    void SetOnCanClose(TCloseQueryEvent value) { FOnCanClose = std::move(value); }
+
+    // The library's own takes the place of the inherited one.
+    using TKxDlgCore::OnShow;
+    using TKxDlgCore::SetOnShow;
+
+protected:
+    explicit TKxBoxDialog(TComponent* owner) : T(owner), TKxDlgCore(static_cast<TCommonDialog&>(*this)) {}
+
+    /// The last part of a showing: captions, title, place, OnShow. Handlers may free the dialog.
+    void FinishShow(const TKxDlgCaptions& captions);
+
+    bool AllowsClosing() {
+        bool allow = true;
+        FOnCanClose(this, allow);
+        return allow;
+    }
+    /// A notification that the system's dialog gets of one of its controls.
+    static bool IsCommand(const TMessage& message, int control, int notification) {
+        return message.Msg == WM_COMMAND && message.WParamLo() == control && message.WParamHi() == notification;
+    }
+
+    /// Fires OnEventHooking, by the method that the dialog has for it.
+    virtual void Ask(TMessage& message, bool& allow) = 0;
+
+private:
+    void FireHooking(TMessage& message, bool& allow) override;
+
+    TCloseQueryEvent FOnCanClose;
+};
+
+template <class T> void TKxBoxDialog<T>::FinishShow(const TKxDlgCaptions& captions) {
+    const std::weak_ptr<const void> alive = T::Alive();
+    HWND window = T::Handle();
+    captions.SetCaptions(window);
+    if (!Title().empty()) {
+        SetWindowTextA(window, Title().c_str());
+    }
+    if (alive.expired()) {
+        return;
+    }
+    // A place that cannot be computed must not cost the dialog the rest of its showing.
+    Guarded([&] { KxSetPosition(window, FParams); });
+    if (!alive.expired()) {
+        FireShow();
+    }
+}
+
+template <class T> void TKxBoxDialog<T>::FireHooking(TMessage& message, bool& allow) {
+    const std::weak_ptr<const void> alive = T::Alive();
+    const bool going = alive.expired(); // then its destructor waits for this message
+    const bool destroyed = message.Msg == WM_DESTROY;
+    Ask(message, allow);
+    if (destroyed && !allow && (going || !alive.expired())) {
+        // The system is kept from the message, but the window goes all the same: with the forms, were they left in it.
+        Guarded([this] { this->DoClose(); });
+    }
+}
+
+} // namespace kx
