@@ -32,9 +32,9 @@ std::vector<TRow> MeasureFolderDialog() {
     modern.SetOptionsEx({ffNewDialogStyle});
     return {
         CompareFirstPaint(
-            "first paint of the folder dialog", [&] { classic.Execute(); }, [] { ShowBareBrowser(0); }, 1.10),
+            "first paint of the folder dialog", [] { ShowBareBrowser(0); }, [&] { classic.Execute(); }, 1.10),
         CompareFirstPaint(
-            "the same in the new style", [&] { modern.Execute(); }, [] { ShowBareBrowser(BIF_NEWDIALOGSTYLE); }, 1.10)};
+            "the same in the new style", [] { ShowBareBrowser(BIF_NEWDIALOGSTYLE); }, [&] { modern.Execute(); }, 1.10)};
 }
 
 } // namespace kx::bench

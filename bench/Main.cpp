@@ -1,6 +1,7 @@
 // Benchmarks. Each figure stands beside what it is held against, measured in the same run: only the ratios mean
 // something on another machine.
 
+#include "ColorPrintBench.h"
 #include "FileListBench.h"
 #include "FolderDialogBench.h"
 #include "FormBench.h"
@@ -42,9 +43,9 @@ std::vector<TRow> MeasureForms() {
 constexpr struct {
     const char* Name;
     std::vector<TRow> (*Measure)();
-} groups[] = {{"paint", MeasureFirstPaint},   {"message", MeasureNullMessage}, {"forms", MeasureForms},
-              {"places", MeasurePlaces},      {"bar", MeasurePlacesBar},       {"list", MeasureFileList},
-              {"folder", MeasureFolderDialog}};
+} groups[] = {{"paint", MeasureFirstPaint},    {"message", MeasureNullMessage}, {"forms", MeasureForms},
+              {"places", MeasurePlaces},       {"bar", MeasurePlacesBar},       {"list", MeasureFileList},
+              {"folder", MeasureFolderDialog}, {"color", MeasureColor},         {"print", MeasurePrint}};
 
 /// Measures the groups that are named; all, when none is.
 int Run(std::span<char*> names) {

@@ -31,11 +31,6 @@ std::unique_ptr<TForm> DockedForm(int width, int height) {
     return form;
 }
 
-/// Ours against the bare Open dialog.
-TRow CompareWithOpenDialog(const std::string& what, const std::function<void()>& ours, double limit) {
-    return CompareFirstPaint(what, ours, ShowBareOpenDialog, limit);
-}
-
 /// Nanoseconds of one sent null message; the best of several rounds is the one that nothing disturbed.
 double NullMessageCost(HWND window) {
     constexpr int messages = 5'000;
@@ -59,8 +54,8 @@ LRESULT CALLBACK PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
 std::vector<TRow> MeasureFirstPaint() {
     std::vector<TRow> rows;
     TKxOpenLiteDialog plain(&Application());
-    rows.push_back(CompareWithOpenDialog(
-        "first paint, nothing docked", [&] { plain.Execute(); }, 1.10));
+    rows.push_back(CompareFirstPaint(
+        "first paint, nothing docked", ShowBareOpenDialog, [&] { plain.Execute(); }, 1.10));
 
     const auto left = DockedForm(180, 200);
     const auto top = DockedForm(400, 90);
@@ -71,8 +66,8 @@ std::vector<TRow> MeasureFirstPaint() {
     docked.CustDlgParams().SetTopForm(top.get());
     docked.CustDlgParams().SetRightForm(right.get());
     docked.CustDlgParams().SetBottomForm(bottom.get());
-    rows.push_back(CompareWithOpenDialog(
-        "first paint, four forms of 20 controls", [&] { docked.Execute(); }, 1.5));
+    rows.push_back(CompareFirstPaint(
+        "first paint, four forms of 20 controls", ShowBareOpenDialog, [&] { docked.Execute(); }, 1.5));
 
     TKxOpenDialog full(&Application());
     full.CustDlgParams().Assign(&docked.CustDlgParams());
@@ -85,8 +80,8 @@ std::vector<TRow> MeasureFirstPaint() {
         place.SetPlaceIcon(3);
         place.SetPlaceHotIcon(4);
     }
-    rows.push_back(CompareWithOpenDialog(
-        "first paint, four forms and places", [&] { full.Execute(); }, 1.6));
+    rows.push_back(CompareFirstPaint(
+        "first paint, four forms and places", ShowBareOpenDialog, [&] { full.Execute(); }, 1.6));
     return rows;
 }
 

@@ -3,6 +3,7 @@
 #include "Report.h"
 #include "ui/Handles.h"
 
+#include <array>
 #include <commdlg.h>
 #include <cstdio>
 #include <string_view>
@@ -73,27 +74,27 @@ double Show(const std::function<void()>& showDialog, std::function<void(HWND)> o
 
 double SecondsToFirstPaint(const std::function<void()>& showDialog) { return Show(showDialog, {}); }
 
-TRow CompareFirstPaint(const std::string& what, const std::function<void()>& ours,
-                       const std::function<void()>& bareDialog, double limit) {
+void WithShownDialog(const std::function<void()>& showDialog, const std::function<void(HWND)>& measure) {
+    Show(showDialog, measure);
+}
+
+TRow CompareFirstPaint(const std::string& what, const std::function<void()>& bare, const std::function<void()>& ours,
+                       double limit) {
     constexpr int warmUps = 3;
     constexpr int runs = 31;
     std::vector<double> bareTimes;
     std::vector<double> ourTimes;
     for (int i = 0; i < warmUps + runs; ++i) {
-        const double bare = SecondsToFirstPaint(bareDialog) * 1000;
-        const double our = SecondsToFirstPaint(ours) * 1000;
+        const double bareTime = SecondsToFirstPaint(bare) * 1000;
+        const double ourTime = SecondsToFirstPaint(ours) * 1000;
         if (i >= warmUps) {
-            bareTimes.push_back(bare);
-            ourTimes.push_back(our);
+            bareTimes.push_back(bareTime);
+            ourTimes.push_back(ourTime);
         }
     }
     std::printf("  %s: 95th percentile %.1f ms, bare %.1f ms\n", what.c_str(), Percentile(ourTimes, 0.95),
                 Percentile(bareTimes, 0.95));
     return {what, Median(ourTimes), "the bare system dialog", Median(bareTimes), "ms", limit};
-}
-
-void WithShownDialog(const std::function<void()>& showDialog, const std::function<void(HWND)>& measure) {
-    Show(showDialog, measure);
 }
 
 void ShowBareOpenDialog() {
@@ -105,6 +106,26 @@ void ShowBareOpenDialog() {
     record.Flags = OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ENABLESIZING | OFN_HIDEREADONLY;
     record.lpfnHook = EmptyHook;
     GetOpenFileNameA(&record);
+}
+
+void ShowBareColorDialog() {
+    std::array<COLORREF, 16> colors{};
+    CHOOSECOLORA record{};
+    record.lStructSize = sizeof(record);
+    record.lpCustColors = colors.data();
+    record.Flags = CC_RGBINIT | CC_ENABLEHOOK;
+    record.lpfnHook = EmptyHook;
+    ChooseColorA(&record);
+}
+
+void ShowBarePrintDialog() {
+    PRINTDLGA record{};
+    record.lStructSize = sizeof(record);
+    record.Flags = PD_ENABLEPRINTHOOK | PD_HIDEPRINTTOFILE | PD_NOPAGENUMS | PD_NOSELECTION | PD_NOWARNING;
+    record.lpfnPrintHook = EmptyHook;
+    PrintDlgA(&record);
+    GlobalFree(record.hDevMode);
+    GlobalFree(record.hDevNames);
 }
 
 } // namespace kx::bench

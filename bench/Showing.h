@@ -12,15 +12,18 @@ namespace kx::bench {
 /// end of the dialog's first WM_PAINT. The dialog is then cancelled.
 double SecondsToFirstPaint(const std::function<void()>& showDialog);
 
-/// Time to the first paint of our dialog against that of the bare one. Shows the two in turn, so that what happens on
-/// the machine meanwhile meets both.
-TRow CompareFirstPaint(const std::string& what, const std::function<void()>& ours,
-                       const std::function<void()>& bareDialog, double limit);
-
 /// Runs `showDialog` likewise and calls `measure` with the dialog's window once it has been painted and is idle.
 void WithShownDialog(const std::function<void()>& showDialog, const std::function<void(HWND dialog)>& measure);
 
+/// The medians of the first paint of two dialogs, in milliseconds; prints their 95th percentiles. They are shown in
+/// turn, so that what happens on the machine meanwhile meets both. `bare` is the system's dialog alone.
+TRow CompareFirstPaint(const std::string& what, const std::function<void()>& bare, const std::function<void()>& ours,
+                       double limit);
+
 /// The system's Open dialog as the library runs it, with a hook that does nothing.
 void ShowBareOpenDialog();
+/// The system's colour and print dialogs in the same way.
+void ShowBareColorDialog();
+void ShowBarePrintDialog();
 
 } // namespace kx::bench

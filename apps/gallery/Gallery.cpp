@@ -1,4 +1,5 @@
 #include "AccessForm.h"
+#include "ChoiceForm.h"
 #include "EventLogForm.h"
 #include "FavouritesForm.h"
 #include "FilterForm.h"
@@ -46,6 +47,7 @@ void CreateForms(TGalleryForm*& mainForm) {
     application.CreateForm(&VetoForm);
     application.CreateForm(&FolderVetoForm);
     application.CreateForm(&FolderChoiceForm);
+    application.CreateForm(&ChoiceForm);
     FavouritesForm->Add("Samples", Samples().Folder());
     for (const char* folder : {"Drawings", "Letters", "Müller & Söhne", "Чертежи"}) {
         FavouritesForm->Add(folder, Samples().Path(folder));

@@ -1,4 +1,5 @@
 #include "CaptionsPage.h"
+#include "ColorPage.h"
 #include "DockingPage.h"
 #include "DropDownPage.h"
 #include "FolderPage.h"
@@ -6,6 +7,7 @@
 #include "OpenPage.h"
 #include "PlacesPage.h"
 #include "PlainPage.h"
+#include "PrintPage.h"
 #include "RecentPage.h"
 #include "SavePage.h"
 
@@ -21,7 +23,7 @@ std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
     return {
         New<TPlainPage>(owner),    New<TDockingPage>(owner), New<TCaptionsPage>(owner), New<TNavigationPage>(owner),
         New<TDropDownPage>(owner), New<TPlacesPage>(owner),  New<TOpenPage>(owner),     New<TSavePage>(owner),
-        New<TRecentPage>(owner),   New<TFolderPage>(owner),
+        New<TRecentPage>(owner),   New<TFolderPage>(owner),  New<TColorPage>(owner),    New<TPrintPage>(owner),
     };
 }
 

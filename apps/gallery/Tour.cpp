@@ -132,10 +132,12 @@ void TTour::Expect(const std::string& page, const std::string& result, const std
     }
 }
 
-bool IsReady(const TOpenDialog& dialog) {
+bool IsShown(const TCommonDialog& dialog) {
     const HWND window = dialog.DialogWindow();
-    return window && IsWindowVisible(window) && IsWindowEnabled(window) && PartsOf(dialog).GetLVHandle() != nullptr;
+    return window && IsWindowVisible(window) && IsWindowEnabled(window);
 }
+
+bool IsReady(const TOpenDialog& dialog) { return IsShown(dialog) && PartsOf(dialog).GetLVHandle() != nullptr; }
 
 bool ShowsFolder(const TOpenDialog& dialog, const std::string& folder) {
     return IsReady(dialog) && SameText(ExcludeTrailingPathDelimiter(PartsOf(dialog).GetSelPath()), folder);
@@ -168,7 +170,9 @@ void TypeName(const TOpenDialog& dialog, const std::string& name) {
 
 std::string TypedName(const TOpenDialog& dialog) { return PartsOf(dialog).GetFNameText(); }
 
-void PressButton(const TOpenDialog& dialog, int id) { SendMessageA(PartsOf(dialog).Item(id), BM_CLICK, 0, 0); }
+void PressButton(const TCommonDialog& dialog, int id) {
+    SendMessageA(GetDlgItem(dialog.DialogWindow(), id), BM_CLICK, 0, 0);
+}
 
 void PressReturn(const TOpenDialog& dialog) {
     const HWND button = PartsOf(dialog).Item(IDOK);

@@ -7,6 +7,7 @@
 #include <vector>
 
 namespace kx {
+class TCommonDialog;
 class TOpenDialog;
 class TToolBar;
 } // namespace kx
@@ -62,6 +63,11 @@ private:
 /// Prints a line on standard output, in UTF-8.
 void PrintLine(const std::string& line);
 
+// --- Any running dialog of the system
+
+bool IsShown(const TCommonDialog& dialog); ///< Visible and enabled.
+void PressButton(const TCommonDialog& dialog, int id);
+
 // --- The running file dialog, as a user sees it. `dialog` is shown.
 
 bool IsReady(const TOpenDialog& dialog);                                ///< Visible, enabled, with its files listed.
@@ -70,7 +76,6 @@ bool Lists(const TOpenDialog& dialog, const std::string& name);
 void SelectFile(const TOpenDialog& dialog, const std::string& name); ///< In the file list.
 void TypeName(const TOpenDialog& dialog, const std::string& name);   ///< Into the file name control.
 std::string TypedName(const TOpenDialog& dialog);
-void PressButton(const TOpenDialog& dialog, int id);
 void PressReturn(const TOpenDialog& dialog); ///< The focus stays where it is.
 /// Moves the dialog to a place inside the main window, in pixels from its corner.
 void MoveDialog(const TOpenDialog& dialog, int x, int y);

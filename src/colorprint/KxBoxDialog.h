@@ -49,8 +49,9 @@ template <class T> void TKxBoxDialog<T>::FinishShow(const TKxDlgCaptions& captio
     const std::weak_ptr<const void> alive = T::Alive();
     HWND window = T::Handle();
     captions.SetCaptions(window);
-    if (!Title().empty()) {
-        SetWindowTextA(window, Title().c_str());
+    const std::string title = Title(); // handlers of the message may free the dialog
+    if (!title.empty()) {
+        SetWindowTextA(window, title.c_str());
     }
     if (alive.expired()) {
         return;

@@ -55,7 +55,7 @@ std::string ItemText(const TCommonDialog& dialog, int id);
 /// A step that clicks a control of the dialog with the mouse.
 TStep ClickItem(const TCommonDialog& dialog, int id);
 /// A step that only waits.
-inline TStep Await(std::string what, TCondition condition) { return {std::move(what), std::move(condition), {}}; }
+inline TStep WaitFor(std::string what, TCondition condition) { return {std::move(what), std::move(condition), {}}; }
 
 /// The form lies in the dialog, in these client coordinates of it, and all of it shows the form's colour.
 void ExpectDocked(const TCommonDialog& dialog, TForm& form, const TRect& place);

@@ -316,7 +316,7 @@ TEST_F(ColorDialog, OpeningTheFullPartIsAskedAndTold) {
             log.emplace_back("hook");
         }
     });
-    RunDialog(dialog, {ClickItem(dialog, DefineButton), Await("the full part is open", IsFull(dialog)),
+    RunDialog(dialog, {ClickItem(dialog, DefineButton), WaitFor("the full part is open", IsFull(dialog)),
                        ClickItem(dialog, IDCANCEL)});
     EXPECT_THAT(log, ElementsAre("opening", "open", "hook"));
 }
@@ -364,7 +364,7 @@ TEST_F(ColorDialog, ACustomColourIsAskedForAndTold) {
     });
     EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { SetComponents(dialog, 0, 128, 128); }},
                                     ClickItem(dialog, AddButton),
-                                    Await("it is added", [&] { return log.size() == 3; }),
+                                    WaitFor("it is added", [&] { return log.size() == 3; }),
                                     ClickItem(dialog, IDCANCEL)}));
     EXPECT_THAT(log, ElementsAre("adding clTeal", "added clTeal", "hook"));
     EXPECT_EQ(dialog.CustomColors().Values("ColorA"), "808000"); // added for good, although the dialog was cancelled
@@ -423,7 +423,7 @@ TEST_F(ColorDialog, ATextThatIsNoNumberIsAConversionErrorAndNothingIsAdded) {
     dialog.SetOnCustomColorAdd([&](TObject*, TColor) { ++events; });
     RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { SetDlgItemTextA(dialog.Handle(), Green, ""); }},
                        ClickItem(dialog, AddButton),
-                       Await("the error is told", [&] { return HasExceptions(); }),
+                       WaitFor("the error is told", [&] { return HasExceptions(); }),
                        ClickItem(dialog, IDCANCEL)});
     EXPECT_THAT(TakeExceptions(), ElementsAre("'' is not a valid integer value"));
     EXPECT_EQ(events, 0);

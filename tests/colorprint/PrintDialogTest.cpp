@@ -277,7 +277,7 @@ TEST_F(PrintDialog, AnotherPrinterIsAskedForAndTold) {
         hooked |= m.Msg == WM_COMMAND && m.WParamLo() == PrinterCombo && m.WParamHi() == CBN_SELCHANGE;
     });
     std::vector<TStep> steps = TypeOtherPrinter(dialog);
-    steps.push_back(Await("it is told", [&] { return log.size() == 2; }));
+    steps.push_back(WaitFor("it is told", [&] { return log.size() == 2; }));
     steps.push_back(ClickItem(dialog, IDOK));
     EXPECT_TRUE(RunDialog(dialog, std::move(steps)));
     EXPECT_THAT(log, ElementsAre("changing " + Printers[0], "changed " + Printers[1]));
@@ -320,7 +320,7 @@ TEST_F(PrintDialog, AQueryForAPrinterThatFailsIsNoConsent) {
 TEST_F(PrintDialog, TheNextShowingBeginsWithTheChosenPrinter) {
     auto& dialog = NewDialog();
     std::vector<TStep> steps = TypeOtherPrinter(dialog);
-    steps.push_back(Await("it is chosen", [&] { return dialog.SelectedDevice() == Printers[1]; }));
+    steps.push_back(WaitFor("it is chosen", [&] { return dialog.SelectedDevice() == Printers[1]; }));
     steps.push_back(ClickItem(dialog, IDOK));
     EXPECT_TRUE(RunDialog(dialog, std::move(steps)));
     Look(dialog, [&] { EXPECT_EQ(dialog.SelectedDevice(), Printers[1]); });
@@ -380,7 +380,7 @@ TEST_F(PrintDialog, TypingCopiesIsToldOncePerChange) {
                             });
                             TypeText("12");
                         }},
-                       Await("it is typed", [&] { return log.size() >= 2; }),
+                       WaitFor("it is typed", [&] { return log.size() >= 2; }),
                        ClickItem(dialog, IDOK)});
     EXPECT_THAT(log, ElementsAre("1", "12"));
     EXPECT_EQ(dialog.Copies(), 12);
@@ -456,7 +456,7 @@ TEST_F(PrintDialog, AVetoedOkIsNeitherPassedOnNorReported) {
     });
     dialog.SetOnEventHook([&](TMessage& m) { reported += isOk(m) ? 1 : 0; });
     dialog.SetOnCanClose([](TObject*, bool&) { ADD_FAILURE(); });
-    EXPECT_FALSE(RunDialog(dialog, {ClickItem(dialog, IDOK), Await("it has been vetoed", [&] { return vetoed == 1; }),
+    EXPECT_FALSE(RunDialog(dialog, {ClickItem(dialog, IDOK), WaitFor("it has been vetoed", [&] { return vetoed == 1; }),
                                     ClickItem(dialog, IDCANCEL)}));
     EXPECT_EQ(reported, 0);
 }

@@ -1,0 +1,52 @@
+#include "ChoiceForm.h"
+
+namespace kx::gallery {
+
+const TClass& TChoiceForm::StaticClass() {
+    static const TClassBuilder<TChoiceForm> cls("TChoiceForm", TForm::StaticClass(), [](auto& c) {
+        c.Field("FirstBox", &TChoiceForm::FirstBox);
+        c.Field("SecondBox", &TChoiceForm::SecondBox);
+        c.Field("CloseBox", &TChoiceForm::CloseBox);
+        c.Field("LogPanel", &TChoiceForm::LogPanel);
+    });
+    return cls.Class();
+}
+
+TChoiceForm::TChoiceForm(TComponent* owner) : TForm(owner) {
+    InitForm(*this, StaticClass());
+    FLog = NewForm<TEventLogForm>(this);
+    FLog->SetAlign(alClient);
+    FLog->SetParent(LogPanel);
+    FLog->Show();
+}
+
+void TChoiceForm::Begin(const std::string& first, const std::string& second) {
+    FLog->Clear();
+    FirstBox->SetCaption(first);
+    SecondBox->SetCaption(second);
+}
+
+void TChoiceForm::Attach(TKxColorDialog& dialog) {
+    Begin("Opening the &full part", "&Adding a colour");
+    dialog.SetOnFullOpening([this](TObject*, bool& allow) { FLog->Answer("OnFullOpening", *FirstBox, allow); });
+    dialog.SetOnFullOpen([this](TObject*) { FLog->Add("OnFullOpen"); });
+    dialog.SetOnCustomColorAdding([this](TObject*, TColor& color, bool& allow) {
+        FLog->Answer("OnCustomColorAdding: " + ColorToString(color), *SecondBox, allow);
+    });
+    dialog.SetOnCustomColorAdd(
+        [this](TObject*, TColor color) { FLog->Add("OnCustomColorAdd: " + ColorToString(color)); });
+    dialog.SetOnCanClose([this](TObject*, bool& allow) { FLog->Answer("OnCanClose", *CloseBox, allow); });
+}
+
+void TChoiceForm::Attach(TKxPrintDialog& dialog) {
+    Begin("&Another printer", "Its &properties");
+    dialog.SetOnPrinterChanging([this](TObject*, bool& allow) { FLog->Answer("OnPrinterChanging", *FirstBox, allow); });
+    dialog.SetOnPrinterChange([this, &dialog](TObject*) { FLog->Add("OnPrinterChange: " + dialog.SelectedDevice()); });
+    dialog.SetOnPrinterSetupShowing(
+        [this](TObject*, bool& allow) { FLog->Answer("OnPrinterSetupShowing", *SecondBox, allow); });
+    dialog.SetOnPrinterSetupShow([this](TObject*) { FLog->Add("OnPrinterSetupShow"); });
+    dialog.SetOnCopiesChange([this](TObject*) { FLog->Add("OnCopiesChange"); });
+    dialog.SetOnCanClose([this](TObject*, bool& allow) { FLog->Answer("OnCanClose", *CloseBox, allow); });
+}
+
+} // namespace kx::gallery

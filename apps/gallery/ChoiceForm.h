@@ -1,0 +1,36 @@
+#pragma once
+
+#include "EventLogForm.h"
+#include "colorprint/KxColorDlg.h"
+#include "colorprint/KxPrintDlg.h"
+#include "ui/ExtCtrls.h"
+
+namespace kx::gallery {
+
+/// The events of a colour or a print dialog as they happen, and check boxes that refuse what the user is about to do;
+/// docked to a side of the dialog.
+class TChoiceForm : public TForm {
+    KX_CLASS()
+
+    explicit TChoiceForm(TComponent* owner = nullptr);
+
+    /// Clears the log and takes over the events of the dialog, which `ChoiceForm` outlives.
+    void Attach(TKxColorDialog& dialog);
+    void Attach(TKxPrintDialog& dialog);
+
+    TEventLogForm& Log() const { return *FLog; }
+
+    TCheckBox* FirstBox = nullptr;  ///< The full part, or another printer.
+    TCheckBox* SecondBox = nullptr; ///< A custom colour, or the printer's properties.
+    TCheckBox* CloseBox = nullptr;
+
+private:
+    void Begin(const std::string& first, const std::string& second);
+
+    TPanel* LogPanel = nullptr;
+    TEventLogForm* FLog = nullptr; ///< Owned.
+};
+
+inline TChoiceForm* ChoiceForm = nullptr;
+
+} // namespace kx::gallery

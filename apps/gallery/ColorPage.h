@@ -1,0 +1,36 @@
+#pragma once
+
+#include "GalleryPage.h"
+#include "colorprint/KxColorDlg.h"
+#include "ui/ExtCtrls.h"
+#include "ui/StdCtrls.h"
+
+#include <string>
+
+namespace kx::gallery {
+
+/// The colour dialog: a docked form, captions, and a say in the colours that the user makes.
+class TColorPage : public TGalleryPage {
+    KX_CLASS()
+
+    explicit TColorPage(TComponent* owner = nullptr);
+
+    void AddTour(TTour& tour) override;
+
+    void ChooseButtonClick(TObject* sender);
+
+private:
+    TPanel* SwatchPanel = nullptr;
+    TCheckBox* FullBox = nullptr;
+    TCheckBox* PreventBox = nullptr;
+    TCheckBox* EventsBox = nullptr;
+    TCheckBox* GrayBox = nullptr;
+    TEdit* TitleEdit = nullptr;
+    TEdit* DefineEdit = nullptr;
+    TEdit* AddEdit = nullptr;
+    TButton* ChooseButton = nullptr;
+    TKxColorDialog* Dialog = nullptr;
+    std::string FResult; ///< Of the last showing: the colour; empty while it runs.
+};
+
+} // namespace kx::gallery

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "GalleryPage.h"
+#include "colorprint/KxPrintDlg.h"
+#include "ui/StdCtrls.h"
+
+#include <string>
+
+namespace kx::gallery {
+
+/// The print dialog: a docked form, captions, and what it tells about printers and copies.
+class TPrintPage : public TGalleryPage {
+    KX_CLASS()
+
+    explicit TPrintPage(TComponent* owner = nullptr);
+
+    void AddTour(TTour& tour) override;
+
+    void PrintButtonClick(TObject* sender);
+
+private:
+    void ChooseParts();
+    void ChooseCaptions();
+    std::string Chosen() const;
+    void ChangePrinterInTour();
+
+    TComboBox* SideCombo = nullptr;
+    TCheckBox* PagesBox = nullptr;
+    TCheckBox* SelectionBox = nullptr;
+    TCheckBox* FileBox = nullptr;
+    TCheckBox* CaptionsBox = nullptr;
+    TEdit* TitleEdit = nullptr;
+    TEdit* OkEdit = nullptr;
+    TButton* PrintButton = nullptr;
+    TKxPrintDialog* Dialog = nullptr;
+    std::string FResult; ///< Of the last showing; empty while it runs.
+};
+
+} // namespace kx::gallery

@@ -1,0 +1,21 @@
+#include "ColorPrintBench.h"
+
+#include "Showing.h"
+#include "colorprint/KxColorDlg.h"
+#include "colorprint/KxPrintDlg.h"
+
+namespace kx::bench {
+
+std::vector<TRow> MeasureColor() {
+    TKxColorDialog dialog(&Application());
+    return {CompareFirstPaint(
+        "first paint of the colour dialog", ShowBareColorDialog, [&] { dialog.Execute(); }, 1.10)};
+}
+
+std::vector<TRow> MeasurePrint() {
+    TKxPrintDialog dialog(&Application());
+    return {CompareFirstPaint(
+        "first paint of the print dialog", ShowBarePrintDialog, [&] { dialog.Execute(); }, 1.10)};
+}
+
+} // namespace kx::bench
