@@ -18,7 +18,7 @@ constexpr int defineButton = 719;
 TColor GrayOf(TColor color) {
     const COLORREF rgb = ColorToRGB(color);
     const int light = (GetRValue(rgb) * 30 + GetGValue(rgb) * 59 + GetBValue(rgb) * 11) / 100;
-    return static_cast<TColor>(RGB(light, light, light));
+    return static_cast<TColor>(light * 0x010101);
 }
 
 } // namespace
