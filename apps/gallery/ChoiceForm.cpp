@@ -18,10 +18,13 @@ TChoiceForm::TChoiceForm(TComponent* owner) : TForm(owner) {
     FLog->SetAlign(alClient);
     FLog->SetParent(LogPanel);
     FLog->Show();
+    FWidth = Width();
+    FHeight = Height();
 }
 
 void TChoiceForm::Begin(const std::string& first, const std::string& second) {
     FLog->Clear();
+    SetBounds(Left(), Top(), FWidth, FHeight); // the dialog of before gave it another size
     FirstBox->SetCaption(first);
     SecondBox->SetCaption(second);
 }

@@ -29,6 +29,8 @@ private:
 
     TPanel* LogPanel = nullptr;
     TEventLogForm* FLog = nullptr; ///< Owned.
+    int FWidth = 0;                ///< Its own size.
+    int FHeight = 0;
 };
 
 inline TChoiceForm* ChoiceForm = nullptr;
