@@ -61,6 +61,9 @@ void KxCenterWindow(HWND window) {
 
 void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
     const TKxPosParams& details = params.PosParams();
+    // All of it first: a handler of the messages that moving sends may free the dialog, and with it the parameters.
+    const TPoint shift{details.ShiftX(), details.ShiftY()};
+    const bool fitToScreen = details.FitToScreen();
     switch (params.Position()) {
     case dpDefault: break;
     case dpScrCenter: KxCenterWindow(window); break;
@@ -69,8 +72,8 @@ void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
     case dpFormCenter: CenterOverForm(window, details.Form()); break;
     }
     const TRect placed = KxWindowRect(window);
-    MoveWindowTo(window, {CheckedAdd(placed.Left, details.ShiftX()), CheckedAdd(placed.Top, details.ShiftY())});
-    if (details.FitToScreen()) {
+    MoveWindowTo(window, {CheckedAdd(placed.Left, shift.X), CheckedAdd(placed.Top, shift.Y)});
+    if (fitToScreen) {
         TRect fitted = KxWindowRect(window);
         KxFitRectToScreen(fitted);
         MoveWindowTo(window, {fitted.Left, fitted.Top});
