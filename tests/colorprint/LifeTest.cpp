@@ -82,6 +82,17 @@ template <class T> std::vector<TFreeingCase<T>> CommonCases() {
              });
          },
          ok},
+        {"OnEventHookingOfThePlacement",
+         [](T& d, const TAction& free) {
+             d.CustDlgParams().SetPosition(dpScrCenter);
+             d.CustDlgParams().PosParams().SetFitToScreen(true);
+             d.SetOnEventHooking([free](TObject*, TMessage& m, bool&) {
+                 if (m.Msg == WM_WINDOWPOSCHANGING) {
+                     free();
+                 }
+             });
+         },
+         none},
         {"OnEventHookingOfTheTitle",
          [](T& d, const TAction& free) {
              d.SetTitle("Title");
