@@ -8,7 +8,7 @@ enum TPrintDialogOption : uint8_t {
     poPrintToFile, ///< The box "print to file" is there.
     poPageNums,    ///< A range of pages can be chosen.
     poSelection,   ///< The selection can be chosen.
-    poWarning,     ///< The system says so when there is no printer.
+    poWarning,     ///< The system warns of a missing default printer. Wine does without it, too.
     poHelp,
     poDisablePrintToFile ///< The box "print to file" is disabled.
 };

@@ -240,11 +240,5 @@ TEST(PrintDialogWithoutPrinter, TheSystemSaysSoAndItIsNotConfirmed) {
     EXPECT_FALSE(dialog.Printer());
 }
 
-TEST(PrintDialogWithoutPrinter, TheSystemSaysNothingWithoutTheWarning) {
-    const TEmptyRegistry empty;
-    TPrintDialog dialog;
-    EXPECT_FALSE(RunDialog([&] { return dialog.Execute(); }, {}));
-}
-
 } // namespace
 } // namespace kx
