@@ -42,7 +42,7 @@ void TChoiceForm::Attach(TKxColorDialog& dialog) {
 }
 
 void TChoiceForm::Attach(TKxPrintDialog& dialog) {
-    Begin("&Another printer", "Its &properties");
+    Begin("&Another printer", "Its p&roperties");
     dialog.SetOnPrinterChanging([this](TObject*, bool& allow) { FLog->Answer("OnPrinterChanging", *FirstBox, allow); });
     dialog.SetOnPrinterChange([this, &dialog](TObject*) { FLog->Add("OnPrinterChange: " + dialog.SelectedDevice()); });
     dialog.SetOnPrinterSetupShowing(

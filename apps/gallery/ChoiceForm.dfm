@@ -37,7 +37,7 @@ object ChoiceForm: TChoiceForm
     Top = 78
     Width = 200
     Height = 17
-    Caption = '&Closing with OK'
+    Caption = 'Closing with O&K'
     TabOrder = 2
   end
   object LogPanel: TPanel
