@@ -97,8 +97,8 @@ struct TPrintDialog::TRun {
     TRun(const TRun&) = delete;
     TRun& operator=(const TRun&) = delete;
     ~TRun() { // the system may have put others into the place of ours
-        unique_hglobal{Record.hDevNames};
-        unique_hglobal{Record.hDevMode};
+        const unique_hglobal names(Record.hDevNames);
+        const unique_hglobal mode(Record.hDevMode);
     }
 
     DWORD Flags() const;

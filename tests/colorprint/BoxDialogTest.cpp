@@ -56,14 +56,14 @@ void ExpectDocked(const TCommonDialog& dialog, TForm& form, const TRect& place) 
     }
 }
 
-TNotifyEvent Note(std::vector<std::string>& log, const TObject& sender, std::string name) {
+TNotifyEvent Note(std::vector<std::string>& log, const TObject& sender, const std::string& name) {
     return [&log, component = &sender, name](TObject* who) {
         EXPECT_EQ(who, component);
         log.push_back(name);
     };
 }
 
-TKxCtrlQueryEvent Answer(std::vector<std::string>& log, const TObject& sender, std::string name, bool allow) {
+TKxCtrlQueryEvent Answer(std::vector<std::string>& log, const TObject& sender, const std::string& name, bool allow) {
     return [&log, component = &sender, name, allow](TObject* who, bool& proceed) {
         EXPECT_EQ(who, component);
         EXPECT_TRUE(proceed);

@@ -31,10 +31,11 @@ private:
 /// A form that owns the dialogs, and a look at the exceptions that reach the application: none is expected unless a
 /// test takes them out.
 class TBoxDialogTest : public testing::Test {
-protected:
+public:
     TBoxDialogTest();
     ~TBoxDialogTest() override;
 
+protected:
     /// Runs the dialog; `look` acts in it once it is shown, then it is cancelled.
     bool Look(TCommonDialog& dialog, const TAction& look);
 
@@ -61,8 +62,9 @@ inline TStep WaitFor(std::string what, TCondition condition) { return {std::move
 void ExpectDocked(const TCommonDialog& dialog, TForm& form, const TRect& place);
 
 /// An event handler that notes its name, and one that answers a query too. Both check that `sender` fires them.
-TNotifyEvent Note(std::vector<std::string>& log, const TObject& sender, std::string name);
-TKxCtrlQueryEvent Answer(std::vector<std::string>& log, const TObject& sender, std::string name, bool allow = true);
+TNotifyEvent Note(std::vector<std::string>& log, const TObject& sender, const std::string& name);
+TKxCtrlQueryEvent Answer(std::vector<std::string>& log, const TObject& sender, const std::string& name,
+                         bool allow = true);
 
 /// The component as a form file, and back.
 std::string WriteText(TComponent& component);

@@ -12,7 +12,6 @@ namespace {
 using namespace test;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 constexpr int AddButton = 712;
 constexpr int DefineButton = 719;

@@ -3,7 +3,7 @@
 #include "ui/DialogsPrint.h"
 #include "ui/Handles.h"
 
-#include <cstring>
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -11,8 +11,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 constexpr int PrintToFileBox = 1040;
 constexpr int CollateBox = 1041;
@@ -39,8 +37,8 @@ HGLOBAL DevNames(const std::string& driver, const std::string& device, const std
     }
     const HGLOBAL memory = GlobalAlloc(GHND, sizeof(names) + texts.size());
     auto* const bytes = static_cast<char*>(GlobalLock(memory));
-    std::memcpy(bytes, &names, sizeof(names));
-    std::memcpy(bytes + sizeof(names), texts.data(), texts.size());
+    *reinterpret_cast<DEVNAMES*>(bytes) = names;
+    std::copy(texts.begin(), texts.end(), bytes + sizeof(names));
     GlobalUnlock(memory);
     return memory;
 }
