@@ -42,7 +42,7 @@ public:
 protected:
     /// `dialog` is the component that this is a part of.
     explicit TKxDlgCore(TCommonDialog& dialog, bool tracksContextMenus = false);
-    virtual ~TKxDlgCore() = default;
+    ~TKxDlgCore() = default;
 
     virtual void DoHookEvent(TMessage& message) { FOnHookEvent(message); }
     /// Fires OnEventHooking. A dialog has a virtual method of its own that calls it.

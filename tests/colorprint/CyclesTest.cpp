@@ -1,4 +1,4 @@
-#include "../opensave/CyclesTest.h"
+#include "support/Cycles.h"
 
 #include "BoxDialogTest.h"
 #include "support/Printers.h"

@@ -1,6 +1,6 @@
-#include "CyclesTest.h"
 #include "OpenDialogTest.h"
 
+#include "support/Cycles.h"
 #include "ui/ComCtrlsToolBar.h"
 #include "ui/Menus.h"
 #include "ui/Registry.h"

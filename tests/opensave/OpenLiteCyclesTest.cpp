@@ -1,4 +1,6 @@
-#include "CyclesTest.h"
+#include "FileDlgTest.h"
+
+#include "support/Cycles.h"
 
 namespace kx {
 namespace {

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "FileDlgTest.h"
-
-#include "support/Cycles.h"
