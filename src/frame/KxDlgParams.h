@@ -193,6 +193,7 @@ private:
     TComponent* FDlg = nullptr;
     int32_t FIncX = 0;
     int32_t FIncY = 0;
+    std::shared_ptr<const void> FAlive = std::make_shared<int>(); ///< Handlers of docked forms may free the dialog.
 };
 
 // --- Geometry of windows, in pixels of the screen. @throws EIntOverflow

@@ -75,32 +75,40 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
     ResolveForms();
     const TRect window = KxWindowRect(handle);
     const TRect client = KxClientRect(handle);
+    const std::weak_ptr<const void> alive = FAlive;
     const TDockedExtents docked = DockForms(handle);
+    if (alive.expired()) {
+        return;
+    }
     LayOutForms(docked, client);
     ResizeWindow(handle, CheckedAdd(Width(window), docked.TotalWidth()),
                  CheckedAdd(Height(window), docked.TotalHeight()));
+    if (alive.expired()) {
+        return;
+    }
     FIncX = docked.TotalWidth();
     FIncY = docked.TotalHeight();
     SetIcon2(handle);
 }
 
 TDockedExtents TKxCustDlgParams::DockForms(HWND handle) {
+    const std::weak_ptr<const void> alive = FAlive;
     TDockedExtents docked;
     if (FLeftForm) {
         docked.LeftWidth = FLeftForm->Width();
         KxEnumDirectChildren(handle, MoveLeft, *docked.LeftWidth);
         Dock(FLeftForm.Get(), handle);
     }
-    if (FTopForm) {
+    if (!alive.expired() && FTopForm) {
         docked.TopHeight = FTopForm->Height();
         KxEnumDirectChildren(handle, MoveDown, *docked.TopHeight);
         Dock(FTopForm.Get(), handle);
     }
-    if (FRightForm) {
+    if (!alive.expired() && FRightForm) {
         docked.RightWidth = FRightForm->Width();
         Dock(FRightForm.Get(), handle);
     }
-    if (FBottomForm) {
+    if (!alive.expired() && FBottomForm) {
         docked.BottomHeight = FBottomForm->Height();
         Dock(FBottomForm.Get(), handle);
     }

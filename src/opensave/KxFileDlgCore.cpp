@@ -50,10 +50,10 @@ void TKxFileDlgCore::AttachDialog() {
     FClosingWindow = false;
     FFirstTimeFlag = false;
     TKxDlgCore::AttachDialog(GetParent(FDialog.Handle()));
+    FParams.SetClientRect(KxClientRect(FDlgHandle));
     if (!Title().empty()) {
         Window().SetTitle(Title());
     }
-    FParams.SetClientRect(KxClientRect(FDlgHandle));
 }
 
 void TKxFileDlgCore::DockForms() {

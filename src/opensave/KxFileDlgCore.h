@@ -77,6 +77,7 @@ public:
 protected:
     /// `dialog` is the component that this is a part of.
     explicit TKxFileDlgCore(TOpenDialog& dialog);
+    ~TKxFileDlgCore() = default;
 
     // Fire their events
     virtual void DoFolderCreating(bool& allow) { FCreatingFolder(&FDialog, allow); }

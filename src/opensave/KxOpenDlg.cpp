@@ -147,24 +147,31 @@ void TKxCustomOpenDialog::DoShow() {
     }
     Fg_Globals = Globals();
     AttachDialog();
-    MeasureDialog();
-    if (ShowCustomPlacesBar()) {
-        Globals().GHandle1 = DlgHandle();
-        MakeRoomForPlaces();
-        Guarded([this] { CreatePlacesBar(); });
+    using TStep = void (TKxCustomOpenDialog::*)();
+    constexpr TStep steps[] = {&TKxCustomOpenDialog::MeasureDialog,   &TKxCustomOpenDialog::MakeRoomForPlaces,
+                               &TKxCustomOpenDialog::CreatePlacesBar, &TKxCustomOpenDialog::TakeToolBar,
+                               &TKxCustomOpenDialog::DockForms,       &TKxCustomOpenDialog::ShowVisibleCtrls,
+                               &TKxCustomOpenDialog::InstallHooks,    &TKxCustomOpenDialog::ShowFirstList,
+                               &TKxCustomOpenDialog::FireShow};
+    for (const TStep step : steps) {
+        try {
+            if (!alive.expired()) { // the application hears of what a step sends the window, and may free the dialog
+                (this->*step)();
+            }
+        } catch (...) {
+            if (!alive.expired()) { // else what was being made went with the dialog
+                ReportException();
+            }
+        }
     }
-    FTB = KxFindToolbar(DlgHandle());
-    if (FTBOptions.Flat()) {
-        MakeFlatButtons(FTB);
-    }
-    Guarded([this] { BorrowToolBar(); });
-    DockForms();
-    SetVisibleCtrls(VisibleControls()); // and what the user selects with
-    DlgItemsCaptions().SetCaptions(DlgHandle());
-    InstallHooks();
-    ShowFirstList(); // whose filter may free the dialog
+}
+
+/// The controls of the dialog, and what the user selects with, as they are wanted.
+void TKxCustomOpenDialog::ShowVisibleCtrls() {
+    const std::weak_ptr<const void> alive = Alive();
+    SetVisibleCtrls(VisibleControls());
     if (!alive.expired()) {
-        FireShow();
+        DlgItemsCaptions().SetCaptions(DlgHandle());
     }
 }
 

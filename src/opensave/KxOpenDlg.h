@@ -149,6 +149,7 @@ private:
     // Running and showing
     void ForgetCreationControl();
     void MeasureDialog();
+    void ShowVisibleCtrls();
     void ShowFirstList();
     bool AllowsSharedFiles();
     void InstallHooks();
@@ -170,6 +171,7 @@ private:
     static BOOL CALLBACK MoveLeft1(HWND window, LPARAM delta) noexcept;
 
     // Tool bar
+    void TakeToolBar();
     void BorrowToolBar();
     void PlaceToolBar();
     void ReturnToolBar();

@@ -10,9 +10,12 @@ namespace kx {
 // --- Visible controls
 
 void TKxCustomOpenDialog::SetVisibleCtrls(TKxOpenDlgControls value) {
+    const std::weak_ptr<const void> alive = Alive(); // the application may free the dialog when it hears of this
     TKxFileDlgCore::SetVisibleCtrls(value);
-    if (DlgHandle()) {
+    if (!alive.expired() && DlgHandle()) {
         ShowOkButton(value.Contains(dcOkBtn));
+    }
+    if (!alive.expired()) {
         RefreshSelCtrl();
     }
 }

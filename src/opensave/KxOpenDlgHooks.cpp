@@ -113,7 +113,12 @@ void TKxCustomOpenDialog::ListRefilled() {
     }
     const std::weak_ptr<const void> alive = Alive();
     FFiltering = true;
-    Guarded([this] { FExtFilter.ProcessViaFilter(FLVH, GetSelPath()); });
+    Guarded([&] {
+        const std::string folder = GetSelPath(); // the application hears of the question and may free the dialog
+        if (!alive.expired()) {
+            FExtFilter.ProcessViaFilter(FLVH, folder);
+        }
+    });
     if (alive.expired()) {
         return;
     }

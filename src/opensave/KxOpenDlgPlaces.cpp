@@ -51,6 +51,10 @@ BOOL CALLBACK TKxCustomOpenDialog::MoveLeft1(HWND window, LPARAM delta) noexcept
 
 /// Moves everything in the dialog aside, and its label and combo box of folders together.
 void TKxCustomOpenDialog::MakeRoomForPlaces() {
+    if (!ShowCustomPlacesBar()) {
+        return;
+    }
+    Globals().GHandle1 = DlgHandle();
     HWND dialog = DlgHandle();
     HWND combo = GetDlgItem(dialog, KxFolderComboId);
     const TRect r = KxWindowRect(combo);
@@ -64,6 +68,10 @@ void TKxCustomOpenDialog::MakeRoomForPlaces() {
 }
 
 void TKxCustomOpenDialog::CreatePlacesBar() {
+    if (!ShowCustomPlacesBar()) {
+        return;
+    }
+    const std::weak_ptr<const void> alive = Alive();
     auto* const form = NewForm<TKxPlacesBarFrm>(&Application());
     FPlaceForm.Set(form);
     form->SetParent(nullptr);
@@ -78,6 +86,9 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
     FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
     form->SetBounds(4, 33, FPBWidth, form->Height());
     form->Show();
+    if (alive.expired()) { // the dialog is told of the window, and the application with it
+        return;
+    }
     form->ps1->SetAutoScroll(FPlaceOptions.AutoScroll());
     form->Changeplace1->SetEnabled(FPlaceOptions.AllowEdit());
     form->Deleteplace1->SetEnabled(FPlaceOptions.AllowDelete());
@@ -135,8 +146,13 @@ void TKxCustomOpenDialog::ShowFolderInPlaces() {
     if (!form || !ShowCustomPlacesBar()) {
         return;
     }
-    const unique_pidl folder = Window().GetSelPathPidl();
-    const std::string folderPath = GetSelPath();
+    const std::weak_ptr<const void> alive = Alive(); // the application hears of the questions
+    const TKxFileDlgWindow window = Window();
+    const unique_pidl folder = window.GetSelPathPidl();
+    const std::string folderPath = window.GetSelPath();
+    if (alive.expired()) {
+        return;
+    }
     const int depth = DepthOf(folder.get());
     const auto shows = [&](const TKxPlace& place) {
         if (!folder || LiesElsewhere(place, folderPath)) {
@@ -168,6 +184,14 @@ void TKxCustomOpenDialog::ShowFolderInPlaces() {
 }
 
 // --- The application's tool bar
+
+void TKxCustomOpenDialog::TakeToolBar() {
+    FTB = KxFindToolbar(DlgHandle());
+    if (FTBOptions.Flat()) {
+        MakeFlatButtons(FTB);
+    }
+    Guarded([this] { BorrowToolBar(); });
+}
 
 void TKxCustomOpenDialog::BorrowToolBar() {
     TToolBar* const bar = FTBOptions.CustomBar();

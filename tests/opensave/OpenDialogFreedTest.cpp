@@ -19,15 +19,22 @@ protected:
         Item.SetCaption("Free it");
         Menu.Items().Add(&Item);
         Folder.AddFile("picture.png");
-        Victim->SetFilter("Text|*.txt|Pictures|*.png");
-        Victim->PlacesBar().SetNative(false);
-        TKxPlace& place = *Victim->PlacesBar().Places().Add();
+        Victim = &NewVictim();
+    }
+
+    TKxOpenDialog& NewVictim() {
+        auto& dialog = NewDialog<TKxOpenDialog>();
+        dialog.SetFilter("Text|*.txt|Pictures|*.png");
+        dialog.SetTitle("Open");
+        dialog.PlacesBar().SetNative(false);
+        TKxPlace& place = *dialog.PlacesBar().Places().Add();
         place.SetPlaceName("Inner");
         place.SetPlacePath(Folder.Path("inner"));
-        Victim->CustDlgParams().SetLeftForm(Left.get());
-        Victim->CustDlgParams().SetBottomForm(Bottom.get());
-        Victim->SetOkButtonMenu(&Menu);
-        Victim->ExtFilter().SetEnabled(true);
+        dialog.CustDlgParams().SetLeftForm(Left.get());
+        dialog.CustDlgParams().SetBottomForm(Bottom.get());
+        dialog.SetOkButtonMenu(&Menu);
+        dialog.ExtFilter().SetEnabled(true);
+        return dialog;
     }
 
     void FreeIt() {
@@ -61,6 +68,9 @@ protected:
             steps.push_back({"the dialog is shown", Shown(*running), act});
         }
         EXPECT_FALSE(RunDialog([&] { return running->Execute(); }, std::move(steps)));
+        ExpectNoTrace();
+    }
+    void ExpectNoTrace() const {
         EXPECT_EQ(Victim, nullptr) << "the event came";
         EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), nullptr);
         EXPECT_EQ(ActiveDialog(), nullptr) << AllWindowTrees();
@@ -75,7 +85,7 @@ protected:
     TFormPtr Bottom;
     TPopupMenu Menu;
     TMenuItem Item{nullptr};
-    TKxOpenDialog* Victim = &NewDialog<TKxOpenDialog>(); ///< Null once it is freed.
+    TKxOpenDialog* Victim = nullptr; ///< Null once it is freed.
 };
 
 TEST_F(OpenDialogFreed, InTheShow) {
@@ -207,6 +217,38 @@ TEST_F(OpenDialogFreed, InTheSizing) {
         SetWindowPos(Victim->DlgHandle(), nullptr, 0, 0, Width(r) + 40, Height(r) + 30, SWP_NOMOVE | SWP_NOZORDER);
     });
 }
+
+/// Frees the dialog at each of the messages that come till it is shown, and at some that come then.
+class OpenDialogFreedAtAMessage : public OpenDialogFreed, public testing::WithParamInterface<bool> {};
+
+TEST_P(OpenDialogFreedAtAMessage, IsGoneWithoutATrace) {
+    constexpr UINT_PTR idleTimer = 77;
+    bool idle = false;
+    for (int number = 0; !idle; ++number) {
+        int messages = 0;
+        const auto count = [&](const TMessage& m) {
+            idle = idle || (m.Msg == WM_TIMER && m.WParam == idleTimer); // behind all painting
+            if (messages++ == number || idle) {
+                FreeIt();
+            }
+        };
+        if (GetParam()) {
+            Victim->SetOnEventHook([&](TMessage& m) { count(m); });
+        } else {
+            Victim->SetOnEventHooking([&](TObject*, TMessage& m, bool&) { count(m); });
+        }
+        Victim->SetOnShow([&](TObject*) { SetTimer(Victim->DlgHandle(), idleTimer, 1, nullptr); });
+        TKxOpenDialog* const running = Victim;
+        EXPECT_FALSE(RunDialog([&] { return running->Execute(); }, {}));
+        ExpectNoTrace();
+        EXPECT_THAT(TakeExceptions(), testing::IsEmpty()) << "message " << number;
+        ASSERT_FALSE(HasFailure()) << "message " << number;
+        Victim = &NewVictim();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Hooks, OpenDialogFreedAtAMessage, testing::Bool(),
+                         [](const testing::TestParamInfo<bool>& param) { return param.param ? "Behind" : "Before"; });
 
 TEST_F(OpenDialogFreed, ByItsOwnMenu) {
     Item.SetOnClick(Freeing());
