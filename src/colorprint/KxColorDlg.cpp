@@ -98,7 +98,10 @@ void TKxCustomColorDialog::DoShow() {
     if (alive.expired()) {
         return;
     }
-    DockForms();
+    DockForms(); // whose handlers may free the dialog
+    if (alive.expired()) {
+        return;
+    }
     FParams.SetClientRect(KxClientRect(Handle()));
     AttachDialog(Handle());
     HideSolidButton(Handle());

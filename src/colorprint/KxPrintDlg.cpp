@@ -100,7 +100,10 @@ void TKxCustomPrintDialog::DoShow() {
     if (alive.expired()) {
         return;
     }
-    DockForms();
+    DockForms(); // whose handlers may free the dialog
+    if (alive.expired()) {
+        return;
+    }
     AttachDialog(Handle());
     FPrnDev = ShownPrinter(512);
     FinishShow(FCaptions);

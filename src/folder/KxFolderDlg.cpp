@@ -279,15 +279,16 @@ void TKxCustomFolderDialog::Initialized() {
     const auto alive = Alive();
     AttachHandle(FDlgHandle);
     AttachDialog(FDlgHandle);
+    // The application hears of all this and may free the dialog.
     if (!Title().empty()) {
         SetWindowTextA(FDlgHandle, Fitting(Title(), 255).c_str());
     }
-    if (FExOptions.IsEmpty()) {
-        DockForms();
-    } else {
-        FParams.SetIcon2(FDlgHandle);
+    if (!alive.expired()) {
+        FExOptions.IsEmpty() ? DockForms() : FParams.SetIcon2(FDlgHandle);
     }
-    DialogShown();
+    if (!alive.expired()) {
+        DialogShown();
+    }
     if (!alive.expired() && !FStatus.empty()) {
         SetStatus(std::string(FStatus));
     }

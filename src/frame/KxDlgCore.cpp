@@ -21,7 +21,6 @@ void TKxDlgCore::DetachDialog() {
 }
 
 void TKxDlgCore::DockForms() {
-    // A form whose OnShow fails must not cost the dialog the rest of its showing.
     Guarded([this] { FParams.ConnectForms(FDialog.DialogWindow()); });
 }
 

@@ -2,8 +2,10 @@
 
 #include "frame/KxDlgParams.h"
 #include "frame/KxDlgParamsPipeline.h"
+#include "ui/Barrier.h"
 #include "ui/Dialogs.h"
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -44,17 +46,36 @@ protected:
     explicit TKxDlgCore(TCommonDialog& dialog, bool tracksContextMenus = false);
     ~TKxDlgCore() = default;
 
+    /// Expires when the dialog has gone.
+    std::weak_ptr<const void> Living() const { return FAlive; }
+
     virtual void DoHookEvent(TMessage& message) { FOnHookEvent(message); }
     /// Fires OnEventHooking. A dialog has a virtual method of its own that calls it.
     void AskHooking(TMessage& message, bool& allow) { FHooking(&FDialog, message, allow); }
 
     // --- Pieces of a showing
 
+    /// Runs the steps of a showing in their order. The application hears of what they send the window, and may free the
+    /// dialog: the rest is left out then. A step that fails is reported and costs the dialog nothing else.
+    template <class T> static void RunSteps(T& dialog, std::initializer_list<void (T::*)()> steps) {
+        const std::weak_ptr<const void> alive = static_cast<TKxDlgCore&>(dialog).FAlive;
+        for (const auto step : steps) {
+            try {
+                if (!alive.expired()) {
+                    (dialog.*step)();
+                }
+            } catch (...) {
+                if (!alive.expired()) { // else what the step was making went with the dialog
+                    ReportException();
+                }
+            }
+        }
+    }
     /// Takes over the dialog window: from now on its messages take the way of the pipeline.
     void AttachDialog(HWND window); ///< @throws EOSError
     /// Gives the window its own procedure back.
     void DetachDialog();
-    /// Docks the forms and grows the dialog by them.
+    /// Docks the forms and grows the dialog by them. A form whose OnShow fails costs the dialog nothing else.
     void DockForms();
     /// Fires OnShow and the internal notification, whose handlers may free the dialog.
     void FireShow();

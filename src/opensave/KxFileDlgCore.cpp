@@ -56,10 +56,17 @@ void TKxFileDlgCore::AttachDialog() {
     }
 }
 
-void TKxFileDlgCore::DockForms() {
-    TKxDlgCore::DockForms();
+void TKxFileDlgCore::SettleForms() {
     Window().ClipUnderForms();
     FParams.SetCustRect(Window().SelectionRect());
+}
+
+void TKxFileDlgCore::ShowVisibleCtrls() {
+    const std::weak_ptr<const void> alive = Living();
+    SetVisibleCtrls(FCtrls);
+    if (!alive.expired()) {
+        FCaptions.SetCaptions(FDlgHandle);
+    }
 }
 
 void TKxFileDlgCore::FireShow() {

@@ -98,8 +98,10 @@ protected:
 
     /// Takes over the dialog window, the parent of the component's `Handle`.
     void AttachDialog();
-    /// Docks the forms and notes where the file list is.
-    void DockForms();
+    /// Keeps the dialog's controls from painting over the docked forms, and notes where the file list is.
+    void SettleForms();
+    /// The dialog's controls as they are wanted, with their captions.
+    void ShowVisibleCtrls();
     /// The dialog is complete: fires OnShow and the internal notification, whose handlers may free it.
     void FireShow();
     /// Outer size, in pixels, in which the dialog comes up. @throws EIntOverflow

@@ -147,32 +147,12 @@ void TKxCustomOpenDialog::DoShow() {
     }
     Fg_Globals = Globals();
     AttachDialog();
-    using TStep = void (TKxCustomOpenDialog::*)();
-    constexpr TStep steps[] = {&TKxCustomOpenDialog::MeasureDialog,   &TKxCustomOpenDialog::MakeRoomForPlaces,
-                               &TKxCustomOpenDialog::CreatePlacesBar, &TKxCustomOpenDialog::TakeToolBar,
-                               &TKxCustomOpenDialog::DockForms,       &TKxCustomOpenDialog::ShowVisibleCtrls,
-                               &TKxCustomOpenDialog::InstallHooks,    &TKxCustomOpenDialog::ShowFirstList,
-                               &TKxCustomOpenDialog::FireShow};
-    for (const TStep step : steps) {
-        try {
-            if (!alive.expired()) { // the application hears of what a step sends the window, and may free the dialog
-                (this->*step)();
-            }
-        } catch (...) {
-            if (!alive.expired()) { // else what was being made went with the dialog
-                ReportException();
-            }
-        }
+    if (alive.expired()) {
+        return;
     }
-}
-
-/// The controls of the dialog, and what the user selects with, as they are wanted.
-void TKxCustomOpenDialog::ShowVisibleCtrls() {
-    const std::weak_ptr<const void> alive = Alive();
-    SetVisibleCtrls(VisibleControls());
-    if (!alive.expired()) {
-        DlgItemsCaptions().SetCaptions(DlgHandle());
-    }
+    using T = TKxCustomOpenDialog;
+    RunSteps<T>(*this, {&T::MeasureDialog, &T::MakeRoomForPlaces, &T::CreatePlacesBar, &T::TakeToolBar, &T::DockForms,
+                        &T::SettleForms, &T::ShowVisibleCtrls, &T::InstallHooks, &T::ShowFirstList, &T::FireShow});
 }
 
 /// Notes the outer size that the dialog, without what is added to it, is going to have.

@@ -149,7 +149,6 @@ private:
     // Running and showing
     void ForgetCreationControl();
     void MeasureDialog();
-    void ShowVisibleCtrls();
     void ShowFirstList();
     bool AllowsSharedFiles();
     void InstallHooks();

@@ -107,15 +107,20 @@ void TKxCustomOpenLiteDialog::DoShow() {
         return;
     }
     AttachDialog();
+    if (alive.expired()) {
+        return;
+    }
+    using T = TKxCustomOpenLiteDialog;
+    RunSteps<T>(*this, {&T::MeasureDialog, &T::DockForms, &T::SettleForms, &T::ShowVisibleCtrls, &T::FireShow});
+}
+
+/// Notes the outer size that the dialog, without the forms, is going to have.
+void TKxCustomOpenLiteDialog::MeasureDialog() {
     if (!IsSizeable() || CX == 0) {
         const TRect outer = KxWindowRect(DlgHandle());
         CX = Width(outer);
         CY = Height(outer);
     }
-    DockForms();
-    SetVisibleCtrls(VisibleControls());
-    DlgItemsCaptions().SetCaptions(DlgHandle());
-    FireShow();
 }
 
 void TKxCustomOpenLiteDialog::DoClose() {

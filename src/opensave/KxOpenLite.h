@@ -44,6 +44,8 @@ protected:
     bool IsFilenameEntered() const override { return Window().EditHasFocus(); }
 
 private:
+    void MeasureDialog();
+
     using TDialogRef = TKxFormRef<TKxCustomOpenLiteDialog>;
     static TDialogRef& RunningRef();
 
