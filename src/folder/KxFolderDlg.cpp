@@ -309,23 +309,22 @@ void TKxCustomFolderDialog::SelChanged(LPCITEMIDLIST selection) {
 // --- Showing
 
 void TKxCustomFolderDialog::DoShow() {
-    const auto alive = Alive();
+    using T = TKxCustomFolderDialog;
+    RunSteps<T>(*this, {&T::ShowSelCtrl, &T::SetCaptions, &T::Place, &T::FireInheritedShow, &T::FireShow});
+}
+
+void TKxCustomFolderDialog::ShowSelCtrl() {
     if (const HWND tree = FindTree()) {
-        Guarded([this, tree] {
-            MeasureTree(tree);
-            RefreshSelCtrl();
-        });
-        if (alive.expired()) { // by a handler of the custom form
-            return;
-        }
-    }
-    FCaptions.SetCaptions(FDlgHandle);
-    Guarded([this] { KxSetPosition(FDlgHandle, FParams); });
-    Guarded([this] { TCommonDialog::DoShow(); });
-    if (!alive.expired()) {
-        Guarded([this] { FireShow(); });
+        MeasureTree(tree);
+        RefreshSelCtrl();
     }
 }
+
+void TKxCustomFolderDialog::SetCaptions() { FCaptions.SetCaptions(FDlgHandle); }
+
+void TKxCustomFolderDialog::Place() { KxSetPosition(FDlgHandle, FParams); }
+
+void TKxCustomFolderDialog::FireInheritedShow() { TCommonDialog::DoShow(); }
 
 void TKxCustomFolderDialog::DoClose() {
     const auto alive = Alive();

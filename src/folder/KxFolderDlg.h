@@ -151,6 +151,12 @@ private:
     void EndRun();
     LRESULT Tell(UINT message, WPARAM wParam, LPARAM lParam) const;
 
+    // Steps of the showing
+    void ShowSelCtrl();
+    void SetCaptions();
+    void Place();
+    void FireInheritedShow();
+
     HWND FindTree() const;
     void MeasureTree(HWND tree);
     void RefreshSelCtrl();

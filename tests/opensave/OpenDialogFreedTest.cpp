@@ -1,5 +1,6 @@
 #include "OpenDialogTest.h"
 
+#include "support/FreedAtMessages.h"
 #include "ui/Menus.h"
 
 #include <functional>
@@ -218,37 +219,33 @@ TEST_F(OpenDialogFreed, InTheSizing) {
     });
 }
 
-/// Frees the dialog at each of the messages that come till it is shown, and at some that come then.
-class OpenDialogFreedAtAMessage : public OpenDialogFreed, public testing::WithParamInterface<bool> {};
-
-TEST_P(OpenDialogFreedAtAMessage, IsGoneWithoutATrace) {
-    constexpr UINT_PTR idleTimer = 77;
-    bool idle = false;
-    for (int number = 0; !idle; ++number) {
-        int messages = 0;
-        const auto count = [&](const TMessage& m) {
-            idle = idle || (m.Msg == WM_TIMER && m.WParam == idleTimer); // behind all painting
-            if (messages++ == number || idle) {
-                FreeIt();
-            }
-        };
-        if (GetParam()) {
-            Victim->SetOnEventHook([&](TMessage& m) { count(m); });
-        } else {
-            Victim->SetOnEventHooking([&](TObject*, TMessage& m, bool&) { count(m); });
-        }
-        Victim->SetOnShow([&](TObject*) { SetTimer(Victim->DlgHandle(), idleTimer, 1, nullptr); });
-        TKxOpenDialog* const running = Victim;
-        EXPECT_FALSE(RunDialog([&] { return running->Execute(); }, {}));
-        ExpectNoTrace();
-        EXPECT_THAT(TakeExceptions(), testing::IsEmpty()) << "message " << number;
-        ASSERT_FALSE(HasFailure()) << "message " << number;
-        Victim = &NewVictim();
+TEST_F(OpenDialogFreed, AtAnyMessage) {
+    for (const bool behind : {false, true}) {
+        FreeAtEachMessage<TKxOpenDialog>(
+            behind, [this] { return &NewVictim(); },
+            [this] {
+                Victim = nullptr;
+                ExpectNoTrace();
+                EXPECT_THAT(TakeExceptions(), testing::IsEmpty());
+            });
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Hooks, OpenDialogFreedAtAMessage, testing::Bool(),
-                         [](const testing::TestParamInfo<bool>& param) { return param.param ? "Behind" : "Before"; });
+TEST_F(OpenDialogFreed, AsALiteOneAtAnyMessage) {
+    for (const bool behind : {false, true}) {
+        FreeAtEachMessage<TKxOpenLiteDialog>(
+            behind,
+            [this] {
+                auto& dialog = NewDialog<TKxOpenLiteDialog>();
+                dialog.SetTitle("Open");
+                dialog.CustDlgParams().SetTopForm(Left.get());
+                dialog.CustDlgParams().SetRightForm(Bottom.get());
+                return &dialog;
+            },
+            [this] { EXPECT_THAT(TakeExceptions(), testing::IsEmpty()); });
+        EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), nullptr);
+    }
+}
 
 TEST_F(OpenDialogFreed, ByItsOwnMenu) {
     Item.SetOnClick(Freeing());
