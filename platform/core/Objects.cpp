@@ -10,7 +10,7 @@ TClass::TClass(std::string name, const TClass* parent) : FName(std::move(name)),
 TClass::~TClass() = default;
 
 const TClass& TObject::StaticClass() {
-    static const TClass cls("TObject", nullptr);
+    static const TClass& cls = *new TClass("TObject", nullptr); // never freed, as those of all other classes
     return cls;
 }
 

@@ -201,17 +201,17 @@ template <class T> class TClassBuilder {
 public:
     template <class Describe>
     TClassBuilder(std::string name, const TClass& parent, Describe describe)
-        : FClass(std::make_unique<TClass>(std::move(name), &parent)) {
+        : FClass(*new TClass(std::move(name), &parent)) {
         describe(*this);
-        FClass->Finish();
+        FClass.Finish();
     }
     TClassBuilder(std::string name, const TClass& parent) : TClassBuilder(std::move(name), parent, [](auto&) {}) {}
 
-    const TClass& Class() const { return *FClass; }
+    const TClass& Class() const { return FClass; }
 
     /// Form files may create the class: T is made by `new T(owner)`.
     void Creatable() {
-        FClass->FCreate = [](TComponent* owner) -> TComponent* { return new T(owner); };
+        FClass.FCreate = [](TComponent* owner) -> TComponent* { return new T(owner); };
     }
 
     /// A value property: integer, Boolean, enumeration, set, floating-point number, string or event.
@@ -296,18 +296,18 @@ public:
 
     /// A published method, to which form files may bind events.
     template <class C, class... Args> void Method(std::string name, void (C::*method)(Args...)) {
-        FClass->FMethods.push_back({name, TEvent<void(Args...)>::Signature(), [name, method](TObject& o) {
-                                        return TEvent<void(Args...)>(&As(o), method, name).Target();
-                                    }});
+        FClass.FMethods.push_back({name, TEvent<void(Args...)>::Signature(), [name, method](TObject& o) {
+                                       return TEvent<void(Args...)>(&As(o), method, name).Target();
+                                   }});
     }
 
     /// A published field `F* T::*`: receives the component of that name while a form file is read.
     template <class F> void Field(std::string name, F* T::*field) {
-        FClass->FFields.push_back({std::move(name), &F::StaticClass, [field](TObject& o, TObject* value) {
-                                       auto* typed = dynamic_cast<F*>(value);
-                                       As(o).*field = typed;
-                                       return typed || !value;
-                                   }});
+        FClass.FFields.push_back({std::move(name), &F::StaticClass, [field](TObject& o, TObject* value) {
+                                      auto* typed = dynamic_cast<F*>(value);
+                                      As(o).*field = typed;
+                                      return typed || !value;
+                                  }});
     }
 
 private:
@@ -319,7 +319,7 @@ private:
     TPropInfo& New(std::string name) {
         auto property = std::make_unique<TPropInfo>();
         property->Name = std::move(name);
-        return FClass->AddProperty(std::move(property));
+        return FClass.AddProperty(std::move(property));
     }
 
     template <class V> static void DescribeOrdinal(TPropInfo& p) {
@@ -392,7 +392,7 @@ private:
         }
     }
 
-    std::unique_ptr<TClass> FClass;
+    TClass& FClass; ///< Never freed: objects that go when the program ends still ask it.
 };
 
 } // namespace kx

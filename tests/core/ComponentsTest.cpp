@@ -331,5 +331,33 @@ TEST(Component, ThousandsAreNamedAndFreedInNoTime) {
     EXPECT_EQ(owner.ComponentCount(), 0);
 }
 
+/// Goes when the program ends.
+TComponent& ProgramsOwner() {
+    static TComponent owner;
+    return owner;
+}
+
+/// A class that nothing else uses: its table is made later than the program's owner.
+class TLateOwner : public TComponent {
+    KX_CLASS()
+    explicit TLateOwner(TComponent* owner) : TComponent(owner) {}
+    ~TLateOwner() override { DestroyComponents(); }
+    TComponent* Child = nullptr;
+};
+
+const TClass& TLateOwner::StaticClass() {
+    static const TClassBuilder<TLateOwner> cls("TLateOwner", TComponent::StaticClass(),
+                                               [](auto& c) { c.Field("Child", &TLateOwner::Child); });
+    return cls.Class();
+}
+
+/// What it leaves is freed when the program ends; a fault there fails it.
+TEST(Component, MayGoWhenTheProgramEnds) {
+    auto* const late = new TLateOwner(&ProgramsOwner());
+    auto* const child = new TComponent(late);
+    child->SetName("Child");
+    EXPECT_EQ(late->Child, child);
+}
+
 } // namespace
 } // namespace kx
