@@ -37,7 +37,7 @@ object ChoiceForm: TChoiceForm
     Top = 78
     Width = 200
     Height = 17
-    Caption = 'Closing with O&K'
+    Caption = 'Closin&g with OK'
     TabOrder = 2
   end
   object LogPanel: TPanel

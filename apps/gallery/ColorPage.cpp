@@ -82,7 +82,7 @@ void TColorPage::AddTour(TTour& tour) {
     tour.Then(
         "the colour page", [this] { return Showing(); },
         [this, &tour] {
-            tour.Picture("10-color-page");
+            tour.Picture("11-color-page");
             ChooseButton->Click();
         });
     tour.Then(
@@ -94,7 +94,7 @@ void TColorPage::AddTour(TTour& tour) {
     tour.Then(
         "the refused full part", [] { return ChoiceForm->Log().HasRefused("OnFullOpening"); },
         [this, &tour] {
-            tour.Picture("10-color");
+            tour.Picture("11-color");
             ChoiceForm->FirstBox->SetChecked(false);
             PressButton(*Dialog, defineButton);
         });
@@ -109,13 +109,13 @@ void TColorPage::AddTour(TTour& tour) {
     tour.Then(
         "the added colour", [] { return ChoiceForm->Log().Contains("OnCustomColorAdd: $000064C8"); },
         [this, &tour] {
-            tour.Picture("10-color-full");
+            tour.Picture("11-color-full");
             PressButton(*Dialog, IDOK);
         });
     tour.Then(
         "the end of the colour dialog", [this] { return !FResult.empty(); },
         [this, &tour] {
-            tour.Picture("10-color-result");
+            tour.Picture("11-color-result");
             tour.Expect("color dialog", FResult, "$00777777"); // the grey in the place of the colour
         });
 }

@@ -120,7 +120,7 @@ void TPrintPage::AddTour(TTour& tour) {
     tour.Then(
         "the print page", [this] { return Showing(); },
         [this, &tour] {
-            tour.Picture("11-print-page");
+            tour.Picture("12-print-page");
             PrintButton->Click();
         });
     tour.Then(
@@ -133,7 +133,7 @@ void TPrintPage::AddTour(TTour& tour) {
         "the refused printer", [] { return ChoiceForm->Log().HasRefused("OnPrinterChanging"); },
         [this, &tour] {
             tour.Expect("refused printer", ShownPrinter(*Dialog), Dialog->SelectedDevice());
-            tour.Picture("11-print");
+            tour.Picture("12-print");
             ChoiceForm->FirstBox->SetChecked(false);
             ChangePrinterInTour();
         });
@@ -144,14 +144,14 @@ void TPrintPage::AddTour(TTour& tour) {
     tour.Then(
         "the printer's properties", [this] { return PropertiesWindow(*Dialog) != nullptr; },
         [this, &tour] {
-            tour.Picture("11-print-properties");
+            tour.Picture("12-print-properties");
             PostMessageA(PropertiesWindow(*Dialog), WM_COMMAND, IDCANCEL, 0);
         });
     tour.Then(
         "the end of the properties", [] { return ChoiceForm->Log().Contains("OnPrinterSetupShow"); },
         [this, &tour] {
             SetDlgItemInt(Dialog->Handle(), copiesEdit, 3, FALSE);
-            tour.Picture("11-print-copies");
+            tour.Picture("12-print-copies");
             PressButton(*Dialog, IDOK);
         });
     tour.Then(
