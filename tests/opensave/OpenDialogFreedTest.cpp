@@ -219,33 +219,34 @@ TEST_F(OpenDialogFreed, InTheSizing) {
     });
 }
 
-TEST_F(OpenDialogFreed, AtAnyMessage) {
-    for (const bool behind : {false, true}) {
-        FreeAtEachMessage<TKxOpenDialog>(
-            behind, [this] { return &NewVictim(); },
-            [this] {
-                Victim = nullptr;
-                ExpectNoTrace();
-                EXPECT_THAT(TakeExceptions(), testing::IsEmpty());
-            });
-    }
+class OpenDialogFreedAtAMessage : public OpenDialogFreed, public testing::WithParamInterface<bool> {};
+
+TEST_P(OpenDialogFreedAtAMessage, IsGoneWithoutATrace) {
+    FreeAtEachMessage<TKxOpenDialog>(
+        GetParam(), [this] { return &NewVictim(); },
+        [this] {
+            Victim = nullptr;
+            ExpectNoTrace();
+            EXPECT_THAT(TakeExceptions(), testing::IsEmpty());
+        });
 }
 
-TEST_F(OpenDialogFreed, AsALiteOneAtAnyMessage) {
-    for (const bool behind : {false, true}) {
-        FreeAtEachMessage<TKxOpenLiteDialog>(
-            behind,
-            [this] {
-                auto& dialog = NewDialog<TKxOpenLiteDialog>();
-                dialog.SetTitle("Open");
-                dialog.CustDlgParams().SetTopForm(Left.get());
-                dialog.CustDlgParams().SetRightForm(Bottom.get());
-                return &dialog;
-            },
-            [this] { EXPECT_THAT(TakeExceptions(), testing::IsEmpty()); });
-        EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), nullptr);
-    }
+TEST_P(OpenDialogFreedAtAMessage, IsGoneWithoutATraceAsALiteOne) {
+    FreeAtEachMessage<TKxOpenLiteDialog>(
+        GetParam(),
+        [this] {
+            auto& dialog = NewDialog<TKxOpenLiteDialog>();
+            dialog.SetTitle("Open");
+            dialog.CustDlgParams().SetTopForm(Left.get());
+            dialog.CustDlgParams().SetRightForm(Bottom.get());
+            return &dialog;
+        },
+        [this] { EXPECT_THAT(TakeExceptions(), testing::IsEmpty()); });
+    EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), nullptr);
 }
+
+INSTANTIATE_TEST_SUITE_P(Hooks, OpenDialogFreedAtAMessage, testing::Bool(),
+                         [](const testing::TestParamInfo<bool>& hook) { return hook.param ? "Behind" : "Before"; });
 
 TEST_F(OpenDialogFreed, ByItsOwnMenu) {
     Item.SetOnClick(Freeing());
