@@ -59,7 +59,6 @@ protected:
     virtual void DoFullOpening(bool& allow) { FOnFullOpening(this, allow); }
     virtual void DoAddCustomColor(TColor color) { FOnCustomColorAdd(this, color); }
     virtual void DoAddingCustomColor(TColor color, bool& allow); ///< Writes an allowed colour into the edits besides.
-    void DoHookEvent(TMessage& message) override { TKxDlgCore::DoHookEvent(message); }
     virtual void DoHookingEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
 
     void DoShow() override;

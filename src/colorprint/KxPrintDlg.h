@@ -69,7 +69,6 @@ class TKxCustomPrintDialog : public TKxBoxDialog<TPrintDialog> {
     void SetOnCopiesChange(TNotifyEvent value) { FOnChangeCopies = std::move(value); }
 
 protected:
-    void DoHookEvent(TMessage& message) override { TKxDlgCore::DoHookEvent(message); }
     virtual void DoHookQueryEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
 
     void DoShow() override;

@@ -147,20 +147,6 @@ unique_pidl SpecialFolderPidl(TKxSpecShellFolder folder) {
     return pidl;
 }
 
-unique_pidl FolderPidl(const std::string& path) {
-    unique_com<IShellFolder> desktop;
-    const HRESULT found = SHGetDesktopFolder(desktop.put());
-    if (FAILED(found)) {
-        throw EOSError("Error getting IShellFolder interface", static_cast<uint32_t>(found));
-    }
-    unique_pidl pidl;
-    const HRESULT parsed = ParseFolderPath(*desktop.get(), path, pidl);
-    if (parsed != S_OK) {
-        throw EOSError("Error parsing folder name to PIDL", static_cast<uint32_t>(parsed));
-    }
-    return pidl;
-}
-
 } // namespace
 
 /// One running of a dialog. Runnings nest in a thread; the browser's callback finds the innermost.
@@ -241,7 +227,8 @@ unique_pidl TKxCustomFolderDialog::RootPidl() const {
     if (FSpecIniFolder != ftNone) {
         return SpecialFolderPidl(FSpecIniFolder);
     }
-    return FIniFolder.empty() ? SpecialFolderPidl(ftDesktop) : FolderPidl(FIniFolder);
+    return FIniFolder.empty() ? SpecialFolderPidl(ftDesktop)
+                              : CreatePIDLFromPath(FIniFolder, "Error parsing folder name to PIDL");
 }
 
 void TKxCustomFolderDialog::EndRun() {

@@ -127,7 +127,6 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
 
 protected:
     virtual void DoSelectionChange() { FOnSelChange(this); }
-    void DoHookEvent(TMessage& message) override { TKxDlgCore::DoHookEvent(message); }
     virtual void DoHookingEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
 
     void DoShow() override;

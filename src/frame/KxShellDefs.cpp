@@ -175,7 +175,7 @@ HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pi
     return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, pidl.put(), nullptr);
 }
 
-unique_pidl CreatePIDLFromPath(const std::string& path) {
+unique_pidl CreatePIDLFromPath(const std::string& path, const char* notThere) {
     unique_com<IShellFolder> desktop;
     const HRESULT found = SHGetDesktopFolder(desktop.put());
     if (FAILED(found)) {
@@ -184,7 +184,7 @@ unique_pidl CreatePIDLFromPath(const std::string& path) {
     unique_pidl pidl;
     const HRESULT parsed = ParseFolderPath(*desktop.get(), path, pidl);
     if (parsed != S_OK) {
-        throw EOSError("Error parsing folder name to PIDL(does folder exist?)", static_cast<uint32_t>(parsed));
+        throw EOSError(notThere, static_cast<uint32_t>(parsed));
     }
     return pidl;
 }

@@ -91,9 +91,9 @@ int GetPIDLSize(LPCITEMIDLIST pidl);
 unique_pidl CreatePIDLCopy(LPCITEMIDLIST pidl);
 
 /// Absolute list of a path in the file system.
-/// @throws EOSError "Error getting IShellFolder interface",
-///         "Error parsing folder name to PIDL(does folder exist?)" for a path that is not there.
-unique_pidl CreatePIDLFromPath(const std::string& path);
+/// @throws EOSError "Error getting IShellFolder interface", and `notThere` for a path that is not there.
+unique_pidl CreatePIDLFromPath(const std::string& path,
+                               const char* notThere = "Error parsing folder name to PIDL(does folder exist?)");
 
 /// Parses a path as `folder` names it, with no window to ask the user in; `pidl` is empty unless it answers S_OK.
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl);
