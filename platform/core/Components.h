@@ -71,8 +71,8 @@ class TComponent : public TPersistent {
     TComponent* Components(int index) const;
     int ComponentIndex() const;                             ///< Among the owner's components; -1 without an owner.
     TComponent* FindComponent(std::string_view name) const; ///< Any letter case; null when there is none.
-    void InsertComponent(TComponent* component);            ///< Becomes the owner of `component`.
-    void RemoveComponent(TComponent* component);            ///< Gives up `component` without freeing it.
+    virtual void InsertComponent(TComponent* component);    ///< Becomes the owner of `component`.
+    virtual void RemoveComponent(TComponent* component);    ///< Gives up `component` without freeing it.
     void DestroyComponents();
 
     const std::string& Name() const { return FName; }

@@ -280,6 +280,10 @@ TWinControl* WindowedAt(const TPoint& screenPoint, bool allowDisabled) {
 } // namespace
 
 TControl* FindDragTarget(const TPoint& screenPoint, bool allowDisabled) {
+    const HWND window = WindowFromPoint(ToPOINT(screenPoint));
+    if (!window || GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) {
+        return nullptr; // a control of another thread may go at any moment
+    }
     TWinControl* const windowed = WindowedAt(screenPoint, allowDisabled);
     if (!windowed) {
         return nullptr;

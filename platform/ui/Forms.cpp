@@ -60,15 +60,19 @@ TCustomForm::TCustomForm(TComponent* owner) : TWinControl(owner) {
     SetControlStyle({csAcceptsControls, csCaptureMouse, csClickEvents, csDoubleClicks, csSetCaption});
     SetBoundsFields(0, 0, 320, 240);
     FIcon.SetOnChange([this](TObject*) { ApplyIcon(); });
-    Screen().FForms.push_back(this);
+    FOnScreen = Application().InOwnThread();
+    if (FOnScreen) {
+        Screen().FForms.push_back(this);
+    }
 }
 
 TCustomForm::~TCustomForm() {
     Destroying();
     RunDestroyHandler(false);
     DestroyHandle();
-    auto& forms = Screen().FForms;
-    std::erase(forms, this);
+    if (FOnScreen) {
+        std::erase(Screen().FForms, this);
+    }
     if (Screen().FActiveForm == this) {
         Screen().FActiveForm = nullptr;
     }

@@ -3,6 +3,7 @@
 #include "ui/Barrier.h"
 #include "ui/Controls.h"
 
+#include <atomic>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -211,6 +212,7 @@ private:
     bool FIsActive = false;
     bool FVisibleWanted = false; ///< `Visible` of the form file, until the form is complete.
     bool FShowing = false;       ///< OnShow runs.
+    bool FOnScreen = false;      ///< Screen lists it.
     int FWantedClientWidth = -1; ///< Of the form file, until its frame is known.
     int FWantedClientHeight = -1;
 
@@ -258,6 +260,10 @@ using TTaskWindowList = std::vector<HWND>;
 TTaskWindowList DisableTaskWindows(HWND except);
 void EnableTaskWindows(const TTaskWindowList& windows);
 
+/// Waits until `object` is signalled, and meanwhile answers what other threads send to windows of this one; messages
+/// that were posted stay where they are. False: the time is up.
+bool WaitAnswering(HANDLE object, DWORD milliseconds = INFINITE);
+
 using TExceptionEvent = TEvent<void(TObject* sender, const std::exception& e)>;
 using TMessageEvent = TEvent<void(MSG& message, bool& handled)>;
 /// Help is wanted: a HELP_ command and its data. A handler that sets `callHelp` to false has shown it.
@@ -274,6 +280,11 @@ struct THintInfo {
 using TShowHintEvent = TEvent<void(std::string& hint, bool& canShow, THintInfo& info)>;
 
 /// The running program: owner of its forms, message loop, last resort for exceptions, and hints.
+///
+/// It belongs, with its forms, to the thread that used it first. Dialogs may run in other threads with controls of
+/// their own; what they do with the application is done so that nothing of the first thread's is in danger: hints show
+/// for controls of the application's thread only; modal levels, OnMessage and OnIdle are about that thread alone;
+/// OnException fires in it; Screen lists the forms that were made in it.
 class TApplication : public TComponent {
     KX_CLASS()
 
@@ -292,7 +303,7 @@ class TApplication : public TComponent {
     }
     /// Shows the main form and handles messages until `Terminate`, or until the main form is closed.
     void Run();
-    void Terminate();
+    void Terminate(); ///< Any thread may call it.
     bool Terminated() const { return FTerminated; }
     void ProcessMessages(); ///< Handles all waiting messages.
     void HandleMessage();   ///< Handles one message, or waits for one.
@@ -373,6 +384,24 @@ class TApplication : public TComponent {
     /// Calls `work` from the message loop of the application's thread; any thread may queue it.
     void QueueCall(std::function<void()> work);
 
+    // --- Threads
+
+    bool InOwnThread() const { return GetCurrentThreadId() == FThreadId; }
+    /// Runs `work` in the application's thread and returns when it is done; what it throws comes out here. In another
+    /// thread the caller waits until the application's thread handles messages, whoever's loop it is in: its own, a
+    /// dialog's, a menu's, or a wait for an answer of another thread. Meanwhile messages sent to windows of the calling
+    /// thread are answered.
+    /// @throws EAbort when the application ends.
+    void Synchronize(const std::function<void()>& work);
+    /// In the application's thread: what is being done now is work that the thread waits for in Synchronize. Who waited for
+    /// that thread would wait for ever.
+    bool IsAwaitedBy(DWORD threadId) const;
+    /// Calls `work` when the application goes, before its components do; the last one added is the first.
+    void AtEnd(std::function<void()> work) { FAtEnd.push_back(std::move(work)); }
+
+    void InsertComponent(TComponent* component) override;
+    void RemoveComponent(TComponent* component) override;
+
 protected:
     void Notification(TComponent* component, TOperation operation) override;
     virtual void DoIdle(bool& done);
@@ -391,6 +420,8 @@ private:
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void RunQueue();
     void ReleaseLater(TCustomForm& form);
+    void RunSynchronized();
+    void EndThreads();
 
     void MouseOver(TControl* control, const TPoint& screenPoint);
     void HintTimer();
@@ -399,12 +430,14 @@ private:
 
     struct TQueue;
     std::unique_ptr<TQueue> FQueue;
+    const DWORD FThreadId = GetCurrentThreadId();
+    std::vector<std::function<void()>> FAtEnd;
     HWND FHandle = nullptr;
     TCustomForm* FMainForm = nullptr;
     std::string FTitle;
     TIcon FIcon;
     HWND FDialogHandle = nullptr;
-    bool FTerminated = false;
+    std::atomic<bool> FTerminated = false;
     bool FShowMainForm = true;
     bool FHelpOpened = false; ///< The system's help program may be open for us.
     std::string FHelpFile;

@@ -2,6 +2,7 @@
 
 #include "core/FormText.h"
 #include "ui/Barrier.h"
+#include "ui/FormsThreads.h"
 
 #include <algorithm>
 
@@ -79,6 +80,7 @@ TApplication::TApplication() : FQueue(std::make_unique<TQueue>()) {
 }
 
 TApplication::~TApplication() {
+    EndThreads();
     Destroying();
     CancelHint();
     FHintWindow.reset();
@@ -127,6 +129,9 @@ HWND TApplication::ActiveFormHandle() {
     if (active && active != FHandle && IsWindowVisible(active)) {
         return active; // it may be a dialog of the system
     }
+    if (!InOwnThread()) {
+        return FHandle;
+    }
     return FMainForm && FMainForm->HandleAllocated() ? FMainForm->WindowHandle() : FHandle;
 }
 
@@ -169,9 +174,12 @@ void TApplication::HandleException(TObject* sender) {
         SendMessageA(capture, WM_CANCELMODE, 0, 0);
     }
     const auto tell = [&](const std::exception& e) {
-        if (FOnException) {
+        bool told = false;
+        Synchronize([&] {
+            told = static_cast<bool>(FOnException);
             FOnException(sender, e);
-        } else {
+        });
+        if (!told) {
             ShowException(e);
         }
     };
@@ -200,7 +208,13 @@ void TApplication::Run() {
     }
 }
 
-void TApplication::Terminate() { PostQuitMessage(0); }
+void TApplication::Terminate() {
+    if (InOwnThread()) {
+        PostQuitMessage(0);
+    } else {
+        QueueCall([] { PostQuitMessage(0); });
+    }
+}
 
 void TApplication::ProcessMessages() {
     MSG message;
@@ -220,11 +234,13 @@ bool TApplication::ProcessMessage(MSG& message) {
         return false;
     }
     if (message.message == WM_QUIT) {
-        FTerminated = true;
+        FTerminated = FTerminated || InOwnThread();
         return false;
     }
     bool handled = false;
-    Guarded([&] { FOnMessage(message, handled); });
+    if (InOwnThread()) {
+        Guarded([&] { FOnMessage(message, handled); });
+    }
     if (!handled) {
         Guarded([&] { handled = PreTranslate(message); });
     }
@@ -236,7 +252,7 @@ bool TApplication::ProcessMessage(MSG& message) {
 }
 
 bool TApplication::PreTranslate(MSG& message) {
-    if (FDialogHandle && IsDialogMessageA(FDialogHandle, &message)) {
+    if (FDialogHandle && InOwnThread() && IsDialogMessageA(FDialogHandle, &message)) {
         return true;
     }
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
@@ -252,7 +268,9 @@ bool TApplication::PreTranslate(MSG& message) {
 
 void TApplication::Idle() {
     bool done = true;
-    Guarded([&] { DoIdle(done); });
+    if (InOwnThread()) {
+        Guarded([&] { DoIdle(done); });
+    }
     if (done && !FTerminated) {
         WaitMessage();
     }
@@ -273,6 +291,7 @@ LRESULT CALLBACK TApplication::WindowProc(HWND window, UINT message, WPARAM wPar
 LRESULT TApplication::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_RUNQUEUE: RunQueue(); return 0;
+    case WM_RUNSYNCHRONIZED: RunSynchronized(); return 0;
     case WM_TIMER:
         if (wParam == HintTimerId) {
             HintTimer();
@@ -320,6 +339,9 @@ void TApplication::RunQueue() {
 
 /// A control goes: nothing may refer to it any more.
 void TApplication::ControlGone(const TControl& control) {
+    if (!InOwnThread()) {
+        return; // nothing refers to it
+    }
     std::erase_if(FReleased, [&](const TCustomForm* form) { return form == &control; });
     if (FHintControl == &control) {
         FHintControl = nullptr;

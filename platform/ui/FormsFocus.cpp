@@ -58,7 +58,9 @@ void TCustomForm::ControlFocused(TWinControl& control) {
         return;
     }
     FActiveControl = &control;
-    Screen().FActiveControl = &control;
+    if (FOnScreen) {
+        Screen().FActiveControl = &control;
+    }
     TWinControl* const old = std::exchange(FFocusedControl, &control);
     if (old == &control) {
         return;

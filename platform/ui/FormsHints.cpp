@@ -99,6 +99,9 @@ HWND TApplication::HintHandle() const {
 
 /// The mouse moved over `control`; null: it left the program's windows.
 void TApplication::MouseOver(TControl* control, const TPoint& screenPoint) {
+    if (!InOwnThread()) {
+        return;
+    }
     TControl* const hinted = HintedControl(control);
     if (hinted == FHintControl) {
         FHintPoint = screenPoint;
@@ -134,6 +137,9 @@ void TApplication::StopHintTimer() {
 }
 
 void TApplication::ActivateHint(const TPoint& screenPoint) {
+    if (!InOwnThread()) {
+        return;
+    }
     TControl* const control = HintedControl(FindDragTarget(screenPoint, true));
     if (!control || !control->ShowHint() || !FShowHint) {
         CancelHint();
@@ -159,6 +165,10 @@ void TApplication::ActivateHint(const TPoint& screenPoint) {
 }
 
 void TApplication::HideHint() {
+    if (!InOwnThread()) {
+        QueueCall([this] { HideHint(); });
+        return;
+    }
     if (HintHandle()) {
         StopHintTimer();
         static_cast<THintWindow&>(*FHintWindow).Deactivate();
@@ -166,6 +176,10 @@ void TApplication::HideHint() {
 }
 
 void TApplication::CancelHint() {
+    if (!InOwnThread()) {
+        QueueCall([this] { CancelHint(); });
+        return;
+    }
     HideHint();
     if (FHintWaiting) {
         StopHintTimer();

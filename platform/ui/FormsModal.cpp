@@ -129,7 +129,7 @@ void TCustomForm::CloseModal() {
 }
 
 void TApplication::ModalStarted() {
-    if (++FModalLevel == 1) {
+    if (InOwnThread() && ++FModalLevel == 1) {
         try {
             FOnModalBegin(this);
         } catch (...) {
@@ -140,7 +140,7 @@ void TApplication::ModalStarted() {
 }
 
 void TApplication::ModalFinished() {
-    if (FModalLevel > 0 && --FModalLevel == 0) {
+    if (InOwnThread() && FModalLevel > 0 && --FModalLevel == 0) {
         FOnModalEnd(this);
     }
 }

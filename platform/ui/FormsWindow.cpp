@@ -381,7 +381,9 @@ void TCustomForm::Activated(bool active) {
     FIsActive = active;
     const TAliveGuard alive(*this);
     if (active) {
-        Screen().FActiveForm = this;
+        if (FOnScreen) {
+            Screen().FActiveForm = this;
+        }
         Activate();
     } else {
         Application().CancelHint();
