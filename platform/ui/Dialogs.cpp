@@ -2,6 +2,8 @@
 
 #include "ui/Handles.h"
 
+#include <algorithm>
+
 namespace kx {
 
 namespace {
@@ -80,6 +82,12 @@ void DestroyOwnedWindows(HWND dialog) {
     } while (search.second && DestroyWindow(search.second));
 }
 
+/// Sent to `Handle` by another thread: the component goes.
+UINT LeaveMessage() {
+    static const UINT message = RegisterWindowMessageA("kx.TCommonDialog.Leave");
+    return message;
+}
+
 /// Answers a dialog or a message box, of whatever thread, with the most harmless of its buttons.
 void CancelDialog(HWND dialog) {
     for (const int id : {IDCANCEL, IDNO, IDABORT, IDOK}) {
@@ -104,7 +112,12 @@ TCommonDialog::TCommonDialog(TComponent* owner) : TComponent(owner), FAlive(std:
     FSubclass.SetHandler([this](TMessage& message) { HandleMessage(message); });
 }
 
-TCommonDialog::~TCommonDialog() { CloseShown(); }
+TCommonDialog::~TCommonDialog() {
+    CloseShown();
+    for (TDialogHold* hold : FHolds) {
+        hold->FDialog = nullptr;
+    }
+}
 
 void TCommonDialog::BeforeDestruction() {
     CloseShown();
@@ -132,6 +145,10 @@ void TCommonDialog::DialogShown() {
 }
 
 void TCommonDialog::HandleMessage(TMessage& message) {
+    if (message.Msg == LeaveMessage()) {
+        Leave(DialogWindow());
+        return;
+    }
     HWND window = FHandle;
     const WNDPROC previous = FSubclass.Previous();
     const auto alive = Alive();
@@ -188,15 +205,30 @@ HWND TCommonDialog::OwnerWindow() {
 
 void TCommonDialog::CloseShown() {
     FAlive.reset();
+    while (const TDialogHold* const hold = HoldOfAnotherThread()) {
+        if (Application().IsAwaitedBy(hold->FThreadId)) {
+            break; // a handler of the dialog frees it
+        }
+        CloseFromOutside(std::shared_ptr<void>(hold->FOver));
+    }
     HWND dialog = DialogWindow();
     if (!FRunning || !dialog || FEnding) {
         return; // a dialog that has no window yet finds out by the token
     }
-    if (ThreadOf(dialog) != GetCurrentThreadId()) {
-        CloseFromOutside(dialog);
-        return;
+    const DWORD thread = ThreadOf(dialog);
+    if (thread == GetCurrentThreadId()) {
+        Leave(dialog);
+    } else if (Application().IsAwaitedBy(thread)) {
+        SendMessageA(FHandle, LeaveMessage(), 0, 0); // it answers, but cannot go on
+    } else {
+        CloseFromOutside(std::shared_ptr<void>(FRunning));
     }
-    Leave(dialog);
+}
+
+const TDialogHold* TCommonDialog::HoldOfAnotherThread() const {
+    const auto hold = std::find_if(FHolds.begin(), FHolds.end(),
+                                   [](const TDialogHold* h) { return h->FThreadId != GetCurrentThreadId(); });
+    return hold == FHolds.end() ? nullptr : *hold;
 }
 
 /// Ends the dialog and has nothing to do with it any more. The system may be in the middle of one of its messages and
@@ -215,19 +247,40 @@ void TCommonDialog::Leave(HWND dialog) {
     PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
-/// The dialog runs in another thread, which may need this one's message loop in order to end.
-void TCommonDialog::CloseFromOutside(HWND dialog) const {
+/// The dialog runs in another thread, which may need this one's message loop in order to end: until `over`.
+void TCommonDialog::CloseFromOutside(const std::shared_ptr<void>& over) const {
     constexpr DWORD patience = 100; // milliseconds until the next box, if one is open, is answered
-    const std::shared_ptr<void> running = FRunning;
-    HANDLE over = running.get();
+    HANDLE event = over.get();
     DWORD state = WAIT_TIMEOUT;
     while (state != WAIT_OBJECT_0) {
         if (state == WAIT_TIMEOUT) {
-            CancelDialog(GetLastActivePopup(dialog));
+            CancelDialog(GetLastActivePopup(DialogWindow()));
         } else {
             Application().ProcessMessages();
         }
-        state = MsgWaitForMultipleObjects(1, &over, FALSE, patience, QS_ALLINPUT);
+        state = MsgWaitForMultipleObjects(1, &event, FALSE, patience, QS_ALLINPUT);
+    }
+}
+
+// --- TDialogHold
+
+TDialogHold::TDialogHold(TCommonDialog& dialog, DWORD threadId)
+    : FDialog(&dialog), FThreadId(threadId), FOver(CreateEventA(nullptr, TRUE, FALSE, nullptr), CloseHandle) {
+    dialog.FHolds.push_back(this);
+}
+
+TDialogHold::~TDialogHold() {
+    if (FDialog) {
+        std::erase(FDialog->FHolds, this);
+    }
+    SetEvent(FOver.get());
+}
+
+bool TDialogHold::IsWanted() const { return FDialog && FDialog->FAlive; }
+
+void TDialogHold::Cancel() const {
+    if (FDialog) {
+        CancelDialog(GetLastActivePopup(FDialog->DialogWindow()));
     }
 }
 

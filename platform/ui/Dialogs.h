@@ -14,6 +14,8 @@
 
 namespace kx {
 
+class TDialogHold;
+
 /// A component that shows one of the system's dialogs.
 ///
 /// While the dialog is shown, the application's other windows of this thread are disabled. An exception out of an event
@@ -83,18 +85,50 @@ protected:
     std::weak_ptr<const void> Alive() const { return FAlive; }
 
 private:
+    friend class TDialogHold;
+
     void HandleMessage(TMessage& message);
     void Leave(HWND dialog);
-    void CloseFromOutside(HWND dialog) const;
+    void CloseFromOutside(const std::shared_ptr<void>& over) const;
+    const TDialogHold* HoldOfAnotherThread() const;
 
     HWND FHandle = nullptr;
     TSubclass FSubclass;
     std::shared_ptr<const void> FAlive;
+    std::vector<TDialogHold*> FHolds;
     std::shared_ptr<void> FRunning; ///< Signalled when the TaskModalDialog that shows the dialog is over; else null.
     bool FShown = false;            ///< Between DoShow and DoClose.
     bool FEnding = false;           ///< The dialog's windows are being destroyed.
     TNotifyEvent FOnShow;
     TNotifyEvent FOnClose;
+};
+
+/// Keeps a dialog component from going while another thread executes it. It is made in the thread that the component
+/// lives in, before the other one begins, and ends there too, once the other one has left `Execute`.
+///
+/// Whoever frees the component meanwhile has its dialog cancelled and waits, handling messages, until the hold ends.
+/// Handlers of the dialog may free the component, in the thread that executes it or by what they synchronize, and
+/// nobody waits.
+class TDialogHold {
+public:
+    /// `threadId` is the thread that is going to execute the dialog.
+    TDialogHold(TCommonDialog& dialog, DWORD threadId);
+    TDialogHold(const TDialogHold&) = delete;
+    TDialogHold& operator=(const TDialogHold&) = delete;
+    ~TDialogHold();
+
+    TCommonDialog* Dialog() const { return FDialog; } ///< Null once it has gone.
+    bool IsWanted() const;                            ///< Nobody has begun to free it.
+    /// Cancels the dialog, if it is shown, or the topmost of the boxes and dialogs that it opened. Does not wait: it
+    /// may take several calls until all are closed.
+    void Cancel() const;
+
+private:
+    friend class TCommonDialog;
+
+    TCommonDialog* FDialog;
+    DWORD FThreadId;
+    std::shared_ptr<void> FOver; ///< Signalled when this ends.
 };
 
 enum TOpenOption : uint8_t {
