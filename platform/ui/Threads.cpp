@@ -1,0 +1,200 @@
+#include "ui/Threads.h"
+
+#include "ui/Barrier.h"
+#include "ui/Forms.h"
+
+#include <algorithm>
+#include <process.h>
+#include <vector>
+
+namespace kx {
+
+namespace {
+
+constexpr ULONGLONG LongestEnd = 10'000; // milliseconds that the end of the application waits for its threads
+constexpr DWORD Patience = 100;          // milliseconds until they are asked again
+
+} // namespace
+
+/// The threads that run, or may be about to end still.
+class TThread::TRunning {
+public:
+    static TRunning& Instance() {
+        static auto* const running = new TRunning; // never freed: threads may outlive the application
+        return *running;
+    }
+
+    void Add(TThread& thread) {
+        unique_handle_object handle;
+        HANDLE process = GetCurrentProcess();
+        DuplicateHandle(process, thread.FHandle.get(), process, handle.put(), SYNCHRONIZE, FALSE, 0);
+        AcquireSRWLockExclusive(&FLock);
+        // The objects of threads that free themselves go before their threads do.
+        std::erase_if(FThreads,
+                      [](const TEntry& e) { return !e.Thread && WaitForSingleObject(e.Handle.get(), 0) == 0; });
+        FThreads.push_back({&thread, std::move(handle)});
+        const bool first = !std::exchange(FListens, true);
+        ReleaseSRWLockExclusive(&FLock);
+        if (first) {
+            Application().Synchronize([] { Application().AtEnd([] { Instance().EndAll(); }); });
+        }
+    }
+    void Remove(TThread& thread) {
+        AcquireSRWLockExclusive(&FLock);
+        for (TEntry& entry : FThreads) {
+            if (entry.Thread == &thread) {
+                entry.Thread = nullptr;
+            }
+        }
+        ReleaseSRWLockExclusive(&FLock);
+    }
+
+private:
+    struct TEntry {
+        TThread* Thread; ///< Null: the object is gone.
+        unique_handle_object Handle;
+    };
+
+    /// In the application's thread.
+    void EndAll() {
+        const ULONGLONG since = GetTickCount64();
+        while (GetTickCount64() - since < LongestEnd) {
+            HANDLE next = AskToEnd();
+            if (!next) {
+                return;
+            }
+            if (MsgWaitForMultipleObjects(1, &next, FALSE, Patience, QS_ALLINPUT) == WAIT_OBJECT_0 + 1) {
+                Application().ProcessMessages();
+            }
+        }
+    }
+    /// Asks all threads to end. Returns one that has not; null when there is none.
+    HANDLE AskToEnd() {
+        HANDLE next = nullptr;
+        AcquireSRWLockExclusive(&FLock);
+        for (const TEntry& entry : FThreads) {
+            const bool runs = WaitForSingleObject(entry.Handle.get(), 0) != 0;
+            // A suspended one ends with whoever owns it.
+            if (runs && !(entry.Thread && entry.Thread->Suspended())) {
+                next = entry.Handle.get();
+                if (entry.Thread) {
+                    entry.Thread->Terminate();
+                }
+            }
+        }
+        ReleaseSRWLockExclusive(&FLock);
+        return next;
+    }
+
+    SRWLOCK FLock = SRWLOCK_INIT;
+    std::vector<TEntry> FThreads;
+    bool FListens = false; ///< For the end of the application.
+};
+
+const TClass& TThread::StaticClass() {
+    static const TClassBuilder<TThread> cls("TThread", TObject::StaticClass());
+    return cls.Class();
+}
+
+TThread::TThread(bool createSuspended) : FCreateSuspended(createSuspended) {
+    Application(); // belongs to the thread that uses it first
+    FHandle.reset(
+        reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, &TThread::ThreadProc, this, CREATE_SUSPENDED, &FThreadId)));
+    if (!FHandle) {
+        throw EThread("Cannot create a thread");
+    }
+    TRunning::Instance().Add(*this);
+}
+
+TThread::~TThread() { EndAndWait(); }
+
+void TThread::AfterConstruction() {
+    if (!FCreateSuspended) {
+        Resume();
+    }
+}
+
+void TThread::BeforeDestruction() {
+    EndAndWait();
+    TObject::BeforeDestruction();
+}
+
+void TThread::EndAndWait() {
+    TRunning::Instance().Remove(*this); // it is not asked to end while it goes
+    if (GetCurrentThreadId() != FThreadId) {
+        Terminate();
+        Resume(); // without Execute: the system's thread has to end
+        WaitFor();
+    }
+}
+
+void TThread::Resume() {
+    if (FSuspended.exchange(false)) {
+        ResumeThread(FHandle.get());
+    }
+}
+
+void TThread::Terminate() {
+    FTerminated = true;
+    TerminatedSet();
+}
+
+int TThread::WaitFor() {
+    if (GetCurrentThreadId() == FThreadId) {
+        throw EThread("A thread cannot wait for itself");
+    }
+    if (Application().IsAwaitedBy(FThreadId)) {
+        throw EThread("A thread cannot be waited for while it waits in Synchronize");
+    }
+    unique_handle_object handle; // of our own: the object may go with the thread
+    HANDLE process = GetCurrentProcess();
+    DuplicateHandle(process, FHandle.get(), process, handle.put(), 0, FALSE, DUPLICATE_SAME_ACCESS);
+    WaitAnswering(handle.get());
+    DWORD result = 0;
+    GetExitCodeThread(handle.get(), &result);
+    return static_cast<int>(result);
+}
+
+void TThread::Synchronize(const std::function<void()>& work) {
+    TApplication* const application = TApplication::Existing();
+    if (!application) {
+        throw EAbort("The application has ended");
+    }
+    application->Synchronize(work);
+}
+
+// --- The thread itself
+
+unsigned __stdcall TThread::ThreadProc(void* self) {
+    auto* const thread = static_cast<TThread*>(self);
+    thread->Run();
+    const auto result = static_cast<unsigned>(thread->FReturnValue.load());
+    if (thread->FFreeOnTerminate) {
+        Guarded([=] { thread->Free(); });
+    }
+    return result;
+}
+
+void TThread::Run() {
+    if (!FTerminated) {
+        try {
+            Execute();
+        } catch (const EAbort&) {
+            // ends an operation silently
+        } catch (...) {
+            FFatalException = std::current_exception();
+        }
+    }
+    FFinished = true;
+    try {
+        DoTerminate();
+    } catch (...) {
+        // The application ends: nobody listens any more.
+    }
+}
+
+void TThread::DoTerminate() {
+    Synchronize([this] { Guarded([this] { FOnTerminate(this); }); });
+}
+
+} // namespace kx
