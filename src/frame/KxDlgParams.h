@@ -5,6 +5,7 @@
 #include "ui/Forms.h"
 #include "ui/Messages.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -168,6 +169,7 @@ private:
     void ResolveForms();
     TDockedExtents DockForms(HWND handle);
     void LayOutForms(const TDockedExtents& docked, const TRect& client);
+    void ResizeForms(int32_t width, int32_t height);
     TDockedExtents DockedExtents() const;
 
     TFormRef FTopForm;
@@ -196,6 +198,12 @@ private:
     std::shared_ptr<const void> FAlive = std::make_shared<int>(); ///< Handlers of docked forms may free the dialog.
 };
 
+/// Runs `work`, which deals with forms of the application, in the application's thread, where their windows live, and
+/// waits for it. A dialog may run in another thread: there a form could neither make nor destroy its windows, and the
+/// application may free it at any moment; so `work` also looks up the forms. In the application's own thread it is just
+/// called. What it throws comes out.
+void KxWithForms(const std::function<void()>& work);
+
 // --- Geometry of windows, in pixels of the screen. @throws EIntOverflow
 
 TRect KxWindowRect(HWND window);             ///< Outer rectangle; empty for no window.
@@ -218,8 +226,8 @@ void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data);
 /// Moves a direct child of `dialog` by so many pixels; all others stay. @throws EIntOverflow
 void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy);
 
-/// The dialog window whose forms are being docked, for MoveLeft and MoveDown.
-extern HWND GHandle;
+/// The dialog window whose forms the thread is docking, for MoveLeft and MoveDown.
+extern thread_local HWND GHandle;
 /// For EnumChildWindows: moves a direct child of GHandle right, or down, by `delta` and the dialog frame, to make room
 /// for a docked form. Always TRUE.
 BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept;

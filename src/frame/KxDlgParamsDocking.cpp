@@ -2,13 +2,19 @@
 
 namespace kx {
 
+void KxWithForms(const std::function<void()>& work) { Application().Synchronize(work); }
+
 namespace {
 
 /// Out of any parent of ours, into the dialog, shown.
-void Dock(TForm* form, HWND handle) {
-    form->SetParent(nullptr);
-    form->SetParentWindow(handle);
-    form->Show();
+void Dock(const TKxFormRef<TForm>& ref, HWND handle) {
+    KxWithForms([&] {
+        if (TForm* const form = ref.Get()) {
+            form->SetParent(nullptr);
+            form->SetParentWindow(handle);
+            form->Show();
+        }
+    });
 }
 
 void Undock(TForm* form) {
@@ -72,7 +78,7 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
     FHandle = handle;
     FIncX = 0;
     FIncY = 0;
-    ResolveForms();
+    KxWithForms([this] { ResolveForms(); });
     const TRect window = KxWindowRect(handle);
     const TRect client = KxClientRect(handle);
     const std::weak_ptr<const void> alive = FAlive;
@@ -80,7 +86,7 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
     if (alive.expired()) {
         return;
     }
-    LayOutForms(docked, client);
+    KxWithForms([&] { LayOutForms(docked, client); });
     ResizeWindow(handle, CheckedAdd(Width(window), docked.TotalWidth()),
                  CheckedAdd(Height(window), docked.TotalHeight()));
     if (alive.expired()) {
@@ -93,25 +99,25 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
 
 TDockedExtents TKxCustDlgParams::DockForms(HWND handle) {
     const std::weak_ptr<const void> alive = FAlive;
+    const auto dock = [&](const TFormRef& form, std::optional<int32_t> (*measure)(const TForm* form),
+                          WNDENUMPROC makeRoom) {
+        std::optional<int32_t> extent;
+        if (!alive.expired()) {
+            KxWithForms([&] { extent = measure(form.Get()); });
+        }
+        if (extent && makeRoom) {
+            KxEnumDirectChildren(handle, makeRoom, *extent);
+        }
+        if (extent) {
+            Dock(form, handle);
+        }
+        return extent;
+    };
     TDockedExtents docked;
-    if (FLeftForm) {
-        docked.LeftWidth = FLeftForm->Width();
-        KxEnumDirectChildren(handle, MoveLeft, *docked.LeftWidth);
-        Dock(FLeftForm.Get(), handle);
-    }
-    if (!alive.expired() && FTopForm) {
-        docked.TopHeight = FTopForm->Height();
-        KxEnumDirectChildren(handle, MoveDown, *docked.TopHeight);
-        Dock(FTopForm.Get(), handle);
-    }
-    if (!alive.expired() && FRightForm) {
-        docked.RightWidth = FRightForm->Width();
-        Dock(FRightForm.Get(), handle);
-    }
-    if (!alive.expired() && FBottomForm) {
-        docked.BottomHeight = FBottomForm->Height();
-        Dock(FBottomForm.Get(), handle);
-    }
+    docked.LeftWidth = dock(FLeftForm, WidthOf, MoveLeft);
+    docked.TopHeight = dock(FTopForm, HeightOf, MoveDown);
+    docked.RightWidth = dock(FRightForm, WidthOf, nullptr);
+    docked.BottomHeight = dock(FBottomForm, HeightOf, nullptr);
     return docked;
 }
 
@@ -141,8 +147,16 @@ TDockedExtents TKxCustDlgParams::DockedExtents() const {
 void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
     const int32_t width = message.LParamLo();
     const int32_t height = message.LParamHi();
+    KxWithForms([&] { ResizeForms(width, height); });
+    FSelRect.Bottom = CheckedAdd(FSelRect.Bottom, CheckedSub(height, FDlgRect.Bottom));
+    FSelRect.Right = CheckedAdd(FSelRect.Right, CheckedSub(width, FDlgRect.Right));
+    FDlgRect.Bottom = height;
+    FDlgRect.Right = width;
+}
+
+/// Sizes alone: the system dialog moves what is right of and below its list when it is resized.
+void TKxCustDlgParams::ResizeForms(int32_t width, int32_t height) {
     const TDockedSizes sizes = ResizeDocked(DockedExtents(), width, height);
-    // Sizes alone: the system dialog moves what is right of and below its list when it is resized.
     if (FBottomForm) {
         FBottomForm->SetWidth(sizes.BottomWidth);
     }
@@ -155,18 +169,16 @@ void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
     if (FRightForm) {
         FRightForm->SetHeight(sizes.RightHeight);
     }
-    FSelRect.Bottom = CheckedAdd(FSelRect.Bottom, CheckedSub(height, FDlgRect.Bottom));
-    FSelRect.Right = CheckedAdd(FSelRect.Right, CheckedSub(width, FDlgRect.Right));
-    FDlgRect.Bottom = height;
-    FDlgRect.Right = width;
 }
 
 void TKxCustDlgParams::DisconnectForms() {
-    Undock(FBottomForm.Get());
-    Undock(FTopForm.Get());
-    Undock(FLeftForm.Get());
-    Undock(FRightForm.Get());
-    Undock(FCustForm.Get());
+    KxWithForms([this] {
+        Undock(FBottomForm.Get());
+        Undock(FTopForm.Get());
+        Undock(FLeftForm.Get());
+        Undock(FRightForm.Get());
+        Undock(FCustForm.Get());
+    });
 }
 
 void TKxCustDlgParams::TrackContextMenus(bool& showWhatsThis, const TMessage& message) {
@@ -174,10 +186,12 @@ void TKxCustDlgParams::TrackContextMenus(bool& showWhatsThis, const TMessage& me
         return;
     }
     // Deliberate: without sign, so that points left of or above the primary screen, which one would expect, are missed.
-    const TWinControl* const control = FindVCLWindow({message.LParamLo(), message.LParamHi()});
-    if (control && control->PopupMenu()) {
-        showWhatsThis = false;
-    }
+    KxWithForms([&] {
+        const TWinControl* const control = FindVCLWindow({message.LParamLo(), message.LParamHi()});
+        if (control && control->PopupMenu()) {
+            showWhatsThis = false;
+        }
+    });
 }
 
 } // namespace kx

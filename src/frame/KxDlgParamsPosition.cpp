@@ -2,9 +2,11 @@
 
 #include "ui/Barrier.h"
 
+#include <optional>
+
 namespace kx {
 
-HWND GHandle = nullptr;
+thread_local HWND GHandle = nullptr;
 
 TRect KxWindowRect(HWND window) {
     RECT r{};
@@ -35,12 +37,20 @@ void MoveWindowTo(HWND window, const TPoint& corner) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
 
-void CenterOverForm(HWND window, TCustomForm* form) {
-    if (!form) {
-        form = Application().MainForm();
-    }
-    if (form) {
-        MoveWindowTo(window, CenterOver(KxWindowRect(window), KxWindowRect(form->Handle())));
+/// `find` names the form; without one it is the main form.
+template <class F> void CenterOverForm(HWND window, F find) {
+    std::optional<TRect> place;
+    KxWithForms([&] {
+        TCustomForm* form = find();
+        if (!form) {
+            form = Application().MainForm();
+        }
+        if (form) {
+            place = KxWindowRect(form->Handle());
+        }
+    });
+    if (place) {
+        MoveWindowTo(window, CenterOver(KxWindowRect(window), *place));
     } else {
         KxCenterWindow(window);
     }
@@ -67,9 +77,9 @@ void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
     switch (params.Position()) {
     case dpDefault: break;
     case dpScrCenter: KxCenterWindow(window); break;
-    case dpMainFormCenter: CenterOverForm(window, nullptr); break;
-    case dpOwnerCenter: CenterOverForm(window, OwnerForm(params)); break;
-    case dpFormCenter: CenterOverForm(window, details.Form()); break;
+    case dpMainFormCenter: CenterOverForm(window, [] { return static_cast<TCustomForm*>(nullptr); }); break;
+    case dpOwnerCenter: CenterOverForm(window, [&] { return OwnerForm(params); }); break;
+    case dpFormCenter: CenterOverForm(window, [&] { return details.Form(); }); break;
     }
     const TRect placed = KxWindowRect(window);
     MoveWindowTo(window, {CheckedAdd(placed.Left, shift.X), CheckedAdd(placed.Top, shift.Y)});
