@@ -4,7 +4,7 @@
 
 namespace kx {
 
-TGlyphCache* GlyphCache = nullptr;
+thread_local TGlyphCache* GlyphCache = nullptr;
 
 namespace {
 
