@@ -1,0 +1,416 @@
+#include "ModelessTest.h"
+
+#include "support/Census.h"
+
+#include <algorithm>
+#include <objbase.h>
+#include <stdexcept>
+
+namespace kx {
+namespace {
+
+using namespace test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Modeless : public TModelessTest {};
+
+// --- The component
+
+TEST_F(Modeless, ComponentBeginsClosedAndWithoutADialog) {
+    const TKxModelessDialog runner;
+    EXPECT_EQ(runner.Dialog(), nullptr);
+    EXPECT_TRUE(runner.Closed());
+    EXPECT_TRUE(runner.AutoClosePopups());
+    EXPECT_FALSE(runner.DialogResult());
+    EXPECT_EQ(runner.Thread(), nullptr);
+}
+
+TEST_F(Modeless, PropertiesArePublished) {
+    auto& dialog = NewDialog();
+    const TClass& cls = TKxModelessDialog::StaticClass();
+    const TPropInfo* const reference = cls.FindProperty("Dialog");
+    ASSERT_NE(reference, nullptr);
+    EXPECT_EQ(reference->Kind, TTypeKind::Interface);
+    EXPECT_NE(cls.FindProperty("OnDialogClosed"), nullptr);
+    EXPECT_NE(cls.FindProperty("AutoClosePopups"), nullptr);
+    EXPECT_EQ(reference->GetObj(*Runner), static_cast<TObject*>(&dialog));
+}
+
+TEST_F(Modeless, TheDialogIsForgottenWhenItIsFreed) {
+    auto& dialog = NewDialog();
+    EXPECT_EQ(Runner->Dialog(), &dialog);
+    auto* const other = new TKxOpenDialog(nullptr);
+    Runner->SetDialog(other);
+    dialog.Free();
+    EXPECT_EQ(Runner->Dialog(), other);
+    delete other;
+    EXPECT_EQ(Runner->Dialog(), nullptr);
+    Runner->SetDialog(nullptr);
+}
+
+// --- Showing
+
+TEST_F(Modeless, ShowReturnsAtOnceAndTheDialogRunsInAThreadOfItsOwn) {
+    auto& dialog = NewDialog();
+    Runner->Show();
+    EXPECT_EQ(dialog.GetCommonDialogHandle(), nullptr); // shown only with the help of this thread
+    EXPECT_FALSE(Runner->Closed());
+    EXPECT_TRUE(PumpUntil(Shown(dialog)));
+    EXPECT_NE(ThreadOf(dialog.GetCommonDialogHandle()), MainThread);
+    EXPECT_EQ(ThreadOf(dialog.GetCommonDialogHandle()), Runner->Thread()->ThreadID());
+    EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
+    dialog.CloseDialog(mrCancel);
+    EXPECT_TRUE(PumpUntil([&] { return Runner->Closed(); }));
+    EXPECT_THAT(Results, ElementsAre(false));
+}
+
+TEST_F(Modeless, ASecondShowOnlyBringsTheDialogToTheTop) {
+    auto& dialog = NewDialog();
+    HWND window = nullptr;
+    int shown = 0;
+    dialog.SetOnShow([&](TObject*) { ++shown; });
+    Show({{"the dialog is shown", Shown(dialog),
+           [&] {
+               window = dialog.DlgHandle();
+               Main->BringToFront();
+               EXPECT_EQ(TopWindows().front(), Main->Handle());
+               const TKxModelessThread* const thread = Runner->Thread();
+               Runner->Show();
+               EXPECT_EQ(Runner->Thread(), thread);
+           }},
+          {"it is on top", [&] { return TopWindows().front() == window; },
+           [&] { EXPECT_EQ(dialog.DlgHandle(), window); }},
+          Press(dialog, IDCANCEL)});
+    EXPECT_EQ(shown, 1);
+    EXPECT_THAT(Results, ElementsAre(false));
+}
+
+TEST_F(Modeless, ShowWithoutADialogFailsInTheThread) {
+    std::string failure;
+    Runner->SetOnDialogClosed([&](TObject*, bool result) {
+        try {
+            std::rethrow_exception(Runner->Thread()->FatalException());
+        } catch (const Exception& e) {
+            failure = e.ClassName();
+        }
+        Results.push_back(result);
+    });
+    Show({});
+    EXPECT_EQ(failure, "EInvalidOperation");
+    EXPECT_THAT(Results, ElementsAre(false));
+    EXPECT_TRUE(Runner->Closed());
+    Show({}); // and again
+    EXPECT_THAT(Results, ElementsAre(false, false));
+}
+
+TEST_F(Modeless, CloseLeavesTheDialogOpen) {
+    auto& dialog = NewDialog();
+    Runner->Close(); // while it is not shown
+    for (const bool popups : {true, false}) {
+        Runner->SetAutoClosePopups(popups);
+        Show({{"the dialog is shown", Shown(dialog), [&] { Runner->Close(); }},
+              {"the dialog has got its messages", [&] { return SendMessageA(dialog.DlgHandle(), WM_NULL, 0, 0) == 0; },
+               [&] {
+                   EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle()));
+                   EXPECT_TRUE(IsWindowEnabled(dialog.DlgHandle()));
+                   EXPECT_FALSE(Runner->Closed());
+               }},
+              Press(dialog, IDCANCEL)});
+    }
+    EXPECT_THAT(Results, ElementsAre(false, false));
+}
+
+TEST_F(Modeless, TheResultIsToldOnceInTheApplicationsThread) {
+    auto& dialog = NewDialog();
+    Show({EnterFileName(dialog, "two.txt")});
+    EXPECT_THAT(Results, ElementsAre(true));
+    EXPECT_TRUE(Runner->Closed());
+    EXPECT_TRUE(Runner->DialogResult());
+    EXPECT_EQ(dialog.FileName(), Folder.Path("two.txt"));
+    ShowAndCancel(dialog);
+    EXPECT_THAT(Results, ElementsAre(true, false));
+    EXPECT_FALSE(Runner->DialogResult());
+    Application().ProcessMessages();
+    EXPECT_EQ(Results.size(), 2u);
+}
+
+TEST_F(Modeless, AShowingThatFailsTellsFalseAlsoAfterOneThatWasConfirmed) {
+    auto& dialog = NewDialog();
+    Show({EnterFileName(dialog, "two.txt")});
+    dialog.Free();
+    Show({});
+    EXPECT_THAT(Results, ElementsAre(true, false));
+}
+
+TEST_F(Modeless, TheInternalNotificationIsGivenBack) {
+    auto& dialog = NewDialog();
+    int notified = 0;
+    dialog.SetCommonDialogInternalShowEvent([&](TObject*) { ++notified; });
+    ShowAndCancel(dialog);
+    EXPECT_EQ(notified, 0);
+    EXPECT_FALSE(RunDialog(dialog, {Press(dialog, IDCANCEL)})); // blocks again, in this thread
+    EXPECT_EQ(notified, 1);
+}
+
+TEST_F(Modeless, ADialogThatIsShownAlreadyFails) {
+    auto& dialog = NewDialog();
+    EXPECT_FALSE(
+        RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { Show({}); }}, Press(dialog, IDCANCEL)}));
+    EXPECT_THAT(Results, ElementsAre(false));
+    ShowAndCancel(dialog);
+}
+
+TEST_F(Modeless, AHandlerOfTheEndMayShowAgainLater) {
+    auto& dialog = NewDialog();
+    ShowAndCancel(dialog);
+    Runner->SetOnDialogClosed([&](TObject*, bool) {
+        Results.push_back(false);
+        if (Results.size() < 4) {
+            Application().QueueCall([&] { Runner->Show(); });
+        }
+    });
+    const auto cancel = [&] { return Press(dialog, IDCANCEL); };
+    RunDialog(
+        [&] {
+            Runner->Show();
+            return PumpUntil([&] { return Results.size() == 4; });
+        },
+        {cancel(), Await("it has closed", [&] { return Results.size() == 2; }), cancel(),
+         Await("it has closed again", [&] { return Results.size() == 3; }), cancel()});
+}
+
+TEST_F(Modeless, AHandlerOfTheEndMayFreeTheRunnerOrThrow) {
+    auto& dialog = NewDialog();
+    Runner->SetOnDialogClosed([&](TObject*, bool) {
+        Results.push_back(false);
+        throw std::runtime_error("closed");
+    });
+    ShowAndCancel(dialog);
+    EXPECT_THAT(TakeExceptions(), ElementsAre("closed"));
+    EXPECT_TRUE(PumpUntil([&] { return Runner->Closed(); }));
+    Runner->SetOnDialogClosed([&](TObject* sender, bool) {
+        Results.push_back(false);
+        sender->Free();
+    });
+    ShowAndCancel(dialog);
+}
+
+// --- The application meanwhile
+
+TEST_F(Modeless, TheApplicationIsUsedByMouseAndKeyboardWhileTheDialogIsOpen) {
+    auto& dialog = NewDialog();
+    Show({MoveAside(dialog),
+          {"the dialog is aside", [&] { return ScreenRectOf(dialog.DlgHandle()).Left == 330; },
+           [&] { Click(Main->Button->Handle()); }},
+          {"the button was clicked", [&] { return Main->Clicks == 1; },
+           [&] {
+               EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle()));
+               Click(Main->Edit->Handle());
+           }},
+          {"the edit has the focus", [&] { return Main->Edit->Focused(); }, [] { TypeText("typed"); }},
+          {"the text is there", [&] { return Main->Edit->Text() == "typed"; },
+           [&] {
+               Screenshot("modeless_main");
+               Click(dialog.EditHandle());
+           }},
+          {"the dialog is active", [&] { return GetForegroundWindow() == dialog.DlgHandle(); },
+           [] { TypeText("two.txt"); }},
+          {"the name is there", [&] { return dialog.FilenameText() == "two.txt"; },
+           [&] { Click(GetDlgItem(dialog.DlgHandle(), IDOK)); }}});
+    EXPECT_THAT(Main->ClickThreads, ElementsAre(MainThread));
+    EXPECT_THAT(Results, ElementsAre(true));
+    EXPECT_EQ(dialog.FileName(), Folder.Path("two.txt"));
+}
+
+TEST_F(Modeless, AllWindowsOfTheApplicationAreEnabledWhenTheDialogIsShown) {
+    auto& dialog = NewDialog();
+    const TFormPtr other(NewForm<TForm>(nullptr));
+    other->Show();
+    EnableWindow(other->Handle(), FALSE);
+    ShowAndCancel(dialog, [&] {
+        EXPECT_TRUE(IsWindowEnabled(other->Handle()));
+        EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
+        EXPECT_TRUE(IsWindowEnabled(Application().Handle()));
+    });
+    EXPECT_EQ(Application().ModalLevel(), 0);
+}
+
+TEST_F(Modeless, AnotherDialogMayBlockTheApplicationMeanwhile) {
+    auto& dialog = NewDialog<TKxOpenDialog>();
+    TKxOpenDialog inner(Main.get());
+    inner.SetInitialDir(Folder.Path());
+    Show({{"the dialog is shown", Shown(dialog),
+           [&] {
+               EXPECT_TRUE(RunDialog(inner, {{"the other one is shown", Shown(inner),
+                                              [&] {
+                                                  EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), &inner);
+                                                  EXPECT_TRUE(IsWindowEnabled(dialog.DlgHandle()));
+                                              }},
+                                             EnterFileName(inner, "one.txt")}));
+           }},
+          EnterFileName(dialog, "two.txt")});
+    EXPECT_EQ(inner.FileName(), Folder.Path("one.txt"));
+    EXPECT_EQ(dialog.FileName(), Folder.Path("two.txt"));
+}
+
+TEST_F(Modeless, TwoDialogsAreOpenAtOnce) {
+    auto& first = NewDialog<TKxOpenDialog>();
+    TKxModelessDialog second;
+    TKxSaveDialog save(Main.get());
+    save.SetInitialDir(Folder.Path());
+    second.SetDialog(&save);
+    bool saved = false;
+    second.SetOnDialogClosed([&](TObject*, bool result) { saved = result; });
+    Show({{"the first is shown", Shown(first), [&] { second.Show(); }},
+          {"the second is shown", Shown(save),
+           [&] { EXPECT_NE(ThreadOf(save.DlgHandle()), ThreadOf(first.DlgHandle())); }},
+          EnterFileName(save, "fresh.txt"),
+          Await("the second has closed", [&] { return second.Closed() && saved; }),
+          {"the first is open still", Shown(first), {}},
+          EnterFileName(first, "one.txt")});
+    EXPECT_EQ(save.FileName(), Folder.Path("fresh.txt"));
+    EXPECT_THAT(Results, ElementsAre(true));
+}
+
+// --- Handlers
+
+TEST_F(Modeless, EventsOfTheDialogFireInItsThread) {
+    auto& dialog = NewDialog();
+    std::vector<DWORD> threads;
+    DWORD synchronized = 0;
+    const TNotifyEvent note = [&](TObject*) { threads.push_back(GetCurrentThreadId()); };
+    dialog.SetOnShow(note);
+    dialog.SetOnFolderChange(note);
+    dialog.SetOnClose(note);
+    dialog.SetOnCanClose([&](TObject*, bool&) {
+        TThread::Synchronize([&] {
+            synchronized = GetCurrentThreadId();
+            Main->SetCaption("Chosen: " + dialog.FileName());
+        });
+    });
+    DWORD own = 0;
+    Show({{"the dialog is shown", Shown(dialog), [&] { own = Runner->Thread()->ThreadID(); }},
+          EnterFileName(dialog, "one.txt")});
+    EXPECT_THAT(threads, testing::SizeIs(testing::Ge(3u)));
+    EXPECT_THAT(threads, testing::Each(own));
+    EXPECT_EQ(synchronized, MainThread);
+    EXPECT_EQ(Main->Caption(), "Chosen: " + Folder.Path("one.txt"));
+}
+
+TEST_F(Modeless, AHandlerMaySynchronizeWhileTheApplicationClosesTheDialog) {
+    auto& dialog = NewDialog();
+    bool asked = false;
+    dialog.SetFileName("one.txt");
+    dialog.SetOnCanClose([&](TObject*, bool&) { TThread::Synchronize([&] { asked = true; }); });
+    Show({{"the dialog is shown", Shown(dialog), [&] { dialog.CloseDialog(mrOk); }}}); // waits for the dialog's answer
+    EXPECT_TRUE(asked);
+    EXPECT_THAT(Results, ElementsAre(true));
+}
+
+TEST_F(Modeless, HandlersMayThrow) {
+    auto& dialog = NewDialog();
+    const auto fail = [](const char* text) { return [text](TObject*) { throw std::runtime_error(text); }; };
+    dialog.SetOnShow(fail("show"));
+    dialog.SetOnClose(fail("close"));
+    dialog.SetOnUpLevelNavigate(fail("up"));
+    Show({{"the dialog is shown", Shown(dialog),
+           [&] {
+               EXPECT_THAT(TakeExceptions(), ElementsAre("show"));
+               SendMessageA(dialog.DlgHandle(), WM_COMMAND, 40961, 0);
+               EXPECT_THAT(TakeExceptions(), ElementsAre("up"));
+           }},
+          Press(dialog, IDCANCEL)});
+    EXPECT_THAT(TakeExceptions(), ElementsAre("close"));
+    EXPECT_THAT(Results, ElementsAre(false));
+}
+
+TEST_F(Modeless, AFailureIsShownInABoxOfTheDialog) {
+    const TExceptionEvent previous = Application().OnException();
+    Application().SetOnException({});
+    auto& dialog = NewDialog();
+    dialog.SetOnUpLevelNavigating([](TObject*, bool&) { throw std::runtime_error("refused"); });
+    std::string text;
+    HWND window = nullptr;
+    Show({{"the dialog is shown", Shown(dialog),
+           [&] {
+               window = dialog.DlgHandle();
+               PostMessageA(window, WM_COMMAND, 40961, 0);
+           }},
+          {"the box is shown", BoxShown(), [&] { EXPECT_EQ(GetWindow(ShownMessageBox(), GW_OWNER), window); }},
+          AnswerBox(IDOK, [&](const std::string& t) { text = t; }),
+          Press(dialog, IDCANCEL)});
+    EXPECT_EQ(text, "refused");
+    Application().SetOnException(previous);
+}
+
+// --- A hundred showings
+
+/// A dialog executed in a thread without the runner.
+class TBareThread : public TThread {
+public:
+    explicit TBareThread(TOpenDialog& dialog) : FDialog(dialog) {}
+    ~TBareThread() override { EndAndWait(); }
+
+protected:
+    void Execute() override {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        FDialog.Execute();
+        CoUninitialize();
+    }
+
+private:
+    TOpenDialog& FDialog;
+};
+
+/// How the census changes over `count` showings that cancel themselves, the first ones left out.
+TCensus Growth(TOpenDialog& dialog, int count, const std::function<void()>& show) {
+    dialog.SetOnShow([&](TObject*) { PostMessageA(dialog.DialogWindow(), WM_COMMAND, IDCANCEL, 0); });
+    TCensus before;
+    for (int i = -5; i < count; ++i) {
+        if (i == 0) {
+            before = TakeCensus();
+        }
+        show();
+    }
+    TCensus growth = TakeCensus();
+    for (size_t i = 0; i < growth.Counts.size(); ++i) {
+        growth.Counts[i] -= before.Counts[i];
+    }
+    return growth;
+}
+
+TEST_F(Modeless, AHundredShowingsLeaveNothingBehindThatTheSystemsDialogDoesNot) {
+    constexpr int Cycles = 100;
+    constexpr int SystemCycles = 20;
+    TOpenDialog bare;
+    bare.SetInitialDir(Folder.Path());
+    const TCensus system = Growth(bare, SystemCycles, [&] {
+        const std::unique_ptr<TBareThread, TFreeDeleter> thread(NewThread<TBareThread>(bare));
+        EXPECT_TRUE(PumpUntil([&] { return thread->Finished(); }));
+    });
+
+    const TFormPtr left(new TNoteForm);
+    const TFormPtr bottom(new TNoteForm);
+    auto& dialog = NewDialog<TKxOpenDialog>();
+    dialog.CustDlgParams().SetLeftForm(left.get());
+    dialog.CustDlgParams().SetBottomForm(bottom.get());
+    dialog.PlacesBar().SetNative(false);
+    const TCensus ours = Growth(dialog, Cycles, [&] {
+        const long threads = ThreadCensus()[TCensusKind::Thread];
+        const size_t ended = Results.size();
+        Runner->Show();
+        EXPECT_TRUE(PumpUntil([&] { return Results.size() > ended; }));
+        EXPECT_TRUE(PumpUntil([&] { return ThreadCensus()[TCensusKind::Thread] <= threads; }));
+    });
+    EXPECT_EQ(Results.size(), Cycles + 5u);
+    for (size_t i = 0; i < ours.Counts.size(); ++i) {
+        const long loss = std::max(0L, system.Counts[i] * Cycles / SystemCycles);
+        const auto kind = static_cast<TCensusKind>(i);
+        const long play = kind == TCensusKind::HeapBlock ? 8 : kind == TCensusKind::HeapByte ? 4096 : 0;
+        EXPECT_LE(ours.Counts[i], loss + play) << "kind " << i;
+    }
+}
+
+} // namespace
+} // namespace kx
