@@ -116,6 +116,7 @@ struct TOpenDialog::TRun {
     OPENFILENAMEA* SystemRecord = &Record; ///< The one that the system uses: a wrapper may have given it another.
     TOpenDialog* Dialog = nullptr;
     std::weak_ptr<const void> Alive; ///< Of the component.
+    bool Asking = false;             ///< The system waits to hear whether it may take the names.
     TSubclass DialogMessages;        ///< Of the dialog window.
 
     bool Has(DWORD flag) const { return (Record.Flags & flag) != 0; }
@@ -310,6 +311,9 @@ void TOpenDialog::SystemDialogCreated(HWND window) {
 
 /// OK takes names that were typed or pasted, of which nothing was heard before.
 void TOpenDialog::DialogMessage(TMessage& message) {
+    if (message.Msg == WM_COMMAND && message.WParamLo() == IDCANCEL && FRun->Asking) {
+        return; // by a loop of OnCanClose: the system, in the middle of the names, would use what it has freed
+    }
     if (message.Msg == WM_COMMAND && message.WParamLo() == IDOK) {
         if (!FRun->NamesFit()) {
             HWND dialog = DialogWindow();
@@ -373,6 +377,7 @@ void TOpenDialog::QueryClose(TMessage& message) {
     const std::string fileName = FFileName;
     TStringList files;
     files.Assign(&FFiles);
+    FRun->Asking = true;
     const bool canClose = Guarded(false, [this] {
         TakeFiles();
         return DoCanClose();
@@ -383,6 +388,7 @@ void TOpenDialog::QueryClose(TMessage& message) {
     if (alive.expired()) {
         return;
     }
+    FRun->Asking = false;
     if (canClose) {
         FRun->NoteExtension(FFileName);
     } else {
