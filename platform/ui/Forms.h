@@ -393,10 +393,12 @@ class TApplication : public TComponent {
     /// thread are answered.
     /// @throws EAbort when the application ends.
     void Synchronize(const std::function<void()>& work);
-    /// In the application's thread: what is being done now is work that the thread waits for in Synchronize. Who waited for
-    /// that thread would wait for ever.
+    /// In the application's thread: what is being done now is work that the thread waits for in Synchronize. Who waited
+    /// for that thread would wait for ever.
     bool IsAwaitedBy(DWORD threadId) const;
-    /// Calls `work` when the application goes, before its components do; the last one added is the first.
+    /// Calls `work` whenever Run ends, and for programs without it when the application goes, before its components do.
+    /// There is no other time for threads to end: the system's end of the program has begun by then, and may hold locks
+    /// that a thread needs. The last one added is the first.
     void AtEnd(std::function<void()> work) { FAtEnd.push_back(std::move(work)); }
 
     void InsertComponent(TComponent* component) override;

@@ -84,7 +84,8 @@ TApplication::~TApplication() {
     Destroying();
     CancelHint();
     FHintWindow.reset();
-    DestroyComponents();
+    DestroyComponents(); // threads of dialogs may end with them
+    RefuseSynchronized();
     if (FHelpOpened) {
         WinHelpA(FHandle, FHelpFile.c_str(), HELP_QUIT, 0);
     }
@@ -206,6 +207,7 @@ void TApplication::Run() {
     while (!FTerminated) {
         Guarded([this] { HandleMessage(); });
     }
+    EndThreads();
 }
 
 void TApplication::Terminate() {

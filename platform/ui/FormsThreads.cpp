@@ -121,13 +121,13 @@ bool TApplication::IsAwaitedBy(DWORD threadId) const {
     return call != nullptr;
 }
 
-/// Nothing of other threads may reach the application from now on.
 void TApplication::EndThreads() {
-    while (!FAtEnd.empty()) {
-        const std::function<void()> work = std::move(FAtEnd.back());
-        FAtEnd.pop_back();
-        Guarded(work);
+    for (size_t i = FAtEnd.size(); i-- > 0;) {
+        Guarded(std::function<void()>(FAtEnd[i]));
     }
+}
+
+void RefuseSynchronized() {
     Queue().Close();
     while (TSynchronized* const call = Queue().Take()) {
         call->Failure = ApplicationEnds();

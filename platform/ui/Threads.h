@@ -26,7 +26,7 @@ KX_EXCEPTION(EThread, Exception);
 /// `Free` asks the thread to end and waits for that; a thread that never started does not run. What the thread itself
 /// synchronizes cannot free it; it sets FreeOnTerminate. A descendant that is
 /// destroyed in another way (`delete`, a local variable) calls `EndAndWait` first thing in its destructor: Execute uses
-/// the object. At the end of the application all threads are asked to end and waited for, 10 seconds at most.
+/// the object. At the end of the application's Run all threads are asked to end and waited for, 10 seconds at most.
 class TThread : public TObject {
     KX_CLASS()
 

@@ -58,8 +58,17 @@ void TKxModelessThread::SetDialog(ICommonDialog* value) {
     }
 }
 
-/// The dialog may be executed in other ways again.
+/// The dialog may be executed in other ways again, and forms that it did not come to dock are windows again.
 void TKxModelessThread::ReleaseDialog() {
+    for (TKxFormRef<TForm>& form : FForms) {
+        if (form && form->ParentWindow() == Application().Handle()) {
+            form->Hide();
+        }
+        if (form && form->ParentWindow() == Application().Handle()) {
+            form->SetParentWindow(nullptr);
+        }
+    }
+    FForms.clear();
     if (ICommonDialog* const dialog = Dialog()) {
         dialog->SetCommonDialogInternalShowEvent(FShowBefore);
     }
@@ -77,7 +86,7 @@ void TKxModelessThread::Execute() {
             throw EInvalidOperation("There is no dialog to show");
         }
         const auto wanted = [this] { return Dialog() && (!FHold || FHold->IsWanted()); };
-        TKxModelessDialog::CreateDockedForms(*dialog, wanted);
+        FForms = TKxModelessDialog::CreateDockedForms(*dialog, wanted);
         if (!wanted()) {
             throw EAbort("The dialog has been freed");
         }
@@ -201,7 +210,8 @@ void TKxModelessDialog::DoDialogClosed(TObject* sender) {
     }
 }
 
-void TKxModelessDialog::CreateDockedForms(ICommonDialog& dialog, const std::function<bool()>& wanted) {
+TKxFormRefs TKxModelessDialog::CreateDockedForms(ICommonDialog& dialog, const std::function<bool()>& wanted) {
+    TKxFormRefs forms;
     using P = TKxCustDlgParams;
     struct TPlace {
         TForm* (P::*Form)() const;
@@ -215,12 +225,12 @@ void TKxModelessDialog::CreateDockedForms(ICommonDialog& dialog, const std::func
     };
     for (const TPlace& place : places) {
         if (!wanted()) {
-            return;
+            break;
         }
         P& params = dialog.GetCustDlgParams();
         TForm* found = (params.*place.Form)();
         P::CreateFormAs(found, (params.*place.Name)());
-        TKxFormRef<TForm> form;
+        TKxFormRef<TForm>& form = forms.emplace_back();
         form.Set(found);
         if (form) {
             form->SetParentWindow(Application().Handle());
@@ -232,6 +242,7 @@ void TKxModelessDialog::CreateDockedForms(ICommonDialog& dialog, const std::func
             (params.*place.SetForm)(form.Get());
         }
     }
+    return forms;
 }
 
 } // namespace kx

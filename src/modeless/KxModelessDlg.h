@@ -5,6 +5,7 @@
 #include "ui/Threads.h"
 
 #include <functional>
+#include <list>
 #include <memory>
 
 namespace kx {
@@ -13,6 +14,9 @@ class TKxModelessDialog;
 
 /// The dialog that was shown has ended. `dialogResult`: the user confirmed it.
 using TKxDialogClosedEvent = TEvent<void(TObject* sender, bool dialogResult)>;
+
+/// References that forget their forms when those are freed.
+using TKxFormRefs = std::list<TKxFormRef<TForm>>;
 
 /// One showing of a dialog: its thread, with an apartment of OLE, in which the dialog executes and its events fire. It
 /// frees itself at the end.
@@ -46,6 +50,7 @@ private:
     const TComponent* FComponent = nullptr; ///< The dialog.
     TKxModelessDialog* FModelessDialog = nullptr;
     std::unique_ptr<TDialogHold> FHold; ///< Of a dialog of the framework. The application's thread's, as all here.
+    TKxFormRefs FForms;                 ///< Those that were made ready.
     TNotifyEvent FShowBefore;           ///< The dialog's internal notification before this showing.
     bool FDialogResult = false;
 };
@@ -89,7 +94,8 @@ class TKxModelessDialog : public TComponent {
 
     /// Finds the forms that the dialog names and makes their windows, in the application's thread. Handlers of the
     /// forms may free the dialog: it is not touched when it is not `wanted` any more.
-    static void CreateDockedForms(
+    /// Returns the forms, whose parent the application's hidden window is now.
+    static TKxFormRefs CreateDockedForms(
         ICommonDialog& dialog, const std::function<bool()>& wanted = [] { return true; });
 
 protected:

@@ -3,7 +3,7 @@
 #include "support/Census.h"
 
 #include <algorithm>
-#include <objbase.h>
+#include <ole2.h>
 #include <stdexcept>
 
 namespace kx {
@@ -354,9 +354,9 @@ public:
 
 protected:
     void Execute() override {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        OleInitialize(nullptr);
         FDialog.Execute();
-        CoUninitialize();
+        OleUninitialize();
     }
 
 private:

@@ -1,8 +1,6 @@
 #include "ModelessTest.h"
 
-#include "ui/Timers.h"
-
-#include <cstdlib>
+#include "ui/Handles.h"
 
 namespace kx {
 namespace {
@@ -210,88 +208,37 @@ TEST_F(ModelessLife, TheRunnerIsFreedByAHandlerOfTheDialog) {
     ExpectGone(0);
 }
 
-// --- The end of the application, in a process of its own
+// --- The end of the application, in a program of its own
 
-/// A program as applications write it: a main form that owns a dialog and its runner.
-class TProgramForm : public TForm {
-public:
-    explicit TProgramForm(TComponent* owner)
-        : TForm(owner), Dialog(new TKxOpenDialog(this)), Runner(new TKxModelessDialog(this)) {
-        Dialog->CustDlgParams().SetBottomFormName("NoteForm");
-        Dialog->PlacesBar().SetNative(false);
-        Runner->SetDialog(Dialog);
-        Runner->SetOnDialogClosed([](TObject*, bool) { ++Ended; });
-        SetOnShow([this](TObject*) { Runner->Show(); });
+/// Runs the small program, which ends in that way while its dialog is open, and returns its exit code.
+DWORD RunProgram(const std::string& how) {
+    char path[MAX_PATH];
+    GetModuleFileNameA(nullptr, path, MAX_PATH);
+    std::string command = "\"" + ExtractFilePath(std::string(path)) + "program\\kx_modeless_program.exe\" " + how;
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
+        ADD_FAILURE() << "cannot start " << command;
+        return 0;
     }
-
-    TKxOpenDialog* Dialog;
-    TKxModelessDialog* Runner;
-    static inline int Ended = 0;
-};
-
-[[noreturn]] void RunProgram(const std::function<void(TProgramForm& form)>& act) {
-    TProgramForm* form = nullptr;
-    TNoteForm* note = nullptr;
-    // Behind the application's own end.
-    std::atexit([] {
-        if (TProgramForm::Ended != 1) {
-            std::_Exit(3);
-        }
-    });
-    Application().CreateForm(&form);
-    Application().CreateForm(&note);
-    TTimer timer;
-    timer.SetInterval(20);
-    timer.SetOnTimer([&](TObject*) {
-        if (Shown(*form->Dialog)()) {
-            timer.SetEnabled(false);
-            act(*form);
-        }
-    });
-    Application().Run();
-    std::exit(Application().Terminated() && !form->Runner->Closed() ? 7 : 4);
+    const unique_handle_object handle(process.hProcess);
+    const unique_handle_object thread(process.hThread);
+    DWORD code = 0;
+    if (WaitForSingleObject(handle.get(), 30'000) != WAIT_OBJECT_0) {
+        ADD_FAILURE() << command << " does not end";
+        TerminateProcess(handle.get(), 1);
+    }
+    GetExitCodeProcess(handle.get(), &code);
+    return code;
 }
 
-class ModelessEndDeathTest : public testing::Test {};
+class ModelessProgram : public testing::TestWithParam<const char*> {};
 
-TEST_F(ModelessEndDeathTest, TheProgramTerminatesWhileTheDialogIsOpen) {
-    EXPECT_EXIT(RunProgram([](TProgramForm&) { Application().Terminate(); }), testing::ExitedWithCode(7), "");
-}
+TEST_P(ModelessProgram, EndsCleanlyWhileItsDialogIsOpen) { EXPECT_EQ(RunProgram(GetParam()), 7u); }
 
-TEST_F(ModelessEndDeathTest, TheMainFormIsClosedWhileTheDialogIsOpen) {
-    EXPECT_EXIT(RunProgram([](TProgramForm& form) { PostMessageA(form.Handle(), WM_CLOSE, 0, 0); }),
-                testing::ExitedWithCode(7), "");
-}
-
-TEST_F(ModelessEndDeathTest, TheProgramTerminatesWhileABoxOfTheDialogIsOpen) {
-    EXPECT_EXIT(RunProgram([](TProgramForm& form) {
-                    form.Dialog->SetOnCanClose([](TObject*, bool& can) {
-                        can = false;
-                        Application().Terminate();
-                        ShowMessage("Not now");
-                    });
-                    form.Dialog->SetFilenameText("any.txt");
-                    PostMessageA(form.Dialog->DlgHandle(), WM_COMMAND, IDOK, 0);
-                }),
-                testing::ExitedWithCode(7), "");
-}
-
-TEST_F(ModelessEndDeathTest, AHandlerOfTheDialogTerminatesTheProgram) {
-    EXPECT_EXIT(RunProgram([](TProgramForm& form) {
-                    form.Dialog->SetOnUpLevelNavigating([](TObject*, bool&) { Application().Terminate(); });
-                    PostMessageA(form.Dialog->DlgHandle(), WM_COMMAND, 40961, 0);
-                }),
-                testing::ExitedWithCode(7), "");
-}
-
-TEST_F(ModelessEndDeathTest, TheProgramEndsWithADialogThatNobodyFrees) {
-    EXPECT_EXIT(RunProgram([](TProgramForm& form) {
-                    form.RemoveComponent(form.Dialog);
-                    form.RemoveComponent(form.Runner);
-                    Application().Terminate();
-                }),
-                testing::ExitedWithCode(7), "");
-}
+INSTANTIATE_TEST_SUITE_P(All, ModelessProgram, testing::Values("terminate", "close", "handler", "box", "unowned"),
+                         [](const testing::TestParamInfo<const char*>& param) { return std::string(param.param); });
 
 } // namespace
 } // namespace kx

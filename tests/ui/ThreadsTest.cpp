@@ -47,7 +47,7 @@ private:
 
 using TWorkerPtr = std::unique_ptr<TWorker, TFreeDeleter>;
 
-TWorkerPtr Run(TWorker::TWork work) { return TWorkerPtr(NewThread<TWorker>(std::move(work))); }
+TWorkerPtr RunWorker(TWorker::TWork work) { return TWorkerPtr(NewThread<TWorker>(std::move(work))); }
 
 std::string MessageOf(const std::exception_ptr& failure) {
     try {
@@ -68,7 +68,7 @@ protected:
 
 TEST_F(Threads, RunInAThreadOfTheirOwn) {
     DWORD id = 0;
-    const TWorkerPtr worker = Run([&](TWorker& self) {
+    const TWorkerPtr worker = RunWorker([&](TWorker& self) {
         id = GetCurrentThreadId();
         self.SetReturnValue(42);
     });
@@ -164,7 +164,7 @@ TEST_F(Threads, OneThatFreesItselfCanBeWaitedFor) {
 
 TEST_F(Threads, CannotWaitForThemselves) {
     std::string message;
-    const TWorkerPtr worker = Run([&](TWorker& self) {
+    const TWorkerPtr worker = RunWorker([&](TWorker& self) {
         try {
             self.WaitFor();
         } catch (const EThread& e) {
@@ -183,14 +183,14 @@ TEST_F(Threads, CannotBeWaitedForInWhatTheySynchronize) {
 }
 
 TEST_F(Threads, KeepWhatCameOutOfThem) {
-    const TWorkerPtr worker = Run([](TWorker&) { throw EConvertError("from the thread"); });
+    const TWorkerPtr worker = RunWorker([](TWorker&) { throw EConvertError("from the thread"); });
     worker->WaitFor();
     EXPECT_EQ(MessageOf(worker->FatalException()), "from the thread");
     EXPECT_THROW(std::rethrow_exception(worker->FatalException()), EConvertError);
-    const TWorkerPtr foreign = Run([](TWorker&) { throw 5; });
+    const TWorkerPtr foreign = RunWorker([](TWorker&) { throw 5; });
     foreign->WaitFor();
     EXPECT_NE(foreign->FatalException(), nullptr);
-    const TWorkerPtr aborted = Run([](TWorker&) { throw EAbort("silent"); });
+    const TWorkerPtr aborted = RunWorker([](TWorker&) { throw EAbort("silent"); });
     aborted->WaitFor();
     EXPECT_EQ(aborted->FatalException(), nullptr);
     EXPECT_THAT(Log.Messages(), testing::IsEmpty());
@@ -236,7 +236,7 @@ TEST_F(Threads, OnTerminateMaySynchronize) {
 TEST_F(Threads, SynchronizeRunsInTheApplicationsThread) {
     DWORD where = 0;
     bool ranBefore = false;
-    const TWorkerPtr worker = Run([&](TWorker&) {
+    const TWorkerPtr worker = RunWorker([&](TWorker&) {
         TThread::Synchronize([&] { where = GetCurrentThreadId(); });
         ranBefore = where != 0;
     });
@@ -254,7 +254,7 @@ TEST_F(Threads, SynchronizeInTheApplicationsThreadIsACall) {
 
 TEST_F(Threads, AnExceptionOfWhatIsSynchronizedComesOutInTheThread) {
     std::string caught;
-    const TWorkerPtr worker = Run([&](TWorker&) {
+    const TWorkerPtr worker = RunWorker([&](TWorker&) {
         try {
             TThread::Synchronize([] { throw EConvertError("over there"); });
         } catch (const EConvertError& e) {
@@ -270,7 +270,7 @@ TEST_F(Threads, AnExceptionOfWhatIsSynchronizedComesOutInTheThread) {
 
 TEST_F(Threads, WaitForRunsWhatIsSynchronized) {
     int calls = 0;
-    const TWorkerPtr worker = Run([&](TWorker&) {
+    const TWorkerPtr worker = RunWorker([&](TWorker&) {
         for (int i = 0; i < 1'000; ++i) {
             TThread::Synchronize([&] { ++calls; });
         }
@@ -283,7 +283,7 @@ TEST_F(Threads, ManyThreadsSynchronizeAtOnce) {
     int calls = 0; // without a lock: one thread alone counts
     std::vector<TWorkerPtr> workers;
     for (int i = 0; i < 8; ++i) {
-        workers.push_back(Run([&](TWorker&) {
+        workers.push_back(RunWorker([&](TWorker&) {
             for (int j = 0; j < 200; ++j) {
                 TThread::Synchronize([&] { ++calls; });
             }
@@ -297,8 +297,9 @@ TEST_F(Threads, ManyThreadsSynchronizeAtOnce) {
 
 TEST_F(Threads, AThreadWaitsForAnotherThatSynchronizes) {
     int result = 0;
-    const TWorkerPtr outer = Run([&](TWorker&) {
-        const TWorkerPtr inner = Run([](TWorker& self) { TThread::Synchronize([&] { self.SetReturnValue(3); }); });
+    const TWorkerPtr outer = RunWorker([&](TWorker&) {
+        const TWorkerPtr inner =
+            RunWorker([](TWorker& self) { TThread::Synchronize([&] { self.SetReturnValue(3); }); });
         result = inner->WaitFor();
     });
     outer->WaitFor();
@@ -311,12 +312,14 @@ TEST_F(Threads, SynchronizeWorksInTheLoopOfASystemDialog) {
     dialog.SetInitialDir(folder.Path());
     TWorkerPtr worker;
     bool shown = false;
-    EXPECT_FALSE(RunDialog(
-        dialog,
-        {{"the dialog is shown", Shown(dialog),
-          [&] { worker = Run([&](TWorker&) { TThread::Synchronize([&] { shown = dialog.Handle() != nullptr; }); }); }},
-         Await("the thread is over", [&] { return worker->Finished(); }),
-         Press(dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
+                                     [&] {
+                                         worker = RunWorker([&](TWorker&) {
+                                             TThread::Synchronize([&] { shown = dialog.Handle() != nullptr; });
+                                         });
+                                     }},
+                                    {"the thread is over", [&] { return worker->Finished(); }, {}},
+                                    Press(dialog, IDCANCEL)}));
     EXPECT_TRUE(shown);
 }
 
@@ -336,7 +339,7 @@ TEST_F(Threads, SynchronizeWorksInTheLoopOfAMenu) {
             return true;
         },
         {{"the menu is open", [] { return ShownMenu() != nullptr; },
-          [&] { worker = Run([&](TWorker&) { TThread::Synchronize([&] { open = ShownMenu() != nullptr; }); }); }},
+          [&] { worker = RunWorker([&](TWorker&) { TThread::Synchronize([&] { open = ShownMenu() != nullptr; }); }); }},
          {"the thread is over", [&] { return worker->Finished(); }, [] { EndMenu(); }}});
     EXPECT_TRUE(open);
 }
@@ -354,7 +357,7 @@ TEST_F(Threads, SynchronizeWorksWhileTheApplicationWaitsForAnAnswerOfTheThread) 
             return DefWindowProcA(w, message, wParam, lParam);
         }
     };
-    const TWorkerPtr worker = Run([&](TWorker&) {
+    const TWorkerPtr worker = RunWorker([&](TWorker&) {
         HWND w = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, HInstance(), nullptr);
         SetWindowLongPtrA(w, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&TAnswer::Proc));
         window = w;
@@ -373,7 +376,7 @@ TEST_F(Threads, SynchronizeWorksWhileTheApplicationWaitsForAnAnswerOfTheThread) 
 TEST_F(Threads, AWaitingThreadAnswersItsWindows) {
     // What is synchronized talks to a window of the thread that waits for it.
     std::string text;
-    const TWorkerPtr worker = Run([&](TWorker&) {
+    const TWorkerPtr worker = RunWorker([&](TWorker&) {
         const unique_hwnd w(
             CreateWindowExA(0, "STATIC", "mine", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, HInstance(), nullptr));
         TThread::Synchronize([&] {
@@ -395,7 +398,7 @@ TEST_F(Threads, AnExceptionHandledInAThreadIsToldInTheApplications) {
         EXPECT_STREQ(e.what(), "in a callback");
         where = GetCurrentThreadId();
     });
-    const TWorkerPtr worker = Run([](TWorker&) { Guarded([] { throw std::runtime_error("in a callback"); }); });
+    const TWorkerPtr worker = RunWorker([](TWorker&) { Guarded([] { throw std::runtime_error("in a callback"); }); });
     worker->WaitFor();
     Application().SetOnException(previous);
     EXPECT_EQ(where, MainThread);
@@ -404,7 +407,7 @@ TEST_F(Threads, AnExceptionHandledInAThreadIsToldInTheApplications) {
 TEST_F(Threads, AnExceptionThatNobodyHandlesShowsABoxInItsThread) {
     const TExceptionEvent previous = Application().OnException();
     Application().SetOnException({});
-    const TWorkerPtr worker = Run([](TWorker&) { Guarded([] { throw std::runtime_error("shown"); }); });
+    const TWorkerPtr worker = RunWorker([](TWorker&) { Guarded([] { throw std::runtime_error("shown"); }); });
     DWORD where = 0;
     std::string text;
     EXPECT_TRUE(PumpUntil([] { return ShownMessageBox() != nullptr; }));
@@ -421,7 +424,7 @@ TEST_F(Threads, TheApplicationOwnsWhatAThreadMakes) {
     TComponent* made = nullptr;
     bool owned = false;
     const int before = Application().ComponentCount();
-    const TWorkerPtr worker = Run([&](TWorker&) {
+    const TWorkerPtr worker = RunWorker([&](TWorker&) {
         made = new TComponent(&Application());
         TThread::Synchronize([&] { owned = Application().ComponentCount() == before + 1; });
         made->Free();
@@ -434,7 +437,7 @@ TEST_F(Threads, TheApplicationOwnsWhatAThreadMakes) {
 TEST_F(Threads, TheScreenListsTheFormsOfTheApplicationsThread) {
     const int before = Screen().FormCount();
     int during = 0;
-    const TWorkerPtr worker = Run([&](TWorker&) {
+    const TWorkerPtr worker = RunWorker([&](TWorker&) {
         const std::unique_ptr<TForm, TFreeDeleter> form(NewForm<TForm>(nullptr));
         form->Show();
         TThread::Synchronize([&] { during = Screen().FormCount(); });
@@ -445,7 +448,7 @@ TEST_F(Threads, TheScreenListsTheFormsOfTheApplicationsThread) {
 }
 
 TEST_F(Threads, AnyThreadMayEndTheApplicationsLoop) {
-    const TWorkerPtr worker = Run([](TWorker&) { Application().Terminate(); });
+    const TWorkerPtr worker = RunWorker([](TWorker&) { Application().Terminate(); });
     Application().Run();
     EXPECT_TRUE(Application().Terminated());
     worker->WaitFor();
@@ -454,7 +457,7 @@ TEST_F(Threads, AnyThreadMayEndTheApplicationsLoop) {
 TEST_F(Threads, LeaveNothingBehind) {
     const auto cycle = [](int count) {
         for (int i = 0; i < count; ++i) {
-            Run([](TWorker&) { TThread::Synchronize([] {}); });
+            RunWorker([](TWorker&) { TThread::Synchronize([] {}); });
         }
     };
     cycle(20);
