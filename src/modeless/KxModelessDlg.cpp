@@ -8,19 +8,25 @@ namespace kx {
 
 namespace {
 
-/// The shell's dialogs, and what they load, need OLE in their thread.
-class TOleApartment {
+/// The shell's dialogs, and what they load, need OLE in their thread. Not so under Wine, whose shell view then
+/// registers for drag and drop: with apartments that come and go the system's server for calls between them now and
+/// then fails to start, and the dialog waits for it for ever. There it gets an apartment in which nothing can be
+/// dropped.
+class TDialogApartment {
 public:
-    TOleApartment() : FInitialized(SUCCEEDED(OleInitialize(nullptr))) {}
-    TOleApartment(const TOleApartment&) = delete;
-    TOleApartment& operator=(const TOleApartment&) = delete;
-    ~TOleApartment() {
+    TDialogApartment()
+        : FInitialized(SUCCEEDED(IsWine() ? CoInitializeEx(nullptr, COINIT_MULTITHREADED) : OleInitialize(nullptr))) {}
+    TDialogApartment(const TDialogApartment&) = delete;
+    TDialogApartment& operator=(const TDialogApartment&) = delete;
+    ~TDialogApartment() {
         if (FInitialized) {
-            OleUninitialize();
+            IsWine() ? CoUninitialize() : OleUninitialize();
         }
     }
 
 private:
+    static bool IsWine() { return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr; }
+
     bool FInitialized;
 };
 
@@ -78,7 +84,7 @@ void TKxModelessThread::ReleaseDialog() {
 }
 
 void TKxModelessThread::Execute() {
-    const TOleApartment apartment;
+    const TDialogApartment apartment;
     ICommonDialog* dialog = nullptr;
     Synchronize([&] {
         dialog = Dialog();
