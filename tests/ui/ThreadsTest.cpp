@@ -107,26 +107,33 @@ TEST_F(Threads, OneThatWasNeverStartedGoesWithoutRunning) {
 TEST_F(Threads, FreeAsksForTheEndAndWaitsForIt) {
     const std::shared_ptr<void> wake(CreateEventA(nullptr, TRUE, FALSE, nullptr), CloseHandle);
     std::atomic<bool> over = false;
+    std::atomic<bool> begun = false; // a thread that has not begun by then does not run
     TWorkerPtr worker(NewThread<TWorker>(
         [&](TWorker& self) {
+            begun = true;
             WaitForSingleObject(wake.get(), INFINITE);
             over = self.Terminated();
         },
         true));
     worker->OnTerminated = [&] { SetEvent(wake.get()); };
     worker->Start();
+    EXPECT_TRUE(PumpUntil([&] { return begun.load(); }));
     worker.reset();
     EXPECT_TRUE(over);
 }
 
 TEST_F(Threads, DeleteWaitsToo) {
+    std::atomic<bool> begun = false;
     std::atomic<bool> over = false;
-    delete NewThread<TWorker>([&](TWorker& self) {
+    const TWorker* const worker = NewThread<TWorker>([&](TWorker& self) {
+        begun = true;
         while (!self.Terminated()) {
             Sleep(1);
         }
         over = true;
     });
+    EXPECT_TRUE(PumpUntil([&] { return begun.load(); }));
+    delete worker;
     EXPECT_TRUE(over);
 }
 
