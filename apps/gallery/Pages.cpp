@@ -3,6 +3,7 @@
 #include "DockingPage.h"
 #include "DropDownPage.h"
 #include "FolderPage.h"
+#include "ModelessPage.h"
 #include "NavigationPage.h"
 #include "OpenPage.h"
 #include "PlacesPage.h"
@@ -24,6 +25,7 @@ std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
         New<TPlainPage>(owner),    New<TDockingPage>(owner), New<TCaptionsPage>(owner), New<TNavigationPage>(owner),
         New<TDropDownPage>(owner), New<TPlacesPage>(owner),  New<TOpenPage>(owner),     New<TSavePage>(owner),
         New<TRecentPage>(owner),   New<TFolderPage>(owner),  New<TColorPage>(owner),    New<TPrintPage>(owner),
+        New<TModelessPage>(owner),
     };
 }
 
