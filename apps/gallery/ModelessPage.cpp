@@ -91,6 +91,9 @@ void TModelessPage::AddTour(TTour& tour) {
         });
     tour.Then(
         "the note", [this] { return NotesMemo->Lines().Count() == 2 && NotesMemo->Lines()[1] == "goes on page 3"; },
+        [this] { ShowButton->Click(); }); // brings it to the front
+    tour.Then(
+        "the dialog beside the note", [this] { return IsReady(*Dialog); },
         [this, &tour, second] {
             tour.Picture("10-modeless");
             SelectFile(*Dialog, second);
