@@ -403,24 +403,26 @@ void TKxCustomFolderDialog::RefreshSelCtrl() {
 }
 
 void TKxCustomFolderDialog::ShowCustSelectionCtrl(bool show) {
-    TForm* form = FParams.CustomForm();
-    if (!FDlgHandle || !form) {
-        return;
-    }
-    if (!show) {
-        form->Hide();
+    KxWithForms([this, show] {
+        TForm* form = FParams.CustomForm();
+        if (!FDlgHandle || !form) {
+            return;
+        }
+        if (!show) {
+            form->Hide();
+            form->SetParent(nullptr);
+            form->SetParentWindow(nullptr);
+            return;
+        }
+        const auto alive = Alive();
         form->SetParent(nullptr);
-        form->SetParentWindow(nullptr);
-        return;
-    }
-    const auto alive = Alive();
-    form->SetParent(nullptr);
-    form->SetParentWindow(FDlgHandle);
-    form->SetBounds(FSelRect.Left, FSelRect.Top, Width(FSelRect), Height(FSelRect));
-    form->Show();
-    if (!alive.expired() && FParams.CustomForm() == form) { // neither freed nor replaced by its OnShow
-        TFormAccess::ActivateDocked(*form);
-    }
+        form->SetParentWindow(FDlgHandle);
+        form->SetBounds(FSelRect.Left, FSelRect.Top, Width(FSelRect), Height(FSelRect));
+        form->Show();
+        if (!alive.expired() && FParams.CustomForm() == form) { // neither freed nor replaced by its OnShow
+            TFormAccess::ActivateDocked(*form);
+        }
+    });
 }
 
 void TKxCustomFolderDialog::ShowStdSelectionCtrl(bool show) {

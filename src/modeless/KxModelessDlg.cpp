@@ -193,6 +193,8 @@ void TKxModelessDialog::Show() {
     if (!Closed()) {
         if (const ICommonDialog* const dialog = FThread->Dialog()) {
             BringWindowToTop(dialog->GetCommonDialogHandle());
+            // Wine does not raise a window of another thread in every case that Windows does.
+            SetForegroundWindow(dialog->GetCommonDialogHandle());
         }
         return;
     }

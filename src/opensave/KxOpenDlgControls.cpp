@@ -147,22 +147,24 @@ void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
 }
 
 void TKxCustomOpenDialog::ShowCustomSelectionCtrl(bool show) {
-    TForm* const form = CustDlgParams().CustomForm();
-    if (!form) {
-        return;
-    }
-    if (!show) {
-        form->Hide();
+    KxWithForms([this, show] {
+        TForm* const form = CustDlgParams().CustomForm();
+        if (!form) {
+            return;
+        }
+        if (!show) {
+            form->Hide();
+            form->SetParent(nullptr);
+            form->SetParentWindow(nullptr);
+            return;
+        }
+        const TRect& r = CustDlgParams().CustRect();
         form->SetParent(nullptr);
-        form->SetParentWindow(nullptr);
-        return;
-    }
-    const TRect& r = CustDlgParams().CustRect();
-    form->SetParent(nullptr);
-    form->SetParentWindow(DlgHandle());
-    form->SetBounds(r.Left, r.Top, r.Right, r.Bottom);
-    form->SetVisible(true);
-    form->Invalidate();
+        form->SetParentWindow(DlgHandle());
+        form->SetBounds(r.Left, r.Top, r.Right, r.Bottom);
+        form->SetVisible(true);
+        form->Invalidate();
+    });
 }
 
 } // namespace kx

@@ -76,18 +76,24 @@ BOOL CALLBACK RepaintCtrl(HWND window, LPARAM) {
 
 void TKxCustomOpenDialog::WMSize(TMessage& message) {
     TKxCustDlgParams& params = CustDlgParams();
-    TForm* const custom = params.CustomForm();
-    if (custom && IsSizeable() && FListType == stCustom) {
-        const TRect& before = params.ClientRect();
-        custom->SetBounds(custom->Left(), custom->Top(),
-                          CheckedAdd(custom->Width(), CheckedSub(message.LParamLo(), before.Right)),
-                          CheckedAdd(custom->Height(), CheckedSub(message.LParamHi(), before.Bottom)));
+    const bool resizesForm = params.CustomForm() && IsSizeable() && FListType == stCustom;
+    if (resizesForm) {
+        KxWithForms([&] {
+            if (TForm* const custom = params.CustomForm()) {
+                const TRect& before = params.ClientRect();
+                custom->SetBounds(custom->Left(), custom->Top(),
+                                  CheckedAdd(custom->Width(), CheckedSub(message.LParamLo(), before.Right)),
+                                  CheckedAdd(custom->Height(), CheckedSub(message.LParamHi(), before.Bottom)));
+            }
+        });
         KxEnumDirectChildren(DlgHandle(), RepaintCtrl, 0);
     }
     params.OnResizeWindow(message);
-    if (custom) {
-        custom->Repaint();
-    }
+    KxWithForms([&] {
+        if (TForm* const custom = params.CustomForm()) {
+            custom->Repaint();
+        }
+    });
 }
 
 // --- The file list

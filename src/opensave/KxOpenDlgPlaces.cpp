@@ -99,8 +99,12 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
 
 /// Right edge of the dialog's own part in client coordinates.
 int32_t TKxCustomOpenDialog::OwnRight() {
-    const TForm* const right = CustDlgParams().RightForm();
-    return CheckedSub(KxClientRect(DlgHandle()).Right, right ? right->Width() : 0);
+    int width = 0;
+    KxWithForms([&] {
+        const TForm* const right = CustDlgParams().RightForm();
+        width = right ? right->Width() : 0;
+    });
+    return CheckedSub(KxClientRect(DlgHandle()).Right, width);
 }
 
 /// The dialog's width does not count the frame metric by which its controls make room for the places, and counts the
@@ -110,8 +114,12 @@ void TKxCustomOpenDialog::KeepInside() {
         return;
     }
     const int32_t edge = OwnRight();
-    if (TForm* const right = CustDlgParams().RightForm()) {
-        right->SetLeft(edge);
+    if (CustDlgParams().RightForm()) {
+        KxWithForms([&] {
+            if (TForm* const right = CustDlgParams().RightForm()) {
+                right->SetLeft(edge);
+            }
+        });
         Window().ClipUnderForms();
     }
     RECT button{};
@@ -190,7 +198,7 @@ void TKxCustomOpenDialog::TakeToolBar() {
     if (FTBOptions.Flat()) {
         MakeFlatButtons(FTB);
     }
-    Guarded([this] { BorrowToolBar(); });
+    Guarded([this] { KxWithForms([this] { BorrowToolBar(); }); });
 }
 
 void TKxCustomOpenDialog::BorrowToolBar() {
@@ -212,21 +220,25 @@ void TKxCustomOpenDialog::BorrowToolBar() {
 
 /// To the right of the dialog's own tool bar, as far as there is room.
 void TKxCustomOpenDialog::PlaceToolBar() {
-    if (TToolBar* const bar = FBorrowedBar.Get()) {
-        const int32_t left = CheckedAdd(KxRectIn(DlgHandle(), FTB).Right, 1);
-        const int32_t room = std::max(CheckedSub(OwnRight(), left), 0);
-        bar->SetBounds(left, bar->Top(), std::min(Width(FTBPrevRect), room), bar->Height());
-    }
+    KxWithForms([this] {
+        if (TToolBar* const bar = FBorrowedBar.Get()) {
+            const int32_t left = CheckedAdd(KxRectIn(DlgHandle(), FTB).Right, 1);
+            const int32_t room = std::max(CheckedSub(OwnRight(), left), 0);
+            bar->SetBounds(left, bar->Top(), std::min(Width(FTBPrevRect), room), bar->Height());
+        }
+    });
 }
 
 void TKxCustomOpenDialog::ReturnToolBar() {
     if (TToolBar* const bar = FBorrowedBar.Get()) {
-        FBorrowedBar.Set(nullptr);
         Guarded([&] {
-            bar->SetVisible(FTBPrevVisible);
-            bar->SetParentWindow(nullptr);
-            bar->SetParent(FTBPrevParent.Get());
-            bar->SetBoundsRect(FTBPrevRect);
+            KxWithForms([&] {
+                FBorrowedBar.Set(nullptr);
+                bar->SetVisible(FTBPrevVisible);
+                bar->SetParentWindow(nullptr);
+                bar->SetParent(FTBPrevParent.Get());
+                bar->SetBoundsRect(FTBPrevRect);
+            });
         });
     }
 }

@@ -53,7 +53,7 @@ TKxCustomOpenLiteDialog::TKxCustomOpenLiteDialog(TComponent* owner)
 TKxCustomOpenLiteDialog::~TKxCustomOpenLiteDialog() { CloseShown(); }
 
 TKxCustomOpenLiteDialog::TDialogRef& TKxCustomOpenLiteDialog::RunningRef() {
-    static TDialogRef running;
+    static thread_local TDialogRef running;
     return running;
 }
 

@@ -1,7 +1,10 @@
 #include "ModelessTest.h"
 
+#include "colorprint/KxColorDlg.h"
+#include "colorprint/KxPrintDlg.h"
 #include "core/FormText.h"
 #include "core/Streams.h"
+#include "folder/KxFolderDlg.h"
 
 // What holds for every dialog of the library, through ICommonDialog alone.
 
@@ -27,10 +30,9 @@ template <class T> TCommonDialog* Make(TComponent* owner, const TTempFolder& fol
 
 /// A new dialog of the library is one line here.
 const TKind Kinds[] = {
-    {"OpenLite", Make<TKxOpenLiteDialog>},
-    {"SaveLite", Make<TKxSaveLiteDialog>},
-    {"Open", Make<TKxOpenDialog>},
-    {"Save", Make<TKxSaveDialog>},
+    {"OpenLite", Make<TKxOpenLiteDialog>}, {"SaveLite", Make<TKxSaveLiteDialog>}, {"Open", Make<TKxOpenDialog>},
+    {"Save", Make<TKxSaveDialog>},         {"Folder", Make<TKxFolderDialog>},     {"Color", Make<TKxColorDialog>},
+    {"Print", Make<TKxPrintDialog>},
 };
 
 class ModelessKinds : public TModelessTest, public testing::WithParamInterface<TKind> {
