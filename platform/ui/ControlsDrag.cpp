@@ -3,6 +3,7 @@
 #include "ui/Barrier.h"
 #include "ui/Forms.h"
 #include "ui/Handles.h"
+#include "ui/PerThread.h"
 
 #include <cstdlib>
 #include <memory>
@@ -38,7 +39,9 @@ namespace detail {
 
 namespace {
 
-thread_local std::shared_ptr<TDragSession> Current;
+const TPerThread<std::shared_ptr<TDragSession>> Sessions;
+
+std::shared_ptr<TDragSession>& Current() { return *Sessions; }
 
 /// Where the left button went down last.
 struct TPress {
@@ -87,7 +90,7 @@ TDragSession::TDragSession(TControl& control, const TPoint& start, int threshold
 
 TDragSession::~TDragSession() { delete FObject; }
 
-bool TDragSession::IsCurrent() const { return Current.get() == this; }
+bool TDragSession::IsCurrent() const { return Current().get() == this; }
 
 TObject* TDragSession::Source() const { return FObject ? static_cast<TObject*>(FObject) : FControl; }
 
@@ -98,14 +101,14 @@ TCursor TDragSession::Cursor() const {
 // --- From the press to the drag
 
 void TDragSession::Begin(TControl& control, bool immediate, int threshold) {
-    if (Current && (Current->FActive || Current->FControl == &control)) {
+    if (Current() && (Current()->FActive || Current()->FControl == &control)) {
         return;
     }
     const int least = threshold < 0 ? GetSystemMetrics(SM_CXDRAG) : threshold;
     const TPoint mouse = MessageMouse();
     const auto session =
         std::make_shared<TDragSession>(control, Pressed.Control == &control ? Pressed.At : mouse, least);
-    Current = session;
+    Current() = session;
     session->FMouse = mouse;
     if (immediate || session->FarEnough(mouse)) {
         session->Start();
@@ -120,18 +123,18 @@ void TDragSession::ButtonPressed(TControl& control) { Pressed = {&control, Messa
 
 void TDragSession::ButtonReleased() {
     Pressed = {};
-    if (Current && !Current->FActive) {
-        Current.reset();
+    if (Current() && !Current()->FActive) {
+        Current().reset();
     }
 }
 
 bool TDragSession::MouseMoved(WPARAM mouseKeys) {
-    const auto session = Current;
+    const auto session = Current();
     if (!session || session->FActive) {
         return false;
     }
     if ((mouseKeys & MK_LBUTTON) == 0) {
-        Current.reset(); // it was released where nobody saw it
+        Current().reset(); // it was released where nobody saw it
         return false;
     }
     session->FMouse = MessageMouse();
@@ -143,13 +146,13 @@ bool TDragSession::MouseMoved(WPARAM mouseKeys) {
 }
 
 void TDragSession::Start() {
-    const auto keep = Current;
+    const auto keep = Current();
     FActive = true;
     try {
         FControl->DoStartDrag(FObject);
     } catch (...) {
         if (IsCurrent()) {
-            Current.reset();
+            Current().reset();
         }
         throw;
     }
@@ -174,7 +177,7 @@ void TDragSession::Start() {
 
 /// Runs `f`; when a handler throws, the drag is over.
 template <class F> void TDragSession::OrFinish(F&& f) {
-    const auto keep = Current;
+    const auto keep = Current();
     try {
         f();
     } catch (...) {
@@ -188,7 +191,7 @@ template <class F> void TDragSession::OrFinish(F&& f) {
 // --- The drag
 
 void TDragSession::DragTo(const TPoint& mouse) {
-    const auto keep = Current;
+    const auto keep = Current();
     FMouse = mouse;
     TControl* const target = TargetAt(mouse);
     TDragState state = dsDragMove;
@@ -219,7 +222,7 @@ bool TDragSession::Over(TControl& target, TDragState state) {
 }
 
 void TDragSession::Finish(bool drop) {
-    const auto keep = Current;
+    const auto keep = Current();
     if (drop) {
         DragTo(MessageMouse());
         if (!IsCurrent()) {
@@ -255,7 +258,7 @@ void TDragSession::Finish(bool drop) {
 }
 
 void TDragSession::CloseDown() {
-    Current.reset(); // the caller holds us
+    Current().reset(); // the caller holds us
     if (FKeyboard) {
         UnhookWindowsHookEx(std::exchange(FKeyboard, nullptr));
     }
@@ -268,26 +271,26 @@ void TDragSession::CloseDown() {
 }
 
 void TDragSession::End(const TControl& control, bool drop) {
-    const auto session = Current;
+    const auto session = Current();
     if (!session || session->FControl != &control) {
         return;
     }
     if (session->FKeyboard) {
         session->OrFinish([&] { session->Finish(drop); });
     } else {
-        Current.reset(); // it has not really begun
+        Current().reset(); // it has not really begun
     }
 }
 
 bool TDragSession::IsDragging(const TControl& control) {
-    return Current && Current->FActive && Current->FControl == &control;
+    return Current() && Current()->FActive && Current()->FControl == &control;
 }
 
 void TDragSession::ControlGone(const TControl& control) {
     if (Pressed.Control == &control) {
         Pressed = {};
     }
-    const auto session = Current;
+    const auto session = Current();
     if (!session) {
         return;
     }
@@ -321,7 +324,7 @@ HWND TDragSession::Window() {
 }
 
 LRESULT CALLBACK TDragSession::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto session = Current;
+    const auto session = Current();
     if (session && session->FActive) {
         Guarded([&] { session->OrFinish([&] { session->Received(message, wParam, lParam); }); });
     }
@@ -350,7 +353,7 @@ void TDragSession::Received(UINT message, WPARAM wParam, LPARAM lParam) {
 /// The focus is wherever it was, and the message loop may be a foreign dialog's.
 LRESULT CALLBACK TDragSession::KeyboardProc(int code, WPARAM wParam, LPARAM lParam) {
     constexpr LPARAM released = LPARAM{1} << 31;
-    const auto session = Current;
+    const auto session = Current();
     if (code == HC_ACTION && wParam == VK_ESCAPE && (lParam & released) == 0 && session && session->FActive) {
         Guarded([&] { session->Finish(false); });
         return 1;

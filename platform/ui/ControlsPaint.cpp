@@ -1,6 +1,7 @@
 #include "ui/Controls.h"
 #include "ui/Forms.h"
 #include "ui/Handles.h"
+#include "ui/PerThread.h"
 
 namespace kx {
 
@@ -91,7 +92,7 @@ public:
     /// A buffer of at least that size for the length of a scope.
     class TScope {
     public:
-        TScope(HDC like, int width, int height) : FBuffer(std::move(Kept)) { // paintings may nest
+        TScope(HDC like, int width, int height) : FBuffer(std::move(*Kept)) { // paintings may nest
             if (!FBuffer || FBuffer->FWidth < width || FBuffer->FHeight < height) {
                 FBuffer = std::make_unique<TPaintBuffer>(like, width, height);
             }
@@ -100,7 +101,7 @@ public:
         TScope& operator=(const TScope&) = delete;
         ~TScope() {
             if (FBuffer->FWidth * FBuffer->FHeight <= MostPixelsKept) {
-                Kept = std::move(FBuffer);
+                *Kept = std::move(FBuffer);
             }
         }
         HDC Handle() const { return FBuffer->FDC.get(); }
@@ -115,7 +116,7 @@ public:
 
 private:
     static constexpr int MostPixelsKept = 512 * 512;
-    static thread_local std::unique_ptr<TPaintBuffer> Kept;
+    static const TPerThread<std::unique_ptr<TPaintBuffer>> Kept;
 
     int FWidth;
     int FHeight;
@@ -124,7 +125,7 @@ private:
     TSelectObject FSelected;
 };
 
-thread_local std::unique_ptr<TPaintBuffer> TPaintBuffer::Kept;
+const TPerThread<std::unique_ptr<TPaintBuffer>> TPaintBuffer::Kept;
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "opensave/KxOpenLite.h"
 
 #include "opensave/KxFileDlgPublish.h"
+#include "ui/PerThread.h"
 
 namespace kx {
 
@@ -52,10 +53,13 @@ TKxCustomOpenLiteDialog::TKxCustomOpenLiteDialog(TComponent* owner)
 
 TKxCustomOpenLiteDialog::~TKxCustomOpenLiteDialog() { CloseShown(); }
 
-TKxCustomOpenLiteDialog::TDialogRef& TKxCustomOpenLiteDialog::RunningRef() {
-    static thread_local TDialogRef running;
-    return running;
-}
+namespace {
+
+const TPerThread<TKxFormRef<TKxCustomOpenLiteDialog>> RunningDialogs;
+
+} // namespace
+
+TKxCustomOpenLiteDialog::TDialogRef& TKxCustomOpenLiteDialog::RunningRef() { return *RunningDialogs; }
 
 TKxCustomOpenLiteDialog* TKxCustomOpenLiteDialog::Running() { return RunningRef().Get(); }
 
