@@ -319,9 +319,9 @@ void TControl::SetVisible(bool value) {
 }
 
 void TControl::VisibleChanged() {
-    if (FParent && FParent->HandleAllocated()) {
+    if (FParent) {
         const RECT r = ToRECT(BoundsRect());
-        InvalidateRect(FParent->WindowHandle(), &r, TRUE);
+        FParent->InvalidateShown(&r, true);
     }
     RequestAlign();
 }
@@ -450,9 +450,9 @@ void TControl::SetPopupMenu(TPopupMenu* value) {
 }
 
 void TControl::Invalidate() {
-    if (FVisible && FParent && FParent->HandleAllocated()) {
+    if (FVisible && FParent) {
         const RECT r = ToRECT(BoundsRect());
-        InvalidateRect(FParent->WindowHandle(), &r, !FControlStyle.Contains(csOpaque));
+        FParent->InvalidateShown(&r, !FControlStyle.Contains(csOpaque));
     }
 }
 

@@ -130,6 +130,9 @@ protected:
     void DestroyHandle();
     /// Before a key message is translated: true when it has been used up (Tab, Return, accelerators, ...).
     virtual bool PreTranslate(MSG& message);
+    /// Paints the part of the window again soon, all of it when null. What does not show is painted anyway when it
+    /// comes to be seen, and the system is not troubled with it.
+    void InvalidateShown(const RECT* part, bool erase) const;
 
     // --- Keyboard
 
@@ -187,8 +190,9 @@ private:
     void AttachControl(TControl* control);
     void DetachControl(TControl* control);
     std::vector<TWinControl*> WindowOrder(); ///< The Z order that the windows inside are to have, the front first.
+    std::vector<HWND> WantedOrder();         ///< The windows in it, of the controls that have one.
     void ArrangeWindows();                   ///< Brings them into it.
-    void ArrangeAllWindows();
+    void ArrangeAllWindows();                ///< On all levels, where it is another than last time.
     void ParentSettingChanged();
 
     void PaintHandler(TMessage& message);
@@ -221,6 +225,7 @@ private:
     std::unique_ptr<TThunk> FThunk;
     std::vector<TControl*> FControls;
     std::vector<TWinControl*> FTabList;
+    std::vector<HWND> FLastOrder; ///< The windows inside in the Z order that they were last brought into.
     TBrush FBrush;
     TControl* FMouseControl = nullptr; ///< Graphic control that the mouse is over.
     bool FSystemClass = false;         ///< The window is of a system class and paints itself.
@@ -287,7 +292,8 @@ TWinControl* FindVCLWindow(const TPoint& screenPoint); ///< The innermost window
 /// Hands a notification (WM_COMMAND, WM_NOTIFY, ...) that a foreign parent window got to the control that it is about.
 /// False when that is none of ours.
 bool ReflectMessage(TMessage& message);
-/// The windows directly inside a window, in Z order from the front. It asks the system once, not once for each.
+/// The windows directly inside a window, in Z order from the front. EnumChildWindows would bring all that is inside
+/// them as well, which some systems look up window by window.
 std::vector<HWND> DirectChildren(HWND parent);
 /// The form that the control is on, through all its parents; null when it is on none.
 TCustomForm* GetParentForm(const TControl* control);

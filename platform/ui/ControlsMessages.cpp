@@ -292,27 +292,12 @@ TControl* FindDragTarget(const TPoint& screenPoint, bool allowDisabled) {
     return graphic ? graphic : windowed;
 }
 
-namespace {
-
-struct TChildList {
-    HWND Parent;
-    std::vector<HWND> Windows;
-};
-
-BOOL CALLBACK ListChild(HWND window, LPARAM data) noexcept {
-    auto& list = *reinterpret_cast<TChildList*>(data);
-    if (GetAncestor(window, GA_PARENT) == list.Parent) {
-        list.Windows.push_back(window);
-    }
-    return TRUE;
-}
-
-} // namespace
-
 std::vector<HWND> DirectChildren(HWND parent) {
-    TChildList list{parent, {}};
-    EnumChildWindows(parent, ListChild, reinterpret_cast<LPARAM>(&list));
-    return std::move(list.Windows);
+    std::vector<HWND> windows;
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        windows.push_back(child);
+    }
+    return windows;
 }
 
 TWinControl* FindVCLWindow(const TPoint& screenPoint) { return WindowedAt(screenPoint, true); }

@@ -55,9 +55,9 @@ void TWinControl::AttachControl(TControl* control) {
 }
 
 void TWinControl::DetachControl(TControl* control) {
-    if (control->Visible() && FHandle) {
+    if (control->Visible()) {
         const RECT r = ToRECT(control->BoundsRect());
-        InvalidateRect(FHandle, &r, TRUE);
+        InvalidateShown(&r, true);
     }
     std::erase(FControls, control);
     std::erase(FTabList, control); // compares addresses; holds only windowed controls
@@ -122,6 +122,11 @@ void TWinControl::Loaded() {
 TPoint TWinControl::FrameExtent() const {
     TCreateParams params;
     const_cast<TWinControl*>(this)->CreateParams(params);
+    constexpr DWORD frames = WS_BORDER | WS_DLGFRAME | WS_THICKFRAME;
+    constexpr DWORD edges = WS_EX_CLIENTEDGE | WS_EX_STATICEDGE | WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE;
+    if ((params.Style & frames) == 0 && (params.ExStyle & edges) == 0) {
+        return {}; // for its answer the system may measure the font of captions
+    }
     RECT r{};
     AdjustWindowRectEx(&r, params.Style & ~static_cast<DWORD>(WS_HSCROLL | WS_VSCROLL), FALSE, params.ExStyle);
     return {static_cast<int32_t>(r.right - r.left), static_cast<int32_t>(r.bottom - r.top)};
@@ -356,9 +361,11 @@ void TWinControl::SetText(const std::string& value) {
     }
 }
 
-void TWinControl::Invalidate() {
-    if (FHandle) {
-        InvalidateRect(FHandle, nullptr, !ControlStyle().Contains(csOpaque));
+void TWinControl::Invalidate() { InvalidateShown(nullptr, !ControlStyle().Contains(csOpaque)); }
+
+void TWinControl::InvalidateShown(const RECT* part, bool erase) const {
+    if (FHandle && IsWindowVisible(FHandle)) {
+        InvalidateRect(FHandle, part, erase);
     }
 }
 

@@ -356,16 +356,22 @@ std::vector<TWinControl*> TWinControl::WindowOrder() {
     return order;
 }
 
-void TWinControl::ArrangeWindows() {
-    if (!FHandle || FTabList.empty()) {
-        return;
-    }
+std::vector<HWND> TWinControl::WantedOrder() {
     std::vector<HWND> wanted;
     for (const TWinControl* control : WindowOrder()) {
         if (control->FHandle) {
             wanted.push_back(control->FHandle);
         }
     }
+    return wanted;
+}
+
+void TWinControl::ArrangeWindows() {
+    if (!FHandle || FTabList.empty()) {
+        return;
+    }
+    const std::vector<HWND> wanted = WantedOrder();
+    FLastOrder = wanted;
     std::vector<HWND> order = DirectChildren(FHandle);
     HWND above = HWND_TOP;
     for (size_t i = 0; i < wanted.size(); ++i) {
@@ -379,7 +385,9 @@ void TWinControl::ArrangeWindows() {
 }
 
 void TWinControl::ArrangeAllWindows() {
-    ArrangeWindows();
+    if (WantedOrder() != FLastOrder) {
+        ArrangeWindows();
+    }
     for (TWinControl* control : FTabList) {
         control->ArrangeAllWindows();
     }
