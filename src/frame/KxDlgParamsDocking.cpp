@@ -155,18 +155,20 @@ void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
 }
 
 /// Sizes alone: the system dialog moves what is right of and below its list when it is resized.
+/// Forms that are not docked yet get their sizes when they are.
 void TKxCustDlgParams::ResizeForms(int32_t width, int32_t height) {
     const TDockedSizes sizes = ResizeDocked(DockedExtents(), width, height);
-    if (FBottomForm) {
+    const auto isDocked = [this](const TFormRef& form) { return form && form->ParentWindow() == FHandle; };
+    if (isDocked(FBottomForm)) {
         FBottomForm->SetWidth(sizes.BottomWidth);
     }
-    if (FTopForm) {
+    if (isDocked(FTopForm)) {
         FTopForm->SetWidth(sizes.TopWidth);
     }
-    if (FLeftForm) {
+    if (isDocked(FLeftForm)) {
         FLeftForm->SetHeight(sizes.LeftHeight);
     }
-    if (FRightForm) {
+    if (isDocked(FRightForm)) {
         FRightForm->SetHeight(sizes.RightHeight);
     }
 }

@@ -32,7 +32,12 @@ namespace {
 int32_t ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
 int32_t ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
 
+/// What is there already stays: the system asks and tells the window of each move, whether it moves it or not.
 void MoveWindowTo(HWND window, const TPoint& corner) {
+    const TRect r = KxWindowRect(window);
+    if (r.Left == corner.X && r.Top == corner.Y) {
+        return;
+    }
     SetWindowPos(window, nullptr, corner.X, corner.Y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
@@ -91,6 +96,10 @@ void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
 }
 
 void ResizeWindow(HWND handle, int width, int height) {
+    const TRect r = KxWindowRect(handle);
+    if (Width(r) == width && Height(r) == height && !GetWindow(handle, GW_HWNDPREV)) {
+        return; // as it is to be already, at the top too
+    }
     // Deliberate: without SWP_NOZORDER, which one would expect, so that the window comes to the top as well.
     // Erased is with the next painting: at once, everything in the dialog would be erased once more before it is shown.
     SetWindowPos(handle, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOACTIVATE | SWP_DEFERERASE);

@@ -49,6 +49,7 @@ void TKxFileDlgCore::SetVisibleCtrls(TKxOpenDlgControls value) {
 void TKxFileDlgCore::AttachDialog() {
     FClosingWindow = false;
     FFirstTimeFlag = false;
+    FPlaced = false;
     TKxDlgCore::AttachDialog(GetParent(FDialog.Handle()));
     FParams.SetClientRect(KxClientRect(FDlgHandle));
     if (!Title().empty()) {
@@ -56,10 +57,7 @@ void TKxFileDlgCore::AttachDialog() {
     }
 }
 
-void TKxFileDlgCore::SettleForms() {
-    Window().ClipUnderForms();
-    FParams.SetCustRect(Window().SelectionRect());
-}
+void TKxFileDlgCore::MeasureList() { FParams.SetCustRect(Window().SelectionRect()); }
 
 void TKxFileDlgCore::ShowVisibleCtrls() {
     const std::weak_ptr<const void> alive = Living();
@@ -88,11 +86,17 @@ void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
     if (!std::exchange(FFirstTimeFlag, false)) { // now, since what follows may paint the frame
         return;
     }
+    const std::weak_ptr<const void> alive = Living(); // the application hears of what follows
     const TPoint size = FirstSize();
     ResizeWindow(FDlgHandle, size.X, size.Y);
-    if (arrange) {
+    if (!alive.expired() && arrange) {
         Guarded(arrange);
     }
+    if (alive.expired()) {
+        return;
+    }
+    FPlaced = true;
+    Window().ClipUnderForms();
     KxSetPosition(FDlgHandle, FParams);
     // In the middle of a painting, what lay outside the window's former place on the screen would stay unpainted, and
     // the system may be about to paint with the clipping of that place.

@@ -98,8 +98,8 @@ protected:
 
     /// Takes over the dialog window, the parent of the component's `Handle`.
     void AttachDialog();
-    /// Keeps the dialog's controls from painting over the docked forms, and notes where the file list is.
-    void SettleForms();
+    /// Notes where the file list is when the forms are docked.
+    void MeasureList();
     /// The dialog's controls as they are wanted, with their captions.
     void ShowVisibleCtrls();
     /// The dialog is complete: fires OnShow and the internal notification, whose handlers may free it.
@@ -129,6 +129,7 @@ protected:
     bool FClosingWindow = false; ///< The dialog window is being destroyed.
     TKxOpenDlgControls FCtrls = KxAllOpenDlgControls;
     bool FFirstTimeFlag = false; ///< The dialog is complete, but not placed yet.
+    bool FPlaced = false;        ///< The dialog has its first size and place.
 
 private:
     void ComeInFirstSize(WINDOWPOS& change);

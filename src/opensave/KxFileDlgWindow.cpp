@@ -12,13 +12,23 @@ constexpr WORD KxCmdDesktopOfBar = 40965;
 
 /// Text that the dialog answers to `request`, a CDM_ message that takes a buffer's size and the buffer.
 std::string RequestText(HWND dialog, UINT request) {
-    const LRESULT length = dialog ? SendMessageA(dialog, request, 0, 0) : 0;
+    if (!dialog) {
+        return {};
+    }
+    std::string text(4 * MAX_PATH, '\0'); // enough in most cases: to answer is a matter of the shell, and takes long
+    const auto ask = [&] {
+        return SendMessageA(dialog, request, text.size() - 1, reinterpret_cast<LPARAM>(text.data()));
+    };
+    const LRESULT length = ask();
     if (length <= 0) {
         return {};
     }
     // Windows counts bytes, other systems characters, of which one takes up to four bytes in UTF-8.
-    std::string text(static_cast<size_t>(length) * 4 + 2, '\0');
-    SendMessageA(dialog, request, text.size() - 1, reinterpret_cast<LPARAM>(text.data()));
+    const size_t needed = static_cast<size_t>(length) * 4 + 2;
+    if (needed > text.size()) {
+        text.assign(needed, '\0');
+        ask();
+    }
     text.resize(text.find('\0'));
     return text;
 }

@@ -152,7 +152,7 @@ void TKxCustomOpenDialog::DoShow() {
     }
     using T = TKxCustomOpenDialog;
     RunSteps<T>(*this, {&T::MeasureDialog, &T::MakeRoomForPlaces, &T::CreatePlacesBar, &T::TakeToolBar, &T::DockForms,
-                        &T::SettleForms, &T::ShowVisibleCtrls, &T::InstallHooks, &T::ShowFirstList, &T::FireShow});
+                        &T::MeasureList, &T::ShowVisibleCtrls, &T::InstallHooks, &T::ShowFirstList, &T::FireShow});
 }
 
 /// Notes the outer size that the dialog, without what is added to it, is going to have.
@@ -210,7 +210,9 @@ void TKxCustomOpenDialog::DoFolderChange() {
         return;
     }
     ShowFolderInPlaces();
-    RefreshSelCtrl(); // the shell shows a new list, whatever stands in the place of the one before
+    if (FPlaced) {
+        RefreshSelCtrl(); // the shell shows a new list, whatever stands in the place of the one before
+    }
     PostRefreshListViewStyles();
 }
 

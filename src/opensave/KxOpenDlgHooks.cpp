@@ -112,17 +112,19 @@ void TKxCustomOpenDialog::ListRefilled() {
         return; // what the filter does to the list is no filling
     }
     const std::weak_ptr<const void> alive = Alive();
-    FFiltering = true;
-    Guarded([&] {
-        const std::string folder = GetSelPath(); // the application hears of the question and may free the dialog
-        if (!alive.expired()) {
-            FExtFilter.ProcessViaFilter(FLVH, folder);
+    if (FExtFilter.Enabled()) {
+        FFiltering = true;
+        Guarded([&] {
+            const std::string folder = GetSelPath(); // the application hears of the question and may free the dialog
+            if (!alive.expired()) {
+                FExtFilter.ProcessViaFilter(FLVH, folder);
+            }
+        });
+        if (alive.expired()) {
+            return;
         }
-    });
-    if (alive.expired()) {
-        return;
+        FFiltering = false;
     }
-    FFiltering = false;
     FFilteredCount = SendMessageA(FLVH, LVM_GETITEMCOUNT, 0, 0);
     PostRefreshListViewStyles();
 }

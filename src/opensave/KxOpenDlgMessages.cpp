@@ -30,9 +30,11 @@ void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
         break;
     case WM_SIZE:
         // Where the system has put its own controls is known only now.
-        PlaceToolBar();
-        FitPlacesBar();
-        AlignOkButton();
+        if (FPlaced) {
+            PlaceToolBar();
+            FitPlacesBar();
+            AlignOkButton();
+        }
         break;
     default: TKxFileDlgCore::AfterSystem(message);
     }

@@ -120,7 +120,6 @@ void TKxCustomOpenDialog::KeepInside() {
                 right->SetLeft(edge);
             }
         });
-        Window().ClipUnderForms();
     }
     RECT button{};
     const LRESULT last = SendMessageA(FTB, TB_BUTTONCOUNT, 0, 0) - 1;
@@ -154,13 +153,12 @@ void TKxCustomOpenDialog::ShowFolderInPlaces() {
     if (!form || !ShowCustomPlacesBar()) {
         return;
     }
-    const std::weak_ptr<const void> alive = Alive(); // the application hears of the questions
-    const TKxFileDlgWindow window = Window();
-    const unique_pidl folder = window.GetSelPathPidl();
-    const std::string folderPath = window.GetSelPath();
+    const std::weak_ptr<const void> alive = Alive(); // the application hears of the question
+    const unique_pidl folder = Window().GetSelPathPidl();
     if (alive.expired()) {
         return;
     }
+    const std::string folderPath = GetPathFromPIDL(folder.get());
     const int depth = DepthOf(folder.get());
     const auto shows = [&](const TKxPlace& place) {
         if (!folder || LiesElsewhere(place, folderPath)) {
@@ -198,7 +196,7 @@ void TKxCustomOpenDialog::TakeToolBar() {
     if (FTBOptions.Flat()) {
         MakeFlatButtons(FTB);
     }
-    Guarded([this] { KxWithForms([this] { BorrowToolBar(); }); });
+    KxWithForms([this] { BorrowToolBar(); });
 }
 
 void TKxCustomOpenDialog::BorrowToolBar() {

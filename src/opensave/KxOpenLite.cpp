@@ -115,7 +115,7 @@ void TKxCustomOpenLiteDialog::DoShow() {
         return;
     }
     using T = TKxCustomOpenLiteDialog;
-    RunSteps<T>(*this, {&T::MeasureDialog, &T::DockForms, &T::SettleForms, &T::ShowVisibleCtrls, &T::FireShow});
+    RunSteps<T>(*this, {&T::MeasureDialog, &T::DockForms, &T::MeasureList, &T::ShowVisibleCtrls, &T::FireShow});
 }
 
 /// Notes the outer size that the dialog, without the forms, is going to have.
