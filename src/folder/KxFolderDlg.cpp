@@ -347,15 +347,6 @@ bool TKxCustomFolderDialog::DoCanClose() {
 
 namespace {
 
-bool IsTree(HWND window) {
-    char name[32] = "";
-    return GetClassNameA(window, name, sizeof name) > 0 && SameText(name, WC_TREEVIEWA);
-}
-
-/// Wine's browser in the new style has the tree in front of all its other children, where Windows has it elsewhere:
-/// there the first child itself may be the tree.
-HWND AdaptedToTreeInFront(HWND firstChild) { return firstChild && IsTree(firstChild) ? firstChild : nullptr; }
-
 /// Activation of a form that is part of a foreign window, which the system does not activate.
 struct TFormAccess : TForm {
     static void ActivateDocked(TForm& form) { (form.*(&TFormAccess::Activate))(); }
@@ -365,14 +356,13 @@ struct TFormAccess : TForm {
 
 /// The folder tree; null when there is none.
 HWND TKxCustomFolderDialog::FindTree() const {
-    // By a walk: FindWindowEx of some systems finds nothing behind a child that is not itself of the wanted class.
-    HWND first = GetWindow(FDlgHandle, GW_CHILD);
-    for (HWND child = first ? GetWindow(first, GW_HWNDNEXT) : nullptr; child; child = GetWindow(child, GW_HWNDNEXT)) {
-        if (IsTree(child)) {
-            return child;
-        }
+    HWND tree = FindWindowExA(FDlgHandle, nullptr, WC_TREEVIEWA, nullptr);
+    if (!tree || tree != GetWindow(FDlgHandle, GW_CHILD)) {
+        return tree;
     }
-    return AdaptedToTreeInFront(first);
+    // Windows has the tree behind its first child, Wine's browser in the new style in front of all others.
+    HWND behind = FindWindowExA(FDlgHandle, tree, WC_TREEVIEWA, nullptr);
+    return behind ? behind : tree;
 }
 
 void TKxCustomFolderDialog::MeasureTree(HWND tree) {
