@@ -23,8 +23,10 @@ public:
 protected:
     explicit TKxBoxDialog(TComponent* owner) : T(owner), TKxDlgCore(static_cast<TCommonDialog&>(*this)) {}
 
-    /// The last part of a showing: captions, title, place, OnShow. Handlers may free the dialog.
-    void FinishShow(const TKxDlgCaptions& captions);
+    void DoShow() override;
+    /// The forms are docked: attaches the window, and does what else the dialog does with it before it is seen.
+    virtual void TakeOver() = 0;
+    virtual const TKxDlgCaptions& Captions() const = 0;
 
     bool AllowsClosing() {
         bool allow = true;
@@ -40,26 +42,27 @@ protected:
     virtual void Ask(TMessage& message, bool& allow) = 0;
 
 private:
+    // Steps of the showing
+    void FireInheritedShow() { T::DoShow(); }
+    void ShowCaptions() { Captions().SetCaptions(FDlgHandle); }
+    void ShowTitle();
+    void Place() { KxSetPosition(FDlgHandle, FParams); }
+
     void FireHooking(TMessage& message, bool& allow) override;
 
     TCloseQueryEvent FOnCanClose;
 };
 
-template <class T> void TKxBoxDialog<T>::FinishShow(const TKxDlgCaptions& captions) {
-    const std::weak_ptr<const void> alive = T::Alive();
-    HWND window = T::Handle();
-    captions.SetCaptions(window);
+template <class T> void TKxBoxDialog<T>::DoShow() {
+    using D = TKxBoxDialog;
+    RunSteps<D>(*this, {&D::FireInheritedShow, &D::DockForms, &D::TakeOver, &D::ShowCaptions, &D::ShowTitle, &D::Place,
+                        &D::FireShow});
+}
+
+template <class T> void TKxBoxDialog<T>::ShowTitle() {
     const std::string title = Title(); // handlers of the message may free the dialog
     if (!title.empty()) {
-        SetWindowTextA(window, title.c_str());
-    }
-    if (alive.expired()) {
-        return;
-    }
-    // A place that cannot be computed must not cost the dialog the rest of its showing.
-    Guarded([&] { KxSetPosition(window, FParams); });
-    if (!alive.expired()) {
-        FireShow();
+        SetWindowTextA(FDlgHandle, title.c_str());
     }
 }
 

@@ -92,20 +92,10 @@ TKxCustomColorDialog::TKxCustomColorDialog(TComponent* owner) : TKxBoxDialog(own
 
 TKxCustomColorDialog::~TKxCustomColorDialog() { CloseShown(); }
 
-void TKxCustomColorDialog::DoShow() {
-    const std::weak_ptr<const void> alive = Alive();
-    TColorDialog::DoShow();
-    if (alive.expired()) {
-        return;
-    }
-    DockForms(); // whose handlers may free the dialog
-    if (alive.expired()) {
-        return;
-    }
+void TKxCustomColorDialog::TakeOver() {
     FParams.SetClientRect(KxClientRect(Handle()));
     AttachDialog(Handle());
     HideSolidButton(Handle());
-    FinishShow(FCaptions);
 }
 
 void TKxCustomColorDialog::DoClose() {

@@ -61,7 +61,8 @@ protected:
     virtual void DoAddingCustomColor(TColor color, bool& allow); ///< Writes an allowed colour into the edits besides.
     virtual void DoHookingEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
 
-    void DoShow() override;
+    void TakeOver() override;
+    const TKxDlgCaptions& Captions() const override { return FCaptions; }
     void DoClose() override;
 
     TKxMsgVerdict BeforeSystem(TMessage& message) override;

@@ -94,19 +94,9 @@ TKxCustomPrintDialog::TKxCustomPrintDialog(TComponent* owner) : TKxBoxDialog(own
 
 TKxCustomPrintDialog::~TKxCustomPrintDialog() { CloseShown(); }
 
-void TKxCustomPrintDialog::DoShow() {
-    const std::weak_ptr<const void> alive = Alive();
-    TPrintDialog::DoShow();
-    if (alive.expired()) {
-        return;
-    }
-    DockForms(); // whose handlers may free the dialog
-    if (alive.expired()) {
-        return;
-    }
+void TKxCustomPrintDialog::TakeOver() {
     AttachDialog(Handle());
     FPrnDev = ShownPrinter(512);
-    FinishShow(FCaptions);
 }
 
 void TKxCustomPrintDialog::DoClose() {

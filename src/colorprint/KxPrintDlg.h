@@ -71,7 +71,8 @@ class TKxCustomPrintDialog : public TKxBoxDialog<TPrintDialog> {
 protected:
     virtual void DoHookQueryEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
 
-    void DoShow() override;
+    void TakeOver() override;
+    const TKxDlgCaptions& Captions() const override { return FCaptions; }
     void DoClose() override;
 
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
