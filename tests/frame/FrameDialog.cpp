@@ -6,9 +6,8 @@ namespace kx::test {
 
 // --- TFrameDialog
 
-TFrameDialog::TFrameDialog(TComponent* owner) : TOpenDialog(owner) {
+TFrameDialog::TFrameDialog(TComponent* owner) : TOpenDialog(owner), TKxDlgCore(static_cast<TOpenDialog&>(*this), true) {
     SetOptionsEx({ofExNoPlacesBar});
-    FParams.SetDlg(this);
 }
 
 TFrameDialog::~TFrameDialog() { CloseShown(); }
@@ -21,7 +20,7 @@ bool TFrameDialog::Execute() {
 
 void TFrameDialog::DoShow() {
     HWND dialog = DialogWindow();
-    FPipeline.Attach(dialog);
+    AttachDialog(dialog);
     FSystemRect = KxWindowRect(dialog);
     FSystemClient = KxClientRect(dialog);
     FSystemChildren.clear();
@@ -29,25 +28,19 @@ void TFrameDialog::DoShow() {
         FSystemChildren.push_back({child, RectIn(dialog, child)});
     }
     FParams.SetClientRect(FSystemClient);
-    FParams.ConnectForms(dialog);
+    DockForms();
     FCaptions.SetCaptions(dialog);
     TOpenDialog::DoShow();
-    if (FOnInternalShow) {
-        FOnInternalShow(this);
-    }
+    FireShow();
 }
 
 void TFrameDialog::DoClose() {
     if (Alive().expired() && !FClosing) {
         Leave();
     }
-    FPipeline.Detach();
+    DetachDialog();
     TOpenDialog::DoClose();
 }
-
-void TFrameDialog::FireHooking(TMessage& message, bool& allow) { FHooking(this, message, allow); }
-
-void TFrameDialog::FireHook(TMessage& message) { FOnHookEvent(message); }
 
 TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
     const TKxMsgVerdict verdict = FOwnCases ? FOwnCases(message) : mvPass;
@@ -58,7 +51,7 @@ TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
     case WM_NCPAINT:
         if (FFirstTime) {
             FFirstTime = false;
-            KxSetPosition(FPipeline.Handle(), FParams);
+            KxSetPosition(FDlgHandle, FParams);
         }
         break;
     case WM_SIZE: FParams.OnResizeWindow(message); break;
@@ -73,9 +66,8 @@ TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
 void TFrameDialog::Leave() {
     FClosing = true;
     FParams.DisconnectForms();
-    HWND dialog = FPipeline.Handle();
-    const TRect r = KxWindowRect(dialog);
-    SetWindowPos(dialog, nullptr, 0, 0, Width(r) - FParams.IncX(), Height(r) - FParams.IncY(),
+    const TRect r = KxWindowRect(FDlgHandle);
+    SetWindowPos(FDlgHandle, nullptr, 0, 0, Width(r) - FParams.IncX(), Height(r) - FParams.IncY(),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "frame/KxDlgParams.h"
-#include "frame/KxDlgParamsPipeline.h"
-#include "ui/Dialogs.h"
+#include "frame/KxDlgCore.h"
 
 #include <functional>
 #include <string>
@@ -11,18 +9,15 @@
 namespace kx::test {
 
 /// The system's open dialog with all that the frame offers, put together as the library's own dialogs do it.
-class TFrameDialog : public TOpenDialog, public ICommonDialog, private TKxDlgPipeline::IDialog {
+class TFrameDialog : public TOpenDialog, public TKxDlgCore {
 public:
     explicit TFrameDialog(TComponent* owner = nullptr);
     ~TFrameDialog() override;
 
-    TKxCustDlgParams& CustDlgParams() { return FParams; }
     TKxDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+    using TKxDlgCore::OnShow;
+    using TKxDlgCore::SetOnShow;
 
-    const TWndMethod& OnEventHook() const { return FOnHookEvent; }
-    void SetOnEventHook(TWndMethod value) { FOnHookEvent = std::move(value); }
-    const TKxMsgQueryEvent& OnEventHooking() const { return FHooking; }
-    void SetOnEventHooking(TKxMsgQueryEvent value) { FHooking = std::move(value); }
     /// The dialog's own cases, before those that it always has.
     void SetOwnCases(std::function<TKxMsgVerdict(TMessage&)> value) { FOwnCases = std::move(value); }
     void SetOwnCasesAfter(std::function<void(TMessage&)> value) { FOwnCasesAfter = std::move(value); }
@@ -38,31 +33,19 @@ public:
     const std::vector<TChild>& SystemChildren() const { return FSystemChildren; } ///< Direct ones.
 
     bool Execute() override;
-    HWND GetCommonDialogHandle() const override { return FPipeline.Handle(); }
-    TNotifyEvent GetCommonDialogInternalShowEvent() const override { return FOnInternalShow; }
-    void SetCommonDialogInternalShowEvent(const TNotifyEvent& event) override { FOnInternalShow = event; }
-    void CloseDialog(int modalResult) override { KxCloseDialog(GetCommonDialogHandle(), modalResult); }
-    TKxCustDlgParams& GetCustDlgParams() override { return FParams; }
-
-    TKxDlgPipeline& Pipeline() { return FPipeline; }
+    using TKxDlgCore::DetachDialog;
 
 protected:
     void DoShow() override;
     void DoClose() override;
 
 private:
-    void FireHooking(TMessage& message, bool& allow) override;
-    void FireHook(TMessage& message) override;
+    void FireHooking(TMessage& message, bool& allow) override { AskHooking(message, allow); }
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
     void AfterSystem(TMessage& message) override;
     void Leave();
 
-    TKxCustDlgParams FParams;
     TKxDlgCaptions FCaptions;
-    TKxDlgPipeline FPipeline{*this, true};
-    TWndMethod FOnHookEvent;
-    TKxMsgQueryEvent FHooking;
-    TNotifyEvent FOnInternalShow;
     std::function<TKxMsgVerdict(TMessage&)> FOwnCases;
     std::function<void(TMessage&)> FOwnCasesAfter;
     TRect FSystemRect;

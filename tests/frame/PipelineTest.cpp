@@ -260,7 +260,7 @@ TEST_F(Pipeline, DetachingInAnOwnCaseStillLetsTheSystemSeeTheMessage) {
     LRESULT length = 0;
     FDialog->SetOwnCases([&](TMessage& m) {
         if (m.Msg == WM_GETTEXTLENGTH) {
-            FDialog->Pipeline().Detach();
+            FDialog->DetachDialog();
         }
         return mvPass;
     });
