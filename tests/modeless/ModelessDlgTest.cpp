@@ -1,8 +1,7 @@
 #include "ModelessTest.h"
 
-#include "support/Census.h"
+#include "support/Cycles.h"
 
-#include <algorithm>
 #include <objbase.h>
 #include <stdexcept>
 
@@ -378,22 +377,6 @@ void Cancel(const TOpenDialog& dialog) {
     PostMessageA(dialog.DialogWindow(), WM_COMMAND, IDCANCEL, 0);
 }
 
-/// How the census changes over `count` showings, the first ones left out.
-TCensus Growth(int count, const std::function<void()>& show) {
-    TCensus before;
-    for (int i = -5; i < count; ++i) {
-        if (i == 0) {
-            before = TakeCensus();
-        }
-        show();
-    }
-    TCensus growth = TakeCensus();
-    for (size_t i = 0; i < growth.Counts.size(); ++i) {
-        growth.Counts[i] -= before.Counts[i];
-    }
-    return growth;
-}
-
 TEST_F(Modeless, AHundredShowingsLeaveNothingBehindThatTheSystemsDialogDoesNot) {
     constexpr int Cycles = 100;
     constexpr int SystemCycles = 20;
@@ -421,12 +404,7 @@ TEST_F(Modeless, AHundredShowingsLeaveNothingBehindThatTheSystemsDialogDoesNot) 
         EXPECT_TRUE(PumpUntil([&] { return ThreadCensus()[TCensusKind::Thread] <= threads; }));
     });
     EXPECT_EQ(Results.size(), Cycles + 6u);
-    for (size_t i = 0; i < ours.Counts.size(); ++i) {
-        const long loss = std::max(0L, system.Counts[i] * Cycles / SystemCycles);
-        const auto kind = static_cast<TCensusKind>(i);
-        const long play = kind == TCensusKind::HeapBlock ? 8 : kind == TCensusKind::HeapByte ? 4096 : 0;
-        EXPECT_LE(ours.Counts[i], loss + play) << "kind " << i;
-    }
+    ExpectNoLoss(ours, Cycles, system, SystemCycles, 8);
 }
 
 } // namespace
