@@ -77,7 +77,7 @@ void TModelessPage::AddTour(TTour& tour) {
     tour.Then(
         "the modeless dialog", [this, first] { return Lists(*Dialog, first) && Dialog->PlacesForm(); },
         [this, first] {
-            MoveDialog(*Dialog, 480, 330);
+            MoveDialog(*Dialog, 260, 330);
             SelectFile(*Dialog, first);
         });
     tour.Then(
@@ -95,7 +95,7 @@ void TModelessPage::AddTour(TTour& tour) {
     tour.Then(
         "the dialog beside the note", [this] { return IsReady(*Dialog); },
         [this, &tour, second] {
-            tour.Picture("10-modeless");
+            tour.Picture("13-modeless");
             SelectFile(*Dialog, second);
         });
     tour.Then(
@@ -108,7 +108,7 @@ void TModelessPage::AddTour(TTour& tour) {
     tour.Then(
         "the dialog in front", [this] { return NotesMemo->Lines().Count() == 3 && IsReady(*Dialog); },
         [this, &tour] {
-            tour.Picture("10-modeless-second");
+            tour.Picture("13-modeless-second");
             PressButton(*Dialog, IDOK);
         });
     tour.Then(
