@@ -263,6 +263,21 @@ TEST_F(Docking, WithoutFormsTheDialogStillComesToTheTopInItsOwnSize) {
                         Cancel()});
 }
 
+TEST_F(Docking, AFormNamedWhileTheDialogRunsKeepsItsSizeUntilItIsDocked) {
+    RunDialog(FDialog, {{"",
+                         {},
+                         [&] {
+                             Params().SetBottomForm(FBottom.get());
+                             const int32_t width = FBottom->Width();
+                             const TRect r = KxWindowRect(Window());
+                             ResizeWindow(Window(), Width(r) + 40, Height(r) + 30);
+                             EXPECT_EQ(FBottom->Width(), width);
+                             Params().ConnectForms(Window());
+                             EXPECT_EQ(FBottom->Width(), KxClientRect(Window()).Right);
+                         }},
+                        Cancel()});
+}
+
 TEST_F(Docking, MoveLeftShiftsChildrenByTheFrameHeightAndLeavesGrandchildren) {
     RunDialog(FDialog, {{"",
                          {},

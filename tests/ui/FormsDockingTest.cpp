@@ -3,6 +3,7 @@
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 // Forms inside windows that are not the framework's: a plain dialog of the system stands for them.
@@ -199,6 +200,21 @@ TEST_F(FormsDocking, TabReachesTheControlsAndLeavesThem) {
                                      GetDlgItem(Host.Window, IDOK),
                                      GetDlgItem(Host.Window, IDCANCEL)};
     EXPECT_EQ(seen, expected);
+}
+
+TEST_F(FormsDocking, AFormDockedAgainHasTheTabOrderThatItGotMeanwhile) {
+    Dock();
+    const auto comesBefore = [this](const TWinControl& first, const TWinControl& second) {
+        const std::vector<HWND> order = DirectChildren(Form->Handle());
+        return std::find(order.begin(), order.end(), first.WindowHandle()) <
+               std::find(order.begin(), order.end(), second.WindowHandle());
+    };
+    EXPECT_TRUE(comesBefore(*Form->Edit1, *Form->CheckBox1));
+    Form->Hide();
+    Form->SetParentWindow(nullptr);
+    Form->CheckBox1->SetTabOrder(Form->Edit1->TabOrder());
+    Dock();
+    EXPECT_TRUE(comesBefore(*Form->CheckBox1, *Form->Edit1));
 }
 
 TEST_F(FormsDocking, ReturnAndEscapeGoToTheDialogUnlessAControlWantsThem) {
