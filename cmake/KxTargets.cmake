@@ -157,7 +157,7 @@ endfunction()
 
 # kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [FILTER filter] [SAME_AS test | SOURCES file...] [LINK library...])
 #
-# A GoogleTest program. Its tests are named preset/label/Suite.Test and carry the label: `ctest -L label`. SOURCES
+# A GoogleTest program. Its suites are tests named preset/label/Suite and carry the label: `ctest -L label`. SOURCES
 # defaults to all of the calling folder; SAME_AS takes what another test program has compiled. FILTER, as GoogleTest has
 # it, leaves out tests that another program runs. KX_TEST_DATA is the folder's data folder, as the program reaches it.
 function(kx_add_test name)
@@ -191,13 +191,18 @@ function(kx_add_test name)
     if(arg_MANIFEST)
         kx_add_manifest(${name})
     endif()
-    # Discovery runs the program, at test time: the first run under Wine makes the prefix, which takes its time.
-    gtest_discover_tests(${name}
-        DISCOVERY_MODE PRE_TEST
-        DISCOVERY_TIMEOUT 120
-        TEST_PREFIX "${KX_TEST_PREFIX}${arg_LABEL}/"
-        TEST_FILTER "${arg_FILTER}"
-        PROPERTIES LABELS ${arg_LABEL} TIMEOUT 120)
+    # At test time, since the program has to run for it: the first run under Wine makes the prefix, which takes its time.
+    set(suites "${CMAKE_CURRENT_BINARY_DIR}/${name}-suites")
+    file(GENERATE OUTPUT "${suites}.cmake" CONTENT
+"set(program [==[$<TARGET_FILE:${name}>]==])
+set(emulator [==[$<TARGET_PROPERTY:${name},CROSSCOMPILING_EMULATOR>]==])
+set(filter [==[${arg_FILTER}]==])
+set(prefix [==[${KX_TEST_PREFIX}${arg_LABEL}/]==])
+set(label [==[${arg_LABEL}]==])
+set(list [==[${suites}.txt]==])
+include([==[${PROJECT_SOURCE_DIR}/cmake/KxSuites.cmake]==])
+")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${suites}.cmake")
 endfunction()
 
 # kx_add_fuzzer(NAME LINK library...)
