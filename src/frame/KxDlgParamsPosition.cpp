@@ -66,6 +66,16 @@ TCustomForm* OwnerForm(const TKxCustDlgParams& params) {
     return params.Dlg() ? dynamic_cast<TCustomForm*>(params.Dlg()->Owner()) : nullptr;
 }
 
+/// Nothing that is seen covers it but what stays in front of all.
+bool IsOnTop(HWND window) {
+    for (HWND above = GetWindow(window, GW_HWNDPREV); above; above = GetWindow(above, GW_HWNDPREV)) {
+        if (IsWindowVisible(above) && (GetWindowLongA(above, GWL_EXSTYLE) & WS_EX_TOPMOST) == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 void KxFitRectToScreen(TRect& rect) { rect = FitRect(rect, ScreenWidth(), ScreenHeight()); }
@@ -97,8 +107,8 @@ void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
 
 void ResizeWindow(HWND handle, int width, int height) {
     const TRect r = KxWindowRect(handle);
-    if (Width(r) == width && Height(r) == height && !GetWindow(handle, GW_HWNDPREV)) {
-        return; // as it is to be already, at the top too
+    if (Width(r) == width && Height(r) == height && IsOnTop(handle)) {
+        return; // as it is to be already
     }
     // Deliberate: without SWP_NOZORDER, which one would expect, so that the window comes to the top as well.
     // Erased is with the next painting: at once, everything in the dialog would be erased once more before it is shown.
