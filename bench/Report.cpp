@@ -17,10 +17,19 @@ double Percentile(std::vector<double> values, double share) {
 
 double Median(std::vector<double> values) { return Percentile(std::move(values), 0.5); }
 
+TRow ComparePairs(const std::string& what, const std::vector<double>& ours, const std::string& against,
+                  const std::vector<double>& reference, const std::string& unit, double limit) {
+    std::vector<double> ratios;
+    for (size_t i = 0; i < ours.size() && i < reference.size(); ++i) {
+        ratios.push_back(ours[i] / reference[i]);
+    }
+    return {what, Median(ours), against, Median(reference), unit, limit, Median(ratios)};
+}
+
 void Print(const std::vector<TRow>& rows) {
     std::printf("\n%-46s %12s   %-34s %12s %8s %7s\n", "what", "ours", "against", "", "ratio", "limit");
     for (const TRow& row : rows) {
-        const double ratio = row.Ours / row.Reference;
+        const double ratio = row.Ratio();
         std::printf("%-46s %9.3f %-2s   %-34s %9.3f %-2s %7.2f %7.2f  %s\n", row.What.c_str(), row.Ours,
                     row.Unit.c_str(), row.Against.c_str(), row.Reference, row.Unit.c_str(), ratio, row.Limit,
                     ratio <= row.Limit ? "ok" : "OVER");

@@ -15,8 +15,9 @@ double SecondsToFirstPaint(const std::function<void()>& showDialog);
 /// Runs `showDialog` likewise and calls `measure` with the dialog's window once it has been painted and is idle.
 void WithShownDialog(const std::function<void()>& showDialog, const std::function<void(HWND dialog)>& measure);
 
-/// The medians of the first paint of two dialogs, in milliseconds; prints their 95th percentiles. They are shown in
-/// turn, so that what happens on the machine meanwhile meets both. `bare` is the system's dialog alone.
+/// The medians of the first paint of two dialogs, in milliseconds, and of their ratios; prints their 95th percentiles.
+/// They are shown in turn, so that what happens on the machine meanwhile meets both. `bare` is the system's dialog
+/// alone.
 TRow CompareFirstPaint(const std::string& what, const std::function<void()>& bare, const std::function<void()>& ours,
                        double limit);
 
