@@ -239,6 +239,7 @@ void TWinControl::WindowDestroyed() {
         Windows().Remove(FHandle);
         FHandle = nullptr;
     }
+    FLastOrder.clear(); // the windows inside are gone too
     FIsMouseIn = false;
     FMouseControl = nullptr;
     if (FParentWindow && !FDestroyingWindow) {

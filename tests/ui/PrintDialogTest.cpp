@@ -209,7 +209,7 @@ class TEmptyRegistry {
 public:
     TEmptyRegistry() {
         unique_hkey empty;
-        RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\kxqdlgs70\\Empty", 0, nullptr, REG_OPTION_VOLATILE,
+        RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\kxqdlgs70 without printers", 0, nullptr, REG_OPTION_VOLATILE,
                         KEY_ALL_ACCESS, nullptr, empty.put(), nullptr);
         RegOverridePredefKey(HKEY_LOCAL_MACHINE, empty.get());
         RegOverridePredefKey(HKEY_CURRENT_USER, empty.get());
@@ -219,7 +219,7 @@ public:
     ~TEmptyRegistry() {
         RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
         RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
-        RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\kxqdlgs70\\Empty");
+        RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\kxqdlgs70 without printers");
     }
 };
 
