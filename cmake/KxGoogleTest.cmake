@@ -16,9 +16,9 @@ else()
     find_package(GTest CONFIG REQUIRED)
 endif()
 
-# The tests' own code: optimized less, since it is most of what is compiled and what it tests is optimized fully.
+# The tests' own code: hardly optimized, since it is most of what is compiled, and what it tests is optimized fully.
 add_library(kx_test_options INTERFACE)
 target_link_libraries(kx_test_options INTERFACE kx_options GTest::gmock)
 if(NOT MSVC)
-    target_compile_options(kx_test_options INTERFACE -O1)
+    target_compile_options(kx_test_options INTERFACE -Og)
 endif()
