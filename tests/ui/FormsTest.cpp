@@ -4,6 +4,7 @@
 #include "support/ExceptionLog.h"
 
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace kx {
 namespace {
@@ -335,7 +336,7 @@ TEST(Hints, AControlThatIsFreedTakesItsHintAlong) {
     EXPECT_EQ(Application().HintHandle(), nullptr);
 }
 
-// Last: once terminated, no modal form stays open.
+// The last ones: once terminated, no modal form stays open.
 TEST(ApplicationRun, TheFirstFormIsTheMainFormAndClosingItEndsTheLoop) {
     ASSERT_EQ(Application().MainForm(), nullptr);
     TAllControlsForm* form = nullptr;
@@ -348,6 +349,13 @@ TEST(ApplicationRun, TheFirstFormIsTheMainFormAndClosingItEndsTheLoop) {
     EXPECT_TRUE(Application().Terminated());
     form->Free();
     EXPECT_EQ(Application().MainForm(), nullptr);
+}
+
+TEST(ApplicationRun, AnyThreadMayEndTheLoop) {
+    std::thread worker([] { Application().Terminate(); });
+    Application().Run();
+    EXPECT_TRUE(Application().Terminated());
+    worker.join();
 }
 
 } // namespace

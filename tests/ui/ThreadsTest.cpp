@@ -454,13 +454,6 @@ TEST_F(Threads, TheScreenListsTheFormsOfTheApplicationsThread) {
     EXPECT_EQ(Screen().FormCount(), before);
 }
 
-TEST_F(Threads, AnyThreadMayEndTheApplicationsLoop) {
-    const TWorkerPtr worker = RunWorker([](TWorker&) { Application().Terminate(); });
-    Application().Run();
-    EXPECT_TRUE(Application().Terminated());
-    worker->WaitFor();
-}
-
 TEST_F(Threads, LeaveNothingBehind) {
     const auto cycle = [](int count) {
         for (int i = 0; i < count; ++i) {
