@@ -106,15 +106,29 @@ std::vector<TPart> VisibleParts(HWND dialog) {
     return parts;
 }
 
+/// What no child covers of `window`, in its client coordinates.
+unique_hrgn UncoveredOf(HWND window) {
+    const TRect client = ClientRectOf(window);
+    unique_hrgn uncovered(CreateRectRgn(0, 0, client.Right, client.Bottom));
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (IsWindowVisible(child)) {
+            const TRect r = RectIn(window, child);
+            const unique_hrgn covered(CreateRectRgn(r.Left, r.Top, r.Right, r.Bottom));
+            CombineRgn(uncovered.get(), uncovered.get(), covered.get(), RGN_DIFF);
+        }
+    }
+    return uncovered;
+}
+
 /// The pixels of a fine grid over what no child covers of `window` have one of the colours.
 void ExpectColors(HWND window, std::initializer_list<COLORREF> colors) {
     const TRect client = ClientRectOf(window);
+    const unique_hrgn uncovered = UncoveredOf(window);
     const LONG step = std::max<LONG>(3, client.Right / 150); // each pixel costs
     const TWindowDC dc(window);
     for (LONG y = 1; y < client.Bottom; y += step) {
         for (LONG x = 1; x < client.Right; x += step) {
-            HWND child = ChildWindowFromPointEx(window, {x, y}, CWP_SKIPINVISIBLE);
-            if (child != window) {
+            if (!PtInRegion(uncovered.get(), x, y)) {
                 continue;
             }
             const COLORREF pixel = GetPixel(dc.Handle(), x, y);
