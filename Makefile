@@ -32,11 +32,10 @@ bench: ## measure
 	preset=$${presets##* }
 	cmake --preset $$preset
 	cmake --build --preset $$preset --target kx_bench
-	# A display of its own, with all that belongs to it on one processor: else the time of each call of Wine's server
-	# depends on where the system has put the two.
+	# A display of its own: nothing is left from the tests there.
 	export KX_WINE_DIR=build/.wine-bench
 	tools/wine-run --stop
-	taskset -c 0 tools/wine-run build/$$preset/bench/kx_bench.exe
+	tools/wine-run build/$$preset/bench/kx_bench.exe
 	tools/wine-run --stop
 
 fuzz: ## run both fuzzers side by side, SECONDS seconds each (600); what they find stays in build/fuzz
