@@ -260,10 +260,6 @@ using TTaskWindowList = std::vector<HWND>;
 TTaskWindowList DisableTaskWindows(HWND except);
 void EnableTaskWindows(const TTaskWindowList& windows);
 
-/// Waits until `object` is signalled, and meanwhile answers what other threads send to windows of this one; messages
-/// that were posted stay where they are. False: the time is up.
-bool WaitAnswering(HANDLE object, DWORD milliseconds = INFINITE);
-
 using TExceptionEvent = TEvent<void(TObject* sender, const std::exception& e)>;
 using TMessageEvent = TEvent<void(MSG& message, bool& handled)>;
 /// Help is wanted: a HELP_ command and its data. A handler that sets `callHelp` to false has shown it.

@@ -10,18 +10,9 @@
 
 namespace kx {
 
-bool WaitAnswering(HANDLE object, DWORD milliseconds) {
-    const ULONGLONG since = GetTickCount64();
-    for (;;) {
-        DWORD rest = milliseconds;
-        if (milliseconds != INFINITE) {
-            const ULONGLONG passed = GetTickCount64() - since;
-            rest = passed < milliseconds ? static_cast<DWORD>(milliseconds - passed) : 0;
-        }
-        const DWORD state = MsgWaitForMultipleObjectsEx(1, &object, rest, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
-        if (state != WAIT_OBJECT_0 + 1) {
-            return state == WAIT_OBJECT_0;
-        }
+void WaitAnswering(HANDLE object) {
+    while (MsgWaitForMultipleObjectsEx(1, &object, INFINITE, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE) ==
+           WAIT_OBJECT_0 + 1) {
         MSG message;
         PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE); // answers them
     }

@@ -2,6 +2,7 @@
 
 #include "ui/Barrier.h"
 #include "ui/Forms.h"
+#include "ui/FormsThreads.h"
 
 #include <algorithm>
 #include <process.h>

@@ -46,7 +46,6 @@ private:
     void FireInheritedShow() { T::DoShow(); }
     void ShowCaptions() { Captions().SetCaptions(FDlgHandle); }
     void ShowTitle();
-    void Place() { KxSetPosition(FDlgHandle, FParams); }
 
     void FireHooking(TMessage& message, bool& allow) override;
 

@@ -309,8 +309,6 @@ void TKxCustomFolderDialog::ShowSelCtrl() {
 
 void TKxCustomFolderDialog::SetCaptions() { FCaptions.SetCaptions(FDlgHandle); }
 
-void TKxCustomFolderDialog::Place() { KxSetPosition(FDlgHandle, FParams); }
-
 void TKxCustomFolderDialog::FireInheritedShow() { TCommonDialog::DoShow(); }
 
 void TKxCustomFolderDialog::DoClose() {
@@ -393,15 +391,15 @@ void TKxCustomFolderDialog::RefreshSelCtrl() {
 }
 
 void TKxCustomFolderDialog::ShowCustSelectionCtrl(bool show) {
-    KxWithForms([this, show] {
+    if (!show) {
+        if (FDlgHandle) {
+            FParams.HideCustomForm();
+        }
+        return;
+    }
+    KxWithForms([this] {
         TForm* form = FParams.CustomForm();
         if (!FDlgHandle || !form) {
-            return;
-        }
-        if (!show) {
-            form->Hide();
-            form->SetParent(nullptr);
-            form->SetParentWindow(nullptr);
             return;
         }
         const auto alive = Alive();

@@ -153,7 +153,6 @@ private:
     // Steps of the showing
     void ShowSelCtrl();
     void SetCaptions();
-    void Place();
     void FireInheritedShow();
 
     HWND FindTree() const;

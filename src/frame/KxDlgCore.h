@@ -77,6 +77,8 @@ protected:
     void DetachDialog();
     /// Docks the forms and grows the dialog by them. A form whose OnShow fails costs the dialog nothing else.
     void DockForms();
+    /// Places the dialog by its parameters.
+    void Place() { KxSetPosition(FDlgHandle, FParams); }
     /// Fires OnShow and the internal notification, whose handlers may free the dialog.
     void FireShow();
 

@@ -128,6 +128,8 @@ class TKxCustDlgParams : public TPersistent {
     virtual void ConnectForms(HWND handle);
     /// Hides the forms and takes them out of the dialog; they keep size and border.
     virtual void DisconnectForms();
+    /// Hides the custom form and takes it out of the dialog, and of any parent of ours.
+    void HideCustomForm();
     /// Adapts the docked forms to WM_SIZE of the dialog window. @throws EIntOverflow
     void OnResizeWindow(const TMessage& message);
     /// Clears `showWhatsThis` for a WM_CONTEXTMENU over a control of ours that has a popup menu: the control shows it,

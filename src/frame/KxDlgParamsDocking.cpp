@@ -183,6 +183,16 @@ void TKxCustDlgParams::DisconnectForms() {
     });
 }
 
+void TKxCustDlgParams::HideCustomForm() {
+    KxWithForms([this] {
+        if (TForm* const form = CustomForm()) {
+            form->Hide();
+            form->SetParent(nullptr);
+            form->SetParentWindow(nullptr);
+        }
+    });
+}
+
 void TKxCustDlgParams::TrackContextMenus(bool& showWhatsThis, const TMessage& message) {
     if (message.Msg != WM_CONTEXTMENU) {
         return;

@@ -97,7 +97,7 @@ void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
     }
     FPlaced = true;
     Window().ClipUnderForms();
-    KxSetPosition(FDlgHandle, FParams);
+    Place();
     // In the middle of a painting, what lay outside the window's former place on the screen would stay unpainted, and
     // the system may be about to paint with the clipping of that place.
     RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);

@@ -147,15 +147,13 @@ void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
 }
 
 void TKxCustomOpenDialog::ShowCustomSelectionCtrl(bool show) {
-    KxWithForms([this, show] {
+    if (!show) {
+        CustDlgParams().HideCustomForm();
+        return;
+    }
+    KxWithForms([this] {
         TForm* const form = CustDlgParams().CustomForm();
         if (!form) {
-            return;
-        }
-        if (!show) {
-            form->Hide();
-            form->SetParent(nullptr);
-            form->SetParentWindow(nullptr);
             return;
         }
         const TRect& r = CustDlgParams().CustRect();

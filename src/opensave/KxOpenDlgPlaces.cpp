@@ -114,13 +114,11 @@ void TKxCustomOpenDialog::KeepInside() {
         return;
     }
     const int32_t edge = OwnRight();
-    if (CustDlgParams().RightForm()) {
-        KxWithForms([&] {
-            if (TForm* const right = CustDlgParams().RightForm()) {
-                right->SetLeft(edge);
-            }
-        });
-    }
+    KxWithForms([&] {
+        if (TForm* const right = CustDlgParams().RightForm()) {
+            right->SetLeft(edge);
+        }
+    });
     RECT button{};
     const LRESULT last = SendMessageA(FTB, TB_BUTTONCOUNT, 0, 0) - 1;
     if (SendMessageA(FTB, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
