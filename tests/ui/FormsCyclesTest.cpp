@@ -10,13 +10,13 @@ namespace {
 
 using namespace test;
 
-/// Runs `cycle` until what is made on first use is there, then 100 times more: nothing may be left over.
+/// Runs `cycle` until what is made on first use is there, then 200 times more: nothing may be left over.
 void ExpectNoGrowth(const std::function<void()>& cycle) {
     for (int i = 0; i < 20; ++i) {
         cycle();
     }
     const TCensus before = TakeCensus();
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 200; ++i) {
         cycle();
     }
     TCensus after = TakeCensus();
