@@ -51,6 +51,7 @@ TComponent::TComponent(TComponent* owner) {
 }
 
 TComponent::~TComponent() {
+    EndLife();
     Destroying();
     // Whoever asked to be told is told once; a listener may ask others to be told meanwhile, but not about this one.
     while (!FFreeNotifies.empty()) {

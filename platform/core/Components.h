@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Alive.h"
 #include "core/TypInfo.h"
 
 #include <memory>
@@ -65,6 +66,10 @@ class TComponent : public TPersistent {
     /// whoever looks at a half-destroyed component can tell.
     void Destroying();
 
+    /// The life of the component, for `Outlives` and `TAlive`. It ends in the destructor at the latest; a descendant
+    /// that cannot be used any more from an earlier moment on ends it there.
+    const TLifetime& Lifetime() const { return FLife; }
+
     TComponent* Owner() const { return FOwner; }
     int ComponentCount() const { return static_cast<int>(FComponents.size()); }
     /// @throws EListError for an index outside [0, ComponentCount).
@@ -119,6 +124,7 @@ protected:
     /// Refuses a new name. @throws EComponentError
     virtual void ValidateRename(TComponent* component, const std::string& currentName, const std::string& newName);
     void ChangeName(const std::string& value);
+    void EndLife() noexcept { FLife.End(); } ///< From now on the component counts as gone.
     void SetState(TComponentStateFlag flag, bool on) { on ? FState.Include(flag) : FState.Exclude(flag); }
 
     /// Binds the owner's published field of this component's name to it, or unbinds it.
@@ -132,6 +138,7 @@ private:
     void Remove(TComponent* component);
     void Unindex(TComponent* component);
 
+    TLifetime FLife;
     TComponent* FOwner = nullptr;
     std::string FName;
     intptr_t FTag = 0;

@@ -1,6 +1,7 @@
 #include "modeless/KxModelessDlg.h"
 
 #include "ui/Barrier.h"
+#include "ui/System.h"
 
 #include <ole2.h>
 
@@ -15,18 +16,18 @@ namespace {
 class TDialogApartment {
 public:
     TDialogApartment()
-        : FInitialized(SUCCEEDED(IsWine() ? CoInitializeEx(nullptr, COINIT_MULTITHREADED) : OleInitialize(nullptr))) {}
+        : FWithOle(!System().Wine),
+          FInitialized(SUCCEEDED(FWithOle ? OleInitialize(nullptr) : CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
     TDialogApartment(const TDialogApartment&) = delete;
     TDialogApartment& operator=(const TDialogApartment&) = delete;
     ~TDialogApartment() {
         if (FInitialized) {
-            IsWine() ? CoUninitialize() : OleUninitialize();
+            FWithOle ? OleUninitialize() : CoUninitialize();
         }
     }
 
 private:
-    static bool IsWine() { return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr; }
-
+    bool FWithOle;
     bool FInitialized;
 };
 

@@ -120,9 +120,6 @@ protected:
         FOnShareEvent(this, result, fileName);
     }
 
-    /// The dialog watches all messages of its thread for the one by which the shell tells that its list is complete.
-    virtual bool WatchesMessages() const;
-
     bool FIsWinXP = false; ///< The shell's view has the commands of system 5.1 and later.
 
     void DoShow() override;

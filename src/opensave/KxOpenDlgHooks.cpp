@@ -1,6 +1,7 @@
 #include "opensave/KxOpenDlg.h"
 
 #include "ui/Barrier.h"
+#include "ui/System.h"
 #include "ui/Thunk.h"
 
 // The hooks of the running dialog and what they watch over: the shell makes its view and its list anew with every
@@ -11,14 +12,10 @@ namespace kx {
 void TKxCustomOpenDialog::InstallHooks() {
     const DWORD thread = GetCurrentThreadId();
     Globals().g_KeybHook = SetWindowsHookExA(WH_KEYBOARD, NewKeybHook, HInstance(), thread);
+    // Wine's shell does not ask for the selection when it has filled its list: nothing would come of watching, and a
+    // watched message takes it a hundred times as long.
     Globals().g_WndHook =
-        WatchesMessages() ? SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread) : nullptr;
-}
-
-/// Where the shell does not ask for the selection when it has filled its list, nothing would come of watching, and a
-/// watched message takes Wine a hundred times as long.
-bool TKxCustomOpenDialog::WatchesMessages() const {
-    return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") == nullptr;
+        System().Wine ? nullptr : SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread);
 }
 
 void TKxCustomOpenDialog::RemoveHooks() {

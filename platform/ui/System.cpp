@@ -1,0 +1,30 @@
+// The one place that finds out which system the program runs on.
+
+#include "ui/System.h"
+
+#include "ui/Windows.h"
+
+namespace kx {
+
+namespace {
+
+std::optional<TSystem>& Assumed() {
+    static std::optional<TSystem> assumed;
+    return assumed;
+}
+
+TSystem Find() { return {.Wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr}; }
+
+} // namespace
+
+const TSystem& System() {
+    static const TSystem found = Find();
+    const std::optional<TSystem>& assumed = Assumed();
+    return assumed ? *assumed : found;
+}
+
+TAssumedSystem::TAssumedSystem(const TSystem& assumed) : FBefore(Assumed()) { Assumed() = assumed; }
+
+TAssumedSystem::~TAssumedSystem() { Assumed() = FBefore; }
+
+} // namespace kx

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+
+namespace kx {
+
+/// What the library has to know of the system that it runs on. Everything that asks for it asks here.
+struct TSystem {
+    /// The program runs under Wine, whose dialogs are made like those of Windows but behave otherwise here and there.
+    bool Wine = false;
+};
+
+/// The system as it is, or as a TAssumedSystem says.
+const TSystem& System();
+
+/// For tests: while this lives, the library takes the system for `assumed`. Made and destroyed while no dialog is
+/// shown.
+class TAssumedSystem {
+public:
+    explicit TAssumedSystem(const TSystem& assumed);
+    TAssumedSystem(const TAssumedSystem&) = delete;
+    TAssumedSystem& operator=(const TAssumedSystem&) = delete;
+    ~TAssumedSystem();
+
+private:
+    std::optional<TSystem> FBefore;
+};
+
+} // namespace kx
