@@ -151,13 +151,13 @@ void TCommonDialog::HandleMessage(TMessage& message) {
     }
     HWND window = FHandle;
     const WNDPROC previous = FSubclass.Previous();
-    const auto alive = Alive();
-    const bool going = alive.expired(); // then CloseShown waits for this message
+    const TAlive alive(*this);
+    const bool going = !alive; // then CloseShown waits for this message
     if (message.Msg == WM_DESTROY) {
         FEnding = true;
         if (std::exchange(FShown, false)) {
             Guarded([this] { DoClose(); });
-            if (!going && alive.expired()) { // freed by its own event
+            if (!going && !alive) { // freed by its own event
                 message.Result = CallWindowProcA(previous, window, message.Msg, message.WParam, message.LParam);
                 return;
             }
@@ -165,7 +165,7 @@ void TCommonDialog::HandleMessage(TMessage& message) {
     } else if (message.Msg == WM_NCDESTROY) {
         FHandle = nullptr;
     }
-    if (!MessageHook(message) && (going || !alive.expired())) {
+    if (!MessageHook(message) && (going || alive)) {
         WndProc(message);
     }
 }
@@ -176,19 +176,19 @@ bool TCommonDialog::TaskModalDialog(HWND owner, const std::function<bool()>& dia
     }
     const std::shared_ptr<void> running(CreateEventA(nullptr, TRUE, FALSE, nullptr), CloseHandle);
     const TSignalAtEnd signal(running);
-    const auto alive = Alive();
+    const TAlive alive(*this);
     bool result = false;
     FRunning = running;
     try {
         const TModalScope modal(owner);
         result = dialogFunc();
     } catch (...) {
-        if (!alive.expired()) {
+        if (alive) {
             FRunning.reset();
         }
         throw;
     }
-    if (alive.expired()) {
+    if (!alive) {
         return false;
     }
     FRunning.reset();
@@ -204,6 +204,7 @@ HWND TCommonDialog::OwnerWindow() {
 }
 
 void TCommonDialog::CloseShown() {
+    EndLife();
     FAlive.reset();
     while (const TDialogHold* const hold = HoldOfAnotherThread()) {
         if (Application().IsAwaitedBy(hold->FThreadId)) {
@@ -213,7 +214,7 @@ void TCommonDialog::CloseShown() {
     }
     HWND dialog = DialogWindow();
     if (!FRunning || !dialog || FEnding) {
-        return; // a dialog that has no window yet finds out by the token
+        return; // a dialog that has no window yet finds out by its life
     }
     const DWORD thread = ThreadOf(dialog);
     if (thread == GetCurrentThreadId()) {
@@ -276,7 +277,7 @@ TDialogHold::~TDialogHold() {
     SetEvent(FOver.get());
 }
 
-bool TDialogHold::IsWanted() const { return FDialog && FDialog->FAlive; }
+bool TDialogHold::IsWanted() const { return FDialog && TAlive(*FDialog); }
 
 void TDialogHold::Cancel() const {
     if (FDialog) {

@@ -24,9 +24,10 @@ class TDialogHold;
 /// A dialog component may be freed while it is shown, by `Free` or by its owner, also in its own events: `OnClose`
 /// fires as usual, the system dialog ends as cancelled, the boxes and dialogs that it opened included, and the
 /// `Execute` that shows it returns false without touching the component again. A descendant whose `Execute` or
-/// `DoClose` does anything with the object after the inherited one asks an `Alive` token that it took before. A
-/// destructor reached in another way (`delete`) closes the dialog too, but only what the object still is by then hears
-/// of it: a descendant that overrides `DoClose` or subclasses windows calls `CloseShown` first thing in its destructor.
+/// `DoClose` does anything with the object after the inherited one asks whether it `Outlives` that: the life of a
+/// dialog ends when it begins to go, before its `DoClose`. A destructor reached in another way (`delete`) closes the
+/// dialog too, but only what the object still is by then hears of it: a descendant that overrides `DoClose` or
+/// subclasses windows calls `CloseShown` first thing in its destructor.
 class TCommonDialog : public TComponent {
     KX_CLASS()
 
@@ -76,12 +77,12 @@ protected:
     /// application's. The last one alone is asked for by other threads than the application's.
     static HWND OwnerWindow();
 
-    /// Closes the dialog if it is shown: for destructors only. When this returns, DoClose has run and the component has
-    /// nothing to do with the windows any more. They are gone from the screen; the system destroys them as soon as it
-    /// is through with the message of theirs that it may be in the middle of.
+    /// Ends the component's life and closes the dialog if it is shown: for destructors only. When this returns, DoClose
+    /// has run and the component has nothing to do with the windows any more. They are gone from the screen; the system
+    /// destroys them as soon as it is through with the message of theirs that it may be in the middle of.
     void CloseShown();
 
-    /// Expires when the component begins to go.
+    /// Expires when the component's life ends.
     std::weak_ptr<const void> Alive() const { return FAlive; }
 
 private:

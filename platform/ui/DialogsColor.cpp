@@ -29,10 +29,12 @@ std::string BoxName(size_t index) { return std::string("Color") + static_cast<ch
 
 /// One showing: the record for the system and what it points to.
 struct TColorDialog::TRun {
+    explicit TRun(TColorDialog& dialog) : Dialog(&dialog), Alive(dialog) {}
+
     std::array<COLORREF, MaxCustomColors> CustomColors{};
     CHOOSECOLORA Record{};
-    TColorDialog* Dialog = nullptr;
-    std::weak_ptr<const void> Alive; ///< Of the component.
+    TColorDialog* Dialog;
+    TAlive Alive; ///< Of the component.
 
     void TakeColors(const TStrings& list);
     void GiveColors(TStrings& list) const;
@@ -71,9 +73,7 @@ TColorDialog::TColorDialog(TComponent* owner) : TCommonDialog(owner) {}
 TColorDialog::~TColorDialog() { CloseShown(); }
 
 bool TColorDialog::Execute() {
-    TRun run;
-    run.Dialog = this;
-    run.Alive = Alive();
+    TRun run(*this);
     run.TakeColors(FCustomColors);
     CHOOSECOLORA& record = run.Record;
     record.lStructSize = sizeof(record);
@@ -84,7 +84,7 @@ bool TColorDialog::Execute() {
     record.lCustData = reinterpret_cast<LPARAM>(&run);
     record.lpfnHook = HookProc;
     const bool confirmed = TaskModalDialog(record.hwndOwner, [&] { return ChooseColorA(&record) != FALSE; });
-    if (run.Alive.expired()) {
+    if (!run.Alive) {
         return false;
     }
     run.GiveColors(FCustomColors);
@@ -99,7 +99,7 @@ UINT_PTR CALLBACK TColorDialog::HookProc(HWND window, UINT message, WPARAM, LPAR
         Guarded([&] {
             // The system may hand over a copy of the record: only what it carries is the same.
             const auto& run = *reinterpret_cast<const TRun*>(reinterpret_cast<const CHOOSECOLORA*>(lParam)->lCustData);
-            if (run.Alive.expired()) { // freed when there was no window to close
+            if (!run.Alive) { // freed when there was no window to close
                 PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
             } else {
                 run.Dialog->SystemDialogCreated(window);

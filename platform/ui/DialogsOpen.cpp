@@ -111,13 +111,15 @@ const char* TextOrNull(const std::string& text) { return text.empty() ? nullptr 
 
 /// One showing: the record for the system and what it points to.
 struct TOpenDialog::TRun {
+    explicit TRun(TOpenDialog& dialog) : Dialog(&dialog), Alive(dialog) {}
+
     std::vector<char> Buffer; ///< Of the file names.
     OPENFILENAMEA Record{};
     OPENFILENAMEA* SystemRecord = &Record; ///< The one that the system uses: a wrapper may have given it another.
-    TOpenDialog* Dialog = nullptr;
-    std::weak_ptr<const void> Alive; ///< Of the component.
-    bool Asking = false;             ///< The system waits to hear whether it may take the names.
-    TSubclass DialogMessages;        ///< Of the dialog window.
+    TOpenDialog* Dialog;
+    TAlive Alive;             ///< Of the component.
+    bool Asking = false;      ///< The system waits to hear whether it may take the names.
+    TSubclass DialogMessages; ///< Of the dialog window.
 
     bool Has(DWORD flag) const { return (Record.Flags & flag) != 0; }
     bool NamesFit() const;
@@ -211,9 +213,7 @@ bool TOpenDialog::Execute() {
 }
 
 bool TOpenDialog::DoExecute(const TSystemDialogFunc& dialogFunc) {
-    TRun run;
-    run.Dialog = this;
-    run.Alive = Alive();
+    TRun run(*this);
     run.Buffer.resize(FirstBufferSize);
     if (Characters(FFileName) < MAX_PATH) { // a longer one is no file's name
         std::copy(FFileName.begin(), FFileName.end(), run.Buffer.begin());
@@ -244,7 +244,7 @@ bool TOpenDialog::DoExecute(const TSystemDialogFunc& dialogFunc) {
         FRun = &run;
         return dialogFunc(record);
     });
-    if (run.Alive.expired()) {
+    if (!run.Alive) {
         return false;
     }
     if (confirmed) {
@@ -287,7 +287,7 @@ UINT_PTR CALLBACK TOpenDialog::HookProc(HWND window, UINT message, WPARAM, LPARA
             auto* record = reinterpret_cast<OPENFILENAMEA*>(lParam);
             auto& run = *reinterpret_cast<TRun*>(record->lCustData);
             run.SystemRecord = record;
-            if (run.Alive.expired()) { // freed when there was no window to close; here the system bears no closing yet
+            if (!run.Alive) { // freed when there was no window to close; here the system bears no closing yet
                 PostMessageA(GetAncestor(window, GA_ROOT), WM_COMMAND, IDCANCEL, 0);
             } else {
                 run.Dialog->SystemDialogCreated(window);
@@ -303,7 +303,7 @@ void TOpenDialog::SystemDialogCreated(HWND window) {
         DialogShown(); // the old dialog sends no notifications
     } else {
         FRun->DialogMessages.SetHandler([this, run = FRun](TMessage& message) {
-            run->Alive.expired() ? run->DialogMessages.CallPrevious(message) : DialogMessage(message);
+            run->Alive ? DialogMessage(message) : run->DialogMessages.CallPrevious(message);
         });
         FRun->DialogMessages.Install(DialogWindow());
     }
@@ -372,7 +372,7 @@ void TOpenDialog::WMNotify(TMessage& message) {
 
 /// Stays open unless the handler has allowed the closing: an exception refuses it too.
 void TOpenDialog::QueryClose(TMessage& message) {
-    const auto alive = Alive();
+    const TAlive alive(*this);
     HWND window = Handle();
     const std::string fileName = FFileName;
     TStringList files;
@@ -383,9 +383,9 @@ void TOpenDialog::QueryClose(TMessage& message) {
         return DoCanClose();
     });
     // A dialog that went with the component must not be closed once more: the system would reach for what is gone.
-    message.Result = canClose && !alive.expired() ? 0 : 1;
+    message.Result = canClose && alive ? 0 : 1;
     SetWindowLongPtrA(window, DWLP_MSGRESULT, message.Result);
-    if (alive.expired()) {
+    if (!alive) {
         return;
     }
     FRun->Asking = false;

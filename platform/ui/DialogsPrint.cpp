@@ -90,10 +90,10 @@ HGLOBAL TPrinterChoice::NewDevMode() const {
 /// One showing: the record for the system and what it points to.
 struct TPrintDialog::TRun {
     PRINTDLGA Record{};
-    TPrintDialog* Dialog = nullptr;
-    std::weak_ptr<const void> Alive; ///< Of the component.
+    TPrintDialog* Dialog;
+    TAlive Alive; ///< Of the component.
 
-    TRun() = default;
+    explicit TRun(TPrintDialog& dialog) : Dialog(&dialog), Alive(dialog) {}
     TRun(const TRun&) = delete;
     TRun& operator=(const TRun&) = delete;
     ~TRun() { // the system may have put others into the place of ours
@@ -159,12 +159,10 @@ TPrintDialog::TPrintDialog(TComponent* owner) : TCommonDialog(owner) {}
 TPrintDialog::~TPrintDialog() { CloseShown(); }
 
 bool TPrintDialog::Execute() {
-    TRun run;
-    run.Dialog = this;
-    run.Alive = Alive();
+    TRun run(*this);
     run.Prepare();
     const bool confirmed = TaskModalDialog(run.Record.hwndOwner, [&] { return PrintDlgA(&run.Record) != FALSE; });
-    if (run.Alive.expired()) {
+    if (!run.Alive) {
         return false;
     }
     if (confirmed) {
@@ -188,7 +186,7 @@ UINT_PTR CALLBACK TPrintDialog::HookProc(HWND window, UINT message, WPARAM, LPAR
     if (message == WM_INITDIALOG) {
         Guarded([&] {
             const auto& run = *reinterpret_cast<const TRun*>(reinterpret_cast<const PRINTDLGA*>(lParam)->lCustData);
-            if (run.Alive.expired()) { // freed when there was no window to close
+            if (!run.Alive) { // freed when there was no window to close
                 PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
             } else {
                 run.Dialog->SystemDialogCreated(window);

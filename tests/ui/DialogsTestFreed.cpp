@@ -18,6 +18,7 @@ constexpr int TypeComboId = 1136;
 struct TRecord {
     int Closed = 0;
     int Destroyed = 0;
+    bool LivedAtClose = false; ///< The component had not begun to go.
 };
 
 /// A dialog that subclasses its window and overrides DoClose, as descendants do.
@@ -30,9 +31,9 @@ public:
     }
 
     bool Execute() override {
-        const auto alive = Alive();
+        const TAlive alive(*this);
         const bool result = TOpenDialog::Execute();
-        if (!alive.expired()) {
+        if (alive) {
             FExecuted = true;
         }
         return result;
@@ -49,6 +50,7 @@ protected:
     }
     void DoClose() override {
         ++FRecord.Closed;
+        FRecord.LivedAtClose = static_cast<bool>(TAlive(*this));
         FMessages.Uninstall();
         TOpenDialog::DoClose();
     }
@@ -102,6 +104,18 @@ protected:
 TEST_F(FreedDialog, FromTheMessageLoop) {
     RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] { Dialog->Free(); }}});
     ExpectClosedOnce();
+}
+
+TEST_F(FreedDialog, ItsLifeIsOverWhenItCloses) {
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      EXPECT_TRUE(TAlive(*Dialog));
+                      Dialog->Free();
+                  }}});
+    EXPECT_FALSE(Record.LivedAtClose);
+    Dialog = NewDialog(nullptr);
+    EXPECT_FALSE(RunDialog(*Dialog, {Press(*Dialog, IDCANCEL)}));
+    EXPECT_TRUE(Record.LivedAtClose) << "a cancelled dialog lives on";
+    Dialog->Free();
 }
 
 TEST_F(FreedDialog, ByDelete) {
