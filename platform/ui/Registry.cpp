@@ -105,6 +105,8 @@ LSTATUS EnumValue(HKEY key, DWORD index, char* name, DWORD* length) {
     return RegEnumValueA(key, index, name, length, nullptr, nullptr, nullptr, nullptr);
 }
 
+bool NamesNothing(const std::string& key) { return key.find_first_not_of('\\') == std::string::npos; }
+
 bool DeleteTree(const TLocation& location) {
     TStringList names;
     {
@@ -187,8 +189,10 @@ void TRegistry::CreateKey(const std::string& key) {
 
 bool TRegistry::DeleteKey(const std::string& key) {
     const TLocation location = Locate(*this, key);
-    // No name stands for the open key or the root; those are not meant.
-    return !location.Key.empty() && DeleteTree(location);
+    // No name stands for the open key or the root; those are not meant. Nor is what is found below a root that was
+    // opened: whoever lists and deletes it holds it for a key of his own, and all of the user's keys would go.
+    const bool belowRoot = location.Base == FCurrentKey.get() && NamesNothing(FCurrentPath);
+    return !NamesNothing(location.Key) && !belowRoot && DeleteTree(location);
 }
 
 void TRegistry::GetKeyNames(TStrings& names) const {

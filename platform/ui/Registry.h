@@ -39,7 +39,8 @@ class TRegistry : public TObject {
     /// Makes the key and those above it; one that exists already is fine.
     /// @throws ERegistryException "Failed to create key %s"
     void CreateKey(const std::string& key);
-    /// Deletes the key with all keys below it. False when it is not there or cannot be deleted.
+    /// Deletes the key with all keys below it. False when it is not there or cannot be deleted, for a name of nothing
+    /// but backslashes, and, while the root key itself is open, for every name without a leading backslash.
     bool DeleteKey(const std::string& key);
     /// Names of the keys below the open one, in the registry's order; replaces what is in `names`.
     void GetKeyNames(TStrings& names) const;

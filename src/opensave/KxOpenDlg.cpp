@@ -181,7 +181,7 @@ void TKxCustomOpenDialog::DoClose() {
     FreeOkButton();
     ReturnToolBar();
     if (FPlaceOptions.Visible() && !FPlaceOptions.Native() && !FPlaceOptions.RegistryKey().empty()) {
-        Guarded([this] { FPlaceOptions.SaveToRegistry(); });
+        Guarded([this] { FPlaceOptions.SaveOnClose(); });
     }
     if (!going && alive.expired()) {
         return; // freed by a handler of a report

@@ -143,7 +143,8 @@ class TKxPlacesBarOptions : public TKxPlacesBarLiteOptions {
     /// updates the one that `PlaceViaName` finds for it, or is added at the end. A key that is not there changes
     /// nothing, one of a place that cannot be opened is skipped.
     /// @throws ERegistryException for a place with a value of another type or without one of its numbers; the places
-    ///         before it are read, those behind it are not. EInvalidOperation when RegistryKey is empty.
+    ///         before it are read, those behind it are not. EInvalidOperation when RegistryKey is empty, as
+    ///         one of nothing but backslashes is.
     void LoadFromRegistry();
 
     /// Replaces all keys below the registry key by those of the places; the key's own values stay. Does nothing when
@@ -151,6 +152,12 @@ class TKxPlacesBarOptions : public TKxPlacesBarLiteOptions {
     /// @throws ERegistryException when a value cannot be written, after all other places have been written.
     ///         EInvalidOperation when RegistryKey is empty: the keys to replace would be those of the whole user.
     void SaveToRegistry() const;
+
+    /// `SaveToRegistry` for a dialog that closes: what the user has not seen in the bar is not replaced. Does nothing
+    /// when the key holds places and the last `LoadFromRegistry` did not read all of them, be it that it failed, that
+    /// a key could not be opened, that RegistryKey was another one or that nothing was loaded.
+    /// @throws ERegistryException as `SaveToRegistry` does.
+    void SaveOnClose() const;
 
     TPersistent* GetOwner() const override { return FDlg; }
 
@@ -165,6 +172,7 @@ private:
     bool FNative = true;
     TKxFormRef<TToolBar> FPlacesBar;
     TComponent* FDlg = nullptr;
+    std::string FReadKey; ///< Key whose places the collection holds all; empty: none.
 };
 
 /// A string value below HKEY_CURRENT_USER: "\Key\Value", or the name of a value among the shell's own folders

@@ -21,13 +21,34 @@ TKxSpecShellFolder GetTypedSpecFolder(int32_t value) {
     return ftNone;
 }
 
-/// The key that keeps the places, from the root and without a backslash at the end.
+/// The key that keeps the places, from the root: one backslash in front and none at the end. Empty when `registryKey`
+/// names no key below the root.
+std::string KeyFromRoot(const std::string& registryKey) {
+    std::string key = registryKey;
+    while (key != ExcludeTrailingPathDelimiter(key)) {
+        key = ExcludeTrailingPathDelimiter(key);
+    }
+    key.erase(0, key.find_first_not_of('\\'));
+    return key.empty() ? key : '\\' + key;
+}
+
 std::string PlacesKey(const std::string& registryKey) {
-    const std::string key = ExcludeTrailingPathDelimiter(registryKey);
+    const std::string key = KeyFromRoot(registryKey);
     if (key.empty()) {
         throw EInvalidOperation("The registry key of the places is empty");
     }
-    return key.front() == '\\' ? key : '\\' + key;
+    return key;
+}
+
+/// Nothing is kept there. A key that merely cannot be opened is not missing.
+bool IsMissing(const std::string& keyFromRoot) {
+    unique_hkey key;
+    return RegOpenKeyExA(HKEY_CURRENT_USER, keyFromRoot.c_str() + 1, 0, KEY_READ, key.put()) == ERROR_FILE_NOT_FOUND;
+}
+
+bool HasNoKeysBelow(const std::string& keyFromRoot) {
+    TRegistry registry;
+    return registry.OpenKeyReadOnly(keyFromRoot) ? !registry.HasSubKeys() : IsMissing(keyFromRoot);
 }
 
 void WritePlace(TRegistry& key, const TKxPlace& place) {
@@ -100,9 +121,11 @@ private:
 } // namespace
 
 void TKxPlacesBarOptions::LoadFromRegistry() {
+    FReadKey.clear();
     const std::string base = PlacesKey(FRegKey);
     TRegistry registry;
     if (!registry.OpenKeyReadOnly(base)) {
+        FReadKey = IsMissing(base) ? base : std::string();
         return;
     }
     // Deliberate: the registry's order, which has Place_10 before Place_2, where one would expect that of the numbers.
@@ -110,13 +133,24 @@ void TKxPlacesBarOptions::LoadFromRegistry() {
     registry.GetKeyNames(names);
     TPlaceIndex index(FPlaces);
     TRegistry key;
+    bool readAll = true;
     for (int i = 0; i < names.Count(); ++i) {
-        if (key.OpenKeyReadOnly(base + '\\' + names[i])) {
-            const std::string name = key.ReadString("Name");
-            const int at = index.Take(name, GetTypedSpecFolder(key.ReadInteger("SpecFolder")));
-            ReadPlace(key, FPlaces[at]);
-            index.Insert(at);
+        if (!key.OpenKeyReadOnly(base + '\\' + names[i])) {
+            readAll = false;
+            continue;
         }
+        const std::string name = key.ReadString("Name");
+        const int at = index.Take(name, GetTypedSpecFolder(key.ReadInteger("SpecFolder")));
+        ReadPlace(key, FPlaces[at]);
+        index.Insert(at);
+    }
+    FReadKey = readAll ? base : std::string();
+}
+
+void TKxPlacesBarOptions::SaveOnClose() const {
+    const std::string base = KeyFromRoot(FRegKey);
+    if (!base.empty() && (base == FReadKey || HasNoKeysBelow(base))) {
+        SaveToRegistry();
     }
 }
 

@@ -255,6 +255,8 @@ TEST_F(OpenDialogPlaces, ABrokenStoreIsReportedAndTheDialogComesAllTheSame) {
         EXPECT_NE(Dialog.PlacesForm(), nullptr);
     });
     EXPECT_EQ(TakeExceptions().size(), 1u);
+    ASSERT_TRUE(registry.OpenKeyReadOnly("\\" + Dialog.PlacesBar().RegistryKey() + "\\Place_0"));
+    EXPECT_EQ(registry.ReadString("Name"), "broken") << "closing replaces nothing that could not be read";
 }
 
 TEST_F(OpenDialogPlaces, ABadIconIndexIsReportedAndTheBarComesAllTheSame) {

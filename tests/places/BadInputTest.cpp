@@ -8,6 +8,7 @@ namespace kx::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 // --- Damaged values
 
@@ -152,8 +153,7 @@ TEST_F(PlacesKey, ABarWhoseKeyCannotBeOpenedReadsAndWritesNothing) {
 
 TEST_F(PlacesKey, AKeyWithAnImpossibleNameReadsAndWritesNothing) {
     AddPlace(Options.Places(), "a");
-    for (const std::string& key :
-         {Key + "\\" + std::string(300, 'x'), "\\\\" + Key, Key + "\\" + std::string(70'000, 'x')}) {
+    for (const std::string& key : {Key + "\\" + std::string(300, 'x'), Key + "\\" + std::string(70'000, 'x')}) {
         Options.SetRegistryKey(key);
         Options.SaveToRegistry();
         Options.LoadFromRegistry();
@@ -163,12 +163,103 @@ TEST_F(PlacesKey, AKeyWithAnImpossibleNameReadsAndWritesNothing) {
 
 TEST_F(PlacesKey, AnEmptyKeyIsRefused) {
     // Its keys would be all those of the user.
-    for (const std::string key : {"", "\\"}) {
+    for (const std::string key : {"", "\\", "\\\\", "\\\\\\", "\\\\\\\\\\"}) {
         Options.SetRegistryKey(key);
-        EXPECT_THROW(Options.SaveToRegistry(), EInvalidOperation);
-        EXPECT_THROW(Options.LoadFromRegistry(), EInvalidOperation);
+        EXPECT_THROW(Options.LoadFromRegistry(), EInvalidOperation) << key;
+        Options.SaveOnClose();              // the reading has told it
+        if (!testing::Test::HasFailure()) { // else this would go through all keys of the user
+            EXPECT_THROW(Options.SaveToRegistry(), EInvalidOperation) << key;
+        }
     }
     EXPECT_TRUE(TRegistry().KeyExists("Software"));
+}
+
+// --- What could not be read is not replaced
+
+TEST_F(PlacesKey, AStoreThatFailedToLoadIsNotReplacedOnClosing) {
+    SavePlaces(4);
+    Opened("Place_1")->DeleteValue("Icon");
+    TKxPlacesBarOptions other;
+    other.SetRegistryKey(Key);
+    EXPECT_THROW(other.LoadFromRegistry(), ERegistryException);
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), ElementsAre("Place_0", "Place_1", "Place_2", "Place_3"));
+    Opened("Place_1")->WriteInteger("Icon", 0);
+    other.LoadFromRegistry();
+    other.Places().Clear();
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), IsEmpty()) << "read whole this time";
+}
+
+TEST_F(PlacesKey, AStoreThatLoadedBeforeIsNotReplacedAfterALoadThatFailed) {
+    SavePlaces(2);
+    TKxPlacesBarOptions other;
+    other.SetRegistryKey(Key);
+    other.LoadFromRegistry();
+    Opened("Place_0")->DeleteValue("Icon");
+    EXPECT_THROW(other.LoadFromRegistry(), ERegistryException);
+    other.Places().Clear();
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), ElementsAre("Place_0", "Place_1"));
+}
+
+TEST_F(PlacesKey, AStoreWithAPlaceThatDidNotOpenIsNotReplacedOnClosing) {
+    SavePlaces(3);
+    TKxPlacesBarOptions other;
+    other.SetRegistryKey(Key);
+    {
+        const TLocked locked(Key + "\\Place_1");
+        other.LoadFromRegistry();
+    }
+    ASSERT_THAT(CaptionsOf(other.Places()), ElementsAre("Place 0", "Place 2"));
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), ElementsAre("Place_0", "Place_1", "Place_2"));
+}
+
+TEST_F(PlacesKey, AStoreThatDidNotOpenIsNotReplacedOnClosing) {
+    SavePlaces(2);
+    TKxPlacesBarOptions other;
+    other.SetRegistryKey(Key);
+    {
+        const TLocked locked(Key);
+        other.LoadFromRegistry();
+        other.SaveOnClose();
+    }
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), ElementsAre("Place_0", "Place_1"));
+}
+
+TEST_F(PlacesKey, AStoreUnderAnotherKeyThanTheLoadedOneIsNotReplacedOnClosing) {
+    SavePlaces(2);
+    TKxPlacesBarOptions other;
+    other.SetRegistryKey(Key + "\\Place_0"); // has no places
+    AddPlace(other.Places(), "new");
+    other.LoadFromRegistry();
+    other.SetRegistryKey(Key);
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), ElementsAre("Place_0", "Place_1"));
+    other.SetRegistryKey(Key + "\\Place_1"); // nothing can be lost there
+    other.SaveOnClose();
+    EXPECT_EQ(Opened("Place_1\\Place_0")->ReadString("Name"), "new");
+}
+
+TEST_F(PlacesKey, AStoreThatNobodyLoadedIsNotReplacedOnClosing) {
+    SavePlaces(2);
+    TKxPlacesBarOptions other;
+    other.SetRegistryKey(Key);
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), ElementsAre("Place_0", "Place_1"));
+}
+
+TEST_F(PlacesKey, AStoreThatWasMissingIsWrittenOnClosingWhateverWroteItMeanwhile) {
+    TKxPlacesBarOptions other;
+    other.SetRegistryKey("\\" + Key + "\\");
+    other.LoadFromRegistry();
+    AddPlace(other.Places(), "mine");
+    SavePlaces(2);
+    other.SetRegistryKey(Key); // the same
+    other.SaveOnClose();
+    EXPECT_THAT(SubKeys(), ElementsAre("Place_0"));
 }
 
 // --- More than one process

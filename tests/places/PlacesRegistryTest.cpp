@@ -125,9 +125,9 @@ TEST_F(PlacesKey, WritingRemovesEveryKeyWithAllBelowItAndKeepsTheValues) {
     EXPECT_EQ(Opened("")->ReadString("of the application"), "kept");
 }
 
-TEST_F(PlacesKey, ABackslashAtEitherEndOfTheKeyMakesNoDifference) {
+TEST_F(PlacesKey, BackslashesAtEitherEndOfTheKeyMakeNoDifference) {
     AddPlace(Options.Places(), "a", "C:\\a");
-    for (const std::string& key : {Key + "\\", "\\" + Key, "\\" + Key + "\\"}) {
+    for (const std::string& key : {Key + "\\", "\\" + Key, "\\" + Key + "\\", Key + "\\\\\\", "\\\\" + Key}) {
         Options.SetRegistryKey(key);
         Options.SaveToRegistry();
         EXPECT_THAT(SubKeys(), ElementsAre("Place_0")) << key;

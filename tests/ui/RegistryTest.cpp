@@ -96,6 +96,31 @@ TEST_F(Registry, AnEmptyNameIsTheOpenKey) {
     EXPECT_TRUE(Reg.ValueExists("here"));
 }
 
+TEST_F(Registry, NothingIsDeletedByANameOfBackslashesAlone) {
+    Reg.CreateKey("\\" + Root + "\\kept");
+    for (const char* name : {"\\", "\\\\", "\\\\\\"}) {
+        // Were these obeyed, they would take all keys of the user: the key of the test stands for them.
+        TRegistry inKey;
+        inKey.SetRootKey(Reg.CurrentKey());
+        EXPECT_FALSE(inKey.DeleteKey(name)) << name;
+        EXPECT_TRUE(Reg.KeyExists("kept")) << name;
+    }
+}
+
+TEST_F(Registry, WhileTheRootIsOpenOnlyNamesFromTheRootAreDeleted) {
+    Reg.CreateKey("kept");
+    TRegistry inKey;
+    inKey.SetRootKey(Reg.CurrentKey());
+    for (const char* name : {"", "\\", "\\\\"}) {
+        if (inKey.OpenKey(name, false)) { // not with two backslashes, as some systems see it
+            EXPECT_FALSE(inKey.DeleteKey("kept")) << name;
+        }
+    }
+    EXPECT_TRUE(Reg.KeyExists("kept"));
+    EXPECT_TRUE(inKey.DeleteKey("\\kept"));
+    EXPECT_FALSE(Reg.KeyExists("kept"));
+}
+
 TEST_F(Registry, ReadOnlyKeysRefuseToBeWritten) {
     Reg.WriteString("text", "old");
     ASSERT_TRUE(Reg.OpenKeyReadOnly("\\" + Root));
