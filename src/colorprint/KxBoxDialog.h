@@ -28,6 +28,13 @@ protected:
     virtual void TakeOver() = 0;
     virtual const TKxDlgCaptions& Captions() const = 0;
 
+    /// Takes the forms out of the window. False: a handler of theirs has freed the dialog.
+    bool UndockForms() {
+        const TAlive alive(*static_cast<T*>(this));
+        const bool going = !alive; // then the destructor waits for this
+        FParams.DisconnectForms();
+        return going || alive;
+    }
     bool AllowsClosing() {
         bool allow = true;
         FOnCanClose(this, allow);
@@ -66,11 +73,11 @@ template <class T> void TKxBoxDialog<T>::ShowTitle() {
 }
 
 template <class T> void TKxBoxDialog<T>::FireHooking(TMessage& message, bool& allow) {
-    const std::weak_ptr<const void> alive = T::Alive();
-    const bool going = alive.expired(); // then its destructor waits for this message
+    const TAlive alive(*static_cast<T*>(this));
+    const bool going = !alive; // then its destructor waits for this message
     const bool destroyed = message.Msg == WM_DESTROY;
     Ask(message, allow);
-    if (destroyed && !allow && (going || !alive.expired())) {
+    if (destroyed && !allow && (going || alive)) {
         // The system is kept from the message, but the window goes all the same: with the forms, were they left in it.
         Guarded([this] { this->DoClose(); });
     }

@@ -99,9 +99,10 @@ void TKxCustomColorDialog::TakeOver() {
 }
 
 void TKxCustomColorDialog::DoClose() {
-    FParams.DisconnectForms();
-    DetachDialog();
-    TColorDialog::DoClose();
+    if (UndockForms()) {
+        DetachDialog();
+        TColorDialog::DoClose();
+    }
 }
 
 // --- Messages of the dialog window
@@ -129,11 +130,9 @@ void TKxCustomColorDialog::AfterSystem(TMessage& message) {
 }
 
 bool TKxCustomColorDialog::AllowsAdding() {
-    const std::weak_ptr<const void> alive = Alive();
     const TColor color = ColorIn(Handle());
     bool allow = true;
-    DoAddingCustomColor(color, allow);
-    if (alive.expired()) {
+    if (!Outlives(*this, [&] { DoAddingCustomColor(color, allow); })) {
         return false;
     }
     // Deliberate: the colour before the event, where one would expect the one that the system adds.
@@ -142,9 +141,7 @@ bool TKxCustomColorDialog::AllowsAdding() {
 }
 
 void TKxCustomColorDialog::DoAddingCustomColor(TColor color, bool& allow) {
-    const std::weak_ptr<const void> alive = Alive();
-    FOnCustomColorAdding(this, color, allow);
-    if (!allow || alive.expired()) {
+    if (!Outlives(*this, [&] { FOnCustomColorAdding(this, color, allow); }) || !allow) {
         return;
     }
     HWND window = Handle();
@@ -155,10 +152,8 @@ void TKxCustomColorDialog::DoAddingCustomColor(TColor color, bool& allow) {
 }
 
 bool TKxCustomColorDialog::AllowsFullOpening() {
-    const std::weak_ptr<const void> alive = Alive();
     bool allow = true;
-    DoFullOpening(allow);
-    if (alive.expired()) {
+    if (!Outlives(*this, [&] { DoFullOpening(allow); })) {
         return false;
     }
     FOuterBefore = KxWindowRect(Handle());
@@ -166,20 +161,22 @@ bool TKxCustomColorDialog::AllowsFullOpening() {
 }
 
 void TKxCustomColorDialog::FullOpened() {
-    const std::weak_ptr<const void> alive = Alive();
-    HideSolidButton(Handle()); // the system shows it with the rest
-    if (alive.expired()) {
+    // The system shows the solid button with the rest. A handler of the event that fails must not leave the form
+    // hidden.
+    if (!Outlives(*this, [this] { HideSolidButton(Handle()); }) ||
+        !Outlives(*this, [this] { Guarded([this] { DoFullOpen(); }); })) {
         return;
     }
-    Guarded([this] { DoFullOpen(); }); // a handler that fails must not leave the form hidden
-    if (alive.expired() || !FParams.BottomForm()) {
-        return;
-    }
+    int32_t formHeight = 0;
+    KxWithForms([&] {
+        const TForm* const form = FParams.BottomForm();
+        formHeight = form ? form->Height() : 0;
+    });
     // The system has given the window the size that it knows, without the docked form.
     const TRect outer = KxWindowRect(Handle());
-    if (Width(outer) != Width(FOuterBefore) || Height(outer) != Height(FOuterBefore)) {
-        SetWindowPos(Handle(), nullptr, 0, 0, Width(outer), CheckedAdd(Height(outer), FParams.BottomForm()->Height()),
-                     SWP_NOMOVE);
+    const bool grew = Width(outer) != Width(FOuterBefore) || Height(outer) != Height(FOuterBefore);
+    if (formHeight != 0 && grew) {
+        SetWindowPos(Handle(), nullptr, 0, 0, Width(outer), CheckedAdd(Height(outer), formHeight), SWP_NOMOVE);
     }
 }
 

@@ -100,7 +100,9 @@ void TKxCustomPrintDialog::TakeOver() {
 }
 
 void TKxCustomPrintDialog::DoClose() {
-    FParams.DisconnectForms();
+    if (!UndockForms()) {
+        return;
+    }
     // Deliberate: the window keeps our procedure to its last message, where one would expect that it is given back.
     Application().HideHint();
     FDlgHandle = nullptr;
@@ -149,14 +151,14 @@ void TKxCustomPrintDialog::FireHook(TMessage& message) {
 }
 
 bool TKxCustomPrintDialog::AllowsPrinter() {
-    const std::weak_ptr<const void> alive = Alive();
+    const TAlive alive(*this);
     // An exception is no consent.
     const bool allow = Guarded(false, [this] {
         bool proceed = true;
         FOnChangingPrn(this, proceed);
         return proceed;
     });
-    if (alive.expired()) {
+    if (!alive) {
         return false;
     }
     if (allow) {
@@ -167,7 +169,9 @@ bool TKxCustomPrintDialog::AllowsPrinter() {
     HWND combo = GetDlgItem(Handle(), PrinterCombo);
     const LRESULT index =
         SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(FPrnDev.c_str()));
-    SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    if (index >= 0) { // a printer that was removed meanwhile is not there to be shown
+        SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    }
     return false;
 }
 

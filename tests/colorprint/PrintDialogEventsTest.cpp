@@ -67,6 +67,24 @@ TEST_F(PrintDialog, ARefusedPrinterLeavesTheOneBefore) {
     EXPECT_EQ(dialog.Printer().Device(), Printers[0]);
 }
 
+TEST_F(PrintDialog, ARefusalOnceThePrinterBeforeIsGoneDoesNotEmptyTheBox) {
+    auto& dialog = NewDialog();
+    int asked = 0;
+    dialog.SetOnPrinterChanging([&](TObject*, bool& allow) {
+        ++asked;
+        HWND combo = GetDlgItem(dialog.Handle(), PrinterCombo);
+        const LRESULT before = SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                            reinterpret_cast<LPARAM>(Printers[0].c_str()));
+        SendMessageA(combo, CB_DELETESTRING, static_cast<WPARAM>(before), 0);
+        allow = false;
+    });
+    std::vector<TStep> steps = TypeOtherPrinter(dialog);
+    steps.push_back({"it has been asked", [&] { return asked == 1; },
+                     [&] { EXPECT_EQ(ItemText(dialog, PrinterCombo), Printers[1]); }});
+    steps.push_back(ClickItem(dialog, IDCANCEL));
+    RunDialog(dialog, std::move(steps));
+}
+
 TEST_F(PrintDialog, AQueryForAPrinterThatFailsIsNoConsent) {
     auto& dialog = NewDialog();
     dialog.SetOnPrinterChanging([](TObject*, bool&) { throw std::runtime_error("changing"); });
