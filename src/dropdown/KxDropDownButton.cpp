@@ -27,8 +27,7 @@ const TClass& TKxBitBtn::StaticClass() {
 }
 
 TKxBitBtn::TKxBitBtn(TComponent* owner)
-    : TButton(owner), FCanvas(std::make_unique<TCanvas>()), FGlyph(std::make_unique<TButtonGlyph>()),
-      FSelf(std::make_shared<TKxBitBtn*>(this)) {
+    : TButton(owner), FCanvas(std::make_unique<TCanvas>()), FGlyph(std::make_unique<TButtonGlyph>()) {
     FGlyph->SetOnChange([this](TObject*) { Repaint(); });
     TControlStyle style = ControlStyle();
     SetControlStyle(style.Include(csReflector));
@@ -39,7 +38,7 @@ TKxBitBtn::TKxBitBtn(TComponent* owner)
 
 TKxBitBtn::~TKxBitBtn() {
     Destroying();
-    *FSelf = nullptr;
+    EndLife();
     ReturnHandlers();
     FGlyph->SetOnChange({});
 }
@@ -116,9 +115,9 @@ void TKxBitBtn::BorrowHandlers() {
     for (int i = 0; i < FMenu->Items().Count(); ++i) {
         TMenuItem* const item = FMenu->Items()[i];
         const TNotifyEvent own = item->OnClick();
-        const TNotifyEvent borrowed = [self = FSelf, own](TObject* sender) {
+        const TNotifyEvent borrowed = [this, alive = TAlive(*this), own](TObject* sender) {
             // Another button may have borrowed the item too, and give it back when this one has gone.
-            *self ? (*self)->DoClickDropDownMenuItem(sender) : own(sender);
+            alive ? DoClickDropDownMenuItem(sender) : own(sender);
         };
         item->SetOnClick(borrowed);
         FHandlers.push_back({item, own, borrowed});
@@ -150,7 +149,7 @@ void TKxBitBtn::DoClickDropDownMenuItem(TObject* sender) {
         std::find_if(FHandlers.begin(), FHandlers.end(), [sender](const auto& h) { return h.Item == sender; });
     const TNotifyEvent own = found == FHandlers.end() ? TNotifyEvent() : found->Own;
     ReleaseCapture();
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (HandleAllocated()) {
         SendMessageA(WindowHandle(), WM_LBUTTONUP, 0, 0);
     }
@@ -177,9 +176,7 @@ void TKxBitBtn::WndProc(TMessage& message) {
         return;
     case WM_KILLFOCUS: WMKillFocus(message); return;
     case WM_LBUTTONUP: {
-        const TAliveGuard alive(*this);
-        TButton::WndProc(message);
-        if (alive) {
+        if (Outlives(*this, [&] { TButton::WndProc(message); })) {
             Repaint();
         }
         return;
@@ -189,7 +186,7 @@ void TKxBitBtn::WndProc(TMessage& message) {
 }
 
 void TKxBitBtn::WMLButtonClk(TMessage& message) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     const bool onArrow = message.Pos().X > Width() - Glyph().Width() - 2 * FSpacing;
     if (onArrow && FPressingDropDown) {
         // Deliberate: the arrow stays pressed when its menu has closed, so that this press opens no menu, where one
@@ -213,8 +210,9 @@ void TKxBitBtn::WMLButtonClk(TMessage& message) {
     }
     if (!onArrow) {
         FPressingDropDown = false;
-    } else if (FMenu && GetKeyState(VK_LBUTTON) >= 0) {
-        // The menu saw the button go up: nothing else would end the press.
+    } else if (!FMenu || GetKeyState(VK_LBUTTON) >= 0) {
+        // Without a menu the press changes the looks and nothing else: where the mouse goes up is no click. With one,
+        // the menu saw the mouse go up, and nothing else would end the press.
         ReleaseCapture();
     }
     if (alive) {
@@ -223,9 +221,7 @@ void TKxBitBtn::WMLButtonClk(TMessage& message) {
 }
 
 void TKxBitBtn::WMKillFocus(TMessage& message) {
-    const TAliveGuard alive(*this);
-    TButton::WndProc(message);
-    if (alive) {
+    if (Outlives(*this, [&] { TButton::WndProc(message); })) {
         FPressingDropDown = false;
         Repaint();
     }
@@ -242,9 +238,7 @@ void TKxBitBtn::EnabledChanged() {
 }
 
 void TKxBitBtn::MouseLeave() {
-    const TAliveGuard alive(*this);
-    TButton::MouseLeave();
-    if (alive) {
+    if (Outlives(*this, [this] { TButton::MouseLeave(); })) {
         Repaint();
     }
 }
@@ -282,6 +276,9 @@ private:
 } // namespace
 
 /// Draws the raised frame, and flat the part that is pressed. `face` is what lies inside the frame.
+///
+/// Departure: of a pressed button the pressed part alone would have to be drawn. The other part would then show what
+/// was painted before, or nothing when the system has erased it; with the frame below it shows the same in both cases.
 void TKxBitBtn::DrawFrame(TRect& face, bool isDown, bool isDisabled) {
     RECT frame = ToRECT(face);
     DrawFrameControl(FCanvas->Handle(), &frame, DFC_BUTTON,
@@ -317,8 +314,8 @@ void TKxBitBtn::DrawItem(const DRAWITEMSTRUCT& item) {
     }
     DrawFrame(face, isDown, (item.itemState & ODS_DISABLED) != 0);
     if (FIsFocused || isDown || FPressingDropDown) {
-        // Caption and arrow stay where they are, whichever part is pressed: laid out in that part alone, the caption
-        // would be drawn over the arrow.
+        // Departure: not for a focused button alone. The menu opens before the button gets the focus, and laid out in
+        // the pressed part the caption would be drawn over the arrow.
         face = Inside(ClientRect(), 1);
     }
     FCanvas->SetFont(Font());

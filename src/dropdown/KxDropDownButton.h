@@ -25,8 +25,8 @@ enum TBitBtnKind : uint8_t {
     bkAll
 };
 
-/// A push button with an arrow at its right edge. A press on the arrow opens a menu below the button, a press on the
-/// rest is that of an ordinary button.
+/// A push button with an arrow at its right edge. A press on the arrow opens a menu below the button, and without a
+/// menu only changes how the arrow looks; a press on the rest is that of an ordinary button.
 class TKxBitBtn : public TButton {
     KX_CLASS()
 
@@ -108,8 +108,6 @@ private:
     TPopupMenu* FMenu = nullptr;
     int32_t FSelectedMenuItemIndex = -1;
     std::vector<THandler> FHandlers;
-    /// What the borrowed handlers know of the button; null once it has gone.
-    std::shared_ptr<TKxBitBtn*> FSelf;
     [[maybe_unused]] bool FCancelNextClickEvent = false; ///< Deliberate: kept and not used.
 };
 

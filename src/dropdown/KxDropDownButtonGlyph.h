@@ -42,8 +42,8 @@ private:
     std::vector<std::unique_ptr<TGlyphList>> FGlyphLists;
 };
 
-/// Made by the first glyph of the thread, freed by the last one that leaves it empty; null meanwhile. Dialogs may run in
-/// threads of their own, with buttons of their own.
+/// Made by the first glyph of the thread, freed by the last one that leaves it empty; null meanwhile. Dialogs may run
+/// in threads of their own, with buttons of their own.
 extern thread_local TGlyphCache* GlyphCache;
 
 /// Where a button's arrow and caption go.

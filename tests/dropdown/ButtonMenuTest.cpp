@@ -81,6 +81,20 @@ TEST_F(BitBtn, TheSecondPressOnTheArrowClosesItsState) {
     EXPECT_EQ(Clicks, 0);
 }
 
+TEST_F(BitBtn, APressOnTheArrowWithoutAMenuOnlyChangesItsLooks) {
+    Show();
+    for (const bool pressed : {true, false}) {
+        ClickAt(At(92));
+        ASSERT_TRUE(PumpUntil([&] { return MouseInputTaken() && Button->PressingDropDown() == pressed; }));
+        Settle();
+        EXPECT_EQ(Clicks, 0);
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_FALSE(SendMessageA(Button->Handle(), BM_GETSTATE, 0, 0) & BST_PUSHED);
+    }
+    ClickAt(At(40));
+    ASSERT_TRUE(PumpUntil([&] { return Clicks == 1; })) << "the body is pressed as ever";
+}
+
 TEST_F(BitBtn, TheKeyboardAndItsDefaultClickIt) {
     Show();
     Button->SetFocus();
