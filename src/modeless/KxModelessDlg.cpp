@@ -142,7 +142,7 @@ const TClass& TKxModelessDialog::StaticClass() {
 TKxModelessDialog::TKxModelessDialog(TComponent* owner) : TComponent(owner) {}
 
 TKxModelessDialog::~TKxModelessDialog() {
-    FAlive.reset();
+    EndLife();
     Guarded([this] {
         TThread::Synchronize([this] {
             if (!Closed()) {
@@ -194,8 +194,9 @@ void TKxModelessDialog::Show() {
     if (!Closed()) {
         if (const ICommonDialog* const dialog = FThread->Dialog()) {
             BringWindowToTop(dialog->GetCommonDialogHandle());
-            // Wine does not raise a window of another thread in every case that Windows does.
-            SetForegroundWindow(dialog->GetCommonDialogHandle());
+            if (System().Wine) { // which does not raise a window of another thread in every case that Windows does
+                SetForegroundWindow(dialog->GetCommonDialogHandle());
+            }
         }
         return;
     }
@@ -211,10 +212,8 @@ void TKxModelessDialog::Show() {
 void TKxModelessDialog::Close() {}
 
 void TKxModelessDialog::DoDialogClosed(TObject* sender) {
-    const std::weak_ptr<const void> alive = FAlive;
     FResult = static_cast<TKxModelessThread*>(sender)->DialogResult();
-    Guarded([this] { FOnClosed(this, FResult); });
-    if (!alive.expired() && FThread == sender) {
+    if (Outlives(*this, [this] { Guarded([this] { FOnClosed(this, FResult); }); }) && FThread == sender) {
         FThread = nullptr;
     }
 }

@@ -109,8 +109,7 @@ private:
     TComponent* FComponent = nullptr; ///< The dialog.
     TKxDialogClosedEvent FOnClosed;
     bool FResult = false;
-    TKxModelessThread* FThread = nullptr;                          ///< Frees itself.
-    std::shared_ptr<const void> FAlive = std::make_shared<char>(); ///< Handlers may free this.
+    TKxModelessThread* FThread = nullptr; ///< Frees itself.
 };
 
 } // namespace kx
