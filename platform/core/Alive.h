@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <type_traits>
 #include <utility>
 
 namespace kx {
@@ -79,5 +80,28 @@ template <class T, class F> [[nodiscard]] bool Outlives(const T& object, F&& for
     std::forward<F>(foreign)();
     return static_cast<bool>(alive);
 }
+
+/// Gives a field of an object another value for the length of a scope, however the scope is left. When the object has
+/// gone meanwhile, nothing is written.
+///
+///     const TFieldScope aligning(*this, FAligning, true);
+template <class V> class [[nodiscard]] TFieldScope {
+public:
+    template <class T>
+    TFieldScope(const T& object, V& field, std::type_identity_t<V> value)
+        : FAlive(object), FField(field), FBefore(std::exchange(field, std::move(value))) {}
+    TFieldScope(const TFieldScope&) = delete;
+    TFieldScope& operator=(const TFieldScope&) = delete;
+    ~TFieldScope() {
+        if (FAlive) {
+            FField = std::move(FBefore);
+        }
+    }
+
+private:
+    const TAlive FAlive;
+    V& FField;
+    V FBefore;
+};
 
 } // namespace kx

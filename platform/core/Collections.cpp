@@ -1,5 +1,7 @@
 #include "core/Collections.h"
 
+#include "core/Barrier.h"
+
 #include <algorithm>
 
 namespace kx {
@@ -13,7 +15,9 @@ const TClass& TCollectionItem::StaticClass() {
 
 TCollectionItem::TCollectionItem(TCollection* collection) { SetCollection(collection); }
 
-TCollectionItem::~TCollectionItem() { SetCollection(nullptr); }
+TCollectionItem::~TCollectionItem() {
+    Guarded([this] { SetCollection(nullptr); }); // the collection tells others
+}
 
 void TCollectionItem::SetCollection(TCollection* value) {
     if (FCollection == value) {

@@ -57,7 +57,7 @@ TComponent::~TComponent() {
     while (!FFreeNotifies.empty()) {
         TComponent* const listener = FFreeNotifies.back();
         RemoveFreeNotification(listener);
-        listener->Notification(this, opRemove);
+        Guarded([&] { listener->Notification(this, opRemove); });
     }
     DestroyComponents();
     if (FOwner) {
@@ -68,13 +68,25 @@ TComponent::~TComponent() {
 
 void TComponent::BeforeDestruction() { Destroying(); }
 
+void TComponent::Free() {
+    if (!FGoing) {
+        FGoing = true;
+        TPersistent::Free();
+    }
+}
+
 void TComponent::Destroying() {
+    FGoing = true;
+    MarkDestroying();
+}
+
+void TComponent::MarkDestroying() {
     if (IsDestroying()) {
         return;
     }
     FState.Include(csDestroying);
     for (TComponent* child : FComponents) {
-        child->Destroying();
+        child->MarkDestroying();
     }
 }
 
@@ -120,14 +132,21 @@ void TComponent::RemoveComponent(TComponent* component) {
     if (component->FOwner != this) {
         return;
     }
-    Notification(component, opRemove);
-    component->SetReference(false);
-    Remove(component);
+    component->CallOut([&] { Notification(component, opRemove); });
+    if (component->FOwner == this) { // else it has been taken out meanwhile
+        component->SetReference(false);
+        Remove(component);
+    }
 }
 
 void TComponent::DestroyComponents() {
     while (!FComponents.empty()) {
-        FComponents.back()->Free(); // takes itself off the list
+        TComponent* const component = FComponents.back();
+        if (component->FGoing) {
+            RemoveComponent(component); // its destruction goes on without its owner
+        } else {
+            component->Free(); // takes itself off the list
+        }
     }
 }
 

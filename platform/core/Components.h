@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Alive.h"
+#include "core/Barrier.h"
 #include "core/TypInfo.h"
 
 #include <memory>
@@ -61,6 +62,9 @@ class TComponent : public TPersistent {
     ~TComponent() override;
 
     void BeforeDestruction() override;
+    /// Does nothing while the component is being destroyed already, by whomever: a handler that runs meanwhile may free
+    /// it again, or its owner.
+    void Free() override;
 
     /// Marks the component and everything that it owns as going. Destructors of descendants call it first, so that
     /// whoever looks at a half-destroyed component can tell.
@@ -125,6 +129,17 @@ protected:
     virtual void ValidateRename(TComponent* component, const std::string& currentName, const std::string& newName);
     void ChangeName(const std::string& value);
     void EndLife() noexcept { FLife.End(); } ///< From now on the component counts as gone.
+    /// Its own destruction is under way, not only that of its owner.
+    bool IsGoing() const { return FGoing; }
+    /// Runs what may run foreign code. Out of a component that is being destroyed nothing may be thrown: there it is
+    /// reported.
+    template <class F> void CallOut(F&& foreign) {
+        if (FGoing) {
+            Guarded(std::forward<F>(foreign));
+        } else {
+            std::forward<F>(foreign)();
+        }
+    }
     void SetState(TComponentStateFlag flag, bool on) { on ? FState.Include(flag) : FState.Exclude(flag); }
 
     /// Binds the owner's published field of this component's name to it, or unbinds it.
@@ -134,6 +149,7 @@ private:
     friend class TReader;
     friend class TWriter;
 
+    void MarkDestroying();
     void Insert(TComponent* component);
     void Remove(TComponent* component);
     void Unindex(TComponent* component);
@@ -143,6 +159,7 @@ private:
     std::string FName;
     intptr_t FTag = 0;
     TComponentState FState;
+    bool FGoing = false;
     std::vector<TComponent*> FComponents;
     std::unordered_map<std::string, TComponent*> FByName; ///< Keys in upper case.
     std::vector<TComponent*> FFreeNotifies;

@@ -37,11 +37,7 @@ TReader::TSession*& TReader::TSession::CurrentSession() {
 void TReader::TSession::Discard(size_t mark) {
     for (size_t i = Created.Size(); i-- > mark;) {
         if (TComponent* component = Created.At(i)) {
-            try {
-                component->Free();
-            } catch (const std::exception&) {
-                // The error that led here is the one to tell.
-            }
+            component->Free();
         }
     }
     Created.Truncate(mark);

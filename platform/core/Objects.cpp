@@ -1,5 +1,6 @@
 #include "core/Objects.h"
 
+#include "core/Barrier.h"
 #include "core/TypInfo.h"
 
 #include <algorithm>
@@ -12,6 +13,11 @@ TClass::~TClass() = default;
 const TClass& TObject::StaticClass() {
     static const TClass& cls = *new TClass("TObject", nullptr); // never freed, as those of all other classes
     return cls;
+}
+
+void TObject::Free() {
+    Guarded([this] { BeforeDestruction(); });
+    delete this;
 }
 
 const std::string& TObject::ClassName() const { return ClassType().Name(); }

@@ -33,11 +33,9 @@ public:
     /// Runs on the whole object, before its first destructor, when it is freed by `Free`.
     virtual void BeforeDestruction() {}
 
-    /// Destroys a heap object; the way in which owners free what they own.
-    void Free() {
-        BeforeDestruction();
-        delete this;
-    }
+    /// Destroys a heap object; the way in which owners free what they own. Nothing can stop it: what
+    /// `BeforeDestruction` throws is reported.
+    virtual void Free();
 };
 
 /// Declares a class's identity; stands first in the class body and leaves the access at `public`.

@@ -102,7 +102,7 @@ void TSpeedButton::MouseMove(TShiftState shift, int x, int y) {
 }
 
 void TSpeedButton::MouseUp(TMouseButton button, TShiftState shift, int x, int y) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (button == mbLeft && std::exchange(FHeld, false)) {
         const RECT client = ToRECT(ClientRect());
         Change(FPressed, false);

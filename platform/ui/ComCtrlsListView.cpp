@@ -448,7 +448,7 @@ void TListView::ItemChanged(const NMLISTVIEW& info) {
         return;
     }
     TListItem* const item = &FItems[info.iItem];
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (info.uChanged & LVIF_STATE) {
         Change(item, ctState);
         const UINT changed = info.uNewState ^ info.uOldState;

@@ -1,4 +1,4 @@
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/ComCtrlsToolBar.h"
 
 #include <algorithm>

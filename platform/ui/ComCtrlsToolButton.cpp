@@ -210,7 +210,7 @@ void TToolButton::WndProc(TMessage& message) {
 void TToolButton::SetPressed(bool value) { SetField(FPressed, value); }
 
 void TToolButton::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (button == mbLeft && !IsSeparator() && FToolBar) {
         const bool onArrow = FStyle == tbsDropDown && x >= FToolBar->ButtonExtent().X;
         SetPressed(true);
@@ -238,7 +238,7 @@ void TToolButton::MouseMove(TShiftState shift, int x, int y) {
 }
 
 void TToolButton::MouseUp(TMouseButton button, TShiftState shift, int x, int y) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (button == mbLeft && std::exchange(FHeld, false)) {
         const RECT client = ToRECT(ClientRect());
         SetPressed(false);
@@ -276,7 +276,7 @@ void TToolButton::Clicked() {
 }
 
 void TToolButton::Click() {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     TGraphicControl::Click();
     if (alive && FMenuItem && !OnClick()) {
         FMenuItem->Click();

@@ -8,16 +8,6 @@
 
 namespace kx {
 
-// --- TAliveGuard
-
-TAliveGuard::TAliveGuard(TControl& control) : FControl(&control), FNext(control.FGuards) { control.FGuards = this; }
-
-TAliveGuard::~TAliveGuard() {
-    if (FControl) {
-        FControl->FGuards = FNext; // guards live on the stack: the last one goes first
-    }
-}
-
 // --- TSizeConstraints
 
 const TClass& TSizeConstraints::StaticClass() {
@@ -128,9 +118,6 @@ TControl::~TControl() {
     }
     if (TApplication* const application = TApplication::Existing()) {
         application->ControlGone(*this);
-    }
-    for (TAliveGuard* guard = FGuards; guard; guard = guard->FNext) {
-        guard->FControl = nullptr;
     }
 }
 

@@ -18,21 +18,6 @@ class TPopupMenu;
 class TWinControl;
 class TCustomForm;
 
-/// Tells, after calls that may have freed a control, whether it still lives. Lives on the stack.
-class TAliveGuard {
-public:
-    explicit TAliveGuard(TControl& control);
-    TAliveGuard(const TAliveGuard&) = delete;
-    TAliveGuard& operator=(const TAliveGuard&) = delete;
-    ~TAliveGuard();
-    explicit operator bool() const { return FControl != nullptr; }
-
-private:
-    friend class TControl;
-    TControl* FControl;
-    TAliveGuard* FNext;
-};
-
 /// Least and greatest size of a control, in pixels; 0: no limit.
 class TSizeConstraints : public TPersistent {
     KX_CLASS()
@@ -236,7 +221,6 @@ class TControl : public TComponent {
     void Loaded() override;
 
 protected:
-    friend class TAliveGuard;
     friend class TWinControl;
     friend class TCustomForm;
     friend class TSizeConstraints;
@@ -299,7 +283,6 @@ private:
     int FWidth = 0;
     int FHeight = 0;
     TWinControl* FParent = nullptr;
-    TAliveGuard* FGuards = nullptr;
     TControlStyle FControlStyle{csCaptureMouse, csClickEvents, csDoubleClicks, csSetCaption};
     TAlign FAlign = alNone;
     TAnchors FAnchors{akLeft, akTop};

@@ -1,6 +1,6 @@
 #include "ui/ControlsDrag.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/Forms.h"
 #include "ui/Handles.h"
 #include "ui/PerThread.h"
@@ -197,8 +197,7 @@ void TDragSession::DragTo(const TPoint& mouse) {
     TDragState state = dsDragMove;
     if (target != FTarget) {
         state = dsDragEnter;
-        const std::optional<TAliveGuard> alive =
-            target ? std::optional<TAliveGuard>(std::in_place, *target) : std::nullopt;
+        const std::optional<TAlive> alive = target ? std::optional<TAlive>(std::in_place, *target) : std::nullopt;
         if (TControl* const old = std::exchange(FTarget, nullptr)) {
             FAccepted = false;
             Over(*old, dsDragLeave);
@@ -234,8 +233,8 @@ void TDragSession::Finish(bool drop) {
     TControl* const over = FTarget;
     const bool dropped = drop && FAccepted;
     const TPoint at = dropped ? LocalPoint(*over, FMouse) : TPoint{};
-    const TAliveGuard sourceAlive(*source);
-    std::optional<TAliveGuard> overAlive;
+    const TAlive sourceAlive(*source);
+    std::optional<TAlive> overAlive;
     if (over) {
         overAlive.emplace(*over);
     }

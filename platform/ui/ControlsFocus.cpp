@@ -109,7 +109,7 @@ void TWinControl::SetFocus() {
 }
 
 void TWinControl::FocusReceived(TMessage& message) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     DefaultHandler(message);
     if (alive) {
         FocusGained();
@@ -134,13 +134,13 @@ void TWinControl::DoExit() { FOnExit(this); }
 // --- Keys
 
 bool TWinControl::KeyHandler(TMessage& message) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     Application().HideHint();
     TCustomForm* const form = GetParentForm(this);
     TWinControl* const preview = form && form != this && form->KeyPreview() ? form : nullptr;
     // Offers a key to the form first, then to the control. True: used up, or the control is gone.
     const auto offer = [&](auto& key, auto member) {
-        const TAliveGuard formAlive(preview ? static_cast<TControl&>(*preview) : *this);
+        const TAlive formAlive(preview ? *preview : *this);
         if (preview) {
             (preview->*member)(key);
         }

@@ -160,7 +160,7 @@ TControl* TWinControl::MouseTarget(const TMessage& message) const {
 bool TWinControl::GraphicMouseMessage(TMessage& message) {
     TControl* const target = HasGraphicControls() ? MouseTarget(message) : nullptr;
     if (message.Msg == WM_MOUSEMOVE) {
-        const TAliveGuard alive(*this);
+        const TAlive alive(*this);
         MouseOver(target, message);
         if (!alive || (target && std::find(FControls.begin(), FControls.end(), target) == FControls.end())) {
             return true;
@@ -182,7 +182,7 @@ bool TWinControl::GraphicMouseMessage(TMessage& message) {
 }
 
 void TWinControl::MouseOver(TControl* graphic, const TMessage& message) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (!FIsMouseIn) {
         TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, FHandle, 0};
         FIsMouseIn = TrackMouseEvent(&track);
@@ -205,7 +205,7 @@ void TWinControl::MouseOver(TControl* graphic, const TMessage& message) {
 
 void TWinControl::MouseGone() {
     FIsMouseIn = false;
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (TControl* const old = std::exchange(FMouseControl, nullptr)) {
         old->MouseLeave();
     }

@@ -49,7 +49,7 @@ void TControl::DefaultHandler(TMessage&) {}
 void TControl::MouseMessage(TMessage& message) {
     switch (message.Msg) {
     case WM_MOUSEMOVE: {
-        const TAliveGuard alive(*this);
+        const TAlive alive(*this);
         DefaultHandler(message);
         if (alive && !detail::TDragSession::MouseMoved(message.WParam)) {
             MouseMove(KeysToShiftState(message.WParam), message.Pos().X, message.Pos().Y);
@@ -70,7 +70,7 @@ void TControl::MouseMessage(TMessage& message) {
 }
 
 void TControl::ButtonDown(TMessage& message, TMouseButton button, bool isDouble) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     DefaultHandler(message);
     if (!alive) {
         return;
@@ -99,7 +99,7 @@ void TControl::ButtonDown(TMessage& message, TMouseButton button, bool isDouble)
 }
 
 void TControl::ButtonUp(TMessage& message, TMouseButton button) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     DefaultHandler(message);
     if (!alive) {
         return;
@@ -122,7 +122,7 @@ void TControl::ButtonUp(TMessage& message, TMouseButton button) {
 
 void TControl::ContextMenu(TMessage& message) {
     const bool byKeyboard = message.LParam == -1;
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     bool handled = false;
     DoContextPopup(byKeyboard ? TPoint{-1, -1} : ScreenToClient(message.Pos()), handled);
     if (!alive) {

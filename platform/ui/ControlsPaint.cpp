@@ -145,7 +145,7 @@ bool TWinControl::HasFrame() const {
 
 void TWinControl::PaintHandler(TMessage& message) {
     if (FSystemClass && !NeedsBuffer()) {
-        const TAliveGuard alive(*this);
+        const TAlive alive(*this);
         DefaultHandler(message);
         if (alive && FHandle && HasGraphicControls()) {
             const TWindowDC dc(FHandle);

@@ -161,7 +161,7 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
     width = std::max(width, 0);
     height = std::max(height, 0);
     if (BoundsRect() != TRect{left, top, left + width, top + height}) {
-        const TAliveGuard alive(*this);
+        const TAlive alive(*this);
         // In a window that is not the framework's the erasing waits for the painting: else each of the forms docked
         // there would have all of it erased that the ones before have uncovered.
         SetWindowPos(FHandle, nullptr, left, top, width, height,
@@ -174,7 +174,7 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
 }
 
 void TWinControl::WindowPosChanged(TMessage& message) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     const auto& pos = message.LParamAs<WINDOWPOS>();
     DefaultHandler(message);
     if (!alive || !FHandle || IsIconic(FHandle)) {
@@ -211,7 +211,7 @@ void TWinControl::AlignControls() {
         return;
     }
     FAligning = true;
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     TRect rest = ClientRect();
     const TRect client = rest;
     AdjustClientRect(rest);
@@ -248,7 +248,7 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
         default: return false;
         }
     });
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     for (TControl* control : list) {
         if (!alive || std::find(FControls.begin(), FControls.end(), control) == FControls.end()) {
             continue; // gone meanwhile

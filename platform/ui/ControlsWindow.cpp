@@ -1,4 +1,4 @@
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/Controls.h"
 #include "ui/Forms.h"
 
@@ -226,7 +226,7 @@ LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wPara
             return m.Result;
         });
     }
-    const TAliveGuard alive(*control);
+    const TAlive alive(*control);
     Guarded([&] { control->WndProc(m); });
     if (alive) {
         control->WindowDestroyed();

@@ -89,7 +89,7 @@ void TCustomForm::AfterConstruction() {
         return;
     }
     FCreated = true;
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     Guarded([this] { DoCreate(); });
     if (alive && FVisibleWanted) {
         SetVisible(true);
@@ -164,7 +164,7 @@ void TCustomForm::Close() {
         FModalResult = mrCancel;
         return;
     }
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (!CloseQuery() || !alive) {
         return;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/Controls.h"
 
 #include <atomic>

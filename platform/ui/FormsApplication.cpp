@@ -1,7 +1,7 @@
 #include "ui/Forms.h"
 
+#include "core/Barrier.h"
 #include "core/FormText.h"
-#include "ui/Barrier.h"
 #include "ui/FormsThreads.h"
 
 #include <algorithm>
@@ -38,6 +38,12 @@ void InstallCodePage() {
     SetFormTextCodec([](std::string_view utf8) { return Convert(utf8, CP_UTF8, CP_ACP); },
                      [](std::string_view ansi) { return Convert(ansi, CP_ACP, CP_UTF8); });
 }
+
+/// From the start of the program on: an exception may come to a callback before the application's first use.
+const bool SinkInstalled = [] {
+    SetExceptionSink([] { Application().HandleException(nullptr); });
+    return true;
+}();
 
 } // namespace
 

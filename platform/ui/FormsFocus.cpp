@@ -66,10 +66,10 @@ void TCustomForm::ControlFocused(TWinControl& control) {
         return;
     }
     // Containers are left and entered with the controls inside them.
-    const TAliveGuard alive(*this);
-    const TAliveGuard controlAlive(control);
+    const TAlive alive(*this);
+    const TAlive controlAlive(control);
     for (TWinControl* c = old; c && c != this && !c->ContainsControl(&control);) {
-        const TAliveGuard cAlive(*c);
+        const TAlive cAlive(*c);
         c->DoExit();
         if (!alive || !controlAlive || FFocusedControl != &control) {
             return; // the handler moved the focus on

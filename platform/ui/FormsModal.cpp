@@ -50,7 +50,7 @@ TModalResult TCustomForm::ShowModal() {
     if (const HWND capture = GetCapture()) {
         SendMessageA(capture, WM_CANCELMODE, 0, 0);
     }
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     AfterConstruction();
     if (!alive) {
         return mrCancel;
@@ -110,7 +110,7 @@ TModalResult TCustomForm::ShowModal() {
 
 /// A modal result was set: the form's handlers have a say in it.
 void TCustomForm::CloseModal() {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     bool stays = true; // also when a handler fails
     Guarded([&] {
         if (!CloseQuery() || !alive) {

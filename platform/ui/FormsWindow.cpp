@@ -216,7 +216,7 @@ void TCustomForm::PlaceFirst() {
 }
 
 void TCustomForm::Show() {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     SetVisible(true);
     if (alive) {
         BringToFront();
@@ -232,7 +232,7 @@ void TCustomForm::SetVisible(bool value) {
     if (Visible() == value) {
         return;
     }
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (value) {
         AfterConstruction();
     }
@@ -242,7 +242,7 @@ void TCustomForm::SetVisible(bool value) {
 }
 
 void TCustomForm::VisibleChanged() {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (Visible()) {
         FShowing = true;
         HandleNeeded();
@@ -379,7 +379,7 @@ void TCustomForm::Activated(bool active) {
         return;
     }
     FIsActive = active;
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (active) {
         if (FOnScreen) {
             Screen().FActiveForm = this;

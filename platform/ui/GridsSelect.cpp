@@ -188,7 +188,7 @@ bool TDrawGrid::MoveTo(int col, int row, bool extend) {
     extend = extend && FOptions.Contains(goRangeSelect);
     const bool moves = col != FColumns.Current || row != FRows.Current;
     if (moves) {
-        const TAliveGuard alive(*this);
+        const TAlive alive(*this);
         if (!SelectCell(col, row) || !alive || col >= FColumns.Count || row >= FRows.Count) {
             return false;
         }
@@ -247,7 +247,7 @@ void TDrawGrid::DoExit() {
 }
 
 void TDrawGrid::KeyDown(uint16_t& key, TShiftState shift) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     TCustomControl::KeyDown(key, shift);
     if (!alive || key == 0 || FColumns.Count == 0 || FRows.Count == 0 || shift.Contains(ssAlt)) {
         return;
@@ -285,7 +285,7 @@ void TDrawGrid::KeyDown(uint16_t& key, TShiftState shift) {
 }
 
 void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (button == mbLeft) {
         if (CanFocus()) {
             SetFocus();
@@ -306,7 +306,7 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
 }
 
 void TDrawGrid::MouseMove(TShiftState shift, int x, int y) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (FSelecting && shift.Contains(ssLeft)) {
         // Beside the cells the next one is meant, so that the grid scrolls.
         const auto cell = [this](const TAxis& axis, int at, int shown) {

@@ -203,7 +203,6 @@ class TPopupMenu : public TMenu {
     KX_CLASS()
 
     explicit TPopupMenu(TComponent* owner = nullptr) : TMenu(owner) {}
-    ~TPopupMenu() override;
 
     /// Opens the menu at a point of the screen and returns when it has closed. OnPopup runs before, and may free the
     /// menu.
@@ -235,7 +234,6 @@ private:
     TPopupAlignment FAlignment = paLeft;
     TTrackButton FTrackButton = tbRightButton;
     bool FAutoPopup = true;
-    std::shared_ptr<bool> FAlive = std::make_shared<bool>(true); ///< False once the menu has gone.
     TNotifyEvent FOnPopup;
 };
 

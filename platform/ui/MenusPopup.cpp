@@ -1,4 +1,4 @@
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/Forms.h"
 #include "ui/MenusCommands.h"
 
@@ -241,8 +241,6 @@ const TClass& TPopupMenu::StaticClass() {
     return cls.Class();
 }
 
-TPopupMenu::~TPopupMenu() { *FAlive = false; }
-
 void TPopupMenu::SetPopupComponent(TComponent* value) {
     FPopupComponent = value;
     if (value) {
@@ -264,9 +262,7 @@ void TPopupMenu::DoPopup() {
 
 void TPopupMenu::Popup(int x, int y) {
     FPopupPoint = {x, y};
-    const std::shared_ptr<bool> alive = FAlive;
-    DoPopup();
-    if (!*alive) {
+    if (!Outlives(*this, [this] { DoPopup(); })) {
         return;
     }
     static const UINT alignments[] = {TPM_LEFTALIGN, TPM_RIGHTALIGN, TPM_CENTERALIGN};

@@ -32,7 +32,7 @@ bool TButtonControl::DialogChar(char letter) {
     if (!IsAccel(letter, Text()) || !CanFocus()) {
         return false;
     }
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     SetFocus();
     if (alive && Focused()) {
         Pressed();
@@ -110,7 +110,7 @@ bool TButton::WantsKey(uint16_t key, TShiftState shift) {
 
 void TButton::WndProc(TMessage& message) {
     const bool isReturn = message.Msg == WM_KEYDOWN && message.WParam == VK_RETURN;
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     TButtonControl::WndProc(message);
     if (isReturn && message.WParam == VK_RETURN && alive && WantsKey(VK_RETURN, KeyDataToShiftState())) {
         Click();
@@ -219,7 +219,7 @@ void TRadioButton::ReleaseSiblings() {
 
 /// Arrow keys that move the focus choose as well.
 void TRadioButton::DoEnter() {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     if (!FChecked &&
         (GetKeyState(VK_UP) < 0 || GetKeyState(VK_DOWN) < 0 || GetKeyState(VK_LEFT) < 0 || GetKeyState(VK_RIGHT) < 0)) {
         SetChecked(true);

@@ -315,7 +315,7 @@ void TComboBox::WndProc(TMessage& message) {
 }
 
 void TComboBox::Notified(int code) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     switch (code) {
     case CBN_EDITCHANGE: DoChange(); break;
     case CBN_SELCHANGE:
@@ -351,7 +351,7 @@ void TComboBox::WatchEdit() {
         case WM_SYSKEYUP:
         case WM_CHAR:
         case WM_SYSCHAR: {
-            const TAliveGuard alive(*this);
+            const TAlive alive(*this);
             if (!KeyHandler(message) && alive) {
                 FEdit.CallPrevious(message);
             }

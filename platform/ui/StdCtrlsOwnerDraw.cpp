@@ -1,4 +1,4 @@
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/StdCtrls.h"
 
 #include <algorithm>
@@ -41,7 +41,7 @@ void TComboBox::DrawItemNotification(const DRAWITEMSTRUCT& item) {
             state.Include(flag.Ours);
         }
     }
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     const TRect rect = FromRECT(item.rcItem);
     const bool selected = state.Contains(odSelected);
     TCanvas& canvas = *FCanvas;

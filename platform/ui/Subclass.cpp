@@ -1,6 +1,6 @@
 #include "ui/Subclass.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/Thunk.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #include "ui/Threads.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/Forms.h"
 #include "ui/FormsThreads.h"
 

@@ -1,6 +1,6 @@
 #include "ui/Timers.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 
 #include <mutex>
 #include <unordered_map>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/Barrier.h"
 #include "frame/KxDlgCore.h"
-#include "ui/Barrier.h"
 
 namespace kx {
 

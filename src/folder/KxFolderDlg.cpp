@@ -1,6 +1,6 @@
 #include "folder/KxFolderDlg.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 
 namespace kx {
 

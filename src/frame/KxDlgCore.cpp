@@ -1,6 +1,6 @@
 #include "frame/KxDlgCore.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 
 namespace kx {
 

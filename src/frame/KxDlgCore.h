@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/Barrier.h"
 #include "frame/KxDlgParams.h"
 #include "frame/KxDlgParamsPipeline.h"
-#include "ui/Barrier.h"
 #include "ui/Dialogs.h"
 
 #include <initializer_list>

@@ -1,7 +1,7 @@
 #include "frame/KxDlgParamsPipeline.h"
 
+#include "core/Barrier.h"
 #include "frame/KxDlgParams.h"
-#include "ui/Barrier.h"
 
 namespace kx {
 

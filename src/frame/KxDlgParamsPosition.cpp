@@ -1,6 +1,6 @@
 #include "frame/KxDlgParams.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 
 #include <optional>
 

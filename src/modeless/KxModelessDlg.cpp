@@ -1,6 +1,6 @@
 #include "modeless/KxModelessDlg.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 #include "ui/System.h"
 
 #include <ole2.h>

@@ -1,6 +1,6 @@
 #include "opensave/KxFileDlgCore.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 
 namespace kx {
 

@@ -18,7 +18,7 @@ void TKxOpenExTopFrm::TabControl1Change(TObject*) {
     if (!FDlg) {
         return;
     }
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     FDlg->ShowRecentFiles(TabControl1->TabIndex() != 0);
     if (alive) { // what the application hears of the dialog's messages may have freed it, and with it the form
         FDlg->DoTabChange(*TabControl1);

@@ -1,7 +1,7 @@
 #include "opensave/KxOpenDlg.h"
 
+#include "core/Barrier.h"
 #include "opensave/KxFileDlgPublish.h"
-#include "ui/Barrier.h"
 
 namespace kx {
 

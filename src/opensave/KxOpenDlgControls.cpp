@@ -1,7 +1,7 @@
 #include "opensave/KxOpenDlg.h"
 
+#include "core/Barrier.h"
 #include "dropdown/KxDropDownButton.h"
-#include "ui/Barrier.h"
 
 // What the running dialog shows: its controls, the OK button with a menu, and what stands in the place of its list.
 

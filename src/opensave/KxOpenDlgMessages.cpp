@@ -1,6 +1,6 @@
 #include "opensave/KxOpenDlg.h"
 
-#include "ui/Barrier.h"
+#include "core/Barrier.h"
 
 #include <algorithm>
 

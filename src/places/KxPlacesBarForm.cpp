@@ -114,7 +114,7 @@ void TKxPlacesBarFrm::OpenPath(const std::string& path) {
         return;
     }
     IKxPlacesHost& dialog = *FDialog;
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     dialog.SetSelPath(ExtractFilePath(path));
     if (alive) {
         dialog.SetFNameText(ExtractFileName(path));
@@ -135,8 +135,8 @@ void TKxPlacesBarFrm::Deleteplace1Click(TObject*) {
         return;
     }
     const std::string text = LoadPlacesString(SKxConfirmPlaceDelete) + "\rPlace: " + button->Caption();
-    const TAliveGuard alive(*this);
-    const TAliveGuard buttonAlive(*button);
+    const TAlive alive(*this);
+    const TAlive buttonAlive(*button);
     const int answer = Application().MessageBox(text, "Place bar", MB_YESNO | MB_ICONQUESTION);
     if (answer == IDYES && alive && buttonAlive) {
         FPlaces->Delete(button->Index());
@@ -153,8 +153,8 @@ void TKxPlacesBarFrm::Changeplace1Click(TObject*) {
     auto* const form = NewForm<TKxAddPlaceFrm>(&Application());
     form->SetPlaces(FPlaces);
     form->SetPlace(FPlaces->GetItem(button->Index()));
-    const TAliveGuard alive(*this);
-    const TAliveGuard buttonAlive(*button);
+    const TAlive alive(*this);
+    const TAlive buttonAlive(*button);
     form->InitControls(); // may ask the user
     if (alive && form->ShowModal() == mrOk && alive && buttonAlive) {
         button->ShowPlace(*FPlaces->GetItem(button->Index()));
@@ -195,9 +195,9 @@ void Propose(TKxAddPlaceFrm& form, const std::string& name) {
 
 /// Shows the properties of a new place for each name; those that the user confirms add themselves to the places.
 void TKxPlacesBarFrm::AddDropped(const std::vector<std::string>& names) {
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     auto* const form = NewForm<TKxAddPlaceFrm>(&Application());
-    const TAliveGuard formAlive(*form);
+    const TAlive formAlive(*form);
     const auto release = [&formAlive](TKxAddPlaceFrm* f) {
         if (formAlive) {
             f->Free();
@@ -221,7 +221,7 @@ void TKxPlacesBarFrm::WMDropFiles(TMessage& message) {
     if (!FPlaces) {
         return;
     }
-    const TAliveGuard alive(*this);
+    const TAlive alive(*this);
     std::exception_ptr error; // the bar shows those places that were made, whatever happens to the others
     try {
         // Deliberate: the drop's handle is not released (DragFinish), where one would expect that.
