@@ -52,3 +52,11 @@ if(KX_SANITIZE)
     add_compile_options(-fsanitize=${KX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${KX_SANITIZE})
 endif()
+
+option(KX_GUARD "Let test programs fail for faults that would pass in silence: tests/guard" OFF)
+if(KX_GUARD AND NOT MINGW)
+    message(FATAL_ERROR "KX_GUARD needs MinGW")
+endif()
+if(KX_GUARD AND CMAKE_SYSTEM_PROCESSOR STREQUAL "i686")
+    add_compile_options(-fno-omit-frame-pointer) # by which it finds its way up the stack
+endif()

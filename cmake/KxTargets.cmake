@@ -155,13 +155,13 @@ function(kx_add_program name)
     endif()
 endfunction()
 
-# kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [FILTER filter] [SAME_AS test | SOURCES file...] [LINK library...])
+# kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [NO_SUITES] [FILTER filter] [SAME_AS test | SOURCES file...] [LINK library...])
 #
 # A GoogleTest program. Its suites are tests named preset/label/Suite and carry the label: `ctest -L label`. SOURCES
 # defaults to all of the calling folder; SAME_AS takes what another test program has compiled. FILTER, as GoogleTest has
-# it, leaves out tests that another program runs. KX_TEST_DATA is the folder's data folder, as the program reaches it.
+# it, leaves out tests that another program runs. NO_SUITES: somebody else runs them all. KX_TEST_DATA is the folder's data folder, as the program reaches it.
 function(kx_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE" "LABEL;FILTER;SAME_AS" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE;NO_SUITES" "LABEL;FILTER;SAME_AS" "SOURCES;LINK")
     kx_glob()
     if(arg_SAME_AS)
         set(KX_SOURCES $<TARGET_OBJECTS:${arg_SAME_AS}>)
@@ -180,6 +180,9 @@ function(kx_add_test name)
     if(CMAKE_CROSSCOMPILING)
         set(drive "Z:") # where Wine shows the root of the Linux files
     endif()
+    if(TARGET kx_guard AND NOT arg_PORTABLE) # those run natively, under sanitizers
+        target_link_libraries(${name} PRIVATE kx_guard)
+    endif()
     target_compile_definitions(${name} PRIVATE KX_TEST_DATA="${drive}${CMAKE_CURRENT_SOURCE_DIR}/data")
     if(arg_PORTABLE)
         kx_use_precompiled(${name} kx_portable_test_pch)
@@ -190,6 +193,9 @@ function(kx_add_test name)
     kx_add_forms(${name} ${KX_FORMS})
     if(arg_MANIFEST)
         kx_add_manifest(${name})
+    endif()
+    if(arg_NO_SUITES)
+        return()
     endif()
     # At test time, since the program has to run for it: the first run under Wine makes the prefix, which takes its time.
     set(suites "${CMAKE_CURRENT_BINARY_DIR}/${name}-suites")

@@ -1,5 +1,6 @@
 #include "support/Census.h"
 
+#include "support/HeapCount.h"
 #include "ui/Handles.h"
 
 #include <tlhelp32.h>
@@ -104,6 +105,11 @@ TCensus UserCensus() {
 
 TCensus HeapCensus() {
     TCensus census;
+    if (GuardedHeap) {
+        const THeapCount count = GuardedHeap();
+        census[TCensusKind::HeapBlock] = count.Blocks;
+        census[TCensusKind::HeapByte] = count.Bytes;
+    }
     _HEAPINFO entry = {};
     while (_heapwalk(&entry) == _HEAPOK) {
         if (entry._useflag == _USEDENTRY) {
