@@ -1,6 +1,10 @@
 #include "folder/KxFolderDlg.h"
 
 #include "core/Barrier.h"
+#include "ui/System.h"
+
+#include <cstring>
+#include <shellapi.h>
 
 namespace kx {
 
@@ -73,7 +77,7 @@ void TKxCustomFolderDialog::SetSpecIniFolder(TKxSpecShellFolder value) {
 void TKxCustomFolderDialog::SetOk(bool value) {
     FOK = value;
     FOkGiven = true;
-    Tell(BFFM_ENABLEOK, 0, value ? 1 : 0);
+    TellOk();
 }
 
 void TKxCustomFolderDialog::SetStatus(const std::string& value) {
@@ -87,18 +91,31 @@ void TKxCustomFolderDialog::SetStatus(const std::string& value) {
 void TKxCustomFolderDialog::SetSelFolder(const std::string& value) {
     const std::string path = value;
     FSelFolder = path;
+    if (FInitializing) {
+        FSelectAgain = [this, path] { Tell(BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(path.c_str())); };
+    }
     Tell(BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(path.c_str()));
 }
 
 void TKxCustomFolderDialog::SetSelPidl(LPCITEMIDLIST value) {
     // What was held lives on until the end: `value` may be it.
     const unique_pidl old = std::exchange(FSelPidl, CreatePIDLCopy(value));
+    if (FInitializing) {
+        FSelectAgain = [this, list = std::make_shared<unique_pidl>(ILClone(value))] {
+            Tell(BFFM_SETSELECTIONA, FALSE, reinterpret_cast<LPARAM>(list->get()));
+        };
+    }
     Tell(BFFM_SETSELECTIONA, FALSE, reinterpret_cast<LPARAM>(value));
 }
 
 void TKxCustomFolderDialog::SetSelType(TKxDlgSelectionType value) {
     FSelType = value;
     RefreshSelCtrl();
+}
+
+void TKxCustomFolderDialog::TellOk() const {
+    // Systems differ in which of the two parameters counts.
+    Tell(BFFM_ENABLEOK, FOK ? 1 : 0, FOK ? 1 : 0);
 }
 
 LRESULT TKxCustomFolderDialog::Tell(UINT message, WPARAM wParam, LPARAM lParam) const {
@@ -112,17 +129,19 @@ namespace {
 /// The calling thread is one in which components of the shell may live, as the new style's do.
 class TApartment {
 public:
-    TApartment() : FEntered(SUCCEEDED(OleInitialize(nullptr))) {}
+    TApartment() : FResult(OleInitialize(nullptr)) {}
     TApartment(const TApartment&) = delete;
     TApartment& operator=(const TApartment&) = delete;
     ~TApartment() {
-        if (FEntered) {
+        if (SUCCEEDED(FResult)) {
             OleUninitialize();
         }
     }
+    /// The thread's owner has put it into an apartment of many threads, in which no OLE is to be had.
+    bool IsMultiThreaded() const { return FResult == RPC_E_CHANGED_MODE; }
 
 private:
-    bool FEntered;
+    HRESULT FResult;
 };
 
 /// The text as it fits into a buffer of so many bytes, its end included.
@@ -136,6 +155,19 @@ std::string Fitting(const std::string& text, size_t buffer) {
         end = next;
     }
     return text.substr(0, end);
+}
+
+/// `buffer` is what the browser wrote. A name that does not fit into its MAX_PATH bytes is cut off, or missing.
+std::string DisplayNameOf(LPCITEMIDLIST pidl, const char* buffer) {
+    constexpr size_t longestCharacter = 4;
+    const size_t length = std::strlen(buffer);
+    SHFILEINFOA info{};
+    const bool isWhole = length > 0 && length + longestCharacter < MAX_PATH;
+    if (!isWhole &&
+        SHGetFileInfoA(reinterpret_cast<LPCSTR>(pidl), 0, &info, sizeof info, SHGFI_PIDL | SHGFI_DISPLAYNAME) != 0) {
+        return info.szDisplayName;
+    }
+    return buffer;
 }
 
 unique_pidl SpecialFolderPidl(TKxSpecShellFolder folder) {
@@ -153,7 +185,7 @@ unique_pidl SpecialFolderPidl(TKxSpecShellFolder folder) {
 class TKxCustomFolderDialog::TRun {
 public:
     explicit TRun(TKxCustomFolderDialog& dialog)
-        : FDialog(dialog), FAlive(dialog.Alive()), FOuter(std::exchange(Innermost, this)) {}
+        : FDialog(dialog), FAlive(dialog), FOuter(std::exchange(Innermost, this)) {}
     TRun(const TRun&) = delete;
     TRun& operator=(const TRun&) = delete;
     ~TRun() {
@@ -164,13 +196,13 @@ public:
     }
 
     /// Null when it has been freed meanwhile.
-    TKxCustomFolderDialog* Dialog() const { return FAlive.expired() ? nullptr : &FDialog; }
+    TKxCustomFolderDialog* Dialog() const { return FAlive ? &FDialog : nullptr; }
 
     static thread_local TRun* Innermost;
 
 private:
     TKxCustomFolderDialog& FDialog;
-    std::weak_ptr<const void> FAlive;
+    TAlive FAlive;
     TRun* FOuter;
 };
 
@@ -181,8 +213,25 @@ TKxCustomFolderDialog* TKxCustomFolderDialog::Running() {
 }
 
 bool TKxCustomFolderDialog::Execute() {
-    HWND owner = FParentForm ? FParentForm->Handle() : Application().Handle();
+    HWND owner = BrowserOwner();
     return TaskModalDialog(owner, [this, owner] { return Browse(owner); });
+}
+
+HWND TKxCustomFolderDialog::BrowserOwner() const {
+    HWND owner = nullptr;
+    bool hasShownForm = false;
+    KxWithForms([&] {
+        owner = FParentForm ? FParentForm->Handle() : nullptr;
+        const TCustomForm* const mainForm = Application().MainForm();
+        hasShownForm = mainForm && mainForm->HandleAllocated() && IsWindowVisible(mainForm->WindowHandle());
+    });
+    if (owner) {
+        return owner;
+    }
+    // A window that nobody sees does not keep the browser above the forms: the disabled main form would come in front
+    // of it when the user returns from another program.
+    const bool keepsAbove = IsWindowVisible(Application().Handle()) || !hasShownForm;
+    return keepsAbove ? Application().Handle() : Application().ActiveFormHandle();
 }
 
 bool TKxCustomFolderDialog::Browse(HWND owner) {
@@ -190,13 +239,16 @@ bool TKxCustomFolderDialog::Browse(HWND owner) {
     const TRun run(*this);
     const unique_pidl root = RootPidl();
     const std::string title = Fitting(FTitle, 128);
-    char displayName[MAX_PATH] = "";
+    std::array<char, MAX_PATH + 1> displayName{}; // ends in a zero whatever the system writes
     BROWSEINFOA info{};
     info.hwndOwner = owner;
     info.pidlRoot = root.get();
-    info.pszDisplayName = displayName;
+    info.pszDisplayName = displayName.data();
     info.lpszTitle = title.c_str();
     info.ulFlags = BrowseFlags();
+    if (apartment.IsMultiThreaded() && !System().Wine) {
+        info.ulFlags &= ~static_cast<UINT>(BIF_NEWDIALOGSTYLE); // whose tree needs OLE: its folders would not open
+    }
     info.lpfn = BrowseCallBack;
     info.lParam = reinterpret_cast<LPARAM>(this);
     unique_pidl result(SHBrowseForFolderA(&info));
@@ -208,7 +260,7 @@ bool TKxCustomFolderDialog::Browse(HWND owner) {
         return false;
     }
     FFolder = GetPathFromPIDL(FPidl.get());
-    FDispName = displayName;
+    FDispName = DisplayNameOf(FPidl.get(), displayName.data());
     return true;
 }
 
@@ -232,12 +284,27 @@ unique_pidl TKxCustomFolderDialog::RootPidl() const {
 }
 
 void TKxCustomFolderDialog::EndRun() {
-    ReleaseWindow(); // when the application kept the window's destruction from the dialog
     FSelFolder.clear();
     FSelPidl.reset();
+    FInitializing = false;
+    FSelectAgain = nullptr;
+    ReleaseWindow(); // when the application kept the window's destruction from the dialog
 }
 
 // --- Notifications of the browser
+
+namespace {
+
+/// What the dialog posts to the browser in order to do it once the browser is through with what it is telling.
+enum TLater : WPARAM { ltEnableOk, ltSelectAgain };
+
+/// WParam is a TLater, LParam the number of the selection at the time of posting.
+UINT LaterMessage() {
+    static const UINT message = RegisterWindowMessageA("kx.TKxCustomFolderDialog.Later");
+    return message;
+}
+
+} // namespace
 
 int CALLBACK TKxCustomFolderDialog::BrowseCallBack(HWND window, UINT code, LPARAM param, LPARAM data) noexcept {
     // Deliberate: the dialog is that of the innermost running, where one would expect the one in `data`.
@@ -263,33 +330,55 @@ void TKxCustomFolderDialog::BrowseProc(const TMessage& message) {
 }
 
 void TKxCustomFolderDialog::Initialized() {
-    const auto alive = Alive();
+    const TAlive alive(*this);
+    FInitializing = true;
     AttachHandle(FDlgHandle);
     AttachDialog(FDlgHandle);
     // The application hears of all this and may free the dialog.
     if (!Title().empty()) {
         SetWindowTextA(FDlgHandle, Fitting(Title(), 255).c_str());
     }
-    if (!alive.expired()) {
+    if (alive) {
         FExOptions.IsEmpty() ? DockForms() : FParams.SetIcon2(FDlgHandle);
     }
-    if (!alive.expired()) {
+    if (alive) {
         DialogShown();
     }
-    if (!alive.expired() && !FStatus.empty()) {
+    if (alive && !FStatus.empty()) {
         SetStatus(std::string(FStatus));
+    }
+    if (alive) {
+        FInitializing = false;
+        if (FSelectAgain) {
+            PostMessageA(FDlgHandle, LaterMessage(), ltSelectAgain, FSelection);
+        }
+    }
+}
+
+/// Windows makes a selection that it is told of in BFFM_INITIALIZED, but goes on building the tree afterwards, which
+/// scrolls it out of sight.
+void TKxCustomFolderDialog::SelectAgain() {
+    const std::function<void()> select = std::exchange(FSelectAgain, nullptr);
+    if (!select || !Outlives(*this, select)) {
+        return;
+    }
+    if (HWND tree = FindTree()) {
+        const LRESULT item = SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+        SendMessageA(tree, TVM_ENSUREVISIBLE, 0, item);
     }
 }
 
 void TKxCustomFolderDialog::SelChanged(LPCITEMIDLIST selection) {
+    ++FSelection;
     FSelPidl = CreatePIDLCopy(selection);
     FSelFolder = GetPathFromPIDL(selection);
-    const auto alive = Alive();
     FOkGiven = false;
-    Guarded([this] { DoSelectionChange(); });
-    if (!alive.expired() && FOkGiven && FDlgHandle) {
+    if (!Outlives(*this, [this] { Guarded([this] { DoSelectionChange(); }); })) {
+        return;
+    }
+    if (FOkGiven && FDlgHandle && System().Wine) {
         // Wine enables the button by its own rules behind this notification: what the event said comes after that.
-        PostMessageA(FDlgHandle, BFFM_ENABLEOK, 0, FOK ? 1 : 0);
+        PostMessageA(FDlgHandle, LaterMessage(), ltEnableOk, FSelection);
     }
 }
 
@@ -312,15 +401,15 @@ void TKxCustomFolderDialog::SetCaptions() { FCaptions.SetCaptions(FDlgHandle); }
 void TKxCustomFolderDialog::FireInheritedShow() { TCommonDialog::DoShow(); }
 
 void TKxCustomFolderDialog::DoClose() {
-    const auto alive = Alive();
-    const bool going = alive.expired(); // then the destructor waits for this
+    const TAlive alive(*this);
+    const bool going = !alive; // then the destructor waits for this
     Guarded([this] { TCommonDialog::DoClose(); });
-    if (going || !alive.expired()) {
+    if (going || alive) {
         ReleaseWindow();
     }
 }
 
-/// Gives the browser's window back to the system and takes the forms out of it.
+/// Gives the browser's window back to the system and takes the forms out of it, whose handlers may free the dialog.
 void TKxCustomFolderDialog::ReleaseWindow() {
     if (FDlgHandle) {
         DetachDialog();
@@ -332,102 +421,27 @@ TKxMsgVerdict TKxCustomFolderDialog::BeforeSystem(TMessage& message) {
     if (message.Msg == WM_COMMAND && message.WParamLo() == IDOK) {
         return DoCanClose() ? mvPass : mvStop;
     }
+    if (message.Msg == LaterMessage()) {
+        if (message.WParam == ltSelectAgain) {
+            SelectAgain();
+        } else if (message.LParam == FSelection) { // else the event of another selection has had its say
+            TellOk();
+        }
+        return mvStop;
+    }
     return mvPass; // WM_DESTROY comes to DoClose by way of the framework's dialog
+}
+
+void TKxCustomFolderDialog::AfterSystem(TMessage& message) {
+    if (message.Msg == WM_SIZE && FSelType == stCustom) {
+        FollowTree();
+    }
 }
 
 bool TKxCustomFolderDialog::DoCanClose() {
     bool canClose = true;
     FOnCanClose(this, canClose);
     return canClose;
-}
-
-// --- The selection control
-
-namespace {
-
-/// Activation of a form that is part of a foreign window, which the system does not activate.
-struct TFormAccess : TForm {
-    static void ActivateDocked(TForm& form) { (form.*(&TFormAccess::Activate))(); }
-};
-
-} // namespace
-
-/// The folder tree; null when there is none.
-HWND TKxCustomFolderDialog::FindTree() const {
-    HWND tree = FindWindowExA(FDlgHandle, nullptr, WC_TREEVIEWA, nullptr);
-    if (!tree || tree != GetWindow(FDlgHandle, GW_CHILD)) {
-        return tree;
-    }
-    // Windows has the tree behind its first child, Wine's browser in the new style in front of all others.
-    HWND behind = FindWindowExA(FDlgHandle, tree, WC_TREEVIEWA, nullptr);
-    return behind ? behind : tree;
-}
-
-void TKxCustomFolderDialog::MeasureTree(HWND tree) {
-    const TRect outer = KxRectIn(FDlgHandle, tree);
-    const TRect client = KxClientRect(tree);
-    int32_t width = CheckedAdd(client.Right, GetSystemMetrics(SM_CXDLGFRAME));
-    if ((GetWindowLongA(tree, GWL_STYLE) & WS_VSCROLL) != 0) {
-        width = CheckedAdd(width, GetSystemMetrics(SM_CXVSCROLL));
-    }
-    // Deliberate: a horizontal scroll bar is not counted, where one would expect its height to be added.
-    const int32_t height = CheckedAdd(client.Bottom, GetSystemMetrics(SM_CYDLGFRAME));
-    FSelRect = {outer.Left, outer.Top, CheckedAdd(outer.Left, width), CheckedAdd(outer.Top, height)};
-}
-
-void TKxCustomFolderDialog::RefreshSelCtrl() {
-    const auto alive = Alive();
-    if (FSelType == stCustom) {
-        ShowStdSelectionCtrl(false);
-        if (!alive.expired()) {
-            ShowCustSelectionCtrl(true);
-        }
-    } else {
-        ShowCustSelectionCtrl(false);
-        if (!alive.expired()) {
-            ShowStdSelectionCtrl(true);
-        }
-    }
-}
-
-void TKxCustomFolderDialog::ShowCustSelectionCtrl(bool show) {
-    if (!show) {
-        if (FDlgHandle) {
-            FParams.HideCustomForm();
-        }
-        return;
-    }
-    KxWithForms([this] {
-        TForm* form = FParams.CustomForm();
-        if (!FDlgHandle || !form) {
-            return;
-        }
-        const auto alive = Alive();
-        form->SetParent(nullptr);
-        form->SetParentWindow(FDlgHandle);
-        form->SetBounds(FSelRect.Left, FSelRect.Top, Width(FSelRect), Height(FSelRect));
-        form->Show();
-        if (!alive.expired() && FParams.CustomForm() == form) { // neither freed nor replaced by its OnShow
-            TFormAccess::ActivateDocked(*form);
-        }
-    });
-}
-
-void TKxCustomFolderDialog::ShowStdSelectionCtrl(bool show) {
-    if (!FDlgHandle) {
-        return;
-    }
-    if (HWND tree = FindTree()) {
-        const bool isShown = (GetWindowLongA(tree, GWL_STYLE) & WS_VISIBLE) != 0;
-        if (isShown != show) { // showing it once more would cost as much as the first time
-            ShowWindow(tree, show ? SW_SHOW : SW_HIDE);
-        }
-        return;
-    }
-    MessageBoxA(FDlgHandle,
-                show ? "Could not show window. Child SysTreeView32 not found."
-                     : "Could not hide window. Child SysTreeView32 not found.",
-                "Error", MB_OK | MB_ICONERROR);
 }
 
 } // namespace kx

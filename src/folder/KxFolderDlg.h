@@ -4,6 +4,7 @@
 #include "frame/KxShellDefs.h"
 
 #include <array>
+#include <functional>
 #include <string>
 
 namespace kx {
@@ -24,7 +25,7 @@ using TKxBrowseForFolderFlags = TSet<TKxBrowseForFolderFlag>;
 /// Flags of later versions of the browser. With any of them no forms are docked to the sides.
 enum TKxBrowseForFolderFlagEx : uint8_t {
     ffNoNewFolderButton, ///< In the new style: no button that makes a folder.
-    ffNewDialogStyle,    ///< Sizeable, with a button that makes a folder.
+    ffNewDialogStyle,    ///< Sizeable, with a button that makes a folder. Windows: not in a multithreaded apartment.
     ffEditBox,           ///< The user may type a name.
     ffIncludeFiles,      ///< The tree shows files too.
     ffIncludeUrls,
@@ -75,7 +76,8 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
     /// Whether the tree is shown, or CustDlgParams' custom form in its place. May be changed while the dialog is shown.
     TKxDlgSelectionType SelectionType() const { return FSelType; }
     void SetSelectionType(TKxDlgSelectionType value) { SetSelType(value); }
-    /// Form whose window owns the browser's; null: the application's. Not owned, forgotten when it is freed.
+    /// Form whose window owns the browser's; null: the application's window, or, where that is invisible and the main
+    /// form is shown, the active window. Not owned, forgotten when it is freed.
     TForm* ParentForm() const { return FParentForm.Get(); }
     void SetParentForm(TForm* value) { FParentForm.Set(value); }
     /// Instruction above the tree, of which the first 127 bytes are shown.
@@ -141,6 +143,7 @@ private:
 
     static int CALLBACK BrowseCallBack(HWND window, UINT code, LPARAM param, LPARAM data) noexcept;
 
+    HWND BrowserOwner() const;
     bool Browse(HWND owner);
     unique_pidl RootPidl() const;
     UINT BrowseFlags() const;
@@ -148,6 +151,8 @@ private:
     void SelChanged(LPCITEMIDLIST selection);
     void ReleaseWindow();
     void EndRun();
+    void SelectAgain();
+    void TellOk() const;
     LRESULT Tell(UINT message, WPARAM wParam, LPARAM lParam) const;
 
     // Steps of the showing
@@ -156,7 +161,9 @@ private:
     void FireInheritedShow();
 
     HWND FindTree() const;
+    HWND ControlOf(HWND tree) const;
     void MeasureTree(HWND tree);
+    void FollowTree();
     void RefreshSelCtrl();
     void ShowCustSelectionCtrl(bool show);
     void ShowStdSelectionCtrl(bool show);
@@ -164,7 +171,7 @@ private:
     // The dialog's own cases of its window's messages
     void FireHooking(TMessage& message, bool& allow) override { DoHookingEvent(message, allow); }
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
-    void AfterSystem(TMessage&) override {}
+    void AfterSystem(TMessage& message) override;
 
     std::string FFolder;
     std::string FIniFolder;
@@ -173,7 +180,10 @@ private:
     TNotifyEvent FOnSelChange;
     TCloseQueryEvent FOnCanClose;
     bool FOK = false;
-    bool FOkGiven = false; ///< SetOk was called since the last change of the selection.
+    bool FOkGiven = false;              ///< SetOk was called since the last change of the selection.
+    LPARAM FSelection = 0;              ///< Number of the selection.
+    bool FInitializing = false;         ///< The browser is not through with its beginning.
+    std::function<void()> FSelectAgain; ///< Makes the selection that was made meanwhile; empty: there is none.
     std::string FStatus;
     TKxBrowseForFolderFlags FOptions;
     unique_pidl FPidl;
