@@ -202,7 +202,7 @@ void TWinControl::PaintControls(HDC dc) {
             GetWindowOrgEx(dc, &origin);
             SetWindowOrgEx(dc, origin.x - bounds.left, origin.y - bounds.top, nullptr);
             IntersectClipRect(dc, 0, 0, control->Width(), control->Height());
-            control->PaintOn(dc);
+            Guarded([&] { control->PaintOn(dc); }); // one that fails leaves the others painted
         }
     }
 }

@@ -53,7 +53,7 @@ const TClass& TKxAddPlaceFrm::StaticClass() {
         c.Method("btnBrowseLibClick", &T::btnBrowseLibClick);
         c.Method("dg1DrawCell", &T::dg1DrawCell);
         c.Method("dg2DrawCell", &T::dg2DrawCell);
-        c.Method("IconGridClick", &T::IconGridClick);
+        c.Method("IconGridMouseDown", &T::IconGridMouseDown);
         c.Method("IconGridSelectCell", &T::IconGridSelectCell);
         c.Method("chkClick", &T::chkClick);
         c.Method("chkAutoCapClick", &T::chkAutoCapClick);
@@ -189,6 +189,7 @@ void TKxAddPlaceFrm::btnBrowseLibClick(TObject*) {
 }
 
 void TKxAddPlaceFrm::TIconChoice::SetIndex(int32_t value) {
+    Given = value;
     Missing.reset();
     if (value >= 0 && value < Grid->ColCount()) {
         Grid->SetCol(value);
@@ -199,18 +200,26 @@ void TKxAddPlaceFrm::TIconChoice::SetIndex(int32_t value) {
 }
 
 void TKxAddPlaceFrm::TIconChoice::SetCount(int value) {
-    const int32_t index = Index();
     Grid->SetColCount(value);
     if (value == 0) {
-        Missing = index;
+        Missing = Given; // what the user took from another file means nothing in this one
     } else if (Missing && *Missing < value) {
-        SetIndex(index);
+        SetIndex(*Missing);
     } else {
         Missing.reset(); // the columns of the new file are all there is to choose from
     }
 }
 
-void TKxAddPlaceFrm::IconGridClick(TObject* sender) { ChoiceOf(sender).Missing.reset(); }
+/// A press on the column that is current already takes it, which no change of the selection tells.
+void TKxAddPlaceFrm::IconGridMouseDown(TObject* sender, TMouseButton button, TShiftState, int x, int y) {
+    TIconChoice& choice = ChoiceOf(sender);
+    int col = -1;
+    int row = -1;
+    choice.Grid->MouseToCell(x, y, col, row);
+    if (button == mbLeft && col >= 0 && row >= 0) {
+        choice.Missing.reset();
+    }
+}
 
 void TKxAddPlaceFrm::IconGridSelectCell(TObject* sender, int, int, bool&) { ChoiceOf(sender).Missing.reset(); }
 

@@ -567,8 +567,8 @@ object KxAddPlaceFrm: TKxAddPlaceFrm
     RowCount = 1
     ScrollBars = ssHorizontal
     TabOrder = 7
-    OnClick = IconGridClick
     OnDrawCell = dg1DrawCell
+    OnMouseDown = IconGridMouseDown
     OnSelectCell = IconGridSelectCell
   end
   object dg2: TDrawGrid
@@ -586,8 +586,8 @@ object KxAddPlaceFrm: TKxAddPlaceFrm
     RowCount = 1
     ScrollBars = ssHorizontal
     TabOrder = 8
-    OnClick = IconGridClick
     OnDrawCell = dg2DrawCell
+    OnMouseDown = IconGridMouseDown
     OnSelectCell = IconGridSelectCell
   end
   object Button1: TButton

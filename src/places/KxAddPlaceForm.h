@@ -73,7 +73,7 @@ class TKxAddPlaceFrm : public TForm {
     /// @throws ERangeError for a negative column.
     void dg1DrawCell(TObject* sender, int col, int row, const TRect& rect, TGridDrawState state);
     void dg2DrawCell(TObject* sender, int col, int row, const TRect& rect, TGridDrawState state);
-    void IconGridClick(TObject* sender);
+    void IconGridMouseDown(TObject* sender, TMouseButton button, TShiftState shift, int x, int y);
     void IconGridSelectCell(TObject* sender, int col, int row, bool& canSelect);
     void chkClick(TObject* sender);
     void chkAutoCapClick(TObject* sender);
@@ -87,7 +87,8 @@ private:
     /// changes a place's caption where its icon file is missing does not lose its icon.
     struct TIconChoice {
         TDrawGrid* Grid = nullptr;
-        std::optional<int32_t> Missing;
+        int32_t Given = 0;              ///< The icon of the place, before the user took another.
+        std::optional<int32_t> Missing; ///< Without a column.
 
         int32_t Index() const { return Missing.value_or(Grid->Col()); }
         void SetIndex(int32_t value); ///< Makes its column the first that is seen.

@@ -6,6 +6,21 @@
 
 namespace kx {
 
+namespace {
+
+/// The system makes a handle of the noise in a broken file, which it can neither measure nor draw.
+bool IsIcon(HICON icon) {
+    ICONINFO info{};
+    if (!GetIconInfo(icon, &info)) {
+        return false;
+    }
+    const unique_hbitmap color(info.hbmColor);
+    const unique_hbitmap mask(info.hbmMask);
+    return true;
+}
+
+} // namespace
+
 unique_hicon ExtractPlaceIcon(const std::string& file, int32_t index) {
     if (index < 0) {
         RaiseRangeError();
@@ -13,7 +28,8 @@ unique_hicon ExtractPlaceIcon(const std::string& file, int32_t index) {
     const auto instance = reinterpret_cast<HINSTANCE>(Application().Handle());
     const HICON icon = ExtractIconA(instance, file.c_str(), static_cast<UINT>(index));
     const auto noIconFile = reinterpret_cast<HICON>(UINT_PTR{1});
-    return unique_hicon(icon == noIconFile ? nullptr : icon);
+    unique_hicon owned(icon == noIconFile ? nullptr : icon);
+    return IsIcon(owned.get()) ? std::move(owned) : unique_hicon();
 }
 
 } // namespace kx

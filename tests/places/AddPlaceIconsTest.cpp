@@ -262,6 +262,40 @@ TEST_F(AddPlaceIcons, AMissingLibraryDoesNotCostAPlaceItsIcons) {
     EXPECT_EQ(Form->dg2->Col(), 8);
 }
 
+TEST_F(AddPlaceIcons, AFileWithoutIconsBringsThePlacesOwnIconBack) {
+    TKxPlace& place = *Places.Add();
+    place.SetPlaceIconDll(Library);
+    place.SetPlaceIcon(3);
+    place.SetPlaceHotIcon(4);
+    Edit(place);
+    Show();
+    Form->dg1->SetCol(9);
+    LoadWithout(Folder.Path("no such file.dll"));
+    Form->Button1->Click();
+    EXPECT_EQ(place.PlaceIcon(), 3) << "not the one of a file that is not meant any more";
+    EXPECT_EQ(place.PlaceHotIcon(), 4);
+}
+
+TEST_F(AddPlaceIcons, APressBesideTheIconsChoosesNone) {
+    TKxPlace& place = *Places.Add();
+    place.SetPlaceIconDll(MakeIconLibrary(Folder, "two.dll", 2));
+    place.SetPlaceIcon(50);
+    place.SetPlaceHotIcon(60);
+    Edit(place);
+    Show();
+    ClickAt(Form->dg1->ClientToScreen({Form->dg1->ClientWidth() - 5, 10})); // where a third icon would be
+    ASSERT_TRUE(PumpUntil([this] { return MouseInputTaken() && Form->dg1->Focused(); }));
+    ClickAt(CellOf(*Form->dg2, 0), mbRight);
+    ASSERT_TRUE(PumpUntil([] { return MouseInputTaken(); }));
+    LoadWithout(Folder.Path("no such file.dll"));
+    Form->dg1->SetColCount(0);
+    ClickAt(Form->dg1->ClientToScreen({10, 10}));
+    ASSERT_TRUE(PumpUntil([] { return MouseInputTaken(); }));
+    Form->Button1->Click();
+    EXPECT_EQ(place.PlaceIcon(), 50);
+    EXPECT_EQ(place.PlaceHotIcon(), 60);
+}
+
 // --- The dialog for the file
 
 TEST_F(AddPlaceIcons, AFileIsChosenInTheSystemsDialogAndItsIconsAreNotLoadedYet) {

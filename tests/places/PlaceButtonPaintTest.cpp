@@ -231,6 +231,40 @@ TEST_F(PlaceButtonPaint, WithoutIconFileThereIsNoIcon) {
     ExpectLook(2, TLook::Down, -1, "Plain");
 }
 
+/// A file of icons, a directory and one picture, whose header says that it is larger than it is.
+std::string LyingIcon() {
+    std::string icon("\0\0\1\0\1\0" // one icon
+                     "\x20\x20\0\0\1\0\x20\0\x28\x10\0\0\x16\0\0\0",
+                     22);
+    icon += std::string("\x28\0\0\0\0\0\1\0\0\0\1\0\1\0\x20\0", 16) + std::string(24, '\0');
+    return icon + std::string(4096, '\x55');
+}
+
+TEST_F(PlaceButtonPaint, ABrokenIconFileLeavesTheButtonAndTheOthersPainted) {
+    const TTempFolder folder{"icons"};
+    std::string noise(5'000, '\0');
+    uint32_t seed = 12'345;
+    for (char& c : noise) {
+        seed = seed * 1'664'525 + 1'013'904'223;
+        c = static_cast<char>(seed >> 24);
+    }
+    const std::string files[] = {folder.AddFile("noise.ico", noise), folder.AddFile("library.dll", "MZ" + noise),
+                                 folder.AddFile("lying.ico", LyingIcon()),
+                                 folder.AddFile("cut.ico", LyingIcon().substr(0, 50))};
+    AddPlaces({"a", "b", "c", "d", "whole"});
+    for (int i = 0; i < 4; ++i) {
+        Options.Places()[i].SetPlaceIconDll(files[i]);
+        Options.Places()[i].SetPlaceIcon(0);
+        Options.Places()[i].SetPlaceHotIcon(0);
+    }
+    Show();
+    Frm->SetHeight(300);
+    ExpectLook(0, TLook::Up, -1, "a");
+    ExpectLook(1, TLook::Up, -1, "b");
+    ExpectLook(4, TLook::Up, 7, "whole"); // behind what the system makes of the other two
+    Screenshot("places_bar_broken_icons", Frm->Handle());
+}
+
 TEST_F(PlaceButtonPaint, WithoutCaptionTheIconIsInTheMiddle) {
     AddPlaces({""});
     Show();
