@@ -20,6 +20,9 @@ bool LiesElsewhere(const TKxPlace& place, const std::string& folder) {
     }
     const std::string path =
         place.PlaceRegPath().empty() ? place.PlacePath() : ExtractRegStringValue(place.PlaceRegPath());
+    if (path.starts_with("::")) { // an object of the shell by its identifier, which is on no drive
+        return false;
+    }
     return path.empty() || !SameText(ExtractFileDrive(path), ExtractFileDrive(folder));
 }
 
@@ -83,6 +86,9 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
         Guarded([this] { FPlaceOptions.LoadFromRegistry(); }); // the places that could be read are shown
     }
     form->SetAcceptFiles(FPlaceOptions.AllowDrop());
+    // Windows makes a scroller that scrolls while something is dragged a target of drops, in front of the form that it
+    // covers, and the form would never hear of them.
+    form->ps1->SetDragScroll(!FPlaceOptions.AllowDrop());
     FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
     form->SetBounds(4, 33, FPBWidth, form->Height());
     form->Show();

@@ -79,8 +79,8 @@ void TKxPlacesBarFrm::OnFolderClick(int index) {
     case ftNone:
         OpenPath(place.PlaceRegPath().empty() ? place.PlacePath() : ExtractRegStringValue(place.PlaceRegPath()));
         break;
-    case ftDesktop: OpenInLookIn(GetSpecFolderName(ftDesktop)); break;
-    case ftDrives: OpenInLookIn(GetSpecFolderName(ftDrives)); break;
+    case ftDesktop: OpenInLookIn(ftDesktop); break;
+    case ftDrives: OpenInLookIn(ftDrives); break;
     case ftPersonal: OpenSpecialFolder(CSIDL_PERSONAL); break;
     default:
         // Deliberate: the favorites for every other special folder too, where one would expect that folder.
@@ -88,14 +88,35 @@ void TKxPlacesBarFrm::OnFolderClick(int index) {
     }
 }
 
+namespace {
+
+/// Asks the dialog's browser itself for a folder: where the "look in" box keeps no texts, or others than the shell's
+/// name for the folder, its entry is not found.
+void BrowseTo(HWND dialog, TKxSpecShellFolder folder) {
+    constexpr UINT getShellBrowser = WM_USER + 7;
+    auto* const browser = reinterpret_cast<IShellBrowser*>(SendMessageA(dialog, getShellBrowser, 0, 0)); // not counted
+    unique_pidl pidl;
+    SHGetSpecialFolderLocation(dialog, constFolders[folder], pidl.put());
+    if (browser && pidl) {
+        browser->BrowseObject(pidl.get(), SBSP_ABSOLUTE | SBSP_DEFBROWSER);
+    }
+}
+
+} // namespace
+
 /// Opens a folder that has no path, as the user does: by picking it in the "look in" box.
-void TKxPlacesBarFrm::OpenInLookIn(const std::string& name) {
+void TKxPlacesBarFrm::OpenInLookIn(TKxSpecShellFolder folder) {
+    const std::string name = GetSpecFolderName(folder);
     const HWND dialog = FDialog->GetCommonDialogHandle();
     FDialog->SetSelPath(FDialog->GetSelPath()); // whose handlers may free the form
     const HWND combo = GetDlgItem(dialog, LookInCombo);
-    SendMessageA(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(name.c_str()));
+    const LRESULT entry =
+        SendMessageA(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(name.c_str()));
     for (const int code : {CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}) {
         SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(LookInCombo, code), reinterpret_cast<LPARAM>(combo));
+    }
+    if (entry == CB_ERR) {
+        BrowseTo(dialog, folder);
     }
 }
 

@@ -63,7 +63,7 @@ class TKxPlacesBarFrm : public TForm, public IKxPlacesBar {
 
 private:
     TKxPlaceButton* ButtonOfMenu() const;
-    void OpenInLookIn(const std::string& name);
+    void OpenInLookIn(TKxSpecShellFolder folder);
     void OpenSpecialFolder(int csidl);
     void OpenPath(const std::string& path);
     void AddDropped(const std::vector<std::string>& names);

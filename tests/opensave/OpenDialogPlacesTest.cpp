@@ -119,6 +119,8 @@ TEST_F(OpenDialogPlaces, WhatTheUserMayDoIsSet) {
             EXPECT_EQ(Bar().AcceptFiles(), allowed);
             EXPECT_EQ((GetWindowLongPtrA(Bar().WindowHandle(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0, allowed);
             EXPECT_EQ(Bar().ps1->AutoScroll(), allowed);
+            // A scroller that scrolls under what is dragged takes the drops that the form is to get.
+            EXPECT_EQ((GetWindowLongPtrA(Bar().ps1->WindowHandle(), GWL_STYLE) & PGS_DRAGNDROP) != 0, !allowed);
         });
     };
     look(true);
@@ -207,6 +209,16 @@ TEST_F(OpenDialogPlaces, TheBarFollowsTheUser) {
                        Await("its place is down", [&] { return PlaceDown() == 0; }),
                        Perform("up to a folder without a place", [&] { PressToolButton(Dialog, 40961); }),
                        Await("none is down", [&] { return PlaceDown() == -1; }), Press(Dialog, IDCANCEL)});
+}
+
+TEST_F(OpenDialogPlaces, APlaceGivenByAnIdentifierIsDownInItsFolder) {
+    AddPlace("Elsewhere", Folder.Path("inner"));
+    AddPlace("Computer", "::{20D04FE0-3AEA-1069-A2D8-08002B30309D}");
+    AddSpecial(ftDrives);
+    RunDialog(Dialog,
+              {Perform("a click on the computer", [&] { ClickPlace(2); }),
+               Await("it is shown", [&] { return Dialog.SelectedFolder().starts_with("::{"); }),
+               Await("the first of its places is down", [&] { return PlaceDown() == 1; }), Press(Dialog, IDCANCEL)});
 }
 
 // --- Keeping the places

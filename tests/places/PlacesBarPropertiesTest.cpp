@@ -1,10 +1,7 @@
 #include "PlacesBarFixture.h"
 
 #include "places/KxAddPlaceForm.h"
-
-#include <shlobj.h>
-
-#include <cstring>
+#include "support/Drop.h"
 
 // Files dropped on the places bar, and the properties of its places.
 
@@ -46,24 +43,13 @@ protected:
     }
     /// What the shell sends when the user drops these on the bar. Returns when the bar has handled it.
     void Drop(const std::vector<std::string>& names, std::vector<TStep> steps) {
-        std::string list;
-        for (const std::string& name : names) {
-            list += name + '\0';
-        }
-        list += '\0';
-        const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + list.size());
-        auto* const drop = static_cast<DROPFILES*>(GlobalLock(memory));
-        drop->pFiles = sizeof(DROPFILES);
-        std::memcpy(drop + 1, list.data(), list.size());
-        GlobalUnlock(memory);
         const HWND bar = Frm->Handle();
         RunDialog(
             [&] {
-                SendMessageA(bar, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+                DropOn(bar, names);
                 return true;
             },
             std::move(steps));
-        GlobalFree(memory); // the bar leaves it
     }
 
     TTempFolder Folder{"drop"};
