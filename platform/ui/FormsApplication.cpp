@@ -147,9 +147,15 @@ int TApplication::MessageBox(const std::string& text, const std::string& caption
     const HWND focus = ::GetFocus();
     CancelHint();
     ModalStarted();
-    const TTaskWindowList disabled = DisableTaskWindows(nullptr);
+    // The owner is left to the system, which enables it before the box goes: else some other program's window would be
+    // activated. Only a box that was destroyed instead of ended leaves it disabled.
+    const bool ownerEnabled = IsWindowEnabled(owner) != 0;
+    const TTaskWindowList disabled = DisableTaskWindows(owner);
     const int result = MessageBoxA(owner, text.c_str(), caption.c_str(), flags);
     EnableTaskWindows(disabled);
+    if (ownerEnabled) {
+        EnableWindow(owner, TRUE);
+    }
     SetActiveWindow(owner);
     if (focus && IsWindow(focus) && IsWindowEnabled(focus)) {
         ::SetFocus(focus);
