@@ -2,6 +2,19 @@
 
 namespace kx {
 
+namespace {
+
+/// In the code page of the process.
+std::string Narrow(const wchar_t* text) {
+    const int size = WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr); // with its end
+    std::string narrow(static_cast<size_t>(size), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text, -1, narrow.data(), size, nullptr, nullptr);
+    narrow.resize(narrow.size() - 1);
+    return narrow;
+}
+
+} // namespace
+
 const TClass& TListView::StaticClass() {
     static const TClassBuilder<TListView> cls("TListView", TWinControl::StaticClass(), [](auto& c) {
         using T = TListView;
@@ -435,6 +448,14 @@ void TListView::Notified(TMessage& message) {
         const LVITEMA& item = message.LParamAs<NMLVDISPINFOA>().item;
         if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
             FItems[item.iItem].FCaption = item.pszText;
+            message.Result = TRUE;
+        }
+        break;
+    }
+    case LVN_ENDLABELEDITW: { // from a list whose notifications are Unicode, as a page scroller has its child's
+        const LVITEMW& item = message.LParamAs<NMLVDISPINFOW>().item;
+        if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
+            FItems[item.iItem].FCaption = Narrow(item.pszText);
             message.Result = TRUE;
         }
         break;

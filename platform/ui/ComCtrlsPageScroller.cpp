@@ -115,6 +115,8 @@ void TPageScroller::ContentChanged() {
         const int position = Position();
         SendMessageA(WindowHandle(), PGM_SETCHILD, 0, 0);
         SendMessageA(WindowHandle(), PGM_SETCHILD, 0, reinterpret_cast<LPARAM>(FAttached));
+        SendMessageA(WindowHandle(), PGM_RECALCSIZE, 0,
+                     0); // for systems in which giving it the same child changes nothing
         SendMessageA(WindowHandle(), PGM_SETPOS, 0, position);
         FMeasuring = false;
         FGiven = Extent();

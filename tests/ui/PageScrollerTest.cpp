@@ -109,6 +109,38 @@ TEST_F(PageScroller, AGrowingAndShrinkingControlGetsAndLosesArrows) {
     EXPECT_FALSE(Arrow(PGB_TOPORLEFT));
 }
 
+/// Counts how often its window is told to measure the child anew.
+class TCountingScroller : public TPageScroller {
+public:
+    using TPageScroller::TPageScroller;
+
+    void WndProc(TMessage& message) override {
+        Measured += message.Msg == PGM_RECALCSIZE ? 1 : 0;
+        TPageScroller::WndProc(message);
+    }
+
+    int Measured = 0;
+};
+
+TEST_F(PageScroller, IsToldToMeasureAControlWhoseContentChanges) {
+    auto* const scroller = new TCountingScroller(Form.get());
+    Scroller->SetControl(nullptr);
+    Bar->SetParent(nullptr);
+    Scroller->Free();
+    Scroller = scroller;
+    Scroller->SetOrientation(soVertical);
+    Scroller->SetAlign(alClient);
+    Scroller->SetParent(Panel);
+    Bar->SetParent(Scroller);
+    Scroller->SetControl(Bar);
+    Show();
+    Fill(3);
+    const int before = scroller->Measured;
+    Fill(9);
+    EXPECT_GT(scroller->Measured, before);
+    EXPECT_TRUE(Arrow(PGB_BOTTOMORRIGHT));
+}
+
 TEST_F(PageScroller, FollowsItsOwnSize) {
     Show();
     Fill(6);
