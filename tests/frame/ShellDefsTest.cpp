@@ -1,10 +1,12 @@
 #include "frame/KxShellDefs.h"
 
+#include "support/ImportPatch.h"
 #include "support/TempFolder.h"
 #include "ui/Registry.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -108,6 +110,29 @@ TEST_F(SpecFolderName, FallsBackToTheFixedNamesInTheirOrder) {
     EXPECT_EQ(names[2], ShellTextOr(9216, "My Computer"));
     EXPECT_EQ(names[3], ShellTextOr(9100, "My Documents"));
     EXPECT_EQ(names[4], "Favorites");
+}
+
+/// Stands in for a shell whose library has the texts.
+int WINAPI TextOfNumber(HINSTANCE library, UINT id, LPSTR text, int size) {
+    EXPECT_EQ(library, GetModuleHandleA("shell32.dll"));
+    const std::string whole = "text " + IntToStr(id);
+    const int length = std::min(static_cast<int>(whole.size()), size - 1);
+    std::copy_n(whole.begin(), length, text);
+    text[length] = 0;
+    return length;
+}
+
+TEST_F(SpecFolderName, ComesFromTheShellWhenTheRegistryHasNone) {
+    const test::TImportPatch patch("LoadStringA", reinterpret_cast<void*>(TextOfNumber));
+    FDesktop.Remove();
+    FDrives.Set("");
+    FPersonal.SetNumber(7);
+    EXPECT_EQ(GetSpecFolderName(ftDesktop), "text 4162");
+    EXPECT_EQ(GetSpecFolderName(ftDrives), "text 9216");
+    EXPECT_EQ(GetSpecFolderName(ftPersonal), "text 9100");
+    EXPECT_EQ(GetSpecFolderName(ftFavorites), "Favorites");
+    FDrives.Set("Arbeitsplatz");
+    EXPECT_EQ(GetSpecFolderName(ftDrives), "Arbeitsplatz");
 }
 
 TEST_F(SpecFolderName, AnEmptyOrForeignValueCountsAsMissing) {

@@ -5,6 +5,7 @@
 #include "core/FormText.h"
 #include "core/Streams.h"
 #include "folder/KxFolderDlg.h"
+#include "opensave/KxOpenDlgEx.h"
 
 // What holds for every dialog of the library, through ICommonDialog alone.
 
@@ -32,7 +33,7 @@ template <class T> TCommonDialog* Make(TComponent* owner, const TTempFolder& fol
 const TKind Kinds[] = {
     {"OpenLite", Make<TKxOpenLiteDialog>}, {"SaveLite", Make<TKxSaveLiteDialog>}, {"Open", Make<TKxOpenDialog>},
     {"Save", Make<TKxSaveDialog>},         {"Folder", Make<TKxFolderDialog>},     {"Color", Make<TKxColorDialog>},
-    {"Print", Make<TKxPrintDialog>},
+    {"Print", Make<TKxPrintDialog>},       {"OpenEx", Make<TKxOpenDialogEx>},
 };
 
 class ModelessKinds : public TModelessTest, public testing::WithParamInterface<TKind> {

@@ -1,0 +1,103 @@
+#include "ModelessTest.h"
+
+#include "colorprint/KxColorDlg.h"
+#include "folder/KxFolderDlg.h"
+#include "ui/System.h"
+
+#include <ole2.h>
+
+// The dialog's thread as the system's dialogs need it, and what other dialogs than those for files do in it.
+
+namespace kx {
+namespace {
+
+using namespace test;
+using testing::ElementsAre;
+
+class ModelessSystem : public TModelessTest {
+protected:
+    /// A new dialog of another kind, owned by the main form.
+    template <class T> T& NewOther() {
+        auto* dialog = new T(Main.get());
+        Runner->SetDialog(dialog);
+        return *dialog;
+    }
+};
+
+TEST_F(ModelessSystem, TheShellsDialogsHaveOleInTheirThreadExceptUnderWine) {
+    for (const bool wine : {true, false}) {
+        const TAssumedSystem system({.Wine = wine});
+        auto& dialog = NewOther<TKxColorDialog>();
+        HRESULT ole = E_FAIL;
+        dialog.SetOnShow([&](TObject*) {
+            ole = OleInitialize(nullptr);
+            if (SUCCEEDED(ole)) {
+                OleUninitialize();
+            }
+        });
+        Show({{"the dialog is shown", Shown(dialog), {}}, Press(dialog, IDCANCEL)});
+        EXPECT_EQ(ole, wine ? RPC_E_CHANGED_MODE : S_FALSE) << "the thread has its apartment already";
+        dialog.Free();
+    }
+}
+
+TEST_F(ModelessSystem, AFolderDialogIsOwnedByItsParentFormWhoseWindowIsTheApplications) {
+    auto& dialog = NewOther<TKxFolderDialog>();
+    dialog.SetInitialDir(Folder.Path());
+    const TFormPtr parent(NewForm<TForm>(nullptr));
+    parent->SetBounds(600, 400, 200, 100);
+    dialog.SetParentForm(parent.get()); // has no window yet
+    Show({{"the dialog is shown", Shown(dialog),
+           [&] {
+               EXPECT_EQ(GetWindow(dialog.DialogWindow(), GW_OWNER), parent->WindowHandle());
+               EXPECT_EQ(ThreadOf(parent->WindowHandle()), MainThread);
+               EXPECT_TRUE(IsWindowEnabled(parent->WindowHandle()));
+               EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
+           }},
+          Press(dialog, IDOK)});
+    EXPECT_TRUE(IsWindow(parent->WindowHandle()));
+    EXPECT_TRUE(IsWindowEnabled(parent->WindowHandle()));
+    EXPECT_EQ(Results.size(), 1u);
+}
+
+TEST_F(ModelessSystem, AColourDialogOpensItsFullPartAboveTheForm) {
+    TNoteForm* note = nullptr;
+    Application().CreateForm(&note);
+    const TFormPtr owned(note);
+    auto& dialog = NewOther<TKxColorDialog>();
+    dialog.CustDlgParams().SetBottomForm(note);
+    constexpr int DefineButton = 719;
+    constexpr int RedEdit = 706;
+    DWORD opening = 0;
+    DWORD opened = 0;
+    TRect before;
+    dialog.SetOnFullOpening([&](TObject*, bool&) { opening = GetCurrentThreadId(); });
+    dialog.SetOnFullOpen([&](TObject*) { opened = GetCurrentThreadId(); });
+    Show({{"the dialog is shown", Shown(dialog),
+           [&] {
+               before = ScreenRectOf(dialog.DialogWindow());
+               PostMessageA(GetDlgItem(dialog.DialogWindow(), DefineButton), BM_CLICK, 0, 0);
+           }},
+          {"the full part is open, and the form below it",
+           [&] {
+               const TRect outer = ScreenRectOf(dialog.DialogWindow());
+               return opened != 0 && IsWindowVisible(GetDlgItem(dialog.DialogWindow(), RedEdit)) &&
+                      Width(outer) > Width(before) && Height(outer) == Height(before);
+           },
+           [&] {
+               EXPECT_EQ(opening, ThreadOf(dialog.DialogWindow()));
+               EXPECT_EQ(opened, opening);
+               EXPECT_EQ(ThreadOf(note->WindowHandle()), MainThread);
+               const TRect form = RectIn(dialog.DialogWindow(), note->WindowHandle());
+               EXPECT_EQ(Height(form), note->Height());
+               EXPECT_EQ(form.Bottom, ClientRectOf(dialog.DialogWindow()).Bottom);
+               EXPECT_EQ(Width(form), ClientRectOf(dialog.DialogWindow()).Right);
+               Screenshot("modeless_color_full", dialog.DialogWindow());
+           }},
+          Press(dialog, IDCANCEL)});
+    EXPECT_THAT(Results, ElementsAre(false));
+    EXPECT_FALSE(note->IsDocked());
+}
+
+} // namespace
+} // namespace kx
