@@ -17,6 +17,10 @@ void Dock(const TKxFormRef<TForm>& ref, HWND handle) {
     });
 }
 
+/// A form is referred to. Said without touching the form, which may be going in its own thread: whoever would have to
+/// wait for that thread is spared it.
+bool IsSet(const TKxFormRef<TForm>& form) { return form.operator->() != nullptr; }
+
 void Undock(TForm* form) {
     if (form) {
         form->Hide();
@@ -147,7 +151,9 @@ TDockedExtents TKxCustDlgParams::DockedExtents() const {
 void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
     const int32_t width = message.LParamLo();
     const int32_t height = message.LParamHi();
-    KxWithForms([&] { ResizeForms(width, height); });
+    if (IsSet(FBottomForm) || IsSet(FTopForm) || IsSet(FLeftForm) || IsSet(FRightForm)) {
+        KxWithForms([&] { ResizeForms(width, height); });
+    }
     FSelRect.Bottom = CheckedAdd(FSelRect.Bottom, CheckedSub(height, FDlgRect.Bottom));
     FSelRect.Right = CheckedAdd(FSelRect.Right, CheckedSub(width, FDlgRect.Right));
     FDlgRect.Bottom = height;
@@ -184,6 +190,9 @@ void TKxCustDlgParams::DisconnectForms() {
 }
 
 void TKxCustDlgParams::HideCustomForm() {
+    if (!IsSet(FCustForm)) {
+        return;
+    }
     KxWithForms([this] {
         if (TForm* const form = CustomForm()) {
             form->Hide();

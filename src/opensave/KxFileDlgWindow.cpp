@@ -218,12 +218,15 @@ void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
         return;
     }
     constexpr int down = 70;
-    if (TForm* right = params.RightForm()) {
-        right->SetLeft(CheckedAdd(right->Left(), 36)); // Deliberate: to the right and by 36, not down with the rest.
-    }
-    if (TForm* bottom = params.BottomForm()) {
-        bottom->SetTop(CheckedAdd(bottom->Top(), down));
-    }
+    KxWithForms([&] {
+        if (TForm* right = params.RightForm()) {
+            right->SetLeft(
+                CheckedAdd(right->Left(), 36)); // Deliberate: to the right and by 36, not down with the rest.
+        }
+        if (TForm* bottom = params.BottomForm()) {
+            bottom->SetTop(CheckedAdd(bottom->Top(), down));
+        }
+    });
     for (HWND control : {edit, Item(KxFileNameLabelId), Item(KxFileTypeLabelId), Item(KxFileTypeId), Item(IDOK),
                          Item(IDCANCEL), Item(KxHelpButtonId), Item(KxReadOnlyId)}) {
         RECT r{};

@@ -85,7 +85,7 @@ void TKxOpenDialogEx::DoShow() {
     const std::weak_ptr<const void> alive = Alive();
     TKxOpenDialog::DoShow();
     if (!alive.expired()) {
-        RefreshList();
+        KxWithForms([this] { RefreshList(); });
     }
 }
 

@@ -78,24 +78,29 @@ BOOL CALLBACK RepaintCtrl(HWND window, LPARAM) {
 
 void TKxCustomOpenDialog::WMSize(TMessage& message) {
     TKxCustDlgParams& params = CustDlgParams();
-    const bool resizesForm = params.CustomForm() && IsSizeable() && FListType == stCustom;
-    if (resizesForm) {
+    bool resizesForm = false;
+    if (IsSizeable() && FListType == stCustom) {
         KxWithForms([&] {
             if (TForm* const custom = params.CustomForm()) {
+                resizesForm = true;
                 const TRect& before = params.ClientRect();
                 custom->SetBounds(custom->Left(), custom->Top(),
                                   CheckedAdd(custom->Width(), CheckedSub(message.LParamLo(), before.Right)),
                                   CheckedAdd(custom->Height(), CheckedSub(message.LParamHi(), before.Bottom)));
             }
         });
+    }
+    if (resizesForm) {
         KxEnumDirectChildren(DlgHandle(), RepaintCtrl, 0);
     }
     params.OnResizeWindow(message);
-    KxWithForms([&] {
-        if (TForm* const custom = params.CustomForm()) {
-            custom->Repaint();
-        }
-    });
+    if (!ShowsFileList()) { // else the custom form is not seen, and the application's thread is not waited for
+        KxWithForms([&] {
+            if (TForm* const custom = params.CustomForm()) {
+                custom->Repaint();
+            }
+        });
+    }
 }
 
 // --- The file list

@@ -222,6 +222,9 @@ void TKxCustomOpenDialog::BorrowToolBar() {
 
 /// To the right of the dialog's own tool bar, as far as there is room.
 void TKxCustomOpenDialog::PlaceToolBar() {
+    if (!FBorrowedBar.operator->()) { // asked without waiting for the application's thread
+        return;
+    }
     KxWithForms([this] {
         if (TToolBar* const bar = FBorrowedBar.Get()) {
             const int32_t left = CheckedAdd(KxRectIn(DlgHandle(), FTB).Right, 1);

@@ -5,6 +5,7 @@
 #include "ui/System.h"
 
 #include <ole2.h>
+#include <thread>
 
 // The dialog's thread as the system's dialogs need it, and what other dialogs than those for files do in it.
 
@@ -39,6 +40,26 @@ TEST_F(ModelessSystem, TheShellsDialogsHaveOleInTheirThreadExceptUnderWine) {
         EXPECT_EQ(ole, wine ? RPC_E_CHANGED_MODE : S_FALSE) << "the thread has its apartment already";
         dialog.Free();
     }
+}
+
+TEST_F(ModelessSystem, ADialogWithoutFormsDoesNotWaitForABusyApplication) {
+    auto& dialog = NewDialog<TKxOpenDialog>();
+    ShowAndCancel(dialog, [&] {
+        HWND window = dialog.DlgHandle();
+        const TRect client = ClientRectOf(window);
+        bool sized = false;
+        bool painted = false;
+        std::thread other([&] { // this one handles no messages meanwhile
+            constexpr UINT patience = 10'000;
+            DWORD_PTR result = 0;
+            sized = SendMessageTimeoutA(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.Right, client.Bottom),
+                                        SMTO_NORMAL, patience, &result) != 0;
+            painted = SendMessageTimeoutA(window, WM_NCPAINT, 1, 0, SMTO_NORMAL, patience, &result) != 0;
+        });
+        other.join();
+        EXPECT_TRUE(sized);
+        EXPECT_TRUE(painted);
+    });
 }
 
 TEST_F(ModelessSystem, AFolderDialogIsOwnedByItsParentFormWhoseWindowIsTheApplications) {
