@@ -3,6 +3,7 @@
 #include "ui/Handles.h"
 
 #include <algorithm>
+#include <cfloat>
 
 namespace kx {
 
@@ -13,6 +14,37 @@ DWORD ThreadOf(HWND window) { return GetWindowThreadProcessId(window, nullptr); 
 bool InApplicationThread() { return ThreadOf(Application().Handle()) == GetCurrentThreadId(); }
 
 bool CanTakeFocus(HWND window) { return IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0; }
+
+/// The system opens no boxes of its own about drives without a medium, which the dialog meets when it looks around.
+class TQuietDrives {
+public:
+    TQuietDrives() { SetThreadErrorMode(GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &FBefore); }
+    TQuietDrives(const TQuietDrives&) = delete;
+    TQuietDrives& operator=(const TQuietDrives&) = delete;
+    ~TQuietDrives() { SetThreadErrorMode(FBefore, nullptr); }
+
+private:
+    DWORD FBefore = 0;
+};
+
+/// How the thread calculates comes back as it was: drivers and extensions of the shell, which run inside the dialog,
+/// change it and leave it so.
+class TKeptFloatingPoint {
+public:
+    TKeptFloatingPoint() = default;
+    TKeptFloatingPoint(const TKeptFloatingPoint&) = delete;
+    TKeptFloatingPoint& operator=(const TKeptFloatingPoint&) = delete;
+    ~TKeptFloatingPoint() {
+        _clearfp(); // what they have left would be raised when it counts as an error again
+        _control87(FBefore, Kept);
+    }
+
+private:
+    // The precision can be set in 32 bits alone.
+    static constexpr unsigned Kept = _MCW_EM | _MCW_RC | (sizeof(void*) == 4 ? _MCW_PC : 0);
+
+    unsigned FBefore = _control87(0, 0);
+};
 
 /// The application waits for a system dialog: its windows are disabled, and get the focus back at the end.
 class TModalScope {
@@ -51,6 +83,8 @@ private:
     HWND FOwner; ///< Null when it was disabled before.
     bool FInApplicationThread;
     TTaskWindowList FDisabled;
+    TQuietDrives FQuietDrives;
+    TKeptFloatingPoint FFloatingPoint;
 };
 
 /// Signals an event at the end of a scope.
@@ -243,10 +277,12 @@ void TCommonDialog::Leave(HWND dialog) {
     FHandle = nullptr;
     SendMessageA(dialog, WM_CANCELMODE, 0, 0); // a menu or a drag of its own
     DestroyOwnedWindows(dialog);
-    EndDialog(dialog, 0);
+    EndSystemDialog(dialog);
     // The loops of what was destroyed look whether they are over when a message wakes them.
     PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
+
+void TCommonDialog::EndSystemDialog(HWND dialog) { EndDialog(dialog, 0); }
 
 /// The dialog runs in another thread, which may need this one's message loop in order to end: until `over`.
 void TCommonDialog::CloseFromOutside(const std::shared_ptr<void>& over) const {

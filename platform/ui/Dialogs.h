@@ -88,6 +88,9 @@ protected:
 private:
     friend class TDialogHold;
 
+    /// Has the system end its dialog without an answer, as soon as it can. Nothing is seen of it any more.
+    virtual void EndSystemDialog(HWND dialog);
+
     void HandleMessage(TMessage& message);
     void Leave(HWND dialog);
     void CloseFromOutside(const std::shared_ptr<void>& over) const;
@@ -196,7 +199,8 @@ class TOpenDialog : public TCommonDialog {
     void SetFilter(const std::string& value) { FFilter = value; }
     int FilterIndex() const { return FFilterIndex; } ///< Counted from 1.
     void SetFilterIndex(int value) { FFilterIndex = value; }
-    /// Folder to start in; empty, or a folder that is not there: the current one.
+    /// Folder to start in; empty, or a folder that is not there: the current one. One on another computer is left to
+    /// the system, which decides itself where to start when it is not there.
     const std::string& InitialDir() const { return FInitialDir; }
     void SetInitialDir(const std::string& value) { FInitialDir = value; }
     TOpenOptions Options() const { return FOptions; }
@@ -226,8 +230,11 @@ protected:
     /// buffer and arrive in any case, the filter index and the flags only in the record given to the wrapper.
     using TSystemDialogFunc = std::function<bool(OPENFILENAMEA& record)>;
 
-    /// Shows the dialog by `dialogFunc`. Descendants call it from their Execute.
+    /// Shows the dialog by `dialogFunc`. Descendants call it from their Execute. When the system refuses the name to
+    /// start with, it is called again with none, and when the names take more room than there is, with more of it.
     bool DoExecute(const TSystemDialogFunc& dialogFunc);
+    /// Why the system's function failed, by its CommDlgExtendedError.
+    virtual DWORD SystemError() const;
 
     virtual bool DoCanClose(); ///< FileName and Files are the user's choice already. False: the dialog stays open.
     virtual void DoFolderChange();
@@ -244,8 +251,8 @@ private:
 
     static UINT_PTR CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void SystemDialogCreated(HWND window);
-    void DialogMessage(TMessage& message);
-    void QueryClose(TMessage& message);
+    void EndSystemDialog(HWND dialog) override;
+    bool AllowsClose();
     void IncludeItem(TMessage& message);
     void TakeFiles();
 

@@ -295,6 +295,140 @@ TEST_F(FreedDialog, WhileItsWindowIsBeingDestroyed) {
     ExpectClosedOnce();
 }
 
+TEST_F(FreedDialog, InOnShowIsNeverSeen) {
+    int messages = 0;
+    bool seen = false;
+    TSubclass watch;
+    watch.SetHandler([&](TMessage& message) {
+        watch.CallPrevious(message);
+        ++messages;
+        seen = seen || IsWindowVisible(watch.Handle()) != 0;
+    });
+    Dialog->SetOnShow([&](TObject*) {
+        watch.Install(Dialog->DialogWindow());
+        Dialog->Free();
+    });
+    RunToItsEnd({});
+    EXPECT_GT(messages, 0);
+    EXPECT_FALSE(seen);
+}
+
+TEST_F(FreedDialog, IsCancelledByACommandAndOutOfSightAtOnce) {
+    // The system forbids its hooks to end the dialog in another way.
+    const auto form = std::unique_ptr<TForm, TFreeDeleter>(NewForm<TForm>(nullptr));
+    form->Show();
+    PumpUntil([&] { return GetActiveWindow() == form->Handle(); });
+    std::vector<int> commands;
+    TSubclass watch;
+    watch.SetHandler([&](TMessage& message) {
+        if (message.Msg == WM_COMMAND) {
+            commands.push_back(message.WParamLo());
+        }
+        watch.CallPrevious(message);
+    });
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      HWND window = Dialog->DialogWindow();
+                      watch.Install(window);
+                      EXPECT_EQ(GetWindow(window, GW_OWNER), form->Handle());
+                      Dialog->Free();
+                      EXPECT_EQ(IsWindowVisible(window), 0);
+                      EXPECT_NE(IsWindowEnabled(form->Handle()), 0) << "or another program's window came to the front";
+                  }}});
+    EXPECT_THAT(commands, testing::ElementsAre(IDCANCEL));
+}
+
+TEST_F(FreedDialog, LeavesAnOwnerDisabledThatWasSo) {
+    const auto form = std::unique_ptr<TForm, TFreeDeleter>(NewForm<TForm>(nullptr));
+    form->Show();
+    PumpUntil([&] { return GetActiveWindow() == form->Handle(); });
+    EnableWindow(form->Handle(), FALSE);
+    ASSERT_EQ(GetActiveWindow(), form->Handle());
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      Dialog->Free();
+                      EXPECT_EQ(IsWindowEnabled(form->Handle()), 0);
+                  }}});
+}
+
+TEST_F(FreedDialog, TakesNoCommandAnyMore) {
+    Folder.AddFile("one.txt");
+    delete std::exchange(Dialog, nullptr);
+    class TTellingDialog : public TOpenDialog {
+    public:
+        explicit TTellingDialog(bool& confirmed) : FConfirmed(confirmed) {}
+        bool Execute() override {
+            return DoExecute([&confirmed = FConfirmed](OPENFILENAMEA& record) {
+                confirmed = GetOpenFileNameA(&record) != FALSE;
+                return confirmed;
+            });
+        }
+
+    private:
+        bool& FConfirmed;
+    };
+    bool confirmed = true;
+    auto* const dialog = new TTellingDialog(confirmed);
+    dialog->SetInitialDir(Folder.Path());
+    EXPECT_FALSE(RunDialog(*dialog, {Perform("press OK, and free it before", [&] {
+        HWND window = dialog->DialogWindow();
+        SetWindowTextA(FileNameEditOf(window), "one.txt");
+        PostMessageA(window, WM_COMMAND, IDOK, 0);
+        dialog->Free();
+    })}));
+    EXPECT_FALSE(confirmed);
+}
+
+TEST_F(FreedDialog, InAnOnCanCloseThatGoesOnWithALoop) {
+    Dialog->SetOnCanClose([this](TObject*, bool&) {
+        Dialog->Free();
+        bool over = false;
+        PostMessageA(nullptr, WM_NULL, 0, 0);
+        for (MSG message; !over && GetMessageA(&message, nullptr, 0, 0) > 0;) {
+            over = !message.hwnd && message.message == WM_NULL; // behind what cancels the dialog
+            DispatchMessageA(&message);
+        }
+    });
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), EnterFileName(*Dialog, "one.txt").Do}});
+    ExpectClosedOnce();
+}
+
+TEST_F(FreedDialog, WhenItAsksForTheNames) {
+    Dialog->SetOptions({ofAllowMultiSelect});
+    TSubclass watch;
+    watch.SetHandler([&](TMessage& message) {
+        if (message.Msg == CDM_GETSPEC && Dialog) {
+            std::exchange(Dialog, nullptr)->Free();
+        }
+        watch.CallPrevious(message);
+    });
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      HWND window = Dialog->DialogWindow();
+                      SetWindowTextA(FileNameEditOf(window), "one.txt");
+                      watch.Install(window);
+                      PressButton(FindChild(window, "Button", IDOK));
+                  }}});
+    ExpectClosedOnce();
+}
+
+TEST_F(FreedDialog, WhenItAsksForTheNamesOfANewSelection) {
+    Dialog->SetOptions({ofAllowMultiSelect});
+    int changes = 0;
+    Dialog->SetOnSelectionChange([&](TObject*) { ++changes; });
+    TSubclass watch;
+    watch.SetHandler([&](TMessage& message) {
+        if (message.Msg == CDM_GETSPEC && Dialog) {
+            std::exchange(Dialog, nullptr)->Free();
+        }
+        watch.CallPrevious(message);
+    });
+    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
+                      watch.Install(Dialog->DialogWindow());
+                      changes = 0;
+                      SelectItem(FileListOf(watch.Handle()), "one.txt");
+                  }}});
+    ExpectClosedOnce();
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(FreedDialog, ByAnotherThreadThanTheOneThatShowsIt) {
     Application().Handle(); // belongs to this thread
     bool result = true;
