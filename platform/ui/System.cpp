@@ -13,7 +13,20 @@ std::optional<TSystem>& Assumed() {
     return assumed;
 }
 
-TSystem Find() { return {.Wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr}; }
+TSystem Find() {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof version;
+#ifdef _MSC_VER
+#pragma warning(suppress : 4996) // Newer systems report an older version here, which is new enough for all questions.
+#endif
+    if (!GetVersionExA(&version)) {
+        version = {};
+    }
+    return {.Wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr,
+            .Platform = version.dwPlatformId,
+            .Major = version.dwMajorVersion,
+            .Minor = version.dwMinorVersion};
+}
 
 } // namespace
 

@@ -8,6 +8,11 @@ namespace kx {
 struct TSystem {
     /// The program runs under Wine, whose dialogs are made like those of Windows but behave otherwise here and there.
     bool Wine = false;
+    /// The line of systems, 2 for NT, and the version in it, as far as the system tells. All are 0 when it cannot be
+    /// read.
+    unsigned Platform = 2;
+    unsigned Major = 6;
+    unsigned Minor = 1;
 };
 
 /// The system as it is, or as a TAssumedSystem says.

@@ -50,7 +50,8 @@ void TKxFileDlgCore::AttachDialog() {
     FClosingWindow = false;
     FFirstTimeFlag = false;
     FPlaced = false;
-    TKxDlgCore::AttachDialog(GetParent(FDialog.Handle()));
+    FPlacedAt.reset();
+    TKxDlgCore::AttachDialog(FDialog.DialogWindow());
     FParams.SetClientRect(KxClientRect(FDlgHandle));
     if (!Title().empty()) {
         Window().SetTitle(Title());
@@ -75,20 +76,62 @@ void TKxFileDlgCore::FireShow() {
 /// The system gives a sizeable dialog, when it is complete, the size of the last one. It would lay it out for that and
 /// once more for the first size.
 void TKxFileDlgCore::ComeInFirstSize(WINDOWPOS& change) {
-    if (FFirstTimeFlag && (change.flags & SWP_NOSIZE) == 0 && !IsWindowVisible(FDlgHandle)) {
+    if (FFirstTimeFlag && (change.flags & SWP_NOSIZE) == 0 && !IsWindowVisible(FDlgHandle) && !IsZoomed(FDlgHandle)) {
         const TPoint size = FirstSize();
         change.cx = size.X;
         change.cy = size.Y;
     }
 }
 
+namespace {
+
+WINDOWPLACEMENT PlacementOf(HWND window) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    GetWindowPlacement(window, &placement);
+    return placement;
+}
+
+/// In the middle of a painting, what lay outside the window's former place on the screen would stay unpainted, and the
+/// system may be about to paint with the clipping of that place.
+void RepaintWhole(HWND dialog) {
+    RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+} // namespace
+
+/// A maximised dialog, which the system may have shown as it was last time, has it when it is restored.
+void TKxFileDlgCore::SetOuterSize(int32_t width, int32_t height) {
+    if (!IsZoomed(FDlgHandle)) {
+        ResizeWindow(FDlgHandle, width, height);
+        return;
+    }
+    WINDOWPLACEMENT placement = PlacementOf(FDlgHandle);
+    RECT& normal = placement.rcNormalPosition;
+    normal.right = CheckedAdd(normal.left, width);
+    normal.bottom = CheckedAdd(normal.top, height);
+    placement.showCmd = IsWindowVisible(FDlgHandle) ? SW_SHOWMAXIMIZED : SW_HIDE;
+    SetWindowPlacement(FDlgHandle, &placement);
+}
+
+void TKxFileDlgCore::PlaceAgain() {
+    const std::optional<TPoint> placed = std::exchange(FPlacedAt, std::nullopt);
+    const TRect now = KxWindowRect(FDlgHandle);
+    if (placed && *placed != TPoint{now.Left, now.Top} && FParams.Position() != dpDefault && !IsZoomed(FDlgHandle)) {
+        HWND dialog = FDlgHandle; // the application hears of the move
+        Place();
+        RepaintWhole(dialog);
+    }
+}
+
 void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
     if (!std::exchange(FFirstTimeFlag, false)) { // now, since what follows may paint the frame
+        PlaceAgain();
         return;
     }
     const std::weak_ptr<const void> alive = Living(); // the application hears of what follows
     const TPoint size = FirstSize();
-    ResizeWindow(FDlgHandle, size.X, size.Y);
+    SetOuterSize(size.X, size.Y);
     if (!alive.expired() && arrange) {
         Guarded(arrange);
     }
@@ -97,19 +140,27 @@ void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
     }
     FPlaced = true;
     Window().ClipUnderForms();
-    Place();
-    // In the middle of a painting, what lay outside the window's former place on the screen would stay unpainted, and
-    // the system may be about to paint with the clipping of that place.
-    RedrawWindow(FDlgHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    if (!IsZoomed(FDlgHandle)) {
+        Place();
+    }
+    if (alive.expired()) {
+        return;
+    }
+    if (!IsWindowVisible(FDlgHandle)) {
+        const TRect placed = KxWindowRect(FDlgHandle);
+        FPlacedAt = {placed.Left, placed.Top};
+    }
+    RepaintWhole(FDlgHandle);
 }
 
 void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
     FClosingWindow = true;
-    const TRect outer = KxWindowRect(FDlgHandle);
+    const TRect outer =
+        IsZoomed(FDlgHandle) ? FromRECT(PlacementOf(FDlgHandle).rcNormalPosition) : KxWindowRect(FDlgHandle);
     FParams.DisconnectForms();
     const int32_t width = CheckedSub(CheckedSub(Width(outer), FParams.IncX()), extraWidth);
     const int32_t height = CheckedSub(Height(outer), FParams.IncY());
-    ResizeWindow(FDlgHandle, width, height);
+    SetOuterSize(width, height);
     CX = width;
     CY = height;
 }
@@ -147,6 +198,9 @@ bool TKxFileDlgCore::AllowsCommand(TKxFileDlgCommand command) {
 }
 
 void TKxFileDlgCore::AfterSystem(TMessage& message) {
+    if (message.Msg == WM_COMMAND && message.LParam && message.LParamWindow() == Window().GetEdit()) {
+        FCaptions.KeepOk(FDlgHandle);
+    }
     switch (message.Msg == WM_COMMAND ? Window().CommandOf(message) : TKxFileDlgCommand::Other) {
     case TKxFileDlgCommand::Desktop: DoDesktopNavigate(); break;
     case TKxFileDlgCommand::UpLevel: DoUpLevelNavigate(); break;
@@ -155,6 +209,13 @@ void TKxFileDlgCore::AfterSystem(TMessage& message) {
     case TKxFileDlgCommand::Ok:
     case TKxFileDlgCommand::NewFolder:
     case TKxFileDlgCommand::Other: break;
+    }
+}
+
+/// The system names its OK button anew by what is selected and shown.
+void TKxFileDlgCore::AfterNotification(UINT code) {
+    if (code == CDN_SELCHANGE || code == CDN_FOLDERCHANGE || code == CDN_TYPECHANGE) {
+        FCaptions.KeepOk(FDlgHandle);
     }
 }
 

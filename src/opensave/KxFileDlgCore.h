@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace kx {
@@ -96,7 +97,7 @@ protected:
 
     // --- Pieces of a showing
 
-    /// Takes over the dialog window, the parent of the component's `Handle`.
+    /// Takes over the dialog window.
     void AttachDialog();
     /// Notes where the file list is when the forms are docked.
     void MeasureList();
@@ -109,7 +110,8 @@ protected:
     /// Gives the dialog window, once in a showing, its first size and its place. `arrange`, if any, then puts into
     /// place what depends on the size. To be called when the window is about to become visible, so that nothing of its
     /// former size is seen or painted, and in its first non-client painting, in case it has become visible without a
-    /// word.
+    /// word. A maximised dialog stays so and gets that size when it is restored. One that was put elsewhere in between,
+    /// as systems do that remember where their dialogs were, is placed once more by the first painting.
     void PlaceFirst(const std::function<void()>& arrange = {});
     /// The dialog window is being destroyed, or left: undocks the forms, takes their room and `extraWidth` from it, and
     /// remembers its size, as the system does.
@@ -120,6 +122,8 @@ protected:
     /// The dialog's own cases before the system gets the message; this class knows the commands and context menus.
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
     void AfterSystem(TMessage& message) override;
+    /// The component's `Handle` has got this notification.
+    void AfterNotification(UINT code);
     /// An OK command is one that OnFilenameEntering is asked about.
     virtual bool IsFilenameEntered() const { return true; }
 
@@ -133,10 +137,13 @@ protected:
 
 private:
     void ComeInFirstSize(WINDOWPOS& change);
+    void SetOuterSize(int32_t width, int32_t height);
+    void PlaceAgain();
     bool AllowsCommand(TKxFileDlgCommand command);
     void FireHooking(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
 
     TOpenDialog& FDialog;
+    std::optional<TPoint> FPlacedAt; ///< Where the dialog was placed that is not painted yet.
     TStringList FSelFiles;
     unique_pidl FSelPathIDList;
     TKxCtrlQueryEvent FCreatingFolder;

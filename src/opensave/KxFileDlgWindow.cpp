@@ -1,14 +1,13 @@
 #include "opensave/KxFileDlgWindow.h"
 
+#include "ui/System.h"
+
 #include <algorithm>
 #include <vector>
 
 namespace kx {
 
 namespace {
-
-/// Command of the desktop button in dialogs whose navigation bar has no button KxCmdDesktop.
-constexpr WORD KxCmdDesktopOfBar = 40965;
 
 /// Text that the dialog answers to `request`, a CDM_ message that takes a buffer's size and the buffer.
 std::string RequestText(HWND dialog, UINT request) {
@@ -95,12 +94,13 @@ void TKxFileDlgWindow::SetSelPath(const std::string& path) const {
     }
     HWND focus = GetFocus();
     SetFocus(edit);
-    char saved[260] = {};
-    GetWindowTextA(edit, saved, sizeof saved);
+    const std::string saved = KxWindowText(edit);
     SetWindowTextA(edit, path.c_str());
-    SendMessageA(Item(IDOK), BM_CLICK, 0, 0);
-    SetWindowTextA(edit, saved);
-    SetFocus(focus);
+    KxCloseDialog(FDialog, mrOk);
+    SetWindowTextA(edit, saved.c_str());
+    if (focus) {
+        SetFocus(focus);
+    }
 }
 
 void TKxFileDlgWindow::RefreshFileList() const {
@@ -115,12 +115,14 @@ void TKxFileDlgWindow::RefreshFileList() const {
 
     const std::string saved = KxWindowText(edit);
     SetWindowTextA(edit, "");
-    SendMessageA(Item(IDOK), BM_CLICK, 0, 0);
+    KxCloseDialog(FDialog, mrOk);
     SetWindowTextA(edit, saved.c_str());
 
-    // Windows reads the folder again at an empty name. Other systems take that for no command at all; their list, like
-    // that of Windows, does it at F5.
-    SendMessageA(GetLVHandle(), WM_KEYDOWN, VK_F5, 0);
+    // Windows has read the folder again at the empty name. Other systems take that for no command at all; their list,
+    // like that of Windows, does it at F5.
+    if (System().Wine) {
+        SendMessageA(GetLVHandle(), WM_KEYDOWN, VK_F5, 0);
+    }
 }
 
 HWND TKxFileDlgWindow::GetDVHandle() const {
@@ -160,8 +162,7 @@ void TKxFileDlgWindow::ShowControls(TKxOpenDlgControls visible) const {
 }
 
 BOOL CALLBACK KxSrvShowToolBar(HWND window, LPARAM show) {
-    // Forms docked into the dialog come first in its order of windows and may have tool bars inside.
-    if (!KxIsNavigationBar(window) || GetParent(window) != GetAncestor(window, GA_ROOT)) {
+    if (window != KxFindToolbar(GetAncestor(window, GA_ROOT))) {
         return TRUE;
     }
     ShowWindow(window, show ? SW_SHOW : SW_HIDE);
@@ -214,7 +215,8 @@ void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
     HWND edit = GetEdit();
     RECT name{};
     RECT list{};
-    if (!GetWindowRect(edit, &name) || !GetWindowRect(ListPlaceholder(), &list) || name.top >= list.bottom) {
+    if (!GetWindowRect(edit, &name) || !GetWindowRect(ListPlaceholder(), &list) || name.top >= list.bottom ||
+        name.bottom <= list.top) { // the dialog of the old style has the name above the list
         return;
     }
     constexpr int down = 70;
@@ -249,12 +251,7 @@ TKxFileDlgCommand TKxFileDlgWindow::CommandOf(const TMessage& message) const {
         case KxCmdDesktop: return TKxFileDlgCommand::Desktop;
         case KxCmdUpLevel: return TKxFileDlgCommand::UpLevel;
         case KxCmdLastFolder: return TKxFileDlgCommand::LastFolder;
-        case KxCmdDesktopOfBar:
-            if (HasDesktopButtonOfItsOwn()) {
-                return TKxFileDlgCommand::Desktop;
-            }
-            break;
-        default: break;
+        default: return CommandOfButton(id);
         }
     }
     if ((id == KxFileNameEditId && code == EN_CHANGE) ||
@@ -264,12 +261,42 @@ TKxFileDlgCommand TKxFileDlgWindow::CommandOf(const TMessage& message) const {
     return TKxFileDlgCommand::Other;
 }
 
-bool TKxFileDlgWindow::HasDesktopButtonOfItsOwn() const {
-    // 40969 is the desktop on Windows, where 40965 opens the folder combo box and is no button. Elsewhere the button of
-    // that number is the desktop's and 40969 means nothing.
+namespace {
+
+/// The button that comes next before or after that of `command`; 0 when there is none.
+WORD NeighbourOf(HWND bar, WORD command, int step) {
+    LRESULT index = SendMessageA(bar, TB_COMMANDTOINDEX, command, 0);
+    if (index < 0) {
+        return 0;
+    }
+    TBBUTTON button{};
+    do {
+        index += step;
+        if (index < 0 ||
+            !SendMessageA(bar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button))) {
+            return 0;
+        }
+    } while ((button.fsStyle & BTNS_SEP) != 0);
+    return static_cast<WORD>(button.idCommand);
+}
+
+} // namespace
+
+/// Not all systems number the buttons alike: the one before up-one-level leads back to the last folder, one between it
+/// and new-folder to the desktop.
+TKxFileDlgCommand TKxFileDlgWindow::CommandOfButton(WORD id) const {
     HWND bar = KxFindToolbar(FDialog);
-    return bar && SendMessageA(bar, TB_COMMANDTOINDEX, KxCmdDesktopOfBar, 0) >= 0 &&
-           SendMessageA(bar, TB_COMMANDTOINDEX, KxCmdDesktop, 0) < 0;
+    const auto has = [bar](WORD command) { return SendMessageA(bar, TB_COMMANDTOINDEX, command, 0) >= 0; };
+    if (!bar || id == 0 || !has(id)) {
+        return TKxFileDlgCommand::Other;
+    }
+    if (!has(KxCmdLastFolder) && id == NeighbourOf(bar, KxCmdUpLevel, -1)) {
+        return TKxFileDlgCommand::LastFolder;
+    }
+    if (!has(KxCmdDesktop) && id == NeighbourOf(bar, KxCmdUpLevel, 1) && id == NeighbourOf(bar, KxCmdNewFolder, -1)) {
+        return TKxFileDlgCommand::Desktop;
+    }
+    return TKxFileDlgCommand::Other;
 }
 
 } // namespace kx

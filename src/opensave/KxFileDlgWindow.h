@@ -66,7 +66,7 @@ public:
     TKxFileDlgCommand CommandOf(const TMessage& message) const;
 
 private:
-    bool HasDesktopButtonOfItsOwn() const;
+    TKxFileDlgCommand CommandOfButton(WORD id) const;
 
     HWND FDialog;
 };

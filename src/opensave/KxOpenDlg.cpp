@@ -2,6 +2,7 @@
 
 #include "core/Barrier.h"
 #include "opensave/KxFileDlgPublish.h"
+#include "ui/System.h"
 
 namespace kx {
 
@@ -15,9 +16,8 @@ constexpr unsigned StyleDelay = 50; ///< Milliseconds in which the shell fills i
 
 /// The shell's view knows thumbnails and tiles since system 5.1.
 bool HasNewerShellView() {
-    OSVERSIONINFOA version{};
-    return KxSystemVersion(version) &&
-           (version.dwMajorVersion >= 6 || (version.dwMajorVersion == 5 && version.dwMinorVersion >= 1));
+    const TSystem& system = System();
+    return system.Major >= 6 || (system.Major == 5 && system.Minor >= 1);
 }
 
 } // namespace
@@ -95,7 +95,10 @@ bool TKxCustomOpenDialog::ExecuteWith(TWrapper* wrapper) {
     PrepareExecution();
     bool confirmed = false;
     try {
-        confirmed = DoExecute(wrapper);
+        confirmed = DoExecute([this, wrapper](OPENFILENAMEA& record) {
+            RunningDialog = this; // also when the system has to show it a second time
+            return wrapper(record);
+        });
     } catch (...) {
         ForgetCreationControl();
         throw;
@@ -146,6 +149,7 @@ void TKxCustomOpenDialog::DoShow() {
         return;
     }
     Fg_Globals = Globals();
+    ForgetShareViolation();
     AttachDialog();
     if (alive.expired()) {
         return;
@@ -217,8 +221,15 @@ void TKxCustomOpenDialog::DoFolderChange() {
 }
 
 void TKxCustomOpenDialog::WMNotify(TMessage& message) {
-    if (!FRealHook(message)) {
-        TOpenDialog::WMNotify(message);
+    if (FRealHook(message)) {
+        return;
+    }
+    const UINT code = message.LParamAs<NMHDR>().code;
+    if (code == CDN_SELCHANGE) {
+        ForgetShareViolation();
+    }
+    if (Outlives(*this, [&] { TOpenDialog::WMNotify(message); })) {
+        AfterNotification(code);
     }
 }
 
@@ -228,6 +239,7 @@ bool TKxCustomOpenDialog::FRealHook(TMessage& message) {
         return false;
     }
     const char* const fileName = message.LParamAs<OFNOTIFYA>().pszFile;
+    ForgetShareViolation();
     FShareAsked = true;
     int32_t result = -1;
     DoShareViolation(result, fileName ? fileName : "");
@@ -235,20 +247,33 @@ bool TKxCustomOpenDialog::FRealHook(TMessage& message) {
     return result != -1;
 }
 
+void TKxCustomOpenDialog::ForgetShareViolation() {
+    FShareAsked = false;
+    FShareAnswer.reset();
+}
+
+/// Windows asks twice about a file for which it has reported a share violation: once is enough for the application.
 bool TKxCustomOpenDialog::DoCanClose() {
-    const std::weak_ptr<const void> alive = Alive();
-    const bool asked = std::exchange(FShareAsked, false);
-    if (!asked && !AllowsSharedFiles()) {
-        return false;
+    if (const std::optional<bool> answer = std::exchange(FShareAnswer, std::nullopt)) {
+        return *answer;
     }
-    return !alive.expired() && TOpenDialog::DoCanClose();
+    if (!std::exchange(FShareAsked, false)) {
+        const TAlive alive(*this);
+        return AllowsSharedFiles() && alive && TOpenDialog::DoCanClose();
+    }
+    FShareAnswer = false; // if the handler fails
+    bool allowed = false;
+    if (Outlives(*this, [&] { allowed = TOpenDialog::DoCanClose(); })) {
+        FShareAnswer = allowed;
+    }
+    return allowed;
 }
 
 /// Windows asks about a file that another program holds before it takes the user's choice. Other systems do not, and
 /// the dialog asks by itself. As on Windows OFN_SHAREWARN and OFN_SHARENOWARN refuse the file, the first one with a
 /// message; no answer leaves it to the system, which takes the file.
 bool TKxCustomOpenDialog::AllowsSharedFiles() {
-    if (!FOnShareEvent || Options().Contains(ofShareAware) || Options().Contains(ofNoValidate)) {
+    if (Options().Contains(ofShareAware) || Options().Contains(ofNoValidate)) {
         return true;
     }
     const std::weak_ptr<const void> alive = Alive();

@@ -5,6 +5,7 @@
 #include "places/KxPlacesBarForm.h"
 #include "ui/Timers.h"
 
+#include <optional>
 #include <string>
 
 namespace kx {
@@ -190,6 +191,7 @@ private:
 
     // Messages
     bool FRealHook(TMessage& message);
+    void ForgetShareViolation();
     void NewLVProc(TMessage& message);
     void NewDVProc(TMessage& message);
     bool ViewStyleCommand(TMessage& message);
@@ -230,9 +232,10 @@ private:
     TKxFormRef<TForm> FOKButtonFrm; ///< Holds FOKButton in the place of the OK button.
     TKxBitBtn* FOKButton = nullptr;
     TTimer FTimer;
-    bool FShareAsked = false;    ///< The system has reported a share violation since OK was pressed.
-    bool FFiltering = false;     ///< The filter runs: what it does to the list is no refilling.
-    LRESULT FFilteredCount = -1; ///< Entries that the filter left in the list; -1: it has not run on this one.
+    bool FShareAsked = false;         ///< The system has reported a share violation since OK was pressed.
+    std::optional<bool> FShareAnswer; ///< To its question whether such a file may be taken.
+    bool FFiltering = false;          ///< The filter runs: what it does to the list is no refilling.
+    LRESULT FFilteredCount = -1;      ///< Entries that the filter left in the list; -1: it has not run on this one.
 };
 
 /// The published open dialog.

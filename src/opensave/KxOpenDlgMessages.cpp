@@ -16,6 +16,11 @@ TKxMsgVerdict TKxCustomOpenDialog::BeforeSystem(TMessage& message) {
     case WM_SHOWWINDOW: ShowAsPlaced(); return mvPass;
     case WM_NCPAINT: WMNCPaint(); return mvPass;
     case WM_SIZE: WMSize(message); return mvPass;
+    case WM_COMMAND:
+        if (message.WParamLo() == IDOK) {
+            ForgetShareViolation();
+        }
+        [[fallthrough]];
     default: return TKxFileDlgCore::BeforeSystem(message);
     }
 }

@@ -135,7 +135,14 @@ void TKxCustomOpenLiteDialog::DoClose() {
     TOpenDialog::DoClose();
 }
 
-// --- Messages of the dialog window
+// --- Messages
+
+void TKxCustomOpenLiteDialog::WMNotify(TMessage& message) {
+    const UINT code = message.LParamAs<NMHDR>().code;
+    if (Outlives(*this, [&] { TOpenDialog::WMNotify(message); })) {
+        AfterNotification(code);
+    }
+}
 
 TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
     switch (message.Msg) {

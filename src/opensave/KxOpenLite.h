@@ -40,6 +40,7 @@ protected:
     void DoShow() override;
     void DoClose() override;
 
+    void WMNotify(TMessage& message) override;
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
     bool IsFilenameEntered() const override { return Window().EditHasFocus(); }
 

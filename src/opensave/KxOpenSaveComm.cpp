@@ -1,5 +1,8 @@
 #include "opensave/KxOpenSaveComm.h"
 
+#include "opensave/KxFileDlgWindow.h"
+#include "ui/System.h"
+
 #include <cstddef>
 
 namespace kx {
@@ -10,27 +13,30 @@ bool KxDirectoryExists(const std::string& path) {
 }
 
 bool KxIsHeldByOthers(const std::string& fileName) {
+    // Not in all headers of the system.
+    constexpr DWORD recallOnOpen = 0x40000;
+    constexpr DWORD recallOnDataAccess = 0x400000;
+    constexpr DWORD storedElsewhere = FILE_ATTRIBUTE_OFFLINE | recallOnOpen | recallOnDataAccess;
+    if ((GetFileAttributesA(fileName.c_str()) & storedElsewhere) != 0) {
+        return false; // nor are files that are not there
+    }
     const unique_hfile file(CreateFileA(fileName.c_str(), GENERIC_READ,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
     return !file && GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
-bool KxIsNavigationBar(HWND window) {
-    char className[128];
-    if (!GetClassNameA(window, className, sizeof className) || !SameText(className, TOOLBARCLASSNAMEA)) {
-        return false;
-    }
-    // Where the system puts its places bar in front of the navigation bar, the first tool bar is not the one meant.
-    return GetDlgCtrlID(window) != KxNativePlacesBarId;
-}
-
-HWND KxFindToolbar(HWND dialog, int) {
+HWND KxFindToolbar(HWND dialog, int commandId) {
+    // The system's places bar comes before it, and extensions of the shell may add more.
+    HWND other = nullptr;
     HWND bar = FindWindowExA(dialog, GetWindow(nullptr, GW_HWNDNEXT), TOOLBARCLASSNAMEA, nullptr);
-    while (bar && !KxIsNavigationBar(bar)) {
+    while (bar && SendMessageA(bar, TB_COMMANDTOINDEX, static_cast<WPARAM>(commandId), 0) < 0) {
+        if (!other && GetDlgCtrlID(bar) != KxNativePlacesBarId) {
+            other = bar;
+        }
         bar = FindWindowExA(dialog, bar, TOOLBARCLASSNAMEA, nullptr);
     }
-    return bar;
+    return bar ? bar : other;
 }
 
 void MakeFlatButtons(HWND toolBar) {
@@ -64,6 +70,12 @@ void TKxOpenDlgCaptions::SetCaptions(HWND dialog) const {
     set(KxFileNameLabelId, FFileName);
     set(KxFileTypeLabelId, FFileType);
     set(KxReadOnlyId, FReadOnlyFlag);
+}
+
+void TKxOpenDlgCaptions::KeepOk(HWND dialog) const {
+    if (KxWindowText(GetDlgItem(dialog, IDOK)) != OK()) {
+        SetCaption(dialog, IDOK, OK());
+    }
 }
 
 // --- TKxListViewStyles
@@ -121,19 +133,9 @@ OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record) {
     return copy;
 }
 
-bool KxSystemVersion(OSVERSIONINFOA& version) {
-    version = {};
-    version.dwOSVersionInfoSize = sizeof version;
-#ifdef _MSC_VER
-#pragma warning(suppress : 4996) // Newer systems report an older version here, which is new enough for all questions.
-#endif
-    return GetVersionExA(&version) != FALSE;
-}
-
 bool PlacesBarSupported() {
-    OSVERSIONINFOA version;
-    return KxSystemVersion(version) &&
-           PlacesBarSupported(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
+    const TSystem& system = System();
+    return PlacesBarSupported(system.Platform, system.Major, system.Minor);
 }
 
 } // namespace kx

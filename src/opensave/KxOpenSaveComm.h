@@ -61,13 +61,9 @@ inline constexpr WORD KxCmdNewFolder = 40962;
 inline constexpr WORD KxCmdDesktop = 40969;
 inline constexpr WORD KxCmdLastFolder = 40971;
 
-/// The navigation tool bar of the dialog window, its first direct child of that class; null when there is none.
-/// `commandId` (a button of the bar) is not used.
+/// The navigation tool bar of the dialog window: its first direct child of that class that has the button `commandId`.
+/// When none has it, the first one that is not the system's places bar; null when there is none.
 HWND KxFindToolbar(HWND dialog, int commandId = KxCmdUpLevel);
-
-/// True for the first tool bar that an enumeration of a dialog's children meets and that is not the system's places
-/// bar.
-bool KxIsNavigationBar(HWND window);
 
 /// Gives a tool bar flat buttons. There is no way back while its dialog is open.
 void MakeFlatButtons(HWND toolBar);
@@ -86,6 +82,8 @@ class TKxOpenDlgCaptions : public TKxDlgCaptions {
     void SetLookIn(const std::string& value) { FLookIn = value; }
 
     void SetCaptions(HWND dialog) const override;
+    /// Gives the OK button its caption again when the system has put another text in its place.
+    void KeepOk(HWND dialog) const;
 
 private:
     std::string FReadOnlyFlag;
@@ -166,7 +164,8 @@ private:
 
 /// True when `path` names a folder that is there.
 bool KxDirectoryExists(const std::string& path);
-/// True when somebody has the file open and shares it with nobody.
+/// True when somebody has the file open and shares it with nobody. Files whose content is stored elsewhere are not
+/// asked about: to open them may fetch it.
 bool KxIsHeldByOthers(const std::string& fileName);
 
 // --- File filter
@@ -221,9 +220,6 @@ private:
 
 /// A copy of the record of a file dialog by which the system shows its places bar.
 OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record);
-
-/// Asks for the system's version; false when it cannot be read.
-bool KxSystemVersion(OSVERSIONINFOA& version);
 
 /// True on systems whose file dialogs have a places bar; false too when the system's version cannot be read.
 bool PlacesBarSupported();

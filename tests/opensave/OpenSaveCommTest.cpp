@@ -117,13 +117,20 @@ protected:
     unique_hwnd Parent{Make("STATIC", nullptr, 0)};
 };
 
-TEST_F(ToolBarWindows, TheFirstDirectChildOfTheClassIsFound) {
+TEST_F(ToolBarWindows, TheFirstDirectChildOfTheClassIsFoundUnlessAnotherHasTheButton) {
     HWND inside = Make("STATIC", Parent.get(), 5);
     Make(TOOLBARCLASSNAMEA, inside, 6);
     HWND first = Make(TOOLBARCLASSNAMEA, Parent.get(), 7);
     Make(TOOLBARCLASSNAMEA, Parent.get(), 8);
     EXPECT_EQ(KxFindToolbar(Parent.get()), first);
-    EXPECT_EQ(KxFindToolbar(Parent.get(), 12345), first); // the command is not looked for
+    EXPECT_EQ(KxFindToolbar(Parent.get(), 12345), first); // nobody has that button
+    HWND third = Make(TOOLBARCLASSNAMEA, Parent.get(), 9);
+    TBBUTTON button{};
+    button.idCommand = KxCmdUpLevel;
+    SendMessageA(third, TB_BUTTONSTRUCTSIZE, sizeof button, 0);
+    SendMessageA(third, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    EXPECT_EQ(KxFindToolbar(Parent.get()), third);
+    EXPECT_EQ(KxFindToolbar(Parent.get(), KxCmdNewFolder), first);
 }
 
 TEST_F(ToolBarWindows, NoneIsFoundAmongOtherClasses) {
