@@ -16,8 +16,8 @@ void TKxDlgCore::AttachDialog(HWND window) {
 
 void TKxDlgCore::DetachDialog() {
     FPipeline.Detach();
-    Application().HideHint();
     FDlgHandle = nullptr;
+    Application().HideHint();
 }
 
 void TKxDlgCore::DockForms() {
@@ -25,11 +25,8 @@ void TKxDlgCore::DockForms() {
 }
 
 void TKxDlgCore::FireShow() {
-    const TNotifyEvent internalShow = FOnInternalShow;
-    const std::weak_ptr<const void> alive = FAlive;
-    Guarded([this] { FMyOnShow(&FDialog); });
-    if (!alive.expired()) {
-        internalShow(&FDialog);
+    if (Outlives(FExistence, [this] { Guarded([this] { FMyOnShow(&FDialog); }); })) {
+        FOnInternalShow(&FDialog);
     }
 }
 

@@ -6,7 +6,6 @@
 #include "ui/Dialogs.h"
 
 #include <initializer_list>
-#include <memory>
 #include <string>
 
 namespace kx {
@@ -46,8 +45,11 @@ protected:
     explicit TKxDlgCore(TCommonDialog& dialog, bool tracksContextMenus = false);
     ~TKxDlgCore() = default;
 
-    /// Expires when the dialog has gone.
-    std::weak_ptr<const void> Living() const { return FAlive; }
+    /// How long the object is there to be touched. It ends with the destructor, while the component's `Lifetime` ends
+    /// when the component begins to go: the dialog closes between the two.
+    const TLifetime& Existence() const { return FExistence; }
+    /// The component is on its way out, and the dialog closes as a part of that.
+    bool IsGoing() const { return !TAlive(FDialog); }
 
     virtual void DoHookEvent(TMessage& message) { FOnHookEvent(message); }
     /// Fires OnEventHooking. A dialog has a virtual method of its own that calls it.
@@ -55,21 +57,23 @@ protected:
 
     // --- Pieces of a showing
 
-    /// Runs the steps of a showing in their order. The application hears of what they send the window, and may free the
-    /// dialog: the rest is left out then. A step that fails is reported and costs the dialog nothing else.
-    template <class T> static void RunSteps(T& dialog, std::initializer_list<void (T::*)()> steps) {
-        const std::weak_ptr<const void> alive = static_cast<TKxDlgCore&>(dialog).FAlive;
+    /// Runs the steps of a showing, or of its end, in their order. The application hears of what they send the window,
+    /// and may free the dialog: the rest is left out then. A step that fails is reported and costs the dialog nothing
+    /// else. Tells whether the dialog is still there.
+    template <class T> static bool RunSteps(T& dialog, std::initializer_list<void (T::*)()> steps) {
+        const TAlive there(static_cast<TKxDlgCore&>(dialog).FExistence);
         for (const auto step : steps) {
             try {
-                if (!alive.expired()) {
+                if (there) {
                     (dialog.*step)();
                 }
             } catch (...) {
-                if (!alive.expired()) { // else what the step was making went with the dialog
+                if (there) { // else what the step was making went with the dialog
                     ReportException();
                 }
             }
         }
+        return static_cast<bool>(there);
     }
     /// Takes over the dialog window: from now on its messages take the way of the pipeline.
     void AttachDialog(HWND window); ///< @throws EOSError
@@ -90,7 +94,7 @@ private:
     void FireHook(TMessage& message) override { DoHookEvent(message); }
 
     TCommonDialog& FDialog;
-    std::shared_ptr<const void> FAlive = std::make_shared<int>(); ///< Handlers may free the dialog.
+    TLifetime FExistence;
     TKxDlgPipeline FPipeline;
     std::string FTitle;
     TNotifyEvent FMyOnShow;

@@ -1,5 +1,7 @@
 #include "frame/KxDlgParams.h"
 
+#include "core/Barrier.h"
+
 namespace kx {
 
 // --- TKxPosParams
@@ -53,6 +55,13 @@ const TClass& TKxCustDlgParams::StaticClass() {
 }
 
 TKxCustDlgParams::TKxCustDlgParams() = default;
+
+TKxCustDlgParams::~TKxCustDlgParams() {
+    if (FConnected) {
+        // Those that are somewhere else by now are left alone.
+        Guarded([this] { UndockForms([](const TForm& form, HWND dialog) { return form.ParentWindow() == dialog; }); });
+    }
+}
 
 void TKxCustDlgParams::SetLeftPanel(const std::string& value) { SetSide(FCanLeft, FLFName, FLeftForm, value, "left"); }
 

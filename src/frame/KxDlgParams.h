@@ -1,12 +1,12 @@
 #pragma once
 
+#include "core/Alive.h"
 #include "frame/KxDlgParamsFormRef.h"
 #include "frame/KxDlgParamsLayout.h"
 #include "ui/Forms.h"
 #include "ui/Messages.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 
 // What every customised dialog shares: its place on the screen, the application's forms docked into it, its captions,
@@ -68,6 +68,10 @@ class TKxCustDlgParams : public TPersistent {
     KX_CLASS()
 
     TKxCustDlgParams();
+    ~TKxCustDlgParams() override;
+
+    /// The life of the parameters, for `Outlives` and `TAlive`: handlers of docked forms may free the dialog.
+    const TLifetime& Lifetime() const { return FLife; }
 
     TKxDlgPosition Position() const { return FPosition; }
     void SetPosition(TKxDlgPosition value) { FPosition = value; }
@@ -126,7 +130,8 @@ class TKxCustDlgParams : public TPersistent {
     /// Docks the forms into the dialog window and grows it by their sizes. Once per showing, as soon as the window is
     /// there and before it is placed. @throws EIntOverflow
     virtual void ConnectForms(HWND handle);
-    /// Hides the forms and takes them out of the dialog; they keep size and border.
+    /// Hides the forms and takes them out of the dialog; they keep size and border. What a handler of one of them keeps
+    /// from being done, because it frees the dialog, is done when the parameters go.
     virtual void DisconnectForms();
     /// Hides the custom form and takes it out of the dialog, and of any parent of ours.
     void HideCustomForm();
@@ -172,6 +177,7 @@ private:
     TDockedExtents DockForms(HWND handle);
     void LayOutForms(const TDockedExtents& docked, const TRect& client);
     void ResizeForms(int32_t width, int32_t height);
+    void UndockForms(bool (*wanted)(const TForm& form, HWND dialog));
     TDockedExtents DockedExtents() const;
 
     TFormRef FTopForm;
@@ -197,7 +203,8 @@ private:
     TComponent* FDlg = nullptr;
     int32_t FIncX = 0;
     int32_t FIncY = 0;
-    std::shared_ptr<const void> FAlive = std::make_shared<int>(); ///< Handlers of docked forms may free the dialog.
+    bool FConnected = false; ///< Forms may be in the window.
+    TLifetime FLife;
 };
 
 /// Runs `work`, which deals with forms of the application, in the application's thread, where their windows live, and
@@ -227,6 +234,8 @@ void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data);
 
 /// Moves a direct child of `dialog` by so many pixels; all others stay. @throws EIntOverflow
 void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy);
+
+TDlgFrame KxDlgFrame(); ///< As the system draws it.
 
 /// The dialog window whose forms the thread is docking, for MoveLeft and MoveDown.
 extern thread_local HWND GHandle;

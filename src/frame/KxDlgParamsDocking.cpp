@@ -1,4 +1,5 @@
 #include "frame/KxDlgParams.h"
+#include "frame/KxWhileAlive.h"
 
 namespace kx {
 
@@ -6,35 +7,36 @@ void KxWithForms(const std::function<void()>& work) { Application().Synchronize(
 
 namespace {
 
-/// Out of any parent of ours, into the dialog, shown.
-void Dock(const TKxFormRef<TForm>& ref, HWND handle) {
-    KxWithForms([&] {
-        if (TForm* const form = ref.Get()) {
-            form->SetParent(nullptr);
-            form->SetParentWindow(handle);
-            form->Show();
+/// Does something to each of several forms. What it does to one may free others, or the parameters with their
+/// references.
+class TFormsInTurn {
+public:
+    explicit TFormsInTurn(const TKxCustDlgParams& params) : FAlive(params) {}
+
+    template <class F> void Do(const TKxFormRef<TForm>& ref, F&& work) const {
+        if (TForm* const form = FAlive ? ref.Get() : nullptr) {
+            work(*form);
         }
-    });
-}
+    }
+    bool ParamsAlive() const { return static_cast<bool>(FAlive); }
+
+private:
+    TAlive FAlive;
+};
 
 /// A form is referred to. Said without touching the form, which may be going in its own thread: whoever would have to
 /// wait for that thread is spared it.
 bool IsSet(const TKxFormRef<TForm>& form) { return form.operator->() != nullptr; }
 
-void Undock(TForm* form) {
-    if (form) {
-        form->Hide();
-        form->SetParentWindow(nullptr);
-    }
+/// Out of any parent of ours, into the dialog, shown.
+void Dock(TForm& form, HWND handle, const TKxCustDlgParams& params) {
+    KxWhileAlive(
+        {TAlive(form), TAlive(params)}, [&] { form.SetParent(nullptr); }, [&] { form.SetParentWindow(handle); },
+        [&] { form.Show(); });
 }
 
-std::optional<int32_t> WidthOf(const TForm* form) {
-    return form ? std::optional<int32_t>(form->Width()) : std::nullopt;
-}
-
-std::optional<int32_t> HeightOf(const TForm* form) {
-    return form ? std::optional<int32_t>(form->Height()) : std::nullopt;
-}
+int32_t WidthOf(const TForm& form) { return form.Width(); }
+int32_t HeightOf(const TForm& form) { return form.Height(); }
 
 } // namespace
 
@@ -61,10 +63,13 @@ void TKxPosParams::ResolveForm() {
 }
 
 void TKxCustDlgParams::ResolveForms() {
-    const auto resolve = [](TFormRef& ref, const std::string& name) {
-        TForm* form = ref.Get();
-        CreateFormAs(form, name);
-        ref.Set(form);
+    const TAlive alive(FLife);
+    const auto resolve = [&](TFormRef& ref, const std::string& name) {
+        TForm* form = alive ? ref.Get() : nullptr;
+        if (alive) {
+            CreateFormAs(form, name);
+            ref.Set(form);
+        }
         if (form) {
             form->SetBorderStyle(bsNone);
         }
@@ -74,7 +79,9 @@ void TKxCustDlgParams::ResolveForms() {
     resolve(FTopForm, FTFName);
     resolve(FBottomForm, FBFName);
     resolve(FCustForm, FCFName);
-    FPosParams.ResolveForm();
+    if (alive) {
+        FPosParams.ResolveForm();
+    }
 }
 
 void TKxCustDlgParams::ConnectForms(HWND handle) {
@@ -82,18 +89,25 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
     FHandle = handle;
     FIncX = 0;
     FIncY = 0;
+    FConnected = true;
+    const TAlive alive(FLife);
     KxWithForms([this] { ResolveForms(); });
+    if (!alive) {
+        return;
+    }
     const TRect window = KxWindowRect(handle);
     const TRect client = KxClientRect(handle);
-    const std::weak_ptr<const void> alive = FAlive;
     const TDockedExtents docked = DockForms(handle);
-    if (alive.expired()) {
+    if (!alive) {
         return;
     }
     KxWithForms([&] { LayOutForms(docked, client); });
+    if (!alive) {
+        return;
+    }
     ResizeWindow(handle, CheckedAdd(Width(window), docked.TotalWidth()),
                  CheckedAdd(Height(window), docked.TotalHeight()));
-    if (alive.expired()) {
+    if (!alive) {
         return;
     }
     FIncX = docked.TotalWidth();
@@ -102,18 +116,16 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
 }
 
 TDockedExtents TKxCustDlgParams::DockForms(HWND handle) {
-    const std::weak_ptr<const void> alive = FAlive;
-    const auto dock = [&](const TFormRef& form, std::optional<int32_t> (*measure)(const TForm* form),
-                          WNDENUMPROC makeRoom) {
+    const TFormsInTurn forms(*this);
+    const auto dock = [&](const TFormRef& form, int32_t (*measure)(const TForm& form), WNDENUMPROC makeRoom) {
         std::optional<int32_t> extent;
-        if (!alive.expired()) {
-            KxWithForms([&] { extent = measure(form.Get()); });
-        }
+        KxWithForms([&] { forms.Do(form, [&](const TForm& f) { extent = measure(f); }); });
         if (extent && makeRoom) {
+            GHandle = handle; // a handler of the form before may have docked others to another dialog
             KxEnumDirectChildren(handle, makeRoom, *extent);
         }
         if (extent) {
-            Dock(form, handle);
+            KxWithForms([&] { forms.Do(form, [=, this](TForm& f) { Dock(f, handle, *this); }); });
         }
         return extent;
     };
@@ -127,32 +139,29 @@ TDockedExtents TKxCustDlgParams::DockForms(HWND handle) {
 
 void TKxCustDlgParams::LayOutForms(const TDockedExtents& docked, const TRect& client) {
     const TDockLayout layout = LayoutDocked(docked, client.Right, client.Bottom);
-    if (FLeftForm) {
-        FLeftForm->SetBounds(0, 0, FLeftForm->Width(), layout.SideHeight);
-    }
-    if (FTopForm) {
-        FTopForm->SetBounds(layout.TopLeft, 0, layout.TopWidth, FTopForm->Height());
-    }
-    if (FRightForm) {
-        FRightForm->SetBounds(layout.RightLeft, 0, FRightForm->Width(), layout.SideHeight);
-    }
-    if (FBottomForm) {
-        FBottomForm->SetBounds(0, layout.BottomTop, layout.BottomWidth, FBottomForm->Height());
-    }
+    const TFormsInTurn forms(*this);
+    forms.Do(FLeftForm, [&](TForm& form) { form.SetBounds(0, 0, form.Width(), layout.SideHeight); });
+    forms.Do(FTopForm, [&](TForm& form) { form.SetBounds(layout.TopLeft, 0, layout.TopWidth, form.Height()); });
+    forms.Do(FRightForm, [&](TForm& form) { form.SetBounds(layout.RightLeft, 0, form.Width(), layout.SideHeight); });
+    forms.Do(FBottomForm, [&](TForm& form) { form.SetBounds(0, layout.BottomTop, layout.BottomWidth, form.Height()); });
 }
 
 TDockedExtents TKxCustDlgParams::DockedExtents() const {
-    return {.LeftWidth = WidthOf(LeftForm()),
-            .TopHeight = HeightOf(TopForm()),
-            .RightWidth = WidthOf(RightForm()),
-            .BottomHeight = HeightOf(BottomForm())};
+    const auto extent = [](const TForm* form, int32_t (*measure)(const TForm& form)) {
+        return form ? std::optional<int32_t>(measure(*form)) : std::nullopt;
+    };
+    return {.LeftWidth = extent(LeftForm(), WidthOf),
+            .TopHeight = extent(TopForm(), HeightOf),
+            .RightWidth = extent(RightForm(), WidthOf),
+            .BottomHeight = extent(BottomForm(), HeightOf)};
 }
 
 void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
     const int32_t width = message.LParamLo();
     const int32_t height = message.LParamHi();
-    if (IsSet(FBottomForm) || IsSet(FTopForm) || IsSet(FLeftForm) || IsSet(FRightForm)) {
-        KxWithForms([&] { ResizeForms(width, height); });
+    const bool hasForms = IsSet(FBottomForm) || IsSet(FTopForm) || IsSet(FLeftForm) || IsSet(FRightForm);
+    if (hasForms && !Outlives(*this, [&] { KxWithForms([&] { ResizeForms(width, height); }); })) {
+        return;
     }
     FSelRect.Bottom = CheckedAdd(FSelRect.Bottom, CheckedSub(height, FDlgRect.Bottom));
     FSelRect.Right = CheckedAdd(FSelRect.Right, CheckedSub(width, FDlgRect.Right));
@@ -164,28 +173,41 @@ void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
 /// Forms that are not docked yet get their sizes when they are.
 void TKxCustDlgParams::ResizeForms(int32_t width, int32_t height) {
     const TDockedSizes sizes = ResizeDocked(DockedExtents(), width, height);
-    const auto isDocked = [this](const TFormRef& form) { return form && form->ParentWindow() == FHandle; };
-    if (isDocked(FBottomForm)) {
-        FBottomForm->SetWidth(sizes.BottomWidth);
-    }
-    if (isDocked(FTopForm)) {
-        FTopForm->SetWidth(sizes.TopWidth);
-    }
-    if (isDocked(FLeftForm)) {
-        FLeftForm->SetHeight(sizes.LeftHeight);
-    }
-    if (isDocked(FRightForm)) {
-        FRightForm->SetHeight(sizes.RightHeight);
-    }
+    const TFormsInTurn forms(*this);
+    const auto resize = [&, dialog = FHandle](const TFormRef& ref, void (TForm::*setSize)(int), int32_t size) {
+        forms.Do(ref, [&](TForm& form) {
+            if (form.ParentWindow() == dialog) {
+                (form.*setSize)(size);
+            }
+        });
+    };
+    resize(FBottomForm, &TForm::SetWidth, sizes.BottomWidth);
+    resize(FTopForm, &TForm::SetWidth, sizes.TopWidth);
+    resize(FLeftForm, &TForm::SetHeight, sizes.LeftHeight);
+    resize(FRightForm, &TForm::SetHeight, sizes.RightHeight);
 }
 
 void TKxCustDlgParams::DisconnectForms() {
-    KxWithForms([this] {
-        Undock(FBottomForm.Get());
-        Undock(FTopForm.Get());
-        Undock(FLeftForm.Get());
-        Undock(FRightForm.Get());
-        Undock(FCustForm.Get());
+    UndockForms([](const TForm&, HWND) { return true; });
+}
+
+void TKxCustDlgParams::UndockForms(bool (*wanted)(const TForm& form, HWND dialog)) {
+    KxWithForms([&] {
+        const TFormsInTurn forms(*this);
+        const auto undock = [&, dialog = FHandle](TForm& form) {
+            if (wanted(form, dialog)) {
+                KxWhileAlive(
+                    form, [&] { form.Hide(); }, [&] { form.SetParentWindow(nullptr); });
+            }
+        };
+        forms.Do(FBottomForm, undock);
+        forms.Do(FTopForm, undock);
+        forms.Do(FLeftForm, undock);
+        forms.Do(FRightForm, undock);
+        forms.Do(FCustForm, undock);
+        if (forms.ParamsAlive()) {
+            FConnected = false;
+        }
     });
 }
 
@@ -195,9 +217,9 @@ void TKxCustDlgParams::HideCustomForm() {
     }
     KxWithForms([this] {
         if (TForm* const form = CustomForm()) {
-            form->Hide();
-            form->SetParent(nullptr);
-            form->SetParentWindow(nullptr);
+            KxWhileAlive(
+                *form, [=] { form->Hide(); }, [=] { form->SetParent(nullptr); },
+                [=] { form->SetParentWindow(nullptr); });
         }
     });
 }

@@ -41,6 +41,10 @@ TPoint CenterOver(const TRect& window, const TRect& reference) {
     return {CheckedSub(window.Left, dx), CheckedSub(window.Top, dy)};
 }
 
+// Deliberate: the other extent of the frame each time, where one would expect its width beside and its height above.
+int32_t RoomAtLeft(int32_t width, const TDlgFrame& frame) { return CheckedAdd(width, frame.Height); }
+int32_t RoomAtTop(int32_t height, const TDlgFrame& frame) { return CheckedAdd(height, frame.Width); }
+
 int32_t TDockedExtents::TotalWidth() const { return CheckedAdd(LeftWidth.value_or(0), RightWidth.value_or(0)); }
 
 int32_t TDockedExtents::TotalHeight() const { return CheckedAdd(TopHeight.value_or(0), BottomHeight.value_or(0)); }

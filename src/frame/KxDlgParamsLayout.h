@@ -21,6 +21,17 @@ TPoint CenterOnScreen(const TRect& window, int32_t screenWidth, int32_t screenHe
 /// Where the top left corner of `window` must go to centre it over `reference`. Nothing is fitted to the screen.
 TPoint CenterOver(const TRect& window, const TRect& reference);
 
+/// Extents of the frame of a dialog: the system's metrics SM_CXDLGFRAME and SM_CYDLGFRAME.
+struct TDlgFrame {
+    int32_t Width;
+    int32_t Height;
+};
+
+/// By how much the controls of a dialog make room for what comes to their left, of that width, or above them, of that
+/// height.
+int32_t RoomAtLeft(int32_t width, const TDlgFrame& frame);
+int32_t RoomAtTop(int32_t height, const TDlgFrame& frame);
+
 /// What each docked form takes of the dialog, in pixels; empty for a side without a form.
 struct TDockedExtents {
     std::optional<int32_t> LeftWidth = std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Alive.h"
 #include "ui/Subclass.h"
 
 namespace kx {
@@ -16,7 +17,8 @@ enum TKxMsgVerdict : uint8_t {
 ///
 /// An exception on the way to the system goes to the application and stops a command (WM_COMMAND); any other message
 /// still reaches the system, which must see its own painting, sizing and closing. The dialog may detach the pipeline,
-/// or be freed with it, in the middle of a message.
+/// or be freed with it, in the middle of a message: nobody gets that one any more, but for WM_DESTROY, at which the
+/// system frees what it has.
 class TKxDlgPipeline {
 public:
     /// The dialog component, as the pipeline sees it.
@@ -37,22 +39,19 @@ public:
     explicit TKxDlgPipeline(IDialog& dialog, bool tracksContextMenus = false);
     TKxDlgPipeline(const TKxDlgPipeline&) = delete;
     TKxDlgPipeline& operator=(const TKxDlgPipeline&) = delete;
-    ~TKxDlgPipeline();
 
     void Attach(HWND window) { FSubclass.Install(window); } ///< @throws EOSError
     void Detach() { FSubclass.Uninstall(); }                ///< Gives the window its own procedure back.
     HWND Handle() const { return FSubclass.Handle(); }      ///< Null while detached.
 
 private:
-    class TRun;
-
     void HandleMessage(TMessage& message);
-    TKxMsgVerdict Ask(TMessage& message, const TRun& run);
+    TKxMsgVerdict Ask(TMessage& message);
 
     IDialog& FDialog;
     bool FTracksContextMenus;
-    TRun* FRun = nullptr; ///< The innermost message being handled.
     TSubclass FSubclass;
+    TLifetime FLife;
 };
 
 } // namespace kx

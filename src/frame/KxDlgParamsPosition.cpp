@@ -132,20 +132,18 @@ void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
     }
 }
 
+TDlgFrame KxDlgFrame() { return {GetSystemMetrics(SM_CXDLGFRAME), GetSystemMetrics(SM_CYDLGFRAME)}; }
+
 BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept {
     Guarded([&] {
-        // Deliberate: the height of the dialog frame, where one would expect its width.
-        KxMoveChild(GHandle, window, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CYDLGFRAME)), 0);
+        KxMoveChild(GHandle, window, RoomAtLeft(static_cast<int32_t>(delta), KxDlgFrame()), 0);
         RedrawWindow(window, nullptr, nullptr, 0);
     });
     return TRUE;
 }
 
 BOOL CALLBACK MoveDown(HWND window, LPARAM delta) noexcept {
-    Guarded([&] {
-        // Deliberate: the width of the dialog frame, where one would expect its height.
-        KxMoveChild(GHandle, window, 0, CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CXDLGFRAME)));
-    });
+    Guarded([&] { KxMoveChild(GHandle, window, 0, RoomAtTop(static_cast<int32_t>(delta), KxDlgFrame())); });
     return TRUE;
 }
 

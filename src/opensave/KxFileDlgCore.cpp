@@ -1,6 +1,7 @@
 #include "opensave/KxFileDlgCore.h"
 
 #include "core/Barrier.h"
+#include "frame/KxWhileAlive.h"
 
 namespace kx {
 
@@ -21,7 +22,12 @@ void TKxFileDlgCore::SetSelFiles(const std::string& value) {
 }
 
 const TStringList& TKxFileDlgCore::GetSelFilesList() {
-    KxCommonGetNamesList(GetSelFiles(), FSelFiles);
+    static const TStringList none;
+    std::string files;
+    if (!Outlives(Existence(), [&] { files = GetSelFiles(); })) {
+        return none;
+    }
+    KxCommonGetNamesList(files, FSelFiles);
     return FSelFiles;
 }
 
@@ -35,7 +41,11 @@ void TKxFileDlgCore::SetSelFilesList(const TStrings& value) {
 }
 
 LPCITEMIDLIST TKxFileDlgCore::GetSelPathPidl() {
-    FSelPathIDList = Window().GetSelPathPidl();
+    unique_pidl folder;
+    if (!Outlives(Existence(), [&] { folder = Window().GetSelPathPidl(); })) {
+        return nullptr;
+    }
+    FSelPathIDList = std::move(folder);
     return FSelPathIDList.get();
 }
 
@@ -61,9 +71,7 @@ void TKxFileDlgCore::AttachDialog() {
 void TKxFileDlgCore::MeasureList() { FParams.SetCustRect(Window().SelectionRect()); }
 
 void TKxFileDlgCore::ShowVisibleCtrls() {
-    const std::weak_ptr<const void> alive = Living();
-    SetVisibleCtrls(FCtrls);
-    if (!alive.expired()) {
+    if (Outlives(Existence(), [this] { SetVisibleCtrls(FCtrls); })) {
         FCaptions.SetCaptions(FDlgHandle);
     }
 }
@@ -129,40 +137,41 @@ void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
         PlaceAgain();
         return;
     }
-    const std::weak_ptr<const void> alive = Living(); // the application hears of what follows
+    HWND window = FDlgHandle;
     const TPoint size = FirstSize();
-    SetOuterSize(size.X, size.Y);
-    if (!alive.expired() && arrange) {
-        Guarded(arrange);
-    }
-    if (alive.expired()) {
-        return;
-    }
-    FPlaced = true;
-    Window().ClipUnderForms();
-    if (!IsZoomed(FDlgHandle)) {
-        Place();
-    }
-    if (alive.expired()) {
-        return;
-    }
-    if (!IsWindowVisible(FDlgHandle)) {
-        const TRect placed = KxWindowRect(FDlgHandle);
-        FPlacedAt = {placed.Left, placed.Top};
-    }
-    RepaintWhole(FDlgHandle);
+    KxWhileAlive(
+        Existence(), [&] { SetOuterSize(size.X, size.Y); },
+        [&] {
+            if (arrange) {
+                Guarded(arrange);
+            }
+        },
+        [&] {
+            FPlaced = true;
+            Window().ClipUnderForms();
+            if (!IsZoomed(window)) {
+                Place();
+            }
+        },
+        [&] {
+            if (!IsWindowVisible(window)) {
+                const TRect placed = KxWindowRect(window);
+                FPlacedAt = {placed.Left, placed.Top};
+            }
+            RepaintWhole(window);
+        });
 }
 
 void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
     FClosingWindow = true;
-    const TRect outer =
-        IsZoomed(FDlgHandle) ? FromRECT(PlacementOf(FDlgHandle).rcNormalPosition) : KxWindowRect(FDlgHandle);
-    FParams.DisconnectForms();
-    const int32_t width = CheckedSub(CheckedSub(Width(outer), FParams.IncX()), extraWidth);
-    const int32_t height = CheckedSub(Height(outer), FParams.IncY());
-    SetOuterSize(width, height);
-    CX = width;
-    CY = height;
+    HWND window = FDlgHandle;
+    const TRect outer = IsZoomed(window) ? FromRECT(PlacementOf(window).rcNormalPosition) : KxWindowRect(window);
+    if (!Outlives(Existence(), [this] { FParams.DisconnectForms(); })) {
+        return;
+    }
+    CX = CheckedSub(CheckedSub(Width(outer), FParams.IncX()), extraWidth);
+    CY = CheckedSub(Height(outer), FParams.IncY());
+    SetOuterSize(CX, CY);
 }
 
 // --- Messages
@@ -198,8 +207,9 @@ bool TKxFileDlgCore::AllowsCommand(TKxFileDlgCommand command) {
 }
 
 void TKxFileDlgCore::AfterSystem(TMessage& message) {
-    if (message.Msg == WM_COMMAND && message.LParam && message.LParamWindow() == Window().GetEdit()) {
-        FCaptions.KeepOk(FDlgHandle);
+    if (message.Msg == WM_COMMAND && message.LParam && message.LParamWindow() == Window().GetEdit() &&
+        !Outlives(Existence(), [this] { FCaptions.KeepOk(FDlgHandle); })) {
+        return;
     }
     switch (message.Msg == WM_COMMAND ? Window().CommandOf(message) : TKxFileDlgCommand::Other) {
     case TKxFileDlgCommand::Desktop: DoDesktopNavigate(); break;

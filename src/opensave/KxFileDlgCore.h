@@ -4,7 +4,6 @@
 #include "opensave/KxFileDlgWindow.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 

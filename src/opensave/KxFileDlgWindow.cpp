@@ -1,5 +1,6 @@
 #include "opensave/KxFileDlgWindow.h"
 
+#include "frame/KxWhileAlive.h"
 #include "ui/System.h"
 
 #include <algorithm>
@@ -220,15 +221,20 @@ void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
         return;
     }
     constexpr int down = 70;
-    KxWithForms([&] {
-        if (TForm* right = params.RightForm()) {
+    const auto pushRight = [&] {
+        if (TForm* const right = params.RightForm()) {
             right->SetLeft(
                 CheckedAdd(right->Left(), 36)); // Deliberate: to the right and by 36, not down with the rest.
         }
-        if (TForm* bottom = params.BottomForm()) {
+    };
+    const auto pushBottom = [&] {
+        if (TForm* const bottom = params.BottomForm()) {
             bottom->SetTop(CheckedAdd(bottom->Top(), down));
         }
-    });
+    };
+    if (!Outlives(params, [&] { KxWithForms([&] { KxWhileAlive(params, pushRight, pushBottom); }); })) {
+        return;
+    }
     for (HWND control : {edit, Item(KxFileNameLabelId), Item(KxFileTypeLabelId), Item(KxFileTypeId), Item(IDOK),
                          Item(IDCANCEL), Item(KxHelpButtonId), Item(KxReadOnlyId)}) {
         RECT r{};

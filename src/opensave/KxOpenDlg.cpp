@@ -1,16 +1,13 @@
 #include "opensave/KxOpenDlg.h"
 
 #include "core/Barrier.h"
+#include "frame/KxWhileAlive.h"
 #include "opensave/KxFileDlgPublish.h"
 #include "ui/System.h"
 
 namespace kx {
 
 namespace {
-
-/// The innermost running dialog of the thread. Raw, since references that watch their target are costly to have in each
-/// thread: the dialog takes itself out.
-thread_local TKxCustomOpenDialog* RunningDialog = nullptr;
 
 constexpr unsigned StyleDelay = 50; ///< Milliseconds in which the shell fills its list.
 
@@ -63,50 +60,20 @@ TKxCustomOpenDialog::TKxCustomOpenDialog(TComponent* owner)
 
 TKxCustomOpenDialog::~TKxCustomOpenDialog() {
     CloseShown();
-    ForgetCreationControl();
+    // When a handler freed the dialog while it closed:
+    using T = TKxCustomOpenDialog;
+    RunSteps<T>(*this, {&T::FreePlacesBar, &T::FreeOkButton, &T::ReturnToolBar});
 }
 
-TKxCustomOpenDialog* TKxCustomOpenDialog::CreationControl() { return RunningDialog; }
-
-TKxCustomOpenDialog::TGlobals& TKxCustomOpenDialog::Globals() {
-    static thread_local TGlobals globals;
-    return globals;
-}
+TKxCustomOpenDialog* TKxCustomOpenDialog::CreationControl() { return TRunning::Dialog(); }
 
 // --- Running
 
-void TKxCustomOpenDialog::PrepareExecution() {
-    Fg_PrevCreationControl.Set(RunningDialog);
-    RunningDialog = this;
-}
-
-/// For a run that ended without a showing.
-void TKxCustomOpenDialog::ForgetCreationControl() {
-    if (RunningDialog == this) {
-        RunningDialog = Fg_PrevCreationControl.Get();
-    }
-}
-
 bool TKxCustomOpenDialog::ExecuteWith(TWrapper* wrapper) {
-    if (DlgHandle()) {
-        return TOpenDialog::Execute(); // refuses, and the showing stays as it is
-    }
-    const std::weak_ptr<const void> alive = Alive();
-    PrepareExecution();
-    bool confirmed = false;
-    try {
-        confirmed = DoExecute([this, wrapper](OPENFILENAMEA& record) {
-            RunningDialog = this; // also when the system has to show it a second time
-            return wrapper(record);
-        });
-    } catch (...) {
-        ForgetCreationControl();
-        throw;
-    }
-    if (!alive.expired()) {
-        ForgetCreationControl();
-    }
-    return confirmed;
+    return DoExecute([this, wrapper](OPENFILENAMEA& record) {
+        const TRunning running = PrepareExecution(); // each time that the system has to show it
+        return wrapper(record);
+    });
 }
 
 bool TKxCustomOpenDialog::Execute() { return ExecuteWith(GetOpenFileNameWrapper); }
@@ -132,40 +99,33 @@ bool WantsNativePlacesBar(TKxCustomOpenDialog* dialog) {
 } // namespace
 
 bool TKxCustomOpenDialog::GetOpenFileNameWrapper(OPENFILENAMEA& record) {
-    return RunWithPlacesBar(GetOpenFileNameA, record, WantsNativePlacesBar(RunningDialog));
+    return RunWithPlacesBar(GetOpenFileNameA, record, WantsNativePlacesBar(CreationControl()));
 }
 
 bool TKxCustomOpenDialog::GetSaveFileNameWrapper(OPENFILENAMEA& record) {
-    return RunWithPlacesBar(GetSaveFileNameA, record, WantsNativePlacesBar(RunningDialog));
+    return RunWithPlacesBar(GetSaveFileNameA, record, WantsNativePlacesBar(CreationControl()));
 }
 
 // --- Showing. The order of the steps is what applications rely on.
 
 void TKxCustomOpenDialog::DoShow() {
-    const std::weak_ptr<const void> alive = Alive();
     SetOptionsEx({ofExNoPlacesBar});
-    TOpenDialog::DoShow();
-    if (alive.expired()) {
-        return;
-    }
-    Fg_Globals = Globals();
-    ForgetShareViolation();
-    AttachDialog();
-    if (alive.expired()) {
-        return;
-    }
     using T = TKxCustomOpenDialog;
-    RunSteps<T>(*this, {&T::MeasureDialog, &T::MakeRoomForPlaces, &T::CreatePlacesBar, &T::TakeToolBar, &T::DockForms,
-                        &T::MeasureList, &T::ShowVisibleCtrls, &T::InstallHooks, &T::ShowFirstList, &T::FireShow});
+    if (KxWhileAlive(
+            Existence(), [this] { TOpenDialog::DoShow(); },
+            [this] {
+                ForgetShareViolation();
+                AttachDialog();
+            })) {
+        RunSteps<T>(*this,
+                    {&T::MeasureDialog, &T::MakeRoomForPlaces, &T::CreatePlacesBar, &T::TakeToolBar, &T::DockForms,
+                     &T::MeasureList, &T::ShowVisibleCtrls, &T::InstallHooks, &T::ShowFirstList, &T::FireShow});
+    }
 }
 
 /// Notes the outer size that the dialog, without what is added to it, is going to have.
 void TKxCustomOpenDialog::MeasureDialog() {
     const TRect outer = KxWindowRect(DlgHandle());
-    TRect& outermost = Globals().StaticRect;
-    if (outermost.Bottom == 0) {
-        outermost = outer;
-    }
     if (IsSizeable() && CX != 0) {
         return; // as the user left it
     }
@@ -175,29 +135,35 @@ void TKxCustomOpenDialog::MeasureDialog() {
 }
 
 void TKxCustomOpenDialog::DoClose() {
-    const std::weak_ptr<const void> alive = Alive();
-    const bool going = alive.expired(); // the closing is part of the dialog's end
     FTimer.SetEnabled(false);
-    if (going && !FClosingWindow) {
+    using T = TKxCustomOpenDialog;
+    // The places first: what comes behind tells the application. The bar is still there when the application has kept
+    // WM_DESTROY from the dialog.
+    RunSteps<T>(*this, {&T::SavePlaces, &T::LeaveAtLast, &T::FreePlacesBar, &T::FreeOkButton, &T::ReturnToolBar,
+                        &T::DetachDialog, &T::StopWatching, &T::FireInheritedClose, &T::ForgetList});
+}
+
+void TKxCustomOpenDialog::SavePlaces() {
+    if (FPlaceOptions.Visible() && !FPlaceOptions.Native() && !FPlaceOptions.RegistryKey().empty()) {
+        FPlaceOptions.SaveOnClose();
+    }
+}
+
+/// The dialog is freed and leaves a window that has not been destroyed yet.
+void TKxCustomOpenDialog::LeaveAtLast() {
+    if (TKxDlgCore::IsGoing() && !FClosingWindow) {
         LeaveWindow();
     }
-    FreePlacesBar(); // still there when the application kept WM_DESTROY from the dialog
-    FreeOkButton();
-    ReturnToolBar();
-    if (FPlaceOptions.Visible() && !FPlaceOptions.Native() && !FPlaceOptions.RegistryKey().empty()) {
-        Guarded([this] { FPlaceOptions.SaveOnClose(); });
-    }
-    if (!going && alive.expired()) {
-        return; // freed by a handler of a report
-    }
-    DetachDialog();
-    RunningDialog = nullptr;
-    RemoveHooks();
-    RunningDialog = Fg_PrevCreationControl.Get();
-    TOpenDialog::DoClose();
-    if (!going && alive.expired()) {
-        return;
-    }
+}
+
+void TKxCustomOpenDialog::StopWatching() {
+    FGlobals = {};
+    TRunning::Finish(*this);
+}
+
+void TKxCustomOpenDialog::FireInheritedClose() { TOpenDialog::DoClose(); }
+
+void TKxCustomOpenDialog::ForgetList() {
     FListMessages.Uninstall();
     FViewMessages.Uninstall();
     FLVH = nullptr;
@@ -208,16 +174,17 @@ void TKxCustomOpenDialog::DoClose() {
 // --- Answers of the system
 
 void TKxCustomOpenDialog::DoFolderChange() {
-    const std::weak_ptr<const void> alive = Alive();
-    TOpenDialog::DoFolderChange();
-    if (alive.expired() || !DlgHandle()) {
-        return;
+    if (Outlives(Existence(), [this] { TOpenDialog::DoFolderChange(); }) && DlgHandle()) {
+        using T = TKxCustomOpenDialog;
+        RunSteps<T>(*this, {&T::ShowFolderInPlaces, &T::ShowSelectionAgain, &T::PostRefreshListViewStyles});
     }
-    ShowFolderInPlaces();
+}
+
+/// The shell shows a new list, whatever stands in the place of the one before.
+void TKxCustomOpenDialog::ShowSelectionAgain() {
     if (FPlaced) {
-        RefreshSelCtrl(); // the shell shows a new list, whatever stands in the place of the one before
+        RefreshSelCtrl();
     }
-    PostRefreshListViewStyles();
 }
 
 void TKxCustomOpenDialog::WMNotify(TMessage& message) {
@@ -228,7 +195,7 @@ void TKxCustomOpenDialog::WMNotify(TMessage& message) {
     if (code == CDN_SELCHANGE) {
         ForgetShareViolation();
     }
-    if (Outlives(*this, [&] { TOpenDialog::WMNotify(message); })) {
+    if (Outlives(Existence(), [&] { TOpenDialog::WMNotify(message); })) {
         AfterNotification(code);
     }
 }
@@ -258,15 +225,23 @@ bool TKxCustomOpenDialog::DoCanClose() {
         return *answer;
     }
     if (!std::exchange(FShareAsked, false)) {
-        const TAlive alive(*this);
-        return AllowsSharedFiles() && alive && TOpenDialog::DoCanClose();
+        return AllowsSharedFiles() && TOpenDialog::DoCanClose();
     }
     FShareAnswer = false; // if the handler fails
     bool allowed = false;
-    if (Outlives(*this, [&] { allowed = TOpenDialog::DoCanClose(); })) {
+    if (Outlives(Existence(), [&] { allowed = TOpenDialog::DoCanClose(); })) {
         FShareAnswer = allowed;
     }
     return allowed;
+}
+
+void TKxCustomOpenDialog::TellOfShareViolation(const std::string& fileName) const {
+    HWND dialog = DlgHandle();
+    const std::string text = fileName + "\nThis file is in use.\nSelect a new name or close the file.";
+    std::string title;
+    if (Outlives(Existence(), [&] { title = KxWindowText(dialog); })) {
+        MessageBoxA(dialog, text.c_str(), title.c_str(), MB_OK | MB_ICONWARNING);
+    }
 }
 
 /// Windows asks about a file that another program holds before it takes the user's choice. Other systems do not, and
@@ -276,20 +251,17 @@ bool TKxCustomOpenDialog::AllowsSharedFiles() {
     if (Options().Contains(ofShareAware) || Options().Contains(ofNoValidate)) {
         return true;
     }
-    const std::weak_ptr<const void> alive = Alive();
     for (int i = 0; i < Files().Count(); ++i) {
         const std::string name = Files().Get(i);
         if (!KxIsHeldByOthers(name)) {
             continue;
         }
         int32_t result = -1;
-        DoShareViolation(result, name);
-        if (alive.expired()) {
+        if (!Outlives(Existence(), [&] { DoShareViolation(result, name); })) {
             return false;
         }
         if (result == OFN_SHAREWARN) {
-            const std::string text = name + "\nThis file is in use.\nSelect a new name or close the file.";
-            MessageBoxA(DlgHandle(), text.c_str(), KxWindowText(DlgHandle()).c_str(), MB_OK | MB_ICONWARNING);
+            TellOfShareViolation(name);
         }
         if (result == OFN_SHAREWARN || result == OFN_SHARENOWARN) {
             return false;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "frame/KxRunning.h"
 #include "opensave/KxFileDlgCore.h"
 #include "opensave/KxToolBarProps.h"
 #include "places/KxPlacesBarForm.h"
+#include "ui/Handles.h"
 #include "ui/Timers.h"
 
 #include <optional>
@@ -105,8 +107,10 @@ class TKxCustomOpenDialog : public TOpenDialog, public TKxFileDlgCore, public IK
     void SetOnIncludeFile(TKxFileFilterEvent value) { FExtFilter.SetOnIncludeFile(std::move(value)); }
 
 protected:
-    /// Makes this the running dialog.
-    void PrepareExecution();
+    using TRunning = TKxRunning<TKxCustomOpenDialog>;
+    /// Makes this the running dialog while the result lives. Whoever runs the dialog in a way of their own calls it
+    /// first.
+    [[nodiscard]] TRunning PrepareExecution() { return TRunning(*this); }
     /// One of the two wrappers below, run by the component as its system dialog.
     using TWrapper = bool(OPENFILENAMEA& record);
     bool ExecuteWith(TWrapper* wrapper);
@@ -133,33 +137,38 @@ protected:
     void AfterSystem(TMessage& message) override;
 
 private:
-    /// What hook procedures and enumerations know of the running dialog. A dialog opened from inside another one's
-    /// event puts the outer one's back when it closes. Of each thread, as the hooks are.
+    /// What hook procedures and enumerations know of the running dialog. Each dialog has its own: one that is opened
+    /// from inside another one's event may close before or after that one.
     struct TGlobals {
-        HHOOK g_KeybHook = nullptr;
-        HHOOK g_WndHook = nullptr;
+        unique_hhook g_KeybHook;
+        unique_hhook g_WndHook;
         HWND GHandle1 = nullptr; ///< The dialog window in which a places bar makes room for itself.
-        TRect StaticRect;        ///< Outer rectangle of the outermost dialog as the system made it.
     };
-    static TGlobals& Globals();
-    using TDialogRef = TKxFormRef<TKxCustomOpenDialog>;
 
     // Running and showing
-    void ForgetCreationControl();
     void MeasureDialog();
+    void ShowSelectionAgain();
     void ShowFirstList();
     bool AllowsSharedFiles();
+    void TellOfShareViolation(const std::string& fileName) const;
     void InstallHooks();
-    void RemoveHooks();
     static LRESULT CALLBACK NewKeybHook(int code, WPARAM key, LPARAM flags);
     static LRESULT CALLBACK NewWndHook(int code, WPARAM wParam, LPARAM lParam);
     void MessageHandled(const CWPRETSTRUCT& message);
     void ViewCreated();
     bool SwallowsKey(WPARAM key) const;
 
+    // Steps of the closing
+    void SavePlaces();
+    void LeaveAtLast();
+    void StopWatching();
+    void FireInheritedClose();
+    void ForgetList();
+
     // Places bar
     void MakeRoomForPlaces();
     void CreatePlacesBar();
+    void LoadPlaces();
     int32_t OwnRight();
     void KeepInside();
     void FitPlacesBar();
@@ -174,8 +183,8 @@ private:
     void ReturnToolBar();
 
     // Controls
-    void ShowOkButton(bool visible);
-    void CreateOkButton(HWND button);
+    void ShowOkButton();
+    void CreateOkButton(bool visible);
     void AlignOkButton();
     void FreeOkButton();
     void DoOKClick(TObject* sender);
@@ -201,13 +210,14 @@ private:
     int SelectedCount() const;
     TPoint FirstSize() override;
     void ShowAsPlaced();
+    void PushLowerControls() { Window().PushLowerControls(CustDlgParams()); }
     void WMNCPaint();
+    void GrowCustomForm(int32_t width, int32_t height);
     void WMSize(TMessage& message);
     void LeaveWindow();
 
     int32_t FPBWidth = 0; ///< Width of the places bar, in pixels.
-    TDialogRef Fg_PrevCreationControl;
-    TGlobals Fg_Globals; ///< Those before this run.
+    TGlobals FGlobals;
     TKxToolBarOptions FTBOptions;
     TKxFormRef<TKxPlacesBarFrm> FPlaceForm;
     TKxFileFilter FExtFilter;

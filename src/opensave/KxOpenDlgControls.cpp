@@ -2,6 +2,7 @@
 
 #include "core/Barrier.h"
 #include "dropdown/KxDropDownButton.h"
+#include "frame/KxWhileAlive.h"
 
 // What the running dialog shows: its controls, the OK button with a menu, and what stands in the place of its list.
 
@@ -10,34 +11,39 @@ namespace kx {
 // --- Visible controls
 
 void TKxCustomOpenDialog::SetVisibleCtrls(TKxOpenDlgControls value) {
-    const std::weak_ptr<const void> alive = Alive(); // the application may free the dialog when it hears of this
-    TKxFileDlgCore::SetVisibleCtrls(value);
-    if (!alive.expired() && DlgHandle()) {
-        ShowOkButton(value.Contains(dcOkBtn));
-    }
-    if (!alive.expired()) {
-        RefreshSelCtrl();
+    if (Outlives(Existence(), [&] { TKxFileDlgCore::SetVisibleCtrls(value); })) {
+        using T = TKxCustomOpenDialog;
+        RunSteps<T>(*this, {&T::ShowOkButton, &T::RefreshSelCtrl});
     }
 }
 
 // --- The OK button with a menu
 
-void TKxCustomOpenDialog::ShowOkButton(bool visible) {
-    HWND button = Window().Item(IDOK);
-    if (visible && FPopupMenu && !FOKButtonFrm) {
-        CreateOkButton(button);
+void TKxCustomOpenDialog::ShowOkButton() {
+    HWND dialog = DlgHandle();
+    const bool visible = VisibleControls().Contains(dcOkBtn);
+    if (!dialog || !Outlives(Existence(), [&] { CreateOkButton(visible); })) {
+        return;
     }
     if (TForm* const form = FOKButtonFrm.Get()) {
         form->SetVisible(visible);
-        SendMessageA(DlgHandle(), CDM_HIDECONTROL, IDOK, 0);
+        SendMessageA(dialog, CDM_HIDECONTROL, IDOK, 0);
     }
 }
 
-void TKxCustomOpenDialog::CreateOkButton(HWND button) {
+/// If there is to be one, and is not yet.
+void TKxCustomOpenDialog::CreateOkButton(bool visible) {
+    if (!visible || !FPopupMenu || FOKButtonFrm) {
+        return;
+    }
+    HWND dialog = DlgHandle();
+    HWND button = Window().Item(IDOK);
+    HWND fileType = Window().Item(KxFileTypeId);
+    const TRect r = KxRectIn(dialog, button);
     auto* const form = NewForm<TForm>(&Application());
     FOKButtonFrm.Set(form);
     form->SetBorderStyle(bsNone);
-    form->SetParentWindow(DlgHandle());
+    form->SetParentWindow(dialog);
     FOKButton = new TKxBitBtn(form);
     FOKButton->SetParent(form);
     FOKButton->SetAlign(alClient);
@@ -45,11 +51,12 @@ void TKxCustomOpenDialog::CreateOkButton(HWND button) {
     const std::string& caption = DlgItemsCaptions().OK();
     FOKButton->SetCaption(caption.empty() ? KxWindowText(button) : caption);
     FOKButton->SetOnClick({this, &TKxCustomOpenDialog::DoOKClick, "DoOKClick"});
-    const TRect r = KxRectIn(DlgHandle(), button);
-    form->SetBoundsRect(r);
-    form->SetVisible(true);
-    SetWindowPos(form->Handle(), Window().Item(KxFileTypeId), r.Left, r.Top, Width(r), Height(r),
-                 SWP_SHOWWINDOW | SWP_NOACTIVATE);
+    // The dialog is told of the window, and the application with it, which may free the dialog and this form.
+    KxWhileAlive(
+        *form, [&] { form->SetBoundsRect(r); }, [&] { form->SetVisible(true); },
+        [&] {
+            SetWindowPos(form->Handle(), fileType, r.Left, r.Top, Width(r), Height(r), SWP_SHOWWINDOW | SWP_NOACTIVATE);
+        });
 }
 
 /// The system moves its own button alone when the dialog is laid out.
@@ -61,10 +68,10 @@ void TKxCustomOpenDialog::AlignOkButton() {
 }
 
 void TKxCustomOpenDialog::FreeOkButton() {
+    FOKButton = nullptr;
     if (TForm* const form = FOKButtonFrm.Get()) {
         form->Free();
     }
-    FOKButton = nullptr;
 }
 
 void TKxCustomOpenDialog::DoOKClick(TObject*) { CloseDialog(mrOk); }
@@ -84,13 +91,12 @@ void TKxCustomOpenDialog::RefreshSelCtrl() {
     if (!DlgHandle()) {
         return;
     }
-    if (ShowsFileList()) {
-        ShowCustomSelectionCtrl(false);
-        ShowStdSelectionCtrls(true);
-    } else {
-        ShowStdSelectionCtrls(false);
-        ShowCustomSelectionCtrl(VisibleControls().Contains(dcSelectionCtrl));
-    }
+    const auto showStandard = [this] { ShowStdSelectionCtrls(ShowsFileList()); };
+    const auto showCustom = [this] {
+        ShowCustomSelectionCtrl(!ShowsFileList() && VisibleControls().Contains(dcSelectionCtrl));
+    };
+    ShowsFileList() ? KxWhileAlive(Existence(), showCustom, showStandard)
+                    : KxWhileAlive(Existence(), showStandard, showCustom);
 }
 
 namespace {
@@ -125,6 +131,8 @@ bool IsShellView(HWND window) {
 
 /// The shell view and the list box whose place it takes: one is the list, the other one never shows.
 void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
+    HWND edit = EditHandle();
+    const TRect r = CustDlgParams().CustRect(); // a width and a height
     HWND placeholder = Window().Item(KxListPlaceholderId);
     HWND view = Window().Item(KxShellViewId);
     if (IsShellView(placeholder)) {
@@ -132,13 +140,12 @@ void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
     }
     PutAway(placeholder);
     if (show) {
-        const TRect& r = CustDlgParams().CustRect(); // a width and a height
         ShowInSize(view, r.Right, r.Bottom);
         ShowInSize(GetWindow(view, GW_CHILD), r.Right, r.Bottom);
     } else {
         // Hiding alone leaves it the focus, and keys like Delete would go on reaching files that nobody sees.
         if (IsChild(view, GetFocus())) {
-            SetFocus(EditHandle());
+            SetFocus(edit); // which may free the dialog; its windows are there until it has ended
         }
         PutAway(view);
     }
@@ -156,12 +163,12 @@ void TKxCustomOpenDialog::ShowCustomSelectionCtrl(bool show) {
         if (!form) {
             return;
         }
-        const TRect& r = CustDlgParams().CustRect();
-        form->SetParent(nullptr);
-        form->SetParentWindow(DlgHandle());
-        form->SetBounds(r.Left, r.Top, r.Right, r.Bottom);
-        form->SetVisible(true);
-        form->Invalidate();
+        HWND dialog = DlgHandle();
+        const TRect r = CustDlgParams().CustRect();
+        KxWhileAlive(
+            {TAlive(*form), TAlive(Existence())}, [=] { form->SetParent(nullptr); },
+            [=] { form->SetParentWindow(dialog); }, [=] { form->SetBounds(r.Left, r.Top, r.Right, r.Bottom); },
+            [=] { form->SetVisible(true); }, [=] { form->Invalidate(); });
     });
 }
 

@@ -75,24 +75,18 @@ void TKxOpenDialogEx::Loaded() {
 // --- Running
 
 bool TKxOpenDialogEx::Execute() {
-    const std::weak_ptr<const void> alive = Alive();
-    const TNotifyEvent change = TabControl()->OnChange();
-    change(TabControl());
-    return !alive.expired() && TKxOpenDialog::Execute();
+    TTabControl* const tabs = TabControl();
+    return Outlives(Existence(), [=] { tabs->OnChange()(tabs); }) && TKxOpenDialog::Execute();
 }
 
 void TKxOpenDialogEx::DoShow() {
-    const std::weak_ptr<const void> alive = Alive();
-    TKxOpenDialog::DoShow();
-    if (!alive.expired()) {
+    if (Outlives(Existence(), [this] { TKxOpenDialog::DoShow(); })) {
         KxWithForms([this] { RefreshList(); });
     }
 }
 
 void TKxOpenDialogEx::ShowRecentFiles(bool recent) {
-    const std::weak_ptr<const void> alive = Alive();
-    SetSelectionType(recent ? stCustom : stStandard);
-    if (!alive.expired()) {
+    if (Outlives(Existence(), [=, this] { SetSelectionType(recent ? stCustom : stStandard); })) {
         SetVisibleControls(recent ? VisibleControls() - FolderControls : VisibleControls() + FolderControls);
     }
 }

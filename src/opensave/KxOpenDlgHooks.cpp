@@ -11,22 +11,11 @@ namespace kx {
 
 void TKxCustomOpenDialog::InstallHooks() {
     const DWORD thread = GetCurrentThreadId();
-    Globals().g_KeybHook = SetWindowsHookExA(WH_KEYBOARD, NewKeybHook, HInstance(), thread);
+    FGlobals.g_KeybHook.reset(SetWindowsHookExA(WH_KEYBOARD, NewKeybHook, HInstance(), thread));
     // Wine's shell does not ask for the selection when it has filled its list: nothing would come of watching, and a
     // watched message takes it a hundred times as long.
-    Globals().g_WndHook =
-        System().Wine ? nullptr : SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread);
-}
-
-void TKxCustomOpenDialog::RemoveHooks() {
-    const auto remove = [](HHOOK hook, HHOOK before) {
-        if (hook && hook != before) { // a showing that failed has none of its own
-            UnhookWindowsHookEx(hook);
-        }
-    };
-    remove(Globals().g_KeybHook, Fg_Globals.g_KeybHook);
-    remove(Globals().g_WndHook, Fg_Globals.g_WndHook);
-    Globals() = Fg_Globals;
+    FGlobals.g_WndHook.reset(System().Wine ? nullptr
+                                           : SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread));
 }
 
 // --- Keys
@@ -36,7 +25,7 @@ LRESULT CALLBACK TKxCustomOpenDialog::NewKeybHook(int code, WPARAM key, LPARAM f
     if (code >= 0 && dialog && dialog->SwallowsKey(key)) {
         return 1;
     }
-    return CallNextHookEx(Globals().g_KeybHook, code, key, flags);
+    return CallNextHookEx(nullptr, code, key, flags);
 }
 
 bool TKxCustomOpenDialog::SwallowsKey(WPARAM key) const {
@@ -51,7 +40,7 @@ bool TKxCustomOpenDialog::SwallowsKey(WPARAM key) const {
 
 LRESULT CALLBACK TKxCustomOpenDialog::NewWndHook(int code, WPARAM wParam, LPARAM lParam) {
     if (code < 0) {
-        return CallNextHookEx(Globals().g_WndHook, code, wParam, lParam);
+        return CallNextHookEx(nullptr, code, wParam, lParam);
     }
     if (TKxCustomOpenDialog* const dialog = CreationControl()) {
         Guarded([=] { dialog->MessageHandled(*reinterpret_cast<const CWPRETSTRUCT*>(lParam)); });
@@ -72,9 +61,7 @@ void TKxCustomOpenDialog::MessageHandled(const CWPRETSTRUCT& message) {
 /// of it, and ask for no selection then.
 void TKxCustomOpenDialog::ViewCreated() {
     if (RecreateHWnds() && FLVH) {
-        const std::weak_ptr<const void> alive = Alive();
-        ListRefilled();
-        if (!alive.expired()) {
+        if (Outlives(Existence(), [this] { ListRefilled(); })) {
             ShowFolderInPlaces(); // some ways into a folder bring no notification either
         }
     }
@@ -108,16 +95,16 @@ void TKxCustomOpenDialog::ListRefilled() {
     if (FFiltering) {
         return; // what the filter does to the list is no filling
     }
-    const std::weak_ptr<const void> alive = Alive();
     if (FExtFilter.Enabled()) {
+        const TAlive there(Existence());
         FFiltering = true;
         Guarded([&] {
             const std::string folder = GetSelPath(); // the application hears of the question and may free the dialog
-            if (!alive.expired()) {
+            if (there) {
                 FExtFilter.ProcessViaFilter(FLVH, folder);
             }
         });
-        if (alive.expired()) {
+        if (!there) {
             return;
         }
         FFiltering = false;
@@ -138,7 +125,10 @@ void TKxCustomOpenDialog::ShowFirstList() {
 void TKxCustomOpenDialog::DoRefreshListView(TObject*) {
     FTimer.SetEnabled(false);
     if (!ShowsFileList() && IsWindowVisible(FDVH)) {
-        RefreshSelCtrl(); // some ways into a folder bring no notification
+        // Some ways into a folder bring no notification.
+        if (!Outlives(Existence(), [this] { RefreshSelCtrl(); })) {
+            return;
+        }
     }
     if (FLVH) {
         PostMessageA(FLVH, KxRefreshStylesMessage, 0, 0);

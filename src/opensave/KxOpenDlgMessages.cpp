@@ -1,6 +1,7 @@
 #include "opensave/KxOpenDlg.h"
 
 #include "core/Barrier.h"
+#include "frame/KxWhileAlive.h"
 
 #include <algorithm>
 
@@ -26,6 +27,7 @@ TKxMsgVerdict TKxCustomOpenDialog::BeforeSystem(TMessage& message) {
 }
 
 void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
+    using T = TKxCustomOpenDialog;
     switch (message.Msg) {
     case WM_PAINT: AlignOkButton(); break;
     case WM_PARENTNOTIFY:
@@ -36,9 +38,7 @@ void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
     case WM_SIZE:
         // Where the system has put its own controls is known only now.
         if (FPlaced) {
-            PlaceToolBar();
-            FitPlacesBar();
-            AlignOkButton();
+            RunSteps<T>(*this, {&T::PlaceToolBar, &T::FitPlacesBar, &T::AlignOkButton});
         }
         break;
     default: TKxFileDlgCore::AfterSystem(message);
@@ -46,8 +46,9 @@ void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
 }
 
 void TKxCustomOpenDialog::LeaveWindow() {
-    ShrinkBack(ShowCustomPlacesBar() ? FPBWidth : 0);
-    FreePlacesBar();
+    if (Outlives(Existence(), [this] { ShrinkBack(ShowCustomPlacesBar() ? FPBWidth : 0); })) {
+        FreePlacesBar();
+    }
 }
 
 TPoint TKxCustomOpenDialog::FirstSize() {
@@ -57,19 +58,14 @@ TPoint TKxCustomOpenDialog::FirstSize() {
 
 void TKxCustomOpenDialog::ShowAsPlaced() {
     PlaceFirst([this] {
-        KeepInside();
-        PlaceToolBar();
-        AlignOkButton();
-        FitPlacesBar();
-        RefreshSelCtrl();
+        using T = TKxCustomOpenDialog;
+        RunSteps<T>(*this, {&T::KeepInside, &T::PlaceToolBar, &T::AlignOkButton, &T::FitPlacesBar, &T::RefreshSelCtrl});
     });
 }
 
 void TKxCustomOpenDialog::WMNCPaint() {
-    ShowAsPlaced();
-    RefreshSelCtrl();
-    Window().PushLowerControls(CustDlgParams());
-    FitPlacesBar();
+    using T = TKxCustomOpenDialog;
+    RunSteps<T>(*this, {&T::ShowAsPlaced, &T::RefreshSelCtrl, &T::PushLowerControls, &T::FitPlacesBar});
 }
 
 namespace {
@@ -83,28 +79,39 @@ BOOL CALLBACK RepaintCtrl(HWND window, LPARAM) {
 
 void TKxCustomOpenDialog::WMSize(TMessage& message) {
     TKxCustDlgParams& params = CustDlgParams();
-    bool resizesForm = false;
-    if (IsSizeable() && FListType == stCustom) {
-        KxWithForms([&] {
-            if (TForm* const custom = params.CustomForm()) {
-                resizesForm = true;
-                const TRect& before = params.ClientRect();
-                custom->SetBounds(custom->Left(), custom->Top(),
-                                  CheckedAdd(custom->Width(), CheckedSub(message.LParamLo(), before.Right)),
-                                  CheckedAdd(custom->Height(), CheckedSub(message.LParamHi(), before.Bottom)));
-            }
-        });
-    }
-    if (resizesForm) {
-        KxEnumDirectChildren(DlgHandle(), RepaintCtrl, 0);
-    }
-    params.OnResizeWindow(message);
-    if (!ShowsFileList()) { // else the custom form is not seen, and the application's thread is not waited for
+    HWND dialog = DlgHandle();
+    const auto growForm = [&] {
+        bool grows = false;
+        if (IsSizeable() && FListType == stCustom) {
+            KxWithForms([&] {
+                grows = params.CustomForm() != nullptr;
+                GrowCustomForm(message.LParamLo(), message.LParamHi());
+            });
+        }
+        if (grows) {
+            KxEnumDirectChildren(dialog, RepaintCtrl, 0);
+        }
+    };
+    const auto repaintForm = [&] {
+        if (ShowsFileList()) {
+            return; // the custom form is not seen, and the application's thread is not waited for
+        }
         KxWithForms([&] {
             if (TForm* const custom = params.CustomForm()) {
                 custom->Repaint();
             }
         });
+    };
+    KxWhileAlive(
+        Existence(), growForm, [&] { params.OnResizeWindow(message); }, repaintForm);
+}
+
+/// By as much as the dialog's client area grows to this size.
+void TKxCustomOpenDialog::GrowCustomForm(int32_t width, int32_t height) {
+    if (TForm* const custom = CustDlgParams().CustomForm()) {
+        const TRect& before = CustDlgParams().ClientRect();
+        custom->SetBounds(custom->Left(), custom->Top(), CheckedAdd(custom->Width(), CheckedSub(width, before.Right)),
+                          CheckedAdd(custom->Height(), CheckedSub(height, before.Bottom)));
     }
 }
 
@@ -124,8 +131,7 @@ void TKxCustomOpenDialog::NewLVProc(TMessage& message) {
         }
         break;
     case WM_SETREDRAW:
-        FListMessages.CallPrevious(message);
-        if (message.WParam) {
+        if (Outlives(Existence(), [&] { FListMessages.CallPrevious(message); }) && message.WParam) {
             ListRefilled(); // by another file type, or by F5: lists let themselves be drawn again when they are
                             // complete
         }
@@ -149,17 +155,14 @@ void TKxCustomOpenDialog::ViewStyleChanging(TMessage& message) {
         FListMessages.CallPrevious(message);
         return;
     }
-    const std::weak_ptr<const void> alive = Alive();
     bool allow = true;
-    Guarded([&] { DoSelectionStyleChanging(style, allow); });
-    if (alive.expired()) {
+    if (!Outlives(Existence(), [&] { Guarded([&] { DoSelectionStyleChanging(style, allow); }); })) {
         return;
     }
     if (!allow) {
         change.styleNew = change.styleOld;
     }
-    FListMessages.CallPrevious(message);
-    if (allow) {
+    if (Outlives(Existence(), [&] { FListMessages.CallPrevious(message); }) && allow) {
         DoSelectionStyleChange(style);
     }
 }
@@ -200,16 +203,11 @@ bool TKxCustomOpenDialog::ViewStyleCommand(TMessage& message) {
         return false;
     }
     const auto style = KxClassicStyle(static_cast<TKxListViewStyle>(message.WParam - KxViewCommand(lvsIcon)));
-    const std::weak_ptr<const void> alive = Alive();
     bool allow = true;
-    DoSelectionStyleChanging(style, allow);
-    if (!allow || alive.expired()) {
-        return true;
-    }
-    FViewMessages.CallPrevious(message);
-    DoSelectionStyleChange(style);
-    if (!alive.expired()) {
-        PostRefreshListViewStyles();
+    if (Outlives(Existence(), [&] { DoSelectionStyleChanging(style, allow); }) && allow) {
+        KxWhileAlive(
+            Existence(), [&] { FViewMessages.CallPrevious(message); }, [&] { DoSelectionStyleChange(style); },
+            [this] { PostRefreshListViewStyles(); });
     }
     return true;
 }

@@ -1,6 +1,7 @@
 #include "opensave/KxOpenDlg.h"
 
 #include "core/Barrier.h"
+#include "frame/KxWhileAlive.h"
 
 #include <algorithm>
 
@@ -45,9 +46,9 @@ bool TKxCustomOpenDialog::ShowCustomPlacesBar() const {
 
 BOOL CALLBACK TKxCustomOpenDialog::MoveLeft1(HWND window, LPARAM delta) noexcept {
     Guarded([&] {
-        // Deliberate: the height of the dialog frame, where one would expect its width.
-        KxMoveChild(Globals().GHandle1, window,
-                    CheckedAdd(static_cast<int32_t>(delta), GetSystemMetrics(SM_CYDLGFRAME)), 0);
+        if (const TKxCustomOpenDialog* const dialog = CreationControl()) { // none when another thread is freeing it
+            KxMoveChild(dialog->FGlobals.GHandle1, window, RoomAtLeft(static_cast<int32_t>(delta), KxDlgFrame()), 0);
+        }
     });
     return TRUE;
 }
@@ -57,8 +58,8 @@ void TKxCustomOpenDialog::MakeRoomForPlaces() {
     if (!ShowCustomPlacesBar()) {
         return;
     }
-    Globals().GHandle1 = DlgHandle();
     HWND dialog = DlgHandle();
+    FGlobals.GHandle1 = dialog;
     HWND combo = GetDlgItem(dialog, KxFolderComboId);
     const TRect r = KxWindowRect(combo);
     SetWindowPos(combo, nullptr, 6, 6, CheckedAdd(Width(r), 45), Height(r),
@@ -74,7 +75,6 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
     if (!ShowCustomPlacesBar()) {
         return;
     }
-    const std::weak_ptr<const void> alive = Alive();
     auto* const form = NewForm<TKxPlacesBarFrm>(&Application());
     FPlaceForm.Set(form);
     form->SetParent(nullptr);
@@ -82,17 +82,19 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
     form->SetBorderStyle(bsNone);
     form->Panel1->SetBorderStyle(FPlaceOptions.BorderStyle());
     form->SetDialog(this);
-    if (!FPlaceOptions.RegistryKey().empty()) {
-        Guarded([this] { FPlaceOptions.LoadFromRegistry(); }); // the places that could be read are shown
-    }
-    form->SetAcceptFiles(FPlaceOptions.AllowDrop());
-    // Windows makes a scroller that scrolls while something is dragged a target of drops, in front of the form that it
-    // covers, and the form would never hear of them.
-    form->ps1->SetDragScroll(!FPlaceOptions.AllowDrop());
-    FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
-    form->SetBounds(4, 33, FPBWidth, form->Height());
-    form->Show();
-    if (alive.expired()) { // the dialog is told of the window, and the application with it
+    // The dialog is told of the window, and the application with it, as of a failure: each may free the dialog.
+    const bool there = KxWhileAlive(
+        Existence(), [this] { LoadPlaces(); },
+        [=, this] {
+            form->SetAcceptFiles(FPlaceOptions.AllowDrop());
+            // Windows makes a scroller that scrolls while something is dragged a target of drops, in front of the form
+            // that it covers, and the form would never hear of them.
+            form->ps1->SetDragScroll(!FPlaceOptions.AllowDrop());
+            FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
+            form->SetBounds(4, 33, FPBWidth, form->Height());
+            form->Show();
+        });
+    if (!there) {
         return;
     }
     form->ps1->SetAutoScroll(FPlaceOptions.AutoScroll());
@@ -101,6 +103,13 @@ void TKxCustomOpenDialog::CreatePlacesBar() {
     form->SetPlaces(&FPlaceOptions.Places());
     FPlaceOptions.SetPlacesBar(form->ToolBar1);
     FPlaceOptions.Places().UpdatePlacesOn(*form->ToolBar1);
+}
+
+/// The places that could be read are shown.
+void TKxCustomOpenDialog::LoadPlaces() {
+    if (!FPlaceOptions.RegistryKey().empty()) {
+        Guarded([this] { FPlaceOptions.LoadFromRegistry(); });
+    }
 }
 
 /// Right edge of the dialog's own part in client coordinates.
@@ -119,17 +128,21 @@ void TKxCustomOpenDialog::KeepInside() {
     if (!FPlaceForm) {
         return;
     }
+    HWND dialog = DlgHandle();
+    HWND bar = FTB;
     const int32_t edge = OwnRight();
-    KxWithForms([&] {
-        if (TForm* const right = CustDlgParams().RightForm()) {
-            right->SetLeft(edge);
-        }
+    const bool there = Outlives(Existence(), [&] {
+        KxWithForms([&] {
+            if (TForm* const right = CustDlgParams().RightForm()) {
+                right->SetLeft(edge);
+            }
+        });
     });
     RECT button{};
-    const LRESULT last = SendMessageA(FTB, TB_BUTTONCOUNT, 0, 0) - 1;
-    if (SendMessageA(FTB, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
-        MapWindowPoints(FTB, DlgHandle(), reinterpret_cast<POINT*>(&button), 2);
-        KxMoveChild(DlgHandle(), FTB, std::min<int32_t>(edge - button.right, 0), 0);
+    const LRESULT last = SendMessageA(bar, TB_BUTTONCOUNT, 0, 0) - 1;
+    if (there && SendMessageA(bar, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
+        MapWindowPoints(bar, dialog, reinterpret_cast<POINT*>(&button), 2);
+        KxMoveChild(dialog, bar, std::min<int32_t>(edge - button.right, 0), 0);
     }
 }
 
@@ -144,9 +157,9 @@ void TKxCustomOpenDialog::FitPlacesBar() {
 
 void TKxCustomOpenDialog::FreePlacesBar() {
     if (TKxPlacesBarFrm* const form = FPlaceForm.Get()) {
-        form->Hide();
-        form->SetParentWindow(nullptr);
-        form->Free();
+        form->SetDialog(nullptr);
+        KxWhileAlive(
+            *form, [=] { form->Hide(); }, [=] { form->SetParentWindow(nullptr); }, [=] { form->Free(); });
     }
 }
 
@@ -157,9 +170,8 @@ void TKxCustomOpenDialog::ShowFolderInPlaces() {
     if (!form || !ShowCustomPlacesBar()) {
         return;
     }
-    const std::weak_ptr<const void> alive = Alive(); // the application hears of the question
-    const unique_pidl folder = Window().GetSelPathPidl();
-    if (alive.expired()) {
+    unique_pidl folder;
+    if (!Outlives(Existence(), [&] { folder = Window().GetSelPathPidl(); })) {
         return;
     }
     const std::string folderPath = GetPathFromPIDL(folder.get());
@@ -212,12 +224,13 @@ void TKxCustomOpenDialog::BorrowToolBar() {
     FTBPrevParent.Set(bar->Parent());
     FTBPrevVisible = bar->Visible();
     FTBPrevRect = bar->BoundsRect();
-    bar->SetParent(nullptr);
-    bar->SetParentWindow(DlgHandle());
-    const TRect r = KxRectIn(DlgHandle(), FTB);
-    bar->SetTop(CheckedSub(CheckedSub(CheckedAdd(r.Top, Height(r) / 2), bar->Height() / 2), 1));
-    bar->SetLeft(r.Left); // until the first painting puts it at the other edge
-    bar->Show();
+    HWND dialog = DlgHandle();
+    const TRect r = KxRectIn(dialog, FTB);
+    KxWhileAlive(
+        {TAlive(*bar), TAlive(Existence())}, [=] { bar->SetParent(nullptr); }, [=] { bar->SetParentWindow(dialog); },
+        [=] { bar->SetTop(CheckedSub(CheckedSub(CheckedAdd(r.Top, Height(r) / 2), bar->Height() / 2), 1)); },
+        [=] { bar->SetLeft(r.Left); }, // until the first painting puts it at the other edge
+        [=] { bar->Show(); });
 }
 
 /// To the right of the dialog's own tool bar, as far as there is room.
@@ -235,17 +248,19 @@ void TKxCustomOpenDialog::PlaceToolBar() {
 }
 
 void TKxCustomOpenDialog::ReturnToolBar() {
-    if (TToolBar* const bar = FBorrowedBar.Get()) {
-        Guarded([&] {
-            KxWithForms([&] {
-                FBorrowedBar.Set(nullptr);
-                bar->SetVisible(FTBPrevVisible);
-                bar->SetParentWindow(nullptr);
-                bar->SetParent(FTBPrevParent.Get());
-                bar->SetBoundsRect(FTBPrevRect);
-            });
-        });
-    }
+    KxWithForms([this] {
+        TToolBar* const bar = FBorrowedBar.Get();
+        if (!bar) {
+            return;
+        }
+        // What the bar is given back is read first: it tells the application of each step, which may free the dialog.
+        FBorrowedBar.Set(nullptr);
+        TKxFormRef<TWinControl> home;
+        home.Set(FTBPrevParent.Get());
+        KxWhileAlive(
+            *bar, [=, visible = FTBPrevVisible] { bar->SetVisible(visible); }, [=] { bar->SetParentWindow(nullptr); },
+            [=, &home] { bar->SetParent(home.Get()); }, [=, rect = FTBPrevRect] { bar->SetBoundsRect(rect); });
+    });
 }
 
 } // namespace kx

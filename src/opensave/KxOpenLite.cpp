@@ -1,7 +1,7 @@
 #include "opensave/KxOpenLite.h"
 
+#include "frame/KxWhileAlive.h"
 #include "opensave/KxFileDlgPublish.h"
-#include "ui/PerThread.h"
 
 namespace kx {
 
@@ -53,22 +53,7 @@ TKxCustomOpenLiteDialog::TKxCustomOpenLiteDialog(TComponent* owner)
 
 TKxCustomOpenLiteDialog::~TKxCustomOpenLiteDialog() { CloseShown(); }
 
-namespace {
-
-const TPerThread<TKxFormRef<TKxCustomOpenLiteDialog>> RunningDialogs;
-
-} // namespace
-
-TKxCustomOpenLiteDialog::TDialogRef& TKxCustomOpenLiteDialog::RunningRef() { return *RunningDialogs; }
-
-TKxCustomOpenLiteDialog* TKxCustomOpenLiteDialog::Running() { return RunningRef().Get(); }
-
-void TKxCustomOpenLiteDialog::PrepareExecution() {
-    FPrevCreationControl.Set(Running());
-    RunningRef().Set(this);
-}
-
-void TKxCustomOpenLiteDialog::FinishExecution() { RunningRef().Set(FPrevCreationControl.Get()); }
+TKxCustomOpenLiteDialog* TKxCustomOpenLiteDialog::Running() { return TRunning::Dialog(); }
 
 bool TKxCustomOpenLiteDialog::RunLite(TSystemDialog* dialog, OPENFILENAMEA& record) {
     TKxCustomOpenLiteDialog* const running = Running();
@@ -81,41 +66,25 @@ bool TKxCustomOpenLiteDialog::RunLite(TSystemDialog* dialog, OPENFILENAMEA& reco
 }
 
 bool TKxCustomOpenLiteDialog::Execute() {
-    if (DlgHandle()) {
-        return TOpenDialog::Execute(); // refuses, and the showing stays as it is
-    }
-    const std::weak_ptr<const void> alive = Alive();
-    PrepareExecution();
-    const bool confirmed = DoExecute([](OPENFILENAMEA& record) { return RunLite(GetOpenFileNameA, record); });
-    if (!alive.expired()) {
-        FinishExecution();
-    }
-    return confirmed;
+    const TRunning running = PrepareExecution();
+    return DoExecute([](OPENFILENAMEA& record) { return RunLite(GetOpenFileNameA, record); });
 }
 
 bool TKxCustomSaveLiteDialog::Execute() {
-    if (DlgHandle()) {
-        return TOpenDialog::Execute(); // refuses, and the showing stays as it is
-    }
-    PrepareExecution();
+    TRunning running = PrepareExecution();
     // Deliberate: unlike the open dialog it stays the running one afterwards; the next dialog takes its place.
+    running.Stay();
     return DoExecute([](OPENFILENAMEA& record) { return RunLite(GetSaveFileNameA, record); });
 }
 
 // --- Showing
 
 void TKxCustomOpenLiteDialog::DoShow() {
-    const std::weak_ptr<const void> alive = Alive();
-    TOpenDialog::DoShow();
-    if (alive.expired()) {
-        return;
-    }
-    AttachDialog();
-    if (alive.expired()) {
-        return;
-    }
     using T = TKxCustomOpenLiteDialog;
-    RunSteps<T>(*this, {&T::MeasureDialog, &T::DockForms, &T::MeasureList, &T::ShowVisibleCtrls, &T::FireShow});
+    if (KxWhileAlive(
+            Existence(), [this] { TOpenDialog::DoShow(); }, [this] { AttachDialog(); })) {
+        RunSteps<T>(*this, {&T::MeasureDialog, &T::DockForms, &T::MeasureList, &T::ShowVisibleCtrls, &T::FireShow});
+    }
 }
 
 /// Notes the outer size that the dialog, without the forms, is going to have.
@@ -128,18 +97,23 @@ void TKxCustomOpenLiteDialog::MeasureDialog() {
 }
 
 void TKxCustomOpenLiteDialog::DoClose() {
-    if (Alive().expired() && !FClosingWindow) { // the dialog is freed and leaves its window
+    using T = TKxCustomOpenLiteDialog;
+    RunSteps<T>(*this, {&T::LeaveWindow, &T::DetachDialog, &T::FireInheritedClose});
+}
+
+void TKxCustomOpenLiteDialog::LeaveWindow() {
+    if (TKxDlgCore::IsGoing() && !FClosingWindow) { // the dialog is freed and leaves its window
         ShrinkBack();
     }
-    DetachDialog();
-    TOpenDialog::DoClose();
 }
+
+void TKxCustomOpenLiteDialog::FireInheritedClose() { TOpenDialog::DoClose(); }
 
 // --- Messages
 
 void TKxCustomOpenLiteDialog::WMNotify(TMessage& message) {
     const UINT code = message.LParamAs<NMHDR>().code;
-    if (Outlives(*this, [&] { TOpenDialog::WMNotify(message); })) {
+    if (Outlives(Existence(), [&] { TOpenDialog::WMNotify(message); })) {
         AfterNotification(code);
     }
 }
@@ -149,8 +123,9 @@ TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
     case WM_DESTROY: ShrinkBack(); return mvPass;
     case WM_SHOWWINDOW: PlaceFirst(); return mvPass;
     case WM_NCPAINT:
-        PlaceFirst();
-        Window().PushLowerControls(CustDlgParams());
+        if (Outlives(Existence(), [this] { PlaceFirst(); })) {
+            Window().PushLowerControls(CustDlgParams());
+        }
         return mvPass;
     case WM_SIZE: CustDlgParams().OnResizeWindow(message); return mvPass;
     default: return TKxFileDlgCore::BeforeSystem(message);

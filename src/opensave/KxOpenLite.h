@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/KxRunning.h"
 #include "opensave/KxFileDlgCore.h"
 
 namespace kx {
@@ -25,14 +26,15 @@ class TKxCustomOpenLiteDialog : public TOpenDialog, public TKxFileDlgCore {
     using TKxFileDlgCore::SetTitle;
     using TKxFileDlgCore::Title;
 
-    /// The lite dialog that was the last to start and has not put back its predecessor; null when there is none.
+    /// The lite dialog of this thread that was the last to start and has not put back its predecessor; null when there
+    /// is none.
     static TKxCustomOpenLiteDialog* Running();
 
 protected:
-    /// Makes this the running dialog. Whoever runs the dialog in a way of their own calls it first.
-    void PrepareExecution();
-    /// Puts back the dialog that was the running one before.
-    void FinishExecution();
+    using TRunning = TKxRunning<TKxCustomOpenLiteDialog>;
+    /// Makes this the running dialog while the result lives. Whoever runs the dialog in a way of their own calls it
+    /// first.
+    [[nodiscard]] TRunning PrepareExecution() { return TRunning(*this); }
     using TSystemDialog = BOOL WINAPI(OPENFILENAMEA* record);
     /// Runs the system's dialog, with the places bar when the running dialog component wants it.
     static bool RunLite(TSystemDialog* dialog, OPENFILENAMEA& record);
@@ -46,12 +48,10 @@ protected:
 
 private:
     void MeasureDialog();
-
-    using TDialogRef = TKxFormRef<TKxCustomOpenLiteDialog>;
-    static TDialogRef& RunningRef();
+    void LeaveWindow();
+    void FireInheritedClose();
 
     TKxPlacesBarLiteOptions FPBarOptions;
-    TDialogRef FPrevCreationControl; ///< The running dialog before this one.
 };
 
 /// The published lite open dialog.

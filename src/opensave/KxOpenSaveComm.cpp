@@ -57,19 +57,20 @@ const TClass& TKxOpenDlgCaptions::StaticClass() {
 }
 
 void TKxOpenDlgCaptions::SetCaptions(HWND dialog) const {
-    const auto set = [dialog](int control, const std::string& text) {
+    // All of them first: the application hears of each message, and may free the dialog with its captions.
+    const std::pair<int, std::string> texts[] = {{IDOK, OK()},
+                                                 {IDCANCEL, Cancel()},
+                                                 {KxHelpButtonId, Help()},
+                                                 {KxFolderLabelId, FLookIn},
+                                                 {KxFileNameLabelId, FFileName},
+                                                 {KxFileTypeLabelId, FFileType},
+                                                 {KxReadOnlyId, FReadOnlyFlag}};
+    for (const auto& [control, text] : texts) {
         if (!text.empty()) {
             SendMessageA(dialog, CDM_SETCONTROLTEXT, static_cast<WPARAM>(control),
                          reinterpret_cast<LPARAM>(text.c_str()));
         }
-    };
-    set(IDOK, OK());
-    set(IDCANCEL, Cancel());
-    set(KxHelpButtonId, Help());
-    set(KxFolderLabelId, FLookIn);
-    set(KxFileNameLabelId, FFileName);
-    set(KxFileTypeLabelId, FFileType);
-    set(KxReadOnlyId, FReadOnlyFlag);
+    }
 }
 
 void TKxOpenDlgCaptions::KeepOk(HWND dialog) const {

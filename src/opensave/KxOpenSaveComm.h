@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Alive.h"
 #include "frame/KxDlgParams.h"
 #include "opensave/KxNamesList.h"
 #include "places/KxPlaces.h"
@@ -213,7 +214,7 @@ private:
     bool FEnabled = false;
     TKxFileFilterEvent FOnFilter;
     TComponent* FOwner;
-    std::shared_ptr<const void> FAlive = std::make_shared<char>(); ///< The handler may free the filter.
+    TLifetime FLife; ///< The handler may free the filter.
 };
 
 // --- Places bar

@@ -81,12 +81,11 @@ void TKxFileFilter::ProcessViaFilter(HWND listView, const std::string& folder) {
         return;
     }
     const std::string prefix = ExcludeTrailingPathDelimiter(folder) + '\\';
-    const std::weak_ptr<const void> alive = FAlive;
     TDeletions deletions(listView); // also when the handler throws
     // The count is asked for each time: the handler may change it.
     for (int i = 0; i < SendMessageA(listView, LVM_GETITEMCOUNT, 0, 0); ++i) {
-        const bool included = Includes(prefix + EntryFileName(listView, i));
-        if (alive.expired()) {
+        bool included = false;
+        if (!Outlives(FLife, [&] { included = Includes(prefix + EntryFileName(listView, i)); })) {
             return; // the handler has freed the dialog, and with it the list
         }
         if (!included) {

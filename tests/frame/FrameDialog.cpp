@@ -35,11 +35,14 @@ void TFrameDialog::DoShow() {
 }
 
 void TFrameDialog::DoClose() {
-    if (Alive().expired() && !FClosing) {
+    using T = TFrameDialog;
+    RunSteps<T>(*this, {&T::LeaveAtLast, &T::DetachDialog, &T::FireInheritedClose});
+}
+
+void TFrameDialog::LeaveAtLast() {
+    if (TKxDlgCore::IsGoing() && !FClosing) {
         Leave();
     }
-    DetachDialog();
-    TOpenDialog::DoClose();
 }
 
 TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
@@ -65,7 +68,9 @@ TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
 /// The system shows the next dialog in the size in which this one goes.
 void TFrameDialog::Leave() {
     FClosing = true;
-    FParams.DisconnectForms();
+    if (!Outlives(Existence(), [this] { FParams.DisconnectForms(); })) {
+        return;
+    }
     const TRect r = KxWindowRect(FDlgHandle);
     SetWindowPos(FDlgHandle, nullptr, 0, 0, Width(r) - FParams.IncX(), Height(r) - FParams.IncY(),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

@@ -44,6 +44,8 @@ private:
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
     void AfterSystem(TMessage& message) override;
     void Leave();
+    void LeaveAtLast();
+    void FireInheritedClose() { TOpenDialog::DoClose(); }
 
     TKxDlgCaptions FCaptions;
     std::function<TKxMsgVerdict(TMessage&)> FOwnCases;

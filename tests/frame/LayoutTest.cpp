@@ -148,5 +148,15 @@ TEST(DockResize, OverflowIsRaised) {
     EXPECT_THROW(ResizeDocked({.LeftWidth = 1, .BottomHeight = Min}, 5, 5), EIntOverflow);
 }
 
+// --- Room for what stands beside the controls
+
+TEST(DockRoom, CountsTheOtherExtentOfTheFrame) {
+    const TDlgFrame frame{.Width = 3, .Height = 7};
+    EXPECT_EQ(RoomAtLeft(120, frame), 127);
+    EXPECT_EQ(RoomAtTop(50, frame), 53);
+    EXPECT_THROW(RoomAtLeft(Max, frame), EIntOverflow);
+    EXPECT_THROW(RoomAtTop(Max, frame), EIntOverflow);
+}
+
 } // namespace
 } // namespace kx
