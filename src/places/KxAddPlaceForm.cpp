@@ -69,11 +69,44 @@ TKxAddPlaceFrm::TKxAddPlaceFrm(TComponent* owner) : TForm(owner) {
     FHot.Grid = dg2;
 }
 
-void TKxAddPlaceFrm::FormCreate(TObject*) { FPlace = nullptr; }
+TKxAddPlaceFrm::~TKxAddPlaceFrm() { SetPlaces(nullptr); }
+
+void TKxAddPlaceFrm::FormCreate(TObject*) { SetPlace(nullptr); }
 
 void TKxAddPlaceFrm::FormShow(TObject*) { SetCaption(FPlace ? "Places Bar item" : "New Places Bar item"); }
 
 // --- The place
+
+void TKxAddPlaceFrm::SetPlaces(TKxPlaces* value) {
+    if (FPlaces) {
+        FPlaces->Unwatch(*this);
+    }
+    FPlaces = value;
+    if (FPlaces) {
+        FPlaces->Watch(*this);
+    }
+}
+
+void TKxAddPlaceFrm::SetPlace(TKxPlace* value) {
+    FPlace = value;
+    FPlaceAlive.reset();
+    if (value) {
+        FPlaceAlive.emplace(*value);
+    }
+}
+
+void TKxAddPlaceFrm::PlacesChanged() {
+    if (FPlaceAlive && !*FPlaceAlive) {
+        SetPlaces(nullptr);
+        PlacesGone();
+    }
+}
+
+void TKxAddPlaceFrm::PlacesGone() {
+    FPlaces = nullptr;
+    SetPlace(nullptr);
+    SetModalResult(mrCancel);
+}
 
 void TKxAddPlaceFrm::InitControls() {
     if (!FPlace) {
@@ -86,8 +119,10 @@ void TKxAddPlaceFrm::InitControls() {
     }
     InitTarget();
     eIconLib->SetText(FPlace->PlaceIconDll());
-    btnShowIconsClick(btnShowIcons);
-    ChooseIcons(FPlace->PlaceIcon(), FPlace->PlaceHotIcon());
+    // A box may tell of missing icons, and the place may go meanwhile.
+    if (Outlives(*this, [this] { btnShowIconsClick(btnShowIcons); }) && FPlace) {
+        ChooseIcons(FPlace->PlaceIcon(), FPlace->PlaceHotIcon());
+    }
 }
 
 void TKxAddPlaceFrm::ChooseIcons(int32_t normal, int32_t hot) {
@@ -168,9 +203,13 @@ void TKxAddPlaceFrm::btnShowIconsClick(TObject*) {
     const std::string file = eIconLib->Text();
     const int count = static_cast<int>(ExtractIconExA(file.c_str(), -1, nullptr, nullptr, 0));
     if (count < 1) {
-        Application().MessageBox(LoadPlacesString(SKxFileWithoutIcons), "New place - Icon library", MB_ICONSTOP);
-        FNormal.SetCount(0);
-        FHot.SetCount(0);
+        const bool there = Outlives(*this, [] {
+            Application().MessageBox(LoadPlacesString(SKxFileWithoutIcons), "New place - Icon library", MB_ICONSTOP);
+        });
+        if (there) {
+            FNormal.SetCount(0);
+            FHot.SetCount(0);
+        }
         return;
     }
     SetIconLib(file);

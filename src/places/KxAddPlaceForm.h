@@ -18,10 +18,11 @@ namespace kx {
 /// enters is validated.
 ///
 /// A form may be shown for several places, one after the other: what is not set again keeps what it showed before.
-class TKxAddPlaceFrm : public TForm {
+class TKxAddPlaceFrm : public TForm, private IKxPlacesWatcher {
     KX_CLASS()
 
     explicit TKxAddPlaceFrm(TComponent* owner = nullptr);
+    ~TKxAddPlaceFrm() override;
 
     // --- Components, owned by the form
 
@@ -53,10 +54,12 @@ class TKxAddPlaceFrm : public TForm {
 
     const std::string& IconLib() const { return FIconLib; } ///< File whose icons the grids show; empty: they show none.
     void SetIconLib(const std::string& value);
-    TKxPlaces* Places() const { return FPlaces; } ///< Where a new place goes. Not owned.
-    void SetPlaces(TKxPlaces* value) { FPlaces = value; }
+    /// Where a new place goes. Not owned: when the places go, or the place to be changed, the form is cancelled and
+    /// forgets both.
+    TKxPlaces* Places() const { return FPlaces; }
+    void SetPlaces(TKxPlaces* value);
     TKxPlace* Place() const { return FPlace; } ///< The place to be changed; null: a new one is made. Not owned.
-    void SetPlace(TKxPlace* value) { FPlace = value; }
+    void SetPlace(TKxPlace* value);
 
     /// Shows what the place holds; does nothing without one. A message box tells when its icon file has no icons.
     void InitControls();
@@ -83,6 +86,9 @@ class TKxAddPlaceFrm : public TForm {
     void Button2Click(TObject* sender);
 
 private:
+    void PlacesChanged() override;
+    void PlacesGone() override;
+
     /// The icon chosen in a grid. One that the grid has no column for stays chosen until the user takes another: who
     /// changes a place's caption where its icon file is missing does not lose its icon.
     struct TIconChoice {
@@ -105,6 +111,7 @@ private:
     std::string FIconLib;
     TKxPlaces* FPlaces = nullptr;
     TKxPlace* FPlace = nullptr;
+    std::optional<TAlive> FPlaceAlive; ///< Of FPlace.
     TIconChoice FNormal;
     TIconChoice FHot;
     std::map<int, TIcon> FIcons; ///< Those of `FIconLib` that have been drawn.

@@ -76,6 +76,24 @@ const TClass& TKxPlaces::StaticClass() {
 TKxPlaces::TKxPlaces(TKxPlacesBarOptions* options)
     : TCollection(TKxPlace::StaticClass(), [](TCollection* c) { return new TKxPlace(c); }), FPBOptions(options) {}
 
+TKxPlaces::~TKxPlaces() {
+    while (!FWatchers.empty()) {
+        IKxPlacesWatcher* const watcher = FWatchers.back();
+        FWatchers.pop_back();
+        watcher->PlacesGone();
+    }
+}
+
+void TKxPlaces::Update(TCollectionItem* item) {
+    TCollection::Update(item);
+    if (!item) {
+        const std::vector<IKxPlacesWatcher*> watchers = FWatchers; // one that is told may leave
+        for (IKxPlacesWatcher* const watcher : watchers) {
+            watcher->PlacesChanged();
+        }
+    }
+}
+
 TKxPlace* TKxPlaces::GetItem(int index) const { return static_cast<TKxPlace*>(TCollection::GetItem(index)); }
 
 TKxPlace* TKxPlaces::Add() { return static_cast<TKxPlace*>(TCollection::Add()); }

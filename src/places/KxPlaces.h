@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Alive.h"
 #include "core/Collections.h"
 #include "frame/KxDlgParamsFormRef.h"
 #include "frame/KxShellDefs.h"
@@ -7,6 +8,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 // The places of a places bar: folders that the application and the user chose, and how the registry keeps them.
 
@@ -27,6 +29,9 @@ class TKxPlace : public TCollectionItem {
     KX_CLASS()
 
     using TCollectionItem::TCollectionItem;
+
+    /// The life of the place, for `Outlives` and `TAlive`.
+    const TLifetime& Lifetime() const { return FLife; }
 
     /// The caption: the one given by hand, or, with AutoCaption, one made from the folder.
     std::string PlaceName() const { return GetPlaceName(); }
@@ -67,6 +72,17 @@ private:
     TKxSpecShellFolder FPlaceSpecPath = ftNone;
     std::string FPlaceRegPath;
     bool FAutoCaption = false;
+    TLifetime FLife;
+};
+
+/// Who keeps references to places is told when those may have gone.
+class IKxPlacesWatcher {
+public:
+    virtual void PlacesChanged() = 0; ///< Places were added, or have gone.
+    virtual void PlacesGone() = 0;    ///< The collection goes, and all of its places.
+
+protected:
+    ~IKxPlacesWatcher() = default;
 };
 
 /// The places of a bar, the first one at its top.
@@ -75,6 +91,11 @@ class TKxPlaces : public TCollection {
 
     /// `options` own the collection.
     explicit TKxPlaces(TKxPlacesBarOptions* options);
+    ~TKxPlaces() override;
+
+    /// From now on `watcher` is told, until `Unwatch`, which it calls before it goes, or the end of the collection.
+    void Watch(IKxPlacesWatcher& watcher) { FWatchers.push_back(&watcher); }
+    void Unwatch(IKxPlacesWatcher& watcher) { std::erase(FWatchers, &watcher); }
 
     TKxPlace* GetItem(int index) const; ///< @throws EListError for an index outside the collection.
     TKxPlace& operator[](int index) const { return *GetItem(index); }
@@ -92,8 +113,12 @@ class TKxPlaces : public TCollection {
 
     TPersistent* GetOwner() const override;
 
+protected:
+    void Update(TCollectionItem* item) override;
+
 private:
     TKxPlacesBarOptions* FPBOptions;
+    std::vector<IKxPlacesWatcher*> FWatchers;
 };
 
 /// Choice of the lite dialogs: the system's places bar or none.

@@ -177,7 +177,7 @@ void TKxPlacesBarFrm::Changeplace1Click(TObject*) {
     const TAlive alive(*this);
     const TAlive buttonAlive(*button);
     form->InitControls(); // may ask the user
-    if (alive && form->ShowModal() == mrOk && alive && buttonAlive) {
+    if (alive && form->Place() && form->ShowModal() == mrOk && alive && buttonAlive) {
         button->ShowPlace(*FPlaces->GetItem(button->Index()));
         button->Repaint();
     }
