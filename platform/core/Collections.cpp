@@ -13,7 +13,11 @@ const TClass& TCollectionItem::StaticClass() {
     return cls.Class();
 }
 
-TCollectionItem::TCollectionItem(TCollection* collection) { SetCollection(collection); }
+TCollectionItem::TCollectionItem(TCollection* collection) {
+    if (collection) {
+        collection->InsertItem(this); // of which class it will be is not known yet
+    }
+}
 
 TCollectionItem::~TCollectionItem() {
     Guarded([this] { SetCollection(nullptr); }); // the collection tells others
@@ -22,6 +26,10 @@ TCollectionItem::~TCollectionItem() {
 void TCollectionItem::SetCollection(TCollection* value) {
     if (FCollection == value) {
         return;
+    }
+    if (value && !InheritsFrom(value->ItemClass())) {
+        throw EInvalidCast(
+            Format("A %s cannot be an item of a collection of %s", {ClassName(), value->ItemClass().Name()}));
     }
     if (FCollection) {
         FCollection->RemoveItem(this);

@@ -10,10 +10,13 @@ class TCollection;
 class TCollectionItem : public TPersistent {
     KX_CLASS()
 
+    /// `collection` is one of items of this class.
     explicit TCollectionItem(TCollection* collection);
     ~TCollectionItem() override;
 
     TCollection* Collection() const { return FCollection; }
+    /// Moves the item to the end of another collection; with null, out of its own.
+    /// @throws EInvalidCast when `value` is a collection of other items; the item stays where it is then.
     void SetCollection(TCollection* value);
     int Index() const; ///< Position in the collection; -1 without one.
     void SetIndex(int value);
@@ -45,6 +48,7 @@ class TCollection : public TPersistent {
     ~TCollection() override;
 
     const TClass& ItemClass() const { return *FItemClass; }
+    const TLifetime& Lifetime() const { return FLife; } ///< For `Outlives` and `TAlive`.
     int Count() const { return static_cast<int>(FItems.size()); }
     /// @throws EListError "List index out of bounds (%s)"
     TCollectionItem* GetItem(int index) const;
@@ -71,6 +75,7 @@ private:
     void InsertItem(TCollectionItem* item);
     void RemoveItem(TCollectionItem* item);
 
+    TLifetime FLife;
     const TClass* FItemClass;
     TCreateItem FCreateItem;
     std::vector<TCollectionItem*> FItems;

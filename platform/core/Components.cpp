@@ -175,11 +175,22 @@ void TComponent::Unindex(TComponent* component) {
     }
 }
 
+namespace {
+
+/// Words of form files are no names: a reference to a component called True would be read as the value.
+bool IsValidName(std::string_view text) {
+    constexpr std::string_view words[] = {"True", "False", "nil", "Null"};
+    return IsValidIdent(text) &&
+           std::none_of(std::begin(words), std::end(words), [text](auto word) { return SameText(word, text); });
+}
+
+} // namespace
+
 void TComponent::SetName(const std::string& value) {
     if (FName == value) {
         return;
     }
-    if (!value.empty() && !IsValidIdent(value)) {
+    if (!value.empty() && !IsValidName(value)) {
         throw EComponentError(Format("'%s' is not a valid component name", {value}));
     }
     if (FOwner) {

@@ -2,6 +2,7 @@
 
 #include "core/Alive.h"
 #include "core/Barrier.h"
+#include "core/SystemNames.h"
 #include "core/TypInfo.h"
 
 #include <memory>
@@ -55,6 +56,9 @@ using TComponentState = TSet<TComponentStateFlag>;
 enum TOperation : uint8_t { opInsert, opRemove };
 
 /// A named object with an owner, which frees it, and with components of its own. Form files hold components.
+///
+/// An owner frees its components by `Free`, wherever they live. A component on the stack, in a field or in a smart
+/// pointer has no owner, or one that is sure to outlive it: when it goes first, it leaves its owner's list by itself.
 class TComponent : public TPersistent {
     KX_CLASS()
 
@@ -85,7 +89,8 @@ class TComponent : public TPersistent {
     void DestroyComponents();
 
     const std::string& Name() const { return FName; }
-    /// @throws EComponentError for a text that is no identifier, or a name that the owner's components have already.
+    /// @throws EComponentError for a text that is no identifier or a word of form files (True, False, nil, Null), or a
+    /// name that the owner's components have already.
     virtual void SetName(const std::string& value);
     intptr_t Tag() const { return FTag; }
     void SetTag(intptr_t value) { FTag = value; }

@@ -95,7 +95,7 @@ void TReader::ReadPropertyPath(TPersistent& instance, const std::string& path) {
         if (property->Kind != TTypeKind::SubObject || !object) {
             throw EPropertyError(Format("Property %s has no properties of its own", {property->Name}));
         }
-        FPath.push_back({property, nullptr, -1});
+        FPath.push_back({property, nullptr, -1, {}});
         rest.remove_prefix(dot + 1);
     }
     if (!ReadDefinedProperty(*object, rest)) {
@@ -104,6 +104,9 @@ void TReader::ReadPropertyPath(TPersistent& instance, const std::string& path) {
 }
 
 bool TReader::ReadDefinedProperty(TPersistent& instance, std::string_view name) {
+    if (name.empty()) { // which is how FDefinedName tells that the value has been read
+        return false;
+    }
     const detail::TRestore defined(FDefinedName, std::string(name));
     instance.DefineProperties(*this);
     return FDefinedName.empty();
@@ -136,7 +139,7 @@ void TReader::ReadPropertyValue(TPersistent& instance, const TPropInfo& property
         if (type != vaCollection || !collection) {
             WrongType(type, collection ? "a collection" : "a property of the object");
         }
-        FPath.push_back({&property, nullptr, -1});
+        FPath.push_back({&property, nullptr, -1, {}});
         return ReadItems(*collection, nullptr);
     }
     if (property.IsReadOnly()) {
@@ -217,6 +220,7 @@ void TReader::ReadCollection(TCollection& collection) {
 
 /// `known` is the collection when no published property leads to it.
 void TReader::ReadItems(TCollection& collection, TCollection* known) {
+    const std::optional<TAlive> alive = known ? std::optional<TAlive>(*known) : std::nullopt;
     const detail::TRestore nesting(FNesting);
     Enter();
     const TUpdate update(collection);
@@ -229,7 +233,7 @@ void TReader::ReadItems(TCollection& collection, TCollection* known) {
         ReadListBegin();
         TCollectionItem* const item = collection.Add();
         const TPathScope path(*this);
-        FPath.push_back({nullptr, known, collection.Count() - 1});
+        FPath.push_back({nullptr, known, collection.Count() - 1, alive});
         ReadProperties(*item);
     }
     ReadListEnd();
@@ -266,6 +270,8 @@ void TReader::ResolveFixup(const TFixup& fixup) {
     for (const TPathStep& step : fixup.Path) {
         if (step.Property) {
             object = Publishes(*object, *step.Property) ? step.Property->GetObj(*object) : nullptr;
+        } else if (step.Alive && !*step.Alive) {
+            object = nullptr;
         } else {
             auto* const collection = step.Collection ? step.Collection : dynamic_cast<TCollection*>(object);
             object = collection && step.Index < collection->Count() ? collection->GetItem(step.Index) : nullptr;

@@ -4,6 +4,8 @@
 #include "core/FilerTools.h"
 #include "core/TypInfo.h"
 
+#include <optional>
+
 // What the units of the reader share among themselves.
 
 namespace kx {
@@ -21,6 +23,7 @@ struct TReader::TPathStep {
     const TPropInfo* Property = nullptr; ///< To a sub-object.
     TCollection* Collection = nullptr;   ///< To an item of this collection, which no property led to...
     int Index = -1;                      ///< ...or of the collection that the steps before led to.
+    std::optional<TAlive> Alive;         ///< Of `Collection`: a later value may free it.
 };
 
 /// A reference that is set when all components are there.

@@ -61,11 +61,12 @@ public:
 
     constexpr bool Contains(E value) const { return (FBits & Bit(value)) != 0; }
     constexpr bool IsEmpty() const { return FBits == 0; }
-    constexpr TSet& Include(E value) {
+    // Of a set that is kept: what a property returns is a copy, and `Options().Include(x)` would change nothing.
+    constexpr TSet& Include(E value) & {
         FBits |= Bit(value);
         return *this;
     }
-    constexpr TSet& Exclude(E value) {
+    constexpr TSet& Exclude(E value) & {
         FBits &= ~Bit(value);
         return *this;
     }
@@ -336,6 +337,7 @@ private:
         } else if constexpr (detail::HasIdents<V>) {
             p.Kind = TTypeKind::Integer;
             p.Idents = &KxIdentInfo(V{});
+            LimitTo<TIntegerOf<V>>(p);
         } else if constexpr (std::is_enum_v<V>) {
             p.Kind = TTypeKind::Enumeration;
             p.Enum = &KxTypeInfo(V{});
@@ -348,9 +350,23 @@ private:
         } else {
             static_assert(std::is_integral_v<V>, "no published property can be of this type");
             p.Kind = sizeof(V) > 4 ? TTypeKind::Int64 : TTypeKind::Integer;
-            p.MinValue = static_cast<int64_t>(std::numeric_limits<V>::min());
-            p.MaxValue = sizeof(V) > 4 ? INT64_MAX : static_cast<int64_t>(std::numeric_limits<V>::max());
+            LimitTo<V>(p);
         }
+    }
+
+    /// The integer type whose values V takes.
+    template <class V> static auto IntegerOf() {
+        if constexpr (std::is_enum_v<V>) {
+            return std::underlying_type_t<V>{};
+        } else {
+            return V{};
+        }
+    }
+    template <class V> using TIntegerOf = decltype(IntegerOf<V>());
+
+    template <class I> static void LimitTo(TPropInfo& p) {
+        p.MinValue = static_cast<int64_t>((std::numeric_limits<I>::min)());
+        p.MaxValue = sizeof(I) > 4 ? INT64_MAX : static_cast<int64_t>((std::numeric_limits<I>::max)());
     }
 
     template <class V> static int64_t ToOrd(V v) {

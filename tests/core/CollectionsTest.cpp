@@ -50,6 +50,27 @@ protected:
     void Update(TCollectionItem* item) override { Updates.push_back(item); }
 };
 
+/// An item of other collections.
+class TOther : public TCollectionItem {
+    KX_CLASS()
+    using TCollectionItem::TCollectionItem;
+};
+
+class TLoudEntry : public TEntry {
+    KX_CLASS()
+    using TEntry::TEntry;
+};
+
+const TClass& TOther::StaticClass() {
+    static const TClassBuilder<TOther> cls("TOther", TCollectionItem::StaticClass());
+    return cls.Class();
+}
+
+const TClass& TLoudEntry::StaticClass() {
+    static const TClassBuilder<TLoudEntry> cls("TLoudEntry", TEntry::StaticClass());
+    return cls.Class();
+}
+
 const TClass& TEntry::StaticClass() {
     static const TClassBuilder<TEntry> cls("TEntry", TCollectionItem::StaticClass(),
                                            [](auto& c) { c.Property("Value", &TEntry::Value, &TEntry::SetValue); });
@@ -186,6 +207,31 @@ TEST(Collection, ItemsMoveBetweenCollections) {
     entry.SetCollection(nullptr);
     EXPECT_EQ(entry.Index(), -1);
     delete &entry;
+}
+
+TEST(Collection, AnItemOfAnotherClassStaysWhereItIs) {
+    TEntries entries;
+    entries.AddValue(1);
+    TCollection others(TOther::StaticClass(), [](TCollection* c) { return new TOther(c); });
+    TCollectionItem* const other = others.Add();
+    try {
+        other->SetCollection(&entries);
+        FAIL() << "accepted";
+    } catch (const EInvalidCast& error) {
+        EXPECT_EQ(error.Message(), "A TOther cannot be an item of a collection of TEntry");
+    }
+    EXPECT_EQ(other->Collection(), &others);
+    EXPECT_EQ(others.Count(), 1);
+    EXPECT_THAT(entries.Values(), ElementsAre(1));
+}
+
+TEST(Collection, AnItemOfADescendantClassIsAccepted) {
+    TEntries entries;
+    TCollection loud(TLoudEntry::StaticClass(), [](TCollection* c) { return new TLoudEntry(c); });
+    static_cast<TEntry*>(loud.Add())->SetValue(5);
+    loud.GetItem(0)->SetCollection(&entries);
+    EXPECT_THAT(entries.Values(), ElementsAre(5));
+    EXPECT_EQ(loud.Count(), 0);
 }
 
 TEST(Collection, PathsNameTheIndex) {

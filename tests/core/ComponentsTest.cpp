@@ -154,13 +154,15 @@ TEST(Component, ANameMustBeAnIdentifierAndFree) {
     TWatcher owner;
     auto* const component = Named(&owner, "A");
     Named(&owner, "B");
-    for (const char* name : {"1x", "a b", "a.b", "\xC3\xA4", "a-b", " "}) {
+    for (const char* name : {"1x", "a b", "a.b", "\xC3\xA4", "a-b", " ", "True", "false", "NIL", "Null"}) {
         EXPECT_EQ(MessageOf([&] { component->SetName(name); }),
                   "EComponentError: '" + std::string(name) + "' is not a valid component name");
     }
     EXPECT_EQ(MessageOf([&] { component->SetName("b"); }), "EComponentError: A component named b already exists");
     EXPECT_EQ(component->Name(), "A");
     EXPECT_EQ(owner.FindComponent("A"), component);
+    component->SetName("Truest"); // begins like a word of form files
+    EXPECT_EQ(component->Name(), "Truest");
 }
 
 TEST(Component, IdentifiersAreLettersDigitsAndUnderscores) {

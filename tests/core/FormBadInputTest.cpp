@@ -301,6 +301,56 @@ TEST_F(FormBadInput, ValuesOutOfRangeAreErrors) {
                 HasSubstr("F.Numbers: The integer 3000000000 is out of range on line 3"));
 }
 
+TEST_F(FormBadInput, APropertyWithoutANameIsAnErrorAndItsValueIsNotTakenForMore) {
+    const auto form = [](const std::string& name) {
+        return std::string("TPF0\5TForm\1F", 12) + static_cast<char>(name.size()) + name +
+               std::string("\6\1x\0\0", 5); // the string "x", the ends of both lists
+    };
+    EXPECT_EQ(ReadErrorOf(form("Caption")), "no error");
+    EXPECT_EQ(ReadErrorOf(form("Font.")), "Error reading F.Font. at offset 12: Property Font. does not exist");
+    EXPECT_EQ(ReadErrorOf(form("Font.Shadow.")),
+              "Error reading F.Font.Shadow. at offset 12: Property Font.Shadow. does not exist");
+    EXPECT_EQ(ReadErrorOf(form(".")), "Error reading F.. at offset 12: Property . does not exist");
+
+    // Skipped, it takes its value with it.
+    TMemoryStream stream(std::string("TPF0\5TForm\1F\5Font.\6\1x\4Left\2\7\0\0", 30));
+    const TOwned<TForm> read(dynamic_cast<TForm*>(ReadComponent(stream, nullptr, [](TReader& reader) {
+        reader.SetOnError([](TReader&, const std::string&, bool& handled) { handled = true; });
+    })));
+    EXPECT_EQ(read->Left(), 7);
+}
+
+TEST_F(FormBadInput, AReferenceOfACollectionThatALaterValueFreedIsForgotten) {
+    // Replaces its columns whenever it reads them.
+    class TReplacing : public TControl {
+    public:
+        using TControl::TControl;
+        void DefineProperties(TFiler& filer) override {
+            filer.DefineProperty(
+                "Own",
+                [this](TReader& reader) {
+                    Own = std::make_unique<TColumns>();
+                    reader.ReadValue();
+                    reader.ReadCollection(*Own);
+                },
+                {}, false);
+        }
+        std::unique_ptr<TColumns> Own;
+        static const TClass& StaticClass() {
+            static const TClassBuilder<TReplacing> cls("TReplacing", TControl::StaticClass(),
+                                                       [](auto& c) { c.Creatable(); });
+            return cls.Class();
+        }
+        const TClass& ClassType() const override { return StaticClass(); }
+    };
+    RegisterClasses<TReplacing>();
+    const auto form = ReadForm("object F: TForm object R: TReplacing Own = < item Link = A end >"
+                               " Own = < item Link = B end > end object A: TButton end object B: TButton end end");
+    const auto& columns = *dynamic_cast<TReplacing&>(*form->FindComponent("R")).Own;
+    ASSERT_EQ(columns.Count(), 1);
+    EXPECT_EQ(columns.Column(0).Link(), form->FindComponent("B"));
+}
+
 TEST_F(FormBadInput, AnErrorOfASetterIsAnErrorOfTheForm) {
     EXPECT_EQ(ReadErrorOf("object F: TForm\n object B: TButton\n Caption = 'refused'\n end\nend"),
               "Error reading B.Caption on line 3: This caption is refused");

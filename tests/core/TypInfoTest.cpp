@@ -15,7 +15,21 @@ inline const TIdentInfo& KxIdentInfo(TTint) {
     return info;
 }
 
+enum class TSmallTint : int16_t {};
+inline const TIdentInfo& KxIdentInfo(TSmallTint) {
+    static const TIdentInfo info{{{0, "tsNone"}, {-7, "tsMinusSeven"}}};
+    return info;
+}
+
 namespace {
+
+/// Whether a value of the set may join what T refers to.
+template <class T> constexpr bool CanChange = requires(T set) {
+    static_cast<T>(set).Include(shDark);
+    static_cast<T>(set).Exclude(shDark);
+};
+static_assert(CanChange<TSet<TShade>&>);
+static_assert(!CanChange<TSet<TShade>&&>, "a change of a copy would be lost");
 
 using testing::ElementsAre;
 
@@ -54,6 +68,8 @@ class TBase : public TComponent {
     void SetShades(TSet<TShade> value) { FShades = value; }
     TTint Tint() const { return FTint; }
     void SetTint(TTint value) { FTint = value; }
+    TSmallTint SmallTint() const { return FSmallTint; }
+    void SetSmallTint(TSmallTint value) { FSmallTint = value; }
     float Ratio() const { return FRatio; }
     void SetRatio(float value) { FRatio = value; }
     int Fixed() const { return 7; }
@@ -77,6 +93,7 @@ private:
     TShade FShade = shLight;
     TSet<TShade> FShades;
     TTint FTint{};
+    TSmallTint FSmallTint{};
     float FRatio = 0;
     TPart FPart;
     TBase* FNext = nullptr;
@@ -108,6 +125,7 @@ const TClass& TBase::StaticClass() {
         c.Property("Shade", &TBase::Shade, &TBase::SetShade);
         c.Property("Shades", &TBase::Shades, &TBase::SetShades);
         c.Property("Tint", &TBase::Tint, &TBase::SetTint);
+        c.Property("SmallTint", &TBase::SmallTint, &TBase::SetSmallTint);
         c.Property("Ratio", &TBase::Ratio, &TBase::SetRatio);
         c.Property("Fixed", &TBase::Fixed, nullptr);
         c.SubObject("Part", &TBase::Part, &TBase::SetPart);
@@ -133,8 +151,8 @@ TEST(PropertyTable, ListsAncestorsFirstEachInItsPublishedOrder) {
     for (const TPropInfo* property : TDerived::StaticClass().Properties()) {
         names.push_back(property->Name);
     }
-    EXPECT_THAT(names, ElementsAre("Name", "Tag", "Zeta", "Small", "Text", "Flag", "Shade", "Shades", "Tint", "Ratio",
-                                   "Fixed", "Part", "Next", "Thing", "OnChange", "Extra"));
+    EXPECT_THAT(names, ElementsAre("Name", "Tag", "Zeta", "Small", "Text", "Flag", "Shade", "Shades", "Tint",
+                                   "SmallTint", "Ratio", "Fixed", "Part", "Next", "Thing", "OnChange", "Extra"));
 }
 
 TEST(PropertyTable, APropertyPublishedAgainReplacesItsAncestorsInPlace) {
@@ -212,6 +230,13 @@ TEST(PropertyAccess, ValuesOutOfRangeAreRefused) {
     EXPECT_THROW(SetOrdProp(base, "Small", 256), ERangeError);
     EXPECT_THROW(SetOrdProp(base, "Small", -1), ERangeError);
     EXPECT_THROW(SetOrdProp(base, "Zeta", int64_t{INT32_MAX} + 1), ERangeError);
+    EXPECT_THROW(SetOrdProp(base, "Tint", int64_t{INT32_MAX} + 1), ERangeError);
+    EXPECT_THROW(SetOrdProp(base, "SmallTint", 32768), ERangeError);
+    EXPECT_THROW(SetOrdProp(base, "SmallTint", 65536), ERangeError) << "cut to 16 bits it would be one of the values";
+    EXPECT_THROW(SetOrdProp(base, "SmallTint", -32769), ERangeError);
+    SetOrdProp(base, "SmallTint", 32767);
+    SetOrdProp(base, "SmallTint", -32768);
+    EXPECT_EQ(GetOrdProp(base, "SmallTint"), -32768);
     EXPECT_THROW(SetOrdProp(base, "Shade", 2), ERangeError);
     EXPECT_THROW(SetOrdProp(base, "Shades", 4), ERangeError);
     EXPECT_THROW(SetOrdProp(base, "Flag", 2), ERangeError);

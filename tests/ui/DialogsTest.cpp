@@ -180,7 +180,7 @@ TEST_F(OpenDialog, StaysOpenWhileOnCanCloseRefuses) {
 }
 
 TEST_F(OpenDialog, AsksAboutEachFileWhenItemsAreToBeIncluded) {
-    Dialog.SetOptions(Dialog.Options().Include(ofEnableIncludeNotify));
+    Dialog.SetOptions(Dialog.Options() + TOpenOptions{ofEnableIncludeNotify});
     int asked = 0;
     Dialog.SetOnIncludeItem([&](const OFNOTIFYEXA& notification, bool& include) {
         EXPECT_TRUE(include);
@@ -255,7 +255,7 @@ TEST(SaveDialog, AsksBeforeItReplacesAFile) {
     folder.AddFile("there.txt");
     TSaveDialog dialog;
     dialog.SetInitialDir(folder.Path());
-    dialog.SetOptions(dialog.Options().Include(ofOverwritePrompt));
+    dialog.SetOptions(dialog.Options() + TOpenOptions{ofOverwritePrompt});
     const bool confirmed = RunDialog(dialog, {EnterFileName(dialog, "there.txt"),
                                               AnswerBox(IDNO, [&](const std::string& text) { EXPECT_NE(text, ""); }),
                                               {"the box has gone", NoBoxShown(), {}},

@@ -35,7 +35,7 @@ protected:
         Folder.AddFile("one.txt");
         Dialog.SetInitialDir(Folder.Path());
         Dialog.SetFilter("Text|*.txt|All|*.*");
-        Dialog.SetOptions(Dialog.Options().Include(ofEnableIncludeNotify));
+        Dialog.SetOptions(Dialog.Options() + TOpenOptions{ofEnableIncludeNotify});
     }
 
     TTempFolder Folder;

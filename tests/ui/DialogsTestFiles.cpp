@@ -30,7 +30,7 @@ std::string CurrentFolder() {
 class ChosenFiles : public testing::Test {
 protected:
     ChosenFiles() { Dialog.SetInitialDir(Folder.Path()); }
-    void AllowSeveral() { Dialog.SetOptions(Dialog.Options().Include(ofAllowMultiSelect)); }
+    void AllowSeveral() { Dialog.SetOptions(Dialog.Options() + TOpenOptions{ofAllowMultiSelect}); }
     HWND List() const { return FileListOf(Dialog.DialogWindow()); }
     HWND Edit() const { return FileNameEditOf(Dialog.DialogWindow()); }
 
@@ -144,7 +144,7 @@ TEST_F(ChosenFiles, RelativeNamesAreTakenFromTheFolderThatIsShown) {
 
 TEST_F(ChosenFiles, AMissingFileIsRefusedWithABoxWhenItMustExist) {
     Folder.AddFile("there.txt");
-    Dialog.SetOptions(Dialog.Options().Include(ofFileMustExist));
+    Dialog.SetOptions(Dialog.Options() + TOpenOptions{ofFileMustExist});
     EXPECT_TRUE(RunDialog(Dialog, {EnterFileName(Dialog, "missing.txt"),
                                    AnswerBox(IDOK),
                                    {"the box has gone", NoBoxShown(), {}},
@@ -227,10 +227,10 @@ TEST_F(ChosenFiles, TheCurrentFolderFollowsTheChoiceUnlessToldNotTo) {
     const TTempFolder current;
     Folder.AddFile("a.txt");
     SetCurrentDirectoryA(current.Path().c_str());
-    Dialog.SetOptions(Dialog.Options().Include(ofNoChangeDir));
+    Dialog.SetOptions(Dialog.Options() + TOpenOptions{ofNoChangeDir});
     EXPECT_TRUE(RunDialog(Dialog, {EnterFileName(Dialog, "a.txt")}));
     EXPECT_EQ(CurrentFolder(), current.Path());
-    Dialog.SetOptions(Dialog.Options().Exclude(ofNoChangeDir));
+    Dialog.SetOptions(Dialog.Options() - TOpenOptions{ofNoChangeDir});
     EXPECT_TRUE(RunDialog(Dialog, {EnterFileName(Dialog, "a.txt")}));
     EXPECT_EQ(CurrentFolder(), Folder.Path());
 }
