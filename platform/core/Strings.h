@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Components.h"
+#include "core/SystemNames.h"
 
 namespace kx {
 

@@ -4,6 +4,21 @@ extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace kx {
 
+std::wstring ToWide(std::string_view text) {
+    const int size = static_cast<int>(text.size());
+    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+std::string FromWide(std::wstring_view text) {
+    const int size = static_cast<int>(text.size());
+    std::string narrow(
+        static_cast<size_t>(WideCharToMultiByte(CP_ACP, 0, text.data(), size, nullptr, 0, nullptr, nullptr)), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), size, narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr);
+    return narrow;
+}
+
 HINSTANCE HInstance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
 
 void RaiseLastOSError(DWORD code) {

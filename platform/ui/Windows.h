@@ -1,7 +1,7 @@
 #pragma once
 
-// The one place through which windows.h comes in. The shell's and the common dialogs' headers, which cost a second each
-// per source, are in WinShell.h.
+// The one place through which windows.h comes in, without what it would bring along and most sources have no use for.
+// A program may include it before, with settings of its own; all of it works beside our headers.
 
 #ifndef _WIN32_WINNT
 #define _WIN32_WINNT 0x0601
@@ -23,28 +23,7 @@
 
 #include <commctrl.h>
 
-// Names of ours that windows.h turns into macros. The system's functions are called by their A names.
-#undef CreateFont
-#undef CreateWindow
-#undef DrawText
-#undef FindWindow
-#undef GetClassInfo
-#undef GetClassName
-#undef GetCurrentTime
-#undef GetMessage
-#undef GetObject
-#undef LoadBitmap
-#undef LoadCursor
-#undef LoadIcon
-#undef LoadImage
-#undef LoadMenu
-#undef LoadString
-#undef MessageBox
-#undef RegisterClass
-#undef TextOut
-#undef Yield
-#undef far
-#undef near
+#include "core/SystemNames.h"
 
 #include "core/SysUtils.h"
 #include "core/Types.h"
@@ -59,6 +38,10 @@ inline TRect FromRECT(const RECT& r) {
     return {static_cast<int32_t>(r.left), static_cast<int32_t>(r.top), static_cast<int32_t>(r.right),
             static_cast<int32_t>(r.bottom)};
 }
+
+/// Text of the process's code page as UTF-16, and back.
+std::wstring ToWide(std::string_view text);
+std::string FromWide(std::wstring_view text);
 
 /// The module that holds this code: the program, or the library that it was linked into.
 HINSTANCE HInstance();

@@ -1,0 +1,18 @@
+#include "core/Strings.h"
+#include "ui/Forms.h"
+#include "ui/Graphics.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <commdlg.h>
+#include <mmsystem.h>
+#include <ole2.h>
+#include <shellapi.h>
+#include <shlobj.h>
+#include <windowsx.h>
+
+#include "UserCode.h"
+
+#define RESULTS OurHeadersFirst
+#include "UserCode.inc"
