@@ -113,8 +113,8 @@ TControl::~TControl() {
     Destroying();
     TControl::SetParent(nullptr);
     detail::TDragSession::ControlGone(*this);
-    if (CaptureControl == this) {
-        CaptureControl = nullptr;
+    if (CaptureControl() == this) {
+        CaptureControl() = nullptr;
     }
     if (TApplication* const application = TApplication::Existing()) {
         application->ControlGone(*this);

@@ -269,7 +269,7 @@ protected:
     void ParentSettingsChanged();
 
 private:
-    inline static TControl* CaptureControl = nullptr; ///< Took the mouse last.
+    static TControl*& CaptureControl(); ///< The one of this thread that took the mouse last.
 
     void MouseMessage(TMessage& message);
     void ButtonDown(TMessage& message, TMouseButton button, bool isDouble);

@@ -150,9 +150,9 @@ bool TWinControl::MeasureItem(TMessage& message) {
 // --- Mouse
 
 TControl* TWinControl::MouseTarget(const TMessage& message) const {
-    if (CaptureControl && CaptureControl->Parent() == this && CaptureControl->MouseCapture() &&
-        !dynamic_cast<TWinControl*>(CaptureControl)) {
-        return CaptureControl;
+    TControl* const captor = CaptureControl();
+    if (captor && captor->Parent() == this && captor->MouseCapture() && !dynamic_cast<TWinControl*>(captor)) {
+        return captor;
     }
     return GetCapture() == FHandle ? nullptr : ControlAtPos(message.Pos(), false);
 }

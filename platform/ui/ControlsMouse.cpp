@@ -144,8 +144,14 @@ void TControl::ContextMenu(TMessage& message) {
 
 HWND TControl::MessageWindow() const { return FParent ? FParent->WindowHandle() : nullptr; }
 
+/// Each thread has a mouse capture of its own, and controls of dialogs that run in it.
+TControl*& TControl::CaptureControl() {
+    static thread_local TControl* control = nullptr;
+    return control;
+}
+
 bool TControl::MouseCapture() const {
-    return CaptureControl == this && MessageWindow() && GetCapture() == MessageWindow();
+    return CaptureControl() == this && MessageWindow() && GetCapture() == MessageWindow();
 }
 
 void TControl::SetMouseCapture(bool value) {
@@ -155,10 +161,10 @@ void TControl::SetMouseCapture(bool value) {
     if (value) {
         if (MessageWindow()) {
             SetCapture(MessageWindow());
-            CaptureControl = this;
+            CaptureControl() = this;
         }
     } else {
-        CaptureControl = nullptr;
+        CaptureControl() = nullptr;
         ReleaseCapture();
     }
 }

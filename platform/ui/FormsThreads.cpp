@@ -79,6 +79,9 @@ void TApplication::Synchronize(const std::function<void()>& work) {
         return;
     }
     TSynchronized call{.Work = work};
+    if (!call.Done) {
+        RaiseLastOSError(); // nobody could wait for the work to be done
+    }
     if (!Queue().Add(call)) {
         std::rethrow_exception(ApplicationEnds());
     }

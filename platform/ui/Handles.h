@@ -94,6 +94,18 @@ using unique_hrgn = unique_handle<detail::TGdiTraits<HRGN>>;
 using unique_hdc = unique_handle<detail::THandleTraits<HDC, DeleteDC>>; ///< A context made by CreateCompatibleDC.
 using unique_himagelist = unique_handle<detail::TImageListTraits>;
 
+/// A lock held for the length of a scope.
+class TExclusiveLock {
+public:
+    explicit TExclusiveLock(SRWLOCK& lock) : FLock(lock) { AcquireSRWLockExclusive(&lock); }
+    TExclusiveLock(const TExclusiveLock&) = delete;
+    TExclusiveLock& operator=(const TExclusiveLock&) = delete;
+    ~TExclusiveLock() { ReleaseSRWLockExclusive(&FLock); }
+
+private:
+    SRWLOCK& FLock;
+};
+
 /// A window's device context, or the screen's for a null window, given back at the end of the scope.
 class TWindowDC {
 public:

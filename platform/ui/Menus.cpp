@@ -23,8 +23,8 @@ struct TCommands {
 };
 
 TCommands& Commands() {
-    static TCommands commands;
-    return commands;
+    static auto* const commands = new TCommands; // never freed: menus may outlive static objects
+    return *commands;
 }
 
 } // namespace

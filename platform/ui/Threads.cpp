@@ -15,6 +15,16 @@ namespace {
 constexpr ULONGLONG LongestEnd = 10'000; // milliseconds that the end of the application waits for its threads
 constexpr DWORD Patience = 100;          // milliseconds until they are asked again
 
+/// Another handle of the same object. @throws EOSError
+unique_handle_object SameObject(HANDLE object) {
+    unique_handle_object handle;
+    HANDLE process = GetCurrentProcess();
+    if (!DuplicateHandle(process, object, process, handle.put(), 0, FALSE, DUPLICATE_SAME_ACCESS)) {
+        RaiseLastOSError();
+    }
+    return handle;
+}
+
 } // namespace
 
 /// The threads that run, or may be about to end still.
@@ -26,28 +36,30 @@ public:
     }
 
     void Add(TThread& thread) {
-        unique_handle_object handle;
-        HANDLE process = GetCurrentProcess();
-        DuplicateHandle(process, thread.FHandle.get(), process, handle.put(), SYNCHRONIZE, FALSE, 0);
-        AcquireSRWLockExclusive(&FLock);
-        // The objects of threads that free themselves go before their threads do.
-        std::erase_if(FThreads,
-                      [](const TEntry& e) { return !e.Thread && WaitForSingleObject(e.Handle.get(), 0) == 0; });
-        FThreads.push_back({&thread, std::move(handle)});
-        const bool first = !std::exchange(FListens, true);
-        ReleaseSRWLockExclusive(&FLock);
+        unique_handle_object handle = SameObject(thread.FHandle.get());
+        bool first = false;
+        {
+            const TExclusiveLock lock(FLock);
+            // The objects of threads that free themselves go before their threads do.
+            std::erase_if(FThreads,
+                          [](const TEntry& e) { return !e.Thread && WaitForSingleObject(e.Handle.get(), 0) == 0; });
+            FThreads.push_back({&thread, std::move(handle)});
+            first = !std::exchange(FListens, true);
+        }
         if (first) {
             Application().Synchronize([] { Application().AtEnd([] { Instance().EndAll(); }); });
         }
     }
     void Remove(TThread& thread) {
-        AcquireSRWLockExclusive(&FLock);
+        const TExclusiveLock lock(FLock);
         for (TEntry& entry : FThreads) {
             if (entry.Thread == &thread) {
                 entry.Thread = nullptr;
             }
         }
-        ReleaseSRWLockExclusive(&FLock);
+        while (FAsked == &thread && FAsking != GetCurrentThreadId()) {
+            SleepConditionVariableSRW(&FAnswered, &FLock, INFINITE, 0);
+        }
     }
 
 private:
@@ -60,36 +72,56 @@ private:
     void EndAll() {
         const ULONGLONG since = GetTickCount64();
         while (GetTickCount64() - since < LongestEnd) {
-            HANDLE next = AskToEnd();
-            if (!next) {
+            for (size_t i = 0; TThread* const thread = NextToAsk(i); ++i) {
+                Guarded([=] { thread->Terminate(); });
+                Asked();
+            }
+            const unique_handle_object running = Running();
+            if (!running) {
                 return;
             }
-            if (MsgWaitForMultipleObjects(1, &next, FALSE, Patience, QS_ALLINPUT) == WAIT_OBJECT_0 + 1) {
+            HANDLE handle = running.get();
+            if (MsgWaitForMultipleObjects(1, &handle, FALSE, Patience, QS_ALLINPUT) == WAIT_OBJECT_0 + 1) {
                 Application().ProcessMessages();
             }
         }
     }
-    /// Asks all threads to end. Returns one that has not; null when there is none.
-    HANDLE AskToEnd() {
-        HANDLE next = nullptr;
-        AcquireSRWLockExclusive(&FLock);
-        for (const TEntry& entry : FThreads) {
-            const bool runs = WaitForSingleObject(entry.Handle.get(), 0) != 0;
-            // A suspended one ends with whoever owns it.
-            if (runs && !(entry.Thread && entry.Thread->Suspended())) {
-                next = entry.Handle.get();
-                if (entry.Thread) {
-                    entry.Thread->Terminate();
-                }
-            }
+    /// The next thread, from the entry `index` on, that is to be asked to end; null when there is none. It does not go
+    /// before `Asked`, unless what it is asked frees it. It is asked without the lock: its TerminatedSet may make and
+    /// free threads.
+    TThread* NextToAsk(size_t& index) {
+        const TExclusiveLock lock(FLock);
+        while (index < FThreads.size() && !(FThreads[index].Thread && Runs(FThreads[index]))) {
+            ++index;
         }
-        ReleaseSRWLockExclusive(&FLock);
-        return next;
+        FAsked = index < FThreads.size() ? FThreads[index].Thread : nullptr;
+        FAsking = GetCurrentThreadId();
+        return FAsked;
+    }
+    void Asked() {
+        {
+            const TExclusiveLock lock(FLock);
+            FAsked = nullptr;
+        }
+        WakeAllConditionVariable(&FAnswered);
+    }
+    /// A thread that has not ended; null when there is none.
+    unique_handle_object Running() {
+        const TExclusiveLock lock(FLock);
+        const auto runs = std::find_if(FThreads.begin(), FThreads.end(), Runs);
+        return runs == FThreads.end() ? unique_handle_object() : SameObject(runs->Handle.get());
+    }
+    static bool Runs(const TEntry& entry) {
+        // A suspended one ends with whoever owns it.
+        return WaitForSingleObject(entry.Handle.get(), 0) != 0 && !(entry.Thread && entry.Thread->Suspended());
     }
 
     SRWLOCK FLock = SRWLOCK_INIT;
     std::vector<TEntry> FThreads;
-    bool FListens = false; ///< For the end of the application.
+    bool FListens = false;     ///< For the end of the application.
+    TThread* FAsked = nullptr; ///< Is being asked to end...
+    DWORD FAsking = 0;         ///< ...by this thread.
+    CONDITION_VARIABLE FAnswered = CONDITION_VARIABLE_INIT;
 };
 
 const TClass& TThread::StaticClass() {
@@ -147,9 +179,7 @@ int TThread::WaitFor() {
     if (Application().IsAwaitedBy(FThreadId)) {
         throw EThread("A thread cannot be waited for while it waits in Synchronize");
     }
-    unique_handle_object handle; // of our own: the object may go with the thread
-    HANDLE process = GetCurrentProcess();
-    DuplicateHandle(process, FHandle.get(), process, handle.put(), 0, FALSE, DUPLICATE_SAME_ACCESS);
+    const unique_handle_object handle = SameObject(FHandle.get()); // the thread's object may go with the thread
     WaitAnswering(handle.get());
     DWORD result = 0;
     GetExitCodeThread(handle.get(), &result);

@@ -18,8 +18,8 @@ struct TRunningTimers {
 };
 
 TRunningTimers& Running() {
-    static TRunningTimers timers;
-    return timers;
+    static auto* const timers = new TRunningTimers; // never freed: timers may outlive static objects
+    return *timers;
 }
 
 TTimer* FindTimer(UINT_PTR id) {

@@ -1,6 +1,6 @@
 #include "ModelessTest.h"
 
-#include "ui/Handles.h"
+#include "support/Process.h"
 
 namespace kx {
 namespace {
@@ -210,32 +210,11 @@ TEST_F(ModelessLife, TheRunnerIsFreedByAHandlerOfTheDialog) {
 
 // --- The end of the application, in a program of its own
 
-/// Runs the small program, which ends in that way while its dialog is open, and returns its exit code.
-DWORD RunProgram(const std::string& how) {
-    char path[MAX_PATH];
-    GetModuleFileNameA(nullptr, path, MAX_PATH);
-    std::string command = "\"" + ExtractFilePath(std::string(path)) + "program\\kx_modeless_program.exe\" " + how;
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
-        ADD_FAILURE() << "cannot start " << command;
-        return 0;
-    }
-    const unique_handle_object handle(process.hProcess);
-    const unique_handle_object thread(process.hThread);
-    DWORD code = 0;
-    if (WaitForSingleObject(handle.get(), 30'000) != WAIT_OBJECT_0) {
-        ADD_FAILURE() << command << " does not end";
-        TerminateProcess(handle.get(), 1);
-    }
-    GetExitCodeProcess(handle.get(), &code);
-    return code;
-}
-
 class ModelessProgram : public testing::TestWithParam<const char*> {};
 
-TEST_P(ModelessProgram, EndsCleanlyWhileItsDialogIsOpen) { EXPECT_EQ(RunProgram(GetParam()), 7u); }
+TEST_P(ModelessProgram, EndsCleanlyWhileItsDialogIsOpen) {
+    EXPECT_EQ(RunProgram("program\\kx_modeless_program.exe", GetParam()), 7u);
+}
 
 INSTANTIATE_TEST_SUITE_P(All, ModelessProgram, testing::Values("terminate", "close", "handler", "box", "unowned"),
                          [](const testing::TestParamInfo<const char*>& param) { return std::string(param.param); });

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace kx {
 namespace {
@@ -415,6 +416,30 @@ TEST_F(ControlsTest, ABufferedPaintShowsTheGraphicControls) {
     EXPECT_EQ(GetPixel(dc.Handle(), 30, 30), COLORREF{0x0000FF});
     EXPECT_EQ(GetPixel(dc.Handle(), 5, 5), COLORREF{0x00FF00});
     EXPECT_EQ(GetPixel(dc.Handle(), 52, 30), COLORREF{0x00FF00});
+}
+
+TEST_F(ControlsTest, EachThreadHasAMouseCaptureOfItsOwn) {
+    auto* const label = Add<TLabel>(0, 0, 50, 20);
+    Show();
+    label->SetMouseCapture(true);
+    ASSERT_TRUE(label->MouseCapture());
+    bool captured = false;
+    bool still = true;
+    std::thread([&] {
+        const unique_hwnd host(CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 60, 60, nullptr, nullptr,
+                                               HInstance(), nullptr));
+        TLoggingControl other(nullptr);
+        other.SetParentWindow(host.get());
+        other.SetMouseCapture(true);
+        captured = other.MouseCapture();
+        other.SetMouseCapture(false);
+        still = other.MouseCapture();
+    }).join();
+    EXPECT_TRUE(captured);
+    EXPECT_FALSE(still);
+    EXPECT_TRUE(label->MouseCapture());
+    label->SetMouseCapture(false);
+    EXPECT_FALSE(label->MouseCapture());
 }
 
 } // namespace

@@ -1,0 +1,32 @@
+#include "support/Process.h"
+
+#include "core/SysUtils.h"
+#include "ui/Handles.h"
+
+#include <gtest/gtest.h>
+
+namespace kx::test {
+
+DWORD RunProgram(const std::string& path, const std::string& arguments) {
+    char self[MAX_PATH];
+    GetModuleFileNameA(nullptr, self, MAX_PATH);
+    std::string command = "\"" + ExtractFilePath(std::string(self)) + path + "\" " + arguments;
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
+        ADD_FAILURE() << "cannot start " << command;
+        return 0;
+    }
+    const unique_handle_object handle(process.hProcess);
+    const unique_handle_object thread(process.hThread);
+    DWORD code = 0;
+    if (WaitForSingleObject(handle.get(), 30'000) != WAIT_OBJECT_0) {
+        ADD_FAILURE() << command << " does not end";
+        TerminateProcess(handle.get(), 1);
+    }
+    GetExitCodeProcess(handle.get(), &code);
+    return code;
+}
+
+} // namespace kx::test
