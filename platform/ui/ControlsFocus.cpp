@@ -161,6 +161,9 @@ bool TWinControl::KeyHandler(TMessage& message) {
         return used;
     }
     case WM_CHAR: {
+        if (message.WParam > 0xFF) { // of a Unicode window of the system's: no char holds it
+            return false;
+        }
         auto key = static_cast<char>(message.WParam);
         const bool used = offer(key, &TWinControl::KeyPress);
         message.WParam = static_cast<uint8_t>(key);

@@ -183,8 +183,7 @@ void TCommonDialog::HandleMessage(TMessage& message) {
         Leave(DialogWindow());
         return;
     }
-    HWND window = FHandle;
-    const WNDPROC previous = FSubclass.Previous();
+    const TSubclass::TPrevious previous = FSubclass.Previous();
     const TAlive alive(*this);
     const bool going = !alive; // then CloseShown waits for this message
     if (message.Msg == WM_DESTROY) {
@@ -192,7 +191,7 @@ void TCommonDialog::HandleMessage(TMessage& message) {
         if (std::exchange(FShown, false)) {
             Guarded([this] { DoClose(); });
             if (!going && !alive) { // freed by its own event
-                message.Result = CallWindowProcA(previous, window, message.Msg, message.WParam, message.LParam);
+                message.Result = previous(message.Msg, message.WParam, message.LParam);
                 return;
             }
         }

@@ -7,9 +7,39 @@
 
 namespace kx {
 
+namespace {
+
+// A procedure is read, written and called by the functions of one kind, that of its window: those of the other kind
+// would make the window one of their kind, and the texts in its messages with it.
+
+WNDPROC ReadProcedure(HWND window) {
+    return reinterpret_cast<WNDPROC>(IsWindowUnicode(window) ? GetWindowLongPtrW(window, GWLP_WNDPROC)
+                                                             : GetWindowLongPtrA(window, GWLP_WNDPROC));
+}
+
+bool WriteProcedure(HWND window, WNDPROC procedure, bool unicode) {
+    const auto value = reinterpret_cast<LONG_PTR>(procedure);
+    return (unicode ? SetWindowLongPtrW(window, GWLP_WNDPROC, value)
+                    : SetWindowLongPtrA(window, GWLP_WNDPROC, value)) != 0;
+}
+
+} // namespace
+
+LRESULT TSubclass::TPrevious::operator()(UINT message, WPARAM wParam, LPARAM lParam) const {
+    if (!FProcedure) {
+        return 0;
+    }
+    return FUnicode ? CallWindowProcW(FProcedure, FWindow, message, wParam, lParam)
+                    : CallWindowProcA(FProcedure, FWindow, message, wParam, lParam);
+}
+
 /// One installation on one window.
 struct TSubclass::TSite {
-    TSite(TSubclass& owner, HWND window) : Owner(&owner), Window(window), Thunk(WndProc, this) {}
+    TSite(TSubclass& owner, HWND window) : Owner(&owner), Window(window), Thunk(WndProc, this) {
+        Previous.FWindow = window;
+        Previous.FUnicode = IsWindowUnicode(window) != FALSE;
+        Previous.FProcedure = ReadProcedure(window);
+    }
 
     static LRESULT CALLBACK WndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam) {
         return static_cast<TSite*>(self)->Receive(message, wParam, lParam);
@@ -17,13 +47,13 @@ struct TSubclass::TSite {
     LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Pass(UINT message, WPARAM wParam, LPARAM lParam) {
         LastMessagePassed |= message == WM_NCDESTROY;
-        return CallWindowProcA(Previous, Window, message, wParam, lParam);
+        return Previous(message, wParam, lParam);
     }
     void RunHandler(TMessage& message) noexcept;
 
     TSubclass* Owner; ///< Null: a pass-through.
     HWND Window;
-    WNDPROC Previous = nullptr;
+    TPrevious Previous;
     int Depth = 0;          ///< Calls that are under way.
     bool Dismissed = false; ///< The window does not call any more.
     bool LastMessagePassed = false;
@@ -86,8 +116,7 @@ void TSubclass::Install(HWND window) {
     }
     Uninstall();
     auto site = std::make_unique<TSite>(*this, window);
-    site->Previous = reinterpret_cast<WNDPROC>(GetWindowLongPtrA(window, GWLP_WNDPROC));
-    if (!SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(site->Thunk.Procedure()))) {
+    if (!WriteProcedure(window, site->Thunk.Procedure(), site->Previous.FUnicode)) {
         RaiseLastOSError();
     }
     FSite = site.release();
@@ -100,9 +129,8 @@ void TSubclass::Uninstall() {
         return;
     }
     site->Owner = nullptr;
-    const auto own = reinterpret_cast<LONG_PTR>(site->Thunk.Procedure());
-    if (GetWindowLongPtrA(site->Window, GWLP_WNDPROC) == own) {
-        SetWindowLongPtrA(site->Window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(site->Previous));
+    if (ReadProcedure(site->Window) == site->Thunk.Procedure()) {
+        WriteProcedure(site->Window, site->Previous.FProcedure, site->Previous.FUnicode);
         site->Dismissed = true;
         if (site->Depth == 0) {
             delete site;
@@ -119,7 +147,7 @@ TSubclass::~TSubclass() {
 
 HWND TSubclass::Handle() const { return FSite ? FSite->Window : nullptr; }
 
-WNDPROC TSubclass::Previous() const { return FSite ? FSite->Previous : nullptr; }
+TSubclass::TPrevious TSubclass::Previous() const { return FSite ? FSite->Previous : TPrevious(); }
 
 LRESULT TSubclass::CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) const {
     TSite* const site = FRunning ? FRunning->Site : FSite;

@@ -12,6 +12,9 @@ namespace kx {
 /// stays as a pass-through until the window goes. A window that is destroyed uninstalls by itself after its last
 /// message.
 ///
+/// The window stays what it was, a Unicode or an ANSI window: in messages that carry text, the text is UTF-16 when
+/// `IsWindowUnicode`, else in the process's code page, for the handler as for the replaced procedure.
+///
 /// The handler may uninstall, free this object or destroy the window while it runs. Exceptions of the handler go to the
 /// application; the message counts as answered then. Only the thread of the window may use it.
 class TSubclass {
@@ -31,8 +34,22 @@ public:
     void Uninstall();
     bool Installed() const { return FSite != nullptr; }
 
-    HWND Handle() const;      ///< The window; null when not installed.
-    WNDPROC Previous() const; ///< The replaced procedure, for CallWindowProcA only; null when not installed.
+    HWND Handle() const; ///< The window; null when not installed.
+
+    /// A replaced procedure, to be called when this object may have gone.
+    class TPrevious {
+    public:
+        WNDPROC Procedure() const { return FProcedure; }
+        /// 0 when nothing was installed.
+        LRESULT operator()(UINT message, WPARAM wParam, LPARAM lParam) const;
+
+    private:
+        friend class TSubclass;
+        HWND FWindow = nullptr;
+        WNDPROC FProcedure = nullptr;
+        bool FUnicode = false; ///< As the window was when its procedure was replaced.
+    };
+    TPrevious Previous() const;
 
     /// The replaced procedure's answer; inside the handler also after it uninstalled. 0 when not installed.
     LRESULT CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) const;

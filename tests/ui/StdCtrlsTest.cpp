@@ -144,6 +144,21 @@ TEST_F(ListBox, AClickOnAnItemIsAClick) {
 
 class ComboBox : public TControlTest<TComboBox> {};
 
+TEST_F(ComboBox, TheCharactersOfItsEditComeWholeAndThoseOfAByteAreOffered) {
+    Show();
+    std::string keys;
+    Control->SetOnKeyPress([&](TObject*, char& key) { keys += key; });
+    HWND edit = FindWindowExA(Control->Handle(), nullptr, "EDIT", nullptr);
+    const bool unicode = IsWindowUnicode(edit) != FALSE;
+    SendMessageW(edit, WM_CHAR, L'a', 0);
+    SendMessageW(edit, WM_CHAR, 0x416, 0);
+    SendMessageW(edit, WM_CHAR, L'b', 0);
+    wchar_t text[20] = {};
+    GetWindowTextW(edit, text, 20);
+    EXPECT_STREQ(text, unicode ? L"a\u0416b" : L"a?b");
+    EXPECT_EQ(keys, unicode ? "ab" : "a?b");
+}
+
 TEST_F(ComboBox, ChangingTheStyleKeepsItemsAndText) {
     Show();
     Control->Items().SetCommaText("alpha,beta,gamma");

@@ -59,13 +59,122 @@ TEST(Subclass, UninstallPutsTheOldProcedureBack) {
     a.Subclass.Install(window.get());
     EXPECT_NE(ProcedureOf(window.get()), before);
     EXPECT_EQ(a.Subclass.Handle(), window.get());
-    EXPECT_EQ(reinterpret_cast<LONG_PTR>(a.Subclass.Previous()), before);
+    EXPECT_EQ(reinterpret_cast<LONG_PTR>(a.Subclass.Previous().Procedure()), before);
     a.Subclass.Uninstall();
     EXPECT_EQ(ProcedureOf(window.get()), before);
     EXPECT_FALSE(a.Subclass.Installed());
     SendMessageA(window.get(), Query, 0, 0);
     EXPECT_EQ(a.Count, 0);
 }
+
+// --- Unicode and ANSI windows
+
+/// A subclass that notes the texts that the window gets, as the window gets them.
+struct TReading {
+    std::vector<std::wstring> Wide;
+    std::vector<std::string> Narrow;
+    TSubclass Subclass{[this](TMessage& m) {
+        if (m.Msg == WM_SETTEXT && IsWindowUnicode(Subclass.Handle())) {
+            Wide.push_back(reinterpret_cast<const wchar_t*>(m.LParam));
+        } else if (m.Msg == WM_SETTEXT) {
+            Narrow.push_back(reinterpret_cast<const char*>(m.LParam));
+        }
+        Subclass.CallPrevious(m);
+    }};
+};
+
+class SubclassKinds : public testing::TestWithParam<bool> {
+protected:
+    bool Unicode() const { return GetParam(); }
+    bool IsUnicode() const { return IsWindowUnicode(Window.get()) != FALSE; }
+    LONG_PTR Procedure() const {
+        return Unicode() ? GetWindowLongPtrW(Window.get(), GWLP_WNDPROC)
+                         : GetWindowLongPtrA(Window.get(), GWLP_WNDPROC);
+    }
+    std::wstring Text() const {
+        wchar_t text[20];
+        GetWindowTextW(Window.get(), text, 20);
+        return text;
+    }
+
+    unique_hwnd Window{
+        Unicode() ? CreateWindowExW(0, L"EDIT", L"text", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, HInstance(), nullptr)
+                  : CreateWindowExA(0, "EDIT", "text", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, HInstance(), nullptr)};
+};
+
+TEST_P(SubclassKinds, AWindowStaysOfItsKindWhileItIsWatchedAndAfterwards) {
+    const LONG_PTR before = Procedure();
+    ASSERT_EQ(IsUnicode(), Unicode());
+    TCounting lower;
+    TCounting upper;
+    lower.Subclass.Install(Window.get());
+    EXPECT_EQ(IsUnicode(), Unicode());
+    upper.Subclass.Install(Window.get());
+    EXPECT_EQ(IsUnicode(), Unicode());
+    upper.Subclass.Uninstall();
+    EXPECT_EQ(IsUnicode(), Unicode());
+    lower.Subclass.Uninstall();
+    EXPECT_EQ(IsUnicode(), Unicode());
+    EXPECT_EQ(Procedure(), before);
+}
+
+TEST_P(SubclassKinds, TextsArriveInTheKindOfTheWindow) {
+    TReading reading;
+    reading.Subclass.Install(Window.get());
+    SetWindowTextW(Window.get(), L"\u00e9\u0416"); // of which a code page of one byte has one at most
+    EXPECT_EQ(reading.Wide, Unicode() ? std::vector<std::wstring>{L"\u00e9\u0416"} : std::vector<std::wstring>{});
+    EXPECT_EQ(reading.Narrow.size(), Unicode() ? 0u : 1u);
+    if (Unicode()) {
+        EXPECT_EQ(Text(), L"\u00e9\u0416") << "and reach the replaced procedure unharmed";
+        SendMessageW(Window.get(), EM_SETSEL, 0, -1);
+        SendMessageW(Window.get(), WM_CHAR, 0x416, 0);
+        EXPECT_EQ(Text(), L"\u0416");
+    }
+    SetWindowTextA(Window.get(), "plain");
+    EXPECT_EQ(Unicode() ? reading.Wide.back() == L"plain" : reading.Narrow.back() == "plain", true);
+    EXPECT_EQ(Text(), L"plain");
+}
+
+TEST_P(SubclassKinds, ThePreviousProcedureCanBeCalledOnceTheObjectHasGone) {
+    auto counting = std::make_unique<TCounting>();
+    EXPECT_EQ(counting->Subclass.Previous()(WM_GETTEXTLENGTH, 0, 0), 0) << "not installed";
+    counting->Subclass.Install(Window.get());
+    const TSubclass::TPrevious previous = counting->Subclass.Previous();
+    counting.reset();
+    EXPECT_EQ(previous(WM_GETTEXTLENGTH, 0, 0), 4);
+    if (Unicode()) {
+        wchar_t text[20] = {};
+        EXPECT_EQ(previous(WM_GETTEXT, 20, reinterpret_cast<LPARAM>(text)), 4);
+        EXPECT_STREQ(text, L"text");
+    } else {
+        char text[20] = {};
+        EXPECT_EQ(previous(WM_GETTEXT, 20, reinterpret_cast<LPARAM>(text)), 4);
+        EXPECT_STREQ(text, "text");
+    }
+}
+
+TEST_P(SubclassKinds, ASubclassOfTheOtherKindAboveComesAndGoes) {
+    TCounting lower;
+    lower.Subclass.Install(Window.get());
+    // As others may do it, by the functions of the other kind.
+    const auto upper = Unicode()
+                           ? SetWindowLongPtrA(Window.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DefWindowProcA))
+                           : SetWindowLongPtrW(Window.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DefWindowProcW));
+    EXPECT_NE(IsUnicode(), Unicode());
+    Unicode() ? SetWindowLongPtrA(Window.get(), GWLP_WNDPROC, upper)
+              : SetWindowLongPtrW(Window.get(), GWLP_WNDPROC, upper);
+    EXPECT_EQ(IsUnicode(), Unicode());
+    SendMessageW(Window.get(), Query, 0, 0);
+    EXPECT_EQ(lower.Count, 1);
+    lower.Subclass.Uninstall();
+    EXPECT_EQ(IsUnicode(), Unicode());
+    SendMessageW(Window.get(), Query, 0, 0);
+    EXPECT_EQ(lower.Count, 1) << "uninstalled, not left as a pass-through";
+    EXPECT_EQ(Text(), L"text");
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, SubclassKinds, testing::Bool(),
+                         [](const auto& kind) { return kind.param ? "Unicode" : "Ansi"; });
 
 TEST(Subclass, RemovedOutOfOrderItPassesMessagesThrough) {
     const unique_hwnd window = NewWindow();
