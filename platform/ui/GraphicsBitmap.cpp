@@ -211,8 +211,8 @@ void TBitmap::Draw(TCanvas& canvas, const TRect& rect) const {
     // Black and white shows as that, whatever the canvas's tools.
     const COLORREF text = Monochrome() ? SetTextColor(dc, clBlack) : 0;
     const COLORREF background = Monochrome() ? SetBkColor(dc, clWhite) : 0;
-    StretchBlt(dc, rect.Left, rect.Top, rect.Right - rect.Left, rect.Bottom - rect.Top, CanvasRef().Handle(), 0, 0,
-               FWidth, FHeight, canvas.CopyMode());
+    StretchBlt(dc, rect.Left, rect.Top, kx::Width(rect), kx::Height(rect), CanvasRef().Handle(), 0, 0, FWidth, FHeight,
+               canvas.CopyMode());
     if (Monochrome()) {
         SetTextColor(dc, text);
         SetBkColor(dc, background);
@@ -229,8 +229,8 @@ void TBitmap::DrawTransparent(HDC dc, const TRect& rect) const {
     const COLORREF text = SetTextColor(dc, clBlack);
     const COLORREF background = SetBkColor(dc, clWhite);
     const auto blit = [&](HDC source, DWORD operation) {
-        StretchBlt(dc, rect.Left, rect.Top, rect.Right - rect.Left, rect.Bottom - rect.Top, source, 0, 0, FWidth,
-                   FHeight, operation);
+        StretchBlt(dc, rect.Left, rect.Top, kx::Width(rect), kx::Height(rect), source, 0, 0, FWidth, FHeight,
+                   operation);
     };
     // The picture cancels itself out where the mask keeps the mixture, and stands alone where it clears it.
     blit(picture, SRCINVERT);

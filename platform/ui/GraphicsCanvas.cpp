@@ -1,16 +1,11 @@
 #include "ui/Graphics.h"
 
+// Texts go to the W functions of GDI. Its A functions go by the font's character set, not by the process's code page,
+// and so garble UTF-8.
+
 namespace kx {
 
 namespace {
-
-/// Text for GDI. Its A functions go by the font's character set, not by the process's code page, and so garble UTF-8.
-std::wstring Wide(const std::string& text) {
-    const int length = static_cast<int>(text.size());
-    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
-    return wide;
-}
 
 std::vector<POINT> SystemPoints(std::span<const TPoint> points) {
     std::vector<POINT> result;
@@ -175,7 +170,7 @@ void TCanvas::DrawFocusRect(const TRect& rect) {
 
 void TCanvas::TextOut(int x, int y, const std::string& text) {
     Changing();
-    const std::wstring wide = Wide(text);
+    const std::wstring wide = ToWide(text);
     const HDC dc = Require({FontTool, BrushTool});
     MoveToEx(dc, x, y, nullptr);
     const UINT align = SetTextAlign(dc, TA_UPDATECP); // the pen goes to the end of the text
@@ -186,7 +181,7 @@ void TCanvas::TextOut(int x, int y, const std::string& text) {
 
 void TCanvas::TextRect(const TRect& rect, int x, int y, const std::string& text) {
     Changing();
-    const std::wstring wide = Wide(text);
+    const std::wstring wide = ToWide(text);
     const RECT area = ToRECT(rect);
     const UINT options = ETO_CLIPPED | (FBrush->Style() == bsClear ? 0u : UINT{ETO_OPAQUE});
     ExtTextOutW(Require({FontTool, BrushTool}), x, y, options, &area, wide.data(), static_cast<UINT>(wide.size()),
@@ -195,7 +190,7 @@ void TCanvas::TextRect(const TRect& rect, int x, int y, const std::string& text)
 }
 
 TPoint TCanvas::TextExtent(const std::string& text) const {
-    const std::wstring wide = Wide(text);
+    const std::wstring wide = ToWide(text);
     const HDC dc = Require({FontTool});
     SIZE size = {};
     if (!wide.empty()) {
@@ -209,7 +204,7 @@ int TCanvas::DrawText(const std::string& text, TRect& rect, UINT format) {
     if (draws) {
         Changing();
     }
-    const std::wstring wide = Wide(text);
+    const std::wstring wide = ToWide(text);
     RECT area = ToRECT(rect);
     // A pointer to nothing stands for an empty text of length 0.
     const int height = DrawTextW(Require({FontTool, BrushTool}), wide.c_str(), static_cast<int>(wide.size()), &area,
@@ -222,7 +217,7 @@ int TCanvas::DrawText(const std::string& text, TRect& rect, UINT format) {
 }
 
 void TCanvas::Draw(int x, int y, const TGraphic& graphic) {
-    StretchDraw({x, y, x + graphic.Width(), y + graphic.Height()}, graphic);
+    StretchDraw({x, y, CheckedAdd(x, graphic.Width()), CheckedAdd(y, graphic.Height())}, graphic);
 }
 
 void TCanvas::StretchDraw(const TRect& rect, const TGraphic& graphic) {
@@ -236,11 +231,13 @@ void TCanvas::StretchDraw(const TRect& rect, const TGraphic& graphic) {
 }
 
 void TCanvas::CopyRect(const TRect& dest, const TCanvas& source, const TRect& sourceRect) {
+    const TPoint size{Width(dest), Height(dest)};
+    const TPoint sourceSize{Width(sourceRect), Height(sourceRect)};
     Changing();
     const HDC from = source.Require({FontTool, BrushTool});
     const HDC to = Require({FontTool, BrushTool});
-    StretchBlt(to, dest.Left, dest.Top, dest.Right - dest.Left, dest.Bottom - dest.Top, from, sourceRect.Left,
-               sourceRect.Top, sourceRect.Right - sourceRect.Left, sourceRect.Bottom - sourceRect.Top, FCopyMode);
+    StretchBlt(to, dest.Left, dest.Top, size.X, size.Y, from, sourceRect.Left, sourceRect.Top, sourceSize.X,
+               sourceSize.Y, FCopyMode);
     Changed();
 }
 

@@ -79,26 +79,53 @@ const TIconDirEntry& BestEntry(const std::vector<uint8_t>& file, const std::vect
     });
 }
 
+constexpr int MaxSide = 1024;
+
+/// A number of a PNG file, highest byte first.
+uint32_t PngNumber(const std::vector<uint8_t>& png, size_t offset) {
+    uint32_t number = 0;
+    for (size_t i = 0; i < 4; ++i) {
+        number = number << 8 | png[offset + i];
+    }
+    return number;
+}
+
+bool IsPng(const std::vector<uint8_t>& picture) {
+    static constexpr uint8_t signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    return std::equal(std::begin(signature), std::end(signature), picture.begin());
+}
+
+/// The system trusts what a picture says about its size. Of at least the size of a bitmap's header.
+void CheckPicture(const std::vector<uint8_t>& picture) {
+    if (IsPng(picture)) { // behind its signature the length and the name of its header, then width and height
+        const uint32_t width = PngNumber(picture, 16);
+        const uint32_t height = PngNumber(picture, 20);
+        if (width == 0 || width > MaxSide || height == 0 || height > MaxSide) {
+            Invalid();
+        }
+        return;
+    }
+    BITMAPINFOHEADER header = {};
+    std::memcpy(&header, picture.data(), sizeof(header));
+    const int64_t rows = header.biHeight / 2;
+    const int64_t colors = header.biBitCount <= 8 ? int64_t{1} << header.biBitCount : 0;
+    const int64_t used = header.biClrUsed != 0 ? std::min<int64_t>(header.biClrUsed, colors) : colors;
+    const auto rowSize = [&](int64_t bits) { return (header.biWidth * bits + 31) / 32 * 4; };
+    // Later headers begin with the same fields. Earlier ones, of 12 bytes, are not used in icons.
+    if (header.biSize < sizeof(header) || header.biSize > sizeof(BITMAPV5HEADER) || header.biWidth <= 0 ||
+        header.biWidth > MaxSide || rows <= 0 || rows > MaxSide || header.biCompression != BI_RGB ||
+        header.biSize + static_cast<uint64_t>(used * 4 + rows * (rowSize(header.biBitCount) + rowSize(1))) >
+            picture.size()) {
+        Invalid();
+    }
+}
+
 unique_hicon CreateFromFile(const std::vector<uint8_t>& file, int width, int height) {
     const std::vector<TIconDirEntry> entries = ReadDirectory(file);
     const TIconDirEntry& entry = BestEntry(file, entries, width, height);
     std::vector<uint8_t> picture(file.begin() + static_cast<ptrdiff_t>(entry.Offset),
                                  file.begin() + static_cast<ptrdiff_t>(entry.Offset + entry.Size));
-    BITMAPINFOHEADER header = {};
-    std::memcpy(&header, picture.data(), sizeof(header));
-    if (header.biSize == sizeof(header)) {
-        // The system trusts what a bitmap says about its size.
-        const int64_t rows = header.biHeight / 2;
-        const int64_t colors = header.biBitCount <= 8 ? int64_t{1} << header.biBitCount : 0;
-        const int64_t used = header.biClrUsed != 0 ? std::min<int64_t>(header.biClrUsed, colors) : colors;
-        const auto rowSize = [&](int64_t bits) { return (header.biWidth * bits + 31) / 32 * 4; };
-        if (header.biWidth <= 0 || header.biWidth > 1024 || rows <= 0 || rows > 1024 ||
-            header.biCompression != BI_RGB ||
-            sizeof(header) + static_cast<uint64_t>(used * 4 + rows * (rowSize(header.biBitCount) + rowSize(1))) >
-                picture.size()) {
-            Invalid();
-        }
-    }
+    CheckPicture(picture);
     unique_hicon icon(CreateIconFromResourceEx(picture.data(), entry.Size, TRUE, 0x00030000, width, height, 0));
     if (!icon) {
         Invalid();
@@ -256,8 +283,8 @@ void TIcon::WriteData(TStream& stream) const { SaveToStream(stream); }
 
 void TIcon::Draw(TCanvas& canvas, const TRect& rect) const {
     if (FImage) {
-        DrawIconEx(canvas.Handle(), rect.Left, rect.Top, Handle(), rect.Right - rect.Left, rect.Bottom - rect.Top, 0,
-                   nullptr, DI_NORMAL);
+        DrawIconEx(canvas.Handle(), rect.Left, rect.Top, Handle(), kx::Width(rect), kx::Height(rect), 0, nullptr,
+                   DI_NORMAL);
     }
 }
 

@@ -178,8 +178,8 @@ void TFont::Assign(const TPersistent* source) {
     }
 }
 
-LOGFONTA TFont::LogFont() const {
-    LOGFONTA font = {};
+LOGFONTW TFont::LogFont() const {
+    LOGFONTW font = {};
     font.lfHeight = FHeight;
     font.lfWeight = FStyle.Contains(fsBold) ? FW_BOLD : FW_NORMAL;
     font.lfItalic = FStyle.Contains(fsItalic);
@@ -188,13 +188,13 @@ LOGFONTA TFont::LogFont() const {
     font.lfCharSet = FCharset;
     // "Default" is the name of whatever font fits.
     if (!SameText(FName, "Default")) {
-        FName.copy(font.lfFaceName, LF_FACESIZE - 1);
+        ToWide(FName).copy(font.lfFaceName, LF_FACESIZE - 1);
     }
     font.lfPitchAndFamily = FPitch == fpVariable ? VARIABLE_PITCH : FPitch == fpFixed ? FIXED_PITCH : DEFAULT_PITCH;
     return font;
 }
 
-void TFont::SetLogFont(const LOGFONTA& value) {
+void TFont::SetLogFont(const LOGFONTW& value) {
     ChangeLook([&] {
         FHeight = value.lfHeight;
         FStyle = {};
@@ -211,23 +211,23 @@ void TFont::SetLogFont(const LOGFONTA& value) {
             FStyle.Include(fsStrikeOut);
         }
         FCharset = static_cast<TFontCharset>(value.lfCharSet);
-        FName.assign(value.lfFaceName, strnlen(value.lfFaceName, LF_FACESIZE));
+        FName = FromWide({value.lfFaceName, wcsnlen(value.lfFaceName, LF_FACESIZE)});
         const int pitch = value.lfPitchAndFamily & 3;
         FPitch = pitch == VARIABLE_PITCH ? fpVariable : pitch == FIXED_PITCH ? fpFixed : fpDefault;
     });
 }
 
 void TFont::SetHandle(HFONT value) {
-    LOGFONTA font = {};
-    if (!GetObjectA(value, sizeof(font), &font)) {
+    LOGFONTW font = {};
+    if (!GetObjectW(value, sizeof(font), &font)) {
         throw EInvalidOperation("Invalid font handle");
     }
     SetLogFont(font);
 }
 
 std::shared_ptr<detail::TGdiHandle> TFont::CreateShared() const {
-    return detail::SharedGdiHandle<LOGFONTA>(
-        'F', LogFont(), [](const LOGFONTA& font) -> HGDIOBJ { return CreateFontIndirectA(&font); });
+    return detail::SharedGdiHandle<LOGFONTW>(
+        'F', LogFont(), [](const LOGFONTW& font) -> HGDIOBJ { return CreateFontIndirectW(&font); });
 }
 
 // --- TPen

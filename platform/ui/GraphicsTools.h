@@ -205,8 +205,8 @@ protected:
 
 private:
     template <class V> void Change(V& field, const V& value);
-    LOGFONTA LogFont() const;
-    void SetLogFont(const LOGFONTA& value);
+    LOGFONTW LogFont() const;
+    void SetLogFont(const LOGFONTW& value);
 
     TColor FColor = clWindowText;
     std::string FName;

@@ -327,7 +327,7 @@ void TImageList::DrawDisabled(TCanvas& canvas, int x, int y, int index) const {
         TBrush brush;
         brush.SetColor(color);
         const TSelectObject selected(dc, brush.Handle());
-        BitBlt(dc, x + offset, y + offset, FWidth, FHeight, source, 0, 0, paintWhereSet);
+        BitBlt(dc, CheckedAdd(x, offset), CheckedAdd(y, offset), FWidth, FHeight, source, 0, 0, paintWhereSet);
     };
     paint(clBtnHighlight, 1);
     paint(clBtnShadow, 0);

@@ -121,7 +121,7 @@ void TImageList::WriteData(TStream& stream) const {
     TBitmap colors;
     colors.SetPixelFormat(pf24bit);
     colors.Canvas().Brush().SetColor(clBlack);
-    colors.SetSize(FWidth * Columns, FHeight * rows);
+    colors.SetSize(CheckedMul(FWidth, Columns), CheckedMul(FHeight, rows));
     TBitmap masks;
     masks.SetMonochrome(true);
     masks.SetSize(colors.Width(), colors.Height());

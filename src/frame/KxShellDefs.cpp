@@ -159,19 +159,8 @@ unique_pidl CreatePIDLCopy(LPCITEMIDLIST pidl) {
     return copy;
 }
 
-namespace {
-
-std::wstring Widened(const std::string& text) {
-    const int size = static_cast<int>(text.size());
-    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
-    return wide;
-}
-
-} // namespace
-
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl) {
-    std::wstring name = Widened(path);
+    std::wstring name = ToWide(path);
     return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, pidl.put(), nullptr);
 }
 

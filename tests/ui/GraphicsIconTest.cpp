@@ -4,6 +4,7 @@
 #include "support/TempFolder.h"
 #include "ui/FileStreams.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace kx {
@@ -219,6 +220,23 @@ TEST(Icon, DamageIsToldAndTheIconKeepsItsPicture) {
     damaged.push_back(TBytes(good).Set(36, WORD{32}));
     damaged.push_back(TBytes(good).Set(36, WORD{0xFFFF}));
     damaged.push_back(TBytes(good).Set(38, DWORD{1}));
+    for (const DWORD header : {0u, 12u, 39u, 125u, 4096u, 0xFFFFFFFFu}) { // sizes of headers that no icon has
+        damaged.push_back(TBytes(good).Set(22, header));
+    }
+    // A later header makes the picture longer than its bytes.
+    damaged.push_back(TBytes(good).Set(22, DWORD{sizeof(BITMAPV5HEADER)}));
+    const auto png = [&](int width, int height) {
+        return TBytes(good)
+            .Set(22, std::array<uint8_t, 8>{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'})
+            .Set(30, std::array<uint8_t, 8>{0, 0, 0, 13, 'I', 'H', 'D', 'R'})
+            .Set(38, std::array<uint8_t, 4>{0, 0, static_cast<uint8_t>(width >> 8), static_cast<uint8_t>(width)})
+            .Set(42, std::array<uint8_t, 4>{0, 0, static_cast<uint8_t>(height >> 8), static_cast<uint8_t>(height)});
+    };
+    for (const int side : {0, 1025, 0xFFFF}) {
+        damaged.push_back(png(side, 16));
+        damaged.push_back(png(16, side));
+    }
+    damaged.push_back(png(16, 16)); // nothing behind its header
     for (size_t i = 0; i < damaged.size(); ++i) {
         EXPECT_THROW(Load(icon, damaged[i]), EInvalidImage) << i;
         ASSERT_EQ(icon.Handle(), handle);
@@ -227,6 +245,34 @@ TEST(Icon, DamageIsToldAndTheIconKeepsItsPicture) {
         Load(icon, damaged[0]);
     } catch (const EInvalidImage& e) {
         EXPECT_EQ(e.Message(), "Icon image is not valid");
+    }
+}
+
+TEST(Icon, ALaterHeaderOfItsPictureIsChecked) {
+    // The header of 40 bytes, and zeros up to the size of a later one.
+    const auto later = [](size_t size, int side) {
+        const TBytes plain = IconPicture(32, clRed);
+        TBytes picture = DibHeader(side, side * 2, 24).Set(0, static_cast<DWORD>(size));
+        while (picture.Size() < size) {
+            picture.Bytes({0});
+        }
+        for (size_t i = sizeof(BITMAPINFOHEADER); i < plain.Size(); ++i) {
+            picture.Bytes({plain.Text()[i]});
+        }
+        TBytes file;
+        file.Add(WORD{0}).Add(WORD{1}).Add(WORD{1}).Bytes({32, 32, 0, 0}).Add(WORD{1}).Add(WORD{24});
+        return file.Add(static_cast<DWORD>(picture.Size())).Add(DWORD{22}).Add(picture);
+    };
+    for (const size_t size : {sizeof(BITMAPV4HEADER), sizeof(BITMAPV5HEADER)}) {
+        TIcon icon;
+        EXPECT_THROW(Load(icon, later(size, 33)), EInvalidImage) << size << ": more than there is";
+        EXPECT_TRUE(icon.Empty());
+        try { // the system may know it or not
+            Load(icon, later(size, 32));
+            EXPECT_EQ(icon.Width(), 32);
+        } catch (const EInvalidImage&) {
+            EXPECT_TRUE(icon.Empty());
+        }
     }
 }
 

@@ -402,5 +402,30 @@ TEST_F(Canvas, TellsBeforeAndAfterEachDrawing) {
     EXPECT_EQ(calls, "<><>");
 }
 
+TEST_F(Canvas, SizesBeyondTheNumbersAreErrors) {
+    TBitmap picture(4, 4);
+    TBitmap holes(4, 4);
+    holes.SetTransparent(true);
+    TIcon icon;
+    icon.SetHandle(CopyIcon(LoadIconA(nullptr, LPCSTR{IDI_APPLICATION})));
+    TCanvas& canvas = Bitmap.Canvas();
+    const TRect wide{INT32_MIN, 0, INT32_MAX, 4};
+    const TRect high{0, INT32_MIN, 4, INT32_MAX};
+    for (const TGraphic* graphic : std::initializer_list<const TGraphic*>{&picture, &holes, &icon}) {
+        EXPECT_THROW(canvas.Draw(INT32_MAX, 0, *graphic), EIntOverflow);
+        EXPECT_THROW(canvas.Draw(0, INT32_MAX, *graphic), EIntOverflow);
+        EXPECT_THROW(canvas.StretchDraw(wide, *graphic), EIntOverflow);
+        EXPECT_THROW(canvas.StretchDraw(high, *graphic), EIntOverflow);
+    }
+    const TRect fits{0, 0, 4, 4};
+    int changes = 0;
+    canvas.SetOnChanging([&](TObject*) { ++changes; });
+    for (const TRect& rect : {wide, high}) {
+        EXPECT_THROW(canvas.CopyRect(rect, picture.Canvas(), fits), EIntOverflow);
+        EXPECT_THROW(canvas.CopyRect(fits, picture.Canvas(), rect), EIntOverflow);
+    }
+    EXPECT_EQ(changes, 0);
+}
+
 } // namespace
 } // namespace kx
