@@ -18,6 +18,10 @@ TLocation Locate(const TRegistry& registry, const std::string& key) {
     return {absolute || !current ? registry.RootKey() : current, absolute ? key.substr(1) : key};
 }
 
+/// The bits of a registry's access that tell which of the two registries of a 64-bit Windows is meant: they go with
+/// every opening of a key, whatever it is opened for.
+REGSAM View(const TRegistry& registry) { return registry.Access() & (KEY_WOW64_32KEY | KEY_WOW64_64KEY); }
+
 unique_hkey OpenBelow(const TLocation& location, REGSAM access) {
     unique_hkey key;
     if (RegOpenKeyExA(location.Base, location.Key.c_str(), 0, access, key.put()) != ERROR_SUCCESS) {
@@ -107,19 +111,14 @@ LSTATUS EnumValue(HKEY key, DWORD index, char* name, DWORD* length) {
 
 bool NamesNothing(const std::string& key) { return key.find_first_not_of('\\') == std::string::npos; }
 
-bool DeleteTree(const TLocation& location) {
-    TStringList names;
+bool DeleteTree(const TLocation& location, REGSAM view) {
     {
-        const unique_hkey key = OpenBelow(location, KEY_READ);
-        if (!key) {
+        const unique_hkey key = OpenBelow(location, DELETE | KEY_READ | KEY_SET_VALUE | view);
+        if (!key || RegDeleteTreeA(key.get(), nullptr) != ERROR_SUCCESS) {
             return false;
         }
-        ListNames(key.get(), names, EnumKey);
     }
-    for (int i = 0; i < names.Count(); ++i) {
-        DeleteTree({location.Base, location.Key + '\\' + names[i]});
-    }
-    return RegDeleteKeyA(location.Base, location.Key.c_str()) == ERROR_SUCCESS;
+    return RegDeleteKeyExA(location.Base, location.Key.c_str(), view, 0) == ERROR_SUCCESS;
 }
 
 } // namespace
@@ -172,10 +171,10 @@ bool TRegistry::Open(const std::string& key, bool canCreate, REGSAM access) {
 
 bool TRegistry::OpenKey(const std::string& key, bool canCreate) { return Open(key, canCreate, FAccess); }
 
-bool TRegistry::OpenKeyReadOnly(const std::string& key) { return Open(key, false, KEY_READ); }
+bool TRegistry::OpenKeyReadOnly(const std::string& key) { return Open(key, false, KEY_READ | View(*this)); }
 
 bool TRegistry::KeyExists(const std::string& key) const {
-    return static_cast<bool>(OpenBelow(Locate(*this, key), KEY_READ));
+    return static_cast<bool>(OpenBelow(Locate(*this, key), KEY_READ | View(*this)));
 }
 
 void TRegistry::CreateKey(const std::string& key) {
@@ -192,7 +191,7 @@ bool TRegistry::DeleteKey(const std::string& key) {
     // No name stands for the open key or the root; those are not meant. Nor is what is found below a root that was
     // opened: whoever lists and deletes it holds it for a key of his own, and all of the user's keys would go.
     const bool belowRoot = location.Base == FCurrentKey.get() && NamesNothing(FCurrentPath);
-    return !NamesNothing(location.Key) && !belowRoot && DeleteTree(location);
+    return !NamesNothing(location.Key) && !belowRoot && DeleteTree(location, View(*this));
 }
 
 void TRegistry::GetKeyNames(TStrings& names) const {
@@ -311,7 +310,7 @@ TRegIniFile::TRegIniFile(const std::string& fileName, REGSAM access) : TRegistry
 std::string TRegIniFile::ReadString(const std::string& section, const std::string& ident,
                                     const std::string& fallback) const {
     std::string text;
-    return ReadIdent(OpenBelow(Locate(*this, section), KEY_READ), ident, text) ? text : fallback;
+    return ReadIdent(OpenBelow(Locate(*this, section), KEY_READ | View(*this)), ident, text) ? text : fallback;
 }
 
 int32_t TRegIniFile::ReadInteger(const std::string& section, const std::string& ident, int32_t fallback) const {
@@ -339,7 +338,7 @@ void TRegIniFile::WriteBool(const std::string& section, const std::string& ident
 
 void TRegIniFile::ReadSection(const std::string& section, TStrings& idents) const {
     idents.Clear();
-    ListNames(OpenBelow(Locate(*this, section), KEY_READ).get(), idents, EnumValue);
+    ListNames(OpenBelow(Locate(*this, section), KEY_READ | View(*this)).get(), idents, EnumValue);
 }
 
 void TRegIniFile::ReadSections(TStrings& sections) const { GetKeyNames(sections); }

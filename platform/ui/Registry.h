@@ -24,7 +24,8 @@ class TRegistry : public TObject {
 
     HKEY RootKey() const { return FRootKey; } ///< HKEY_CURRENT_USER at first.
     void SetRootKey(HKEY value);              ///< Closes the open key.
-    REGSAM Access() const { return FAccess; } ///< Rights that keys are opened with.
+    /// Rights that keys are opened with. KEY_WOW64_64KEY or KEY_WOW64_32KEY holds for all that is done with keys.
+    REGSAM Access() const { return FAccess; }
     void SetAccess(REGSAM value) { FAccess = value; }
 
     HKEY CurrentKey() const { return FCurrentKey.get(); }           ///< Null while none is open.

@@ -362,5 +362,56 @@ TEST_F(Registry, AnIniFileListsAndErases) {
     EXPECT_EQ(list.Count(), 0);
 }
 
+// --- The two registries of a 64-bit Windows
+
+/// Below a key that programs of 32 and of 64 bits have apart. Where there is one registry only, all of it holds too.
+class RegistryView : public testing::Test {
+protected:
+    static constexpr REGSAM Other = sizeof(void*) == 4 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
+
+    RegistryView() : Root("Software\\Classes\\CLSID\\KxTests" + IntToStr(GetCurrentProcessId())) {}
+    ~RegistryView() override {
+        for (const REGSAM view : {REGSAM{0}, Other}) {
+            TRegistry(KEY_ALL_ACCESS | view).DeleteKey(Root);
+            EXPECT_FALSE(TRegistry(KEY_ALL_ACCESS | view).KeyExists(Root));
+        }
+    }
+
+    const std::string Root;
+};
+
+TEST_F(RegistryView, AllThatIsDoneWithKeysKeepsToIt) {
+    TRegistry reg(KEY_ALL_ACCESS | Other);
+    reg.CreateKey(Root + "\\a\\b");
+    unique_hkey own;
+    const bool apart = RegOpenKeyExA(HKEY_CURRENT_USER, Root.c_str(), 0, KEY_READ, own.put()) == ERROR_FILE_NOT_FOUND;
+    EXPECT_EQ(TRegistry().KeyExists(Root), !apart);
+    EXPECT_TRUE(reg.KeyExists(Root + "\\a"));
+    EXPECT_TRUE(reg.OpenKeyReadOnly(Root + "\\a"));
+    EXPECT_TRUE(reg.KeyExists("b"));
+    reg.CloseKey();
+    EXPECT_TRUE(reg.DeleteKey(Root + "\\a"));
+    EXPECT_FALSE(reg.KeyExists(Root + "\\a"));
+    EXPECT_TRUE(reg.KeyExists(Root));
+    if (apart) {
+        TRegistry().CreateKey(Root);
+        EXPECT_TRUE(reg.DeleteKey(Root));
+        EXPECT_TRUE(TRegistry().KeyExists(Root)) << "that of the other registry was deleted";
+    }
+}
+
+TEST_F(RegistryView, SectionsOfAnIniFileKeepToIt) {
+    TRegIniFile ini(Root, KEY_ALL_ACCESS | Other);
+    ini.WriteString("section", "name", "value");
+    EXPECT_EQ(ini.ReadString("section", "name", ""), "value");
+    TStringList names;
+    ini.ReadSection("section", names);
+    EXPECT_THAT(ListOf(names), ElementsAre("name"));
+    ini.ReadSectionValues("section", names);
+    EXPECT_THAT(ListOf(names), ElementsAre("name=value"));
+    ini.EraseSection("section");
+    EXPECT_EQ(ini.ReadString("section", "name", "none"), "none");
+}
+
 } // namespace
 } // namespace kx
