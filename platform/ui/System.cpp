@@ -13,6 +13,22 @@ std::optional<TSystem>& Assumed() {
     return assumed;
 }
 
+/// A function of a system library that is loaded; null where the system does not have it.
+template <class F> F SystemFunction(const char* library, const char* name) {
+    return reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
+}
+
+bool AllowsDynamicCode() {
+    using TGetPolicy = BOOL(WINAPI*)(HANDLE process, int policy, void* buffer, SIZE_T size);
+    constexpr int dynamicCodePolicy = 2;
+    constexpr DWORD prohibit = 1;
+    // Since Windows 8. Before that nothing can be forbidden.
+    const auto getPolicy = SystemFunction<TGetPolicy>("kernel32.dll", "GetProcessMitigationPolicy");
+    DWORD flags = 0;
+    return !getPolicy || !getPolicy(GetCurrentProcess(), dynamicCodePolicy, &flags, sizeof(flags)) ||
+           (flags & prohibit) == 0;
+}
+
 TSystem Find() {
     OSVERSIONINFOA version{};
     version.dwOSVersionInfoSize = sizeof version;
@@ -22,10 +38,11 @@ TSystem Find() {
     if (!GetVersionExA(&version)) {
         version = {};
     }
-    return {.Wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr,
+    return {.Wine = SystemFunction<void*>("ntdll.dll", "wine_get_version") != nullptr,
             .Platform = version.dwPlatformId,
             .Major = version.dwMajorVersion,
-            .Minor = version.dwMinorVersion};
+            .Minor = version.dwMinorVersion,
+            .DynamicCode = AllowsDynamicCode()};
 }
 
 } // namespace

@@ -13,6 +13,8 @@ struct TSystem {
     unsigned Platform = 2;
     unsigned Major = 6;
     unsigned Minor = 1;
+    /// The process may make code at run time. Its makers, or the administrator, can have Windows forbid it.
+    bool DynamicCode = true;
 };
 
 /// The system as it is, or as a TAssumedSystem says.
