@@ -1,0 +1,70 @@
+#include "SystemDialog.h"
+
+namespace kx::probe {
+
+namespace {
+
+TSystemDialog* Running = nullptr;
+
+} // namespace
+
+TSystemDialog::TSystemDialog(const std::string& folder) : FFolder(folder), FNames(MAX_PATH) {
+    Record.lStructSize = sizeof Record;
+    Record.lpstrFile = FNames.data();
+    Record.nMaxFile = static_cast<DWORD>(FNames.size());
+    Record.lpstrInitialDir = FFolder.c_str();
+    Record.lpstrFilter = "All files\0*.*\0";
+    Record.Flags = OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ENABLESIZING | OFN_NOCHANGEDIR | OFN_HIDEREADONLY;
+    Record.lpfnHook = Hook;
+}
+
+bool TSystemDialog::Run(bool save) {
+    Running = this;
+    const bool result =
+        Script.Run([&] { return (save ? GetSaveFileNameA(&Record) : GetOpenFileNameA(&Record)) != FALSE; });
+    Running = nullptr;
+    return result;
+}
+
+UINT_PTR CALLBACK TSystemDialog::Hook(HWND window, UINT message, WPARAM, LPARAM lParam) {
+    TSystemDialog& dialog = *Running;
+    if (message == WM_INITDIALOG) {
+        dialog.FRoot = GetParent(window);
+        if (dialog.OnInit) {
+            dialog.OnInit();
+        }
+    } else if (message == WM_NOTIFY && dialog.OnNotify) {
+        dialog.OnNotify(reinterpret_cast<const NMHDR*>(lParam)->code);
+    }
+    return 0;
+}
+
+int TSystemDialog::ItemCount() const {
+    HWND list = List();
+    return list ? static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0)) : 0;
+}
+
+void TSystemDialog::Select(const std::string& text) const {
+    HWND list = List();
+    LVITEMA state = {};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
+    for (int i = 0; i < ItemCount() && !text.empty(); ++i) {
+        if (ItemTextOf(list, i) == text) {
+            state.state = state.stateMask;
+            SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&state));
+            return;
+        }
+    }
+}
+
+std::string ItemTextOf(HWND list, int index) {
+    wchar_t text[MAX_PATH] = {};
+    LVITEMW item = {};
+    item.pszText = text;
+    item.cchTextMax = MAX_PATH;
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+    return Utf8(text);
+}
+
+} // namespace kx::probe
