@@ -13,7 +13,9 @@ DWORD ThreadOf(HWND window) { return GetWindowThreadProcessId(window, nullptr); 
 
 bool InApplicationThread() { return ThreadOf(Application().Handle()) == GetCurrentThreadId(); }
 
-bool CanTakeFocus(HWND window) { return IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0; }
+bool CanTakeFocus(HWND window) {
+    return IsWindow(window) != 0 && IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0;
+}
 
 /// The system opens no boxes of its own about drives without a medium, which the dialog meets when it looks around.
 class TQuietDrives {
@@ -63,13 +65,15 @@ public:
     TModalScope& operator=(const TModalScope&) = delete;
     ~TModalScope() {
         EnableTaskWindows(FDisabled);
-        if (FOwner) { // a dialog that was destroyed instead of ended left it disabled
+        // Any of the windows may have died with the dialog. One that was destroyed instead of ended left its owner
+        // disabled.
+        if (IsWindow(FOwner) != 0) {
             EnableWindow(FOwner, TRUE);
         }
         if (FActive != GetActiveWindow() && CanTakeFocus(FActive)) {
             SetActiveWindow(FActive);
         }
-        if (FFocus != GetFocus() && GetAncestor(FFocus, GA_ROOT) == GetActiveWindow() && CanTakeFocus(FFocus)) {
+        if (FFocus != GetFocus() && CanTakeFocus(FFocus) && GetAncestor(FFocus, GA_ROOT) == GetActiveWindow()) {
             SetFocus(FFocus);
         }
         if (FInApplicationThread) {

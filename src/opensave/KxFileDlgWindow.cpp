@@ -99,7 +99,7 @@ void TKxFileDlgWindow::SetSelPath(const std::string& path) const {
     SetWindowTextA(edit, path.c_str());
     KxCloseDialog(FDialog, mrOk);
     SetWindowTextA(edit, saved.c_str());
-    if (focus) {
+    if (IsWindow(focus)) { // a list of files dies with its folder
         SetFocus(focus);
     }
 }
