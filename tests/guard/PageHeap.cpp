@@ -16,8 +16,9 @@ constexpr size_t ArenaSize = sizeof(void*) == 8 ? size_t{4} << 30 : size_t{640} 
 constexpr size_t MostLive = 24'000;
 constexpr size_t MarkedBefore = 64;   ///< Bytes before a block that are looked at when it is freed.
 constexpr unsigned char Mark = 0xB5;  ///< Around a block, in its pages.
-constexpr unsigned char Fresh = 0xCD; ///< In a new block.
-constexpr size_t Classes = 16;        ///< Blocks of more pages than that wait together.
+constexpr unsigned char Fresh = 0xCD; ///< In a new block, as far as it is small.
+constexpr size_t MostFilled = 4096;
+constexpr size_t Classes = 16; ///< Blocks of more pages than that wait together.
 
 struct TQueue {
     TBlock* First = nullptr;
@@ -180,7 +181,7 @@ void Judge(const TBlock& block, TBlockKind kind, size_t size, char (&text)[200])
     ++Live.Blocks;
     Live.Bytes += size;
     MarkAround(*block);
-    std::memset(block->Address, Fresh, size);
+    std::memset(block->Address, Fresh, std::min(size, MostFilled)); // pages never used take no time
     return block->Address;
 }
 
