@@ -25,7 +25,7 @@ template <class F> TCensus Growth(int count, F show) {
 
 /// `ours`, the growth of so many showings, is no more than what the bare dialog loses in as many. The heap has some
 /// play: caches come and go. So have, by `contexts`, the window contexts of programs whose threads draw at once: the
-/// system keeps as many, each with a region, as have ever been in use at the same time.
+/// system keeps as many, each with a region and perhaps a bitmap, as have ever been in use at the same time.
 inline void ExpectNoLoss(const TCensus& ours, int count, const TCensus& system, int systemCount, long contexts = 0) {
     for (size_t i = 0; i < ours.Counts.size(); ++i) {
         const long loss = std::max(0L, system.Counts[i] * count / systemCount);
@@ -33,6 +33,7 @@ inline void ExpectNoLoss(const TCensus& ours, int count, const TCensus& system, 
         switch (static_cast<TCensusKind>(i)) {
         case TCensusKind::HeapBlock: play = 8; break;
         case TCensusKind::HeapByte: play = 4096; break;
+        case TCensusKind::Bitmap:
         case TCensusKind::Region:
         case TCensusKind::WindowContext: play = contexts; break;
         default: break;
