@@ -183,7 +183,9 @@ void TApplication::HandleException(TObject* sender) {
     if (!std::current_exception()) {
         return;
     }
-    if (const HWND capture = GetCapture()) {
+    // A control's work with the mouse ends here. A button of a system dialog keeps the mouse: its click would be lost
+    // with it, and where a hook of the dialog fails at each message the dialog could not be left any more.
+    if (const HWND capture = GetCapture(); capture && FindControl(capture)) {
         SendMessageA(capture, WM_CANCELMODE, 0, 0);
     }
     const auto tell = [&](const std::exception& e) {
