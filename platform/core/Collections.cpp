@@ -1,6 +1,7 @@
 #include "core/Collections.h"
 
 #include "core/Barrier.h"
+#include "core/Updates.h"
 
 #include <algorithm>
 
@@ -72,22 +73,6 @@ void TCollectionItem::Changed(bool allItems) {
 }
 
 // --- TCollection
-
-namespace {
-
-/// Makes changes that are told as one, also when one of them throws.
-template <class F> void AsOneUpdate(TCollection& collection, F&& change) {
-    collection.BeginUpdate();
-    try {
-        change();
-    } catch (...) {
-        collection.EndUpdate();
-        throw;
-    }
-    collection.EndUpdate();
-}
-
-} // namespace
 
 const TClass& TCollection::StaticClass() {
     static const TClassBuilder<TCollection> cls("TCollection", TPersistent::StaticClass());

@@ -1,31 +1,9 @@
 #include "core/FilerSession.h"
-
-#include <exception>
+#include "core/Updates.h"
 
 namespace kx {
 
 namespace {
-
-/// Ends an update of a collection whatever happens. When an exception is on its way, one of the update is dropped.
-class TUpdate {
-public:
-    explicit TUpdate(TCollection& collection) : FCollection(collection) { FCollection.BeginUpdate(); }
-    TUpdate(const TUpdate&) = delete;
-    TUpdate& operator=(const TUpdate&) = delete;
-    ~TUpdate() noexcept(false) {
-        try {
-            FCollection.EndUpdate();
-        } catch (...) {
-            if (std::uncaught_exceptions() == FUncaught) {
-                throw;
-            }
-        }
-    }
-
-private:
-    TCollection& FCollection;
-    int FUncaught = std::uncaught_exceptions();
-};
 
 /// The component that a path of names leads to; null when there is none.
 TComponent* FindNested(TComponent* from, std::string_view path) {
@@ -223,20 +201,21 @@ void TReader::ReadItems(TCollection& collection, TCollection* known) {
     const std::optional<TAlive> alive = known ? std::optional<TAlive>(*known) : std::nullopt;
     const detail::TRestore nesting(FNesting);
     Enter();
-    const TUpdate update(collection);
-    collection.Clear();
-    while (!EndOfList()) {
-        const TValueType type = NextValue();
-        if (type == vaInt8 || type == vaInt16 || type == vaInt32) {
-            ReadInteger(); // a position, which the order tells anyway
+    AsOneUpdate(collection, [&] {
+        collection.Clear();
+        while (!EndOfList()) {
+            const TValueType type = NextValue();
+            if (type == vaInt8 || type == vaInt16 || type == vaInt32) {
+                ReadInteger(); // a position, which the order tells anyway
+            }
+            ReadListBegin();
+            TCollectionItem* const item = collection.Add();
+            const TPathScope path(*this);
+            FPath.push_back({nullptr, known, collection.Count() - 1, alive});
+            ReadProperties(*item);
         }
-        ReadListBegin();
-        TCollectionItem* const item = collection.Add();
-        const TPathScope path(*this);
-        FPath.push_back({nullptr, known, collection.Count() - 1, alive});
-        ReadProperties(*item);
-    }
-    ReadListEnd();
+        ReadListEnd();
+    });
 }
 
 // --- References

@@ -2,34 +2,13 @@
 
 #include "core/Filer.h"
 #include "core/Streams.h"
+#include "core/Updates.h"
 
 #include <algorithm>
-#include <exception>
 
 namespace kx {
 
 namespace {
-
-/// Ends an update of a list whatever happens. When an exception is on its way, one of a change handler is dropped.
-class TUpdate {
-public:
-    explicit TUpdate(TStrings& list) : FList(list) { FList.BeginUpdate(); }
-    TUpdate(const TUpdate&) = delete;
-    TUpdate& operator=(const TUpdate&) = delete;
-    ~TUpdate() noexcept(false) {
-        try {
-            FList.EndUpdate();
-        } catch (...) {
-            if (std::uncaught_exceptions() == FUncaught) {
-                throw;
-            }
-        }
-    }
-
-private:
-    TStrings& FList;
-    int FUncaught = std::uncaught_exceptions();
-};
 
 bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
 
@@ -77,11 +56,12 @@ void TStrings::InsertObject(int index, const std::string& text, TObject* object)
 }
 
 void TStrings::AddStrings(const TStrings& strings) {
-    const TUpdate update(*this);
-    const int count = strings.Count(); // the list may be this one
-    for (int i = 0; i < count; ++i) {
-        AddObject(strings.Get(i), strings.GetObject(i));
-    }
+    AsOneUpdate(*this, [&] {
+        const int count = strings.Count(); // the list may be this one
+        for (int i = 0; i < count; ++i) {
+            AddObject(strings.Get(i), strings.GetObject(i));
+        }
+    });
 }
 
 int TStrings::IndexOf(const std::string& text) const {
@@ -98,11 +78,12 @@ void TStrings::Exchange(int a, int b) {
     TObject* const objectA = GetObject(a);
     const std::string textB = Get(b);
     TObject* const objectB = GetObject(b);
-    const TUpdate update(*this);
-    Put(a, textB);
-    PutObject(a, objectB);
-    Put(b, textA);
-    PutObject(b, objectA);
+    AsOneUpdate(*this, [&] {
+        Put(a, textB);
+        PutObject(a, objectB);
+        Put(b, textA);
+        PutObject(b, objectA);
+    });
 }
 
 void TStrings::Move(int from, int to) {
@@ -113,9 +94,10 @@ void TStrings::Move(int from, int to) {
     }
     const std::string text = Get(from);
     TObject* const object = GetObject(from);
-    const TUpdate update(*this);
-    Delete(from);
-    InsertObject(to, text, object);
+    AsOneUpdate(*this, [&] {
+        Delete(from);
+        InsertObject(to, text, object);
+    });
 }
 
 std::string TStrings::Text() const {
@@ -128,14 +110,15 @@ std::string TStrings::Text() const {
 }
 
 void TStrings::SetText(std::string_view text) {
-    const TUpdate update(*this);
-    Clear();
-    while (!text.empty()) {
-        const size_t end = std::min(text.find_first_of("\r\n"), text.size());
-        Add(std::string(text.substr(0, end)));
-        const size_t lineBreak = text.substr(end, 2) == "\r\n" ? 2 : 1;
-        text.remove_prefix(std::min(end + lineBreak, text.size()));
-    }
+    AsOneUpdate(*this, [&] {
+        Clear();
+        while (!text.empty()) {
+            const size_t end = std::min(text.find_first_of("\r\n"), text.size());
+            Add(std::string(text.substr(0, end)));
+            const size_t lineBreak = text.substr(end, 2) == "\r\n" ? 2 : 1;
+            text.remove_prefix(std::min(end + lineBreak, text.size()));
+        }
+    });
 }
 
 std::string TStrings::CommaText() const {
@@ -164,43 +147,44 @@ std::string TStrings::CommaText() const {
 }
 
 void TStrings::SetCommaText(std::string_view text) {
-    const TUpdate update(*this);
-    Clear();
-    size_t at = 0;
-    const auto skipBlanks = [&] {
-        while (at < text.size() && IsBlank(text[at])) {
-            ++at;
-        }
-    };
-    skipBlanks();
-    while (at < text.size()) {
-        std::string item;
-        if (text[at] == '"') {
-            for (++at; at < text.size(); ++at) {
-                if (text[at] == '"' && text.substr(at + 1, 1) != "\"") {
-                    ++at;
-                    break;
-                }
-                if (text[at] == '"') {
-                    ++at; // of two quotes the second one stands
-                }
-                item.push_back(text[at]);
+    AsOneUpdate(*this, [&] {
+        Clear();
+        size_t at = 0;
+        const auto skipBlanks = [&] {
+            while (at < text.size() && IsBlank(text[at])) {
+                ++at;
             }
-        } else {
-            while (at < text.size() && !IsBlank(text[at]) && text[at] != ',') {
-                item.push_back(text[at++]);
-            }
-        }
-        Add(item);
+        };
         skipBlanks();
-        if (at < text.size() && text[at] == ',') {
-            ++at;
+        while (at < text.size()) {
+            std::string item;
+            if (text[at] == '"') {
+                for (++at; at < text.size(); ++at) {
+                    if (text[at] == '"' && text.substr(at + 1, 1) != "\"") {
+                        ++at;
+                        break;
+                    }
+                    if (text[at] == '"') {
+                        ++at; // of two quotes the second one stands
+                    }
+                    item.push_back(text[at]);
+                }
+            } else {
+                while (at < text.size() && !IsBlank(text[at]) && text[at] != ',') {
+                    item.push_back(text[at++]);
+                }
+            }
+            Add(item);
             skipBlanks();
-            if (at == text.size()) {
-                Add({}); // behind a comma something follows, if only an empty text
+            if (at < text.size() && text[at] == ',') {
+                ++at;
+                skipBlanks();
+                if (at == text.size()) {
+                    Add({}); // behind a comma something follows, if only an empty text
+                }
             }
         }
-    }
+    });
 }
 
 std::string TStrings::Names(int index) const {
@@ -284,9 +268,10 @@ void TStrings::Assign(const TPersistent* source) {
     if (other == this) {
         return;
     }
-    const TUpdate update(*this);
-    Clear();
-    AddStrings(*other);
+    AsOneUpdate(*this, [&] {
+        Clear();
+        AddStrings(*other);
+    });
 }
 
 void TStrings::DefineProperties(TFiler& filer) {
@@ -295,12 +280,13 @@ void TStrings::DefineProperties(TFiler& filer) {
         "Strings",
         [this](TReader& reader) {
             reader.ReadListBegin();
-            const TUpdate update(*this);
-            Clear();
-            while (!reader.EndOfList()) {
-                Add(reader.ReadString());
-            }
-            reader.ReadListEnd();
+            AsOneUpdate(*this, [&] {
+                Clear();
+                while (!reader.EndOfList()) {
+                    Add(reader.ReadString());
+                }
+                reader.ReadListEnd();
+            });
         },
         [this](TWriter& writer) {
             writer.WriteListBegin();

@@ -1,5 +1,6 @@
 #include "places/KxPlacesBar.h"
 
+#include "core/Updates.h"
 #include "places/KxPlaceIcons.h"
 #include "places/KxPlaces.h"
 
@@ -272,26 +273,9 @@ void TKxPlaceButton::BTNOnEndDrag(TObject* sender, TObject* target, int, int) {
 
 // --- Building the bar
 
-namespace {
-
-/// The bar arranges its buttons once, at the end of the scope.
-class TToolBarUpdate {
-public:
-    explicit TToolBarUpdate(TToolBar& bar) : FBar(bar) { bar.BeginUpdate(); }
-    TToolBarUpdate(const TToolBarUpdate&) = delete;
-    TToolBarUpdate& operator=(const TToolBarUpdate&) = delete;
-    ~TToolBarUpdate() { FBar.EndUpdate(); }
-
-private:
-    TToolBar& FBar;
-};
-
-} // namespace
-
 void TKxPlaces::UpdatePlacesOn(TToolBar& toolBar) const {
-    std::exception_ptr error; // the buttons have to match the places whatever happens to one of them
-    {
-        const TToolBarUpdate update(toolBar);
+    std::exception_ptr error;  // the buttons have to match the places whatever happens to one of them
+    AsOneUpdate(toolBar, [&] { // the bar arranges its buttons once
         while (toolBar.ComponentCount() > 0) {
             toolBar.Components(0)->Free();
         }
@@ -308,7 +292,7 @@ void TKxPlaces::UpdatePlacesOn(TToolBar& toolBar) const {
                 error = std::current_exception();
             }
         }
-    }
+    });
     if (error) {
         std::rethrow_exception(error);
     }
