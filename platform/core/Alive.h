@@ -52,6 +52,12 @@ public:
     template <class T>
     requires requires(const T& object) { object.Lifetime(); }
     explicit TAlive(const T& object) : TAlive(object.Lifetime()) {}
+    /// Of an object that there may be none of: nobody does not live.
+    template <class T>
+    requires requires(const T& object) { object.Lifetime(); }
+    explicit TAlive(const T* object) : FState(object ? &object->Lifetime().State() : &TLifetime::Ended) {
+        FState->Users.fetch_add(1);
+    }
 
     TAlive(const TAlive& other) noexcept : FState(other.FState) { FState->Users.fetch_add(1); }
     TAlive& operator=(const TAlive& other) noexcept {

@@ -99,6 +99,7 @@ class TComponent : public TPersistent {
     bool IsDesigning() const { return FState.Contains(csDesigning); }
     bool IsLoading() const { return FState.Contains(csLoading); }
     bool IsDestroying() const { return FState.Contains(csDestroying); }
+    bool IsGoing() const { return FGoing; } ///< Its own destruction is under way, not only that of its owner.
     /// Sets or clears csDesigning on the component and, with `children`, on everything that it owns.
     void SetDesigning(bool value, bool children = true);
 
@@ -134,8 +135,6 @@ protected:
     virtual void ValidateRename(TComponent* component, const std::string& currentName, const std::string& newName);
     void ChangeName(const std::string& value);
     void EndLife() noexcept { FLife.End(); } ///< From now on the component counts as gone.
-    /// Its own destruction is under way, not only that of its owner.
-    bool IsGoing() const { return FGoing; }
     /// Runs what may run foreign code. Out of a component that is being destroyed nothing may be thrown: there it is
     /// reported.
     template <class F> void CallOut(F&& foreign) {

@@ -44,10 +44,11 @@ bool TBasicAction::Update() {
 }
 
 void TBasicAction::TellLinks(const TActionLook& before) {
-    // What follows the action may let go of it meanwhile, or go.
+    // What follows the action may let go of it meanwhile, or go, or free it.
+    const TAlive alive(*this);
     const std::vector<TActionLink*> links = FLinks;
     for (TActionLink* link : links) {
-        if (std::find(FLinks.begin(), FLinks.end(), link) != FLinks.end()) {
+        if (alive && std::find(FLinks.begin(), FLinks.end(), link) != FLinks.end()) {
             const TActionLink::TChangeEvent handler = link->FOnChange;
             handler(static_cast<TCustomAction&>(*this), before);
         }
@@ -77,11 +78,7 @@ void TCustomAction::SetActionList(TActionList* value) {
 }
 
 bool TCustomAction::Execute() {
-    // The handler of the update may free the action, which then is executed no more.
-    TActionLink alive({});
-    alive.SetAction(this);
-    Update();
-    return alive.Action() && Enabled() && TBasicAction::Execute();
+    return Outlives(*this, [this] { Update(); }) && Enabled() && TBasicAction::Execute();
 }
 
 TComponent* TCustomAction::GetParentComponent() const { return FActionList; }
@@ -162,42 +159,40 @@ void TActionList::Notification(TComponent* component, TOperation operation) {
 
 namespace {
 
+// A client tells of its changes, and may be freed by those who hear of them, with its action. So the looks are copies,
+// and each step says whether the client lives on.
+
 /// Sets what the action changed, where the client had the same as the action before.
-template <class Get, class Set, class V> void Follow(const V& before, const V& now, Get&& get, Set&& set) {
-    if (before != now && get() == before) {
-        set(now);
-    }
+template <class Client, class Get, class Set, class V>
+bool Follow(const Client& client, const V& before, const V& now, Get&& get, Set&& set) {
+    return before == now || get() != before || Outlives(client, [&] { set(now); });
 }
 
 /// The part of the look that controls and menu items have in common.
-template <class Client> void FollowLook(Client& client, const TActionLook& before, const TActionLook& now) {
-    Follow(
-        before.Caption, now.Caption, [&] { return client.Caption(); }, [&](auto& v) { client.SetCaption(v); });
-    Follow(
-        before.Hint, now.Hint, [&] { return client.Hint(); }, [&](auto& v) { client.SetHint(v); });
-    Follow(
-        before.Enabled, now.Enabled, [&] { return client.Enabled(); }, [&](auto& v) { client.SetEnabled(v); });
-    Follow(
-        before.Visible, now.Visible, [&] { return client.Visible(); }, [&](auto& v) { client.SetVisible(v); });
+template <class Client> bool FollowLook(Client& c, const TActionLook& before, const TActionLook& now) {
+    return Follow(
+               c, before.Caption, now.Caption, [&] { return c.Caption(); }, [&](auto& v) { c.SetCaption(v); }) &&
+           Follow(
+               c, before.Hint, now.Hint, [&] { return c.Hint(); }, [&](auto& v) { c.SetHint(v); }) &&
+           Follow(
+               c, before.Enabled, now.Enabled, [&] { return c.Enabled(); }, [&](auto& v) { c.SetEnabled(v); }) &&
+           Follow(
+               c, before.Visible, now.Visible, [&] { return c.Visible(); }, [&](auto& v) { c.SetVisible(v); });
+}
+
+/// Does a step of taking a look over, where it is wanted.
+template <class Client, class F> bool Take(const Client& client, bool wanted, F&& step) {
+    return !wanted || Outlives(client, std::forward<F>(step));
 }
 
 /// Takes the common part over at once; with `checkDefaults` where the client has nothing of its own.
-template <class Client> void TakeLook(Client& client, const TActionLook& look, bool checkDefaults) {
-    if (!checkDefaults || client.Caption().empty() || client.Caption() == client.Name()) {
-        client.SetCaption(look.Caption);
-    }
-    if (!checkDefaults || client.Hint().empty()) {
-        client.SetHint(look.Hint);
-    }
-    if (!checkDefaults || client.Enabled()) {
-        client.SetEnabled(look.Enabled);
-    }
-    if (!checkDefaults || client.Visible()) {
-        client.SetVisible(look.Visible);
-    }
-    if (!checkDefaults) {
-        client.SetOnClick({}); // a click executes the action
-    }
+template <class Client> bool TakeLook(Client& c, const TActionLook& look, bool checkDefaults) {
+    const bool all = !checkDefaults;
+    return Take(c, all || c.Caption().empty() || c.Caption() == c.Name(), [&] { c.SetCaption(look.Caption); }) &&
+           Take(c, all || c.Hint().empty(), [&] { c.SetHint(look.Hint); }) &&
+           Take(c, all || c.Enabled(), [&] { c.SetEnabled(look.Enabled); }) &&
+           Take(c, all || c.Visible(), [&] { c.SetVisible(look.Visible); }) &&
+           Take(c, all, [&] { c.SetOnClick({}); }); // a click executes the action
 }
 
 } // namespace
@@ -211,15 +206,18 @@ void TControl::SetAction(TBasicAction* value) {
         FActionLink.reset();
         return;
     }
-    FActionLink = std::make_unique<TActionLink>(
-        [this](TCustomAction& action, const TActionLook& before) { FollowLook(*this, before, action.Look()); });
+    FActionLink = std::make_unique<TActionLink>([this](TCustomAction& action, const TActionLook& before) {
+        const TActionLook now = action.Look();
+        FollowLook(*this, before, now);
+    });
     FActionLink->SetAction(value);
     ActionChange(value, IsLoading());
 }
 
 void TControl::ActionChange(TObject* sender, bool checkDefaults) {
     if (const auto* const action = dynamic_cast<TCustomAction*>(sender)) {
-        TakeLook(*this, action->Look(), checkDefaults);
+        const TActionLook look = action->Look();
+        TakeLook(*this, look, checkDefaults);
     }
 }
 
@@ -234,27 +232,24 @@ void TMenuItem::SetAction(TBasicAction* value) {
     }
     FActionLink = std::make_unique<TActionLink>([this](TCustomAction& action, const TActionLook& before) {
         const TActionLook now = action.Look();
-        FollowLook(*this, before, now);
-        Follow(
-            before.Checked, now.Checked, [&] { return Checked(); }, [&](auto& v) { SetChecked(v); });
-        Follow(
-            before.ImageIndex, now.ImageIndex, [&] { return ImageIndex(); }, [&](auto& v) { SetImageIndex(v); });
-        Follow(
-            before.ShortCut, now.ShortCut, [&] { return ShortCut(); }, [&](auto& v) { SetShortCut(v); });
+        static_cast<void>(
+            FollowLook(*this, before, now) &&
+            Follow(
+                *this, before.Checked, now.Checked, [&] { return Checked(); }, [&](auto& v) { SetChecked(v); }) &&
+            Follow(
+                *this, before.ImageIndex, now.ImageIndex, [&] { return ImageIndex(); },
+                [&](auto& v) { SetImageIndex(v); }) &&
+            Follow(
+                *this, before.ShortCut, now.ShortCut, [&] { return ShortCut(); }, [&](auto& v) { SetShortCut(v); }));
     });
     FActionLink->SetAction(value);
     if (const auto* const action = dynamic_cast<TCustomAction*>(value)) {
-        const bool checkDefaults = IsLoading();
-        TakeLook(*this, action->Look(), checkDefaults);
-        if (!checkDefaults || !Checked()) {
-            SetChecked(action->Checked());
-        }
-        if (!checkDefaults || ImageIndex() == -1) {
-            SetImageIndex(action->ImageIndex());
-        }
-        if (!checkDefaults || ShortCut() == 0) {
-            SetShortCut(action->ShortCut());
-        }
+        const bool all = !IsLoading();
+        const TActionLook look = action->Look();
+        static_cast<void>(TakeLook(*this, look, !all) &&
+                          Take(*this, all || !Checked(), [&] { SetChecked(look.Checked); }) &&
+                          Take(*this, all || ImageIndex() == -1, [&] { SetImageIndex(look.ImageIndex); }) &&
+                          Take(*this, all || ShortCut() == 0, [&] { SetShortCut(look.ShortCut); }));
     }
 }
 

@@ -114,8 +114,7 @@ void TListView::ColorChanged() {
 }
 
 void TListView::FontChanged() {
-    TWinControl::FontChanged();
-    if (HandleAllocated()) {
+    if (Outlives(*this, [this] { TWinControl::FontChanged(); }) && HandleAllocated()) {
         ApplyColors();
     }
 }

@@ -46,9 +46,10 @@ void TPageScroller::Notification(TComponent* component, TOperation operation) {
 }
 
 void TPageScroller::Loaded() {
-    TWinControl::Loaded();
-    FContent = Extent();
-    AttachWindow();
+    if (Outlives(*this, [this] { TWinControl::Loaded(); })) {
+        FContent = Extent();
+        AttachWindow();
+    }
 }
 
 // --- Window
@@ -64,7 +65,7 @@ void TPageScroller::CreateParams(TCreateParams& params) {
 void TPageScroller::CreateHandle() {
     const int position = FPosition;
     TWinControl::CreateHandle(); // the windows inside too
-    AttachWindow();
+    MustOutlive([this] { AttachWindow(); });
     SetPosition(position);
 }
 
@@ -111,14 +112,16 @@ void TPageScroller::ContentChanged() {
             break;
         }
         FMeasuredSize = size;
-        FMeasuring = true;
-        const int position = Position();
-        SendMessageA(WindowHandle(), PGM_SETCHILD, 0, 0);
-        SendMessageA(WindowHandle(), PGM_SETCHILD, 0, reinterpret_cast<LPARAM>(FAttached));
-        SendMessageA(WindowHandle(), PGM_RECALCSIZE, 0,
-                     0); // for systems in which giving it the same child changes nothing
-        SendMessageA(WindowHandle(), PGM_SETPOS, 0, position);
-        FMeasuring = false;
+        const auto give = [this, scroller = WindowHandle(), content = FAttached, position = Position()] {
+            const TFieldScope measuring(*this, FMeasuring, true);
+            SendMessageA(scroller, PGM_SETCHILD, 0, 0);
+            SendMessageA(scroller, PGM_SETCHILD, 0, reinterpret_cast<LPARAM>(content)); // gives it another size
+            SendMessageA(scroller, PGM_RECALCSIZE, 0, 0); // where giving it the same child changes nothing
+            SendMessageA(scroller, PGM_SETPOS, 0, position);
+        };
+        if (!Outlives(*this, give) || !HandleAllocated()) {
+            break;
+        }
         FGiven = Extent();
     }
 }
@@ -153,7 +156,9 @@ void TPageScroller::SetControl(TWinControl* value) {
     FControl = value;
     if (value) {
         FreeNotification(value);
-        value->SetParent(this);
+        if (!Outlives(*this, [&] { value->SetParent(this); }) || FControl != value) {
+            return;
+        }
     }
     FContent = Extent();
     FMeasuredSize = {-1, -1};

@@ -53,20 +53,25 @@ TToolBar::~TToolBar() {
 
 void TToolBar::Notification(TComponent* component, TOperation operation) {
     TWinControl::Notification(component, operation);
-    if (operation == opRemove) {
-        for (TImageList** field : {&FImages, &FHotImages, &FDisabledImages}) {
-            if (*field == component) {
-                *field = nullptr;
-                ApplyImages();
-            }
+    if (operation != opRemove) {
+        return;
+    }
+    bool lost = false;
+    for (TImageList** field : {&FImages, &FHotImages, &FDisabledImages}) {
+        if (*field == component) {
+            *field = nullptr;
+            lost = true;
         }
+    }
+    if (lost) {
+        ApplyImages();
     }
 }
 
 void TToolBar::Loaded() {
-    TWinControl::Loaded();
-    FrameChanged();
-    Arrange();
+    if (Outlives(*this, [this] { TWinControl::Loaded(); })) {
+        FrameChanged(); // arranges the buttons
+    }
 }
 
 /// Form files list the buttons in the bar's order, which may differ from the order of their creation.
@@ -177,7 +182,7 @@ void TToolBar::CreateWnd() {
     SendMessageA(WindowHandle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageA(WindowHandle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
     SendMessageA(WindowHandle(), TB_SETINDENT, static_cast<WPARAM>(FIndent), 0);
-    ApplyImages();
+    MustOutlive([this] { ApplyImages(); });
     FillWindow();
     Arrange();
 }
@@ -316,7 +321,7 @@ void TToolBar::Arrange() {
     if (FArranging || FUpdateCount > 0 || IsLoading() || IsDestroying()) {
         return;
     }
-    FArranging = true;
+    const TFieldScope arranging(*this, FArranging, true);
     const int width = ClientWidth();
     FindRows(width);
     if (HandleAllocated() && !FRefill) {
@@ -332,7 +337,6 @@ void TToolBar::Arrange() {
         }
     }
     PlaceButtons();
-    FArranging = false;
 }
 
 void TToolBar::PlaceButtons() {
@@ -373,8 +377,7 @@ void TToolBar::AdjustHeight(int bottom) {
 }
 
 void TToolBar::FontChanged() {
-    TWinControl::FontChanged();
-    if (HandleAllocated()) {
+    if (Outlives(*this, [this] { TWinControl::FontChanged(); }) && HandleAllocated()) {
         ApplySizes();
         Arrange();
     }

@@ -90,6 +90,7 @@ private:
     bool IsGroupCheck() const { return FGrouped && FStyle == tbsCheck; }
     bool IsSeparator() const { return FStyle == tbsSeparator || FStyle == tbsDivider; }
     void SetPressed(bool value);
+    void TakeItemsLook();
     void Clicked();
     void StateChanged();
     void LookChanged();

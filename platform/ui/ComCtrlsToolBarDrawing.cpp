@@ -84,8 +84,10 @@ LRESULT TToolBar::CustomDrawNotification(const NMTBCUSTOMDRAW& info) {
     const auto run = [&](auto draw) {
         FCanvas->SetHandle(dc);
         FCanvas->Font().Assign(&Font());
-        const bool defaultDraw = Guarded(true, draw);
-        FCanvas->SetHandle(nullptr);
+        bool defaultDraw = false;
+        if (Outlives(*this, [&] { defaultDraw = Guarded(true, draw); })) {
+            FCanvas->SetHandle(nullptr);
+        }
         return defaultDraw;
     };
     if (info.nmcd.dwDrawStage == CDDS_PREPAINT) {

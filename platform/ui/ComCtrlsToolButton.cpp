@@ -39,12 +39,20 @@ void TToolButton::SetParent(TWinControl* value) {
     if (Parent() == value) {
         return;
     }
+    // The bars are as high as their buttons need, and tell of their size.
+    const TAlive alive(*this);
+    const TAlive valueAlive(value);
     if (FToolBar) {
-        FToolBar->RemoveButton(*this);
+        CallOut([this] { FToolBar->RemoveButton(*this); });
+    }
+    if (!alive || (value && !valueAlive)) {
+        return;
     }
     TGraphicControl::SetParent(value);
-    if (auto* const bar = dynamic_cast<TToolBar*>(value)) {
-        bar->AddButton(*this);
+    if (alive && valueAlive && Parent() == value && !FToolBar) {
+        if (auto* const bar = dynamic_cast<TToolBar*>(value)) {
+            bar->AddButton(*this);
+        }
     }
 }
 
@@ -179,12 +187,21 @@ void TToolButton::SetMenuItem(TMenuItem* value) {
     if (value) {
         FreeNotification(value);
         if (!IsLoading()) {
-            SetCaption(value->Caption());
-            SetHint(value->Hint());
-            SetImageIndex(value->ImageIndex());
-            SetEnabled(value->Enabled());
+            TakeItemsLook();
         }
     }
+}
+
+/// The bar arranges itself for each change, and tells of its size.
+void TToolButton::TakeItemsLook() {
+    if (!Outlives(*this, [this] { SetCaption(FMenuItem->Caption()); }) || !FMenuItem) {
+        return;
+    }
+    SetHint(FMenuItem->Hint());
+    if (!Outlives(*this, [this] { SetImageIndex(FMenuItem->ImageIndex()); }) || !FMenuItem) {
+        return;
+    }
+    SetEnabled(FMenuItem->Enabled());
 }
 
 void TToolButton::SetDropdownMenu(TPopupMenu* value) {
@@ -216,7 +233,9 @@ void TToolButton::MouseDown(TMouseButton button, TShiftState shift, int x, int y
         SetPressed(true);
         if (FDropdownMenu && (FStyle != tbsDropDown || onArrow)) {
             SetMouseCapture(false);
-            CheckMenuDropdown();
+            if (alive) {
+                CheckMenuDropdown();
+            }
             if (alive) {
                 SetPressed(false);
             }
@@ -276,9 +295,7 @@ void TToolButton::Clicked() {
 }
 
 void TToolButton::Click() {
-    const TAlive alive(*this);
-    TGraphicControl::Click();
-    if (alive && FMenuItem && !OnClick()) {
+    if (Outlives(*this, [this] { TGraphicControl::Click(); }) && FMenuItem && !OnClick()) {
         FMenuItem->Click();
     }
 }

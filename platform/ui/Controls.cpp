@@ -137,6 +137,9 @@ void TControl::Loaded() {
 // --- Place
 
 void TControl::SetBoundsFields(int left, int top, int width, int height) {
+    if (BoundsRect() != TRect{left, top, left + width, top + height}) {
+        ContextStale();
+    }
     FLeft = left;
     FTop = top;
     FWidth = width;
@@ -155,8 +158,7 @@ void TControl::SetBounds(int left, int top, int width, int height) {
     SetBoundsFields(left, top, width, height);
     UpdateAnchorBase();
     Invalidate();
-    RequestAlign();
-    if (resized && !IsLoading()) {
+    if (Outlives(*this, [this] { RequestAlign(); }) && resized && !IsLoading()) {
         Resize();
     }
 }
@@ -231,27 +233,43 @@ void TControl::AnchoredBounds(const TRect& parentClient) {
 
 // --- Family
 
-void TControl::SetParent(TWinControl* value) {
-    if (FParent == value) {
-        return;
-    }
-    if (value && (value == this ||
-                  (dynamic_cast<TWinControl*>(this) && static_cast<TWinControl*>(this)->ContainsControl(value)))) {
+void TControl::CheckParent(TWinControl* value) const {
+    const auto* const windowed = dynamic_cast<const TWinControl*>(this);
+    if (value && (value == this || (windowed && windowed->ContainsControl(value)))) {
         throw EInvalidOperation("A control cannot have itself as its parent");
     }
-    if (FParent) {
-        if (TCustomForm* const form = GetParentForm(FParent)) {
+}
+
+void TControl::SetParent(TWinControl* value) {
+    if (FParent == value || (value && IsGoing())) {
+        return;
+    }
+    CheckParent(value);
+    ContextStale();
+    if (TWinControl* const old = FParent) {
+        if (TCustomForm* const form = GetParentForm(old)) {
             form->ControlGone(*this);
         }
-        FParent->DetachControl(this);
+        old->DetachControl(this);
+        FParent = nullptr;
+        if (!old->IsDestroying()) {
+            const TAlive valueAlive(value);
+            // The old parent closes the gap.
+            if (!Outlives(*this, [&] { CallOut([&] { old->AlignControls(); }); }) || FParent ||
+                (value && !valueAlive)) {
+                return; // gone, or moved on already, or there is nothing to move to any more
+            }
+        }
     }
     FParent = value;
     if (value) {
         value->AttachControl(this);
-        ParentSettingsChanged();
-        UpdateAnchorBase();
-        RequestAlign();
-        Invalidate();
+        if (Outlives(*this, [this] { ParentSettingsChanged(); }) && FParent == value) {
+            UpdateAnchorBase();
+            if (Outlives(*this, [this] { RequestAlign(); })) {
+                Invalidate();
+            }
+        }
     }
 }
 
@@ -274,23 +292,21 @@ void TControl::SetZOrder(bool front) {
 }
 
 void TControl::ParentSettingsChanged() {
-    if (!FParent) {
-        return;
-    }
-    FFollowing = true;
-    if (FParentFont) {
+    // Another font may give a control another size, of which handlers are told.
+    const TAlive alive(*this);
+    if (FParent && FParentFont) {
+        const TFieldScope following(*this, FFollowing, true);
         FFont->Assign(FParent->FFont.get());
     }
-    if (FParentColor && FColor != FParent->Color()) {
+    if (alive && FParent && FParentColor && FColor != FParent->Color()) {
         FColor = FParent->Color();
         ColorChanged();
     }
-    FFollowing = false;
-    if (FParentShowHint && FShowHint != FParent->FShowHint) {
+    if (alive && FParent && FParentShowHint && FShowHint != FParent->FShowHint) {
         FShowHint = FParent->FShowHint;
         ShowHintChanged();
     }
-    if (FParentBiDiMode && FBiDiMode != FParent->FBiDiMode) {
+    if (alive && FParent && FParentBiDiMode && FBiDiMode != FParent->FBiDiMode) {
         FBiDiMode = FParent->FBiDiMode;
         BiDiModeChanged();
     }

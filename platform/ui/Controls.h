@@ -23,6 +23,9 @@ struct TCreateParams {
     UINT ClassStyle = CS_DBLCLKS;
 };
 
+/// A control went while something of it was under way.
+KX_EXCEPTION(EControlGone, EAbort);
+
 /// A control with a window of its own, which may hold other controls. It frees the controls inside it.
 ///
 /// The window is made when it is first needed and may come and go: whatever the user sees of the control is kept over
@@ -37,6 +40,7 @@ class TWinControl : public TControl {
 
     /// The window, made now if there is none. @throws EOSError when the system cannot make it.
     /// @throws EInvalidOperation "Control '%s' has no parent window"
+    /// Null when a handler freed the control while its window was made.
     HWND Handle();
     bool HandleAllocated() const { return FHandle != nullptr; }
     /// The window as it is now; null when there is none.
@@ -122,11 +126,21 @@ protected:
 
     // --- Window
 
-    virtual void CreateHandle(); ///< Makes the window and those of the controls inside.
-    virtual void CreateWnd();    ///< Makes the window; descendants then fill it.
+    /// Makes the window and those of the controls inside. Handlers run meanwhile, of OnResize for instance. When one of
+    /// them frees the control, an EControlGone leaves this method and all that override it, and ends where the window
+    /// was asked for.
+    virtual void CreateHandle();
+    virtual void CreateWnd(); ///< Makes the window; descendants then fill it. The same holds for it.
+    /// For the making of a window: runs `foreign`, which may free the control. @throws EControlGone when it did.
+    template <class F> void MustOutlive(F&& foreign) const {
+        if (!Outlives(*this, std::forward<F>(foreign))) {
+            throw EControlGone("The control has been freed");
+        }
+    }
     /// The window is about to go, by us or by the system: descendants keep what only the window knows.
     virtual void SaveWindowState();
-    virtual void WindowLost() {} ///< The system destroyed the window with the foreign window that it was in.
+    /// The window was destroyed by somebody else: with the foreign window that it was in, or with its owner window.
+    virtual void WindowLost() {}
     void DestroyHandle();
     /// Before a key message is translated: true when it has been used up (Tab, Return, accelerators, ...).
     virtual bool PreTranslate(MSG& message);
@@ -143,7 +157,8 @@ protected:
     virtual bool WantsKey(uint16_t key, TShiftState shift);
     /// Offers a key message to the form and to the control; true: it is used up, or the control is gone.
     bool KeyHandler(TMessage& message);
-    void FocusGained(); ///< Tells the form that the focus came to this control.
+    void FocusGained();      ///< Tells the form that the focus came to this control,
+    void FocusWent(HWND to); ///< or that it has left it for the window `to`, which may be null.
     virtual void DoEnter();
     virtual void DoExit();
     virtual void KeyDown(uint16_t& key, TShiftState shift);
@@ -174,6 +189,7 @@ protected:
     void BiDiModeChanged() override;
     void SetZOrder(bool front) override;
     HWND MessageWindow() const override { return FHandle; }
+    void ContextStale() override;
     void SetParentWindowField(HWND value) { FParentWindow = value; }
     static HMENU NextControlId(); ///< A number for a child window that no dialog uses for a control of its own.
     /// Told when a control of the same form got the focus; descendants call the inherited method for those inside.
@@ -185,6 +201,7 @@ private:
     static LRESULT CALLBACK InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     void RegisterWindow(HWND window);
+    void MakeHandle(); ///< Calls CreateHandle.
     void WindowDestroyed();
     void CreateChildHandles();
     void AttachControl(TControl* control);
@@ -194,6 +211,7 @@ private:
     void ArrangeWindows();                   ///< Brings them into it.
     void ArrangeAllWindows();                ///< On all levels, where it is another than last time.
     void ParentSettingChanged();
+    void GiveUpFocus();
 
     void PaintHandler(TMessage& message);
     void PaintAll(HDC dc);
@@ -214,6 +232,7 @@ private:
     bool KeepsKey(const MSG& message);
     void FixTabOrder();
     void FocusReceived(TMessage& message);
+    void FocusLost(TMessage& message);
     void GetDlgCode(TMessage& message);
     void WindowPosChanged(TMessage& message);
     void PlaceAligned(TAlign side, TRect& rest);
@@ -259,6 +278,7 @@ class TGraphicControl : public TControl {
     void PaintOn(HDC dc);
 
 protected:
+    void ContextStale() override;
     virtual void Paint() {}
 
 private:
@@ -275,6 +295,7 @@ class TCustomControl : public TWinControl {
     TCanvas& Canvas(); ///< Draws in client coordinates; outside `Paint` directly on the screen.
 
 protected:
+    void ContextStale() override;
     void PaintWindow(HDC dc) override;
     virtual void Paint() {}
 

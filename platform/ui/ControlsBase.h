@@ -262,6 +262,8 @@ protected:
     virtual void SetZOrder(bool front);
     /// Window that gets the control's mouse messages; null when there is none.
     virtual HWND MessageWindow() const;
+    /// The control moves, or its window goes: a canvas that holds on to a context of it gives it back.
+    virtual void ContextStale() {}
     void RequestAlign(); ///< The parent arranges its controls again.
     void SetBoundsFields(int left, int top, int width, int height);
     void UpdateAnchorBase();
@@ -276,6 +278,7 @@ private:
     void ButtonUp(TMessage& message, TMouseButton button);
     void ContextMenu(TMessage& message);
     void OwnFontChanged();
+    void CheckParent(TWinControl* value) const; ///< @throws EInvalidOperation for a parent that it cannot have.
     void AnchoredBounds(const TRect& parentClient);
 
     int FLeft = 0;

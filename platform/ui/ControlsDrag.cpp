@@ -7,7 +7,6 @@
 
 #include <cstdlib>
 #include <memory>
-#include <optional>
 
 namespace kx {
 
@@ -164,7 +163,9 @@ void TDragSession::Start() {
     }
     FControl->FClicked = false; // the press has become a drag
     FControl->SetMouseCapture(false);
-    FControl->Perform(WM_CANCELMODE);
+    if (IsCurrent()) {
+        FControl->Perform(WM_CANCELMODE);
+    }
     if (!IsCurrent()) {
         return;
     }
@@ -197,7 +198,7 @@ void TDragSession::DragTo(const TPoint& mouse) {
     TDragState state = dsDragMove;
     if (target != FTarget) {
         state = dsDragEnter;
-        const std::optional<TAlive> alive = target ? std::optional<TAlive>(std::in_place, *target) : std::nullopt;
+        const TAlive alive(target);
         if (TControl* const old = std::exchange(FTarget, nullptr)) {
             FAccepted = false;
             Over(*old, dsDragLeave);
@@ -205,7 +206,7 @@ void TDragSession::DragTo(const TPoint& mouse) {
         if (!IsCurrent()) {
             return;
         }
-        FTarget = alive && *alive ? target : nullptr;
+        FTarget = alive ? target : nullptr;
     }
     FAccepted = FTarget && Over(*FTarget, state) && FTarget;
     if (IsCurrent()) {
@@ -230,14 +231,14 @@ void TDragSession::Finish(bool drop) {
     }
     CloseDown();
     TControl* const source = FControl;
+    if (!source) {
+        return; // who had to give the mouse back freed it
+    }
     TControl* const over = FTarget;
     const bool dropped = drop && FAccepted;
     const TPoint at = dropped ? LocalPoint(*over, FMouse) : TPoint{};
     const TAlive sourceAlive(*source);
-    std::optional<TAlive> overAlive;
-    if (over) {
-        overAlive.emplace(*over);
-    }
+    const TAlive overAlive(over);
     std::exception_ptr error; // whatever goes wrong at the target, the source is told of the end
     try {
         if (dropped) {
@@ -249,7 +250,7 @@ void TDragSession::Finish(bool drop) {
         error = std::current_exception();
     }
     if (sourceAlive) {
-        source->DoEndDrag(dropped && *overAlive ? over : nullptr, at.X, at.Y);
+        source->DoEndDrag(dropped && overAlive ? over : nullptr, at.X, at.Y);
     }
     if (error) {
         std::rethrow_exception(error);

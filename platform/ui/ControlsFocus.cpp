@@ -109,10 +109,21 @@ void TWinControl::SetFocus() {
 }
 
 void TWinControl::FocusReceived(TMessage& message) {
-    const TAlive alive(*this);
-    DefaultHandler(message);
-    if (alive) {
+    if (Outlives(*this, [&] { DefaultHandler(message); })) {
         FocusGained();
+    }
+}
+
+void TWinControl::FocusLost(TMessage& message) {
+    const auto to = reinterpret_cast<HWND>(message.WParam);
+    if (Outlives(*this, [&] { DefaultHandler(message); })) {
+        FocusWent(to);
+    }
+}
+
+void TWinControl::FocusWent(HWND to) {
+    if (TCustomForm* const form = GetParentForm(this)) {
+        form->FocusLost(*this, to);
     }
 }
 

@@ -43,6 +43,7 @@ void TWinControl::WndProc(TMessage& message) {
         }
         break;
     case WM_SETFOCUS: FocusReceived(message); return;
+    case WM_KILLFOCUS: FocusLost(message); return;
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
     case WM_KEYUP:
@@ -85,16 +86,26 @@ void TWinControl::WndProc(TMessage& message) {
         return;
     case WM_WINDOWPOSCHANGED: WindowPosChanged(message); return;
     case WM_SETTEXT:
-        DefaultHandler(message);
-        TextChanged();
+        if (Outlives(*this, [&] { DefaultHandler(message); })) {
+            TextChanged();
+        }
         return;
-    case WM_DESTROY: SaveWindowState(); break;
-    case WM_MOUSELEAVE: MouseGone(); break;
-    case WM_CONTEXTMENU:
-        if (ContextMenuInside(message)) {
+    case WM_DESTROY:
+        SaveWindowState();
+        ContextStale();
+        break;
+    case WM_MOUSELEAVE:
+        if (!Outlives(*this, [this] { MouseGone(); })) {
             return;
         }
         break;
+    case WM_CONTEXTMENU: {
+        bool shown = false;
+        if (!Outlives(*this, [&] { shown = ContextMenuInside(message); }) || shown) {
+            return;
+        }
+        break;
+    }
     default:
         if (message.Msg >= WM_MOUSEFIRST && message.Msg <= WM_MBUTTONDBLCLK) {
             if (GraphicMouseMessage(message)) {
@@ -160,9 +171,8 @@ TControl* TWinControl::MouseTarget(const TMessage& message) const {
 bool TWinControl::GraphicMouseMessage(TMessage& message) {
     TControl* const target = HasGraphicControls() ? MouseTarget(message) : nullptr;
     if (message.Msg == WM_MOUSEMOVE) {
-        const TAlive alive(*this);
-        MouseOver(target, message);
-        if (!alive || (target && std::find(FControls.begin(), FControls.end(), target) == FControls.end())) {
+        if (!Outlives(*this, [&] { MouseOver(target, message); }) ||
+            (target && std::find(FControls.begin(), FControls.end(), target) == FControls.end())) {
             return true;
         }
     }
@@ -209,8 +219,8 @@ void TWinControl::MouseGone() {
     if (TControl* const old = std::exchange(FMouseControl, nullptr)) {
         old->MouseLeave();
     }
+    Application().MouseOver(nullptr, {}); // fires OnHint
     if (alive) {
-        Application().MouseOver(nullptr, {});
         MouseLeave();
     }
 }

@@ -49,9 +49,7 @@ void TControl::DefaultHandler(TMessage&) {}
 void TControl::MouseMessage(TMessage& message) {
     switch (message.Msg) {
     case WM_MOUSEMOVE: {
-        const TAlive alive(*this);
-        DefaultHandler(message);
-        if (alive && !detail::TDragSession::MouseMoved(message.WParam)) {
+        if (Outlives(*this, [&] { DefaultHandler(message); }) && !detail::TDragSession::MouseMoved(message.WParam)) {
             MouseMove(KeysToShiftState(message.WParam), message.Pos().X, message.Pos().Y);
         }
         break;
@@ -72,11 +70,11 @@ void TControl::MouseMessage(TMessage& message) {
 void TControl::ButtonDown(TMessage& message, TMouseButton button, bool isDouble) {
     const TAlive alive(*this);
     DefaultHandler(message);
+    if (alive && FControlStyle.Contains(csCaptureMouse)) {
+        SetMouseCapture(true); // whoever had it is told
+    }
     if (!alive) {
         return;
-    }
-    if (FControlStyle.Contains(csCaptureMouse)) {
-        SetMouseCapture(true);
     }
     TShiftState shift = KeysToShiftState(message.WParam);
     if (isDouble) {
@@ -101,11 +99,11 @@ void TControl::ButtonDown(TMessage& message, TMouseButton button, bool isDouble)
 void TControl::ButtonUp(TMessage& message, TMouseButton button) {
     const TAlive alive(*this);
     DefaultHandler(message);
+    if (alive && FControlStyle.Contains(csCaptureMouse)) {
+        SetMouseCapture(false);
+    }
     if (!alive) {
         return;
-    }
-    if (FControlStyle.Contains(csCaptureMouse)) {
-        SetMouseCapture(false);
     }
     const TPoint pos = message.Pos();
     if (button == mbLeft && FClicked) {
@@ -122,10 +120,9 @@ void TControl::ButtonUp(TMessage& message, TMouseButton button) {
 
 void TControl::ContextMenu(TMessage& message) {
     const bool byKeyboard = message.LParam == -1;
-    const TAlive alive(*this);
+    const TPoint at = byKeyboard ? TPoint{-1, -1} : ScreenToClient(message.Pos());
     bool handled = false;
-    DoContextPopup(byKeyboard ? TPoint{-1, -1} : ScreenToClient(message.Pos()), handled);
-    if (!alive) {
+    if (!Outlives(*this, [&] { DoContextPopup(at, handled); })) {
         return;
     }
     if (!handled && FPopupMenu && FPopupMenu->AutoPopup()) {
@@ -160,8 +157,8 @@ void TControl::SetMouseCapture(bool value) {
     }
     if (value) {
         if (MessageWindow()) {
+            CaptureControl() = this; // before others are told, who may free this control
             SetCapture(MessageWindow());
-            CaptureControl() = this;
         }
     } else {
         CaptureControl() = nullptr;

@@ -11,22 +11,36 @@ namespace {
 class TControlCanvas : public TCanvas {
 public:
     explicit TControlCanvas(TControl& control) : FControl(control) {}
-    ~TControlCanvas() override { FreeContext(); }
+    ~TControlCanvas() override { LetGo(); }
 
-    /// Draws on `dc` until the end of the scope.
+    /// Draws on `dc` until the end of the scope, or of the control.
     class TScope {
     public:
-        TScope(TControlCanvas& canvas, HDC dc) : FCanvas(canvas) {
-            canvas.FreeContext();
-            canvas.SetHandle(dc);
+        TScope(TCanvas& canvas, HDC dc)
+            : FCanvas(static_cast<TControlCanvas&>(canvas)), FControlAlive(FCanvas.FControl) {
+            FCanvas.LetGo();
+            FCanvas.SetHandle(dc);
         }
         TScope(const TScope&) = delete;
         TScope& operator=(const TScope&) = delete;
-        ~TScope() { FCanvas.SetHandle(nullptr); }
+        ~TScope() {
+            if (FControlAlive) {
+                FCanvas.LetGo();
+            }
+        }
 
     private:
         TControlCanvas& FCanvas;
+        const TAlive FControlAlive;
     };
+
+    /// Leaves the context that it draws on. The next one is asked for when it is needed.
+    void LetGo() {
+        SetHandle(nullptr);
+        if (FWindow) {
+            ReleaseDC(std::exchange(FWindow, nullptr), FContext);
+        }
+    }
 
 protected:
     void CreateHandle() override {
@@ -36,26 +50,18 @@ protected:
             return;
         }
         FWindow = window->Handle();
-        const HDC dc = GetDC(FWindow);
+        FContext = FWindow ? GetDC(FWindow) : nullptr;
         if (!windowed) {
-            SetWindowOrgEx(dc, -FControl.Left(), -FControl.Top(), nullptr);
-            IntersectClipRect(dc, 0, 0, FControl.Width(), FControl.Height());
+            SetWindowOrgEx(FContext, -FControl.Left(), -FControl.Top(), nullptr);
+            IntersectClipRect(FContext, 0, 0, FControl.Width(), FControl.Height());
         }
-        SetHandle(dc);
+        SetHandle(FContext);
     }
 
 private:
-    void FreeContext() {
-        if (FWindow) {
-            const HDC dc = Handle();
-            SetHandle(nullptr);
-            ReleaseDC(FWindow, dc);
-            FWindow = nullptr;
-        }
-    }
-
     TControl& FControl;
-    HWND FWindow = nullptr; ///< Whose context we hold.
+    HWND FWindow = nullptr; ///< Whose context we hold,
+    HDC FContext = nullptr; ///< and that context.
 };
 
 /// BeginPaint and EndPaint.
@@ -64,7 +70,11 @@ public:
     explicit TPaintScope(HWND window) : FWindow(window) { BeginPaint(window, &FPaint); }
     TPaintScope(const TPaintScope&) = delete;
     TPaintScope& operator=(const TPaintScope&) = delete;
-    ~TPaintScope() { EndPaint(FWindow, &FPaint); }
+    ~TPaintScope() {
+        if (IsWindow(FWindow)) { // a handler may have destroyed it
+            EndPaint(FWindow, &FPaint);
+        }
+    }
     const PAINTSTRUCT& Paint() const { return FPaint; }
 
 private:
@@ -72,16 +82,21 @@ private:
     PAINTSTRUCT FPaint;
 };
 
-/// Restores everything that was selected into a context.
+/// Restores everything that was selected into a context, unless that has gone with `window`, whose it may be.
 class TSavedDC {
 public:
-    explicit TSavedDC(HDC dc) : FDC(dc), FState(SaveDC(dc)) {}
+    explicit TSavedDC(HDC dc, HWND window = nullptr) : FDC(dc), FWindow(window), FState(SaveDC(dc)) {}
     TSavedDC(const TSavedDC&) = delete;
     TSavedDC& operator=(const TSavedDC&) = delete;
-    ~TSavedDC() { RestoreDC(FDC, FState); }
+    ~TSavedDC() {
+        if (!FWindow || IsWindow(FWindow)) {
+            RestoreDC(FDC, FState);
+        }
+    }
 
 private:
     HDC FDC;
+    HWND FWindow;
     int FState;
 };
 
@@ -131,6 +146,15 @@ const TPerThread<std::unique_ptr<TPaintBuffer>> TPaintBuffer::Kept;
 
 // --- TWinControl
 
+/// The controls without a window draw on this one's.
+void TWinControl::ContextStale() {
+    for (TControl* control : FControls) {
+        if (dynamic_cast<TGraphicControl*>(control)) {
+            control->ContextStale();
+        }
+    }
+}
+
 bool TWinControl::HasGraphicControls() const { return FControls.size() != FTabList.size(); }
 
 bool TWinControl::NeedsBuffer() const { return !FSystemClass && (FDoubleBuffered || HasGraphicControls()); }
@@ -145,9 +169,7 @@ bool TWinControl::HasFrame() const {
 
 void TWinControl::PaintHandler(TMessage& message) {
     if (FSystemClass && !NeedsBuffer()) {
-        const TAlive alive(*this);
-        DefaultHandler(message);
-        if (alive && FHandle && HasGraphicControls()) {
+        if (Outlives(*this, [&] { DefaultHandler(message); }) && FHandle && HasGraphicControls()) {
             const TWindowDC dc(FHandle);
             PaintControls(dc.Handle());
         }
@@ -171,6 +193,7 @@ void TWinControl::PaintBuffered(HDC dc, const RECT& area) {
     if (width <= 0 || height <= 0) {
         return;
     }
+    const HWND window = FHandle;
     const TPaintBuffer::TScope buffer(dc, width, height);
     const HDC memory = buffer.Handle();
     const TSavedDC unchanged(memory);
@@ -181,23 +204,28 @@ void TWinControl::PaintBuffered(HDC dc, const RECT& area) {
         EraseBackground(memory);
         PaintAll(memory);
     }
-    BitBlt(dc, area.left, area.top, width, height, memory, area.left, area.top, SRCCOPY);
+    if (IsWindow(window)) { // else a handler destroyed it, and its context with it
+        BitBlt(dc, area.left, area.top, width, height, memory, area.left, area.top, SRCCOPY);
+    }
 }
 
 void TWinControl::PaintAll(HDC dc) {
-    {
-        const TSavedDC saved(dc);
+    const bool goesOn = Outlives(*this, [&] {
+        const TSavedDC saved(dc, FHandle);
         PaintWindow(dc);
+    });
+    if (goesOn) {
+        PaintControls(dc);
     }
-    PaintControls(dc);
 }
 
 void TWinControl::PaintControls(HDC dc) {
-    for (size_t i = 0; i < FControls.size(); ++i) {
+    const TAlive alive(*this);
+    for (size_t i = 0; alive && i < FControls.size(); ++i) {
         auto* const control = dynamic_cast<TGraphicControl*>(FControls[i]);
         const RECT bounds = ToRECT(FControls[i]->BoundsRect());
         if (control && control->Visible() && RectVisible(dc, &bounds)) {
-            const TSavedDC saved(dc);
+            const TSavedDC saved(dc, FHandle);
             POINT origin;
             GetWindowOrgEx(dc, &origin);
             SetWindowOrgEx(dc, origin.x - bounds.left, origin.y - bounds.top, nullptr);
@@ -244,8 +272,10 @@ TGraphicControl::~TGraphicControl() = default;
 
 TCanvas& TGraphicControl::Canvas() { return *FCanvas; }
 
+void TGraphicControl::ContextStale() { static_cast<TControlCanvas&>(*FCanvas).LetGo(); }
+
 void TGraphicControl::PaintOn(HDC dc) {
-    const TControlCanvas::TScope scope(static_cast<TControlCanvas&>(*FCanvas), dc);
+    const TControlCanvas::TScope scope(*FCanvas, dc);
     Paint();
 }
 
@@ -263,8 +293,13 @@ TCustomControl::~TCustomControl() = default;
 
 TCanvas& TCustomControl::Canvas() { return *FCanvas; }
 
+void TCustomControl::ContextStale() {
+    static_cast<TControlCanvas&>(*FCanvas).LetGo();
+    TWinControl::ContextStale();
+}
+
 void TCustomControl::PaintWindow(HDC dc) {
-    const TControlCanvas::TScope scope(static_cast<TControlCanvas&>(*FCanvas), dc);
+    const TControlCanvas::TScope scope(*FCanvas, dc);
     Paint();
 }
 
@@ -277,13 +312,16 @@ TCanvas& TCustomForm::Canvas() {
     return *FCanvas;
 }
 
-void TCustomForm::PaintWindow(HDC dc) {
-    if (FOnPaint || FCanvas) {
-        const TControlCanvas::TScope scope(static_cast<TControlCanvas&>(Canvas()), dc);
-        Paint();
-    } else {
-        Paint();
+void TCustomForm::ContextStale() {
+    if (FCanvas) {
+        static_cast<TControlCanvas&>(*FCanvas).LetGo();
     }
+    TWinControl::ContextStale();
+}
+
+void TCustomForm::PaintWindow(HDC dc) {
+    const TControlCanvas::TScope scope(Canvas(), dc);
+    Paint();
 }
 
 void TCustomForm::Paint() { FOnPaint(this); }

@@ -27,7 +27,12 @@ TWinControl::~TWinControl() {
     TWinControl::SetParent(nullptr); // also destroys the window
     DestroyHandle();
     while (!FControls.empty()) {
-        FControls.back()->Free();
+        TControl* const control = FControls.back();
+        if (control->IsGoing()) {
+            control->TControl::SetParent(nullptr); // its destruction goes on without its parent
+        } else {
+            control->Free();
+        }
     }
 }
 
@@ -63,9 +68,6 @@ void TWinControl::DetachControl(TControl* control) {
     std::erase(FTabList, control); // compares addresses; holds only windowed controls
     if (FMouseControl == control) {
         FMouseControl = nullptr;
-    }
-    if (!IsDestroying()) {
-        AlignControls();
     }
 }
 
@@ -151,8 +153,7 @@ TPoint TWinControl::ClientOrigin() const {
 void TWinControl::SetBounds(int left, int top, int width, int height) {
     if (!FHandle || IsIconic(FHandle)) {
         const bool resized = width != Width() || height != Height();
-        TControl::SetBounds(left, top, width, height);
-        if (resized) {
+        if (Outlives(*this, [&] { TControl::SetBounds(left, top, width, height); }) && resized) {
             AlignControls();
         }
         return;
@@ -161,12 +162,10 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
     width = std::max(width, 0);
     height = std::max(height, 0);
     if (BoundsRect() != TRect{left, top, left + width, top + height}) {
-        const TAlive alive(*this);
         // In a window that is not the framework's the erasing waits for the painting: else each of the forms docked
         // there would have all of it erased that the ones before have uncovered.
-        SetWindowPos(FHandle, nullptr, left, top, width, height,
-                     SWP_NOZORDER | SWP_NOACTIVATE | (FParentWindow ? SWP_DEFERERASE : 0u));
-        if (alive) {
+        const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | (FParentWindow ? SWP_DEFERERASE : 0u);
+        if (Outlives(*this, [&] { SetWindowPos(FHandle, nullptr, left, top, width, height, flags); })) {
             UpdateAnchorBase();
             RequestAlign();
         }
@@ -174,10 +173,8 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
 }
 
 void TWinControl::WindowPosChanged(TMessage& message) {
-    const TAlive alive(*this);
     const auto& pos = message.LParamAs<WINDOWPOS>();
-    DefaultHandler(message);
-    if (!alive || !FHandle || IsIconic(FHandle)) {
+    if (!Outlives(*this, [&] { DefaultHandler(message); }) || !FHandle || IsIconic(FHandle)) {
         return;
     }
     const bool moved = (pos.flags & SWP_NOMOVE) == 0;
@@ -189,8 +186,7 @@ void TWinControl::WindowPosChanged(TMessage& message) {
     const bool resized = width != Width() || height != Height();
     SetBoundsFields(left, top, width, height);
     if (resized || (pos.flags & SWP_FRAMECHANGED)) {
-        AlignControls();
-        if (alive && resized) {
+        if (Outlives(*this, [this] { AlignControls(); }) && resized) {
             Resize();
         }
     }
@@ -210,7 +206,7 @@ void TWinControl::AlignControls() {
     if (FAlignDisabled > 0 || FAligning || IsLoading() || IsDestroying() || FControls.empty()) {
         return;
     }
-    FAligning = true;
+    const TFieldScope aligning(*this, FAligning, true);
     const TAlive alive(*this);
     TRect rest = ClientRect();
     const TRect client = rest;
@@ -224,9 +220,6 @@ void TWinControl::AlignControls() {
         if (FControls[i]->Align() == alNone) {
             FControls[i]->AnchoredBounds(client);
         }
-    }
-    if (alive) {
-        FAligning = false;
     }
 }
 
@@ -255,59 +248,74 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
         }
         const int width = std::max(rest.Right - rest.Left, 0);
         const int height = std::max(rest.Bottom - rest.Top, 0);
+        TRect place{rest.Left, rest.Top, rest.Left + width, rest.Top + height};
         switch (side) {
-        case alTop:
-            control->SetBounds(rest.Left, rest.Top, width, control->Height());
-            rest.Top += control->Height();
-            break;
+        case alTop: place.Bottom = place.Top + control->Height(); break;
         case alBottom:
-            control->SetBounds(rest.Left, rest.Bottom - control->Height(), width, control->Height());
-            rest.Bottom -= control->Height();
+            place.Top = rest.Bottom - control->Height();
+            place.Bottom = rest.Bottom;
             break;
-        case alLeft:
-            control->SetBounds(rest.Left, rest.Top, control->Width(), height);
-            rest.Left += control->Width();
-            break;
+        case alLeft: place.Right = place.Left + control->Width(); break;
         case alRight:
-            control->SetBounds(rest.Right - control->Width(), rest.Top, control->Width(), height);
-            rest.Right -= control->Width();
+            place.Left = rest.Right - control->Width();
+            place.Right = rest.Right;
             break;
-        default: control->SetBounds(rest.Left, rest.Top, width, height);
+        default: break;
+        }
+        if (!Outlives(*control, [&] { control->SetBoundsRect(place); })) {
+            continue; // it takes no place any more
+        }
+        switch (side) { // what it took may be less or more than it was given
+        case alTop: rest.Top += control->Height(); break;
+        case alBottom: rest.Bottom -= control->Height(); break;
+        case alLeft: rest.Left += control->Width(); break;
+        case alRight: rest.Right -= control->Width(); break;
+        default: break;
         }
     }
 }
 
 // --- Look
 
+/// The focus goes elsewhere, with all that the handlers of its coming and going do.
+void TWinControl::GiveUpFocus() {
+    if (TCustomForm* const form = GetParentForm(this); form && form != this) {
+        form->FocusLeaves(*this);
+    }
+}
+
 void TWinControl::VisibleChanged() {
-    if (FHandle) {
-        if (!Visible()) {
-            if (TCustomForm* const form = GetParentForm(this); form && form != this) {
-                form->FocusLeaves(*this);
-            }
-        }
+    const TAlive alive(*this);
+    if (FHandle && !Visible()) {
+        GiveUpFocus();
+    }
+    if (alive && FHandle) {
         ShowWindow(FHandle, Visible() ? SW_SHOWNA : SW_HIDE);
     }
-    RequestAlign();
+    if (alive) {
+        RequestAlign();
+    }
 }
 
 void TWinControl::EnabledChanged() {
-    if (FHandle) {
-        if (!Enabled()) {
-            if (TCustomForm* const form = GetParentForm(this); form && form != this) {
-                form->FocusLeaves(*this);
-            }
-        }
+    const TAlive alive(*this);
+    if (FHandle && !Enabled()) {
+        GiveUpFocus();
+    }
+    if (alive && FHandle) {
         EnableWindow(FHandle, Enabled());
     }
 }
 
 void TWinControl::FontChanged() {
+    const TAlive alive(*this);
     if (FHandle && FSystemClass) {
-        SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), TRUE);
+        SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), TRUE); // may resize it
     }
-    Invalidate();
-    ParentSettingChanged();
+    if (alive) {
+        Invalidate();
+        ParentSettingChanged();
+    }
 }
 
 void TWinControl::ColorChanged() {
@@ -324,6 +332,7 @@ DWORD TWinControl::BiDiExStyle() const {
 }
 
 void TWinControl::BiDiModeChanged() {
+    const TAlive alive(*this);
     if (FSystemClass) {
         RecreateWnd(); // the system's controls look at it once
     } else if (FHandle) {
@@ -332,13 +341,16 @@ void TWinControl::BiDiModeChanged() {
         SetWindowLongA(FHandle, GWL_EXSTYLE, static_cast<LONG>((style & ~all) | BiDiExStyle()));
         SetWindowPos(FHandle, nullptr, 0, 0, 0, 0,
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
-        Invalidate();
     }
-    ParentSettingChanged();
+    if (alive) {
+        Invalidate();
+        ParentSettingChanged();
+    }
 }
 
 void TWinControl::ParentSettingChanged() {
-    for (size_t i = 0; i < FControls.size(); ++i) {
+    const TAlive alive(*this);
+    for (size_t i = 0; alive && i < FControls.size(); ++i) {
         FControls[i]->ParentSettingsChanged();
     }
 }

@@ -1,6 +1,7 @@
 #include "core/Barrier.h"
 #include "ui/Controls.h"
 #include "ui/Forms.h"
+#include "ui/MessageFrames.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -113,17 +114,29 @@ HMENU TWinControl::NextControlId() {
 // --- Making and losing the window
 
 HWND TWinControl::Handle() {
-    HandleNeeded();
-    return FHandle;
+    return Outlives(*this, [this] { HandleNeeded(); }) ? FHandle : nullptr;
 }
 
 void TWinControl::HandleNeeded() {
-    if (!FHandle) {
-        if (Parent()) {
-            Parent()->HandleNeeded();
-        }
-        if (!FHandle) { // the parent's window brings ours
-            CreateHandle();
+    if (FHandle) {
+        return;
+    }
+    const TAlive alive(*this);
+    if (Parent()) {
+        Parent()->HandleNeeded();
+    }
+    if (alive && !FHandle) { // the parent's window brings ours
+        MakeHandle();
+    }
+}
+
+void TWinControl::MakeHandle() {
+    const TAlive alive(*this);
+    try {
+        CreateHandle();
+    } catch (const EControlGone&) {
+        if (alive) {
+            throw; // it was another one that went
         }
     }
 }
@@ -156,23 +169,28 @@ void TWinControl::CreateParams(TCreateParams& params) {
 }
 
 void TWinControl::CreateHandle() {
-    CreateWnd();
-    CreateChildHandles();
+    MustOutlive([this] { CreateWnd(); });
+    MustOutlive([this] { CreateChildHandles(); });
 }
 
 void TWinControl::CreateChildHandles() {
+    const TAlive alive(*this);
     // The system puts each new window behind the others, so made in this order they need no arranging.
     for (TWinControl* control : WindowOrder()) {
-        if (std::find(FTabList.begin(), FTabList.end(), control) != FTabList.end() && !control->FHandle) {
-            control->CreateHandle();
+        if (alive && FHandle && std::find(FTabList.begin(), FTabList.end(), control) != FTabList.end() &&
+            !control->FHandle) {
+            control->MakeHandle();
         }
     }
-    for (size_t i = 0; i < FControls.size(); ++i) { // making a window may bring more controls
+    // Making a window may bring more controls, or end those that there are.
+    for (size_t i = 0; alive && FHandle && i < FControls.size(); ++i) {
         if (auto* const control = dynamic_cast<TWinControl*>(FControls[i]); control && !control->FHandle) {
-            control->CreateHandle();
+            control->MakeHandle();
         }
     }
-    ArrangeWindows();
+    if (alive) {
+        ArrangeWindows();
+    }
 }
 
 void TWinControl::CreateWnd() {
@@ -188,16 +206,21 @@ void TWinControl::CreateWnd() {
     FSystemClass = !params.BaseClass.empty();
     FDefWndProc = windowClass.DefWndProc;
 
+    HWND window = nullptr;
+    DWORD error = 0;
     TWinControl* const outer = std::exchange(CreatingControl, this);
-    const HWND window = CreateWindowExA(params.ExStyle, windowClass.Name.c_str(), params.Caption.c_str(), params.Style,
-                                        params.X, params.Y, params.Width, params.Height, params.WndParent,
-                                        params.Style & WS_CHILD ? NextControlId() : nullptr, HInstance(), nullptr);
-    CreatingControl = outer;
+    MustOutlive([&] { // the system sizes some of its controls while it makes them
+        window = CreateWindowExA(params.ExStyle, windowClass.Name.c_str(), params.Caption.c_str(), params.Style,
+                                 params.X, params.Y, params.Width, params.Height, params.WndParent,
+                                 params.Style & WS_CHILD ? NextControlId() : nullptr, HInstance(), nullptr);
+        error = GetLastError();
+        CreatingControl = outer;
+    });
     if (!window) {
-        RaiseLastOSError();
+        RaiseLastOSError(error);
     }
     if (FSystemClass) {
-        SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE);
+        MustOutlive([this] { SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE); });
     }
 }
 
@@ -219,6 +242,7 @@ void TWinControl::RegisterWindow(HWND window) {
 
 LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const control = static_cast<TWinControl*>(self);
+    const detail::TMessageFrame frame;
     TMessage m{message, wParam, lParam, 0};
     if (message != WM_NCDESTROY) {
         return Guarded(LRESULT{0}, [&] {
@@ -242,7 +266,7 @@ void TWinControl::WindowDestroyed() {
     FLastOrder.clear(); // the windows inside are gone too
     FIsMouseIn = false;
     FMouseControl = nullptr;
-    if (FParentWindow && !FDestroyingWindow) {
+    if (!Parent() && !FDestroyingWindow) {
         FParentWindow = nullptr;
         WindowLost();
     }
@@ -253,13 +277,12 @@ void TWinControl::SaveWindowState() { TControl::SetText(Text()); }
 void TWinControl::DestroyHandle() {
     if (FHandle) {
         const HWND window = FHandle;
-        FDestroyingWindow = true;
-        DestroyWindow(window);
-        if (FHandle == window) { // only the thread that made it can destroy it
+        const TFieldScope destroying(*this, FDestroyingWindow, true);
+        // Only the thread that made it can destroy it.
+        if (Outlives(*this, [=] { DestroyWindow(window); }) && FHandle == window) {
             SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
             WindowDestroyed();
         }
-        FDestroyingWindow = false;
     }
 }
 
@@ -274,12 +297,14 @@ void TWinControl::RecreateWnd() {
             focused = FindControl(window);
         }
     }
-    DestroyHandle();
-    HandleNeeded();
+    const TAlive focusedAlive(focused);
+    if (!Outlives(*this, [this] { DestroyHandle(); }) || !Outlives(*this, [this] { HandleNeeded(); })) {
+        return;
+    }
     if (Parent()) {
         Parent()->ArrangeWindows();
     }
-    if (focused && focused->FHandle) {
+    if (focusedAlive && focused->FHandle) {
         ::SetFocus(focused->FHandle);
     }
 }
@@ -300,8 +325,7 @@ void TWinControl::SetParentWindow(HWND value) {
     if (FHandle && value) {
         FParentWindow = value;
         ::SetParent(FHandle, value);
-    } else {
-        DestroyHandle();
+    } else if (Outlives(*this, [this] { DestroyHandle(); })) {
         FParentWindow = value;
         if (value) {
             HandleNeeded();
@@ -310,23 +334,37 @@ void TWinControl::SetParentWindow(HWND value) {
 }
 
 void TWinControl::SetParent(TWinControl* value) {
-    if (Parent() == value) {
+    TWinControl* const old = Parent();
+    if (old == value || (value && IsGoing())) {
         return;
     }
-    if (value) {
-        FParentWindow = nullptr;
-    }
+    CheckParent(value); // before anything is lost
+    const TAlive alive(*this);
+    const TAlive valueAlive(value);
+    // Handlers of the focus and of sizes run at each step. They may free everybody, or move the control elsewhere.
+    const auto goesOn = [&](TWinControl* parent) { return alive && Parent() == parent && (!value || valueAlive); };
     const bool hadFocus = FHandle && value && ::GetFocus() == FHandle;
-    if (TCustomForm* const form = FHandle && Parent() ? GetParentForm(Parent()) : nullptr) {
+    if (TCustomForm* const form = FHandle && old ? GetParentForm(old) : nullptr) {
         form->ControlGone(*this);
         if (!form->IsDestroying() && form->HandleAllocated()) {
             form->FocusLeaves(*this); // else the keyboard would reach nobody
         }
     }
-    DestroyHandle();
+    if (goesOn(old)) {
+        DestroyHandle();
+    }
+    if (!goesOn(old)) {
+        return;
+    }
+    if (value) {
+        FParentWindow = nullptr;
+    }
     TControl::SetParent(value);
-    if (value && value->FHandle) {
-        HandleNeeded();
+    if (!goesOn(value) || !value || !value->FHandle) {
+        return;
+    }
+    HandleNeeded();
+    if (goesOn(value)) {
         value->ArrangeWindows();
         if (hadFocus && CanFocus()) {
             SetFocus();

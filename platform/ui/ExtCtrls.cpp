@@ -32,8 +32,9 @@ void TPanel::CreateParams(TCreateParams& params) {
 void TPanel::SetBorderStyle(TBorderStyle value) {
     if (FBorderStyle != value) {
         FBorderStyle = value;
-        RecreateWnd();
-        Realign();
+        if (Outlives(*this, [this] { RecreateWnd(); })) {
+            Realign();
+        }
     }
 }
 
@@ -182,10 +183,10 @@ void TImage::PictureChanged() {
         FPicture.Graphic()->SetTransparent(FTransparent); // comes back here
         return;
     }
+    Invalidate();
     if (FAutoSize && FPicture.Width() > 0 && FPicture.Height() > 0) {
         SetBounds(Left(), Top(), FPicture.Width(), FPicture.Height());
     }
-    Invalidate();
 }
 
 void TImage::SetAutoSize(bool value) {

@@ -69,6 +69,7 @@ TCustomForm::TCustomForm(TComponent* owner) : TWinControl(owner) {
 TCustomForm::~TCustomForm() {
     Destroying();
     RunDestroyHandler(false);
+    WakeModalLoop();
     DestroyHandle();
     if (FOnScreen) {
         std::erase(Screen().FForms, this);
@@ -89,9 +90,7 @@ void TCustomForm::AfterConstruction() {
         return;
     }
     FCreated = true;
-    const TAlive alive(*this);
-    Guarded([this] { DoCreate(); });
-    if (alive && FVisibleWanted) {
+    if (Outlives(*this, [this] { Guarded([this] { DoCreate(); }); }) && FVisibleWanted) {
         SetVisible(true);
     }
 }
@@ -147,12 +146,13 @@ void TCustomForm::Loaded() {
         const TRect client = ClientRect();
         const int width = FWantedClientWidth >= 0 ? FWantedClientWidth : client.Right;
         const int height = FWantedClientHeight >= 0 ? FWantedClientHeight : client.Bottom;
-        SetClientSize(width, height);
         FWantedClientWidth = -1;
         FWantedClientHeight = -1;
+        if (!Outlives(*this, [&] { SetClientSize(width, height); })) {
+            return;
+        }
     }
-    TWinControl::Loaded();
-    if (FCreated && FVisibleWanted) {
+    if (Outlives(*this, [this] { TWinControl::Loaded(); }) && FCreated && FVisibleWanted) {
         SetVisible(true);
     }
 }
@@ -164,13 +164,12 @@ void TCustomForm::Close() {
         FModalResult = mrCancel;
         return;
     }
-    const TAlive alive(*this);
-    if (!CloseQuery() || !alive) {
+    bool canClose = false;
+    if (!Outlives(*this, [&] { canClose = CloseQuery(); }) || !canClose) {
         return;
     }
     TCloseAction action = caHide;
-    DoClose(action);
-    if (!alive || action == caNone) {
+    if (!Outlives(*this, [&] { DoClose(action); }) || action == caNone) {
         return;
     }
     if (Application().MainForm() == this) {

@@ -2,6 +2,7 @@
 
 #include "core/Barrier.h"
 #include "ui/Controls.h"
+#include "ui/FormsScreen.h"
 
 #include <atomic>
 #include <exception>
@@ -15,10 +16,11 @@ namespace kx {
 
 class TApplication;
 class TMainMenu;
-class TScreen;
+namespace detail {
+class TMessageFrame;
+}
 
 TApplication& Application(); ///< The program's; made on first use.
-TScreen& Screen();
 
 enum TBorderIcon : uint8_t { biSystemMenu, biMinimize, biMaximize, biHelp };
 KX_ENUM(TBorderIcon, "biSystemMenu", "biMinimize", "biMaximize", "biHelp")
@@ -81,7 +83,8 @@ class TCustomForm : public TWinControl {
     bool IsModal() const { return FModal; }
     void Close();              ///< Asks OnCloseQuery, then does what OnClose says: hide, unless told otherwise.
     virtual bool CloseQuery(); ///< False: the form wants to stay.
-    void Release();            ///< Frees the form when the message at hand is done.
+    /// Frees the form when the message at hand is done, also when a handler of it goes on to show dialogs.
+    void Release();
 
     // --- Settings
 
@@ -155,6 +158,7 @@ protected:
     void CreateWnd() override;
     void SaveWindowState() override;
     bool DialogKey(uint16_t key, TShiftState shift) override;
+    void ContextStale() override;
     void PaintWindow(HDC dc) override;
     TPoint FrameExtent() const override;
     void WindowLost() override;
@@ -176,11 +180,15 @@ private:
     HWND OwnerWindow() const;
     void ShowWindowNow();
     void CloseModal();
+    void WakeModalLoop() const;
     void Activated(bool active);
     bool ShowHelp(TMessage& message);
     void ControlFocused(TWinControl& control);
+    bool Leave(TWinControl* old, TWinControl* next);
     void ControlGone(const TControl& control);
-    void FocusInside(); ///< Gives the focus to the active control, or to the first one.
+    void FocusLost(TWinControl& control, HWND to); ///< The focus has left the control for another window.
+    void ExitFocused();                            ///< Fires OnExit of the control that was entered last.
+    void FocusInside();                            ///< Gives the focus to the active control, or to the first one.
     void FocusControl(TWinControl& control);
     void FocusLeaves(TWinControl& control); ///< It is about to be hidden or disabled.
     void RunDestroyHandler(bool complete);
@@ -409,6 +417,7 @@ private:
     friend class TCustomForm;
     friend class TControl;
     friend class TWinControl;
+    friend class detail::TMessageFrame;
 
     void FormCreated(TCustomForm& form);
     bool ProcessMessage(MSG& message);
@@ -416,8 +425,9 @@ private:
     void Idle();
     LRESULT WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    void RunQueue();
+    void RunQueue(int frames);
     void ReleaseLater(TCustomForm& form);
+    void MessageDone(int frames);
     void RunSynchronized();
     void EndThreads();
 
@@ -440,7 +450,11 @@ private:
     bool FHelpOpened = false; ///< The system's help program may be open for us.
     std::string FHelpFile;
     int FModalLevel = 0;
-    std::vector<TCustomForm*> FReleased;
+    struct TReleased {
+        TCustomForm* Form;
+        int Frames; ///< Messages that were being handled when it was released; at least 1.
+    };
+    std::vector<TReleased> FReleased;
 
     bool FShowHint = true;
     int FHintPause = 500;
@@ -461,39 +475,6 @@ private:
     TNotifyEvent FOnDeactivate;
     TNotifyEvent FOnModalBegin;
     TNotifyEvent FOnModalEnd;
-};
-
-/// The screen, and the forms on it.
-class TScreen : public TComponent {
-    KX_CLASS()
-
-    TScreen();
-    ~TScreen() override;
-
-    int Width() const { return GetSystemMetrics(SM_CXSCREEN); }
-    int Height() const { return GetSystemMetrics(SM_CYSCREEN); }
-    TRect WorkAreaRect() const;
-    int PixelsPerInch() const { return 96; }
-
-    int FormCount() const { return static_cast<int>(FForms.size()); }
-    TCustomForm* Forms(int index) const; ///< @throws EListError for an index outside [0, FormCount).
-    TCustomForm* ActiveForm() const { return FActiveForm; }
-    TWinControl* ActiveControl() const { return FActiveControl; }
-
-    TCursor Cursor() const { return FCursor; } ///< Of the whole program; crDefault: each control's own.
-    void SetCursor(TCursor value);
-    HCURSOR Cursors(TCursor cursor) const;           ///< The system's pointer of that number; not owned.
-    void SetCursors(TCursor cursor, HCURSOR handle); ///< `handle` stays the caller's.
-
-private:
-    friend class TCustomForm;
-    friend class TControl;
-    friend class TWinControl;
-    std::vector<TCustomForm*> FForms;
-    TCustomForm* FActiveForm = nullptr;
-    TWinControl* FActiveControl = nullptr;
-    TCursor FCursor = crDefault;
-    std::unordered_map<int, HCURSOR> FCursors;
 };
 
 } // namespace kx

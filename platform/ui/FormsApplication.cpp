@@ -3,6 +3,7 @@
 #include "core/Barrier.h"
 #include "core/FormText.h"
 #include "ui/FormsThreads.h"
+#include "ui/MessageFrames.h"
 
 #include <algorithm>
 
@@ -253,6 +254,7 @@ bool TApplication::ProcessMessage(MSG& message) {
         FTerminated = FTerminated || InOwnThread();
         return false;
     }
+    const detail::TMessageFrame frame;
     bool handled = false;
     if (InOwnThread()) {
         Guarded([&] { FOnMessage(message, handled); });
@@ -260,7 +262,9 @@ bool TApplication::ProcessMessage(MSG& message) {
     if (!handled) {
         Guarded([&] { handled = PreTranslate(message); });
     }
-    if (!handled) {
+    if (!handled && message.hwnd == FHandle && message.message == WM_RUNQUEUE) {
+        Guarded([this] { RunQueue(detail::TMessageFrame::Depth() - 1); }); // no form was released in this message
+    } else if (!handled) {
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
@@ -306,7 +310,7 @@ LRESULT CALLBACK TApplication::WindowProc(HWND window, UINT message, WPARAM wPar
 
 LRESULT TApplication::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_RUNQUEUE: RunQueue(); return 0;
+    case WM_RUNQUEUE: RunQueue(detail::TMessageFrame::Depth()); return 0; // in a loop that is not the framework's
     case WM_RUNSYNCHRONIZED: RunSynchronized(); return 0;
     case WM_TIMER:
         if (wParam == HintTimerId) {
@@ -333,16 +337,46 @@ void TApplication::QueueCall(std::function<void()> work) {
 }
 
 void TApplication::ReleaseLater(TCustomForm& form) {
-    if (std::find(FReleased.begin(), FReleased.end(), &form) == FReleased.end()) {
-        FReleased.push_back(&form);
+    const auto isForm = [&](const TReleased& released) { return released.Form == &form; };
+    if (std::none_of(FReleased.begin(), FReleased.end(), isForm)) {
+        const int frames = InOwnThread() ? std::max(detail::TMessageFrame::Depth(), 1) : INT_MAX;
+        FReleased.push_back({&form, frames});
         PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
     }
 }
 
-void TApplication::RunQueue() {
-    while (!FReleased.empty()) {
-        TCustomForm* const form = FReleased.back();
-        FReleased.pop_back();
+/// A message has been handled; `frames` are still under way.
+void TApplication::MessageDone(int frames) {
+    const auto waited = [=](const TReleased& released) { return released.Frames == frames + 1; };
+    if (InOwnThread() && std::any_of(FReleased.begin(), FReleased.end(), waited)) {
+        PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+    }
+}
+
+detail::TMessageFrame::~TMessageFrame() {
+    const int left = --Count();
+    TApplication* const application = TheApplication;
+    if (application && !application->FReleased.empty()) {
+        application->MessageDone(left);
+    }
+}
+
+int& detail::TMessageFrame::Count() noexcept {
+    thread_local int count = 0;
+    return count;
+}
+
+/// `frames` messages are being handled around this one. A form that was released in one of them stays until that is
+/// done.
+void TApplication::RunQueue(int frames) {
+    const auto isDone = [=](const TReleased& released) { return released.Frames > frames; };
+    for (;;) {
+        const auto done = std::find_if(FReleased.begin(), FReleased.end(), isDone);
+        if (done == FReleased.end()) {
+            break;
+        }
+        TCustomForm* const form = done->Form;
+        FReleased.erase(done);
         form->Free();
     }
     AcquireSRWLockExclusive(&FQueue->Lock);
@@ -358,7 +392,10 @@ void TApplication::ControlGone(const TControl& control) {
     if (!InOwnThread()) {
         return; // nothing refers to it
     }
-    std::erase_if(FReleased, [&](const TCustomForm* form) { return form == &control; });
+    std::erase_if(FReleased, [&](const TReleased& released) { return released.Form == &control; });
+    if (Screen().FActiveControl == &control) {
+        Screen().FActiveControl = nullptr;
+    }
     if (FHintControl == &control) {
         FHintControl = nullptr;
         CancelHint();

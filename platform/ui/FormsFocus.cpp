@@ -31,7 +31,9 @@ void TCustomForm::FocusControl(TWinControl& control) {
         throw EInvalidOperation("Cannot focus a disabled or invisible window");
     }
     FActiveControl = &control;
-    ::SetFocus(control.Handle());
+    if (const HWND window = control.Handle()) {
+        ::SetFocus(window);
+    }
 }
 
 void TCustomForm::SetFocus() {
@@ -68,25 +70,60 @@ void TCustomForm::ControlFocused(TWinControl& control) {
     // Containers are left and entered with the controls inside them.
     const TAlive alive(*this);
     const TAlive controlAlive(control);
-    for (TWinControl* c = old; c && c != this && !c->ContainsControl(&control);) {
-        const TAlive cAlive(*c);
-        c->DoExit();
-        if (!alive || !controlAlive || FFocusedControl != &control) {
-            return; // the handler moved the focus on
-        }
-        c = cAlive ? c->Parent() : nullptr;
+    const TAlive oldAlive(old);
+    if (!Leave(old, &control)) {
+        return;
     }
-    std::vector<TWinControl*> entered;
-    for (TWinControl* c = &control; c && c != this && !(old && c->ContainsControl(old)); c = c->Parent()) {
-        entered.push_back(c);
+    struct TEntered {
+        TWinControl* Control;
+        TAlive Alive;
+    };
+    std::vector<TEntered> entered;
+    for (TWinControl* c = &control; c && c != this && !(oldAlive && c->ContainsControl(old)); c = c->Parent()) {
+        entered.push_back({c, TAlive(*c)});
     }
     for (size_t i = entered.size(); i-- > 0;) {
-        entered[i]->DoEnter();
+        if (entered[i].Alive) {
+            entered[i].Control->DoEnter();
+        }
         if (!alive || !controlAlive || FFocusedControl != &control) {
             return;
         }
     }
     FocusChanged(&control);
+}
+
+/// Fires OnExit of `old` and of what is around it, as far as `next` is not inside. False: a handler has moved the focus
+/// on or ended the form.
+bool TCustomForm::Leave(TWinControl* old, TWinControl* next) {
+    const TAlive alive(*this);
+    const TAlive nextAlive(next);
+    for (TWinControl* c = old; c && c != this && !c->ContainsControl(next);) {
+        const bool stays = Outlives(*c, [c] { c->DoExit(); });
+        if (!alive || (next && !nextAlive) || FFocusedControl != next) {
+            return false;
+        }
+        c = stays ? c->Parent() : nullptr;
+    }
+    return true;
+}
+
+void TCustomForm::ExitFocused() {
+    if (!IsDestroying()) { // else its handlers cannot be called any more
+        Leave(std::exchange(FFocusedControl, nullptr), nullptr);
+    }
+}
+
+/// In a dialog that is not the framework's, the focus may go to one of the dialog's own controls, of which nothing else
+/// tells us. When another top-level window becomes the active one, the control keeps the focus within its dialog.
+void TCustomForm::FocusLost(TWinControl& control, HWND to) {
+    if (!IsDocked() || !to || !FFocusedControl || !control.ContainsControl(FFocusedControl)) {
+        return;
+    }
+    const HWND own = WindowHandle();
+    if (to != own && !IsChild(own, to) && GetAncestor(to, GA_ROOT) == GetAncestor(own, GA_ROOT)) {
+        ExitFocused();
+    }
 }
 
 void TCustomForm::FocusLeaves(TWinControl& control) {
@@ -135,12 +172,17 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
     }
     switch (message.message) {
     case WM_KEYDOWN:
-    case WM_SYSKEYDOWN:
-        if (FMenu && FMenu->IsShortCut(message.wParam, message.lParam)) {
+    case WM_SYSKEYDOWN: {
+        const TAlive controlAlive(control);
+        bool used = false;
+        // The clicks on the items above may end it all, or disable the item.
+        const auto offer = [&] { used = FMenu && FMenu->IsShortCut(message.wParam, message.lParam); };
+        if (!Outlives(*this, offer) || !controlAlive || used) {
             return true;
         }
         return message.message == WM_KEYDOWN && !control.KeepsKey(message) &&
                DialogKey(static_cast<uint16_t>(message.wParam), KeyDataToShiftState());
+    }
     case WM_SYSCHAR: return DialogChar(static_cast<char>(message.wParam));
     case WM_CHAR: {
         const auto code = static_cast<UINT>(SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0));

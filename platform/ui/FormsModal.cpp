@@ -50,20 +50,21 @@ TModalResult TCustomForm::ShowModal() {
     if (const HWND capture = GetCapture()) {
         SendMessageA(capture, WM_CANCELMODE, 0, 0);
     }
-    const TAlive alive(*this);
-    AfterConstruction();
-    if (!alive) {
+    if (!Outlives(*this, [this] { AfterConstruction(); })) {
         return mrCancel;
     }
+    const TAlive alive(*this);
     FModal = true;
     FModalResult = mrNone;
     const HWND active = GetActiveWindow();
     if (HandleAllocated()) {
         SetWindowLongPtrA(WindowHandle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(OwnerWindow()));
-    } else {
-        HandleNeeded(); // its owner is still active
     }
     try {
+        HandleNeeded(); // its owner is still active
+        if (!alive) {
+            return mrCancel;
+        }
         Application().ModalStarted();
     } catch (...) {
         if (alive) {
@@ -71,19 +72,24 @@ TModalResult TCustomForm::ShowModal() {
         }
         throw;
     }
-    const TTaskWindowList disabled = DisableTaskWindows(WindowHandle());
+    const TTaskWindowList disabled = alive ? DisableTaskWindows(WindowHandle()) : TTaskWindowList();
 
     // Whatever happens, the other windows come back.
     std::exception_ptr failure;
     TModalResult result = mrCancel;
     try {
-        Show();
+        if (alive) {
+            Show();
+        }
         while (alive && FModalResult == mrNone) {
-            Application().HandleMessage();
+            if (HandleAllocated()) {
+                Application().HandleMessage();
+            }
             if (!alive) {
                 break;
             }
-            if (Application().Terminated()) {
+            // Without a window, which went with its owner for instance, nobody could close the form any more.
+            if (!HandleAllocated() || Application().Terminated()) {
                 FModalResult = mrCancel;
             } else if (FModalResult != mrNone) {
                 CloseModal();
@@ -99,13 +105,20 @@ TModalResult TCustomForm::ShowModal() {
     }
     if (alive) {
         FModal = false;
-        Hide();
+        Hide(); // fires OnHide, which may free it
     }
     Application().ModalFinished();
     if (failure) {
         std::rethrow_exception(failure);
     }
     return result;
+}
+
+/// The loop may be waiting for messages that the form cannot get any more.
+void TCustomForm::WakeModalLoop() const {
+    if (FModal) {
+        PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
+    }
 }
 
 /// A modal result was set: the form's handlers have a say in it.

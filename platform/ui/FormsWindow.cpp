@@ -93,8 +93,12 @@ void TCustomForm::UpdateWindowStyle() {
     const bool shown = (oldStyle & WS_VISIBLE) != 0;
     const bool moves = child != wasChild || (child && oldParent != params.WndParent);
 
+    const TAlive alive(*this);
     if (moves && shown) {
-        ShowWindow(window, SW_HIDE);
+        ShowWindow(window, SW_HIDE); // the focus leaves, of which handlers are told
+    }
+    if (!alive || WindowHandle() != window) {
+        return;
     }
     const auto setStyle = [&] {
         const DWORD visible = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)) & WS_VISIBLE;
@@ -122,7 +126,12 @@ void TCustomForm::UpdateWindowStyle() {
         }
         setStyle();
         SetWindowLongPtrA(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(params.WndParent));
-        ApplyMenu();
+        if (alive) {
+            ApplyMenu();
+        }
+    }
+    if (!alive) {
+        return;
     }
     const bool onTop = (params.ExStyle & WS_EX_TOPMOST) != 0;
     const bool zOrder = moves || onTop != wasOnTop;
@@ -144,7 +153,9 @@ void TCustomForm::SetParentWindow(HWND value) {
     }
     SetParentWindowField(value);
     if (HandleAllocated()) {
-        UpdateWindowStyle();
+        if (!Outlives(*this, [this] { UpdateWindowStyle(); })) {
+            return;
+        }
         // A form that leaves a dialog is hidden and will mostly be docked again: its windows keep their order till
         // then.
         FArranged = value || Visible();
@@ -152,19 +163,20 @@ void TCustomForm::SetParentWindow(HWND value) {
             ArrangeAllWindows();
         }
     } else if (value && Visible()) {
-        HandleNeeded();
-        ShowWindowNow();
+        if (Outlives(*this, [this] { HandleNeeded(); }) && HandleAllocated()) {
+            ShowWindowNow();
+        }
     }
 }
 
 // --- Making, showing and losing the window
 
 void TCustomForm::CreateHandle() {
-    AfterConstruction();
+    MustOutlive([this] { AfterConstruction(); });
     if (HandleAllocated()) {
         return; // OnCreate did it
     }
-    PlaceFirst();
+    MustOutlive([this] { PlaceFirst(); });
     TWinControl::CreateHandle();
     if (Visible() && !FShowing && !Parent()) {
         ShowWindowNow();
@@ -180,13 +192,17 @@ void TCustomForm::CreateWnd() {
     }
     ApplyIcon();
     ApplyMenu();
-    AlignControls();
-    Resize();
+    MustOutlive([this] { AlignControls(); });
+    MustOutlive([this] { Resize(); });
 }
 
-/// A foreign window took ours along: the form is no part of it any more, and not to be seen.
+/// Another window took ours along: the form is no part of it any more, and not to be seen.
 void TCustomForm::WindowLost() {
     FIsActive = false;
+    WakeModalLoop();
+    if (!Outlives(*this, [this] { Guarded([this] { ExitFocused(); }); })) {
+        return;
+    }
     if (Visible()) {
         FVisible = false;
         Guarded([this] { DoHide(); });
@@ -216,9 +232,7 @@ void TCustomForm::PlaceFirst() {
 }
 
 void TCustomForm::Show() {
-    const TAlive alive(*this);
-    SetVisible(true);
-    if (alive) {
+    if (Outlives(*this, [this] { SetVisible(true); })) {
         BringToFront();
     }
 }
@@ -232,29 +246,45 @@ void TCustomForm::SetVisible(bool value) {
     if (Visible() == value) {
         return;
     }
-    const TAlive alive(*this);
-    if (value) {
-        AfterConstruction();
+    if (value && !Outlives(*this, [this] { AfterConstruction(); })) {
+        return;
     }
-    if (alive) {
-        TWinControl::SetVisible(value);
-    }
+    TWinControl::SetVisible(value);
 }
 
 void TCustomForm::VisibleChanged() {
     const TAlive alive(*this);
     if (Visible()) {
-        FShowing = true;
-        HandleNeeded();
-        Guarded([this] { DoShow(); });
-        if (alive) {
-            FShowing = false;
-            if (Visible()) {
-                ShowWindowNow();
+        {
+            const TFieldScope showing(*this, FShowing, true);
+            try {
+                HandleNeeded();
+            } catch (...) {
+                if (alive) {
+                    FVisible = false; // else it could never be shown again
+                }
+                throw;
+            }
+            if (alive) {
+                Guarded([this] { DoShow(); });
+            }
+        }
+        if (alive && Visible() && HandleAllocated()) {
+            ShowWindowNow();
+        }
+        // The system may have left the focus in the form while that was hidden.
+        if (alive && IsDocked() && Visible() && Focused(*this)) {
+            if (TWinControl* const focused = FindControl(::GetFocus())) {
+                ControlFocused(*focused);
             }
         }
     } else {
-        Guarded([this] { DoHide(); });
+        if (IsDocked()) {
+            Guarded([this] { ExitFocused(); });
+        }
+        if (alive && !Visible()) {
+            Guarded([this] { DoHide(); });
+        }
         if (alive && HandleAllocated() && !Visible()) {
             ShowWindow(WindowHandle(), SW_HIDE);
         }
@@ -335,12 +365,12 @@ void TCustomForm::WndProc(TMessage& message) {
     switch (message.Msg) {
     case WM_CLOSE: Close(); return;
     case WM_ACTIVATE:
-        TWinControl::WndProc(message);
-        Activated(LOWORD(message.WParam) != WA_INACTIVE);
+        if (Outlives(*this, [&] { TWinControl::WndProc(message); })) { // it moves the focus
+            Activated(LOWORD(message.WParam) != WA_INACTIVE);
+        }
         return;
     case WM_SIZE:
-        TWinControl::WndProc(message);
-        if (!IsDocked() && HandleAllocated() && Visible()) {
+        if (Outlives(*this, [&] { TWinControl::WndProc(message); }) && !IsDocked() && HandleAllocated() && Visible()) {
             FWindowState = message.WParam == SIZE_MAXIMIZED   ? wsMaximized
                            : message.WParam == SIZE_MINIMIZED ? wsMinimized
                                                               : wsNormal;
@@ -364,11 +394,16 @@ void TCustomForm::WndProc(TMessage& message) {
     case WM_COMMAND:
     case WM_INITMENUPOPUP:
     case WM_MEASUREITEM:
-    case WM_DRAWITEM:
-        if (FMenu && DispatchMenuMessage(FMenu, message.Msg, message.WParam, message.LParam, message.Result)) {
+    case WM_DRAWITEM: {
+        bool used = false;
+        const auto dispatch = [&] {
+            used = FMenu && DispatchMenuMessage(FMenu, message.Msg, message.WParam, message.LParam, message.Result);
+        };
+        if (!Outlives(*this, dispatch) || used) {
             return;
         }
         break;
+    }
     default: break;
     }
     TWinControl::WndProc(message);
@@ -379,7 +414,6 @@ void TCustomForm::Activated(bool active) {
         return;
     }
     FIsActive = active;
-    const TAlive alive(*this);
     if (active) {
         if (FOnScreen) {
             Screen().FActiveForm = this;

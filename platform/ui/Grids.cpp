@@ -126,11 +126,10 @@ void TDrawGrid::SetGridLineWidth(int value) {
 }
 
 void TDrawGrid::LayoutChanged() {
-    if (HandleAllocated()) {
-        UpdateScrollBars();
+    Invalidate();
+    if (HandleAllocated() && Outlives(*this, [this] { UpdateScrollBars(); })) {
         ScrollTo(FColumns.First, FRows.First);
     }
-    Invalidate();
 }
 
 int TDrawGrid::VisibleColCount() const { return std::min(ColumnsShown(), FColumns.Count - FColumns.First); }
@@ -218,8 +217,9 @@ void TDrawGrid::CreateWnd() {
 }
 
 void TDrawGrid::Resize() {
-    LayoutChanged();
-    TCustomControl::Resize();
+    if (Outlives(*this, [this] { LayoutChanged(); })) {
+        TCustomControl::Resize();
+    }
 }
 
 // --- Drawing
@@ -259,8 +259,8 @@ void TDrawGrid::Paint() {
             }
             right = cell.Right + FLineWidth;
             const RECT whole{cell.Left, cell.Top, cell.Right + FLineWidth, cell.Bottom + FLineWidth};
-            if (RectVisible(dc, &whole)) {
-                PaintCell(col, row, cell);
+            if (RectVisible(dc, &whole) && !Outlives(*this, [&] { PaintCell(col, row, cell); })) {
+                return;
             }
         }
     }
@@ -290,9 +290,12 @@ void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {
         canvas.Font().SetColor(clHighlightText);
     }
     canvas.FillRect(rect); // the program may leave parts of it alone
-    {
+    const auto draw = [&] {
         const TClipScope clip(canvas.Handle(), rect);
         DrawCell(col, row, rect, state);
+    };
+    if (!Outlives(*this, draw)) {
+        return;
     }
     if (FDefaultDrawing && fixed) {
         RECT edge = ToRECT(rect);

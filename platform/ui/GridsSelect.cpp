@@ -22,7 +22,10 @@ void TDrawGrid::ScrollTo(int left, int top) {
         FRows.First = top;
         return;
     }
-    Update(); // what is still to be painted would move along
+    // What is still to be painted would move along. The painting may change everything.
+    if (!Outlives(*this, [this] { Update(); }) || !HandleAllocated()) {
+        return;
+    }
     FColumns.First = left;
     FRows.First = top;
     ScrollWindowBy(columns, rows);
@@ -61,16 +64,16 @@ void TDrawGrid::UpdateScrollBars() {
     if (!HandleAllocated() || FUpdatingBars) {
         return;
     }
-    FUpdatingBars = true;
-    for (int turn = 0; turn < 2; ++turn) { // a bar that comes takes room from the other axis
-        if (FScrollBars == ssHorizontal || FScrollBars == ssBoth) {
+    const TFieldScope updating(*this, FUpdatingBars, true);
+    const TAlive alive(*this);             // a bar that comes takes room from the controls inside
+    for (int turn = 0; turn < 2; ++turn) { // and from the other axis
+        if (alive && (FScrollBars == ssHorizontal || FScrollBars == ssBoth)) {
             UpdateScrollBar(SB_HORZ, FColumns, ColumnsShown());
         }
-        if (FScrollBars == ssVertical || FScrollBars == ssBoth) {
+        if (alive && (FScrollBars == ssVertical || FScrollBars == ssBoth)) {
             UpdateScrollBar(SB_VERT, FRows, RowsShown());
         }
     }
-    FUpdatingBars = false;
 }
 
 void TDrawGrid::UpdateScrollBar(int bar, const TAxis& axis, int shown) {

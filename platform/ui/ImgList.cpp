@@ -386,16 +386,18 @@ void TImageList::Change() {
         FChangedWhileUpdating = true;
         return;
     }
-    // A handler may take links away, or free them.
+    // A handler may take links away, or free them, or the list.
+    const TAlive alive(*this);
     const std::vector<TChangeLink*> links = FLinks;
     for (TChangeLink* link : links) {
-        if (std::find(FLinks.begin(), FLinks.end(), link) != FLinks.end()) {
+        if (alive && std::find(FLinks.begin(), FLinks.end(), link) != FLinks.end()) {
             const TNotifyEvent handler = link->FOnChange;
             handler(this);
         }
     }
-    const TNotifyEvent handler = FOnChange;
-    handler(this);
+    if (alive) {
+        FOnChange(this);
+    }
 }
 
 void TImageList::Assign(const TPersistent* source) {

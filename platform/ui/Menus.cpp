@@ -1,3 +1,4 @@
+#include "core/Barrier.h"
 #include "ui/ActnList.h"
 #include "ui/MenusCommands.h"
 
@@ -89,7 +90,7 @@ TMenuItem::TMenuItem(TComponent* owner) : TComponent(owner), FCommand(detail::Re
 TMenuItem::~TMenuItem() {
     Destroying();
     if (FParent) {
-        FParent->Remove(this);
+        Guarded([this] { FParent->Remove(this); }); // fires the menu's OnChange
     }
     EmptyHandle();
     Clear();
@@ -138,8 +139,14 @@ void TMenuItem::Remove(TMenuItem* item) {
 }
 
 void TMenuItem::Clear() {
-    while (!FItems.empty()) {
-        FItems.back()->Free();
+    const TAlive alive(*this);
+    while (alive && !FItems.empty()) { // each change is told
+        TMenuItem* const item = FItems.back();
+        if (item->IsGoing()) {
+            CallOut([&] { Remove(item); }); // its destruction goes on without its parent
+        } else {
+            item->Free();
+        }
     }
 }
 
@@ -169,9 +176,11 @@ int TMenuItem::MenuIndex() const { return FParent ? FParent->IndexOf(this) : -1;
 
 void TMenuItem::SetMenuIndex(int value) {
     if (FParent && value != MenuIndex()) {
-        TMenuItem* parent = FParent;
-        parent->Remove(this);
-        parent->Insert(std::clamp(value, 0, parent->Count()), this);
+        TMenuItem* const parent = FParent;
+        const TAlive parentAlive(*parent);
+        if (Outlives(*this, [&] { parent->Remove(this); }) && parentAlive && !FParent) {
+            parent->Insert(std::clamp(value, 0, parent->Count()), this);
+        }
     }
 }
 
@@ -183,8 +192,9 @@ TComponent* TMenuItem::GetParentComponent() const {
 }
 
 void TMenuItem::SetParentComponent(TComponent* parent) {
-    if (FParent) {
-        FParent->Remove(this);
+    const TAlive parentAlive(parent);
+    if ((FParent && !Outlives(*this, [this] { FParent->Remove(this); })) || !parentAlive) {
+        return;
     }
     if (auto* menu = dynamic_cast<TMenu*>(parent)) {
         menu->Items().Add(this);
@@ -213,33 +223,39 @@ template <class V> void TMenuItem::Change(V& field, const V& value) {
 void TMenuItem::SetCaption(const std::string& value) { Change(FCaption, value); }
 
 void TMenuItem::SetChecked(bool value) {
-    Change(FChecked, value);
-    if (value) {
+    if (Outlives(*this, [&] { Change(FChecked, value); }) && value) {
         ReleaseFellows();
     }
 }
 
 /// A checked radio item is the only one of its group.
 void TMenuItem::ReleaseFellows() {
-    if (!FParent || !FRadioItem || !FChecked) {
-        return;
-    }
-    for (TMenuItem* item : FParent->FItems) {
-        if (item != this && item->FRadioItem && item->FGroupIndex == FGroupIndex) {
-            item->SetChecked(false);
+    const auto isFellow = [this](const TMenuItem* item) {
+        return item != this && item->FRadioItem && item->FChecked && item->FGroupIndex == FGroupIndex;
+    };
+    const TAlive alive(*this);
+    while (alive && FParent && FRadioItem && FChecked) { // each change is told
+        const auto fellow = std::find_if(FParent->FItems.begin(), FParent->FItems.end(), isFellow);
+        if (fellow == FParent->FItems.end()) {
+            break;
         }
+        (*fellow)->SetChecked(false);
     }
 }
 
 void TMenuItem::SetDefault(bool value) {
-    if (value && FParent) {
-        for (TMenuItem* item : FParent->FItems) {
-            if (item != this) {
-                item->SetDefault(false);
-            }
+    const auto isOther = [this](const TMenuItem* item) { return item != this && item->FDefault; };
+    const TAlive alive(*this);
+    while (alive && value && FParent) { // each change is told
+        const auto other = std::find_if(FParent->FItems.begin(), FParent->FItems.end(), isOther);
+        if (other == FParent->FItems.end()) {
+            break;
         }
+        (*other)->SetDefault(false);
     }
-    Change(FDefault, value);
+    if (alive) {
+        Change(FDefault, value);
+    }
 }
 
 void TMenuItem::SetEnabled(bool value) { Change(FEnabled, value); }
@@ -247,13 +263,15 @@ void TMenuItem::SetEnabled(bool value) { Change(FEnabled, value); }
 void TMenuItem::SetVisible(bool value) { Change(FVisible, value); }
 
 void TMenuItem::SetRadioItem(bool value) {
-    Change(FRadioItem, value);
-    ReleaseFellows();
+    if (Outlives(*this, [&] { Change(FRadioItem, value); })) {
+        ReleaseFellows();
+    }
 }
 
 void TMenuItem::SetGroupIndex(uint8_t value) {
-    Change(FGroupIndex, value);
-    ReleaseFellows();
+    if (Outlives(*this, [&] { Change(FGroupIndex, value); })) {
+        ReleaseFellows();
+    }
 }
 
 void TMenuItem::SetShortCut(TShortCut value) { Change(FShortCut, value); }

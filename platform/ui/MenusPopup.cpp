@@ -1,6 +1,7 @@
 #include "core/Barrier.h"
 #include "ui/Forms.h"
 #include "ui/MenusCommands.h"
+#include "ui/MessageFrames.h"
 
 namespace kx {
 
@@ -84,8 +85,10 @@ TMenuItem* TMenu::FindShortCut(TShortCut shortCut) const {
 
 bool TMenu::IsShortCut(WPARAM wParam, LPARAM lParam) {
     const TShortCut shortCut = ShortCutFromKeyMessage(wParam, lParam);
-    // Each click may change the menu, so the way down to the item is looked for again after each.
-    for (int depth = 1;; ++depth) {
+    // Each click may change the menu, so the way down to the item is looked for again after each. One that ends the
+    // menu has used the key up.
+    const TAlive alive(*this);
+    for (int depth = 1; alive; ++depth) {
         std::vector<TMenuItem*> path;
         for (TMenuItem* item = FindShortCut(shortCut); item && item != FItems; item = item->Parent()) {
             path.insert(path.begin(), item);
@@ -104,6 +107,7 @@ bool TMenu::IsShortCut(WPARAM wParam, LPARAM lParam) {
         }
         path[static_cast<size_t>(depth - 1)]->Click();
     }
+    return true;
 }
 
 // --- TMainMenu
@@ -199,6 +203,7 @@ bool DispatchMenuMessage(TMenu* menu, UINT message, WPARAM wParam, LPARAM lParam
 namespace {
 
 LRESULT CALLBACK PopupOwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const detail::TMessageFrame frame;
     const bool handled = Guarded(true, [&] {
         LRESULT ignored = 0;
         return DispatchMenuMessage(nullptr, message, wParam, lParam, ignored);

@@ -50,9 +50,10 @@ void TCustomEdit::CreateParams(TCreateParams& params) {
 }
 
 void TCustomEdit::CreateWnd() {
-    FCreating = true;
-    TWinControl::CreateWnd();
-    FCreating = false;
+    {
+        const TFieldScope creating(*this, FCreating, true);
+        TWinControl::CreateWnd();
+    }
     SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
     if (FPasswordChar) {
         SendMessageA(WindowHandle(), EM_SETPASSWORDCHAR, static_cast<uint8_t>(FPasswordChar), 0);

@@ -78,13 +78,13 @@ void TLabel::Paint() {
 }
 
 void TLabel::TextChanged() {
-    AdjustBounds();
     TGraphicControl::TextChanged();
+    AdjustBounds();
 }
 
 void TLabel::FontChanged() {
-    AdjustBounds();
     TGraphicControl::FontChanged();
+    AdjustBounds();
 }
 
 void TLabel::SetFocusControl(TWinControl* value) {

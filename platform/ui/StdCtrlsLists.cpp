@@ -197,7 +197,9 @@ void TListBox::SetBorderStyle(TBorderStyle value) {
 void TListBox::SetMultiSelect(bool value) {
     if (FMultiSelect != value) {
         const bool had = HandleAllocated();
-        DestroyHandle(); // keeps the selection as it was
+        if (!Outlives(*this, [this] { DestroyHandle(); })) { // keeps the selection as it was
+            return;
+        }
         FMultiSelect = value;
         if (had) {
             HandleNeeded();
@@ -323,7 +325,9 @@ void TComboBox::Notified(int code) {
             // The edit takes over the text only after this notification.
             SetWindowTextA(WindowHandle(), FItems.Get(ItemIndex()).c_str());
         }
-        Click();
+        if (alive) {
+            Click();
+        }
         if (alive) {
             DoChange();
         }
@@ -333,6 +337,7 @@ void TComboBox::Notified(int code) {
     case CBN_SETFOCUS:
         FocusGained(); // its edit has the focus
         break;
+    case CBN_KILLFOCUS: FocusWent(::GetFocus()); break;
     default: break;
     }
 }

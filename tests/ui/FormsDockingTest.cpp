@@ -1,3 +1,4 @@
+#include "HostDialog.h"
 #include "SampleForms.h"
 
 #include "support/DialogDriver.h"
@@ -6,89 +7,12 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-// Forms inside windows that are not the framework's: a plain dialog of the system stands for them.
+// Forms inside windows that are not the framework's.
 
 namespace kx {
 namespace {
 
 using namespace test;
-
-/// A dialog with an edit, OK and Cancel, made and run by the system alone.
-class THostDialog {
-public:
-    int Ok = 0;
-    int Cancel = 0;
-    std::function<void()> OnDestroy; ///< In its WM_DESTROY.
-
-    THostDialog() {
-        Window = CreateDialogIndirectParamA(HInstance(), &Template().Header, nullptr, Procedure,
-                                            reinterpret_cast<LPARAM>(this));
-        CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 10, 100, 20, Window,
-                        reinterpret_cast<HMENU>(UINT_PTR{100}), nullptr, nullptr);
-        CreateWindowExA(0, "BUTTON", "OK", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, 10, 40, 60, 20,
-                        Window, reinterpret_cast<HMENU>(UINT_PTR{IDOK}), nullptr, nullptr);
-        CreateWindowExA(0, "BUTTON", "Cancel", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 80, 40, 60, 20, Window,
-                        reinterpret_cast<HMENU>(UINT_PTR{IDCANCEL}), nullptr, nullptr);
-        SetWindowPos(Window, nullptr, 200, 150, 500, 420, SWP_NOZORDER | SWP_SHOWWINDOW);
-    }
-    ~THostDialog() { Destroy(); }
-
-    void Destroy() {
-        if (const HWND window = std::exchange(Window, nullptr)) {
-            DestroyWindow(window);
-        }
-    }
-
-    /// The dialog's own message loop, as the system runs it: our message loop has no part in it.
-    bool PumpUntil(const std::function<bool()>& condition) {
-        const DWORD end = GetTickCount() + 20000;
-        while (!condition()) {
-            MSG message;
-            if (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-                if (!IsDialogMessageA(Window, &message)) {
-                    TranslateMessage(&message);
-                    DispatchMessageA(&message);
-                }
-            } else if (GetTickCount() > end) {
-                return false;
-            } else {
-                MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-            }
-        }
-        return true;
-    }
-
-    HWND Window = nullptr;
-
-private:
-    struct TTemplate {
-        DLGTEMPLATE Header;
-        WORD Menu, Class, Title;
-    };
-    static const TTemplate& Template() {
-        static const TTemplate result{
-            {WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN, 0, 0, 0, 0, 100, 80}, 0, 0, 0};
-        return result;
-    }
-    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message == WM_INITDIALOG) {
-            SetWindowLongPtrA(window, DWLP_USER, lParam);
-        }
-        auto* const self = reinterpret_cast<THostDialog*>(GetWindowLongPtrA(window, DWLP_USER));
-        if (!self) {
-            return FALSE;
-        }
-        if (message == WM_COMMAND) {
-            self->Ok += LOWORD(wParam) == IDOK;
-            self->Cancel += LOWORD(wParam) == IDCANCEL;
-            return TRUE;
-        }
-        if (message == WM_DESTROY && self->OnDestroy) {
-            self->OnDestroy();
-        }
-        return FALSE;
-    }
-};
 
 class FormsDocking : public ::testing::Test {
 protected:
@@ -107,6 +31,7 @@ protected:
 };
 
 TEST_F(FormsDocking, AShownFormBecomesAChildInPlaceAndATopLevelFormAgain) {
+    Form->Edit1->SetAutoSelect(false); // else all of it is selected when it is entered again
     Form->Show();
     const HWND window = Form->Handle();
     const HWND edit = Form->Edit1->Handle();
@@ -344,6 +269,82 @@ TEST_F(FormsDocking, AFormMovesFromOneDialogToAnother) {
         Form->SetParentWindow(nullptr);
     }
     EXPECT_TRUE(Form->HandleAllocated());
+}
+
+/// Writes down who is entered and left.
+void LogFocus(TWinControl* control, const std::string& name, std::vector<std::string>& log) {
+    control->SetOnEnter([name, &log](TObject*) { log.push_back("enter " + name); });
+    control->SetOnExit([name, &log](TObject*) { log.push_back("exit " + name); });
+}
+
+TEST_F(FormsDocking, AControlIsLeftWhenTheFocusGoesToTheDialogsOwn) {
+    std::vector<std::string> log;
+    LogFocus(Form->RadioButton1, "radio", log);
+    LogFocus(Form->GroupBox1, "group", log);
+    Dock();
+    Form->RadioButton1->SetFocus();
+    ::SetFocus(GetDlgItem(Host.Window, 100));
+    EXPECT_EQ(log, (std::vector<std::string>{"enter group", "enter radio", "exit radio", "exit group"}));
+    ::SetFocus(Form->RadioButton1->WindowHandle());
+    EXPECT_EQ(log.size(), 6u) << "and entered again";
+    EXPECT_EQ(log.back(), "enter radio");
+}
+
+TEST_F(FormsDocking, AComboBoxIsLeftWhenTheFocusGoesToTheDialogsOwn) {
+    std::vector<std::string> log;
+    LogFocus(Form->ComboBox1, "combo", log);
+    Dock();
+    Form->ComboBox1->SetFocus();
+    EXPECT_EQ(log, (std::vector<std::string>{"enter combo"})) << "its edit is no other control";
+    ::SetFocus(GetDlgItem(Host.Window, 100));
+    EXPECT_EQ(log, (std::vector<std::string>{"enter combo", "exit combo"}));
+}
+
+TEST_F(FormsDocking, AControlKeepsTheFocusInItsDialogWhileAnotherWindowIsActive) {
+    std::vector<std::string> log;
+    LogFocus(Form->Edit1, "edit", log);
+    Dock();
+    Form->Edit1->SetFocus();
+    const std::unique_ptr<TForm, TFreeDeleter> other(NewForm<TForm>(nullptr));
+    other->Show();
+    SetActiveWindow(other->WindowHandle());
+    ASSERT_NE(GetFocus(), Form->Edit1->WindowHandle());
+    EXPECT_EQ(log, (std::vector<std::string>{"enter edit"}));
+}
+
+TEST_F(FormsDocking, AControlIsLeftWhenItsFormIsHiddenOrTheDialogGoes) {
+    std::vector<std::string> log;
+    LogFocus(Form->Edit1, "edit", log);
+    Form->SetOnHide([&](TObject*) { log.emplace_back("hide"); });
+    Dock();
+    Form->Edit1->SetFocus();
+    Form->Hide();
+    EXPECT_EQ(log, (std::vector<std::string>{"enter edit", "exit edit", "hide"}));
+    Form->Show();
+    ::SetFocus(Form->Edit1->WindowHandle());
+    log.clear();
+    Host.Destroy();
+    EXPECT_EQ(log, (std::vector<std::string>{"exit edit", "hide"}));
+}
+
+TEST_F(FormsDocking, AControlOfAFormThatIsFreedIsNotLeft) {
+    int exits = 0;
+    Form->Edit1->SetOnExit([&](TObject*) { ++exits; });
+    Dock();
+    ::SetFocus(Form->Edit1->WindowHandle());
+    Form.reset();
+    EXPECT_EQ(exits, 0) << "there is no whole form any more to call";
+}
+
+TEST_F(FormsDocking, InAFormOfItsOwnAControlIsNotLeftForAnotherWindow) {
+    std::vector<std::string> log;
+    LogFocus(Form->Edit1, "edit", log);
+    Form->Show();
+    Form->Edit1->SetFocus();
+    log.clear();
+    ::SetFocus(GetDlgItem(Host.Window, 100));
+    Form->Hide();
+    EXPECT_TRUE(log.empty());
 }
 
 TEST_F(FormsDocking, ExceptionsInHandlersOfADockedFormAreReported) {
