@@ -11,11 +11,10 @@ TKxDlgPipeline::TKxDlgPipeline(IDialog& dialog, bool tracksContextMenus)
 
 void TKxDlgPipeline::HandleMessage(TMessage& message) {
     const TAlive alive(FLife);
-    HWND window = FSubclass.Handle();
-    const WNDPROC previous = FSubclass.Previous();
+    const TSubclass::TPrevious previous = FSubclass.Previous();
     const TKxMsgVerdict verdict = Ask(message);
     if (!alive && message.Msg == WM_DESTROY && verdict != mvStop) {
-        message.Result = CallWindowProcA(previous, window, message.Msg, message.WParam, message.LParam);
+        message.Result = previous(message.Msg, message.WParam, message.LParam);
     }
     if (!alive || verdict == mvStop) {
         return;
