@@ -1,10 +1,10 @@
 #include "support/DialogDriver.h"
+#include "support/ImportPatch.h"
 #include "ui/Forms.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <vector>
 
 // The application's message box, and the windows around it.
 
@@ -13,31 +13,13 @@ namespace {
 
 using namespace test;
 
-/// Notes whether a window is enabled at the moment in which a message box of this thread is destroyed: from then on the
-/// system looks for another window to be the active one.
-class TAtTheEndOfTheBox {
-public:
-    explicit TAtTheEndOfTheBox(HWND window) : FHook(SetWindowsHookExA(WH_CBT, Hook, nullptr, GetCurrentThreadId())) {
-        Watched = window;
-        Enabled.clear();
-    }
-    TAtTheEndOfTheBox(const TAtTheEndOfTheBox&) = delete;
-    TAtTheEndOfTheBox& operator=(const TAtTheEndOfTheBox&) = delete;
-    ~TAtTheEndOfTheBox() { UnhookWindowsHookEx(FHook); }
+bool OwnerWasEnabled = false;
 
-    static inline std::vector<bool> Enabled;
-
-private:
-    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam) {
-        if (code == HCBT_DESTROYWND && ClassOf(reinterpret_cast<HWND>(wParam)) == "#32770") {
-            Enabled.push_back(IsWindowEnabled(Watched) != 0);
-        }
-        return CallNextHookEx(nullptr, code, wParam, lParam);
-    }
-
-    static inline HWND Watched = nullptr;
-    HHOOK FHook;
-};
+/// Stands in for the system's box: notes the state in which it gets its owner, and is answered at once.
+int WINAPI NoteOwner(HWND owner, LPCSTR, LPCSTR, UINT) {
+    OwnerWasEnabled = IsWindowEnabled(owner) != 0;
+    return IDOK;
+}
 
 class MessageBoxOwner : public testing::Test {
 protected:
@@ -69,10 +51,14 @@ protected:
     std::unique_ptr<TForm, TFreeDeleter> Other;
 };
 
-TEST_F(MessageBoxOwner, IsEnabledBeforeTheBoxGoes) {
-    const TAtTheEndOfTheBox watch(Owner->Handle());
+TEST_F(MessageBoxOwner, IsTheSystemsToDisableAndToEnable) {
     ShowBox([] { PressButton(GetDlgItem(ShownMessageBox(), IDOK)); });
-    EXPECT_EQ(TAtTheEndOfTheBox::Enabled, std::vector<bool>{true});
+    // One that the system finds disabled it does not enable before the box goes: another program would come to the
+    // front.
+    const TImportPatch patch("MessageBoxA", reinterpret_cast<void*>(NoteOwner));
+    OwnerWasEnabled = false;
+    EXPECT_EQ(Application().MessageBox("text", "caption", MB_OK), IDOK);
+    EXPECT_TRUE(OwnerWasEnabled);
 }
 
 TEST_F(MessageBoxOwner, IsEnabledAgainWhenTheBoxIsDestroyed) {
