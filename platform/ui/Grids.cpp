@@ -112,18 +112,16 @@ void TDrawGrid::SetFixedRows(int value) {
     SetCounts(FRows, FRows.Count, value);
 }
 
-void TDrawGrid::SetSize(int& field, int value) {
-    field = std::max(value, 1);
+void TDrawGrid::SetSize(int& field, int least, int value) {
+    constexpr int greatest = 1 << 24; // the edges of cells that are seen fit into 32 bits
+    field = std::clamp(value, least, greatest);
     LayoutChanged();
 }
 
-void TDrawGrid::SetDefaultColWidth(int value) { SetSize(FColumns.Size, value); }
-void TDrawGrid::SetDefaultRowHeight(int value) { SetSize(FRows.Size, value); }
+void TDrawGrid::SetDefaultColWidth(int value) { SetSize(FColumns.Size, 1, value); }
+void TDrawGrid::SetDefaultRowHeight(int value) { SetSize(FRows.Size, 1, value); }
 
-void TDrawGrid::SetGridLineWidth(int value) {
-    FLineWidth = std::max(value, 0);
-    LayoutChanged();
-}
+void TDrawGrid::SetGridLineWidth(int value) { SetSize(FLineWidth, 0, value); }
 
 void TDrawGrid::LayoutChanged() {
     Invalidate();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Controls.h"
+#include "ui/MouseWheel.h"
 
 namespace kx {
 
@@ -56,7 +57,7 @@ class TDrawGrid : public TCustomControl {
     /// @throws EInvalidOperation "Fixed row count must be less than row count"
     int FixedRows() const { return FRows.Fixed; }
     void SetFixedRows(int value);
-    int DefaultColWidth() const { return FColumns.Size; } ///< Pixels of each column, without its line.
+    int DefaultColWidth() const { return FColumns.Size; } ///< Pixels of each column, without its line; 1 to 2^24.
     void SetDefaultColWidth(int value);
     int DefaultRowHeight() const { return FRows.Size; }
     void SetDefaultRowHeight(int value);
@@ -138,7 +139,7 @@ private:
     int ColumnsShown() const { return FColumns.Shown(ClientWidth(), FLineWidth); }
     int RowsShown() const { return FRows.Shown(ClientHeight(), FLineWidth); }
     void SetCounts(TAxis& axis, int count, int fixed);
-    void SetSize(int& field, int value);
+    void SetSize(int& field, int least, int value);
     void LayoutChanged();
     void ScrollWindowBy(int columns, int rows);
     void FocusMoved();
@@ -148,6 +149,7 @@ private:
     void Scrolled(int bar, const TMessage& message);
     bool MoveTo(int col, int row, bool extend);
     void ShowCurrent();
+    bool CanBeCurrent(int col, int row) const; ///< A cell that exists and is not fixed.
     void CheckCell(int col, int row) const;
     void InvalidateSelection(const TGridRect& selection);
     void PaintCell(int col, int row, const TRect& rect);
@@ -164,6 +166,7 @@ private:
     bool FDefaultDrawing = true;
     bool FSelecting = false; ///< By the mouse, whose button is down.
     bool FUpdatingBars = false;
+    TMouseWheel FWheel;
     TDrawCellEvent FOnDrawCell;
     TSelectCellEvent FOnSelectCell;
 };

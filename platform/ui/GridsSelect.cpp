@@ -41,7 +41,9 @@ void TDrawGrid::ScrollWindowBy(int columns, int rows) {
         }
         RECT area = client;
         const int pitch = axis.Size + FLineWidth;
-        (horizontal ? area.left : area.top) = axis.Fixed * pitch;
+        LONG& begin = horizontal ? area.left : area.top;
+        begin = static_cast<LONG>(
+            std::min<int64_t>(axis.Start(axis.Fixed, FLineWidth), horizontal ? area.right : area.bottom));
         const int extent = horizontal ? area.right - area.left : area.bottom - area.top;
         const int64_t distance = -int64_t{cells} * pitch;
         if (distance >= extent || -distance >= extent) {
@@ -127,10 +129,12 @@ void TDrawGrid::WndProc(TMessage& message) {
         }
         break;
     case WM_MOUSEWHEEL: {
-        constexpr int lines = 3;
-        const int by = static_cast<int16_t>(message.WParamHi()) > 0 ? -lines : lines;
         const bool rows = FRows.Count - FRows.Fixed > RowsShown();
-        ScrollTo(FColumns.First + (rows ? 0 : by), FRows.First + (rows ? by : 0));
+        const int by = FWheel.Lines(static_cast<int16_t>(message.WParamHi()), rows ? RowsShown() : ColumnsShown());
+        const auto to = [by](const TAxis& axis) {
+            return static_cast<int>(std::clamp<int64_t>(int64_t{axis.First} + by, axis.Fixed, axis.Count));
+        };
+        ScrollTo(rows ? FColumns.First : to(FColumns), rows ? to(FRows) : FRows.First);
         return;
     }
     case WM_GETDLGCODE:
@@ -153,8 +157,12 @@ TGridRect TDrawGrid::Selection() const {
             std::max(FColumns.Anchor, FColumns.Current), std::max(FRows.Anchor, FRows.Current)};
 }
 
+bool TDrawGrid::CanBeCurrent(int col, int row) const {
+    return col >= FColumns.Fixed && col < FColumns.Count && row >= FRows.Fixed && row < FRows.Count;
+}
+
 void TDrawGrid::CheckCell(int col, int row) const {
-    if (col < FColumns.Fixed || col >= FColumns.Count || row < FRows.Fixed || row >= FRows.Count) {
+    if (!CanBeCurrent(col, row)) {
         throw EInvalidOperation("Grid index out of range");
     }
 }
@@ -192,7 +200,7 @@ bool TDrawGrid::MoveTo(int col, int row, bool extend) {
     const bool moves = col != FColumns.Current || row != FRows.Current;
     if (moves) {
         const TAlive alive(*this);
-        if (!SelectCell(col, row) || !alive || col >= FColumns.Count || row >= FRows.Count) {
+        if (!SelectCell(col, row) || !alive || !CanBeCurrent(col, row)) {
             return false;
         }
     }
@@ -310,13 +318,12 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
 
 void TDrawGrid::MouseMove(TShiftState shift, int x, int y) {
     const TAlive alive(*this);
-    if (FSelecting && shift.Contains(ssLeft)) {
+    if (FSelecting && shift.Contains(ssLeft) && FColumns.Count > 0 && FRows.Count > 0) {
         // Beside the cells the next one is meant, so that the grid scrolls.
         const auto cell = [this](const TAxis& axis, int at, int shown) {
+            const int64_t begin = int64_t{axis.Fixed} * (axis.Size + FLineWidth);
             const int64_t place =
-                at < axis.Fixed * (axis.Size + FLineWidth)
-                    ? int64_t{axis.First} - 1
-                    : int64_t{axis.First} + (at - axis.Fixed * (axis.Size + FLineWidth)) / (axis.Size + FLineWidth);
+                at < begin ? int64_t{axis.First} - 1 : axis.First + (at - begin) / (axis.Size + FLineWidth);
             const int64_t next = std::min(place, int64_t{axis.First} + shown);
             return static_cast<int>(std::clamp<int64_t>(next, axis.Fixed, axis.Count - 1));
         };

@@ -183,6 +183,106 @@ TEST_F(DrawGrid, WithoutColumnsThereIsNothing) {
     EXPECT_EQ(Redrawn().size(), 3u);
 }
 
+TEST_F(DrawGrid, RowsAndColumnsMayGoWhileTheMouseSelects) {
+    Grid->SetBounds(0, 0, 300, 200);
+    Grid->SetRowCount(50);
+    Grid->SetOptions(Grid->Options() + TGridOptions{goRangeSelect});
+    Show();
+    int moves = 0;
+    Grid->SetOnMouseMove([&](TObject*, TShiftState, int, int) { ++moves; });
+    const TPoint from = In(0, 0);
+    const TPoint to = In(2, 2);
+    for (const bool rows : {true, false}) {
+        PressAt(from);
+        ASSERT_TRUE(PumpUntil([&] { return Grid->MouseCapture(); }));
+        rows ? Grid->SetRowCount(0) : Grid->SetColCount(0);
+        moves = 0;
+        MoveMouse(to);
+        ASSERT_TRUE(PumpUntil([&] { return moves > 0; }));
+        EXPECT_EQ(Grid->Selection(), (TGridRect{0, 0, 0, 0}));
+        rows ? Grid->SetRowCount(50) : Grid->SetColCount(200);
+        MoveMouse(from);
+        MoveMouse(to);
+        ASSERT_TRUE(PumpUntil([&] { return Grid->Row() == 2; })) << "the selection goes on with the new cells";
+        ReleaseAt(to);
+        ASSERT_TRUE(PumpUntil([&] { return !Grid->MouseCapture(); }));
+        Grid->SetSelection({0, 0, 0, 0});
+    }
+}
+
+TEST_F(DrawGrid, AHandlerThatTakesTheCellAwayLeavesTheCurrentOne) {
+    Grid->SetRowCount(10);
+    Show();
+    Grid->SetOnSelectCell([&](TObject*, int, int, bool&) { Grid->SetRowCount(5); });
+    Grid->SetRow(5);
+    EXPECT_EQ(Grid->Row(), 0);
+    Grid->SetRow(4);
+    EXPECT_EQ(Grid->Row(), 4);
+    Grid->SetOnSelectCell([&](TObject*, int, int, bool&) { Grid->SetFixedCols(2); });
+    Grid->SetCol(1);
+    EXPECT_EQ(Grid->Col(), 2) << "fixed now";
+}
+
+/// Lines that a notch of the mouse wheel scrolls, for the length of a scope.
+class TWheelLines {
+public:
+    explicit TWheelLines(UINT lines) {
+        SystemParametersInfoA(SPI_GETWHEELSCROLLLINES, 0, &FOld, 0);
+        SystemParametersInfoA(SPI_SETWHEELSCROLLLINES, lines, nullptr, 0);
+    }
+    TWheelLines(const TWheelLines&) = delete;
+    TWheelLines& operator=(const TWheelLines&) = delete;
+    ~TWheelLines() { SystemParametersInfoA(SPI_SETWHEELSCROLLLINES, FOld, nullptr, 0); }
+
+private:
+    UINT FOld = 3;
+};
+
+TEST_F(DrawGrid, TheWheelScrollsAsManyLinesAsTheUserHasChosen) {
+    Grid->SetBounds(0, 0, 300, 289);
+    Grid->SetRowCount(100);
+    Show();
+    ASSERT_EQ(Grid->VisibleRowCount(), 6);
+    const auto turn = [&](int delta) {
+        SendMessageA(Grid->Handle(), WM_MOUSEWHEEL, static_cast<WPARAM>(static_cast<uint32_t>(MakeLParam(0, delta))),
+                     0);
+        return Grid->TopRow();
+    };
+    {
+        const TWheelLines lines(2);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 2);
+        EXPECT_EQ(turn(-3 * WHEEL_DELTA), 8);
+        EXPECT_EQ(turn(WHEEL_DELTA), 6);
+        EXPECT_EQ(turn(-50), 6) << "less than a line";
+        EXPECT_EQ(turn(-50), 7) << "the rest counts";
+        EXPECT_EQ(turn(-20), 8);
+        EXPECT_EQ(turn(-59), 8);
+        EXPECT_EQ(turn(1), 8) << "in the other direction the rest is forgotten";
+        EXPECT_EQ(turn(58), 8);
+        EXPECT_EQ(turn(1), 7);
+        EXPECT_EQ(turn(-59), 7);
+        EXPECT_EQ(turn(-1), 8);
+    }
+    {
+        const TWheelLines lines(WHEEL_PAGESCROLL);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 14);
+    }
+    {
+        const TWheelLines lines(20);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 20) << "no more than a page";
+    }
+    {
+        const TWheelLines lines(0);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 20);
+    }
+    const TWheelLines lines(3);
+    EXPECT_EQ(turn(30000), 0);
+    EXPECT_EQ(turn(-30000), 94);
+    Grid->SetRowCount(6);
+    EXPECT_EQ(turn(-WHEEL_DELTA), 0);
+    EXPECT_EQ(Grid->LeftCol(), 3) << "where there is nothing to scroll down, it goes sideways";
+}
+
 TEST_F(DrawGrid, AClickSelectsACellAndTheFocusShows) {
     int selects = 0;
     Grid->SetOnSelectCell([&](TObject*, int col, int row, bool&) {
