@@ -96,7 +96,11 @@ TCollectionItem* TCollection::GetItem(int index) const {
 
 void TCollection::SetItem(int index, const TCollectionItem* value) { GetItem(index)->Assign(value); }
 
-TCollectionItem* TCollection::Add() { return FCreateItem(this); }
+TCollectionItem* TCollection::Add() {
+    TCollectionItem* item = nullptr;
+    AsOneUpdate(*this, [&] { item = FCreateItem(this); }); // told of when the item is complete
+    return item;
+}
 
 TCollectionItem* TCollection::Insert(int index) {
     if (index < 0 || index > Count()) {

@@ -71,7 +71,7 @@ class TListColumn : public TCollectionItem {
 
     const std::string& Caption() const { return FCaption; }
     void SetCaption(const std::string& value) { Set(FCaption, value); }
-    int Width() const { return FWidth; } ///< Pixels.
+    int Width() const { return FWidth; } ///< Pixels; follows the user's dragging.
     void SetWidth(int value) { Set(FWidth, value); }
     TAlignment Alignment() const { return FAlignment; }
     void SetAlignment(TAlignment value) { Set(FAlignment, value); }
@@ -79,6 +79,7 @@ class TListColumn : public TCollectionItem {
     void Assign(const TPersistent* source) override;
 
 private:
+    friend class TListView;
     template <class V> void Set(V& field, const V& value) {
         field = value;
         Changed(false);
@@ -129,6 +130,7 @@ private:
     friend class TListView;
     friend class TListItems;
     void Show();
+    void ShowAt(int index);
 
     TListItems& FItems;
     std::string FCaption;
@@ -234,6 +236,9 @@ private:
     void SetStyleField(bool& field, bool value);
     void SetImages(TImageList*& field, TImageList* value);
     void ApplyColumns();
+    void ApplyColumn(int index);
+    void ColumnsChanged(const TCollectionItem* column);
+    void HeaderChanged(const NMHEADERA& change);
     void ApplyExtendedStyle();
     void ApplyColors();
     void ApplyImages();
@@ -253,7 +258,8 @@ private:
     bool FReadOnly = false;
     bool FRowSelect = false;
     bool FShowColumnHeaders = true;
-    bool FFilling = false; ///< The window is being filled: nothing happens to the items.
+    int FWindowColumns = 0; ///< Columns that the window has.
+    bool FFilling = false;  ///< The window is being filled: nothing happens to the items.
     TLVChangeEvent FOnChange;
     TLVSelectItemEvent FOnSelectItem;
     TLVColumnClickEvent FOnColumnClick;

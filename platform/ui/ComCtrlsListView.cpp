@@ -2,19 +2,6 @@
 
 namespace kx {
 
-namespace {
-
-/// In the code page of the process.
-std::string Narrow(const wchar_t* text) {
-    const int size = WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr); // with its end
-    std::string narrow(static_cast<size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text, -1, narrow.data(), size, nullptr, nullptr);
-    narrow.resize(narrow.size() - 1);
-    return narrow;
-}
-
-} // namespace
-
 const TClass& TListView::StaticClass() {
     static const TClassBuilder<TListView> cls("TListView", TWinControl::StaticClass(), [](auto& c) {
         using T = TListView;
@@ -69,6 +56,7 @@ void TListView::CreateWnd() {
     ApplyExtendedStyle();
     ApplyColors();
     ApplyImages();
+    FWindowColumns = 0;
     ApplyColumns();
     for (int i = 0; i < FItems.Count(); ++i) {
         InsertIntoWindow(i);
@@ -84,10 +72,6 @@ void TListView::SaveWindowState() {
     FFilling = true; // the items stay; the window forgets them
     for (const auto& item : FItems.FItems) {
         item->FWasSelected = item->Selected();
-    }
-    for (int i = 0; FViewStyle == vsReport && i < FColumns.Count(); ++i) {
-        FColumns[i].SetWidth(
-            static_cast<int>(SendMessageA(WindowHandle(), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i), 0)));
     }
 }
 
@@ -183,61 +167,6 @@ void TListView::SetReadOnly(bool value) { SetStyleField(FReadOnly, value); }
 void TListView::SetRowSelect(bool value) { SetStyleField(FRowSelect, value); }
 void TListView::SetShowColumnHeaders(bool value) { SetStyleField(FShowColumnHeaders, value); }
 
-// --- Columns
-
-void TListView::ApplyColumns() {
-    while (SendMessageA(WindowHandle(), LVM_DELETECOLUMN, 0, 0)) {
-    }
-    constexpr int formats[] = {LVCFMT_LEFT, LVCFMT_RIGHT, LVCFMT_CENTER};
-    for (int i = 0; i < FColumns.Count(); ++i) {
-        std::string caption = FColumns[i].Caption();
-        LVCOLUMNA column{};
-        column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
-        column.fmt = formats[FColumns[i].Alignment()];
-        column.cx = FColumns[i].Width();
-        column.pszText = caption.data();
-        column.iSubItem = i;
-        SendMessageA(WindowHandle(), LVM_INSERTCOLUMNA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));
-    }
-}
-
-const TClass& TListColumn::StaticClass() {
-    static const TClassBuilder<TListColumn> cls("TListColumn", TCollectionItem::StaticClass(), [](auto& c) {
-        using T = TListColumn;
-        c.Property("Alignment", &T::Alignment, &T::SetAlignment).Default = taLeftJustify;
-        c.Property("Caption", &T::Caption, &T::SetCaption);
-        c.Property("Width", &T::Width, &T::SetWidth).Default = 50;
-    });
-    return cls.Class();
-}
-
-void TListColumn::Assign(const TPersistent* source) {
-    if (const auto* other = dynamic_cast<const TListColumn*>(source)) {
-        FCaption = other->FCaption;
-        FWidth = other->FWidth;
-        FAlignment = other->FAlignment;
-        Changed(false);
-    } else {
-        TCollectionItem::Assign(source);
-    }
-}
-
-const TClass& TListColumns::StaticClass() {
-    static const TClassBuilder<TListColumns> cls("TListColumns", TCollection::StaticClass());
-    return cls.Class();
-}
-
-TListColumns::TListColumns(TListView& listView)
-    : TCollection(TListColumn::StaticClass(), [](TCollection* c) { return new TListColumn(c); }), FListView(listView) {}
-
-TPersistent* TListColumns::GetOwner() const { return &FListView; }
-
-void TListColumns::Update(TCollectionItem*) {
-    if (FListView.HandleAllocated() && !FListView.FFilling) {
-        FListView.ApplyColumns();
-    }
-}
-
 // --- Items
 
 const TClass& TListItems::StaticClass() {
@@ -325,8 +254,13 @@ void TListItem::SetImageIndex(int value) {
 
 /// Brings the window's texts and image in line with the item's.
 void TListItem::Show() {
-    const int index = Index();
-    if (!FItems.Owner().HandleAllocated() || index < 0) {
+    if (FItems.Owner().HandleAllocated()) {
+        ShowAt(Index());
+    }
+}
+
+void TListItem::ShowAt(int index) {
+    if (index < 0) {
         return;
     }
     const HWND window = FItems.Owner().WindowHandle();
@@ -374,7 +308,7 @@ void TListView::InsertIntoWindow(int index) {
     LVITEMA item{};
     item.iItem = index;
     SendMessageA(WindowHandle(), LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
-    FItems[index].Show();
+    FItems[index].ShowAt(index);
 }
 
 // --- Selection and notifications
@@ -428,9 +362,15 @@ TListItem* TListView::ItemFocused() const {
 void TListView::WndProc(TMessage& message) {
     if (message.Msg == CN_NOTIFY) {
         Notified(message);
-    } else {
-        TWinControl::WndProc(message);
+        return;
     }
+    if (message.Msg == WM_NOTIFY) { // of the header inside
+        const auto& change = message.LParamAs<NMHEADERA>();
+        if (change.hdr.code == HDN_ITEMCHANGEDA || change.hdr.code == HDN_ITEMCHANGEDW) {
+            HeaderChanged(change);
+        }
+    }
+    TWinControl::WndProc(message);
 }
 
 void TListView::Notified(TMessage& message) {
@@ -454,7 +394,7 @@ void TListView::Notified(TMessage& message) {
     case LVN_ENDLABELEDITW: { // from a list whose notifications are Unicode, as a page scroller has its child's
         const LVITEMW& item = message.LParamAs<NMLVDISPINFOW>().item;
         if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
-            FItems[item.iItem].FCaption = Narrow(item.pszText);
+            FItems[item.iItem].FCaption = FromWide(item.pszText);
             message.Result = TRUE;
         }
         break;

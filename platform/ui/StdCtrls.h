@@ -62,7 +62,8 @@ private:
 enum TEditCharCase : uint8_t { ecNormal, ecUpperCase, ecLowerCase };
 KX_ENUM(TEditCharCase, "ecNormal", "ecUpperCase", "ecLowerCase")
 
-/// What one-line and many-line edits have in common. Positions are counted in bytes from 0.
+/// What one-line and many-line edits have in common. Positions and lengths of the selection are bytes of `Text`, from
+/// 0; those inside a character count as its beginning, those outside the text as its nearest end.
 class TCustomEdit : public TWinControl {
     KX_CLASS()
 
@@ -87,11 +88,15 @@ class TCustomEdit : public TWinControl {
     void SetCharCase(TEditCharCase value) { Change(FCharCase, value); }
     bool HideSelection() const { return FHideSelection; }
     void SetHideSelection(bool value) { Change(FHideSelection, value); }
-    int MaxLength() const { return FMaxLength; } ///< Bytes that the user can type; 0: as many as the system allows.
+    /// Characters that the user can type, as UTF-16 counts them: under UTF-8 a text of `MaxLength` characters takes up
+    /// to three times as many bytes. 0: as many as the system allows. What the program sets is not limited.
+    int MaxLength() const { return FMaxLength; }
     void SetMaxLength(int value);
     bool ReadOnly() const { return FReadOnly; }
     void SetReadOnly(bool value);
-    char PasswordChar() const { return FPasswordChar; } ///< Shown for each character; 0: the text shows.
+    /// Shown for each character; 0: the text shows. A byte that is no character of its own in the code page stands for
+    /// the system's usual one.
+    char PasswordChar() const { return FPasswordChar; }
     void SetPasswordChar(char value);
 
     const TNotifyEvent& OnChange() const { return FOnChange; } ///< The text changed, by the user or the program.
@@ -131,6 +136,10 @@ class TEdit : public TCustomEdit {
     explicit TEdit(TComponent* owner = nullptr) : TCustomEdit(owner) {}
 };
 
+namespace detail {
+class TMemoLines;
+}
+
 /// Lines of text.
 class TMemo : public TCustomEdit {
     KX_CLASS()
@@ -138,8 +147,9 @@ class TMemo : public TCustomEdit {
     explicit TMemo(TComponent* owner = nullptr);
     ~TMemo() override;
 
-    TStrings& Lines() { return *FLines; }
-    void SetLines(const TStrings& value) { FLines->Assign(&value); }
+    /// The text as the program sees it, without regard to where words wrap. A change puts the caret behind it.
+    TStrings& Lines();
+    void SetLines(const TStrings& value);
     TScrollStyle ScrollBars() const { return FScrollBars; }
     void SetScrollBars(TScrollStyle value) { Change(FScrollBars, value); }
     bool WordWrap() const { return FWordWrap; }
@@ -149,11 +159,16 @@ class TMemo : public TCustomEdit {
     bool WantTabs() const { return FWantTabs; } ///< Tab is a character, instead of moving the focus.
     void SetWantTabs(bool value) { FWantTabs = value; }
 
+    std::string Text() const override;
+    void SetText(const std::string& value) override;
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
 
+protected:
+    void TextChanged() override;
+
 private:
-    std::unique_ptr<TStrings> FLines;
+    std::unique_ptr<detail::TMemoLines> FLines;
     TScrollStyle FScrollBars = ssNone;
     bool FWordWrap = true;
     bool FWantReturns = true;
@@ -384,7 +399,7 @@ class TComboBox : public TWinControl {
     void SetDropDownCount(int value) { FDropDownCount = value; }
     bool DroppedDown() const;
     void SetDroppedDown(bool value);
-    int MaxLength() const { return FMaxLength; }
+    int MaxLength() const { return FMaxLength; } ///< As of an edit.
     void SetMaxLength(int value);
     bool Sorted() const { return FItems.Sorted(); }
     void SetSorted(bool value) { FItems.SetSorted(value); }

@@ -1,7 +1,61 @@
-#include "ui/Forms.h"
+#include "ui/CodePage.h"
 #include "ui/StdCtrls.h"
 
+#include <algorithm>
+
 namespace kx {
+
+namespace {
+
+/// Positions in an edit's text: bytes for the program, something else for the window. An edit that keeps its text as
+/// UTF-16 counts that, one that keeps bytes counts bytes; which it is shows by its own idea of the text's length.
+class TTextPositions {
+public:
+    TTextPositions(HWND edit, std::string text) : FText(std::move(text)), FWide(ToWide(FText)) {
+        FIsWide = EndIn(edit) == static_cast<LRESULT>(FWide.size());
+    }
+
+    const std::string& Text() const { return FText; }
+
+    /// A position inside a character counts as the one before it.
+    WPARAM ToWindow(int bytes) const {
+        const size_t whole = WholeCharacters(FText, static_cast<size_t>(std::max(bytes, 0)));
+        return FIsWide ? ToWide(FText.substr(0, whole)).size() : whole;
+    }
+
+    int ToBytes(size_t position) const {
+        if (!FIsWide) {
+            return static_cast<int>(std::min(position, FText.size()));
+        }
+        position = std::min(position, FWide.size());
+        if (position > 0 && position < FWide.size() && IS_SURROGATE_PAIR(FWide[position - 1], FWide[position])) {
+            --position;
+        }
+        return static_cast<int>(FromWide(FWide.substr(0, position)).size());
+    }
+
+private:
+    static LRESULT EndIn(HWND edit) {
+        const LRESULT lines = SendMessageA(edit, EM_GETLINECOUNT, 0, 0);
+        const LRESULT last = SendMessageA(edit, EM_LINEINDEX, static_cast<WPARAM>(lines - 1), 0);
+        return last + SendMessageA(edit, EM_LINELENGTH, static_cast<WPARAM>(last), 0);
+    }
+
+    std::string FText;
+    std::wstring FWide;
+    bool FIsWide;
+};
+
+struct TWindowSelection {
+    DWORD Start = 0;
+    DWORD End = 0;
+
+    explicit TWindowSelection(HWND edit) {
+        SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&Start), reinterpret_cast<LPARAM>(&End));
+    }
+};
+
+} // namespace
 
 // --- TCustomEdit
 
@@ -55,7 +109,8 @@ void TCustomEdit::CreateWnd() {
         TWinControl::CreateWnd();
     }
     SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
-    if (FPasswordChar) {
+    // A byte that is no character of the code page would show what it is there to hide: then the system's own does.
+    if (FPasswordChar && (GetACP() != CP_UTF8 || IsAscii({&FPasswordChar, 1}))) {
         SendMessageA(WindowHandle(), EM_SETPASSWORDCHAR, static_cast<uint8_t>(FPasswordChar), 0);
     }
 }
@@ -84,30 +139,34 @@ void TCustomEdit::DoEnter() {
 }
 
 int TCustomEdit::SelStart() {
-    DWORD start = 0;
-    SendMessageA(Handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), 0);
-    return static_cast<int>(start);
+    const HWND window = Handle();
+    return TTextPositions(window, Text()).ToBytes(TWindowSelection(window).Start);
 }
 
-void TCustomEdit::SetSelStart(int value) { SendMessageA(Handle(), EM_SETSEL, static_cast<WPARAM>(value), value); }
-
-int TCustomEdit::SelLength() {
-    DWORD start = 0;
-    DWORD end = 0;
-    SendMessageA(Handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-    return static_cast<int>(end - start);
+void TCustomEdit::SetSelStart(int value) {
+    const HWND window = Handle();
+    const WPARAM position = TTextPositions(window, Text()).ToWindow(value);
+    SendMessageA(window, EM_SETSEL, position, static_cast<LPARAM>(position));
 }
+
+int TCustomEdit::SelLength() { return static_cast<int>(SelText().size()); }
 
 void TCustomEdit::SetSelLength(int value) {
-    const int start = SelStart();
-    SendMessageA(Handle(), EM_SETSEL, static_cast<WPARAM>(start), start + value);
+    const HWND window = Handle();
+    const TTextPositions positions(window, Text());
+    const DWORD start = TWindowSelection(window).Start;
+    const int64_t end = int64_t{positions.ToBytes(start)} + std::max(value, 0);
+    const auto length = static_cast<int64_t>(positions.Text().size());
+    SendMessageA(window, EM_SETSEL, start,
+                 static_cast<LPARAM>(positions.ToWindow(static_cast<int>(std::min(end, length)))));
 }
 
 std::string TCustomEdit::SelText() {
-    const auto start = static_cast<size_t>(SelStart());
-    const auto length = static_cast<size_t>(SelLength());
-    const std::string text = Text();
-    return start < text.size() ? text.substr(start, length) : std::string();
+    const HWND window = Handle();
+    const TTextPositions positions(window, Text());
+    const TWindowSelection selection(window);
+    const auto start = static_cast<size_t>(positions.ToBytes(selection.Start));
+    return positions.Text().substr(start, static_cast<size_t>(positions.ToBytes(selection.End)) - start);
 }
 
 void TCustomEdit::SetSelText(const std::string& value) {
@@ -123,9 +182,9 @@ bool TCustomEdit::Modified() const {
 void TCustomEdit::SetModified(bool value) { SendMessageA(Handle(), EM_SETMODIFY, value, 0); }
 
 void TCustomEdit::SetMaxLength(int value) {
-    FMaxLength = value;
+    FMaxLength = std::max(value, 0);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(value), 0);
+        SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
     }
 }
 
@@ -137,93 +196,5 @@ void TCustomEdit::SetReadOnly(bool value) {
 }
 
 void TCustomEdit::SetPasswordChar(char value) { Change(FPasswordChar, value); }
-
-// --- TMemo
-
-namespace {
-
-/// The text of a memo as lines.
-class TMemoLines : public TStrings {
-public:
-    explicit TMemoLines(TMemo& memo) : FMemo(memo) {}
-
-    int Count() const override { return Load().Count(); }
-    std::string Get(int index) const override { return Load().Get(index); }
-    void Put(int index, const std::string& text) override {
-        Change([&](TStringList& lines) { lines.Put(index, text); });
-    }
-    void Clear() override { FMemo.SetText(""); }
-    void Delete(int index) override {
-        Change([&](TStringList& lines) { lines.Delete(index); });
-    }
-    void Insert(int index, const std::string& text) override {
-        Change([&](TStringList& lines) { lines.Insert(index, text); });
-    }
-    void SetText(std::string_view text) override { FMemo.SetText(std::string(text)); }
-
-private:
-    struct TLines : TStringList {}; // on the stack
-
-    const TStringList& Load() const {
-        FCache.SetText(FMemo.Text());
-        return FCache;
-    }
-    template <class F> void Change(F&& change) {
-        TLines lines;
-        lines.SetText(FMemo.Text());
-        change(lines);
-        FMemo.SetText(lines.Text());
-    }
-
-    TMemo& FMemo;
-    mutable TLines FCache;
-};
-
-} // namespace
-
-const TClass& TMemo::StaticClass() {
-    static const TClassBuilder<TMemo> cls("TMemo", TCustomEdit::StaticClass(), [](auto& c) {
-        using T = TMemo;
-        c.Creatable();
-        c.SubObject("Lines", &T::Lines, &T::SetLines);
-        c.Property("ScrollBars", &T::ScrollBars, &T::SetScrollBars).Default = ssNone;
-        c.Property("WordWrap", &T::WordWrap, &T::SetWordWrap).Default = 1;
-        c.Property("WantReturns", &T::WantReturns, &T::SetWantReturns).Default = 1;
-        c.Property("WantTabs", &T::WantTabs, &T::SetWantTabs).Default = 0;
-    });
-    return cls.Class();
-}
-
-TMemo::TMemo(TComponent* owner) : TCustomEdit(owner), FLines(std::make_unique<TMemoLines>(*this)) {
-    SetBoundsFields(0, 0, 185, 89);
-}
-
-TMemo::~TMemo() = default;
-
-void TMemo::CreateParams(TCreateParams& params) {
-    TCustomEdit::CreateParams(params);
-    params.Style |= ES_MULTILINE | ES_AUTOVSCROLL;
-    if (FWordWrap) {
-        params.Style &= ~static_cast<DWORD>(ES_AUTOHSCROLL);
-    }
-    params.Style |= FWantReturns ? DWORD{ES_WANTRETURN} : 0;
-    params.Style |= FScrollBars == ssHorizontal || FScrollBars == ssBoth ? DWORD{WS_HSCROLL} : 0;
-    params.Style |= FScrollBars == ssVertical || FScrollBars == ssBoth ? DWORD{WS_VSCROLL} : 0;
-}
-
-void TMemo::WndProc(TMessage& message) {
-    TCustomEdit::WndProc(message);
-    if (message.Msg == WM_GETDLGCODE) {
-        // The system's edit asks for every key once it has lines.
-        message.Result &= ~static_cast<LRESULT>(DLGC_WANTTAB | DLGC_WANTALLKEYS);
-        message.Result |= FWantTabs ? DLGC_WANTTAB : 0;
-        const auto* const key = reinterpret_cast<const MSG*>(message.LParam);
-        if (key && key->message == WM_KEYDOWN &&
-            ((key->wParam == VK_RETURN && (FWantReturns || GetKeyState(VK_CONTROL) < 0)) ||
-             (key->wParam == VK_TAB && FWantTabs))) {
-            message.Result |= DLGC_WANTMESSAGE;
-        }
-    }
-}
 
 } // namespace kx

@@ -412,9 +412,9 @@ bool TComboBox::DroppedDown() const {
 void TComboBox::SetDroppedDown(bool value) { SendMessageA(Handle(), CB_SHOWDROPDOWN, value, 0); }
 
 void TComboBox::SetMaxLength(int value) {
-    FMaxLength = value;
+    FMaxLength = std::max(value, 0);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), CB_LIMITTEXT, static_cast<WPARAM>(value), 0);
+        SendMessageA(WindowHandle(), CB_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
     }
 }
 

@@ -1,86 +1,13 @@
 #include "ui/StdCtrls.h"
-#include "support/DialogDriver.h"
 #include "ui/ComCtrls.h"
+#include "ui/ControlFixture.h"
 #include "ui/ExtCtrls.h"
-#include "ui/Forms.h"
 #include "ui/Handles.h"
-
-#include <gtest/gtest.h>
 
 namespace kx {
 namespace {
 
 using namespace test;
-
-template <class T> class TControlTest : public ::testing::Test {
-protected:
-    TControlTest() : Form(NewForm<TForm>(nullptr)), Control(new T(Form.get())) {
-        Form->SetBounds(100, 100, 400, 300);
-        Control->SetBounds(10, 10, 200, 100);
-        Control->SetParent(Form.get());
-    }
-    void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
-    }
-    std::unique_ptr<TForm, TFreeDeleter> Form;
-    T* Control;
-};
-
-class Edit : public TControlTest<TEdit> {};
-
-TEST_F(Edit, SelectionIsReadAndReplaced) {
-    Control->SetText("hello world");
-    Show();
-    Control->SetSelStart(6);
-    Control->SetSelLength(5);
-    EXPECT_EQ(Control->SelText(), "world");
-    Control->SetSelText("there");
-    EXPECT_EQ(Control->Text(), "hello there");
-    Control->SelectAll();
-    EXPECT_EQ(Control->SelLength(), 11);
-}
-
-TEST_F(Edit, OnChangeFiresForTypingAndSetting) {
-    int changes = 0;
-    Control->SetText("first");
-    Control->SetOnChange([&](TObject*) { ++changes; });
-    Show();
-    EXPECT_EQ(changes, 0) << "making the window changes nothing";
-    Control->SetText("second");
-    EXPECT_EQ(changes, 1);
-    Control->SetText("second");
-    EXPECT_EQ(changes, 1);
-}
-
-TEST_F(Edit, ReadOnlyMaxLengthAndPasswordReachTheWindow) {
-    Show();
-    Control->SetMaxLength(3);
-    Control->SetFocus();
-    TypeText("abcd");
-    PressKey(VK_HOME);
-    EXPECT_TRUE(PumpUntil([&] { return Control->Text() == "abc" && Control->SelStart() == 0; }));
-    Control->SetReadOnly(true);
-    EXPECT_NE(GetWindowLongA(Control->Handle(), GWL_STYLE) & ES_READONLY, 0);
-    Control->SetPasswordChar('*');
-    EXPECT_EQ(Control->Text(), "abc");
-    EXPECT_EQ(SendMessageA(Control->Handle(), EM_GETPASSWORDCHAR, 0, 0), '*');
-}
-
-class Memo : public TControlTest<TMemo> {};
-
-TEST_F(Memo, LinesAreTheText) {
-    Control->Lines().Add("one");
-    Control->Lines().Add("two");
-    EXPECT_EQ(Control->Text(), "one\r\ntwo\r\n");
-    Show();
-    Control->Lines().Insert(1, "between");
-    EXPECT_EQ(Control->Lines().CommaText(), "one,between,two");
-    Control->Lines().Delete(0);
-    EXPECT_EQ(TextOf(Control->Handle()), "between\r\ntwo\r\n");
-    Control->Lines().Clear();
-    EXPECT_EQ(Control->Text(), "");
-}
 
 class ListBox : public TControlTest<TListBox> {};
 
@@ -360,78 +287,6 @@ TEST_F(TabControl, TabsReplacedInTheWindowKeepTheChosenOne) {
     EXPECT_EQ(Control->TabIndex(), -1);
     Control->SetTabs(other);
     EXPECT_EQ(Control->TabIndex(), 0);
-}
-
-class ListView : public TControlTest<TListView> {};
-
-TEST_F(ListView, ItemsShowTheirTextsInTheColumns) {
-    Control->SetViewStyle(vsReport);
-    Control->Columns().Add().SetCaption("Name");
-    Control->Columns().Add().SetCaption("Folder");
-    TListItem& first = Control->Items().Add();
-    first.SetCaption("a.txt");
-    Show();
-    first.SubItems().Add("C:\\");
-    first.SubItems().Add("not shown");
-    TListItem& second = Control->Items().Insert(0);
-    second.SetCaption("b.txt");
-    EXPECT_EQ(ItemTexts(Control->Handle()), (std::vector<std::string>{"b.txt", "a.txt"}));
-    EXPECT_EQ(first.Index(), 1);
-    char text[40];
-    LVITEMA item{};
-    item.iSubItem = 1;
-    item.pszText = text;
-    item.cchTextMax = sizeof text;
-    SendMessageA(Control->Handle(), LVM_GETITEMTEXTA, 1, reinterpret_cast<LPARAM>(&item));
-    EXPECT_STREQ(text, "C:\\");
-    second.Delete();
-    EXPECT_EQ(Control->Items().Count(), 1);
-    Control->Items().Clear();
-    EXPECT_EQ(ItemCount(Control->Handle()), 0);
-}
-
-TEST_F(ListView, SelectionFiresAndSurvivesARecreation) {
-    std::vector<std::string> log;
-    for (const char* name : {"a", "b", "c"}) {
-        Control->Items().Add().SetCaption(name);
-    }
-    Control->SetOnSelectItem(
-        [&](TObject*, TListItem* item, bool selected) { log.push_back((selected ? "+" : "-") + item->Caption()); });
-    Show();
-    Control->SetItemIndex(1);
-    ASSERT_TRUE(SelectItem(Control->Handle(), "c"));
-    EXPECT_EQ(log, (std::vector<std::string>{"+b", "-b", "+c"}));
-    EXPECT_EQ(Control->Selected()->Caption(), "c");
-    Control->SetViewStyle(vsList); // makes the window anew
-    EXPECT_EQ(log.size(), 3u);
-    EXPECT_EQ(Control->ItemIndex(), 2);
-    EXPECT_THROW(Control->Items()[3], EListError);
-}
-
-TEST_F(ListView, ADoubleClickComesBehindTheSelection) {
-    Control->SetViewStyle(vsReport);
-    Control->Columns().Add().SetCaption("Name");
-    Control->Items().Add().SetCaption("a");
-    Control->Items().Add().SetCaption("b");
-    std::vector<std::string> log;
-    Control->SetOnSelectItem([&](TObject*, TListItem* item, bool) { log.push_back("select " + item->Caption()); });
-    Control->SetOnDblClick([&](TObject*) { log.push_back("double click " + Control->Selected()->Caption()); });
-    Show();
-    DoubleClickAt(ItemCenter(Control->Handle(), 1));
-    ASSERT_TRUE(PumpUntil([&] { return log.size() == 2; }));
-    EXPECT_EQ(log, (std::vector<std::string>{"select b", "double click b"}));
-}
-
-TEST_F(ListView, MayBeFreedByADoubleClick) {
-    Control->Items().Add().SetCaption("a");
-    bool freed = false;
-    Control->SetOnDblClick([&](TObject*) {
-        Control->Free();
-        freed = true;
-    });
-    Show();
-    DoubleClickAt(ItemCenter(Control->Handle(), 0));
-    EXPECT_TRUE(PumpUntil([&] { return freed; }));
 }
 
 class Image : public TControlTest<TImage> {};
