@@ -5,7 +5,9 @@
 namespace kx {
 
 const TClass& TKxCustomSaveDialog::StaticClass() {
-    static const TClassBuilder<TKxCustomSaveDialog> cls("TKxCustomSaveDialog", TKxCustomOpenDialog::StaticClass());
+    static const TClassBuilder<TKxCustomSaveDialog> cls(
+        "TKxCustomSaveDialog", TKxCustomOpenDialog::StaticClass(),
+        [](auto& c) { c.Method("Execute", &TKxCustomSaveDialog::PublishedExecute); });
     return cls.Class();
 }
 

@@ -11,6 +11,9 @@ class TKxCustomSaveDialog : public TKxCustomOpenDialog {
     using TKxCustomOpenDialog::TKxCustomOpenDialog;
 
     bool Execute() override;
+
+private:
+    void PublishedExecute() { Execute(); } ///< Published methods have no result.
 };
 
 /// The published save dialog.
