@@ -48,8 +48,7 @@ const TClass& TKxOpenDialog::StaticClass() {
 TKxCustomOpenDialog::TKxCustomOpenDialog(TComponent* owner)
     : TOpenDialog(owner), TKxFileDlgCore(static_cast<TOpenDialog&>(*this)), FExtFilter(this),
       FListMessages(TWndMethod(this, &TKxCustomOpenDialog::NewLVProc)),
-      FViewMessages(TWndMethod(this, &TKxCustomOpenDialog::NewDVProc)) {
-    FIsWinXP = HasNewerShellView();
+      FViewMessages(TWndMethod(this, &TKxCustomOpenDialog::NewDVProc)), FIsWinXP(HasNewerShellView()) {
     SetOptionsEx({ofExNoPlacesBar});
     FPlaceOptions.SetDlg(this);
     SHGetDesktopFolder(FShellFolder.put());
@@ -119,7 +118,7 @@ void TKxCustomOpenDialog::DoShow() {
             })) {
         RunSteps<T>(*this,
                     {&T::MeasureDialog, &T::MakeRoomForPlaces, &T::CreatePlacesBar, &T::TakeToolBar, &T::DockForms,
-                     &T::MeasureList, &T::ShowVisibleCtrls, &T::InstallHooks, &T::ShowFirstList, &T::FireShow});
+                     &T::MeasureList, &T::ShowVisibleCtrls, &T::InstallHooks, &T::TakeFirstList, &T::FireShow});
     }
 }
 
@@ -166,8 +165,9 @@ void TKxCustomOpenDialog::FireInheritedClose() { TOpenDialog::DoClose(); }
 void TKxCustomOpenDialog::ForgetList() {
     FListMessages.Uninstall();
     FViewMessages.Uninstall();
-    FLVH = nullptr;
+    LoseList();
     FDVH = nullptr;
+    FWantedStyle.reset();
     FTB = nullptr;
 }
 
@@ -176,7 +176,8 @@ void TKxCustomOpenDialog::ForgetList() {
 void TKxCustomOpenDialog::DoFolderChange() {
     if (Outlives(Existence(), [this] { TOpenDialog::DoFolderChange(); }) && DlgHandle()) {
         using T = TKxCustomOpenDialog;
-        RunSteps<T>(*this, {&T::ShowFolderInPlaces, &T::ShowSelectionAgain, &T::PostRefreshListViewStyles});
+        RunSteps<T>(*this, {&T::ShowFolderInPlaces, &T::ShowSelectionAgain, &T::ListMayBeFilled,
+                            &T::PostRefreshListViewStyles});
     }
 }
 
@@ -185,6 +186,12 @@ void TKxCustomOpenDialog::ShowSelectionAgain() {
     if (FPlaced) {
         RefreshSelCtrl();
     }
+}
+
+/// The shell is about to read the folder again.
+void TKxCustomOpenDialog::DoTypeChange() {
+    FillingBegins();
+    TOpenDialog::DoTypeChange();
 }
 
 void TKxCustomOpenDialog::WMNotify(TMessage& message) {

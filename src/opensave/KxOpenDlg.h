@@ -35,9 +35,10 @@ class TKxCustomOpenDialog : public TOpenDialog, public TKxFileDlgCore, public IK
 
     // --- Parts
 
-    TKxListViewStyles& ListViewStyles() { return *FLVOptions; }
-    /// Deliberate: takes the given object itself, not a copy of it. Null gives the dialog's own one back. Not owned.
-    void SetLVOptions(TKxListViewStyles* value) { FLVOptions = value ? value : &FOwnLVOptions; }
+    TKxListViewStyles& ListViewStyles() { return FLVOptionsLive ? *FLVOptions : FOwnLVOptions; }
+    /// Deliberate: takes the given object itself, not a copy of it. Not owned: null, and the end of the object, give
+    /// the dialog's own one back.
+    void SetLVOptions(TKxListViewStyles* value);
     TKxPlacesBarOptions& PlacesBar() { return FPlaceOptions; }
     TKxFileFilter& ExtFilter() { return FExtFilter; }
     TKxToolBarOptions& ToolBar() { return FTBOptions; }
@@ -62,14 +63,14 @@ class TKxCustomOpenDialog : public TOpenDialog, public TKxFileDlgCore, public IK
     HWND GetLVHandle() const { return Window().GetLVHandle(); } ///< The list inside it.
     /// The view style that the shell shows its files in; lvsIcon while the dialog is not shown.
     TKxListViewStyle FileListViewStyle() const { return GetKxLVStyle(); }
-    /// Has the shell change it, as its View menu does.
+    /// Has the shell change it, as its View menu does; as soon as it has made the list, when it has not yet.
     void SetFileListViewStyle(TKxListViewStyle value) { SetKxLVStyle(value); }
     TKxListViewStyle GetKxLVStyle() const;
     void SetKxLVStyle(TKxListViewStyle value);
     /// The same as one of the four classic styles: thumbnails and tiles are icons.
     TViewStyle SelectionStyle() const { return GetSelStyle(); }
     TViewStyle GetSelStyle() const;
-    void RefreshFileList() override { TKxFileDlgCore::RefreshFileList(); }
+    void RefreshFileList() override;
     /// Applies ListViewStyles to the list now.
     void RefreshListViewStyles();
     /// The same in 50 ms, when the shell has filled the list.
@@ -125,12 +126,11 @@ protected:
         FOnShareEvent(this, result, fileName);
     }
 
-    bool FIsWinXP = false; ///< The shell's view has the commands of system 5.1 and later.
-
     void DoShow() override;
     void DoClose() override;
     bool DoCanClose() override;
     void DoFolderChange() override;
+    void DoTypeChange() override;
 
     void WMNotify(TMessage& message) override;
     TKxMsgVerdict BeforeSystem(TMessage& message) override;
@@ -148,14 +148,12 @@ private:
     // Running and showing
     void MeasureDialog();
     void ShowSelectionAgain();
-    void ShowFirstList();
     bool AllowsSharedFiles();
     void TellOfShareViolation(const std::string& fileName) const;
     void InstallHooks();
     static LRESULT CALLBACK NewKeybHook(int code, WPARAM key, LPARAM flags);
     static LRESULT CALLBACK NewWndHook(int code, WPARAM wParam, LPARAM lParam);
     void MessageHandled(const CWPRETSTRUCT& message);
-    void ViewCreated();
     bool SwallowsKey(WPARAM key) const;
 
     // Steps of the closing
@@ -193,9 +191,17 @@ private:
     void ShowCustomSelectionCtrl(bool show);
 
     // File list
+    const TKxListViewStyles& LVOptions() const { return FLVOptionsLive ? *FLVOptions : FOwnLVOptions; }
     bool RecreateHWnds();
-    bool HasUnfilteredEntries() const;
+    LRESULT EntryCount() const;
+    void TakeFirstList();
+    void ListMayBeFilled();
+    void FillingBegins();
+    void PostListRefilled();
+    bool IsUnfiltered() const { return FRefilledPosted || EntryCount() != FFilteredCount; }
     void ListRefilled();
+    void LoseList();
+    void ApplyWantedStyle();
     void DoRefreshListView(TObject* sender);
 
     // Messages
@@ -205,6 +211,7 @@ private:
     void NewDVProc(TMessage& message);
     bool ViewStyleCommand(TMessage& message);
     void ViewStyleChanging(TMessage& message);
+    bool RefusesRenaming(const TMessage& message) const;
     void DisableMenuItems(HMENU menu) const;
     bool IsMenuAllowed() const;
     int SelectedCount() const;
@@ -230,7 +237,8 @@ private:
     TRect FTBPrevRect;
     bool FTBPrevVisible = false;
     TKxListViewStyles FOwnLVOptions;
-    TKxListViewStyles* FLVOptions = &FOwnLVOptions;
+    TKxListViewStyles* FLVOptions = &FOwnLVOptions; ///< Those in force while they live.
+    TAlive FLVOptionsLive{FOwnLVOptions};
     TSubclass FListMessages;
     TSubclass FViewMessages;
     TKxDlgSelectionType FListType = stStandard;
@@ -242,10 +250,13 @@ private:
     TKxFormRef<TForm> FOKButtonFrm; ///< Holds FOKButton in the place of the OK button.
     TKxBitBtn* FOKButton = nullptr;
     TTimer FTimer;
-    bool FShareAsked = false;         ///< The system has reported a share violation since OK was pressed.
-    std::optional<bool> FShareAnswer; ///< To its question whether such a file may be taken.
-    bool FFiltering = false;          ///< The filter runs: what it does to the list is no refilling.
-    LRESULT FFilteredCount = -1;      ///< Entries that the filter left in the list; -1: it has not run on this one.
+    bool FShareAsked = false;                     ///< The system has reported a share violation since OK was pressed.
+    std::optional<bool> FShareAnswer;             ///< To its question whether such a file may be taken.
+    const bool FIsWinXP;                          ///< The shell's view has the commands of system 5.1 and later.
+    bool FRefilledPosted = false;                 ///< KxListRefilledMessage is under way to the list.
+    bool FFiltering = false;                      ///< The filter runs: what it does to the list is no refilling.
+    LRESULT FFilteredCount = -1;                  ///< Entries that the filter left in the list; -1: it has yet to run.
+    std::optional<TKxListViewStyle> FWantedStyle; ///< Set before there was a list.
 };
 
 /// The published open dialog.

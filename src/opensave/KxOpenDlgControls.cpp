@@ -122,11 +122,6 @@ void SetEnabled(HWND window, bool enabled) {
     }
 }
 
-bool IsShellView(HWND window) {
-    char className[32] = {};
-    return GetClassNameA(window, className, sizeof className) && SameText(className, "SHELLDLL_DefView");
-}
-
 } // namespace
 
 /// The shell view and the list box whose place it takes: one is the list, the other one never shows.
@@ -135,13 +130,14 @@ void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
     const TRect r = CustDlgParams().CustRect(); // a width and a height
     HWND placeholder = Window().Item(KxListPlaceholderId);
     HWND view = Window().Item(KxShellViewId);
-    if (IsShellView(placeholder)) {
+    HWND list = GetLVHandle(); // the view may have other children before it
+    if (KxIsShellView(placeholder)) {
         std::swap(placeholder, view);
     }
     PutAway(placeholder);
     if (show) {
         ShowInSize(view, r.Right, r.Bottom);
-        ShowInSize(GetWindow(view, GW_CHILD), r.Right, r.Bottom);
+        ShowInSize(list, r.Right, r.Bottom);
     } else {
         // Hiding alone leaves it the focus, and keys like Delete would go on reaching files that nobody sees.
         if (IsChild(view, GetFocus())) {

@@ -5,7 +5,7 @@
 #include "ui/Thunk.h"
 
 // The hooks of the running dialog and what they watch over: the shell makes its view and its list anew with every
-// change of folder.
+// change of folder, and fills the list when it has the time.
 
 namespace kx {
 
@@ -29,7 +29,7 @@ LRESULT CALLBACK TKxCustomOpenDialog::NewKeybHook(int code, WPARAM key, LPARAM f
 }
 
 bool TKxCustomOpenDialog::SwallowsKey(WPARAM key) const {
-    if (key != VK_DELETE || FLVOptions->EnableDelete()) {
+    if (key != VK_DELETE || LVOptions().EnableDelete()) {
         return false;
     }
     HWND list = GetLVHandle();
@@ -48,22 +48,11 @@ LRESULT CALLBACK TKxCustomOpenDialog::NewWndHook(int code, WPARAM wParam, LPARAM
     return 0; // Deliberate: the next hook is not called, as one would expect.
 }
 
-/// Called for every message of the thread that a window has answered. Windows asks for the selection once the list of a
-/// folder is complete.
+/// Called for every message of the thread that a window has answered. The shell asks for the selection once the list of
+/// a folder is complete.
 void TKxCustomOpenDialog::MessageHandled(const CWPRETSTRUCT& message) {
-    if (message.message == LVM_GETSELECTEDCOUNT && DlgHandle() && GetParent(GetParent(message.hwnd)) == DlgHandle() &&
-        (RecreateHWnds() || HasUnfilteredEntries())) {
-        ListRefilled();
-    }
-}
-
-/// A window was made inside the dialog. Other systems than Windows fill the list of a new shell view before they tell
-/// of it, and ask for no selection then.
-void TKxCustomOpenDialog::ViewCreated() {
-    if (RecreateHWnds() && FLVH) {
-        if (Outlives(Existence(), [this] { ListRefilled(); })) {
-            ShowFolderInPlaces(); // some ways into a folder bring no notification either
-        }
+    if (message.message == LVM_GETSELECTEDCOUNT && DlgHandle() && GetParent(GetParent(message.hwnd)) == DlgHandle()) {
+        ListMayBeFilled();
     }
 }
 
@@ -80,43 +69,81 @@ bool TKxCustomOpenDialog::RecreateHWnds() {
         return false;
     }
     if (list != FLVH) {
+        LoseList();
         FLVH = list;
         list ? FListMessages.Install(list) : FListMessages.Uninstall();
     }
-    FFilteredCount = -1;
     return true;
 }
 
-bool TKxCustomOpenDialog::HasUnfilteredEntries() const {
-    return FExtFilter.Enabled() && SendMessageA(FLVH, LVM_GETITEMCOUNT, 0, 0) != FFilteredCount;
+void TKxCustomOpenDialog::LoseList() {
+    FLVH = nullptr;
+    FRefilledPosted = false; // what was posted went to the list that has gone
+    FFilteredCount = -1;
+    FExtFilter.Forget();
 }
 
-void TKxCustomOpenDialog::ListRefilled() {
-    if (FFiltering) {
-        return; // what the filter does to the list is no filling
-    }
-    if (FExtFilter.Enabled()) {
-        const TAlive there(Existence());
-        FFiltering = true;
-        Guarded([&] {
-            const std::string folder = GetSelPath(); // the application hears of the question and may free the dialog
-            if (there) {
-                FExtFilter.ProcessViaFilter(FLVH, folder);
-            }
-        });
-        if (!there) {
-            return;
-        }
-        FFiltering = false;
-    }
-    FFilteredCount = SendMessageA(FLVH, LVM_GETITEMCOUNT, 0, 0);
+LRESULT TKxCustomOpenDialog::EntryCount() const { return SendMessageA(FLVH, LVM_GETITEMCOUNT, 0, 0); }
+
+/// The first folder's list, where it is there before the hooks are. Windows makes its view later, and several times.
+void TKxCustomOpenDialog::TakeFirstList() {
+    ListMayBeFilled();
     PostRefreshListViewStyles();
 }
 
-/// The first folder's list, where it is there before the hooks are.
-void TKxCustomOpenDialog::ShowFirstList() {
-    if (RecreateHWnds() && FLVH) {
-        ListRefilled();
+/// For all that may mean a new list or new entries. No system tells of each of them, and of some more than once: the
+/// shell's question for the selection, a view that is made inside the dialog, another folder, the timer.
+void TKxCustomOpenDialog::ListMayBeFilled() {
+    const bool isNew = RecreateHWnds();
+    if (FLVH && (isNew || IsUnfiltered())) {
+        PostListRefilled();
+    }
+}
+
+/// The shell reads the folder again, and the application may have come to other answers.
+void TKxCustomOpenDialog::FillingBegins() {
+    FExtFilter.Forget();
+    FFilteredCount = -1;
+    PostListRefilled();
+}
+
+/// Filters the list as soon as the shell, which may be in the middle of filling it, is done with its message.
+void TKxCustomOpenDialog::PostListRefilled() {
+    if (FLVH && !FFiltering && !FRefilledPosted) {
+        FRefilledPosted = PostMessageA(FLVH, KxListRefilledMessage, 0, 0) != FALSE;
+    }
+}
+
+/// Filters what has come into the list. May free the dialog.
+void TKxCustomOpenDialog::ListRefilled() {
+    FRefilledPosted = false;
+    if (FFiltering || !FLVH) {
+        return;
+    }
+    const TAlive there(Existence());
+    HWND list = FLVH;
+    bool done = true;
+    if (FExtFilter.Enabled()) {
+        const TFieldScope filtering(Existence(), FFiltering, true);
+        Guarded([&] {
+            const std::string folder = GetSelPath(); // the application hears of the question and may free the dialog
+            if (there) {
+                done = FExtFilter.ProcessViaFilter(FLVH, folder, TKxFilterPass::Added);
+            }
+        });
+    }
+    if (!there || !FLVH) {
+        return;
+    }
+    FFilteredCount = done && FLVH == list ? EntryCount() : -1; // -1: the timer tries it again
+    PostRefreshListViewStyles();
+    ApplyWantedStyle();
+}
+
+void TKxCustomOpenDialog::RefreshFileList() {
+    FillingBegins();
+    if (Outlives(Existence(), [this] { TKxFileDlgCore::RefreshFileList(); }) && FRefilledPosted) {
+        ListRefilled(); // the caller finds the list filtered
     }
 }
 
@@ -124,25 +151,30 @@ void TKxCustomOpenDialog::ShowFirstList() {
 
 void TKxCustomOpenDialog::DoRefreshListView(TObject*) {
     FTimer.SetEnabled(false);
-    if (!ShowsFileList() && IsWindowVisible(FDVH)) {
-        // Some ways into a folder bring no notification.
-        if (!Outlives(Existence(), [this] { RefreshSelCtrl(); })) {
-            return;
-        }
-    }
+    ListMayBeFilled();
     if (FLVH) {
         PostMessageA(FLVH, KxRefreshStylesMessage, 0, 0);
+    } else {
+        PostRefreshListViewStyles(); // the shell has yet to make its list
     }
+    if (!ShowsFileList() && IsWindowVisible(FDVH)) {
+        RefreshSelCtrl(); // some ways into a folder bring no notification
+    }
+}
+
+void TKxCustomOpenDialog::SetLVOptions(TKxListViewStyles* value) {
+    FLVOptions = value ? value : &FOwnLVOptions;
+    FLVOptionsLive = TAlive(*FLVOptions);
 }
 
 void TKxCustomOpenDialog::RefreshListViewStyles() {
     const auto exStyle = static_cast<DWORD>(SendMessageA(FLVH, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0));
-    const DWORD newExStyle = FLVOptions->ApplyToExStyle(exStyle);
+    const DWORD newExStyle = LVOptions().ApplyToExStyle(exStyle);
     if (newExStyle != exStyle) {
         SendMessageA(FLVH, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(newExStyle));
     }
     const auto style = static_cast<DWORD>(GetWindowLongPtrA(FLVH, GWL_STYLE));
-    const DWORD newStyle = FLVOptions->ApplyToStyle(style);
+    const DWORD newStyle = LVOptions().ApplyToStyle(style);
     if (newStyle != style) {
         SetWindowLongPtrA(FLVH, GWL_STYLE, static_cast<LONG_PTR>(newStyle));
     }
@@ -168,8 +200,17 @@ TKxListViewStyle TKxCustomOpenDialog::GetKxLVStyle() const {
 }
 
 void TKxCustomOpenDialog::SetKxLVStyle(TKxListViewStyle value) {
-    if (HWND view = GetDVHandle()) {
-        SendMessageA(view, WM_COMMAND, KxViewCommand(value), 0);
+    if (GetLVHandle()) {
+        SendMessageA(GetDVHandle(), WM_COMMAND, KxViewCommand(value), 0);
+    } else if (DlgHandle()) {
+        FWantedStyle = value;
+    }
+}
+
+/// A style that was set before there was a list to show it. The events of the style may free the dialog.
+void TKxCustomOpenDialog::ApplyWantedStyle() {
+    if (FWantedStyle) {
+        SetKxLVStyle(*std::exchange(FWantedStyle, std::nullopt));
     }
 }
 

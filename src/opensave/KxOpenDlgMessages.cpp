@@ -32,7 +32,8 @@ void TKxCustomOpenDialog::AfterSystem(TMessage& message) {
     case WM_PAINT: AlignOkButton(); break;
     case WM_PARENTNOTIFY:
         if (message.WParamLo() == WM_CREATE && message.LParamWindow() == GetDVHandle()) {
-            ViewCreated();
+            ListMayBeFilled();
+            ShowFolderInPlaces(); // some ways into a folder bring no notification
         }
         break;
     case WM_SIZE:
@@ -120,9 +121,21 @@ void TKxCustomOpenDialog::GrowCustomForm(int32_t width, int32_t height) {
 void TKxCustomOpenDialog::NewLVProc(TMessage& message) {
     switch (message.Msg) {
     case KxRefreshStylesMessage: RefreshListViewStyles(); return;
+    case KxListRefilledMessage:
+        if (FRefilledPosted) {
+            ListRefilled();
+        }
+        return;
+    case WM_PAINT:
+        // Whatever came into the list, and however it did: the user sees it when it is filtered.
+        if (IsUnfiltered() && !Outlives(Existence(), [this] { ListRefilled(); })) {
+            return;
+        }
+        break;
     case WM_DESTROY:
         FListMessages.Uninstall();
-        FLVH = nullptr;
+        LoseList();
+        PostRefreshListViewStyles(); // finds the next one
         break;
     case WM_STYLECHANGING:
         if (!FIsWinXP && static_cast<int>(message.WParam) == GWL_STYLE) {
@@ -132,10 +145,18 @@ void TKxCustomOpenDialog::NewLVProc(TMessage& message) {
         break;
     case WM_SETREDRAW:
         if (Outlives(Existence(), [&] { FListMessages.CallPrevious(message); }) && message.WParam) {
-            ListRefilled(); // by another file type, or by F5: lists let themselves be drawn again when they are
-                            // complete
+            PostListRefilled(); // lists let themselves be drawn again when they are complete
         }
         return;
+    case LVM_INSERTITEMA:
+    case LVM_INSERTITEMW: PostListRefilled(); break;
+    case LVM_SETITEMCOUNT: message.WParam ? PostListRefilled() : FillingBegins(); break;
+    case LVM_DELETEALLITEMS: FillingBegins(); break;
+    case WM_KEYDOWN:
+        if (message.WParam == VK_F5) {
+            FillingBegins();
+        }
+        break;
     case WM_STYLECHANGED:
         if (!FIsWinXP) {
             PostRefreshListViewStyles();
@@ -186,6 +207,12 @@ void TKxCustomOpenDialog::NewDVProc(TMessage& message) {
             return;
         }
         break;
+    case WM_NOTIFY:
+        if (RefusesRenaming(message)) {
+            message.Result = TRUE;
+            return;
+        }
+        break;
     case WM_INITMENUPOPUP:
         if (message.LParamLo() == 0 && SelectedCount() > 0) {
             DisableMenuItems(reinterpret_cast<HMENU>(message.WParam));
@@ -212,12 +239,19 @@ bool TKxCustomOpenDialog::ViewStyleCommand(TMessage& message) {
     return true;
 }
 
+/// Without renaming the list has no style for it, but the shell makes lists that have it and can be quicker to begin.
+bool TKxCustomOpenDialog::RefusesRenaming(const TMessage& message) const {
+    const auto& header = message.LParamAs<NMHDR>();
+    const bool begins = header.code == LVN_BEGINLABELEDITA || header.code == LVN_BEGINLABELEDITW;
+    return begins && header.hwndFrom == FLVH && !LVOptions().EnableRename();
+}
+
 int TKxCustomOpenDialog::SelectedCount() const {
     return static_cast<int>(SendMessageA(GetLVHandle(), LVM_GETSELECTEDCOUNT, 0, 0));
 }
 
 bool TKxCustomOpenDialog::IsMenuAllowed() const {
-    return SelectedCount() > 0 ? FLVOptions->PopupOnSelection() : FLVOptions->PopupOnEmpty();
+    return SelectedCount() > 0 ? LVOptions().PopupOnSelection() : LVOptions().PopupOnEmpty();
 }
 
 /// The menu of files ends with delete, rename, a separator and properties. Of the numbers of a command the first two
@@ -230,10 +264,10 @@ void TKxCustomOpenDialog::DisableMenuItems(HMENU menu) const {
             EnableMenuItem(menu, command, MF_BYCOMMAND | MF_GRAYED);
         }
     };
-    if (!FLVOptions->EnableRename()) {
+    if (!LVOptions().EnableRename()) {
         disable(count - 3, {30738, 30995, 80});
     }
-    if (!FLVOptions->EnableDelete()) {
+    if (!LVOptions().EnableDelete()) {
         disable(count - 4, {30737, 30994, 17});
     }
 }

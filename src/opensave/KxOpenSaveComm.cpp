@@ -39,6 +39,11 @@ HWND KxFindToolbar(HWND dialog, int commandId) {
     return bar ? bar : other;
 }
 
+bool KxIsShellView(HWND window) {
+    char className[32] = "";
+    return GetClassNameA(window, className, sizeof className) && SameText(className, "SHELLDLL_DefView");
+}
+
 void MakeFlatButtons(HWND toolBar) {
     SetWindowLongPtrA(toolBar, GWL_STYLE, GetWindowLongPtrA(toolBar, GWL_STYLE) | TBSTYLE_FLAT);
 }

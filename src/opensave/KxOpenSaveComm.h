@@ -11,6 +11,8 @@
 
 #include <array>
 #include <memory>
+#include <string>
+#include <unordered_map>
 
 namespace kx {
 
@@ -66,6 +68,9 @@ inline constexpr WORD KxCmdLastFolder = 40971;
 /// When none has it, the first one that is not the system's places bar; null when there is none.
 HWND KxFindToolbar(HWND dialog, int commandId = KxCmdUpLevel);
 
+/// True for the shell view of a dialog, the window that holds the file list.
+bool KxIsShellView(HWND window);
+
 /// Gives a tool bar flat buttons. There is no way back while its dialog is open.
 void MakeFlatButtons(HWND toolBar);
 
@@ -112,8 +117,9 @@ constexpr TViewStyle KxClassicStyle(TKxListViewStyle style) {
     }
 }
 
-/// Private message of the full dialogs to their file list: it applies its forced styles.
-inline constexpr UINT KxRefreshStylesMessage = 3000;
+// Private messages of the full dialogs to their file list.
+inline constexpr UINT KxRefreshStylesMessage = 3000; ///< It applies its forced styles.
+inline constexpr UINT KxListRefilledMessage = 3001;  ///< The shell has put entries into it, which are to be filtered.
 
 /// Styles that a dialog forces on its file list.
 class TKxListViewStyles : public TPersistent {
@@ -131,7 +137,9 @@ class TKxListViewStyles : public TPersistent {
     void SetRowSelect(bool value) { FRowSelect = value; }
     bool EnableRename() const { return FEnableEdit; } ///< False: item names cannot be edited in place.
     void SetEnableRename(bool value) { FEnableEdit = value; }
-    bool EnableDelete() const { return FEnableDelete; } ///< False: the Delete key does nothing in the file list.
+    /// False: the Delete key does nothing in the file list, and its context menu's entry is gray where the system
+    /// numbers it in one of the known ways.
+    bool EnableDelete() const { return FEnableDelete; }
     void SetEnableDelete(bool value) { FEnableDelete = value; }
     bool PopupOnEmpty() const { return FFolderPopup; } ///< False: no context menu on the list's empty area.
     void SetPopupOnEmpty(bool value) { FFolderPopup = value; }
@@ -149,7 +157,10 @@ class TKxListViewStyles : public TPersistent {
     DWORD ApplyToExStyle(DWORD exStyle) const;
     DWORD ApplyToStyle(DWORD style) const;
 
+    const TLifetime& Lifetime() const { return FLife; } ///< Dialogs may be given an object that they do not own.
+
 private:
+    TLifetime FLife;
     bool FFlatScrollBars = false;
     bool FRowSelect = false;
     bool FHotTrack = false;
@@ -185,6 +196,12 @@ public:
     virtual void RefreshFileList() = 0;
 };
 
+/// Which files a pass of the filter asks about.
+enum class TKxFilterPass : uint8_t {
+    All,  ///< All of them.
+    Added ///< Those that no pass has asked about since the list was filled. The others keep their answers.
+};
+
 /// Takes entries out of a file list after the shell has filled it.
 class TKxFileFilter : public TPersistent {
     KX_CLASS()
@@ -201,9 +218,16 @@ class TKxFileFilter : public TPersistent {
     const TKxFileFilterEvent& OnIncludeFile() const { return FOnFilter; }
     void SetOnIncludeFile(TKxFileFilterEvent value) { FOnFilter = std::move(value); }
 
-    /// Deletes from `listView`, a shell list whose item parameters are item identifier lists, what is to be left out.
-    /// `folder` is the path of the folder that the list shows.
-    void ProcessViaFilter(HWND listView, const std::string& folder);
+    /// Takes out of `listView`, a list of the shell's, what is to be left out. `folder` is the path of the folder that
+    /// the list shows.
+    ///
+    /// False: something has kept the pass from taking out all of it, and it is to be repeated: a name is being typed
+    /// into the list, or the handler had the list change. The handler may free the filter, too.
+    bool ProcessViaFilter(HWND listView, const std::string& folder, TKxFilterPass pass = TKxFilterPass::All);
+
+    /// The list is not, or not for long, what it was: a pass that is under way ends, and the next one asks about every
+    /// file.
+    void Forget();
 
     TPersistent* GetOwner() const override { return FOwner; }
 
@@ -214,7 +238,9 @@ private:
     bool FEnabled = false;
     TKxFileFilterEvent FOnFilter;
     TComponent* FOwner;
-    TLifetime FLife; ///< The handler may free the filter.
+    TLifetime FLife;                                ///< The handler may free the filter.
+    unsigned FPass = 0;                             ///< Number of the pass that counts: the latest one.
+    std::unordered_map<std::string, bool> FAnswers; ///< Of the handler, by the file's name, since the list was filled.
 };
 
 // --- Places bar

@@ -1,53 +1,7 @@
 #include "opensave/KxOpenSaveComm.h"
-
-#include <vector>
+#include "opensave/KxShellList.h"
 
 namespace kx {
-
-namespace {
-
-/// File name of the shell's entry at `index`; empty when it has no path.
-std::string EntryFileName(HWND listView, int index) {
-    LVITEMA item{};
-    item.mask = LVIF_PARAM;
-    item.iItem = index;
-    char path[MAX_PATH] = {};
-    // The entry's identifier list is relative to its folder. Taken as a full one, as here, it yields a path in some
-    // other folder; its last part is the entry's name all the same.
-    if (!SendMessageA(listView, LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) || !item.lParam ||
-        !SHGetPathFromIDListA(reinterpret_cast<LPCITEMIDLIST>(item.lParam), path)) {
-        return {};
-    }
-    return ExtractFileName(path);
-}
-
-/// Items to be deleted, in ascending order. They go at the end, the last one first, since each deletion moves all items
-/// behind it; and the list is drawn again once for all of them.
-class TDeletions {
-public:
-    explicit TDeletions(HWND listView) : FListView(listView) {}
-    TDeletions(const TDeletions&) = delete;
-    TDeletions& operator=(const TDeletions&) = delete;
-    ~TDeletions() {
-        if (FItems.empty()) {
-            return;
-        }
-        SendMessageA(FListView, WM_SETREDRAW, FALSE, 0);
-        for (size_t i = FItems.size(); i-- > 0;) {
-            SendMessageA(FListView, LVM_DELETEITEM, static_cast<WPARAM>(FItems[i]), 0);
-        }
-        SendMessageA(FListView, WM_SETREDRAW, TRUE, 0);
-        InvalidateRect(FListView, nullptr, TRUE);
-    }
-
-    void Add(int index) { FItems.push_back(index); }
-
-private:
-    HWND FListView;
-    std::vector<int> FItems;
-};
-
-} // namespace
 
 const TClass& TKxFileFilter::StaticClass() {
     using T = TKxFileFilter;
@@ -66,32 +20,64 @@ void TKxFileFilter::SetShowFolders(bool value) {
     }
 }
 
+void TKxFileFilter::Forget() {
+    ++FPass;
+    FAnswers.clear();
+}
+
+/// The handler's answer, which may free the filter or end the pass.
 bool TKxFileFilter::Includes(const std::string& fileName) {
-    // An entry without a path has the name "folder\" and so counts as a folder.
-    if (KxDirectoryExists(fileName)) {
-        return FShowFolders;
+    const auto known = FAnswers.find(fileName);
+    if (known != FAnswers.end()) {
+        return known->second;
     }
+    const TAlive alive(FLife);
+    const unsigned pass = FPass;
     bool include = true;
     FOnFilter(this, fileName, include);
+    if (alive && pass == FPass) {
+        FAnswers.emplace(fileName, include);
+    }
     return include;
 }
 
-void TKxFileFilter::ProcessViaFilter(HWND listView, const std::string& folder) {
+bool TKxFileFilter::ProcessViaFilter(HWND listView, const std::string& folder, TKxFilterPass pass) {
+    using TKind = TKxShellList::TEntry::TKind;
     if (!FEnabled) {
-        return;
+        return true;
     }
-    const std::string prefix = ExcludeTrailingPathDelimiter(folder) + '\\';
-    TDeletions deletions(listView); // also when the handler throws
-    // The count is asked for each time: the handler may change it.
-    for (int i = 0; i < SendMessageA(listView, LVM_GETITEMCOUNT, 0, 0); ++i) {
-        bool included = false;
-        if (!Outlives(FLife, [&] { included = Includes(prefix + EntryFileName(listView, i)); })) {
-            return; // the handler has freed the dialog, and with it the list
-        }
-        if (!included) {
-            deletions.Add(i);
-        }
+    if (pass == TKxFilterPass::All) {
+        Forget();
     }
+    const TAlive alive(FLife);
+    const unsigned number = ++FPass;
+    const auto isOver = [&] { return !alive || number != FPass; };
+    const TKxShellList list(listView);
+    if (isOver() || list.IsEdited()) {
+        return false;
+    }
+    const int count = list.Count();
+    std::vector<TKxShellList::TEntry> unwanted;
+    try {
+        for (int i = 0; i < count; ++i) {
+            TKxShellList::TEntry entry = list.At(i, folder);
+            const bool included = entry.Kind == TKind::Unknown || // left alone
+                                  (entry.Kind == TKind::Folder ? FShowFolders : Includes(entry.Path));
+            if (isOver()) {
+                return false;
+            }
+            if (!included) {
+                unwanted.push_back(std::move(entry));
+            }
+        }
+    } catch (...) {
+        if (!isOver()) {
+            list.Remove(unwanted); // what it was asked about before it failed
+        }
+        throw;
+    }
+    // Where the handler let entries come or go, the others may have moved.
+    return list.Count() == count && list.Remove(unwanted);
 }
 
 } // namespace kx

@@ -1,7 +1,5 @@
 #include "OpenDialogTest.h"
 
-#include "ui/System.h"
-
 namespace kx {
 namespace {
 
@@ -138,31 +136,6 @@ TEST_F(OpenDialogList, TenThousandFilesAreFiltered) {
     });
 }
 
-// --- Shells that ask for the selection when the list is complete
-
-TEST_F(OpenDialogList, TheQuestionForTheSelectionHasANewListFiltered) {
-    const TAssumedSystem windows({.Wine = false});
-    auto& dialog = NewDialog<TKxOpenDialog>();
-    dialog.ListViewStyles().SetEnableDelete(false);
-    dialog.ExtFilter().SetEnabled(true);
-    int asked = 0;
-    dialog.SetOnIncludeFile([&](TObject*, const std::string&, bool&) { ++asked; });
-    Look(dialog, [&] {
-        const int first = asked;
-        EXPECT_EQ(first, 3);
-        SendMessageA(ListOf(dialog), LVM_GETSELECTEDCOUNT, 0, 0);
-        EXPECT_EQ(asked, first) << "nothing has changed";
-        LVITEMA item{};
-        char text[] = "late";
-        item.mask = LVIF_TEXT;
-        item.pszText = text;
-        SendMessageA(ListOf(dialog), LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
-        SendMessageA(ListOf(dialog), LVM_GETSELECTEDCOUNT, 0, 0);
-        EXPECT_EQ(asked, 2 * first) << "the list was filled later than it was shown";
-        SendMessageA(ListOf(dialog), LVM_DELETEITEM, 0, 0);
-    });
-}
-
 // --- Styles
 
 TEST_F(OpenDialogList, StylesAreForcedOnEachList) {
@@ -202,7 +175,49 @@ TEST_F(OpenDialogList, AStyleTakenBackStaysOnTheListThatHasIt) {
                        Press(Dialog, IDCANCEL)});
 }
 
+TEST_F(OpenDialogList, StylesOfTheApplicationAreInForceWhileTheyLive) {
+    TKxListViewStyles& own = Dialog.ListViewStyles();
+    auto given = std::make_unique<TKxListViewStyles>();
+    given->SetGridLines(true);
+    given->SetEnableRename(false);
+    Dialog.SetLVOptions(given.get());
+    EXPECT_EQ(&Dialog.ListViewStyles(), given.get()) << "the object itself, no copy of it";
+    constexpr DWORD both = LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT;
+    RunDialog(Dialog,
+              {{"the list has them", [&] { return (ListExStyle() & both) == LVS_EX_GRIDLINES; },
+                [&] {
+                    EXPECT_FALSE(ListStyle() & LVS_EDITLABELS);
+                    given.reset();
+                    EXPECT_EQ(&Dialog.ListViewStyles(), &own);
+                    own.SetRowSelect(true);
+                    OpenFolder(Folder.Path("inner"));
+                }},
+               Await("the next list has the dialog's own",
+                     [&] { return (ListExStyle() & both) == LVS_EX_FULLROWSELECT && ListStyle() & LVS_EDITLABELS; }),
+               Press(Dialog, IDCANCEL)});
+    TKxListViewStyles other;
+    Dialog.SetLVOptions(&other);
+    EXPECT_EQ(&Dialog.ListViewStyles(), &other);
+    Dialog.SetLVOptions(nullptr);
+    EXPECT_EQ(&Dialog.ListViewStyles(), &own);
+}
+
 // --- Renaming and deleting
+
+TEST_F(OpenDialogList, WithoutRenamingEvenAListWithTheStyleRefuses) {
+    Dialog.ListViewStyles().SetEnableRename(false);
+    Look(Dialog, [&] {
+        const auto edits = [&] {
+            SetWindowLongPtrA(List(), GWL_STYLE, static_cast<LONG_PTR>(ListStyle() | LVS_EDITLABELS));
+            FocusList();
+            return SendMessageA(List(), LVM_EDITLABELA, static_cast<WPARAM>(FindItem(List(), "one.txt")), 0) != 0;
+        };
+        EXPECT_FALSE(edits());
+        Dialog.ListViewStyles().SetEnableRename(true);
+        EXPECT_TRUE(edits());
+        SendMessageA(List(), LVM_CANCELEDITLABEL, 0, 0);
+    });
+}
 
 TEST_F(OpenDialogList, WithoutRenamingF2DoesNothing) {
     Dialog.ListViewStyles().SetEnableRename(false);

@@ -48,6 +48,21 @@ TEST_F(OpenDialogShow, TheSaveDialogHasTheLibrarysPlaces) {
     });
 }
 
+TEST_F(OpenDialogShow, TheSaveDialogIsRunByItsPublishedMethod) {
+    EXPECT_EQ(TKxOpenDialog::StaticClass().FindMethod("Execute"), nullptr);
+    const TMethodInfo* const method = TKxSaveDialog::StaticClass().FindMethod("Execute");
+    ASSERT_NE(method, nullptr);
+    auto& dialog = NewDialog<TKxSaveDialog>();
+    const auto execute = TEvent<void()>::FromTarget(method->Bind(dialog));
+    RunDialog(
+        [&] {
+            execute();
+            return true;
+        },
+        {{"the dialog is shown", Shown(dialog), {}}, EnterFileName(dialog, "new.txt")});
+    EXPECT_EQ(dialog.FileName(), Folder.Path("new.txt"));
+}
+
 TEST_F(OpenDialogShow, AVetoedNameIsNotSaved) {
     auto& dialog = NewDialog<TKxSaveDialog>();
     int asked = 0;

@@ -1,5 +1,7 @@
 #include "OpenDialogTest.h"
 
+#include "ui/System.h"
+
 namespace kx {
 namespace {
 
@@ -129,10 +131,12 @@ TEST_F(OpenDialogView, AHandlerMayThrowOrCloseTheDialog) {
 
 // --- Shells before system 5.1, which tell of a style by their list alone
 
-class TOldShellDialog : public TKxOpenDialog {
-public:
-    explicit TOldShellDialog(TComponent* owner) : TKxOpenDialog(owner) { FIsWinXP = false; }
-};
+TSystem SystemOf(unsigned major, unsigned minor) {
+    TSystem system = System();
+    system.Major = major;
+    system.Minor = minor;
+    return system;
+}
 
 class OpenDialogOldShell : public OpenDialogView {
 protected:
@@ -151,7 +155,8 @@ protected:
         SetWindowLongPtrA(list, GWL_STYLE, static_cast<LONG_PTR>((style & ~DWORD{LVS_TYPEMASK}) | view));
     }
 
-    TKxOpenDialog& Old = NewDialog<TOldShellDialog>();
+    const TAssumedSystem Assumed{SystemOf(5, 0)};
+    TKxOpenDialog& Old = NewDialog<TKxOpenDialog>();
 };
 
 TEST_F(OpenDialogOldShell, AChangedListIsAskedAboutAndReported) {
@@ -181,6 +186,63 @@ TEST_F(OpenDialogOldShell, ItsCommandsAreNotAskedAbout) {
     Allowed = false;
     Look(Old, [&] { SendMessageA(Old.GetDVHandle(), WM_COMMAND, KxViewCommand(lvsReport), 0); });
     EXPECT_THAT(Log, ElementsAre("changing to 3")) << "only the change of the list is";
+}
+
+TEST_F(OpenDialogView, ShellsSinceSystem51AreAskedByTheirCommands) {
+    for (const auto& [major, minor] : {std::pair{5u, 1u}, std::pair{5u, 2u}, std::pair{6u, 0u}, std::pair{10u, 0u}}) {
+        const TAssumedSystem assumed(SystemOf(major, minor));
+        auto& dialog = NewDialog<TKxOpenDialog>();
+        int asked = 0;
+        dialog.SetOnSelectionStyleChanging([&](TObject*, TViewStyle, bool& allow) {
+            ++asked;
+            allow = false;
+        });
+        Look(dialog, [&] {
+            dialog.SetFileListViewStyle(lvsReport);
+            EXPECT_EQ(dialog.FileListViewStyle(), lvsList) << major << "." << minor;
+        });
+        EXPECT_EQ(asked, 1) << major << "." << minor;
+    }
+}
+
+// --- Which style it is
+
+TEST_F(OpenDialogView, IconsWithMuchRoomBelowEachOtherAreThumbnails) {
+    Look(Dialog, [&] {
+        Dialog.SetFileListViewStyle(lvsIcon);
+        const int metric = GetSystemMetrics(SM_CXICONSPACING);
+        const auto styleOf = [&](int across, int down) {
+            SendMessageA(List(), LVM_SETICONSPACING, 0, MAKELPARAM(across, down));
+            EXPECT_EQ(SendMessageA(List(), LVM_GETITEMSPACING, FALSE, 0), MAKELONG(across, down));
+            EXPECT_EQ(Dialog.SelectionStyle(), vsIcon);
+            return Dialog.FileListViewStyle();
+        };
+        EXPECT_EQ(styleOf(metric, metric + 1), lvsThumbnail);
+        EXPECT_EQ(styleOf(metric + 100, metric), lvsIcon);
+    });
+}
+
+TEST_F(OpenDialogView, EachViewOfTheListIsAStyle) {
+    Look(Dialog, [&] {
+        DWORD view = 0;
+        TSubclass list(List(), [&](TMessage& message) { // the list of every system knows these, but not each shows them
+            if (message.Msg == LVM_GETVIEW) {
+                message.Result = static_cast<LRESULT>(view);
+            } else {
+                list.CallPrevious(message);
+            }
+        });
+        const auto styleOf = [&](DWORD number) {
+            view = number;
+            return Dialog.FileListViewStyle();
+        };
+        EXPECT_EQ(styleOf(LV_VIEW_TILE), lvsTile);
+        EXPECT_EQ(Dialog.SelectionStyle(), vsIcon);
+        EXPECT_EQ(styleOf(LV_VIEW_DETAILS), lvsReport);
+        EXPECT_EQ(styleOf(LV_VIEW_SMALLICON), lvsSmallIcon);
+        EXPECT_EQ(styleOf(LV_VIEW_LIST), lvsList);
+        EXPECT_EQ(styleOf(LV_VIEW_TILE + 1), lvsIcon) << "a view of the future";
+    });
 }
 
 // --- Context menus
@@ -229,11 +291,11 @@ TEST_F(OpenDialogView, WhatIsEnabledIsNotGray) {
 /// A menu with entries of these command ids, shown to the shell view as one that is about to open.
 class TSampleMenu {
 public:
-    TSampleMenu(HWND view, std::initializer_list<UINT> commands) : FMenu(CreatePopupMenu()) {
+    TSampleMenu(HWND view, std::initializer_list<UINT> commands, WORD index = 0) : FMenu(CreatePopupMenu()) {
         for (const UINT command : commands) {
             AppendMenuA(FMenu.get(), MF_STRING, command, "entry");
         }
-        SendMessageA(view, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(FMenu.get()), 0);
+        SendMessageA(view, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(FMenu.get()), index);
     }
     bool Gray(UINT command) const { return (GetMenuState(FMenu.get(), command, MF_BYCOMMAND) & MF_GRAYED) != 0; }
 
@@ -255,6 +317,8 @@ TEST_F(OpenDialogView, TheEntriesAreKnownByPlaceAndNumber) {
         EXPECT_FALSE(elsewhere.Gray(30737) || elsewhere.Gray(30738));
         const TSampleMenu others(view, {1, 4711, 4712, 2, 3});
         EXPECT_FALSE(others.Gray(4711) || others.Gray(4712));
+        const TSampleMenu inside(view, {1, 30737, 30738, 2, 3}, 1);
+        EXPECT_FALSE(inside.Gray(30737) || inside.Gray(30738)) << "a menu inside the menu";
         LVITEMA none{};
         none.stateMask = LVIS_SELECTED;
         SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
