@@ -44,7 +44,7 @@ void KxCloseDialog(HWND handle, int modalResult) {
     HWND focus = GetFocus();
     SetFocus(button);
     SendMessageA(handle, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
-    if (GetFocus() == button && IsWindowVisible(handle) && !IsWindowVisible(button)) {
+    if (IsWindow(focus) && GetFocus() == button && IsWindowVisible(handle) && !IsWindowVisible(button)) {
         SetFocus(focus); // a hidden button would keep it where nobody sees it
     }
 }

@@ -235,15 +235,14 @@ TEST_F(ColorDialog, AVetoedOkIsNeitherPassedOnNorReported) {
 TEST_F(ColorDialog, MessagesAreReportedOnceTheSystemHasAnswered) {
     auto& dialog = NewDialog();
     LRESULT result = 0;
-    dialog.SetTitle("12345");
     dialog.SetOnEventHook([&](TMessage& m) {
-        if (m.Msg == WM_GETTEXTLENGTH) {
+        if (m.Msg == DM_GETDEFID) {
             result = m.Result;
             m.Result = 99;
         }
     });
-    Look(dialog, [&] { EXPECT_EQ(SendMessageA(dialog.Handle(), WM_GETTEXTLENGTH, 0, 0), 99); });
-    EXPECT_EQ(result, 5);
+    Look(dialog, [&] { EXPECT_EQ(SendMessageA(dialog.Handle(), DM_GETDEFID, 0, 0), 99); });
+    EXPECT_EQ(result, MAKELONG(IDOK, DC_HASDEFID));
 }
 
 TEST_F(ColorDialog, TheWindowHasItsOwnProcedureBackWhenItCloses) {

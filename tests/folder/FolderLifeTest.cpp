@@ -44,16 +44,15 @@ TEST_F(FolderLife, AVetoedOkKeepsTheDialogOpenAndIsNotReported) {
 
 TEST_F(FolderLife, MessagesAreReportedOnceTheSystemHasAnswered) {
     auto& dialog = NewDialog();
-    dialog.SetTitle("12345");
     LRESULT result = 0;
     dialog.SetOnEventHook([&](TMessage& m) {
-        if (m.Msg == WM_GETTEXTLENGTH) {
+        if (m.Msg == DM_GETDEFID) {
             result = m.Result;
             m.Result = 99;
         }
     });
-    Look(dialog, [&] { EXPECT_EQ(SendMessageA(dialog.DialogWindow(), WM_GETTEXTLENGTH, 0, 0), 99); });
-    EXPECT_EQ(result, 5);
+    Look(dialog, [&] { EXPECT_EQ(SendMessageA(dialog.DialogWindow(), DM_GETDEFID, 0, 0), 99); });
+    EXPECT_EQ(result, MAKELONG(IDOK, DC_HASDEFID));
 }
 
 TEST_F(FolderLife, OnCanCloseKeepsTheDialogOpenOrLetsItGo) {

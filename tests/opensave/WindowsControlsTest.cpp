@@ -23,7 +23,7 @@ public:
     using TKxOpenLiteDialog::TKxOpenLiteDialog;
 
     bool Execute() override {
-        PrepareExecution();
+        const TRunning running = PrepareExecution();
         return DoExecute([](OPENFILENAMEA& record) {
             OPENFILENAMEA copy = record;
             copy.lStructSize = OPENFILENAME_SIZE_VERSION_400A;
