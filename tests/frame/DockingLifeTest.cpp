@@ -47,6 +47,61 @@ TEST_F(Docking, AFormCanMoveToAnotherDialogThatRunsInsideTheFirst) {
     EXPECT_EQ(FBottom->ParentWindow(), nullptr);
 }
 
+// --- Order
+
+TEST_F(Docking, FormsAreDockedFromLeftToBottomAndUndockedFromBottomToRight) {
+    std::vector<std::string> order;
+    const auto note = [&](TForm& form, const std::string& name) {
+        form.SetOnShow([&order, name](TObject*) { order.push_back("+" + name); });
+        form.SetOnHide([&order, name](TObject*) { order.push_back("-" + name); });
+    };
+    note(*FLeft, "left");
+    note(*FTop, "top");
+    note(*FRight, "right");
+    note(*FBottom, "bottom");
+    DockByForm(AllSides);
+    RunDialog(FDialog, {Cancel()});
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"+left", "+top", "+right", "+bottom", "-bottom", "-top", "-left", "-right"}));
+}
+
+TEST_F(Docking, TheHandleOfTheLastDockingStaysBehindTheUndocking) {
+    EXPECT_EQ(Params().Handle(), nullptr);
+    HWND window = nullptr;
+    DockByForm(Left);
+    RunDialog(FDialog, {Perform("", [&] { window = Window(); }), Cancel()});
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(Params().Handle(), window);
+}
+
+TEST_F(Docking, ADialogDockedFromInsideTheDockingOfAFormDoesNotTakeTheOthersRoom) {
+    TFrameDialog inner;
+    inner.SetInitialDir(FFolder.Path());
+    inner.CustDlgParams().SetRightForm(FRight.get());
+    bool opened = false;
+    FLeft->SetOnShow([&](TObject*) {
+        if (!std::exchange(opened, true)) {
+            RunDialog(inner, {Press(inner, IDCANCEL)});
+        }
+    });
+    DockByForm(Left | Top);
+    HWND label = nullptr; // a control that docking moves
+    RunDialog(FDialog, {{"forms are painted", AllPainted(),
+                         [&] {
+                             const TDlgFrame frame = KxDlgFrame();
+                             for (const TFrameDialog::TChild& child : FDialog.SystemChildren()) {
+                                 if (GetDlgCtrlID(child.Window) == 1091) {
+                                     label = child.Window;
+                                     EXPECT_EQ(RectIn(Window(), label).Left, child.Rect.Left + RoomAtLeft(120, frame));
+                                     EXPECT_EQ(RectIn(Window(), label).Top, child.Rect.Top + RoomAtTop(50, frame));
+                                 }
+                             }
+                         }},
+                        Cancel()});
+    EXPECT_TRUE(opened);
+    EXPECT_NE(label, nullptr);
+}
+
 // --- Forms and dialogs that go
 
 class FreedWhileDocked : public Docking, public testing::WithParamInterface<unsigned> {};
@@ -97,6 +152,48 @@ TEST_F(Docking, AFormThatFreesItselfWhenShownIsForgotten) {
     bottom->SetOnShow([=](TObject*) { bottom->Free(); });
     RunDialog(FDialog,
               {{"the other form is painted", AllPainted(), [&] { EXPECT_EQ(DockedForms().size(), 1u); }}, Cancel()});
+}
+
+TEST_F(Docking, AFormThatFreesItselfWhenHiddenIsForgottenAndTheOthersAreUndocked) {
+    DockByForm(AllSides);
+    TForm* const bottom = FBottom.release(); // the first one that is undocked
+    bottom->SetOnHide([=](TObject*) { bottom->Free(); });
+    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}}, Cancel()});
+    EXPECT_EQ(Params().BottomForm(), nullptr);
+    for (TForm* const form : DockedForms()) {
+        EXPECT_FALSE(form->Visible());
+        EXPECT_EQ(form->ParentWindow(), nullptr);
+    }
+}
+
+TEST_F(Docking, AFormThatFreesTheDialogWhenHiddenHasTheOthersUndocked) {
+    auto* dialog = new TFrameDialog;
+    dialog->SetInitialDir(FFolder.Path());
+    dialog->CustDlgParams().SetBottomForm(FBottom.get());
+    dialog->CustDlgParams().SetLeftForm(FLeft.get());
+    dialog->CustDlgParams().SetRightForm(FRight.get());
+    FBottom->SetOnHide([&](TObject*) { std::exchange(dialog, nullptr)->Free(); });
+    TFrameDialog* const running = dialog;
+    RunDialog([&] { return running->Execute(); }, {Press(*running, IDCANCEL)});
+    EXPECT_EQ(dialog, nullptr);
+    for (TForm* const form :
+         {static_cast<TForm*>(FBottom.get()), static_cast<TForm*>(FLeft.get()), static_cast<TForm*>(FRight.get())}) {
+        EXPECT_FALSE(form->Visible());
+        EXPECT_EQ(form->ParentWindow(), nullptr);
+    }
+}
+
+TEST_F(Docking, AFormThatIsElsewhereByTheEndOfTheDialogComponentIsLeftAlone) {
+    auto* dialog = new TFrameDialog;
+    dialog->SetInitialDir(FFolder.Path());
+    dialog->CustDlgParams().SetLeftForm(FLeft.get());
+    dialog->SetOnEventHooking([](TObject*, TMessage& m, bool& allow) { allow = m.Msg != WM_DESTROY; });
+    RunDialog(*dialog, {Press(*dialog, IDCANCEL)}); // the form stays in the window to its end
+    FLeft->SetParentWindow(nullptr);
+    FLeft->Show();
+    dialog->Free();
+    EXPECT_TRUE(FLeft->Visible());
+    FLeft->Hide();
 }
 
 TEST_F(Docking, AFormThatWasNamedAndFreedBeforeTheShowingLeavesTheSideEmpty) {

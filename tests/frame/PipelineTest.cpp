@@ -164,6 +164,40 @@ TEST_F(Pipeline, AContextMenuOfOurOwnIsVetoed) {
     });
 }
 
+// --- The notification of the showing
+
+TEST_F(Pipeline, TheInternalNotificationIsTheOneThatOnShowHasInstalled) {
+    std::string order;
+    FDialog->SetCommonDialogInternalShowEvent([&](TObject*) { order += "old "; });
+    FDialog->SetOnShow([&](TObject*) {
+        order += "show ";
+        FDialog->SetCommonDialogInternalShowEvent([&](TObject* sender) {
+            EXPECT_EQ(sender, FDialog.get());
+            order += "new ";
+        });
+    });
+    Inside([] {});
+    EXPECT_EQ(order, "show new ");
+}
+
+TEST_F(Pipeline, AnInternalNotificationThatOnShowHasTakenAwayIsNotSent) {
+    bool sent = false;
+    FDialog->SetCommonDialogInternalShowEvent([&](TObject*) { sent = true; });
+    FDialog->SetOnShow([&](TObject*) { FDialog->SetCommonDialogInternalShowEvent(nullptr); });
+    Inside([] {});
+    EXPECT_FALSE(sent);
+}
+
+TEST_F(Pipeline, AnOnShowThatFailsDoesNotKeepTheInternalNotification) {
+    const TCaughtExceptions caught;
+    bool sent = false;
+    FDialog->SetCommonDialogInternalShowEvent([&](TObject*) { sent = true; });
+    FDialog->SetOnShow([](TObject*) { throw Exception("no"); });
+    Inside([] {});
+    EXPECT_TRUE(sent);
+    EXPECT_EQ(caught.Messages, std::vector<std::string>{"no"});
+}
+
 // --- Exceptions
 
 TEST_F(Pipeline, AHookingHandlerThatAlwaysThrowsStopsCommandsAndNothingElse) {
