@@ -364,5 +364,56 @@ TEST_F(AddPlaceForm, ACheckMarkIsNeverTakenAwayByAnotherPlace) {
     EXPECT_TRUE(Form->chkAutoCap->Checked());
 }
 
+// --- Places that go while the form is shown
+
+TEST_F(AddPlaceForm, IsCancelledWhenThePlaceItShowsGoes) {
+    Form->SetPlace(Places.Add());
+    EXPECT_EQ(ShowModal({Perform("the places go", [&] { Places.Clear(); })}), mrCancel);
+    EXPECT_EQ(Form->Place(), nullptr);
+    EXPECT_EQ(Form->Places(), nullptr);
+    EXPECT_EQ(Places.Count(), 0);
+}
+
+TEST_F(AddPlaceForm, IsCancelledWhenThePlaceItShowsIsReplaced) {
+    TKxPlaces others(nullptr);
+    others.Add()->SetPlaceName("other");
+    Form->SetPlace(Places.Add());
+    EXPECT_EQ(ShowModal({Perform("others come", [&] { Places.Assign(&others); })}), mrCancel);
+    EXPECT_EQ(Places[0].PlaceName(), "other");
+}
+
+TEST_F(AddPlaceForm, IsCancelledWhenItsPlacesGo) {
+    for (const bool isNew : {false, true}) {
+        auto places = std::make_unique<TKxPlaces>(nullptr);
+        Form->SetPlaces(places.get());
+        Form->SetPlace(isNew ? nullptr : places->Add());
+        EXPECT_EQ(ShowModal({Perform("the places go", [&] { places.reset(); })}), mrCancel);
+        EXPECT_EQ(Form->Place(), nullptr);
+        EXPECT_EQ(Form->Places(), nullptr);
+    }
+}
+
+TEST_F(AddPlaceForm, StaysWhenOtherPlacesGo) {
+    TKxPlace& place = *Places.Add();
+    Places.Add();
+    Form->SetPlace(&place);
+    EXPECT_EQ(ShowModal({Perform("the other one goes", [&] { Places.Delete(1); }), PressOk()}), mrOk);
+    EXPECT_EQ(Form->Place(), &place);
+    Form->SetPlace(nullptr);
+    EXPECT_EQ(ShowModal({Perform("all go", [&] { Places.Clear(); }), PressOk()}), mrOk);
+    EXPECT_EQ(Places.Count(), 1) << "a new place can still be made";
+}
+
+TEST_F(AddPlaceForm, MayGoBeforeItsPlacesAndBehindThem) {
+    auto places = std::make_unique<TKxPlaces>(nullptr);
+    auto* const form = NewForm<TKxAddPlaceFrm>(&Application());
+    form->SetPlaces(places.get());
+    Form->SetPlaces(places.get());
+    form->Free();
+    places->Add();
+    places.reset();
+    EXPECT_EQ(Form->Places(), nullptr);
+}
+
 } // namespace
 } // namespace kx
