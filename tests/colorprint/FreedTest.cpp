@@ -1,5 +1,6 @@
 #include "BoxDialogTest.h"
 
+#include "support/DockedDeeds.h"
 #include "support/FreedAtMessages.h"
 
 namespace kx {
@@ -35,6 +36,85 @@ TEST_P(BoxDialogFreed, APrintDialogAtAnyMessage) { FreeAtAnyMessage<TKxPrintDial
 
 INSTANTIATE_TEST_SUITE_P(Hooks, BoxDialogFreed, testing::Bool(),
                          [](const testing::TestParamInfo<bool>& hook) { return hook.param ? "Behind" : "Before"; });
+
+// --- In the midst of what the user does
+
+class BoxFreedDuring : public TBoxDialogTest, public testing::WithParamInterface<TCourse> {
+protected:
+    template <class T> void RunCourse() {
+        const TDockedForm bottom(clMoneyGreen, 80, 50);
+        TFreedAtMessages<T>([&] {
+            auto* dialog = new T(Owner.get());
+            dialog->CustDlgParams().SetBottomForm(bottom.get());
+            return dialog;
+        })
+            .Behind(GetParam().Behind)
+            .During([this](T& dialog) { Do(GetParam().Name, dialog); })
+            .Check([&] {
+                EXPECT_FALSE(bottom->IsDocked());
+                EXPECT_FALSE(bottom->Visible());
+                EXPECT_THAT(TakeExceptions(), testing::IsEmpty());
+            })
+            .Run();
+    }
+
+private:
+    template <class T> static void Do(const std::string& course, T& dialog) {
+        HWND window = dialog.DialogWindow();
+        if (course == "Cancel") {
+            dialog.CloseDialog(mrCancel);
+        } else if (course == "Ok") {
+            dialog.CloseDialog(mrOk);
+        } else if (course == "Close") {
+            SendMessageA(window, WM_CLOSE, 0, 0);
+        } else if (course == "FullOpen") {
+            SendMessageA(GetDlgItem(window, 719), BM_CLICK, 0, 0);
+        } else if (course == "AddAColor") {
+            SendMessageA(GetDlgItem(window, 719), BM_CLICK, 0, 0);
+            SendMessageA(GetDlgItem(window, 712), BM_CLICK, 0, 0);
+        } else if (course == "Copies") {
+            SetDlgItemInt(window, 1154, 3, FALSE);
+        } else {
+            FAIL() << course;
+        }
+    }
+};
+
+class ColorFreedDuring : public BoxFreedDuring {};
+TEST_P(ColorFreedDuring, ItIsGoneWithoutATrace) { RunCourse<TKxColorDialog>(); }
+KX_COURSE(ColorFreedDuring, Cancel);
+KX_COURSE(ColorFreedDuring, Ok);
+KX_COURSE(ColorFreedDuring, Close);
+KX_COURSE(ColorFreedDuring, FullOpen);
+KX_COURSE(ColorFreedDuring, AddAColor);
+
+class PrintFreedDuring : public BoxFreedDuring {};
+TEST_P(PrintFreedDuring, ItIsGoneWithoutATrace) { RunCourse<TKxPrintDialog>(); }
+KX_COURSE(PrintFreedDuring, Cancel);
+KX_COURSE(PrintFreedDuring, Ok);
+KX_COURSE(PrintFreedDuring, Close);
+KX_COURSE(PrintFreedDuring, Copies);
+
+// --- By their docked forms
+
+class BoxDeeds : public TBoxDialogTest, public testing::WithParamInterface<TDeedIn> {};
+
+TEST_P(BoxDeeds, AtTheBottomOfAColorDialog) {
+    TDockedDeeds<TKxColorDialog>(new TKxColorDialog(Owner.get()), [](TKxColorDialog& dialog, TForm* acting, TForm*) {
+        dialog.CustDlgParams().SetBottomForm(acting);
+    }).Run(GetParam());
+}
+
+TEST_P(BoxDeeds, AtTheLeftOfAPrintDialog) {
+    TDockedDeeds<TKxPrintDialog>(new TKxPrintDialog(Owner.get()), [](TKxPrintDialog& dialog, TForm* acting,
+                                                                     TForm* other) {
+        dialog.CustDlgParams().SetLeftForm(acting);
+        dialog.CustDlgParams().SetTopForm(other);
+    }).Run(GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Deeds, BoxDeeds, testing::ValuesIn(AllDeeds()),
+                         [](const testing::TestParamInfo<TDeedIn>& deed) { return deed.param.Name(); });
 
 } // namespace
 } // namespace kx

@@ -1,5 +1,6 @@
 #include "FolderDlgTest.h"
 
+#include "support/DockedDeeds.h"
 #include "support/FreedAtMessages.h"
 
 namespace kx {
@@ -47,6 +48,100 @@ TEST_P(FolderFreed, AtAnyMessageInTheNewStyle) {
 
 INSTANTIATE_TEST_SUITE_P(Hooks, FolderFreed, testing::Bool(),
                          [](const testing::TestParamInfo<bool>& hook) { return hook.param ? "Behind" : "Before"; });
+
+// --- In the midst of what the user, or the application, does
+
+class FolderFreedDuring : public TFolderDlgTest, public testing::WithParamInterface<TCourse> {
+protected:
+    void RunCourse(TKxBrowseForFolderFlagsEx style) {
+        const std::string course = GetParam().Name;
+        const TFormPtr left = MakeForm(clMoneyGreen, 80, 60);
+        const TFormPtr custom = MakeForm(clCream, 80, 60);
+        TFreedAtMessages<TKxFolderDialog>([&] {
+            auto& dialog = NewDialog();
+            dialog.SetOptions({ffStatusText});
+            dialog.SetOptionsEx(style);
+            dialog.CustDlgParams().SetLeftForm(left.get());
+            dialog.CustDlgParams().SetCustomForm(custom.get());
+            dialog.SetSelectionType(course == "StandardSelection" ? stCustom : stStandard);
+            return &dialog;
+        })
+            .Behind(GetParam().Behind)
+            .During([&](TKxFolderDialog& dialog) { Do(course, dialog); })
+            .Check([&] {
+                for (const TFormPtr* form : {&left, &custom}) {
+                    EXPECT_FALSE((*form)->IsDocked());
+                    EXPECT_FALSE((*form)->Visible());
+                }
+                EXPECT_THAT(TakeExceptions(), testing::IsEmpty());
+                EXPECT_EQ(TKxCustomFolderDialog::Running(), nullptr);
+            })
+            .Run();
+    }
+
+private:
+    void Do(const std::string& course, TKxFolderDialog& dialog) const {
+        HWND window = dialog.DialogWindow();
+        if (course == "Cancel") {
+            dialog.CloseDialog(mrCancel);
+        } else if (course == "Ok") {
+            dialog.CloseDialog(mrOk);
+        } else if (course == "Close") {
+            SendMessageA(window, WM_CLOSE, 0, 0);
+        } else if (course == "Select") {
+            dialog.SetSelFolder(Folder.Path("beta"));
+        } else if (course == "Status") {
+            dialog.SetStatusText("another");
+        } else if (course == "EnableOk") {
+            dialog.SetOk(false);
+        } else if (course == "CustomSelection") {
+            dialog.SetSelectionType(stCustom);
+        } else if (course == "StandardSelection") {
+            dialog.SetSelectionType(stStandard);
+        } else if (course == "Grow") {
+            const TRect r = ScreenRectOf(window);
+            SetWindowPos(window, nullptr, 0, 0, Width(r) + 40, Height(r) + 30, SWP_NOMOVE | SWP_NOZORDER);
+        } else {
+            FAIL() << course;
+        }
+    }
+};
+
+TEST_P(FolderFreedDuring, InTheOldStyle) { RunCourse({}); }
+
+TEST_P(FolderFreedDuring, InTheNewStyle) { RunCourse({ffNewDialogStyle}); }
+
+KX_COURSE(FolderFreedDuring, Cancel);
+KX_COURSE(FolderFreedDuring, Ok);
+KX_COURSE(FolderFreedDuring, Close);
+KX_COURSE(FolderFreedDuring, Select);
+KX_COURSE(FolderFreedDuring, Status);
+KX_COURSE(FolderFreedDuring, EnableOk);
+KX_COURSE(FolderFreedDuring, CustomSelection);
+KX_COURSE(FolderFreedDuring, StandardSelection);
+KX_COURSE(FolderFreedDuring, Grow);
+
+// --- By docked forms
+
+class FolderDeeds : public TFolderDlgTest, public testing::WithParamInterface<TDeedIn> {};
+
+TEST_P(FolderDeeds, AtTheSide) {
+    TDockedDeeds<TKxFolderDialog>(&NewDialog(), [](TKxFolderDialog& dialog, TForm* acting, TForm* other) {
+        dialog.CustDlgParams().SetRightForm(acting);
+        dialog.CustDlgParams().SetBottomForm(other);
+    }).Run(GetParam());
+}
+
+TEST_P(FolderDeeds, InThePlaceOfTheTree) {
+    TDockedDeeds<TKxFolderDialog>(&NewDialog(), [](TKxFolderDialog& dialog, TForm* acting, TForm* other) {
+        dialog.SetSelectionType(stCustom);
+        dialog.CustDlgParams().SetCustomForm(acting);
+        dialog.CustDlgParams().SetLeftForm(other);
+    }).Run(GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Deeds, FolderDeeds, testing::ValuesIn(AllDeeds()),
+                         [](const testing::TestParamInfo<TDeedIn>& deed) { return deed.param.Name(); });
 
 } // namespace
 } // namespace kx
