@@ -267,11 +267,20 @@ const std::vector<TCase>& Cases() {
              s.Panel->SetOnMouseMove(
                  [h](TObject* sender, TShiftState, int, int) { h(static_cast<TControl*>(sender)); });
          },
-         [](auto& s) { Send(s.Panel, WM_MOUSEMOVE, 0, MAKELPARAM(100, 100)); }},
+         [](auto& s) {
+             Send(s.Panel, WM_MOUSELEAVE, 0, 0); // the mouse may happen to be there already
+             Send(s.Panel, WM_MOUSEMOVE, 0, MAKELPARAM(100, 100));
+         }},
         {"MouseEnter", [](auto& s, auto& h) { s.Panel->SetOnMouseEnter(Notify(h)); },
-         [](auto& s) { Send(s.Panel, WM_MOUSEMOVE, 0, MAKELPARAM(100, 100)); }},
+         [](auto& s) {
+             Send(s.Panel, WM_MOUSELEAVE, 0, 0); // the mouse may happen to be there already
+             Send(s.Panel, WM_MOUSEMOVE, 0, MAKELPARAM(100, 100));
+         }},
         {"MouseEntersALabel", [](auto& s, auto& h) { s.Upper->SetOnMouseEnter(Notify(h)); },
-         [](auto& s) { Send(s.Panel, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5)); }},
+         [](auto& s) {
+             Send(s.Panel, WM_MOUSELEAVE, 0, 0);
+             Send(s.Panel, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+         }},
         {"MouseLeave", [](auto& s, auto& h) { s.Panel->SetOnMouseLeave(Notify(h)); },
          [](auto& s) { Send(s.Panel, WM_MOUSELEAVE, 0, 0); }},
         {"MouseLeavesALabel", [](auto& s, auto& h) { s.Upper->SetOnMouseLeave(Notify(h)); },
