@@ -27,13 +27,6 @@ unique_com<IShellView> ViewOf(HWND listView) {
     return shellView;
 }
 
-std::string InCodePage(const wchar_t* text) {
-    const int size = WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<size_t>(size > 0 ? size - 1 : 0), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text, -1, result.data(), size, nullptr, nullptr);
-    return result;
-}
-
 /// File name of an entry, its last identifier alone given; empty when it has no path.
 std::string FileNameOf(LPCITEMIDLIST child) {
     wchar_t path[MAX_PATH] = L"";
@@ -42,7 +35,7 @@ std::string FileNameOf(LPCITEMIDLIST child) {
     if (!child || !SHGetPathFromIDListW(child, path)) {
         return {};
     }
-    return ExtractFileName(InCodePage(path));
+    return ExtractFileName(FromWide(path));
 }
 
 } // namespace
@@ -108,7 +101,7 @@ bool TKxShellList::AskShell(TEntry& entry, LPCITEMIDLIST child) const {
         FAILED(StrRetToStrW(&name, child, &text))) {
         return false;
     }
-    entry.Path = InCodePage(text);
+    entry.Path = FromWide(text);
     CoTaskMemFree(text);
     entry.Kind = TEntry::TKind::File;
     return true;
