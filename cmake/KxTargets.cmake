@@ -70,18 +70,22 @@ function(kx_add_manifest target)
     target_sources(${target} PRIVATE "${script}")
 endfunction()
 
-# kx_add_precompiled(): sets of precompiled headers, each made once for all targets that use it. kx_pch: the Windows and
-# the common standard headers. For tests GoogleTest besides: kx_test_pch, and kx_portable_test_pch without Windows.
+# kx_add_precompiled(): sets of precompiled headers, each made once for all targets that use it. They hold what never
+# changes and takes long to read. kx_pch: the Windows and the common standard headers. For tests GoogleTest besides:
+# kx_test_pch, and kx_portable_test_pch without Windows.
 function(kx_add_precompiled)
-    set(standard <algorithm> <functional> <map> <memory> <string> <string_view> <vector>)
+    set(standard <algorithm> <array> <atomic> <functional> <map> <memory> <optional> <string> <string_view>
+        <unordered_map> <vector>)
+    set(windows <ui/Windows.h> <commdlg.h> <shlobj.h>)
+    set(testing <gtest/gtest.h> <gmock/gmock.h>)
     if(WIN32)
-        kx_add_header_set(kx_pch kx_options ${standard} <ui/Windows.h>)
+        kx_add_header_set(kx_pch kx_options ${standard} ${windows})
     endif()
     if(KX_TESTS)
-        kx_add_header_set(kx_portable_test_pch kx_test_options ${standard} <gtest/gtest.h>)
+        kx_add_header_set(kx_portable_test_pch kx_test_options ${standard} ${testing})
     endif()
     if(KX_TESTS AND WIN32)
-        kx_add_header_set(kx_test_pch kx_test_options ${standard} <ui/Windows.h> <gtest/gtest.h>)
+        kx_add_header_set(kx_test_pch kx_test_options ${standard} ${windows} ${testing})
     endif()
 endfunction()
 

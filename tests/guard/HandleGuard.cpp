@@ -30,9 +30,10 @@ bool IsDead(HDC context) {
     switch (GetObjectType(context)) {
     case OBJ_METADC:
     case OBJ_ENHMETADC: return false;
-    // The system may keep a released context, which then has no device.
+    // The system may keep a released context, which then has no device. Of a device's numbers this is one that takes no
+    // time: for its size Wine asks its server.
     case OBJ_DC:
-    case OBJ_MEMDC: return SystemGetDeviceCaps(context, HORZRES) == 0;
+    case OBJ_MEMDC: return SystemGetDeviceCaps(context, PLANES) == 0;
     default: return true;
     }
 }
