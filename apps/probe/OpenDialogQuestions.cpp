@@ -1,5 +1,6 @@
 #include "SystemDialog.h"
 
+#include "frame/KxShellDefs.h"
 #include "ui/Handles.h"
 #include "ui/Subclass.h"
 
@@ -9,8 +10,6 @@ namespace kx::probe {
 
 namespace {
 
-/// Asks the view for its browser; no constant of the headers.
-constexpr UINT GetBrowser = WM_USER + 7;
 /// Not in the headers of every compiler.
 constexpr GUID ShellFolderViewId = {0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x65, 0x08, 0x00, 0x2B, 0x2E, 0x12, 0x62}};
 
@@ -185,7 +184,7 @@ void TOpenQuestions::DeleteItem() {
 }
 
 void TOpenQuestions::RemoveObject() {
-    auto* const browser = reinterpret_cast<IShellBrowser*>(SendMessageA(FDialog.Root(), GetBrowser, 0, 0));
+    IShellBrowser* const browser = KxShellBrowserOf(FDialog.Root());
     IShellView* view = nullptr;
     if (!browser || FAILED(browser->QueryActiveShellView(&view))) {
         FReport.Say(2, "no browser, or none that has a view");

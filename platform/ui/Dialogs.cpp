@@ -146,7 +146,7 @@ const TClass& TCommonDialog::StaticClass() {
     return cls.Class();
 }
 
-TCommonDialog::TCommonDialog(TComponent* owner) : TComponent(owner), FAlive(std::make_shared<char>()) {
+TCommonDialog::TCommonDialog(TComponent* owner) : TComponent(owner) {
     FSubclass.SetHandler([this](TMessage& message) { HandleMessage(message); });
 }
 
@@ -242,7 +242,6 @@ HWND TCommonDialog::OwnerWindow() {
 
 void TCommonDialog::CloseShown() {
     EndLife();
-    FAlive.reset();
     while (const TDialogHold* const hold = HoldOfAnotherThread()) {
         if (Application().IsAwaitedBy(hold->FThreadId)) {
             break; // a handler of the dialog frees it

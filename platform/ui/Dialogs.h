@@ -82,9 +82,6 @@ protected:
     /// destroys them as soon as it is through with the message of theirs that it may be in the middle of.
     void CloseShown();
 
-    /// Expires when the component's life ends.
-    std::weak_ptr<const void> Alive() const { return FAlive; }
-
 private:
     friend class TDialogHold;
 
@@ -98,7 +95,6 @@ private:
 
     HWND FHandle = nullptr;
     TSubclass FSubclass;
-    std::shared_ptr<const void> FAlive;
     std::vector<TDialogHold*> FHolds;
     std::shared_ptr<void> FRunning; ///< Signalled when the TaskModalDialog that shows the dialog is over; else null.
     bool FShown = false;            ///< Between DoShow and DoClose.

@@ -1,5 +1,6 @@
 #include "ui/DialogsOpenRun.h"
 
+#include "ui/FileStreams.h"
 #include "ui/System.h"
 
 #include <algorithm>
@@ -80,15 +81,10 @@ std::string CurrentFolder() {
     return path;
 }
 
-bool IsFolder(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 /// The folder to start in. A share that does not answer takes long to say so: its folders are left to the dialog, which
 /// starts in another one when there is none.
 std::string StartFolder(const std::string& wanted) {
-    return wanted.starts_with("\\\\") || IsFolder(wanted) ? wanted : CurrentFolder();
+    return wanted.starts_with("\\\\") || DirectoryExists(wanted) ? wanted : CurrentFolder();
 }
 
 bool IsFullPath(const std::string& name) {
@@ -225,7 +221,7 @@ bool TOpenDialog::TRun::Mend(DWORD error) {
     std::vector<char>& block = FNames.Last();
     const std::string name(block.begin(), std::find(block.begin(), block.end(), '\0'));
     if (error == FNERR_INVALIDFILENAME && !name.empty()) { // it is a folder, or nothing that a file can be called
-        const std::string folder = IsFolder(name) ? name : ExtractFilePath(name);
+        const std::string folder = DirectoryExists(name) ? name : ExtractFilePath(name);
         FFolder = folder.empty() ? FFolder : folder;
         std::fill(block.begin(), block.end(), '\0');
     } else if (error == FNERR_BUFFERTOOSMALL && block.size() < MostNamesSize) { // the user has to choose once more

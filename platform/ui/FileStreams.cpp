@@ -146,6 +146,11 @@ bool FileExists(const std::string& fileName) {
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
+bool DirectoryExists(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
 void LoadFromFile(TStrings& strings, const std::string& fileName) {
     TFileStream file(fileName, fmOpenRead | fmShareDenyWrite);
     strings.LoadFromStream(file);

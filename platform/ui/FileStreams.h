@@ -55,6 +55,8 @@ private:
 
 /// True when a file, not a folder, of that name exists.
 bool FileExists(const std::string& fileName);
+/// True when a folder of that name exists. A share that does not answer takes long to say so.
+bool DirectoryExists(const std::string& path);
 
 /// All texts of the list, as in its `Text`. @throws EFOpenError, EFCreateError
 void LoadFromFile(TStrings& strings, const std::string& fileName);

@@ -1,6 +1,7 @@
 #include "folder/KxFolderDlg.h"
 
 #include "core/Barrier.h"
+#include "frame/KxRunning.h"
 #include "ui/System.h"
 
 #include <cstring>
@@ -181,36 +182,27 @@ unique_pidl SpecialFolderPidl(TKxSpecShellFolder folder) {
 
 } // namespace
 
-/// One running of a dialog. Runnings nest in a thread; the browser's callback finds the innermost.
+/// One running of a dialog.
 class TKxCustomFolderDialog::TRun {
 public:
-    explicit TRun(TKxCustomFolderDialog& dialog)
-        : FDialog(dialog), FAlive(dialog), FOuter(std::exchange(Innermost, this)) {}
+    explicit TRun(TKxCustomFolderDialog& dialog) : FDialog(dialog), FAlive(dialog), FRunning(dialog) {}
     TRun(const TRun&) = delete;
     TRun& operator=(const TRun&) = delete;
     ~TRun() {
-        if (Dialog()) {
+        if (FAlive) {
             FDialog.EndRun();
         }
-        Innermost = FOuter;
     }
 
-    /// Null when it has been freed meanwhile.
-    TKxCustomFolderDialog* Dialog() const { return FAlive ? &FDialog : nullptr; }
-
-    static thread_local TRun* Innermost;
+    bool IsDialogAlive() const { return static_cast<bool>(FAlive); }
 
 private:
     TKxCustomFolderDialog& FDialog;
     TAlive FAlive;
-    TRun* FOuter;
+    TKxRunning<TKxCustomFolderDialog> FRunning; ///< Where the browser's callback finds the dialog.
 };
 
-thread_local TKxCustomFolderDialog::TRun* TKxCustomFolderDialog::TRun::Innermost = nullptr;
-
-TKxCustomFolderDialog* TKxCustomFolderDialog::Running() {
-    return TRun::Innermost ? TRun::Innermost->Dialog() : nullptr;
-}
+TKxCustomFolderDialog* TKxCustomFolderDialog::Running() { return TKxRunning<TKxCustomFolderDialog>::Dialog(); }
 
 bool TKxCustomFolderDialog::Execute() {
     HWND owner = BrowserOwner();
@@ -252,7 +244,7 @@ bool TKxCustomFolderDialog::Browse(HWND owner) {
     info.lpfn = BrowseCallBack;
     info.lParam = reinterpret_cast<LPARAM>(this);
     unique_pidl result(SHBrowseForFolderA(&info));
-    if (!run.Dialog()) {
+    if (!run.IsDialogAlive()) {
         return false;
     }
     FPidl = std::move(result);

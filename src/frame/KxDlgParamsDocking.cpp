@@ -24,10 +24,6 @@ private:
     TAlive FAlive;
 };
 
-/// A form is referred to. Said without touching the form, which may be going in its own thread: whoever would have to
-/// wait for that thread is spared it.
-bool IsSet(const TKxFormRef<TForm>& form) { return form.operator->() != nullptr; }
-
 /// Out of any parent of ours, into the dialog, shown.
 void Dock(TForm& form, HWND handle, const TKxCustDlgParams& params) {
     KxWhileAlive(
@@ -159,7 +155,7 @@ TDockedExtents TKxCustDlgParams::DockedExtents() const {
 void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
     const int32_t width = message.LParamLo();
     const int32_t height = message.LParamHi();
-    const bool hasForms = IsSet(FBottomForm) || IsSet(FTopForm) || IsSet(FLeftForm) || IsSet(FRightForm);
+    const bool hasForms = FBottomForm.IsSet() || FTopForm.IsSet() || FLeftForm.IsSet() || FRightForm.IsSet();
     if (hasForms && !Outlives(*this, [&] { KxWithForms([&] { ResizeForms(width, height); }); })) {
         return;
     }
@@ -212,7 +208,7 @@ void TKxCustDlgParams::UndockForms(bool (*wanted)(const TForm& form, HWND dialog
 }
 
 void TKxCustDlgParams::HideCustomForm() {
-    if (!IsSet(FCustForm)) {
+    if (!FCustForm.IsSet()) {
         return;
     }
     KxWithForms([this] {

@@ -21,6 +21,9 @@ public:
         }
     }
     explicit operator bool() const { return Get() != nullptr; }
+    /// A form is referred to. Said without touching the form, which may be going in its own thread: whoever would have
+    /// to wait for that thread is spared it.
+    bool IsSet() const { return FForm != nullptr; }
     Form* operator->() const { return FForm; }
 
 protected:

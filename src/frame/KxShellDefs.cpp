@@ -178,6 +178,11 @@ unique_pidl CreatePIDLFromPath(const std::string& path, const char* notThere) {
     return pidl;
 }
 
+IShellBrowser* KxShellBrowserOf(HWND window) {
+    constexpr UINT getShellBrowser = WM_USER + 7; // in no header of the system
+    return reinterpret_cast<IShellBrowser*>(SendMessageA(window, getShellBrowser, 0, 0));
+}
+
 std::string GetPathFromPIDL(LPCITEMIDLIST pidl) {
     char path[MAX_PATH] = "";
     return pidl && SHGetPathFromIDListA(pidl, path) ? path : "";

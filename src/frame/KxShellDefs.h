@@ -98,6 +98,9 @@ unique_pidl CreatePIDLFromPath(const std::string& path,
 /// Parses a path as `folder` names it, with no window to ask the user in; `pidl` is empty unless it answers S_OK.
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl);
 
+/// The browser of a window that holds a shell view; null when it has none. It is lent, without a reference.
+IShellBrowser* KxShellBrowserOf(HWND window);
+
 /// Path of an absolute list; empty when it is no object of the file system.
 std::string GetPathFromPIDL(LPCITEMIDLIST pidl);
 

@@ -1,6 +1,7 @@
 #include "opensave/KxFileDlgWindow.h"
 
 #include "frame/KxWhileAlive.h"
+#include "ui/FileStreams.h"
 #include "ui/System.h"
 
 #include <algorithm>
@@ -90,7 +91,7 @@ unique_pidl TKxFileDlgWindow::GetSelPathPidl() const {
 
 void TKxFileDlgWindow::SetSelPath(const std::string& path) const {
     HWND edit = GetEdit();
-    if (!edit || !KxDirectoryExists(path)) {
+    if (!edit || !DirectoryExists(path)) {
         return;
     }
     HWND focus = GetFocus();

@@ -235,7 +235,7 @@ void TKxCustomOpenDialog::BorrowToolBar() {
 
 /// To the right of the dialog's own tool bar, as far as there is room.
 void TKxCustomOpenDialog::PlaceToolBar() {
-    if (!FBorrowedBar.operator->()) { // asked without waiting for the application's thread
+    if (!FBorrowedBar.IsSet()) { // asked without waiting for the application's thread
         return;
     }
     KxWithForms([this] {

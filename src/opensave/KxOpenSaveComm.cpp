@@ -7,11 +7,6 @@
 
 namespace kx {
 
-bool KxDirectoryExists(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 bool KxIsHeldByOthers(const std::string& fileName) {
     // Not in all headers of the system.
     constexpr DWORD recallOnOpen = 0x40000;

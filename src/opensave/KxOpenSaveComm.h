@@ -174,8 +174,6 @@ private:
     TKxListViewStyle FViewStyle = lvsList;
 };
 
-/// True when `path` names a folder that is there.
-bool KxDirectoryExists(const std::string& path);
 /// True when somebody has the file open and shares it with nobody. Files whose content is stored elsewhere are not
 /// asked about: to open them may fetch it.
 bool KxIsHeldByOthers(const std::string& fileName);

@@ -1,15 +1,13 @@
 #include "opensave/KxShellList.h"
 
 #include "opensave/KxOpenSaveComm.h"
+#include "ui/FileStreams.h"
 
 #include <shlwapi.h>
 
 namespace kx {
 
 namespace {
-
-/// By this message a window that holds a shell view answers with its IShellBrowser, without a reference for the caller.
-constexpr UINT GetShellBrowserMessage = WM_USER + 7;
 
 /// The system's headers know the interface, but not all of them its identifier.
 constexpr GUID ShellFolderViewId{0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x65, 0x08, 0x00, 0x2B, 0x2E, 0x12, 0x62}};
@@ -20,8 +18,7 @@ unique_com<IShellView> ViewOf(HWND listView) {
     if (!KxIsShellView(view)) {
         return shellView;
     }
-    auto* const browser = reinterpret_cast<IShellBrowser*>(SendMessageA(GetParent(view), GetShellBrowserMessage, 0, 0));
-    if (browser) {
+    if (IShellBrowser* const browser = KxShellBrowserOf(GetParent(view))) {
         browser->QueryActiveShellView(shellView.put());
     }
     return shellView;
@@ -78,7 +75,7 @@ TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) cons
     }
     // An entry without a path has the name "folder\" and so counts as a folder.
     entry.Path = ExcludeTrailingPathDelimiter(folder) + '\\' + FileNameOf(child);
-    entry.Kind = KxDirectoryExists(entry.Path) ? TEntry::TKind::Folder : TEntry::TKind::File;
+    entry.Kind = DirectoryExists(entry.Path) ? TEntry::TKind::Folder : TEntry::TKind::File;
     return entry;
 }
 

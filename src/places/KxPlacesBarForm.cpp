@@ -2,6 +2,7 @@
 
 #include "places/KxAddPlaceForm.h"
 #include "places/KxPlacesStrings.h"
+#include "ui/FileStreams.h"
 
 #include <shellapi.h>
 
@@ -17,11 +18,6 @@ constexpr int LookInCombo = 1137; ///< Of the system's file dialogs.
 // Numbers of texts of the shell's library
 constexpr UINT DeleteText = 33553;
 constexpr UINT PropertiesText = 33555;
-
-bool IsFolder(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
 
 } // namespace
 
@@ -93,8 +89,7 @@ namespace {
 /// Asks the dialog's browser itself for a folder: where the "look in" box keeps no texts, or others than the shell's
 /// name for the folder, its entry is not found.
 void BrowseTo(HWND dialog, TKxSpecShellFolder folder) {
-    constexpr UINT getShellBrowser = WM_USER + 7;
-    auto* const browser = reinterpret_cast<IShellBrowser*>(SendMessageA(dialog, getShellBrowser, 0, 0)); // not counted
+    IShellBrowser* const browser = KxShellBrowserOf(dialog);
     unique_pidl pidl;
     SHGetSpecialFolderLocation(dialog, constFolders[folder], pidl.put());
     if (browser && pidl) {
@@ -127,7 +122,7 @@ void TKxPlacesBarFrm::OpenSpecialFolder(int csidl) {
 }
 
 void TKxPlacesBarFrm::OpenPath(const std::string& path) {
-    if (IsFolder(path)) {
+    if (DirectoryExists(path)) {
         FDialog->SetSelPath(path);
         return;
     }
@@ -208,7 +203,7 @@ void Propose(TKxAddPlaceFrm& form, const std::string& name) {
     form.eHint->SetText(ExtractFileName(name));
     form.eIconLib->SetText("Shell32.dll");
     form.btnShowIconsClick(form.btnShowIcons);
-    const bool isFolder = IsFolder(name);
+    const bool isFolder = DirectoryExists(name);
     form.ChooseIcons(isFolder ? 3 : 0, isFolder ? 4 : 0);
 }
 

@@ -4,12 +4,6 @@
 
 namespace kx::test {
 
-namespace {
-
-constexpr UINT GetShellBrowserMessage = WM_USER + 7;
-
-} // namespace
-
 HWND ShellViewOf(HWND dialog) { return FindChild(dialog, "SHELLDLL_DefView"); }
 
 void BrowseTo(HWND dialog, const std::string& folder) {

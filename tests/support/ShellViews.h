@@ -15,6 +15,9 @@
 
 namespace kx::test {
 
+/// A window that holds a shell view answers it with its browser. In no header of the system.
+inline constexpr UINT GetShellBrowserMessage = WM_USER + 7;
+
 /// The shell view of a file dialog; null when it has none.
 HWND ShellViewOf(HWND dialog);
 

@@ -10,8 +10,6 @@ namespace kx::test {
 
 namespace {
 
-constexpr UINT GetShellBrowserMessage = WM_USER + 7;
-
 constexpr GUID ShellFolderViewId{0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x65, 0x08, 0x00, 0x2B, 0x2E, 0x12, 0x62}};
 
 struct TPidlDeleter {

@@ -107,12 +107,18 @@ TEST(ResourceStream, ReadsAndDoesNotWrite) {
     EXPECT_EQ(MessageOf<EResNotFound>([] { TResourceStream(HInstance(), 99, RT_RCDATA); }), "Resource 99 not found");
 }
 
-TEST(Files, ExistWhenTheyAreNoFolders) {
+TEST(Files, AreNoFoldersAndFoldersAreNoFiles) {
     const TTempFolder folder;
-    EXPECT_TRUE(FileExists(folder.AddFile("a.txt")));
-    EXPECT_FALSE(FileExists(folder.AddFolder("b")));
-    EXPECT_FALSE(FileExists(folder.Path("c")));
-    EXPECT_FALSE(FileExists(""));
+    const std::string file = folder.AddFile("a.txt");
+    const std::string inner = folder.AddFolder("b");
+    EXPECT_TRUE(FileExists(file));
+    EXPECT_FALSE(FileExists(inner));
+    EXPECT_FALSE(DirectoryExists(file));
+    EXPECT_TRUE(DirectoryExists(inner));
+    for (const std::string& missing : {folder.Path("c"), std::string()}) {
+        EXPECT_FALSE(FileExists(missing));
+        EXPECT_FALSE(DirectoryExists(missing));
+    }
 }
 
 TEST(Files, HoldTheTextsOfLists) {
