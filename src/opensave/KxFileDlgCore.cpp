@@ -125,7 +125,7 @@ void TKxFileDlgCore::SetOuterSize(int32_t width, int32_t height) {
 void TKxFileDlgCore::PlaceAgain() {
     const std::optional<TPoint> placed = std::exchange(FPlacedAt, std::nullopt);
     const TRect now = KxWindowRect(FDlgHandle);
-    if (placed && *placed != TPoint{now.Left, now.Top} && FParams.Position() != dpDefault && !IsZoomed(FDlgHandle)) {
+    if (placed && *placed != TPoint{now.Left, now.Top} && !IsZoomed(FDlgHandle)) {
         HWND dialog = FDlgHandle; // the application hears of the move
         Place();
         RepaintWhole(dialog);

@@ -66,12 +66,26 @@ TYPED_TEST(DialogOfWindows, IsPlacedOnceMoreWhenTheSystemPutsItWhereItWas) {
     };
     const TPoint left{3, 5};
     EXPECT_EQ(shownAt(WM_SHOWWINDOW), left) << "nothing was asked of the place";
+    dialog.CustDlgParams().PosParams().SetShiftX(10);
+    EXPECT_EQ(shownAt(WM_SHOWWINDOW), (TPoint{13, 5})) << "but to shift it from where the system puts it";
     dialog.CustDlgParams().SetPosition(dpScrCenter);
     dialog.CustDlgParams().PosParams().SetShiftX(11);
     const TPoint centre = shownAt(WM_NULL);
     EXPECT_NE(centre, left);
     EXPECT_EQ(shownAt(WM_SHOWWINDOW), centre);
     EXPECT_EQ(shownAt(WM_PAINT), left) << "once it is painted it goes where it is moved";
+}
+
+TYPED_TEST(DialogOfWindows, IsInItsPlaceBeforeItIsSeen) {
+    TypeParam& dialog = this->New();
+    dialog.CustDlgParams().SetPosition(dpScrCenter);
+    TRect unseen;
+    dialog.SetOnEventHook([&](const TMessage& message) {
+        if (message.Msg == WM_SHOWWINDOW && message.WParam && !IsWindowVisible(dialog.DlgHandle())) {
+            unseen = this->RectOf(dialog);
+        }
+    });
+    this->Look(dialog, [&] { EXPECT_EQ(this->RectOf(dialog), unseen); });
 }
 
 TYPED_TEST(DialogOfWindows, IsPlacedByItsFirstPaintingWhenNothingElseTellsOfItsShowing) {
