@@ -1,6 +1,7 @@
 #include "ColorDialogTest.h"
 
 #include "ui/Menus.h"
+#include "ui/Subclass.h"
 
 namespace kx {
 namespace {
@@ -55,6 +56,39 @@ TEST_F(ColorDialog, AVetoKeepsTheDialogInItsShortForm) {
                         }},
                        ClickItem(dialog, IDCANCEL)});
     EXPECT_THAT(log, ElementsAre("opening"));
+}
+
+/// A dialog of a system that does not open the full part.
+class TShortDialog : public TKxColorDialog {
+public:
+    using TKxColorDialog::TKxColorDialog;
+
+protected:
+    void DoShow() override {
+        FBelow.Install(Handle());
+        TKxColorDialog::DoShow();
+    }
+
+private:
+    TSubclass FBelow{[this](TMessage& m) {
+        if (m.Msg != WM_COMMAND || m.WParamLo() != DefineButton) {
+            FBelow.CallPrevious(m);
+        }
+    }};
+};
+
+TEST_F(ColorDialog, AFullPartThatDoesNotOpenMakesNoRoomForTheForm) {
+    const TDockedForm bottom(clMoneyGreen, 50, 60);
+    TShortDialog dialog(Owner.get());
+    dialog.CustDlgParams().SetBottomForm(bottom.get());
+    int told = 0;
+    dialog.SetOnFullOpen([&](TObject*) { ++told; });
+    Look(dialog, [&] {
+        const TRect before = ScreenRectOf(dialog.Handle());
+        SendMessageA(dialog.Handle(), WM_COMMAND, DefineButton, 0);
+        EXPECT_EQ(ScreenRectOf(dialog.Handle()), before);
+    });
+    EXPECT_EQ(told, 1);
 }
 
 // --- Custom colours

@@ -4,6 +4,7 @@
 #include "support/NameSpaceTree.h"
 #include "ui/System.h"
 
+#include <cstring>
 #include <ole2.h>
 
 // What the browsers of different systems need of the dialog.
@@ -65,8 +66,41 @@ TEST_F(FolderRequest, LeavesTheNewStyleOutInAnApartmentOfManyThreads) {
               UINT{BIF_STATUSTEXT | BIF_NEWDIALOGSTYLE | BIF_EDITBOX});
     ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK) << "the thread has an apartment already";
     EXPECT_EQ(FlagsOf({ffStatusText}, {ffNewDialogStyle, ffEditBox}), UINT{BIF_STATUSTEXT | BIF_EDITBOX});
+    {
+        const TAssumedSystem wine({.Wine = true});
+        EXPECT_EQ(FlagsOf({}, {ffNewDialogStyle}), UINT{BIF_NEWDIALOGSTYLE}) << "its tree needs no OLE";
+    }
     CoUninitialize();
     EXPECT_EQ(FlagsOf({}, {ffNewDialogStyle}), UINT{BIF_NEWDIALOGSTYLE});
+}
+
+// --- What the system answers
+
+unique_pidl Chosen;
+size_t NameLength;
+
+/// Stands in for a browser in which a folder with a name of that length is chosen.
+LPITEMIDLIST WINAPI ChooseFolder(LPBROWSEINFOA info) {
+    std::memset(info->pszDisplayName, 'x', NameLength);
+    info->pszDisplayName[NameLength] = '\0';
+    return Chosen.release();
+}
+
+TEST_F(FolderRequest, ADisplayNameThatMayBeCutOffIsAskedForOnceMore) {
+    const TImportPatch patch("SHBrowseForFolderA", reinterpret_cast<void*>(ChooseFolder));
+    auto& dialog = NewDialog();
+    const auto nameOfLength = [&](size_t length) {
+        NameLength = length;
+        Chosen = CreatePIDLFromPath(Folder.Path("alpha"), "");
+        EXPECT_TRUE(dialog.Execute());
+        EXPECT_EQ(dialog.Folder(), Folder.Path("alpha"));
+        return dialog.DispName();
+    };
+    EXPECT_EQ(nameOfLength(1), "x");
+    EXPECT_EQ(nameOfLength(MAX_PATH - 5), std::string(MAX_PATH - 5, 'x'));
+    EXPECT_EQ(nameOfLength(MAX_PATH - 4), "alpha") << "a character of four bytes more would not have fitted";
+    EXPECT_EQ(nameOfLength(MAX_PATH - 1), "alpha");
+    EXPECT_EQ(nameOfLength(0), "alpha");
 }
 
 TEST_F(FolderRequest, NamesAnOwnerThatKeepsTheBrowserAboveTheForms) {
@@ -161,6 +195,34 @@ TEST_F(FolderSystems, WhatWasSaidOfOneSelectionDoesNotMeetTheNext) {
                                }),
                        Press(dialog, IDOK)});
     EXPECT_EQ(dialog.Folder(), Folder.Path("beta"));
+}
+
+TEST_F(FolderSystems, OnWindowsNothingIsToldTwiceOrWithoutNeed) {
+    const TAssumedSystem windows({.Wine = false});
+    auto& dialog = NewDialog();
+    dialog.SetOptions({ffStatusText});
+    int selections = 0;
+    int refusals = 0;
+    int texts = 0;
+    dialog.SetOnEventHooking([&](TObject*, TMessage& m, bool&) {
+        refusals += m.Msg == BFFM_ENABLEOK && m.LParam == 0 ? 1 : 0; // the browser below has a say of its own
+        texts += m.Msg == BFFM_SETSTATUSTEXTA ? 1 : 0;
+    });
+    RunDialog(dialog, {Perform("there is no status to tell",
+                               [&] {
+                                   EXPECT_EQ(texts, 0);
+                                   dialog.SetOnSelectionChange([&](TObject*) {
+                                       ++selections;
+                                       dialog.SetOk(false);
+                                   });
+                                   SelectTreeItem(TreeOf(dialog), "alpha");
+                               }),
+                       Perform("OK is refused once a selection",
+                               [&] {
+                                   EXPECT_GT(selections, 0);
+                                   EXPECT_EQ(refusals, selections);
+                               }),
+                       Cancel(dialog)});
 }
 
 // --- The first selection

@@ -294,6 +294,8 @@ TEST_F(OverlappingControls, ArePushedDownOnce) {
         const int top = Bottom->Top();
         Overlap(0);
         EXPECT_EQ(Tops(), tops) << "they touch, but do not overlap";
+        Overlap(Height(ScreenRectOf(ItemOf(Dialog, 1120))) + Height(ScreenRectOf(ItemOf(Dialog, 1148))));
+        EXPECT_EQ(Tops(), tops) << "the list begins where the name ends";
         Overlap(1);
         for (int& y : tops) {
             y += 70;

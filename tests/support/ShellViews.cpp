@@ -55,15 +55,19 @@ void TFeignedVirtualList::SetVirtual(bool value) {
     SetWindowLongPtrA(FList, GWL_STYLE, value ? style | LVS_OWNERDATA : style);
 }
 
-void InsertUnseen(HWND list, int index) {
+LRESULT SendPastAll(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
     WNDCLASSA cls{};
     GetClassInfoA(nullptr, WC_LISTVIEWA, &cls);
+    return CallWindowProcA(cls.lpfnWndProc, list, message, wParam, lParam);
+}
+
+void InsertUnseen(HWND list, int index) {
     char text[] = "unseen";
     LVITEMA item{};
     item.mask = LVIF_TEXT;
     item.iItem = index;
     item.pszText = text;
-    CallWindowProcA(cls.lpfnWndProc, list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    SendPastAll(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 } // namespace kx::test

@@ -64,6 +64,8 @@ private:
     TSubclass FMessages;
 };
 
+/// Sends a message to a list view past all who watch its messages.
+LRESULT SendPastAll(HWND list, UINT message, WPARAM wParam, LPARAM lParam);
 /// Puts an item into a list past all who watch the list's messages, as a view does that has an interface to its list.
 void InsertUnseen(HWND list, int index = 0);
 
