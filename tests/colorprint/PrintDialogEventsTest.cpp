@@ -1,6 +1,7 @@
 #include "PrintDialogTest.h"
 
 #include "ui/Menus.h"
+#include "ui/Subclass.h"
 
 #include <stdexcept>
 
@@ -145,6 +146,54 @@ TEST_F(PrintDialog, RefusedPropertiesAreNotShown) {
                {"it has been asked", [&] { return !log.empty(); }, [&] { EXPECT_EQ(SheetOf(dialog), nullptr); }},
                ClickItem(dialog, IDCANCEL)});
     EXPECT_THAT(log, ElementsAre("showing"));
+}
+
+/// A dialog whose system does nothing at a command but to close when it is cancelled.
+class TDeafDialog : public TKxPrintDialog {
+public:
+    using TKxPrintDialog::TKxPrintDialog;
+
+protected:
+    void DoShow() override {
+        FBelow.Install(Handle());
+        TKxPrintDialog::DoShow();
+    }
+
+private:
+    TSubclass FBelow{[this](TMessage& m) {
+        if (m.Msg != WM_COMMAND || m.WParamLo() == IDCANCEL) {
+            FBelow.CallPrevious(m);
+        }
+    }};
+};
+
+TEST_F(PrintDialog, OneNotificationOfEachControlIsToldAndNoOther) {
+    TDeafDialog dialog(Owner.get());
+    std::vector<std::string> log;
+    const auto ask = [&](const char* name) { return [&log, name](TObject*, bool&) { log.emplace_back(name); }; };
+    const auto tell = [&](const char* name) { return [&log, name](TObject*) { log.emplace_back(name); }; };
+    const auto notify = [&](int control, int notification) {
+        SendMessageA(dialog.Handle(), WM_COMMAND, MAKEWPARAM(control, notification),
+                     reinterpret_cast<LPARAM>(ItemOf(dialog, control)));
+    };
+    dialog.SetOnCanClose(ask("closing"));
+    dialog.SetOnPrinterSetupShowing(ask("showing"));
+    dialog.SetOnPrinterSetupShow(tell("shown"));
+    dialog.SetOnPrinterChanging(ask("changing"));
+    dialog.SetOnPrinterChange(tell("changed"));
+    Look(dialog, [&] {
+        dialog.SetOnCopiesChange(tell("copies"));
+        notify(IDOK, BN_SETFOCUS);
+        notify(PropertiesButton, BN_SETFOCUS);
+        notify(PrinterCombo, CBN_DROPDOWN);
+        notify(CopiesEdit, EN_UPDATE);
+        EXPECT_THAT(log, testing::IsEmpty());
+        notify(IDOK, BN_CLICKED);
+        notify(PropertiesButton, BN_CLICKED);
+        notify(PrinterCombo, CBN_SELCHANGE);
+        notify(CopiesEdit, EN_CHANGE);
+    });
+    EXPECT_THAT(log, ElementsAre("closing", "showing", "shown", "changing", "changed", "copies"));
 }
 
 // --- Copies

@@ -1,6 +1,7 @@
 #include "FolderDlgTest.h"
 
 #include "support/Cycles.h"
+#include "support/UnevenFrames.h"
 #include "ui/Menus.h"
 #include "ui/StdCtrls.h"
 
@@ -171,6 +172,7 @@ protected:
 };
 
 TEST_F(FolderCustomForm, StandsInPlaceOfTheTree) {
+    const TUnevenFrames frames;
     auto& dialog = NewDialog();
     const TSystem system = System(dialog);
     TRect client;

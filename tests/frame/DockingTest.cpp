@@ -1,5 +1,7 @@
 #include "DockingFixture.h"
 
+#include "support/UnevenFrames.h"
+
 namespace kx::test {
 namespace {
 
@@ -36,6 +38,7 @@ TEST_P(DockedSides, FormsStandAroundTheDialogWhichGrowsByTheirSizes) {
 }
 
 TEST_P(DockedSides, DialogControlsMakeRoomForTheLeftAndTheTopForm) {
+    const TUnevenFrames frames;
     const unsigned sides = GetParam();
     DockByForm(sides);
     const int32_t dx = (sides & Left) != 0 ? 120 + GetSystemMetrics(SM_CYDLGFRAME) : 0;
@@ -279,6 +282,7 @@ TEST_F(Docking, AFormNamedWhileTheDialogRunsKeepsItsSizeUntilItIsDocked) {
 }
 
 TEST_F(Docking, MoveLeftShiftsChildrenByTheFrameHeightAndLeavesGrandchildren) {
+    const TUnevenFrames frames;
     RunDialog(FDialog, {{"",
                          {},
                          [&] {

@@ -1,5 +1,6 @@
 #include "OpenDialogTest.h"
 
+#include "support/UnevenFrames.h"
 #include "ui/Registry.h"
 
 namespace kx {
@@ -109,6 +110,14 @@ TEST_F(OpenDialogPlaces, TheBarHasItsRoom) {
             ExpectCleanLayout(Dialog);
         });
     }
+}
+
+TEST_F(OpenDialogPlaces, TheRoomForTheBarCountsTheHeightOfTheFrame) {
+    const TUnevenFrames frames;
+    Look(Dialog, [&] {
+        EXPECT_EQ(RectIn(Dialog.DlgHandle(), ItemOf(Dialog, KxFolderComboId)).Left,
+                  6 + 90 + TUnevenFrames::FrameHeight);
+    });
 }
 
 TEST_F(OpenDialogPlaces, WhatTheUserMayDoIsSet) {

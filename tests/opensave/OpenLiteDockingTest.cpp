@@ -1,5 +1,7 @@
 #include "FileDlgTest.h"
 
+#include "support/UnevenFrames.h"
+
 namespace kx {
 namespace {
 
@@ -303,6 +305,7 @@ TEST_F(LiteDocking, ANameWithoutAFormLeavesItsSideEmpty) {
 }
 
 TEST_F(LiteDocking, TheSelectionAreaIsThatOfTheFileList) {
+    const TUnevenFrames frames;
     auto& dialog = NewDialog();
     Dock(dialog, true, true, false, false);
     Look(dialog, [&] {

@@ -206,6 +206,17 @@ TEST_F(LiteNavigation, AMouseClickOnOkIsNotAskedSinceItTakesTheFocus) {
     EXPECT_THAT(Log, IsEmpty());
 }
 
+TEST_F(LiteNavigation, ClosingByTheProgramIsNotAskedSinceItIsLikeAClick) {
+    LogEvents("enter?");
+    EXPECT_TRUE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] {
+                                        Dialog.SetFilenameText("two.txt");
+                                        Log.clear();
+                                        SetFocus(FileNameEditOf(Dialog.DlgHandle()));
+                                        Dialog.CloseDialog(mrOk);
+                                    }}}));
+    EXPECT_THAT(Log, IsEmpty());
+}
+
 // --- Selection
 
 TEST_F(LiteNavigation, SelectedFilesAreReadFromTheDialog) {

@@ -2,6 +2,8 @@
 
 #include "OpenDialogTest.h"
 
+#include "support/ImportPatch.h"
+
 namespace kx {
 namespace {
 
@@ -274,6 +276,10 @@ TEST_F(SharingOnWindows, ADescendantIsAskedWithoutAHandler) {
     EXPECT_THAT(dialog.Violations, ElementsAre(Folder.Path("one.txt")));
 }
 
+DWORD Attributes;
+
+DWORD WINAPI GiveAttributes(LPCSTR) { return Attributes; }
+
 TEST(FilesElsewhere, AreNotOpened) {
     const TTempFolder folder;
     const std::string name = folder.AddFile("stored elsewhere.txt");
@@ -281,10 +287,15 @@ TEST(FilesElsewhere, AreNotOpened) {
     EXPECT_TRUE(KxIsHeldByOthers(name));
     EXPECT_FALSE(KxIsHeldByOthers(folder.Path("missing.txt")));
     EXPECT_FALSE(KxIsHeldByOthers(folder.AddFile("free.txt")));
-    if (SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_OFFLINE) &&
-        (GetFileAttributesA(name.c_str()) & FILE_ATTRIBUTE_OFFLINE) != 0) { // a file system that can say so
-        EXPECT_FALSE(KxIsHeldByOthers(name));
+    const TImportPatch patch("GetFileAttributesA", reinterpret_cast<void*>(GiveAttributes));
+    constexpr DWORD recallOnOpen = 0x40000;
+    constexpr DWORD recallOnDataAccess = 0x400000;
+    for (const DWORD elsewhere : {DWORD{FILE_ATTRIBUTE_OFFLINE}, recallOnOpen, recallOnDataAccess}) {
+        Attributes = FILE_ATTRIBUTE_ARCHIVE | elsewhere;
+        EXPECT_FALSE(KxIsHeldByOthers(name)) << elsewhere;
     }
+    Attributes = FILE_ATTRIBUTE_ARCHIVE;
+    EXPECT_TRUE(KxIsHeldByOthers(name));
 }
 
 } // namespace
