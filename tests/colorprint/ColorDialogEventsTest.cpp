@@ -58,7 +58,7 @@ TEST_F(ColorDialog, AVetoKeepsTheDialogInItsShortForm) {
     EXPECT_THAT(log, ElementsAre("opening"));
 }
 
-/// A dialog of a system that does not open the full part.
+/// A dialog of a system that does not open the full part, and does not close by OK.
 class TShortDialog : public TKxColorDialog {
 public:
     using TKxColorDialog::TKxColorDialog;
@@ -71,7 +71,7 @@ protected:
 
 private:
     TSubclass FBelow{[this](TMessage& m) {
-        if (m.Msg != WM_COMMAND || m.WParamLo() != DefineButton) {
+        if (m.Msg != WM_COMMAND || (m.WParamLo() != DefineButton && m.WParamLo() != IDOK)) {
             FBelow.CallPrevious(m);
         }
     }};
@@ -89,6 +89,18 @@ TEST_F(ColorDialog, AFullPartThatDoesNotOpenMakesNoRoomForTheForm) {
         EXPECT_EQ(ScreenRectOf(dialog.Handle()), before);
     });
     EXPECT_EQ(told, 1);
+}
+
+TEST_F(ColorDialog, OnlyAClickOnOkAsksWhetherItMayClose) {
+    TShortDialog dialog(Owner.get());
+    int asked = 0;
+    dialog.SetOnCanClose([&](TObject*, bool&) { ++asked; });
+    Look(dialog, [&] {
+        SendMessageA(dialog.Handle(), WM_COMMAND, MAKEWPARAM(IDOK, BN_SETFOCUS), 0);
+        EXPECT_EQ(asked, 0);
+        SendMessageA(dialog.Handle(), WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+        EXPECT_EQ(asked, 1);
+    });
 }
 
 // --- Custom colours

@@ -167,6 +167,21 @@ private:
     }};
 };
 
+TEST_F(PrintDialog, ARefusedPrinterLeavesTheOneOfThatVeryName) {
+    auto& dialog = NewDialog();
+    dialog.SetOnPrinterChanging([](TObject*, bool& allow) { allow = false; });
+    Look(dialog, [&] {
+        HWND combo = ItemOf(dialog, PrinterCombo);
+        const std::string shown = ItemText(dialog, PrinterCombo);
+        const std::string longer = shown + " 2"; // of a second one like it
+        SendMessageA(combo, CB_INSERTSTRING, 0, reinterpret_cast<LPARAM>(longer.c_str()));
+        SendMessageA(combo, CB_SETCURSEL, 0, 0);
+        SendMessageA(dialog.Handle(), WM_COMMAND, MAKEWPARAM(PrinterCombo, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(combo));
+        EXPECT_EQ(ItemText(dialog, PrinterCombo), shown);
+    });
+}
+
 TEST_F(PrintDialog, OneNotificationOfEachControlIsToldAndNoOther) {
     TDeafDialog dialog(Owner.get());
     std::vector<std::string> log;

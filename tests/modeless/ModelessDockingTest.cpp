@@ -189,6 +189,32 @@ TEST_F(ModelessDocking, FormsAreDockedAgainInABlockingDialog) {
                  Press(dialog, IDCANCEL)}));
 }
 
+TEST_F(ModelessDocking, AFormThatTheDialogDidNotComeToDockIsAWindowAgainThatNobodySees) {
+    TNoteForm& form = NewNoteForm();
+    auto& dialog = NewDialog();
+    RunDialog(dialog, {{"the dialog is shown, and cannot be once more", Shown(dialog),
+                        [&] {
+                            form.Show();
+                            dialog.CustDlgParams().SetLeftForm(&form);
+                            Show({});
+                            EXPECT_FALSE(form.IsDocked());
+                            EXPECT_FALSE(form.Visible());
+                            dialog.CustDlgParams().SetLeftForm(nullptr);
+                        }},
+                       Press(dialog, IDCANCEL)});
+    EXPECT_THAT(Results, ElementsAre(false));
+}
+
+TEST_F(ModelessDocking, AFormThatHasAnotherPlaceByTheEndKeepsIt) {
+    TNoteForm& form = NewNoteForm();
+    auto& dialog = NewDialog();
+    dialog.CustDlgParams().SetLeftForm(&form);
+    dialog.SetOnClose([&](TObject*) { TThread::Synchronize([&] { form.Show(); }); });
+    ShowAndCancel(dialog);
+    EXPECT_FALSE(form.IsDocked());
+    EXPECT_TRUE(form.Visible());
+}
+
 TEST_F(ModelessDocking, ThePlacesBarIsTheDialogs) {
     auto& dialog = NewDialog<TKxOpenDialog>();
     dialog.PlacesBar().SetNative(false);

@@ -2,6 +2,7 @@
 
 #include "colorprint/KxColorDlg.h"
 #include "folder/KxFolderDlg.h"
+#include "support/ImportPatch.h"
 #include "ui/System.h"
 
 #include <ole2.h>
@@ -40,6 +41,26 @@ TEST_F(ModelessSystem, TheShellsDialogsHaveOleInTheirThreadExceptUnderWine) {
         EXPECT_EQ(ole, wine ? RPC_E_CHANGED_MODE : S_FALSE) << "the thread has its apartment already";
         dialog.Free();
     }
+}
+
+int Foregrounds;
+
+BOOL WINAPI CountForeground(HWND) {
+    ++Foregrounds;
+    return TRUE;
+}
+
+TEST_F(ModelessSystem, ASecondShowTakesTheForegroundUnderWineOnly) {
+    auto& dialog = NewDialog();
+    ShowAndCancel(dialog, [&] {
+        const TImportPatch patch("SetForegroundWindow", reinterpret_cast<void*>(CountForeground));
+        for (const bool wine : {false, true}) {
+            const TAssumedSystem system({.Wine = wine});
+            Foregrounds = 0;
+            Runner->Show();
+            EXPECT_EQ(Foregrounds, wine ? 1 : 0);
+        }
+    });
 }
 
 TEST_F(ModelessSystem, ADialogWithoutFormsDoesNotWaitForABusyApplication) {
