@@ -425,7 +425,7 @@ TKxMsgVerdict TKxCustomFolderDialog::BeforeSystem(TMessage& message) {
 }
 
 void TKxCustomFolderDialog::AfterSystem(TMessage& message) {
-    if (message.Msg == WM_SIZE && FSelType == stCustom) {
+    if (message.Msg == WM_SIZE) {
         FollowTree();
     }
 }

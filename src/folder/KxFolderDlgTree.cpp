@@ -48,7 +48,8 @@ void TKxCustomFolderDialog::MeasureTree(HWND tree) {
     FSelRect = {outer.Left, outer.Top, CheckedAdd(outer.Left, width), CheckedAdd(outer.Top, height)};
 }
 
-/// The new style arranges its controls anew when it is resized: the custom form stays in the tree's place.
+/// The new style arranges its controls anew when it is resized: the custom form, or one that comes later, stays in the
+/// tree's place.
 void TKxCustomFolderDialog::FollowTree() {
     HWND tree = FindTree();
     const TRect before = FSelRect;

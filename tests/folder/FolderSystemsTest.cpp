@@ -117,6 +117,9 @@ TEST_F(FolderRequest, NamesAnOwnerThatKeepsTheBrowserAboveTheForms) {
     Owner->SetFocus();
     ASSERT_TRUE(PumpUntil([&] { return GetActiveWindow() == Owner->Handle(); }));
     EXPECT_EQ(OwnerOf(dialog), Owner->Handle()) << "the one that the user works with";
+    ShowWindow(Application().Handle(), SW_SHOWNA);
+    EXPECT_EQ(OwnerOf(dialog), Application().Handle()) << "a window that is seen keeps the browser in front";
+    ShowWindow(Application().Handle(), SW_HIDE);
     dialog.SetParentForm(mainForm);
     EXPECT_EQ(OwnerOf(dialog), mainForm->Handle());
     mainForm->Free();
@@ -350,6 +353,45 @@ TEST_F(FolderSystems, ACustomFormFollowsTheTreeWhenTheNewStyleIsResized) {
                             EXPECT_EQ(Height(grown), Height(placed) + 50);
                         }},
                        Press(dialog, IDCANCEL)});
+}
+
+TEST_F(FolderSystems, ACustomFormThatComesAfterTheNewStyleWasResizedHasTheTreesPlace) {
+    auto& dialog = NewDialog();
+    dialog.SetOptionsEx({ffNewDialogStyle});
+    Custom->SetBorderStyle(bsNone);
+    dialog.CustDlgParams().SetCustomForm(Custom.get());
+    Look(dialog, [&] {
+        HWND browser = dialog.DialogWindow();
+        const auto grow = [&] {
+            const TRect before = ScreenRectOf(browser);
+            SetWindowPos(browser, nullptr, 0, 0, Width(before) + 40, Height(before) + 30, SWP_NOMOVE | SWP_NOZORDER);
+        };
+        const TRect own = Custom->BoundsRect();
+        grow();
+        EXPECT_EQ(Custom->BoundsRect(), own) << "the tree is shown";
+        dialog.SetSelectionType(stCustom);
+        EXPECT_EQ(RectIn(browser, Custom->Handle()), PlaceOf(browser, TreeOf(dialog), TreeOf(dialog)));
+        Custom->SetParentWindow(nullptr);
+        const TRect elsewhere = Custom->BoundsRect();
+        grow();
+        EXPECT_EQ(Custom->BoundsRect(), elsewhere) << "the application has taken it out";
+    });
+}
+
+TEST_F(FolderSystems, ATreeInFrontOfAllIsNotTheOneWhereThereIsAnotherBehindIt) {
+    auto& dialog = NewDialog();
+    dialog.CustDlgParams().SetCustomForm(Custom.get());
+    Look(dialog, [&] {
+        HWND browser = dialog.DialogWindow();
+        HWND tree = TreeOf(dialog);
+        const unique_hwnd front(CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, browser,
+                                                nullptr, HInstance(), nullptr));
+        SetWindowPos(front.get(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+        ASSERT_EQ(GetWindow(browser, GW_CHILD), front.get());
+        dialog.SetSelectionType(stCustom);
+        EXPECT_TRUE(IsWindowVisible(front.get()));
+        EXPECT_FALSE(IsWindowVisible(tree));
+    });
 }
 
 // --- Long names

@@ -188,6 +188,27 @@ TEST_F(Modeless, AHandlerOfTheEndMayShowAgainLater) {
          Await("it has closed again", [&] { return Results.size() == 3; }), cancel()});
 }
 
+TEST_F(Modeless, TheEndOfAShowingThatWasTerminatedLeavesTheNextOneAlone) {
+    auto& second = NewDialog();
+    auto& first = NewDialog();
+    RunDialog(
+        [&] {
+            Runner->Show();
+            return PumpUntil([&] { return Results.size() == 2; });
+        },
+        {{"the first one is shown", Shown(first),
+          [&] {
+              Runner->Thread()->Terminate();
+              EXPECT_TRUE(Runner->Closed());
+              Runner->SetDialog(&second);
+              Runner->Show();
+          }},
+         {"the second one is, and the first has ended", [&] { return Shown(second)() && Results.size() == 1; },
+          [&] { EXPECT_FALSE(Runner->Closed()); }},
+         Press(second, IDCANCEL)});
+    EXPECT_THAT(Results, ElementsAre(false, false));
+}
+
 TEST_F(Modeless, AHandlerOfTheEndMayFreeTheRunnerOrThrow) {
     auto& dialog = NewDialog();
     Runner->SetOnDialogClosed([&](TObject*, bool) {
