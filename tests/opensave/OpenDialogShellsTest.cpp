@@ -146,7 +146,7 @@ TEST_F(OpenDialogShells, ANewViewIsTakenOverAtOnce) {
 }
 
 TEST_F(OpenDialogShells, WhatWasUnderWayToAListThatHasGoneKeepsTheNextOneFromNothing) {
-    const TFormPtr form = MakeForm(clCream, 50, 50); // no painting tells of the list behind it
+    const TFormPtr form = MakeForm(clCream, 50, 50); // in place of a list that is never painted then
     Other.CustDlgParams().SetCustomForm(form.get());
     Other.SetSelectionType(stCustom);
     RunDialog([&] { return Other.Execute(); }, {{"it is filtered", [&] { return IsFiltered() && HasStyles(); },
@@ -154,6 +154,8 @@ TEST_F(OpenDialogShells, WhatWasUnderWayToAListThatHasGoneKeepsTheNextOneFromNot
                                                      BrowseTo(Other.DlgHandle(), Folder.Path("inner"));
                                                      SendMessageA(ListOf(Other), WM_SETREDRAW, TRUE, 0);
                                                      BrowseTo(Other.DlgHandle(), Folder.Path());
+                                                     ShowWindow(ListOf(Other),
+                                                                SW_HIDE); // until the form is in its place
                                                  }},
                                                 Await("it is filtered again", [&] { return IsFiltered(); }),
                                                 Press(Other, IDCANCEL)});

@@ -47,10 +47,9 @@ std::vector<std::string> TPlacesBarTest::ButtonCaptions() const {
     return captions;
 }
 
-void TPlacesBarTest::DragButton(int from, int to) {
+void TPlacesBarTest::DragButton(int from, const TPoint& end) {
     TKxPlaceButton* const source = &Button(from);
     const TPoint start = Middle(from);
-    const TPoint end = Middle(to);
     PressAt(start);
     MoveMouse({start.X + 10, start.Y + 8});
     ASSERT_TRUE(PumpUntil([&] { return source->Dragging(); }));

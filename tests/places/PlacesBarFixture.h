@@ -30,7 +30,8 @@ protected:
     TPoint Middle(int index) const { return Button(index).ClientToScreen({40, 20}); }
     void MoveAway() const { MoveMouse({5, 5}); }
     /// Drags one button onto another with the mouse. The last move is one within the target.
-    void DragButton(int from, int to);
+    void DragButton(int from, int to) { DragButton(from, Middle(to)); }
+    void DragButton(int from, const TPoint& end);
     /// Opens the menu over a button with the mouse, and chooses the item.
     std::vector<TStep> ChooseFromMenu(int index, const TMenuItem& item);
 

@@ -282,6 +282,22 @@ TEST_F(PlacesBar, AHandlerThatThrowsIsReportedAndTheBarGoesOn) {
 
 // --- Reordering
 
+TEST_F(PlacesBar, ADragOntoAnotherBarMovesNothing) {
+    AddPlaces({"1", "2"});
+    Show();
+    TKxPlacesBarOptions others;
+    others.Places().Add();
+    others.Places().Add();
+    const std::unique_ptr<TKxPlacesBarFrm, TFreeDeleter> other(NewForm<TKxPlacesBarFrm>(nullptr));
+    other->SetParentWindow(Host->Handle());
+    other->SetPlaces(&others.Places());
+    other->SetBounds(Frm->Left() + Frm->Width(), Frm->Top(), Frm->Width(), Frm->Height());
+    other->SetVisible(true);
+    others.Places().UpdatePlacesOn(*other->ToolBar1);
+    DragButton(1, other->ToolBar1->Buttons(0)->ClientToScreen({40, 20}));
+    EXPECT_THAT(CaptionsOf(Options.Places()), ElementsAre("1", "2"));
+}
+
 TEST_F(PlacesBar, DraggingTheFourthOntoTheFirstMakesItTheFirst) {
     AddPlaces({"1", "2", "3", "4"});
     SetPaths(Folder.Path());
