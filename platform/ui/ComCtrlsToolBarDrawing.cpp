@@ -33,7 +33,7 @@ void TToolBar::NonClientSize(TMessage& message) {
 }
 
 void TToolBar::PaintEdges() {
-    if (EdgeSize() == 0 || FEdgeBorders.IsEmpty()) {
+    if (!HandleAllocated() || EdgeSize() == 0 || FEdgeBorders.IsEmpty()) {
         return;
     }
     const UINT inner[] = {0, BDR_RAISEDINNER, BDR_SUNKENINNER};

@@ -64,39 +64,40 @@ private:
     HDC FContext = nullptr; ///< and that context.
 };
 
-/// BeginPaint and EndPaint.
+/// BeginPaint and EndPaint. To begin sends messages of the window's frame and background, and may end the window.
 class TPaintScope {
 public:
     explicit TPaintScope(HWND window) : FWindow(window) { BeginPaint(window, &FPaint); }
     TPaintScope(const TPaintScope&) = delete;
     TPaintScope& operator=(const TPaintScope&) = delete;
     ~TPaintScope() {
-        if (IsWindow(FWindow)) { // a handler may have destroyed it
+        if (Lives()) {
             EndPaint(FWindow, &FPaint);
         }
     }
+    bool Lives() const { return IsWindow(FWindow) != 0; }
     const PAINTSTRUCT& Paint() const { return FPaint; }
 
 private:
     HWND FWindow;
-    PAINTSTRUCT FPaint;
+    PAINTSTRUCT FPaint{};
 };
 
-/// Restores everything that was selected into a context, unless that has gone with `window`, whose it may be.
+/// Restores everything that was selected into a context, unless that has gone meanwhile.
 class TSavedDC {
 public:
-    explicit TSavedDC(HDC dc, HWND window = nullptr) : FDC(dc), FWindow(window), FState(SaveDC(dc)) {}
+    explicit TSavedDC(HDC dc) : TSavedDC(TDrawTarget(dc)) {}
+    explicit TSavedDC(const TDrawTarget& target) : FTarget(target), FState(SaveDC(target.Handle())) {}
     TSavedDC(const TSavedDC&) = delete;
     TSavedDC& operator=(const TSavedDC&) = delete;
     ~TSavedDC() {
-        if (!FWindow || IsWindow(FWindow)) {
-            RestoreDC(FDC, FState);
+        if (FTarget.Lives()) {
+            RestoreDC(FTarget.Handle(), FState);
         }
     }
 
 private:
-    HDC FDC;
-    HWND FWindow;
+    TDrawTarget FTarget;
     int FState;
 };
 
@@ -179,7 +180,11 @@ void TWinControl::PaintHandler(TMessage& message) {
         PaintAll(message.WParamDC());
         return;
     }
+    const TAlive alive(*this);
     const TPaintScope scope(FHandle);
+    if (!alive || !scope.Lives()) {
+        return; // a window that was made instead gets a painting of its own
+    }
     if (NeedsBuffer()) {
         PaintBuffered(scope.Paint().hdc, scope.Paint().rcPaint);
     } else {
@@ -193,7 +198,7 @@ void TWinControl::PaintBuffered(HDC dc, const RECT& area) {
     if (width <= 0 || height <= 0) {
         return;
     }
-    const HWND window = FHandle;
+    const TDrawTarget target(dc);
     const TPaintBuffer::TScope buffer(dc, width, height);
     const HDC memory = buffer.Handle();
     const TSavedDC unchanged(memory);
@@ -204,28 +209,30 @@ void TWinControl::PaintBuffered(HDC dc, const RECT& area) {
         EraseBackground(memory);
         PaintAll(memory);
     }
-    if (IsWindow(window)) { // else a handler destroyed it, and its context with it
+    if (target.Lives()) {
         BitBlt(dc, area.left, area.top, width, height, memory, area.left, area.top, SRCCOPY);
     }
 }
 
 void TWinControl::PaintAll(HDC dc) {
-    const bool goesOn = Outlives(*this, [&] {
-        const TSavedDC saved(dc, FHandle);
+    const TDrawTarget target(dc);
+    const bool outlived = Outlives(*this, [&] {
+        const TSavedDC saved(target);
         PaintWindow(dc);
     });
-    if (goesOn) {
+    if (outlived && target.Lives()) {
         PaintControls(dc);
     }
 }
 
 void TWinControl::PaintControls(HDC dc) {
     const TAlive alive(*this);
-    for (size_t i = 0; alive && i < FControls.size(); ++i) {
+    const TDrawTarget target(dc);
+    for (size_t i = 0; alive && target.Lives() && i < FControls.size(); ++i) {
         auto* const control = dynamic_cast<TGraphicControl*>(FControls[i]);
         const RECT bounds = ToRECT(FControls[i]->BoundsRect());
         if (control && control->Visible() && RectVisible(dc, &bounds)) {
-            const TSavedDC saved(dc, FHandle);
+            const TSavedDC saved(target);
             POINT origin;
             GetWindowOrgEx(dc, &origin);
             SetWindowOrgEx(dc, origin.x - bounds.left, origin.y - bounds.top, nullptr);

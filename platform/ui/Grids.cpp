@@ -11,16 +11,20 @@ namespace {
 /// Nothing is drawn outside a rectangle until the end of the scope.
 class TClipScope {
 public:
-    TClipScope(HDC dc, const TRect& rect)
-        : FDC(dc), FOld(CreateRectRgn(0, 0, 0, 0)), FHadClip(GetClipRgn(dc, FOld.get()) == 1) {
-        IntersectClipRect(dc, rect.Left, rect.Top, rect.Right, rect.Bottom);
+    TClipScope(const TDrawTarget& target, const TRect& rect)
+        : FTarget(target), FOld(CreateRectRgn(0, 0, 0, 0)), FHadClip(GetClipRgn(target.Handle(), FOld.get()) == 1) {
+        IntersectClipRect(target.Handle(), rect.Left, rect.Top, rect.Right, rect.Bottom);
     }
     TClipScope(const TClipScope&) = delete;
     TClipScope& operator=(const TClipScope&) = delete;
-    ~TClipScope() { SelectClipRgn(FDC, FHadClip ? FOld.get() : nullptr); }
+    ~TClipScope() {
+        if (FTarget.Lives()) {
+            SelectClipRgn(FTarget.Handle(), FHadClip ? FOld.get() : nullptr);
+        }
+    }
 
 private:
-    HDC FDC;
+    TDrawTarget FTarget;
     unique_hrgn FOld;
     bool FHadClip;
 };
@@ -239,7 +243,7 @@ TGridDrawState TDrawGrid::StateOf(int col, int row) const {
 
 void TDrawGrid::Paint() {
     const TRect client = ClientRect();
-    const HDC dc = Canvas().Handle();
+    const TDrawTarget target(Canvas().Handle());
     int64_t right = FColumns.Start(FColumns.Fixed, FLineWidth);
     int64_t bottom = FRows.Start(FRows.Fixed, FLineWidth);
     const auto next = [](const TAxis& axis, int cell) { return cell + 1 == axis.Fixed ? axis.First : cell + 1; };
@@ -257,7 +261,8 @@ void TDrawGrid::Paint() {
             }
             right = cell.Right + FLineWidth;
             const RECT whole{cell.Left, cell.Top, cell.Right + FLineWidth, cell.Bottom + FLineWidth};
-            if (RectVisible(dc, &whole) && !Outlives(*this, [&] { PaintCell(col, row, cell); })) {
+            if (RectVisible(target.Handle(), &whole) &&
+                (!Outlives(*this, [&] { PaintCell(col, row, cell); }) || !target.Lives())) {
                 return;
             }
         }
@@ -288,11 +293,12 @@ void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {
         canvas.Font().SetColor(clHighlightText);
     }
     canvas.FillRect(rect); // the program may leave parts of it alone
+    const TDrawTarget target(canvas.Handle());
     const auto draw = [&] {
-        const TClipScope clip(canvas.Handle(), rect);
+        const TClipScope clip(target, rect);
         DrawCell(col, row, rect, state);
     };
-    if (!Outlives(*this, draw)) {
+    if (!Outlives(*this, draw) || !target.Lives()) {
         return;
     }
     if (FDefaultDrawing && fixed) {

@@ -112,12 +112,29 @@ public:
     explicit TWindowDC(HWND window) : FWindow(window), FHandle(GetDC(window)) {}
     TWindowDC(const TWindowDC&) = delete;
     TWindowDC& operator=(const TWindowDC&) = delete;
-    ~TWindowDC() { ReleaseDC(FWindow, FHandle); }
+    ~TWindowDC() {
+        if (!FWindow || IsWindow(FWindow)) { // a window takes its contexts along
+            ReleaseDC(FWindow, FHandle);
+        }
+    }
     HDC Handle() const { return FHandle; }
 
 private:
     HWND FWindow;
     HDC FHandle;
+};
+
+/// A context that foreign code runs on, or beside. One of a window goes with the window; not so one in memory.
+class TDrawTarget {
+public:
+    explicit TDrawTarget(HDC dc) : FDC(dc), FWindow(WindowFromDC(dc)) {}
+    HDC Handle() const { return FDC; }
+    /// It can still be used.
+    bool Lives() const { return !FWindow || IsWindow(FWindow); }
+
+private:
+    HDC FDC;
+    HWND FWindow; ///< Null in memory.
 };
 
 /// An object selected into a context for the length of a scope.

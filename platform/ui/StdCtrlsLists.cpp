@@ -312,8 +312,11 @@ void TComboBox::WndProc(TMessage& message) {
     case WM_CTLCOLORLISTBOX: // of its own parts
         message.Result = reinterpret_cast<LRESULT>(ControlColor(message.WParamDC()));
         return;
-    default: TWinControl::WndProc(message);
+    case WM_DESTROY: // while an item is drawn
+        FCanvas->SetHandle(nullptr);
+        break;
     }
+    TWinControl::WndProc(message);
 }
 
 void TComboBox::Notified(int code) {

@@ -1,4 +1,5 @@
 #include "core/Barrier.h"
+#include "ui/Handles.h"
 #include "ui/StdCtrls.h"
 
 #include <algorithm>
@@ -42,6 +43,7 @@ void TComboBox::DrawItemNotification(const DRAWITEMSTRUCT& item) {
         }
     }
     const TAlive alive(*this);
+    const TDrawTarget target(item.hDC);
     const TRect rect = FromRECT(item.rcItem);
     const bool selected = state.Contains(odSelected);
     TCanvas& canvas = *FCanvas;
@@ -58,7 +60,7 @@ void TComboBox::DrawItemNotification(const DRAWITEMSTRUCT& item) {
     if (index >= 0 && index < FItems.Count()) {
         Guarded([&] { DrawItem(index, rect, state); });
     }
-    if (alive) {
+    if (alive && target.Lives()) { // else the canvas has let go of it
         if (state.Contains(odFocused)) {
             canvas.DrawFocusRect(rect);
         }
