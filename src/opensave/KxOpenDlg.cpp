@@ -216,7 +216,9 @@ bool TKxCustomOpenDialog::FRealHook(TMessage& message) {
     ForgetShareViolation();
     FShareAsked = true;
     int32_t result = -1;
-    DoShareViolation(result, fileName ? fileName : "");
+    if (!Outlives(Existence(), [&] { DoShareViolation(result, fileName ? fileName : ""); }) && result == -1) {
+        result = OFN_SHARENOWARN; // no word of the system's about a file that nobody will open
+    }
     message.Result = result;
     return result != -1;
 }

@@ -179,6 +179,24 @@ TEST_F(OpenDialogFreed, WhenItCloses) {
     RunToItsEnd([this] { Click(Part(IDCANCEL)); });
 }
 
+TEST_F(OpenDialogFreed, InTheShareViolation) {
+    for (const int32_t own : {-1, OFN_SHAREFALLTHROUGH}) {
+        Victim->SetOnShareViolation([=, this](TObject*, int32_t& result, const std::string&) {
+            result = own;
+            FreeIt();
+        });
+        RunToItsEnd([=, this] {
+            char name[] = "C:\\one.txt";
+            OFNOTIFYA violation{};
+            violation.hdr.code = static_cast<UINT>(CDN_SHAREVIOLATION);
+            violation.pszFile = name;
+            const LRESULT answer = SendMessageA(Victim->Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&violation));
+            EXPECT_EQ(answer, own == -1 ? OFN_SHARENOWARN : own) << "the system is not to say anything";
+        });
+        Victim = &NewVictim();
+    }
+}
+
 TEST_F(OpenDialogFreed, BeforeItsStyleChanges) {
     Victim->SetOnSelectionStyleChanging([this](TObject*, TViewStyle, bool&) { FreeIt(); });
     RunToItsEnd([this] { Victim->SetFileListViewStyle(lvsReport); });
