@@ -179,11 +179,11 @@ void TToolBar::CreateParams(TCreateParams& params) {
 
 void TToolBar::CreateWnd() {
     TWinControl::CreateWnd();
-    SendMessageA(WindowHandle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    SendMessageA(WindowHandle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
-    SendMessageA(WindowHandle(), TB_SETINDENT, static_cast<WPARAM>(FIndent), 0);
+    MustOutlive([this] { SendMessageA(WindowHandle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0); });
+    MustOutlive([this] { SendMessageA(WindowHandle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS); });
+    MustOutlive([this] { SendMessageA(WindowHandle(), TB_SETINDENT, static_cast<WPARAM>(FIndent), 0); });
     MustOutlive([this] { ApplyImages(); });
-    FillWindow();
+    MustOutlive([this] { FillWindow(); });
     Arrange();
 }
 
@@ -208,19 +208,27 @@ void TToolBar::FillWindow() {
     if (!HandleAllocated()) {
         return;
     }
-    const HWND window = WindowHandle();
-    SendMessageA(window, WM_SETREDRAW, FALSE, 0);
-    for (auto i = SendMessageA(window, TB_BUTTONCOUNT, 0, 0); i-- > 0;) {
-        SendMessageA(window, TB_DELETEBUTTON, static_cast<WPARAM>(i), 0);
-    }
     std::vector<std::string> texts(FButtons.size());
     std::vector<TBBUTTON> infos;
     for (TToolButton* button : FButtons) {
         infos.push_back(SystemButton(*button, texts[infos.size()]));
     }
-    SendMessageA(window, TB_ADDBUTTONSA, infos.size(), reinterpret_cast<LPARAM>(infos.data()));
-    SendMessageA(window, WM_SETREDRAW, TRUE, 0);
-    ApplySizes();
+    // A descendant hears of each message, and may free the bar or have its window made anew, which fills that one.
+    const TAlive alive(*this);
+    HWND window = WindowHandle();
+    const auto isThere = [&] { return alive && WindowHandle() == window; };
+    const auto send = [&](UINT message, WPARAM wParam, LPARAM lParam) {
+        return isThere() ? SendMessageA(window, message, wParam, lParam) : 0;
+    };
+    send(WM_SETREDRAW, FALSE, 0);
+    for (auto i = send(TB_BUTTONCOUNT, 0, 0); i-- > 0;) {
+        send(TB_DELETEBUTTON, static_cast<WPARAM>(i), 0);
+    }
+    send(TB_ADDBUTTONSA, infos.size(), reinterpret_cast<LPARAM>(infos.data()));
+    send(WM_SETREDRAW, TRUE, 0);
+    if (isThere()) {
+        ApplySizes();
+    }
 }
 
 void TToolBar::UpdateButton(TToolButton& button) {
@@ -242,14 +250,16 @@ void TToolBar::UpdateState(TToolButton& button) {
 }
 
 void TToolBar::ApplyImages() {
-    if (HandleAllocated()) {
-        const auto set = [this](UINT message, TImageList* images) {
+    if (!HandleAllocated()) {
+        return;
+    }
+    const auto set = [this](UINT message, TImageList* images) {
+        return Outlives(*this, [=, this] {
             SendMessageA(WindowHandle(), message, 0, reinterpret_cast<LPARAM>(images ? images->Handle() : nullptr));
-        };
-        set(TB_SETIMAGELIST, FImages);
-        set(TB_SETHOTIMAGELIST, FHotImages);
-        set(TB_SETDISABLEDIMAGELIST, FDisabledImages);
-        ApplySizes();
+        });
+    };
+    if (set(TB_SETIMAGELIST, FImages) && set(TB_SETHOTIMAGELIST, FHotImages) &&
+        set(TB_SETDISABLEDIMAGELIST, FDisabledImages) && Outlives(*this, [this] { ApplySizes(); })) {
         Arrange();
     }
 }
@@ -259,9 +269,12 @@ void TToolBar::ApplySizes() {
     if (HandleAllocated()) {
         const TPoint image = FImages ? TPoint{FImages->Width(), FImages->Height()} : TPoint{};
         const TPoint least = FShowCaptions ? CaptionedExtent(image) : TPoint{};
-        SendMessageA(WindowHandle(), TB_SETBITMAPSIZE, 0, MakeLParam(image.X, image.Y));
-        SendMessageA(WindowHandle(), TB_SETBUTTONSIZE, 0,
-                     MakeLParam(std::max(FButtonWidth, least.X), std::max(FButtonHeight, least.Y)));
+        HWND window = WindowHandle();
+        const TPoint size{std::max(FButtonWidth, least.X), std::max(FButtonHeight, least.Y)};
+        SendMessageA(window, TB_SETBITMAPSIZE, 0, MakeLParam(image.X, image.Y));
+        if (IsWindow(window)) { // else a descendant heard of it, and another window gets its own size
+            SendMessageA(window, TB_SETBUTTONSIZE, 0, MakeLParam(size.X, size.Y));
+        }
     }
 }
 

@@ -145,6 +145,30 @@ TEST_F(PaintingEnds, WithAToolBarThatHasLostItsWindow) {
     EXPECT_EQ(screenAt(5, 0), before) << "its edges are not drawn on the screen";
 }
 
+TEST_F(PaintingEnds, BeforeItBeginsWithAToolBarThatGoesOrMovesAwayWhileItsWindowIsFilled) {
+    auto* const panel = Add<TPanel>();
+    panel->SetTop(150);
+    Show();
+    for (const UINT message : {UINT{TB_BUTTONSTRUCTSIZE}, UINT{TB_SETINDENT}, UINT{TB_SETIMAGELIST},
+                               UINT{TB_SETBITMAPSIZE}, UINT{WM_SETREDRAW}, UINT{TB_ADDBUTTONSA}}) {
+        for (const bool frees : {false, true}) {
+            auto* const bar = new TInterrupted<TToolBar>(Form.get());
+            auto* const button = new TToolButton(bar);
+            button->SetParent(bar);
+            const TAlive alive(*bar);
+            bar->Message = message;
+            bar->Deed = [=] { frees ? bar->Free() : bar->SetParent(panel); };
+            bar->SetParent(Form.get());
+            ASSERT_EQ(static_cast<bool>(alive), !frees) << message;
+            if (alive) {
+                EXPECT_EQ(bar->Parent(), panel) << message;
+                EXPECT_EQ(SendMessageA(bar->Handle(), TB_BUTTONCOUNT, 0, 0), 1) << message;
+                bar->Free();
+            }
+        }
+    }
+}
+
 // --- While the control or what is in it paints
 
 TEST_F(PaintingEnds, WithAWindowThatIsMadeAnewByAControlThatPaintsOnIt) {
