@@ -207,6 +207,17 @@ void TKxCustomOpenDialog::ShowFolderInPlaces() {
 
 // --- The application's tool bar
 
+namespace {
+
+/// The bar tells the application of each step.
+void GiveBack(TToolBar* bar, const TKxFormRef<TWinControl>& home, bool visible, const TRect& rect) {
+    KxWhileAlive(
+        *bar, [=] { bar->SetVisible(visible); }, [=] { bar->SetParentWindow(nullptr); },
+        [=, &home] { bar->SetParent(home.Get()); }, [=] { bar->SetBoundsRect(rect); });
+}
+
+} // namespace
+
 void TKxCustomOpenDialog::TakeToolBar() {
     FTB = KxFindToolbar(DlgHandle());
     if (FTBOptions.Flat()) {
@@ -224,13 +235,22 @@ void TKxCustomOpenDialog::BorrowToolBar() {
     FTBPrevParent.Set(bar->Parent());
     FTBPrevVisible = bar->Visible();
     FTBPrevRect = bar->BoundsRect();
+    TKxFormRef<TWinControl> home;
+    home.Set(bar->Parent());
+    const bool visible = bar->Visible();
+    const TRect before = bar->BoundsRect();
     HWND dialog = DlgHandle();
     const TRect r = KxRectIn(dialog, FTB);
+    const TAlive barAlive(*bar);
+    const TAlive there(Existence());
     KxWhileAlive(
-        {TAlive(*bar), TAlive(Existence())}, [=] { bar->SetParent(nullptr); }, [=] { bar->SetParentWindow(dialog); },
+        {barAlive, there}, [=] { bar->SetParent(nullptr); }, [=] { bar->SetParentWindow(dialog); },
         [=] { bar->SetTop(CheckedSub(CheckedSub(CheckedAdd(r.Top, Height(r) / 2), bar->Height() / 2), 1)); },
         [=] { bar->SetLeft(r.Left); }, // until the first painting puts it at the other edge
         [=] { bar->Show(); });
+    if (barAlive && !there) { // the step in whose midst the dialog gave it back has taken it away again
+        GiveBack(bar, home, visible, before);
+    }
 }
 
 /// To the right of the dialog's own tool bar, as far as there is room.
@@ -257,9 +277,7 @@ void TKxCustomOpenDialog::ReturnToolBar() {
         FBorrowedBar.Set(nullptr);
         TKxFormRef<TWinControl> home;
         home.Set(FTBPrevParent.Get());
-        KxWhileAlive(
-            *bar, [=, visible = FTBPrevVisible] { bar->SetVisible(visible); }, [=] { bar->SetParentWindow(nullptr); },
-            [=, &home] { bar->SetParent(home.Get()); }, [=, rect = FTBPrevRect] { bar->SetBoundsRect(rect); });
+        GiveBack(bar, home, FTBPrevVisible, FTBPrevRect);
     });
 }
 
