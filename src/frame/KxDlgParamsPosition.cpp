@@ -126,7 +126,8 @@ void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy) {
 
 void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
     for (HWND child : DirectChildren(window)) {
-        if (!callback(child, data)) {
+        // The application hears of what is done to one, and may end others.
+        if (IsWindow(child) && !callback(child, data)) {
             return;
         }
     }
@@ -137,7 +138,9 @@ TDlgFrame KxDlgFrame() { return {GetSystemMetrics(SM_CXDLGFRAME), GetSystemMetri
 BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept {
     Guarded([&] {
         KxMoveChild(GHandle, window, RoomAtLeft(static_cast<int32_t>(delta), KxDlgFrame()), 0);
-        RedrawWindow(window, nullptr, nullptr, 0);
+        if (IsWindow(window)) { // not if it was a control of the application, and went at the move
+            RedrawWindow(window, nullptr, nullptr, 0);
+        }
     });
     return TRUE;
 }
