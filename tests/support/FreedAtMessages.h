@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,7 +36,7 @@ private:
 };
 
 /// Frees a dialog at each message of a course of events: the first time at the first message, the next time, with a
-/// new dialog, at the second one, and so on until the course is over.
+/// new dialog, at the second one, and so on until the course is over. Each time takes a dialog of its own.
 template <class T> class TFreedAtMessages {
 public:
     using TCount = std::function<void(const TMessage& message)>;
@@ -64,6 +65,13 @@ public:
         FAct = std::move(act);
         return *this;
     }
+    /// Of each kind of message, in turn, the first one or the last one instead of all: those between find the dialog
+    /// and the system in the middle of the same things. Which kinds go at their first one differs from course to
+    /// course.
+    TFreedAtMessages& OfEachKind(bool value = true) {
+        FOfEachKind = value;
+        return *this;
+    }
     /// Looks, each time, at what is left.
     TFreedAtMessages& Check(std::function<void()> check) {
         FCheck = std::move(check);
@@ -71,24 +79,65 @@ public:
     }
 
     void Run() {
+        if (FOfEachKind) {
+            RunKinds();
+            return;
+        }
         for (int number = 0; !FOver; ++number) {
-            RunOnce(number);
+            int messages = 0;
+            RunOnce([&](const TKind&, int) { return messages++ == number; });
             ASSERT_FALSE(testing::Test::HasFailure()) << "freed at message " << number;
         }
     }
 
 private:
+    using TKind = std::pair<UINT, UINT>; ///< The number of a message, and what else tells one from another.
+
     static constexpr UINT_PTR IdleTimer = 77; ///< It comes behind all painting.
 
-    void RunOnce(int number) {
+    static TKind KindOf(const TMessage& m) {
+        switch (m.Msg) {
+        case WM_NOTIFY: return {m.Msg, m.LParamAs<NMHDR>().code};
+        case WM_WINDOWPOSCHANGING:
+        case WM_WINDOWPOSCHANGED: return {m.Msg, m.LParamAs<WINDOWPOS>().flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)};
+        case WM_COMMAND:
+        case WM_TIMER:
+        case WM_SHOWWINDOW:
+        case WM_ACTIVATE: return {m.Msg, static_cast<UINT>(m.WParam)};
+        default: return {m.Msg, 0};
+        }
+    }
+
+    void RunKinds() {
+        std::map<TKind, int> counts;
+        RunOnce([&](const TKind& kind, int) {
+            ++counts[kind];
+            return false;
+        });
+        bool first = counts.size() % 2 != 0;
+        for (const auto& [kind, count] : counts) {
+            const int number = first ? 0 : count - 1;
+            RunOnce([&, due = kind](const TKind& k, int n) { return k == due && n == number; });
+            ASSERT_FALSE(testing::Test::HasFailure())
+                << "freed at number " << number << " of message " << kind.first << ", " << kind.second;
+            first = !first;
+        }
+    }
+
+    /// `isDue` is asked at each message, the number of those of its kind before given too, whether to free the dialog.
+    void RunOnce(const std::function<bool(const TKind& kind, int number)>& isDue) {
         FDialog = FMake();
         T* const running = FDialog;
         FCounting = !FAct;
-        FMessages = 0;
-        FListen(*running, [this, number](const TMessage& m) {
-            const bool idle = m.Msg == WM_TIMER && m.WParam == IdleTimer;
-            FOver = FOver || (FCounting && idle);
-            if (FDialog && FCounting && (FOver || FMessages++ == number)) {
+        FOver = false;
+        std::map<TKind, int> seen;
+        FListen(*running, [&](const TMessage& m) {
+            if (!FDialog || !FCounting) {
+                return;
+            }
+            FOver = FOver || (m.Msg == WM_TIMER && m.WParam == IdleTimer);
+            const TKind kind = KindOf(m);
+            if (FOver || isDue(kind, seen[kind]++)) {
                 FreeIt();
             }
         });
@@ -125,8 +174,8 @@ private:
     std::function<void()> FCheck;
     T* FDialog = nullptr;   ///< Null once it is freed.
     bool FCounting = false; ///< The course has begun.
-    int FMessages = 0;      ///< So many of them have come.
-    bool FOver = false;
+    bool FOver = false;     ///< It has come to its end.
+    bool FOfEachKind = false;
 };
 
 /// What a user, or the application, does in a shown dialog, by name.
@@ -139,9 +188,12 @@ struct TCourse {
 
 inline std::string CourseName(const testing::TestParamInfo<TCourse>& course) { return course.param.Name; }
 
-/// Has the tests of the suite done with the course, before and behind: suites of their own, since each takes its time.
+/// Has the tests of the suite done with the course, the dialogs freed before the system gets their messages.
+#define KX_COURSE_BEFORE(suite, course)                                                                                \
+    INSTANTIATE_TEST_SUITE_P(course##Before, suite, testing::Values(TCourse{#course, false}), CourseName)
+/// Before and behind: suites of their own, since each takes its time.
 #define KX_COURSE(suite, course)                                                                                       \
-    INSTANTIATE_TEST_SUITE_P(course##Before, suite, testing::Values(TCourse{#course, false}), CourseName);             \
+    KX_COURSE_BEFORE(suite, course);                                                                                   \
     INSTANTIATE_TEST_SUITE_P(course##Behind, suite, testing::Values(TCourse{#course, true}), CourseName)
 
 /// Frees a dialog of the library at each of the messages that come until it is shown and idle. `behind`: when the
