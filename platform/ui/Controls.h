@@ -218,6 +218,7 @@ private:
     void PaintBuffered(HDC dc, const RECT& area);
     void PaintControls(HDC dc);
     bool HasGraphicControls() const;
+    void SystemChanged(TMessage& message);
     bool MeasureItem(TMessage& message);
     TControl* MouseTarget(const TMessage& message) const;
     bool GraphicMouseMessage(TMessage& message);
@@ -313,6 +314,9 @@ TWinControl* FindVCLWindow(const TPoint& screenPoint); ///< The innermost window
 /// Hands a notification (WM_COMMAND, WM_NOTIFY, ...) that a foreign parent window got to the control that it is about.
 /// False when that is none of ours.
 bool ReflectMessage(TMessage& message);
+/// Hands a message that the system sends to top-level windows only to the controls, of all threads, that are in windows
+/// which are not the framework's.
+void TellDockedControls(UINT message, WPARAM wParam, LPARAM lParam);
 /// The windows directly inside a window, in Z order from the front. EnumChildWindows would bring all that is inside
 /// them as well, which some systems look up window by window.
 std::vector<HWND> DirectChildren(HWND parent);

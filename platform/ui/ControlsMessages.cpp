@@ -1,3 +1,4 @@
+#include "core/Barrier.h"
 #include "ui/Controls.h"
 #include "ui/Forms.h"
 
@@ -90,6 +91,11 @@ void TWinControl::WndProc(TMessage& message) {
             TextChanged();
         }
         return;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE: SystemChanged(message); return;
+    case WM_THEMECHANGED: // the system sends it to every window
+        Invalidate();
+        break;
     case WM_DESTROY:
         SaveWindowState();
         ContextStale();
@@ -116,6 +122,31 @@ void TWinControl::WndProc(TMessage& message) {
         }
     }
     TControl::WndProc(message);
+}
+
+// --- Changes of the system's settings
+
+/// The system tells top-level windows only, so the message is handed to the controls inside.
+void TWinControl::SystemChanged(TMessage& message) {
+    const TAlive alive(*this);
+    const TMessage original = message;
+    if (message.Msg == WM_SYSCOLORCHANGE) {
+        ColorChanged(); // it may be one of the system's
+    }
+    if (alive) {
+        DefaultHandler(message);
+    }
+    const std::vector<TControl*> inside = alive ? FControls : std::vector<TControl*>();
+    for (TControl* control : inside) { // what runs meanwhile may add or remove controls
+        if (!alive || std::find(FControls.begin(), FControls.end(), control) == FControls.end()) {
+            continue;
+        }
+        if (const auto* const windowed = dynamic_cast<TWinControl*>(control); windowed && windowed->FHandle) {
+            SendMessageA(windowed->FHandle, original.Msg, original.WParam, original.LParam);
+        } else {
+            Guarded([&] { control->Perform(original.Msg, original.WParam, original.LParam); });
+        }
+    }
 }
 
 // --- Notifications

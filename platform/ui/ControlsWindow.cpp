@@ -30,6 +30,15 @@ public:
         ReleaseSRWLockShared(&FLock);
         return control;
     }
+    std::vector<HWND> All() {
+        std::vector<HWND> all;
+        AcquireSRWLockShared(&FLock);
+        for (const auto& [window, control] : FControls) {
+            all.push_back(window);
+        }
+        ReleaseSRWLockShared(&FLock);
+        return all;
+    }
 
 private:
     SRWLOCK FLock = SRWLOCK_INIT;
@@ -105,6 +114,16 @@ TWindowClass RegisterWindowClass(const std::string& className, const TCreatePara
 } // namespace
 
 TWinControl* FindControl(HWND window) { return window ? Windows().Find(window) : nullptr; }
+
+void TellDockedControls(UINT message, WPARAM wParam, LPARAM lParam) {
+    for (const HWND window : Windows().All()) {
+        const HWND parent = GetAncestor(window, GA_PARENT);
+        if (parent && parent != GetDesktopWindow() && !FindControl(parent)) {
+            // The thread of a modeless dialog may be busy.
+            SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 1000, nullptr);
+        }
+    }
+}
 
 HMENU TWinControl::NextControlId() {
     static LONG counter = 0;

@@ -189,6 +189,10 @@ bool TCustomForm::CloseQuery() {
     return canClose;
 }
 
+/// The user logs off. A form that was closed and hidden has been asked already, and could not be seen to be the one
+/// that wants to stay.
+bool TCustomForm::SessionMayEnd() { return (!Visible() && Application().MainForm() != this) || CloseQuery(); }
+
 void TCustomForm::DoClose(TCloseAction& action) { FOnClose(this, action); }
 void TCustomForm::DoCreate() { FOnCreate(this); }
 void TCustomForm::DoDestroy() { FOnDestroy(this); }

@@ -81,8 +81,11 @@ class TCustomForm : public TWinControl {
     TModalResult ModalResult() const { return FModalResult; }
     void SetModalResult(TModalResult value) { FModalResult = value; }
     bool IsModal() const { return FModal; }
-    void Close();              ///< Asks OnCloseQuery, then does what OnClose says: hide, unless told otherwise.
-    virtual bool CloseQuery(); ///< False: the form wants to stay.
+    void Close(); ///< Asks OnCloseQuery, then does what OnClose says: hide, unless told otherwise.
+    /// False: the form wants to stay. Also asked when the user logs off or shuts the system down, of each form that is
+    /// shown, modal or not, and of the main form; then false keeps the session. A docked form is not asked. When the
+    /// session does end, no form is closed: the application ends as by `Terminate`, as far as the system lets it.
+    virtual bool CloseQuery();
     /// Frees the form when the message at hand is done, also when a handler of it goes on to show dialogs.
     void Release();
 
@@ -180,6 +183,7 @@ private:
     HWND OwnerWindow() const;
     void ShowWindowNow();
     void CloseModal();
+    bool SessionMayEnd();
     void WakeModalLoop() const;
     void Activated(bool active);
     bool ShowHelp(TMessage& message);

@@ -325,6 +325,13 @@ LRESULT TApplication::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
             FOnDeactivate(this);
         }
         return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE: TellDockedControls(message, wParam, lParam); return 0;
+    case WM_ENDSESSION:
+        if (wParam) {
+            Terminate();
+        }
+        return 0;
     default: return DefWindowProcA(window, message, wParam, lParam);
     }
 }

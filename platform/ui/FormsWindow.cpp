@@ -364,6 +364,7 @@ bool TCustomForm::ShowHelp(TMessage& message) {
 void TCustomForm::WndProc(TMessage& message) {
     switch (message.Msg) {
     case WM_CLOSE: Close(); return;
+    case WM_QUERYENDSESSION: message.Result = SessionMayEnd(); return;
     case WM_ACTIVATE:
         if (Outlives(*this, [&] { TWinControl::WndProc(message); })) { // it moves the focus
             Activated(LOWORD(message.WParam) != WA_INACTIVE);

@@ -86,18 +86,22 @@ TGraphicsObject::~TGraphicsObject() = default;
 
 void TGraphicsObject::Changed() { FOnChange(this); }
 
-HGDIOBJ TGraphicsObject::SharedHandle() const {
-    if (!FShared) {
-        FShared = CreateShared();
-    }
-    return FShared->Handle();
-}
-
 template <class F> void TGraphicsObject::ChangeLook(F&& change) {
     const auto old = std::move(FShared);
     FShared.reset();
     change();
     Changed();
+}
+
+HGDIOBJ TGraphicsObject::SharedHandle(COLORREF color) const {
+    if (FShared && FSharedColor != color) {
+        const_cast<TGraphicsObject*>(this)->ChangeLook([] {}); // the system's colours have changed
+    }
+    if (!FShared) {
+        FShared = CreateShared();
+        FSharedColor = color;
+    }
+    return FShared->Handle();
 }
 
 // --- TFont

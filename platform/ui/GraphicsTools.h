@@ -158,7 +158,8 @@ class TGraphicsObject : public TPersistent {
 
 protected:
     virtual void Changed();
-    HGDIOBJ SharedHandle() const;
+    /// `color` is how the object's colour looks now, which changes with the system's colours.
+    HGDIOBJ SharedHandle(COLORREF color) const;
     virtual std::shared_ptr<detail::TGdiHandle> CreateShared() const = 0;
     /// Runs `change`, which alters the look, and tells of it. The old handle goes only then: contexts that have it
     /// selected let go of it when they are told.
@@ -166,6 +167,7 @@ protected:
 
 private:
     mutable std::shared_ptr<detail::TGdiHandle> FShared;
+    mutable COLORREF FSharedColor = 0; ///< With which that was made.
     TNotifyEvent FOnChange;
 };
 
@@ -176,7 +178,7 @@ class TFont : public TGraphicsObject {
     TFont();
 
     /// Owned by the tools that share it; valid until this font changes or goes.
-    HFONT Handle() const { return static_cast<HFONT>(SharedHandle()); }
+    HFONT Handle() const { return static_cast<HFONT>(SharedHandle(0)); } // without its colour
     /// Takes over the look of `value`, which stays the caller's.
     void SetHandle(HFONT value);
 
@@ -220,7 +222,7 @@ private:
 class TPen : public TGraphicsObject {
     KX_CLASS()
 
-    HPEN Handle() const { return static_cast<HPEN>(SharedHandle()); }
+    HPEN Handle() const { return static_cast<HPEN>(SharedHandle(ColorToRGB(FColor))); }
 
     TColor Color() const { return FColor; }
     void SetColor(TColor value);
@@ -248,7 +250,7 @@ private:
 class TBrush : public TGraphicsObject {
     KX_CLASS()
 
-    HBRUSH Handle() const { return static_cast<HBRUSH>(SharedHandle()); }
+    HBRUSH Handle() const { return static_cast<HBRUSH>(SharedHandle(ColorToRGB(FColor))); }
 
     TColor Color() const { return FColor; }
     /// Also makes a clear brush solid.
