@@ -136,7 +136,7 @@ void TSpeedButton::EnabledChanged() {
     Invalidate();
 }
 
-bool TSpeedButton::DialogChar(char letter) {
+bool TSpeedButton::DialogChar(wchar_t letter) {
     if (!IsAccel(letter, Caption()) || !Showing()) {
         return false;
     }

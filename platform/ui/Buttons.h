@@ -66,7 +66,7 @@ protected:
     void MouseEnter() override;
     void MouseLeave() override;
     void EnabledChanged() override;
-    bool DialogChar(char letter) override;
+    bool DialogChar(wchar_t letter) override;
 
 private:
     template <class V> void Change(V& field, V value) {

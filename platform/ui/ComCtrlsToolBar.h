@@ -80,7 +80,7 @@ protected:
     void TextChanged() override;
     void EnabledChanged() override;
     void VisibleChanged() override;
-    bool DialogChar(char letter) override;
+    bool DialogChar(wchar_t letter) override;
     void Notification(TComponent* component, TOperation operation) override;
 
 private:

@@ -311,7 +311,7 @@ bool TToolButton::CheckMenuDropdown() {
     return true;
 }
 
-bool TToolButton::DialogChar(char letter) {
+bool TToolButton::DialogChar(wchar_t letter) {
     if (!IsAccel(letter, Caption()) || IsSeparator() || !FToolBar || !FToolBar->ShowCaptions() || !Showing()) {
         return false;
     }

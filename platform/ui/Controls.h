@@ -152,7 +152,7 @@ protected:
 
     /// A key that dialogs know (Tab, Return, Escape, arrows), offered to the control and those inside; true: taken.
     virtual bool DialogKey(uint16_t key, TShiftState shift);
-    bool DialogChar(char letter) override;
+    bool DialogChar(wchar_t letter) override;
     /// The control wants this key itself; else dialogs use it.
     virtual bool WantsKey(uint16_t key, TShiftState shift);
     /// Offers a key message to the form and to the control; true: it is used up, or the control is gone.
@@ -323,9 +323,9 @@ std::vector<HWND> DirectChildren(HWND parent);
 /// The form that the control is on, through all its parents; null when it is on none.
 TCustomForm* GetParentForm(const TControl* control);
 
-TShiftState KeyDataToShiftState();                     ///< Keys held at the time of the message being handled.
-TShiftState KeysToShiftState(WPARAM mouseKeys);        ///< Of a mouse message.
-bool IsAccel(char letter, const std::string& caption); ///< `letter` stands behind "&" in the caption; any case.
+TShiftState KeyDataToShiftState();                        ///< Keys held at the time of the message being handled.
+TShiftState KeysToShiftState(WPARAM mouseKeys);           ///< Of a mouse message.
+bool IsAccel(wchar_t letter, const std::string& caption); ///< `letter` stands behind "&" in the caption; any case.
 
 std::string GetShortHint(const std::string& hint); ///< Before the "|".
 std::string GetLongHint(const std::string& hint);  ///< Behind the "|", or all of it.

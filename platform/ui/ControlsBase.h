@@ -258,7 +258,7 @@ protected:
     virtual void DoEndDrag(TObject* target, int x, int y);
 
     /// The letter behind "&" in the caption was pressed with Alt; `true` when the control took it.
-    virtual bool DialogChar(char letter);
+    virtual bool DialogChar(wchar_t letter);
     virtual void SetZOrder(bool front);
     /// Window that gets the control's mouse messages; null when there is none.
     virtual HWND MessageWindow() const;

@@ -144,6 +144,24 @@ void TWinControl::DoExit() { FOnExit(this); }
 
 // --- Keys
 
+namespace {
+
+/// The letter of a character message as windows that are not Unicode get it: bytes of the code page that belongs to the
+/// keyboard's language, whatever the program's is. The first byte is the lowest. 0 when they are no letter.
+wchar_t LetterOf(WPARAM bytes) {
+    DWORD codePage = CP_ACP;
+    const LCID language = MAKELCID(LOWORD(GetKeyboardLayout(0)), SORT_DEFAULT);
+    if (!GetLocaleInfoW(language, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                        reinterpret_cast<LPWSTR>(&codePage), sizeof codePage / sizeof(wchar_t))) {
+        codePage = CP_ACP;
+    }
+    const char text[] = {static_cast<char>(bytes), static_cast<char>(bytes >> 8)};
+    wchar_t letter = 0;
+    return MultiByteToWideChar(codePage, 0, text, bytes > 0xFF ? 2 : 1, &letter, 1) == 1 ? letter : L'\0';
+}
+
+} // namespace
+
 bool TWinControl::KeyHandler(TMessage& message) {
     const TAlive alive(*this);
     Application().HideHint();
@@ -181,7 +199,7 @@ bool TWinControl::KeyHandler(TMessage& message) {
         return used;
     }
     default: // WM_SYSCHAR, which a foreign message loop did not want
-        return form && form->IsDocked() && form->DialogChar(static_cast<char>(message.WParam));
+        return form && form->IsDocked() && form->DialogChar(LetterOf(message.WParam));
     }
 }
 
@@ -232,7 +250,7 @@ bool TWinControl::DialogKey(uint16_t key, TShiftState shift) {
     return false;
 }
 
-bool TWinControl::DialogChar(char letter) {
+bool TWinControl::DialogChar(wchar_t letter) {
     for (size_t i = 0; i < FControls.size(); ++i) {
         if (FControls[i]->Visible() && FControls[i]->Enabled() && FControls[i]->DialogChar(letter)) {
             return true;

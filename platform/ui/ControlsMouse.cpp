@@ -166,7 +166,7 @@ void TControl::SetMouseCapture(bool value) {
     }
 }
 
-bool TControl::DialogChar(char) { return false; }
+bool TControl::DialogChar(wchar_t) { return false; }
 
 // --- Events
 
@@ -221,11 +221,9 @@ TShiftState KeyDataToShiftState() {
     return shift;
 }
 
-bool IsAccel(char letter, const std::string& caption) {
-    const char hotkey = GetHotkey(caption);
-    char upper[2] = {letter, 0};
-    CharUpperA(upper);
-    return hotkey != 0 && hotkey == upper[0];
+bool IsAccel(wchar_t letter, const std::string& caption) {
+    const wchar_t hotkey = GetHotkey(caption);
+    return hotkey != 0 && hotkey == UpperCaseLetter(letter);
 }
 
 std::string GetShortHint(const std::string& hint) { return hint.substr(0, hint.find('|')); }

@@ -84,7 +84,7 @@ void TPanel::Paint() {
     }
 }
 
-bool TPanel::DialogChar(char letter) {
+bool TPanel::DialogChar(wchar_t letter) {
     if (IsAccel(letter, Text()) && CanFocus()) {
         SelectNext(nullptr, true, true);
         return true;

@@ -31,7 +31,7 @@ class TPanel : public TCustomControl {
 protected:
     void Paint() override;
     void AdjustClientRect(TRect& rect) const override;
-    bool DialogChar(char letter) override;
+    bool DialogChar(wchar_t letter) override;
 
 private:
     template <class V> void Change(V& field, V value) {

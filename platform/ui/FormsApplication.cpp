@@ -247,7 +247,7 @@ void TApplication::HandleMessage() {
 }
 
 bool TApplication::ProcessMessage(MSG& message) {
-    if (!PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         return false;
     }
     if (message.message == WM_QUIT) {
@@ -266,13 +266,13 @@ bool TApplication::ProcessMessage(MSG& message) {
         Guarded([this] { RunQueue(detail::TMessageFrame::Depth() - 1); }); // no form was released in this message
     } else if (!handled) {
         TranslateMessage(&message);
-        DispatchMessageA(&message);
+        DispatchMessageW(&message);
     }
     return true;
 }
 
 bool TApplication::PreTranslate(MSG& message) {
-    if (FDialogHandle && InOwnThread() && IsDialogMessageA(FDialogHandle, &message)) {
+    if (FDialogHandle && InOwnThread() && IsDialogMessageW(FDialogHandle, &message)) {
         return true;
     }
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {

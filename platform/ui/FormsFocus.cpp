@@ -183,11 +183,11 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
         return message.message == WM_KEYDOWN && !control.KeepsKey(message) &&
                DialogKey(static_cast<uint16_t>(message.wParam), KeyDataToShiftState());
     }
-    case WM_SYSCHAR: return DialogChar(static_cast<char>(message.wParam));
+    case WM_SYSCHAR: return DialogChar(static_cast<wchar_t>(message.wParam));
     case WM_CHAR: {
         const auto code = static_cast<UINT>(SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0));
         return !(code & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) && &control != this &&
-               DialogChar(static_cast<char>(message.wParam));
+               DialogChar(static_cast<wchar_t>(message.wParam));
     }
     default: return false;
     }
@@ -196,7 +196,7 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
 /// The window that a form is docked in moves the focus and presses its own buttons.
 bool TCustomForm::ForwardToHost(MSG& message) {
     const HWND host = GetAncestor(WindowHandle(), GA_ROOT);
-    return host && !FindControl(host) && IsDialogMessageA(host, &message);
+    return host && !FindControl(host) && IsDialogMessageW(host, &message);
 }
 
 bool TCustomForm::DialogKey(uint16_t key, TShiftState shift) {

@@ -38,7 +38,8 @@ TShortCut ShortCutFromKeyMessage(WPARAM wParam, LPARAM lParam); ///< Of a WM_KEY
 /// The caption without the marks of its accelerator: "&Save && quit" becomes "Save & quit".
 std::string StripHotkey(const std::string& caption);
 /// The letter behind the accelerator mark in upper case; 0 without one.
-char GetHotkey(const std::string& caption);
+wchar_t GetHotkey(const std::string& caption);
+wchar_t UpperCaseLetter(wchar_t letter); ///< By the rules of the user's language.
 
 // --- Items
 

@@ -114,15 +114,22 @@ std::string StripHotkey(const std::string& caption) {
     return text;
 }
 
-char GetHotkey(const std::string& caption) {
-    size_t mark = FindChar(caption, '&');
-    while (mark != std::string::npos && mark + 1 < caption.size()) {
-        if (caption[mark + 1] != '&') {
-            return UpperCase(caption.substr(mark + 1, 1))[0];
+wchar_t GetHotkey(const std::string& caption) {
+    const std::wstring text = ToWide(caption);
+    size_t mark = text.find(L'&');
+    while (mark != std::wstring::npos && mark + 1 < text.size()) {
+        if (text[mark + 1] != L'&') {
+            return UpperCaseLetter(text[mark + 1]);
         }
-        mark = FindChar(caption, '&', mark + 2);
+        mark = text.find(L'&', mark + 2);
     }
     return 0;
+}
+
+wchar_t UpperCaseLetter(wchar_t letter) {
+    wchar_t text[] = {letter, 0};
+    CharUpperW(text);
+    return text[0];
 }
 
 } // namespace kx

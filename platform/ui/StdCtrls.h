@@ -36,7 +36,7 @@ protected:
     void Paint() override;
     void TextChanged() override;
     void FontChanged() override;
-    bool DialogChar(char letter) override;
+    bool DialogChar(wchar_t letter) override;
     void Notification(TComponent* component, TOperation operation) override;
 
 private:
@@ -184,7 +184,7 @@ class TButtonControl : public TWinControl {
     void WndProc(TMessage& message) override;
 
 protected:
-    bool DialogChar(char letter) override;
+    bool DialogChar(wchar_t letter) override;
     /// Pressed, by the mouse, the keyboard or an accelerator.
     virtual void Pressed() { Click(); }
 };
@@ -279,7 +279,7 @@ protected:
     void Paint() override;
     void TextChanged() override { Invalidate(); }
     void EnabledChanged() override;
-    bool DialogChar(char letter) override;
+    bool DialogChar(wchar_t letter) override;
     void AdjustClientRect(TRect& rect) const override;
 };
 

@@ -28,7 +28,7 @@ void TButtonControl::WndProc(TMessage& message) {
     TWinControl::WndProc(message);
 }
 
-bool TButtonControl::DialogChar(char letter) {
+bool TButtonControl::DialogChar(wchar_t letter) {
     if (!IsAccel(letter, Text()) || !CanFocus()) {
         return false;
     }

@@ -97,7 +97,7 @@ void TLabel::SetFocusControl(TWinControl* value) {
     }
 }
 
-bool TLabel::DialogChar(char letter) {
+bool TLabel::DialogChar(wchar_t letter) {
     if (!FFocusControl || !FShowAccelChar || !IsAccel(letter, Text()) || !FFocusControl->CanFocus()) {
         return false;
     }
@@ -155,7 +155,7 @@ void TGroupBox::EnabledChanged() {
     Invalidate();
 }
 
-bool TGroupBox::DialogChar(char letter) {
+bool TGroupBox::DialogChar(wchar_t letter) {
     if (IsAccel(letter, Text()) && CanFocus()) {
         SelectNext(nullptr, true, true);
         return true;
