@@ -146,16 +146,21 @@ void TControl::SetBoundsFields(int left, int top, int width, int height) {
     FHeight = height;
 }
 
-void TControl::SetBounds(int left, int top, int width, int height) {
+TRect TControl::LimitedBounds(int left, int top, int width, int height) const {
     FConstraints.Apply(width, height);
-    width = std::max(width, 0);
-    height = std::max(height, 0);
-    if (BoundsRect() == TRect{left, top, left + width, top + height}) {
+    return {left, top, CheckedAdd(left, std::max(width, 0)), CheckedAdd(top, std::max(height, 0))};
+}
+
+void TControl::SetBounds(int left, int top, int width, int height) {
+    const TRect bounds = LimitedBounds(left, top, width, height);
+    if (BoundsRect() == bounds) {
         return;
     }
-    const bool resized = width != FWidth || height != FHeight;
+    const int32_t newWidth = kx::Width(bounds);
+    const int32_t newHeight = kx::Height(bounds);
+    const bool resized = newWidth != FWidth || newHeight != FHeight;
     Invalidate();
-    SetBoundsFields(left, top, width, height);
+    SetBoundsFields(left, top, newWidth, newHeight);
     UpdateAnchorBase();
     Invalidate();
     if (Outlives(*this, [this] { RequestAlign(); }) && resized && !IsLoading()) {
@@ -165,7 +170,7 @@ void TControl::SetBounds(int left, int top, int width, int height) {
 
 void TControl::SetClientSize(int width, int height) {
     const TRect client = ClientRect();
-    SetBounds(FLeft, FTop, FWidth - client.Right + width, FHeight - client.Bottom + height);
+    SetBounds(FLeft, FTop, CheckedAdd(FWidth - client.Right, width), CheckedAdd(FHeight - client.Bottom, height));
 }
 
 TPoint TControl::ClientOrigin() const {
@@ -173,17 +178,17 @@ TPoint TControl::ClientOrigin() const {
         throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
     }
     const TPoint origin = FParent->ClientOrigin();
-    return {origin.X + FLeft, origin.Y + FTop};
+    return {CheckedAdd(origin.X, FLeft), CheckedAdd(origin.Y, FTop)};
 }
 
 TPoint TControl::ClientToScreen(const TPoint& point) const {
     const TPoint origin = ClientOrigin();
-    return {point.X + origin.X, point.Y + origin.Y};
+    return {CheckedAdd(point.X, origin.X), CheckedAdd(point.Y, origin.Y)};
 }
 
 TPoint TControl::ScreenToClient(const TPoint& point) const {
     const TPoint origin = ClientOrigin();
-    return {point.X - origin.X, point.Y - origin.Y};
+    return {CheckedSub(point.X, origin.X), CheckedSub(point.Y, origin.Y)};
 }
 
 void TControl::SetAlign(TAlign value) {
@@ -214,11 +219,11 @@ void TControl::UpdateAnchorBase() {
 void TControl::AnchoredBounds(const TRect& parentClient) {
     const auto place = [](int& from, int& to, int delta, bool first, bool last) {
         if (first && last) {
-            to = std::max(to + delta, from);
+            to = std::max(CheckedAdd(to, delta), from);
         } else if (!first) {
             const int shift = last ? delta : delta / 2;
-            from += shift;
-            to += shift;
+            from = CheckedAdd(from, shift);
+            to = CheckedAdd(to, shift);
         }
     };
     TRect r = FAnchorBase;

@@ -63,9 +63,10 @@ class TControl : public TComponent {
     void SetWidth(int value) { SetBounds(FLeft, FTop, value, FHeight); }
     int Height() const { return FHeight; }
     void SetHeight(int value) { SetBounds(FLeft, FTop, FWidth, value); }
+    /// @throws EIntOverflow when the right or the bottom edge lies beyond 32 bits.
     virtual void SetBounds(int left, int top, int width, int height);
     TRect BoundsRect() const { return {FLeft, FTop, FLeft + FWidth, FTop + FHeight}; }
-    void SetBoundsRect(const TRect& r) { SetBounds(r.Left, r.Top, r.Right - r.Left, r.Bottom - r.Top); }
+    void SetBoundsRect(const TRect& r) { SetBounds(r.Left, r.Top, kx::Width(r), kx::Height(r)); }
 
     /// The inside without frame and scroll bars; Left and Top are 0.
     virtual TRect ClientRect() const { return {0, 0, FWidth, FHeight}; }
@@ -266,6 +267,8 @@ protected:
     virtual void ContextStale() {}
     void RequestAlign(); ///< The parent arranges its controls again.
     void SetBoundsFields(int left, int top, int width, int height);
+    /// The rectangle that these bounds come to, with a size that the control may have.
+    TRect LimitedBounds(int left, int top, int width, int height) const;
     void UpdateAnchorBase();
     /// Takes over the parent's font, colour, hint setting and reading order where it follows them.
     void ParentSettingsChanged();

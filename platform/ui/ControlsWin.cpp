@@ -158,14 +158,15 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
         }
         return;
     }
-    FConstraints.Apply(width, height);
-    width = std::max(width, 0);
-    height = std::max(height, 0);
-    if (BoundsRect() != TRect{left, top, left + width, top + height}) {
+    const TRect bounds = LimitedBounds(left, top, width, height);
+    if (BoundsRect() != bounds) {
         // In a window that is not the framework's the erasing waits for the painting: else each of the forms docked
         // there would have all of it erased that the ones before have uncovered.
         const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | (FParentWindow ? SWP_DEFERERASE : 0u);
-        if (Outlives(*this, [&] { SetWindowPos(FHandle, nullptr, left, top, width, height, flags); })) {
+        const auto place = [&] {
+            SetWindowPos(FHandle, nullptr, left, top, kx::Width(bounds), kx::Height(bounds), flags);
+        };
+        if (Outlives(*this, place)) {
             UpdateAnchorBase();
             RequestAlign();
         }
@@ -246,18 +247,18 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
         if (!alive || std::find(FControls.begin(), FControls.end(), control) == FControls.end()) {
             continue; // gone meanwhile
         }
-        const int width = std::max(rest.Right - rest.Left, 0);
-        const int height = std::max(rest.Bottom - rest.Top, 0);
+        const int width = std::max(kx::Width(rest), 0);
+        const int height = std::max(kx::Height(rest), 0);
         TRect place{rest.Left, rest.Top, rest.Left + width, rest.Top + height};
         switch (side) {
-        case alTop: place.Bottom = place.Top + control->Height(); break;
+        case alTop: place.Bottom = CheckedAdd(place.Top, control->Height()); break;
         case alBottom:
-            place.Top = rest.Bottom - control->Height();
+            place.Top = CheckedSub(rest.Bottom, control->Height());
             place.Bottom = rest.Bottom;
             break;
-        case alLeft: place.Right = place.Left + control->Width(); break;
+        case alLeft: place.Right = CheckedAdd(place.Left, control->Width()); break;
         case alRight:
-            place.Left = rest.Right - control->Width();
+            place.Left = CheckedSub(rest.Right, control->Width());
             place.Right = rest.Right;
             break;
         default: break;
@@ -266,10 +267,10 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
             continue; // it takes no place any more
         }
         switch (side) { // what it took may be less or more than it was given
-        case alTop: rest.Top += control->Height(); break;
-        case alBottom: rest.Bottom -= control->Height(); break;
-        case alLeft: rest.Left += control->Width(); break;
-        case alRight: rest.Right -= control->Width(); break;
+        case alTop: rest.Top = CheckedAdd(rest.Top, control->Height()); break;
+        case alBottom: rest.Bottom = CheckedSub(rest.Bottom, control->Height()); break;
+        case alLeft: rest.Left = CheckedAdd(rest.Left, control->Width()); break;
+        case alRight: rest.Right = CheckedSub(rest.Right, control->Width()); break;
         default: break;
         }
     }

@@ -1,5 +1,7 @@
 #include "ui/ExtCtrls.h"
 
+#include <algorithm>
+
 namespace kx {
 
 // --- TPanel
@@ -38,10 +40,20 @@ void TPanel::SetBorderStyle(TBorderStyle value) {
     }
 }
 
+namespace {
+
+/// Takes `by` pixels off each side of the rectangle. Of a smaller one nothing is left.
+void Inset(TRect& rect, int by) {
+    by = std::clamp(by, 0, std::max({Width(rect), Height(rect), 0}));
+    rect = {rect.Left + by, rect.Top + by, rect.Right - by, rect.Bottom - by};
+}
+
+} // namespace
+
 void TPanel::AdjustClientRect(TRect& rect) const {
-    const int edge =
-        FBorderWidth + (FBevelInner == bvNone ? 0 : FBevelWidth) + (FBevelOuter == bvNone ? 0 : FBevelWidth);
-    rect = {rect.Left + edge, rect.Top + edge, rect.Right - edge, rect.Bottom - edge};
+    Inset(rect, FBorderWidth);
+    Inset(rect, FBevelInner == bvNone ? 0 : FBevelWidth);
+    Inset(rect, FBevelOuter == bvNone ? 0 : FBevelWidth);
 }
 
 void TPanel::Paint() {
@@ -49,12 +61,11 @@ void TPanel::Paint() {
     TRect r = ClientRect();
     canvas.Brush().SetColor(Color());
     canvas.FillRect(r);
-    const auto inset = [&r](int by) { r = {r.Left + by, r.Top + by, r.Right - by, r.Bottom - by}; };
     const auto bevel = [&](TBevelCut cut) {
         if (cut == bvLowered || cut == bvRaised) {
             const TColor topLeft = cut == bvRaised ? clBtnHighlight : clBtnShadow;
             const TColor bottomRight = cut == bvRaised ? clBtnShadow : clBtnHighlight;
-            for (int i = 0; i < FBevelWidth; ++i) {
+            for (int i = 0; i < FBevelWidth && r.Left < r.Right && r.Top < r.Bottom; ++i) {
                 canvas.Pen().SetColor(topLeft);
                 canvas.MoveTo(r.Left, r.Bottom - 1);
                 canvas.LineTo(r.Left, r.Top);
@@ -62,14 +73,14 @@ void TPanel::Paint() {
                 canvas.Pen().SetColor(bottomRight);
                 canvas.LineTo(r.Right - 1, r.Bottom - 1);
                 canvas.LineTo(r.Left, r.Bottom - 1);
-                inset(1);
+                Inset(r, 1);
             }
         } else if (cut == bvSpace) {
-            inset(FBevelWidth);
+            Inset(r, FBevelWidth);
         }
     };
     bevel(FBevelOuter);
-    inset(FBorderWidth);
+    Inset(r, FBorderWidth);
     bevel(FBevelInner);
     if (!Text().empty()) {
         constexpr UINT alignment[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
