@@ -282,13 +282,14 @@ void TToolBar::ApplySizes() {
 TPoint TToolBar::CaptionedExtent(const TPoint& image) const {
     constexpr int gap = 4;
     const TWindowDC dc(WindowHandle());
-    const TSelectObject font(dc.Handle(), Font().Handle());
+    TCanvas canvas;
+    canvas.SetHandle(dc.Handle());
+    canvas.Font().Assign(&Font());
     TPoint text;
     for (const TToolButton* button : FButtons) {
-        RECT r{};
-        const std::string caption = button->IsSeparator() ? std::string() : button->Caption();
-        DrawTextA(dc.Handle(), caption.c_str(), static_cast<int>(caption.size()), &r, DT_CALCRECT | DT_SINGLELINE);
-        text = {std::max<int>(text.X, r.right), std::max<int>(text.Y, r.bottom)};
+        TRect r{};
+        canvas.DrawText(button->IsSeparator() ? std::string() : button->Caption(), r, DT_CALCRECT | DT_SINGLELINE);
+        text = {std::max(text.X, r.Right), std::max(text.Y, r.Bottom)};
     }
     if (FList) {
         return {image.X + text.X + 3 * gap, std::max(image.Y, text.Y) + 2 * gap};

@@ -1,5 +1,9 @@
 #include "ToolBarFixture.h"
 
+#include "support/ImportPatch.h"
+
+#include <algorithm>
+
 namespace kx::test {
 namespace {
 
@@ -135,6 +139,28 @@ TEST_F(ToolBar, AFormFileBringsTheBarBackAsItWas) {
     EXPECT_TRUE(bar->Flat());
     EXPECT_EQ(bar->Buttons(1)->Top(), 49);
     EXPECT_EQ(bar->Height(), 147);
+}
+
+std::vector<std::wstring> Measured;
+
+int WINAPI DrawTextNoted(HDC dc, LPCWSTR text, int length, LPRECT rect, UINT format) {
+    Measured.emplace_back(text, static_cast<size_t>(length));
+    return DrawTextExW(dc, const_cast<LPWSTR>(text), length, rect, format, nullptr);
+}
+
+/// As text that is not Unicode, the system would measure them in a code page that need not be the process's.
+TEST_F(ToolBar, CaptionsAreMeasuredAsTheLettersThatTheyShow) {
+    Add(FromUtf8("Größe"));
+    Add("x");
+    Show();
+    Measured.clear();
+    const TImportPatch patch("DrawTextW", reinterpret_cast<void*>(DrawTextNoted));
+    Bar->SetShowCaptions(true);
+    EXPECT_NE(std::find(Measured.begin(), Measured.end(), ToWide(FromUtf8("Größe"))), Measured.end());
+    TBitmap bitmap;
+    bitmap.Canvas().Font().Assign(&Bar->Font());
+    EXPECT_GT(Bar->Buttons(0)->Width(), bitmap.Canvas().TextWidth(FromUtf8("Größe")));
+    EXPECT_EQ(Bar->Buttons(1)->Width(), Bar->Buttons(0)->Width()) << "the widest counts";
 }
 
 } // namespace
