@@ -3,6 +3,7 @@
 #include "ui/ControlsBase.h"
 #include "ui/Thunk.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,6 +52,7 @@ class TWinControl : public TControl {
 
     /// A window that is not the framework's and holds this control; null: none. Set it on controls without a parent.
     HWND ParentWindow() const { return FParentWindow; }
+    /// @throws EOSError when the system refuses it; then the control stays where it is.
     virtual void SetParentWindow(HWND value);
 
     /// Sets parameters by which the window is created; descendants call the inherited method first.
@@ -190,7 +192,11 @@ protected:
     void SetZOrder(bool front) override;
     HWND MessageWindow() const override { return FHandle; }
     void ContextStale() override;
-    void SetParentWindowField(HWND value) { FParentWindow = value; }
+    /// Moves a window into another one; null: onto the screen. @throws EOSError when the system refuses it.
+    static void ChangeParent(HWND window, HWND parent);
+    /// Stores the parent window and carries the change out. When that fails and the window is not there, all is as
+    /// before.
+    void ChangeParentWindow(HWND value, const std::function<void()>& carryOut);
     static HMENU NextControlId(); ///< A number for a child window that no dialog uses for a control of its own.
     /// Told when a control of the same form got the focus; descendants call the inherited method for those inside.
     virtual void FocusChanged(TWinControl* focused);

@@ -341,14 +341,36 @@ void TWinControl::SetParentWindow(HWND value) {
     if (Parent() || FParentWindow == value) {
         return;
     }
-    if (FHandle && value) {
-        FParentWindow = value;
-        ::SetParent(FHandle, value);
-    } else if (Outlives(*this, [this] { DestroyHandle(); })) {
-        FParentWindow = value;
-        if (value) {
+    ChangeParentWindow(value, [=, this] {
+        if (FHandle && value) {
+            ChangeParent(FHandle, value);
+        } else if (Outlives(*this, [this] { DestroyHandle(); }) && value) {
             HandleNeeded();
         }
+    });
+}
+
+void TWinControl::ChangeParentWindow(HWND value, const std::function<void()>& carryOut) {
+    const HWND old = std::exchange(FParentWindow, value);
+    const TAlive alive(*this);
+    try {
+        carryOut();
+    } catch (...) {
+        const auto isThere = [=, this] {
+            return FHandle && GetAncestor(FHandle, GA_PARENT) == (value ? value : GetDesktopWindow());
+        };
+        if (alive && FParentWindow == value && !isThere()) {
+            FParentWindow = old;
+        }
+        throw;
+    }
+}
+
+void TWinControl::ChangeParent(HWND window, HWND parent) {
+    SetLastError(ERROR_SUCCESS);
+    // What the messages of the move do may destroy the window.
+    if (!::SetParent(window, parent) && GetLastError() != ERROR_SUCCESS && IsWindow(window)) {
+        RaiseLastOSError();
     }
 }
 

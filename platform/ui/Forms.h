@@ -97,8 +97,12 @@ class TCustomForm : public TWinControl {
     void SetBorderIcons(TBorderIcons value);
     TPosition Position() const { return FPosition; }
     void SetPosition(TPosition value) { FPosition = value; }
+    /// Of a form of its own. Docked, a form has its ordinary size, and its state comes back when it is a form of its
+    /// own again and is shown.
     TWindowState WindowState() const { return FWindowState; }
     void SetWindowState(TWindowState value);
+    /// Its bounds, for an icon and for a form that fills the screen those that it has otherwise.
+    TRect NormalBounds() const;
     TFormStyle FormStyle() const { return FFormStyle; }
     void SetFormStyle(TFormStyle value);
     bool KeyPreview() const { return FKeyPreview; } ///< Key events come to the form first.
@@ -178,10 +182,14 @@ protected:
     virtual void Paint();
 
 private:
+    struct TStyles;
     void UpdateWindowStyle(); ///< Brings the existing window in line with border, icons and parent window.
+    void EnterParent(HWND parent, const TStyles& styles);
+    void LeaveParent(HWND owner, const TStyles& styles);
     void PlaceFirst();
     HWND OwnerWindow() const;
     void ShowWindowNow();
+    int ShowCommand(TWindowState state) const;
     void CloseModal();
     bool SessionMayEnd();
     void WakeModalLoop() const;
@@ -316,7 +324,8 @@ class TApplication : public TComponent {
     void ProcessMessages(); ///< Handles all waiting messages.
     void HandleMessage();   ///< Handles one message, or waits for one.
 
-    /// Hidden window that owns the program's top-level windows.
+    /// Hidden window that owns all forms but the main one. So those have no button in the task bar, and Alt+Tab offers
+    /// them all as one.
     HWND Handle();
     TCustomForm* MainForm() const { return FMainForm; }
     std::string Title() const;

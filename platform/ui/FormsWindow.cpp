@@ -74,101 +74,6 @@ TPoint TCustomForm::FrameExtent() const {
     return extent;
 }
 
-/// The window stays: what is in it, the focus, selections and scroll positions, is not touched.
-void TCustomForm::UpdateWindowStyle() {
-    const HWND window = WindowHandle();
-    if (!window || Parent()) {
-        return;
-    }
-    TCreateParams params;
-    CreateParams(params);
-    constexpr DWORD kept = WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE;
-    const auto oldStyle = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-    const DWORD style = (params.Style & ~kept) | (oldStyle & kept);
-    const bool wasChild = (oldStyle & WS_CHILD) != 0;
-    const bool child = (style & WS_CHILD) != 0;
-    const bool wasOnTop = (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-    const HWND oldParent = wasChild ? GetAncestor(window, GA_PARENT) : nullptr;
-    const TRect bounds = BoundsRect();
-    const bool shown = (oldStyle & WS_VISIBLE) != 0;
-    const bool moves = child != wasChild || (child && oldParent != params.WndParent);
-
-    const TAlive alive(*this);
-    if (moves && shown) {
-        ShowWindow(window, SW_HIDE); // the focus leaves, of which handlers are told
-    }
-    if (!alive || WindowHandle() != window) {
-        return;
-    }
-    const auto setStyle = [&] {
-        const DWORD visible = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)) & WS_VISIBLE;
-        SetWindowLongA(window, GWL_STYLE, static_cast<LONG>((style & ~static_cast<DWORD>(WS_VISIBLE)) | visible));
-        if (static_cast<DWORD>(GetWindowLongA(window, GWL_EXSTYLE)) != params.ExStyle) {
-            SetWindowLongA(window, GWL_EXSTYLE, static_cast<LONG>(params.ExStyle));
-        }
-    };
-    if (child) {
-        if (!wasChild) {
-            if (GetMenu(window)) {
-                ::SetMenu(window, nullptr);
-            }
-            setStyle();
-            SetWindowLongPtrA(window, GWLP_ID, static_cast<LONG_PTR>(reinterpret_cast<UINT_PTR>(NextControlId())));
-            ::SetParent(window, params.WndParent);
-        } else {
-            ::SetParent(window, params.WndParent);
-            setStyle();
-        }
-    } else {
-        if (wasChild) {
-            ::SetParent(window, nullptr);
-            SetWindowLongPtrA(window, GWLP_ID, 0);
-        }
-        setStyle();
-        SetWindowLongPtrA(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(params.WndParent));
-        if (alive) {
-            ApplyMenu();
-        }
-    }
-    if (!alive) {
-        return;
-    }
-    const bool onTop = (params.ExStyle & WS_EX_TOPMOST) != 0;
-    const bool zOrder = moves || onTop != wasOnTop;
-    SetWindowPos(window,
-                 onTop      ? HWND_TOPMOST
-                 : wasOnTop ? HWND_NOTOPMOST
-                            : HWND_TOP,
-                 bounds.Left, bounds.Top, bounds.Right - bounds.Left, bounds.Bottom - bounds.Top,
-                 SWP_NOACTIVATE | SWP_FRAMECHANGED | (shown ? 0u : UINT{SWP_NOREDRAW | SWP_DEFERERASE}) |
-                     (zOrder ? 0u : UINT{SWP_NOZORDER}));
-    if (moves && shown) {
-        ShowWindow(window, SW_SHOWNA);
-    }
-}
-
-void TCustomForm::SetParentWindow(HWND value) {
-    if (Parent() || ParentWindow() == value) {
-        return;
-    }
-    SetParentWindowField(value);
-    if (HandleAllocated()) {
-        if (!Outlives(*this, [this] { UpdateWindowStyle(); })) {
-            return;
-        }
-        // A form that leaves a dialog is hidden and will mostly be docked again: its windows keep their order till
-        // then.
-        FArranged = value || Visible();
-        if (FArranged) {
-            ArrangeAllWindows();
-        }
-    } else if (value && Visible()) {
-        if (Outlives(*this, [this] { HandleNeeded(); }) && HandleAllocated()) {
-            ShowWindowNow();
-        }
-    }
-}
-
 // --- Making, showing and losing the window
 
 void TCustomForm::CreateHandle() {
@@ -298,15 +203,15 @@ void TCustomForm::ShowWindowNow() {
     if (!std::exchange(FArranged, true)) {
         ArrangeAllWindows();
     }
-    int how = SW_SHOWNORMAL;
+    ShowWindow(WindowHandle(), ShowCommand(FWindowState));
+}
+
+int TCustomForm::ShowCommand(TWindowState state) const {
     if (Parent() || ParentWindow()) {
-        how = SW_SHOWNA;
-    } else if (FWindowState == wsMaximized) {
-        how = SW_SHOWMAXIMIZED;
-    } else if (FWindowState == wsMinimized) {
-        how = SW_SHOWMINIMIZED;
+        return SW_SHOWNA;
     }
-    ShowWindow(WindowHandle(), how);
+    constexpr int commands[] = {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};
+    return commands[state];
 }
 
 void TCustomForm::ApplyIcon() {

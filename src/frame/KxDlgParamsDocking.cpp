@@ -31,8 +31,8 @@ void Dock(TForm& form, HWND handle, const TKxCustDlgParams& params) {
         [&] { form.Show(); });
 }
 
-int32_t WidthOf(const TForm& form) { return form.Width(); }
-int32_t HeightOf(const TForm& form) { return form.Height(); }
+int32_t WidthOf(const TForm& form) { return Width(form.NormalBounds()); }
+int32_t HeightOf(const TForm& form) { return Height(form.NormalBounds()); }
 
 } // namespace
 

@@ -107,6 +107,28 @@ TEST_F(Docking, FormsStayInFrontOfTheListsOfOtherFolders) {
                         Cancel()});
 }
 
+TEST_F(Docking, IconsAndFormsThatFillTheScreenAreDockedInTheirOrdinarySize) {
+    for (const TWindowState state : {wsMinimized, wsMaximized}) {
+        DockByForm(AllSides);
+        for (TForm* form : DockedForms()) {
+            form->SetBorderStyle(bsNone); // no frame widens it
+            form->Show();
+            form->SetWindowState(state);
+        }
+        RunDialog(FDialog, {{"forms are painted", AllPainted(),
+                             [&] {
+                                 EXPECT_EQ(Params().IncX(), 120 + 70);
+                                 EXPECT_EQ(Params().IncY(), 50 + 80);
+                                 const TRect& client = FDialog.SystemClient();
+                                 ExpectFormsAround(client.Right + 190, client.Bottom + 130);
+                             }},
+                            Cancel()});
+        for (TForm* form : DockedForms()) {
+            EXPECT_EQ(form->WindowState(), state);
+        }
+    }
+}
+
 TEST_F(Docking, ADialogOfFixedSizeGrowsLikewise) {
     FDialog.SetOptions(FDialog.Options() - TOpenOptions{ofEnableSizing});
     DockByForm(AllSides);
