@@ -232,6 +232,12 @@ void TKxBitBtn::FontChanged() {
     Repaint();
 }
 
+/// The system's colours may have changed, with which the pictures of its states were made.
+void TKxBitBtn::ColorChanged() {
+    FGlyph->Invalidate();
+    TButton::ColorChanged();
+}
+
 void TKxBitBtn::EnabledChanged() {
     TButton::EnabledChanged();
     Repaint();

@@ -69,6 +69,7 @@ protected:
     void SetButtonStyle(bool isDefault) override;
     void ActionChange(TObject* sender, bool checkDefaults) override;
     void FontChanged() override;
+    void ColorChanged() override;
     void EnabledChanged() override;
     void MouseLeave() override;
     void Notification(TComponent* component, TOperation operation) override;

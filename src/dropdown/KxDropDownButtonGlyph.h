@@ -94,9 +94,9 @@ class TButtonGlyph : public TObject {
     /// Index of a state's image in `GlyphList`, built when it is needed; -1 without a picture.
     int CreateButtonGlyph(TButtonState state);
     TGlyphList* GlyphList() const { return FGlyphList; } ///< Belongs to the cache; null until an image is built.
+    void Invalidate();                                   ///< Gives all images back: they are built anew.
 
 private:
-    void Invalidate(); ///< Gives all images back.
     void GlyphChanged(TObject* sender);
     void DrawDisabledCell(TBitmap& image, const TRect& cell) const;
     void DrawEmbossed(TBitmap& image) const;

@@ -178,6 +178,18 @@ TEST_F(BitBtn, DisabledAStripShowsItsSecondPictureInTheSystemsColours) {
     EXPECT_EQ(Pixel(64 + 1, 12), ColorToRGB(clBtnFace));
 }
 
+TEST_F(BitBtn, ItsPictureFollowsTheSystemsColours) {
+    Button->SetEnabled(false);
+    Show();
+    ASSERT_EQ(Pixel(91, 14), ColorToRGB(clBtnShadow)) << "the tip";
+    const COLORREF before = ColorToRGB(clBtnShadow);
+    const TSysColors colors;
+    ASSERT_NE(ColorToRGB(clBtnShadow), before);
+    Button->Update();
+    EXPECT_EQ(Pixel(91, 14), ColorToRGB(clBtnShadow));
+    EXPECT_EQ(Pixel(92, 15), ColorToRGB(clBtnHighlight)) << "and its light";
+}
+
 TEST_F(BitBtn, BecomingTheDefaultKeepsItOwnerDrawn) {
     Show();
     for (const bool value : {true, false, true}) {
