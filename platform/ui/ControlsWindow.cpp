@@ -270,8 +270,9 @@ LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wPara
         });
     }
     const TAlive alive(*control);
+    const bool isGoing = !alive; // in a destructor, which waits for the end of this message
     Guarded([&] { control->WndProc(m); });
-    if (alive) {
+    if (alive || isGoing) {
         control->WindowDestroyed();
     }
     return m.Result;
@@ -297,8 +298,11 @@ void TWinControl::DestroyHandle() {
     if (FHandle) {
         const HWND window = FHandle;
         const TFieldScope destroying(*this, FDestroyingWindow, true);
+        const TAlive alive(*this);
+        const bool isGoing = !alive; // in a destructor, which nothing ends meanwhile
+        DestroyWindow(window);
         // Only the thread that made it can destroy it.
-        if (Outlives(*this, [=] { DestroyWindow(window); }) && FHandle == window) {
+        if ((alive || isGoing) && FHandle == window) {
             SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
             WindowDestroyed();
         }

@@ -71,6 +71,19 @@ TEST_F(ControlsTest, TheWindowGetsItsMessagesFromTheFirstToTheLast) {
     EXPECT_THROW(control->Handle(), EInvalidOperation);
 }
 
+TEST_F(ControlsTest, OneThatEndsItsLifeBeforeItsWindowLeavesNothingInItsPlace) {
+    class TEarlyEnding : public TCustomControl {
+    public:
+        explicit TEarlyEnding(TComponent* owner) : TCustomControl(owner) {}
+        ~TEarlyEnding() override { EndLife(); }
+    };
+    auto* const control = Add<TEarlyEnding>(0, 0, 50, 50);
+    const HWND window = control->Handle();
+    control->Free();
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(FindControl(window), nullptr) << "the system gives the number to other windows";
+}
+
 TEST_F(ControlsTest, TheWindowIsWhereTheControlIs) {
     auto* const panel = Add<TPanel>(10, 20, 100, 50);
     auto* const inner = Add<TEdit>(5, 6, 40, 21, panel);

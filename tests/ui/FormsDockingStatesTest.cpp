@@ -105,15 +105,19 @@ TEST_F(FormsDockingStates, AnotherBorderLeavesAnIconAnIcon) {
     EXPECT_EQ(ScreenRectOf(Form->Handle()), (TRect{60, 50, 360, 250}));
 }
 
-TEST_F(FormsDockingStates, AWindowThatIsNoneTakesNoForm) {
-    const HWND gone = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
-    DestroyWindow(gone);
+/// The system puts no window into one that is inside it.
+HWND InsideOf(HWND window) {
+    return CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 9, 9, window, nullptr, nullptr, nullptr);
+}
+
+TEST_F(FormsDockingStates, AFormThatTheSystemRefusesToDockStaysWhatItIs) {
     Form->SetBounds(60, 50, 300, 200);
     Form->Show();
     const HWND window = Form->Handle();
+    const HWND inside = InsideOf(window);
     const auto style = GetWindowLongA(window, GWL_STYLE);
     const auto exStyle = GetWindowLongA(window, GWL_EXSTYLE);
-    EXPECT_THROW(Form->SetParentWindow(gone), EOSError);
+    EXPECT_THROW(Form->SetParentWindow(inside), EOSError);
     EXPECT_EQ(Form->ParentWindow(), nullptr);
     EXPECT_FALSE(Form->IsDocked());
     EXPECT_TRUE(IsWindowVisible(window));
@@ -122,17 +126,18 @@ TEST_F(FormsDockingStates, AWindowThatIsNoneTakesNoForm) {
     EXPECT_EQ(ScreenRectOf(window), (TRect{60, 50, 360, 250}));
     Form->SetParentWindow(Host.Window);
     EXPECT_EQ(GetParent(window), Host.Window);
-    EXPECT_THROW(Form->SetParentWindow(gone), EOSError);
+    EXPECT_THROW(Form->SetParentWindow(inside), EOSError);
     EXPECT_EQ(GetParent(window), Host.Window) << "it stays where it was";
     EXPECT_EQ(Form->ParentWindow(), Host.Window);
     EXPECT_TRUE(IsWindowVisible(window));
-    TEdit edit;
-    EXPECT_THROW(edit.SetParentWindow(gone), EOSError);
-    EXPECT_EQ(edit.ParentWindow(), nullptr);
-    edit.SetParentWindow(Host.Window);
-    EXPECT_THROW(edit.SetParentWindow(gone), EOSError);
-    EXPECT_EQ(edit.ParentWindow(), Host.Window);
-    EXPECT_EQ(GetParent(edit.WindowHandle()), Host.Window);
+}
+
+TEST_F(FormsDockingStates, AControlThatTheSystemRefusesToMoveStaysWhereItIs) {
+    TPanel panel;
+    panel.SetParentWindow(Host.Window);
+    EXPECT_THROW(panel.SetParentWindow(InsideOf(panel.WindowHandle())), EOSError);
+    EXPECT_EQ(panel.ParentWindow(), Host.Window);
+    EXPECT_EQ(GetParent(panel.WindowHandle()), Host.Window);
 }
 
 /// Fails once its window is made.
@@ -152,8 +157,6 @@ TEST_F(FormsDockingStates, AControlThatFailsInItsNewWindowIsThere) {
 }
 
 TEST_F(FormsDockingStates, AFormThatCannotBeDockedKeepsItsMenu) {
-    const HWND gone = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
-    DestroyWindow(gone);
     TMainMenu menu(nullptr);
     TMenuItem item;
     item.SetCaption("File");
@@ -161,7 +164,7 @@ TEST_F(FormsDockingStates, AFormThatCannotBeDockedKeepsItsMenu) {
     Form->SetMenu(&menu);
     Form->Show();
     ASSERT_EQ(GetMenu(Form->Handle()), menu.Handle());
-    EXPECT_THROW(Form->SetParentWindow(gone), EOSError);
+    EXPECT_THROW(Form->SetParentWindow(InsideOf(Form->Handle())), EOSError);
     EXPECT_EQ(GetMenu(Form->Handle()), menu.Handle());
     Form->SetMenu(nullptr);
 }
