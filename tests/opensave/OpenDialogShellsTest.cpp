@@ -145,22 +145,6 @@ TEST_F(OpenDialogShells, ANewViewIsTakenOverAtOnce) {
     });
 }
 
-TEST_F(OpenDialogShells, WhatWasUnderWayToAListThatHasGoneKeepsTheNextOneFromNothing) {
-    const TFormPtr form = MakeForm(clCream, 50, 50); // in place of a list that is never painted then
-    Other.CustDlgParams().SetCustomForm(form.get());
-    Other.SetSelectionType(stCustom);
-    RunDialog([&] { return Other.Execute(); }, {{"it is filtered", [&] { return IsFiltered() && HasStyles(); },
-                                                 [&] {
-                                                     BrowseTo(Other.DlgHandle(), Folder.Path("inner"));
-                                                     SendMessageA(ListOf(Other), WM_SETREDRAW, TRUE, 0);
-                                                     BrowseTo(Other.DlgHandle(), Folder.Path());
-                                                     ShowWindow(ListOf(Other),
-                                                                SW_HIDE); // until the form is in its place
-                                                 }},
-                                                Await("it is filtered again", [&] { return IsFiltered(); }),
-                                                Press(Other, IDCANCEL)});
-}
-
 TEST_F(OpenDialogShells, ANewViewThatTheApplicationKeepsSecretIsFoundInTime) {
     Other.SetOnEventHooking([](TObject*, TMessage& message, bool& allow) { allow = message.Msg != WM_PARENTNOTIFY; });
     RunDialog(Other, {{"it is filtered", [&] { return IsFiltered() && HasStyles(); },
