@@ -10,7 +10,7 @@ using namespace test;
 class LiteCycles : public TFileDlgTest {};
 
 TEST_F(LiteCycles, LeaveNothingBehindThatTheSystemsDialogDoesNot) {
-    constexpr int Cycles = 300;
+    constexpr int Cycles = 150;
     constexpr int SystemCycles = 20;
 
     TOpenDialog plain(Owner.get());
