@@ -217,8 +217,8 @@ bool TCommonDialog::TaskModalDialog(HWND owner, const std::function<bool()>& dia
     bool result = false;
     FRunning = running;
     try {
-        const TModalScope modal(owner);
-        result = dialogFunc();
+        const TModalScope modal(owner); // the application's windows hear of it
+        result = alive && dialogFunc();
     } catch (...) {
         if (alive) {
             FRunning.reset();

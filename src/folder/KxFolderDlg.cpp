@@ -205,7 +205,10 @@ private:
 TKxCustomFolderDialog* TKxCustomFolderDialog::Running() { return TKxRunning<TKxCustomFolderDialog>::Dialog(); }
 
 bool TKxCustomFolderDialog::Execute() {
-    HWND owner = BrowserOwner();
+    HWND owner = nullptr;
+    if (!Outlives(*this, [&] { owner = BrowserOwner(); })) { // it may make the parent form's window
+        return false;
+    }
     return TaskModalDialog(owner, [this, owner] { return Browse(owner); });
 }
 
@@ -227,8 +230,11 @@ HWND TKxCustomFolderDialog::BrowserOwner() const {
 }
 
 bool TKxCustomFolderDialog::Browse(HWND owner) {
-    const TApartment apartment;
     const TRun run(*this);
+    const TApartment apartment; // makes a window, and hooks hear of that
+    if (!run.IsDialogAlive()) {
+        return false;
+    }
     const unique_pidl root = RootPidl();
     const std::string title = Fitting(FTitle, 128);
     std::array<char, MAX_PATH + 1> displayName{}; // ends in a zero whatever the system writes

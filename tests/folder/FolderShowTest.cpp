@@ -250,6 +250,22 @@ TEST_F(FolderShow, IsOwnedByItsParentFormElseByTheApplication) {
     Look(dialog, [&] { EXPECT_EQ(GetWindow(dialog.DialogWindow(), GW_OWNER), Application().Handle()); });
 }
 
+TEST_F(FolderShow, IsNotShownWhenItIsFreedAsItsParentFormGetsItsWindow) {
+    auto& dialog = NewDialog();
+    TFormPtr parent = MakeForm(clCream, 200, 200);
+    ASSERT_FALSE(parent->HandleAllocated());
+    bool freed = false;
+    parent->SetOnResize([&](TObject*) {
+        parent->SetOnResize(nullptr);
+        dialog.Free();
+        freed = true;
+    });
+    dialog.SetParentForm(parent.get());
+    EXPECT_FALSE(dialog.Execute());
+    EXPECT_TRUE(freed);
+    EXPECT_EQ(TKxFolderDialog::Running(), nullptr);
+}
+
 TEST_F(FolderShow, GetsItsIcon) {
     auto& dialog = NewDialog();
     TIcon icon;

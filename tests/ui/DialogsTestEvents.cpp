@@ -232,6 +232,17 @@ TEST_F(DialogOfAForm, TellsTheApplicationWhenModalityBeginsAndEnds) {
     EXPECT_THAT(events, ElementsAre("begin", "show", "end"));
 }
 
+TEST_F(DialogOfAForm, IsNotShownWhenItIsFreedAsModalityBegins) {
+    int ends = 0;
+    Application().SetOnModalBegin([&](TObject*) { Dialog.reset(); });
+    Application().SetOnModalEnd([&](TObject*) { ++ends; });
+    EXPECT_FALSE(Dialog.get()->Execute());
+    Application().SetOnModalBegin(nullptr);
+    Application().SetOnModalEnd(nullptr);
+    EXPECT_EQ(ends, 1);
+    EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
+}
+
 TEST(ShowMessage, ShowsItsTextUntilItIsAnswered) {
     RunDialog(
         [] {
