@@ -1,6 +1,6 @@
 #include "SystemDialog.h"
 
-#include "frame/KxShellDefs.h"
+#include "opensave/KxShellList.h"
 #include "ui/Handles.h"
 #include "ui/Subclass.h"
 
@@ -9,9 +9,6 @@
 namespace kx::probe {
 
 namespace {
-
-/// Not in the headers of every compiler.
-constexpr GUID ShellFolderViewId = {0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x65, 0x08, 0x00, 0x2B, 0x2E, 0x12, 0x62}};
 
 /// What a dialog window hears until it is painted for the first time.
 class TFirstMessages {
@@ -193,7 +190,7 @@ void TOpenQuestions::RemoveObject() {
     IShellFolderView* folderView = nullptr;
     IFolderView* items = nullptr;
     view->QueryInterface(IID_IFolderView, reinterpret_cast<void**>(&items));
-    view->QueryInterface(ShellFolderViewId, reinterpret_cast<void**>(&folderView));
+    view->QueryInterface(KxShellFolderViewId, reinterpret_cast<void**>(&folderView));
     PITEMID_CHILD pidl = nullptr;
     if (!items || FAILED(items->Item(0, &pidl)) || !folderView) {
         FReport.Say(2, Format("IFolderView: %s, item 0: %s, IShellFolderView: %s",

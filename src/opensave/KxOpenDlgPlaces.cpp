@@ -232,13 +232,13 @@ void TKxCustomOpenDialog::BorrowToolBar() {
         return;
     }
     FBorrowedBar.Set(bar);
-    FTBPrevParent.Set(bar->Parent());
-    FTBPrevVisible = bar->Visible();
-    FTBPrevRect = bar->BoundsRect();
-    TKxFormRef<TWinControl> home;
+    TKxFormRef<TWinControl> home; // known here too: the dialog may go on the way
     home.Set(bar->Parent());
     const bool visible = bar->Visible();
     const TRect before = bar->BoundsRect();
+    FTBPrevParent.Set(bar->Parent());
+    FTBPrevVisible = visible;
+    FTBPrevRect = before;
     HWND dialog = DlgHandle();
     const TRect r = KxRectIn(dialog, FTB);
     const TAlive barAlive(*bar);

@@ -9,9 +9,6 @@ namespace kx {
 
 namespace {
 
-/// The system's headers know the interface, but not all of them its identifier.
-constexpr GUID ShellFolderViewId{0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x65, 0x08, 0x00, 0x2B, 0x2E, 0x12, 0x62}};
-
 unique_com<IShellView> ViewOf(HWND listView) {
     HWND view = GetParent(listView);
     unique_com<IShellView> shellView;
@@ -44,7 +41,7 @@ TKxShellList::TKxShellList(HWND listView)
         return;
     }
     view.get()->QueryInterface(IID_IFolderView, reinterpret_cast<void**>(FView.put()));
-    view.get()->QueryInterface(ShellFolderViewId, reinterpret_cast<void**>(FRemover.put()));
+    view.get()->QueryInterface(KxShellFolderViewId, reinterpret_cast<void**>(FRemover.put()));
     if (FView) {
         FView.get()->GetFolder(IID_IShellFolder, reinterpret_cast<void**>(FFolder.put()));
     }

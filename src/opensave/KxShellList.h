@@ -7,6 +7,9 @@
 
 namespace kx {
 
+/// IID of IShellFolderView. The system's headers know the interface, but not all of them its identifier.
+inline constexpr GUID KxShellFolderViewId{0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x65, 0x08, 0x00, 0x2B, 0x2E, 0x12, 0x62}};
+
 /// The file list of a system dialog with what the shell knows of its entries.
 ///
 /// Such lists come in two kinds. The classic one keeps the identifier list of each entry in the item's parameter, and
