@@ -61,13 +61,10 @@ protected:
 private:
     template <class T> static void Do(const std::string& course, T& dialog) {
         HWND window = dialog.DialogWindow();
-        if (course == "Cancel") {
-            dialog.CloseDialog(mrCancel);
-        } else if (course == "Ok") {
-            dialog.CloseDialog(mrOk);
-        } else if (course == "Close") {
-            SendMessageA(window, WM_CLOSE, 0, 0);
-        } else if (course == "FullOpen") {
+        if (DoInAnyDialog(course, dialog, window)) {
+            return;
+        }
+        if (course == "FullOpen") {
             SendMessageA(GetDlgItem(window, 719), BM_CLICK, 0, 0);
         } else if (course == "AddAColor") {
             SendMessageA(GetDlgItem(window, 719), BM_CLICK, 0, 0);

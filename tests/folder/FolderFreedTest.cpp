@@ -81,14 +81,10 @@ protected:
 
 private:
     void Do(const std::string& course, TKxFolderDialog& dialog) const {
-        HWND window = dialog.DialogWindow();
-        if (course == "Cancel") {
-            dialog.CloseDialog(mrCancel);
-        } else if (course == "Ok") {
-            dialog.CloseDialog(mrOk);
-        } else if (course == "Close") {
-            SendMessageA(window, WM_CLOSE, 0, 0);
-        } else if (course == "Select") {
+        if (DoInAnyDialog(course, dialog, dialog.DialogWindow())) {
+            return;
+        }
+        if (course == "Select") {
             dialog.SetSelFolder(Folder.Path("beta"));
         } else if (course == "Status") {
             dialog.SetStatusText("another");
@@ -98,9 +94,6 @@ private:
             dialog.SetSelectionType(stCustom);
         } else if (course == "StandardSelection") {
             dialog.SetSelectionType(stStandard);
-        } else if (course == "Grow") {
-            const TRect r = ScreenRectOf(window);
-            SetWindowPos(window, nullptr, 0, 0, Width(r) + 40, Height(r) + 30, SWP_NOMOVE | SWP_NOZORDER);
         } else {
             FAIL() << course;
         }

@@ -1,5 +1,6 @@
 #include "FolderDlgTest.h"
 
+#include "support/Grow.h"
 #include "support/ImportPatch.h"
 #include "support/NameSpaceTree.h"
 #include "ui/System.h"
@@ -343,10 +344,8 @@ TEST_F(FolderSystems, ACustomFormFollowsTheTreeWhenTheNewStyleIsResized) {
     RunDialog(dialog, {{"the form is painted", [&] { return IsPainted(*Custom); },
                         [&] {
                             HWND browser = dialog.DialogWindow();
-                            const TRect before = ScreenRectOf(browser);
                             const TRect placed = RectIn(browser, Custom->Handle());
-                            SetWindowPos(browser, nullptr, 0, 0, Width(before) + 70, Height(before) + 50,
-                                         SWP_NOMOVE | SWP_NOZORDER);
+                            Grow(browser, 70, 50);
                             const TRect grown = RectIn(browser, Custom->Handle());
                             EXPECT_EQ(grown, PlaceOf(browser, TreeOf(dialog), TreeOf(dialog)));
                             EXPECT_EQ(Width(grown), Width(placed) + 70);
@@ -362,18 +361,14 @@ TEST_F(FolderSystems, ACustomFormThatComesAfterTheNewStyleWasResizedHasTheTreesP
     dialog.CustDlgParams().SetCustomForm(Custom.get());
     Look(dialog, [&] {
         HWND browser = dialog.DialogWindow();
-        const auto grow = [&] {
-            const TRect before = ScreenRectOf(browser);
-            SetWindowPos(browser, nullptr, 0, 0, Width(before) + 40, Height(before) + 30, SWP_NOMOVE | SWP_NOZORDER);
-        };
         const TRect own = Custom->BoundsRect();
-        grow();
+        Grow(browser);
         EXPECT_EQ(Custom->BoundsRect(), own) << "the tree is shown";
         dialog.SetSelectionType(stCustom);
         EXPECT_EQ(RectIn(browser, Custom->Handle()), PlaceOf(browser, TreeOf(dialog), TreeOf(dialog)));
         Custom->SetParentWindow(nullptr);
         const TRect elsewhere = Custom->BoundsRect();
-        grow();
+        Grow(browser);
         EXPECT_EQ(Custom->BoundsRect(), elsewhere) << "the application has taken it out";
     });
 }

@@ -3,6 +3,7 @@
 
 #include "opensave/KxSaveDlg.h"
 #include "support/FreedAtMessages.h"
+#include "support/Grow.h"
 #include "ui/ComCtrlsToolBar.h"
 #include "ui/Menus.h"
 
@@ -13,29 +14,18 @@ namespace {
 
 using namespace test;
 
-void Grow(const TKxFileDlgCore& dialog) {
-    const TRect r = ScreenRectOf(dialog.DlgHandle());
-    SetWindowPos(dialog.DlgHandle(), nullptr, 0, 0, Width(r) + 40, Height(r) + 30, SWP_NOMOVE | SWP_NOZORDER);
-}
-
 /// Dialogs with forms on their sides that are freed in the midst of something.
 class FreedDuring : public TOpenDialogTest, public testing::WithParamInterface<TCourse> {
 protected:
     /// What all file dialogs can do.
     void Do(const std::string& course, TKxFileDlgCore& dialog) const {
         HWND window = dialog.DlgHandle();
-        if (course == "Cancel") {
-            dialog.CloseDialog(mrCancel);
-        } else if (course == "Ok") {
+        if (course == "Ok") {
             const TAlive alive(dynamic_cast<TComponent&>(dialog));
             SetWindowTextA(FileNameEditOf(window), "one.txt");
             if (alive) {
                 dialog.CloseDialog(mrOk);
             }
-        } else if (course == "Close") {
-            SendMessageA(window, WM_CLOSE, 0, 0);
-        } else if (course == "Grow") {
-            Grow(dialog);
         } else if (course == "Navigate") {
             dialog.SetSelectedFolder(Folder.Path("inner"));
         } else if (course == "Up") {
@@ -54,7 +44,7 @@ protected:
             dialog.SetTitle("Another");
         } else if (course == "VisibleControls") {
             dialog.SetVisibleControls({dcFileName, dcCancelBtn});
-        } else {
+        } else if (!DoInAnyDialog(course, dialog, window)) {
             FAIL() << course;
         }
     }
@@ -225,27 +215,12 @@ KX_COURSE_BEFORE(SaveFreedDuring, Ok);
 
 // --- At the messages of others than the dialog: a form docked to its side, the custom form, the borrowed tool bar
 
-/// A tool bar that tells of its messages.
-class TTellingBar : public TToolBar {
-public:
-    using TToolBar::TToolBar;
-    std::function<void(const TMessage& message)> OnMessage;
-
-protected:
-    void WndProc(TMessage& message) override {
-        if (const auto tell = OnMessage) {
-            tell(message);
-        }
-        TToolBar::WndProc(message);
-    }
-};
-
 class FreedAtAPartsMessage : public FullFreedDuring {
 protected:
     FreedAtAPartsMessage() {
-        Left.reset(new TTellingForm(GetParam().Behind));
+        Left.reset(new TTelling<TForm>(GetParam().Behind));
         Left->SetBounds(0, 0, 80, 50);
-        Custom.reset(new TTellingForm(GetParam().Behind));
+        Custom.reset(new TTelling<TForm>(GetParam().Behind));
         Telling->SetParent(Owner.get());
         Telling->SetBounds(0, 0, 60, 24);
         Bar = Telling;
@@ -264,12 +239,12 @@ protected:
         part = nullptr;
     }
 
-    TTellingBar* Telling = new TTellingBar(Owner.get());
+    TTelling<TToolBar>* Telling = new TTelling<TToolBar>(false, Owner.get());
 };
 
-TEST_P(FreedAtAPartsMessage, OfADockedForm) { FreeAtMessagesOf(dynamic_cast<TTellingForm&>(*Left).OnMessage); }
+TEST_P(FreedAtAPartsMessage, OfADockedForm) { FreeAtMessagesOf(dynamic_cast<TTelling<TForm>&>(*Left).OnMessage); }
 
-TEST_P(FreedAtAPartsMessage, OfTheCustomForm) { FreeAtMessagesOf(dynamic_cast<TTellingForm&>(*Custom).OnMessage); }
+TEST_P(FreedAtAPartsMessage, OfTheCustomForm) { FreeAtMessagesOf(dynamic_cast<TTelling<TForm>&>(*Custom).OnMessage); }
 
 /// It tells before alone.
 TEST_P(FreedAtAPartsMessage, OfTheBorrowedToolBar) { FreeAtMessagesOf(Telling->OnMessage); }
@@ -299,7 +274,7 @@ TEST_P(ExFreedDuring, ItIsGoneWithoutATrace) {
                 const TAlive alive(dialog);
                 dialog.RefreshList();
                 if (alive) {
-                    Grow(dialog);
+                    Grow(dialog.DlgHandle());
                 }
             }
         })

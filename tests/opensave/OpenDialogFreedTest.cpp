@@ -1,6 +1,7 @@
 #include "OpenDialogTest.h"
 
 #include "support/FreedAtMessages.h"
+#include "support/Grow.h"
 #include "ui/Menus.h"
 
 #include <functional>
@@ -232,8 +233,7 @@ TEST_F(OpenDialogFreed, InTheSizing) {
                 FreeIt();
             }
         });
-        const TRect r = ScreenRectOf(Victim->DlgHandle());
-        SetWindowPos(Victim->DlgHandle(), nullptr, 0, 0, Width(r) + 40, Height(r) + 30, SWP_NOMOVE | SWP_NOZORDER);
+        Grow(Victim->DlgHandle());
     });
 }
 

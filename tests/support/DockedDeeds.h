@@ -2,6 +2,7 @@
 
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
+#include "support/Grow.h"
 #include "ui/Forms.h"
 #include "ui/StdCtrls.h"
 
@@ -158,11 +159,7 @@ private:
                 work();
             }
         };
-        piece([this] {
-            const TRect r = ScreenRectOf(FDialog->DialogWindow());
-            SetWindowPos(FDialog->DialogWindow(), nullptr, 0, 0, Width(r) + 40, Height(r) + 30,
-                         SWP_NOMOVE | SWP_NOZORDER);
-        });
+        piece([this] { Grow(FDialog->DialogWindow()); });
         piece([this] { SetFocus(FActing->First->WindowHandle()); });
         piece([this] { SetFocus(FActing->Second->WindowHandle()); });
         piece([this] { SendMessageA(FActing->Button->WindowHandle(), BM_CLICK, 0, 0); });

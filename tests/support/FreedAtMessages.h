@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/DialogDriver.h"
+#include "support/Grow.h"
 #include "ui/Forms.h"
 
 #include <functional>
@@ -12,10 +13,10 @@
 
 namespace kx::test {
 
-/// Tells of each message that the form gets: before the form handles it, or behind.
-class TTellingForm : public TForm {
+/// Tells of each message that the control, a T, gets: before the control handles it, or behind.
+template <class T> class TTelling : public T {
 public:
-    explicit TTellingForm(bool behind) : TForm(nullptr), FBehind(behind) {}
+    explicit TTelling(bool behind, TComponent* owner = nullptr) : T(owner), FBehind(behind) {}
 
     std::function<void(const TMessage& message)> OnMessage;
 
@@ -25,7 +26,7 @@ protected:
         if (tell && !FBehind) {
             tell(message);
         }
-        TForm::WndProc(message);
+        T::WndProc(message);
         if (tell && FBehind) {
             tell(message);
         }
@@ -185,6 +186,22 @@ struct TCourse {
 
     friend void PrintTo(const TCourse& c, std::ostream* out) { *out << c.Name; }
 };
+
+/// Does what can be done in each dialog: "Cancel", "Ok", "Close" and "Grow". False: the course is another one.
+template <class T> bool DoInAnyDialog(const std::string& course, T& dialog, HWND window) {
+    if (course == "Cancel") {
+        dialog.CloseDialog(mrCancel);
+    } else if (course == "Ok") {
+        dialog.CloseDialog(mrOk);
+    } else if (course == "Close") {
+        SendMessageA(window, WM_CLOSE, 0, 0);
+    } else if (course == "Grow") {
+        Grow(window);
+    } else {
+        return false;
+    }
+    return true;
+}
 
 inline std::string CourseName(const testing::TestParamInfo<TCourse>& course) { return course.param.Name; }
 
