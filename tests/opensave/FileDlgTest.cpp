@@ -185,20 +185,23 @@ void ExpectCleanLayout(const TKxFileDlgCore& dialog) {
 }
 
 std::vector<TStep> DragCorner(const TKxFileDlgCore& dialog, int dx, int dy) {
+    const auto isSizing = [] {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & GUI_INMOVESIZE) != 0;
+    };
     const auto from = std::make_shared<TPoint>();
-    return {{"the corner can be taken",
-             {},
+    return {{"the corner can be taken", [=] { return !isSizing(); }, // an earlier drag may not have ended yet
              [=, &dialog] {
-                 const TRect outer = ScreenRectOf(dialog.DlgHandle());
-                 *from = {outer.Right - 2, outer.Bottom - 2};
+                 // The frame's inner corner: the outermost pixels of a window that was sized before are the desktop's
+                 // under Wine 10 till it is shown anew.
+                 const TRect client = ClientRectOf(dialog.DlgHandle());
+                 POINT corner{client.Right, client.Bottom};
+                 ClientToScreen(dialog.DlgHandle(), &corner);
+                 *from = {corner.x, corner.y};
                  PressAt(*from);
              }},
-            {"the dialog is being sized",
-             [] {
-                 GUITHREADINFO info{};
-                 info.cbSize = sizeof info;
-                 return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & GUI_INMOVESIZE) != 0;
-             },
+            {"the dialog is being sized", isSizing,
              [=] {
                  for (int i = 1; i <= 5; ++i) {
                      MoveMouse({from->X + dx * i / 5, from->Y + dy * i / 5});
