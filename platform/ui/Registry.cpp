@@ -112,13 +112,20 @@ LSTATUS EnumValue(HKEY key, DWORD index, char* name, DWORD* length) {
 bool NamesNothing(const std::string& key) { return key.find_first_not_of('\\') == std::string::npos; }
 
 bool DeleteTree(const TLocation& location, REGSAM view) {
+    const auto deleteKey = [&] {
+        return RegDeleteKeyExA(location.Base, location.Key.c_str(), view, 0) == ERROR_SUCCESS;
+    };
+    // Most keys have none below them and go, values and all, with one call; one that has is refused.
+    if (deleteKey()) {
+        return true;
+    }
     {
         const unique_hkey key = OpenBelow(location, DELETE | KEY_READ | KEY_SET_VALUE | view);
         if (!key || RegDeleteTreeA(key.get(), nullptr) != ERROR_SUCCESS) {
             return false;
         }
     }
-    return RegDeleteKeyExA(location.Base, location.Key.c_str(), view, 0) == ERROR_SUCCESS;
+    return deleteKey();
 }
 
 } // namespace
