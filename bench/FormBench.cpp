@@ -1,6 +1,5 @@
 #include "FormBench.h"
 
-#include "Report.h"
 #include "core/FormText.h"
 
 #include <map>
@@ -91,16 +90,45 @@ const std::string& Form(int components, bool text) {
     return form;
 }
 
-} // namespace
-
 double ReadFormSeconds(int components, bool text) {
-    RegisterClass(TItem::StaticClass());
     const std::string& form = Form(components, text);
     TItem root;
     const double start = Now();
     TStaticMemoryStream source(form.data(), form.size());
     ReadComponent(source, &root);
     return Now() - start;
+}
+
+/// What a component costs, in microseconds: as many are read whatever the size of the forms.
+double PerComponent(int components, bool text) {
+    constexpr int all = 10'000;
+    double seconds = 0;
+    for (int i = 0; i < all / components; ++i) {
+        seconds += ReadFormSeconds(components, text);
+    }
+    return seconds / all * 1e6;
+}
+
+} // namespace
+
+std::vector<TRow> MeasureForms() {
+    RegisterClass(TItem::StaticClass());
+    std::vector<TRow> rows;
+    for (const bool text : {false, true}) {
+        std::vector<double> large;
+        std::vector<double> middle;
+        std::vector<double> small;
+        for (int i = 0; i < 15; ++i) {
+            large.push_back(PerComponent(10'000, text));
+            middle.push_back(PerComponent(1'000, text));
+            small.push_back(PerComponent(100, text));
+        }
+        // Linear growth: the cost of one component does not depend on how many there are.
+        const std::string what = std::string("component from ") + (text ? "text" : "binary");
+        rows.push_back(ComparePairs(what + ", of 10,000", large, "of 1,000", middle, "us", 1.3));
+        rows.push_back(ComparePairs(what + ", of 1,000", middle, "of 100", small, "us", 1.3));
+    }
+    return rows;
 }
 
 } // namespace kx::bench

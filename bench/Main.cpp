@@ -19,27 +19,6 @@ namespace kx::bench {
 
 namespace {
 
-std::vector<TRow> MeasureForms() {
-    std::vector<TRow> rows;
-    for (const bool text : {false, true}) {
-        const std::string form = text ? "text" : "binary";
-        const auto perComponent = [&](int components) {
-            std::vector<double> seconds;
-            for (int i = 0; i < 9; ++i) {
-                seconds.push_back(ReadFormSeconds(components, text));
-            }
-            return Median(seconds) / components * 1e6;
-        };
-        // Linear growth: the cost of one component does not depend on how many there are. The smallest form carries
-        // the fixed cost of a reading, so the middle one is the measure.
-        const double middle = perComponent(1'000);
-        std::printf("  form from %s: 1,000 components in %.2f ms\n", form.c_str(), middle);
-        rows.push_back({"component from " + form + ", of 10,000", perComponent(10'000), "of 1,000", middle, "us", 1.3});
-        rows.push_back({"component from " + form + ", of 1,000", middle, "of 100", perComponent(100), "us", 1.3});
-    }
-    return rows;
-}
-
 constexpr struct {
     const char* Name;
     std::vector<TRow> (*Measure)();
