@@ -1,8 +1,8 @@
 #include "ColorPrintBench.h"
 
 #include "Showing.h"
-#include "colorprint/KxColorDlg.h"
-#include "colorprint/KxPrintDlg.h"
+#include "kx/colorprint/KxColorDlg.h"
+#include "kx/colorprint/KxPrintDlg.h"
 
 namespace kx::bench {
 

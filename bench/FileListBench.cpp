@@ -1,8 +1,8 @@
 #include "FileListBench.h"
 
 #include "Showing.h"
-#include "opensave/KxOpenDlg.h"
-#include "ui/Handles.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/win/Handles.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "FolderDialogBench.h"
 
 #include "Showing.h"
-#include "folder/KxFolderDlg.h"
+#include "kx/folder/KxFolderDlg.h"
 
 namespace kx::bench {
 

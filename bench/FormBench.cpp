@@ -1,6 +1,6 @@
 #include "FormBench.h"
 
-#include "core/FormText.h"
+#include "kx/core/FormText.h"
 
 #include <map>
 

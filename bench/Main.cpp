@@ -8,7 +8,7 @@
 #include "OpenDialogBench.h"
 #include "PlacesBarBench.h"
 #include "PlacesBench.h"
-#include "ui/Forms.h"
+#include "kx/ui/forms/Forms.h"
 
 #include <algorithm>
 #include <cstdio>

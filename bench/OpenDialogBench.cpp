@@ -1,10 +1,10 @@
 #include "OpenDialogBench.h"
 
 #include "Showing.h"
-#include "opensave/KxOpenDlg.h"
-#include "opensave/KxOpenLite.h"
-#include "ui/Forms.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/opensave/KxOpenLite.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <cstdio>
 

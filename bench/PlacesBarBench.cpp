@@ -1,7 +1,7 @@
 #include "PlacesBarBench.h"
 
-#include "places/KxPlacesBarForm.h"
-#include "ui/Handles.h"
+#include "kx/places/KxPlacesBarForm.h"
+#include "kx/win/Handles.h"
 
 #include <shellapi.h>
 

@@ -1,7 +1,7 @@
 #include "PlacesBench.h"
 
-#include "places/KxPlaces.h"
-#include "ui/Registry.h"
+#include "kx/places/KxPlaces.h"
+#include "kx/win/Registry.h"
 
 #include <algorithm>
 #include <array>

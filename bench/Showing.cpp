@@ -1,7 +1,7 @@
 #include "Showing.h"
 
 #include "Report.h"
-#include "ui/Handles.h"
+#include "kx/win/Handles.h"
 
 #include <array>
 #include <commdlg.h>

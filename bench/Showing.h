@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Report.h"
-#include "ui/Windows.h"
+#include "kx/win/Windows.h"
 
 #include <functional>
 #include <string>

@@ -76,7 +76,7 @@ endfunction()
 function(kx_add_precompiled)
     set(standard <algorithm> <array> <atomic> <functional> <map> <memory> <optional> <string> <string_view>
         <unordered_map> <vector>)
-    set(windows <ui/Windows.h> <commdlg.h> <shlobj.h>)
+    set(windows <kx/win/Windows.h> <commdlg.h> <shlobj.h>)
     set(testing <gtest/gtest.h> <gmock/gmock.h>)
     if(WIN32)
         kx_add_header_set(kx_pch kx_options ${standard} ${windows})
@@ -115,12 +115,18 @@ endmacro()
 
 # kx_add_library(NAME [PORTABLE] [LINK library...])
 #
-# A static library of the calling folder; its headers are included as "folder/Unit.h". LINK names what its users need
-# too. PORTABLE: the folder includes no Windows header. A folder without sources gives a library of headers.
+# A static library of the calling folder. Its headers are included by their path from kx on, "kx/folder/Unit.h"; those
+# that no user of ours sees, of programs and tests, as "folder/Unit.h". LINK names what its users need too. PORTABLE: the
+# folder includes no Windows header. A folder without sources gives a library of headers.
 function(kx_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "PORTABLE" "" "LINK")
     kx_glob()
-    cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH root)
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE folder)
+    if(folder MATCHES "^(platform|src)/kx/")
+        set(root "${PROJECT_SOURCE_DIR}/${CMAKE_MATCH_1}")
+    else()
+        cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH root)
+    endif()
     if(NOT KX_SOURCES)
         add_library(${name} INTERFACE)
         target_include_directories(${name} INTERFACE "${root}")

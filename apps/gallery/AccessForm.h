@@ -1,8 +1,8 @@
 #pragma once
 
 #include "TextFiles.h"
-#include "ui/Forms.h"
-#include "ui/StdCtrls.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "opensave/KxOpenLite.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenLite.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "EventLogForm.h"
-#include "colorprint/KxColorDlg.h"
-#include "colorprint/KxPrintDlg.h"
-#include "ui/ExtCtrls.h"
+#include "kx/colorprint/KxColorDlg.h"
+#include "kx/colorprint/KxPrintDlg.h"
+#include "kx/ui/widgets/ExtCtrls.h"
 
 namespace kx::gallery {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "colorprint/KxColorDlg.h"
-#include "ui/ExtCtrls.h"
-#include "ui/StdCtrls.h"
+#include "kx/colorprint/KxColorDlg.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

@@ -2,8 +2,8 @@
 
 #include "GalleryPage.h"
 #include "Views.h"
-#include "opensave/KxOpenLite.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenLite.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "dropdown/KxDropDownButton.h"
-#include "ui/Menus.h"
+#include "kx/dropdown/KxDropDownButton.h"
+#include "kx/ui/controls/Menus.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "folder/KxFolderDlg.h"
-#include "ui/StdCtrls.h"
+#include "kx/folder/KxFolderDlg.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

@@ -12,8 +12,8 @@
 #include "SampleFiles.h"
 #include "Tour.h"
 #include "VetoForm.h"
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/Menus.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
 
 #include <cstdlib>
 #include <memory>

@@ -2,8 +2,8 @@
 
 #include "GalleryPage.h"
 #include "Views.h"
-#include "ui/ExtCtrls.h"
-#include "ui/StdCtrls.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/Dialogs.h"
-#include "ui/Forms.h"
+#include "kx/ui/dialogs/Dialogs.h"
+#include "kx/ui/forms/Forms.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/Forms.h"
-#include "ui/StdCtrls.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "modeless/KxModelessDlg.h"
-#include "opensave/KxOpenDlg.h"
-#include "ui/StdCtrls.h"
+#include "kx/modeless/KxModelessDlg.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

@@ -6,7 +6,7 @@
 #include "SamplePlaces.h"
 #include "Tour.h"
 #include "VetoForm.h"
-#include "dropdown/KxDropDownButton.h"
+#include "kx/dropdown/KxDropDownButton.h"
 
 namespace kx::gallery {
 

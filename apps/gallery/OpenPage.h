@@ -1,10 +1,10 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "opensave/KxOpenDlg.h"
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/Menus.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

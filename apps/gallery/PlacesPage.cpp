@@ -3,7 +3,7 @@
 #include "SampleFiles.h"
 #include "SamplePlaces.h"
 #include "Tour.h"
-#include "ui/Registry.h"
+#include "kx/win/Registry.h"
 
 #include <algorithm>
 #include <cstring>

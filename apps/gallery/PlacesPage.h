@@ -1,11 +1,11 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "places/KxPlacesBarForm.h"
-#include "ui/ComCtrls.h"
-#include "ui/ExtCtrls.h"
-#include "ui/ImgList.h"
-#include "ui/StdCtrls.h"
+#include "kx/graphics/ImgList.h"
+#include "kx/places/KxPlacesBarForm.h"
+#include "kx/ui/widgets/ComCtrls.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "ui/StdCtrls.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

@@ -2,9 +2,9 @@
 
 #include "TextFiles.h"
 #include "Views.h"
-#include "opensave/KxFileDlgCore.h"
-#include "ui/Forms.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxFileDlgCore.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

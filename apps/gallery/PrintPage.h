@@ -1,8 +1,8 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "colorprint/KxPrintDlg.h"
-#include "ui/StdCtrls.h"
+#include "kx/colorprint/KxPrintDlg.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include "SampleFiles.h"
 #include "Tour.h"
 #include "VetoForm.h"
-#include "ui/Registry.h"
+#include "kx/win/Registry.h"
 
 #include <algorithm>
 

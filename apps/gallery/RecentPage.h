@@ -1,8 +1,8 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "opensave/KxOpenDlgEx.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenDlgEx.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

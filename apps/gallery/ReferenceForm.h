@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Forms.h"
+#include "kx/ui/forms/Forms.h"
 
 namespace kx::gallery {
 

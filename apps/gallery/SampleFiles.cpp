@@ -1,6 +1,6 @@
 #include "SampleFiles.h"
 
-#include "ui/FileStreams.h"
+#include "kx/win/FileStreams.h"
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 #include "SampleFiles.h"
 
-#include "ui/FileStreams.h"
-#include "ui/Graphics.h"
+#include "kx/graphics/Graphics.h"
+#include "kx/win/FileStreams.h"
 
 #include <array>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "SamplePlaces.h"
 
 #include "SampleFiles.h"
-#include "ui/Forms.h"
+#include "kx/ui/forms/Forms.h"
 
 namespace kx::gallery {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "places/KxPlaces.h"
-#include "ui/StdCtrls.h"
+#include "kx/places/KxPlaces.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

@@ -5,7 +5,7 @@
 #include "SamplePlaces.h"
 #include "Tour.h"
 #include "VetoForm.h"
-#include "ui/FileStreams.h"
+#include "kx/win/FileStreams.h"
 
 #include <memory>
 #include <shlwapi.h>

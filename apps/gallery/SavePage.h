@@ -1,8 +1,8 @@
 #pragma once
 
 #include "GalleryPage.h"
-#include "opensave/KxSaveDlg.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxSaveDlg.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "TextFiles.h"
 
-#include "ui/FileStreams.h"
+#include "kx/win/FileStreams.h"
 
 #include <algorithm>
 #include <string_view>

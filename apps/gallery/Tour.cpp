@@ -1,10 +1,10 @@
 #include "Tour.h"
 
-#include "opensave/KxFileDlgWindow.h"
+#include "kx/opensave/KxFileDlgWindow.h"
+#include "kx/ui/dialogs/Dialogs.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "shared/Screen.h"
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/Dialogs.h"
-#include "ui/Forms.h"
 
 #include <utility>
 

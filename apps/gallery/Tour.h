@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Timers.h"
+#include "kx/win/Timers.h"
 
 #include <functional>
 #include <string>

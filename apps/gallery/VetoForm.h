@@ -1,10 +1,10 @@
 #pragma once
 
 #include "EventLogForm.h"
-#include "opensave/KxOpenDlgEx.h"
-#include "ui/ExtCtrls.h"
-#include "ui/Forms.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenDlgEx.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx::gallery {
 

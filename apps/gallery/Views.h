@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Controls.h"
+#include "kx/ui/controls/Controls.h"
 
 #include <string>
 #include <vector>

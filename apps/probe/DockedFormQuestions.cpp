@@ -1,8 +1,8 @@
 #include "Report.h"
 
-#include "opensave/KxOpenDlg.h"
-#include "ui/ComCtrlsPageScroller.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/ui/widgets/ComCtrlsPageScroller.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <shlobj.h>
 #include <thread>

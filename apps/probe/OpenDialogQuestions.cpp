@@ -1,8 +1,8 @@
 #include "SystemDialog.h"
 
-#include "opensave/KxShellList.h"
-#include "ui/Handles.h"
-#include "ui/Subclass.h"
+#include "kx/opensave/KxShellList.h"
+#include "kx/win/Handles.h"
+#include "kx/win/Subclass.h"
 
 #include <shlobj.h>
 

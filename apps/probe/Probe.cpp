@@ -1,8 +1,8 @@
 #include "Report.h"
 
-#include "core/Barrier.h"
-#include "ui/FileStreams.h"
-#include "ui/Forms.h"
+#include "kx/core/Barrier.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/win/FileStreams.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include "Report.h"
 
-#include "ui/Timers.h"
+#include "kx/win/Timers.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "shared/Png.h"
 
-#include "core/SysUtils.h"
+#include "kx/core/SysUtils.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "shared/Screen.h"
 
+#include "kx/win/Handles.h"
 #include "shared/Png.h"
-#include "ui/Handles.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The system's open dialog with a form of the program docked to its right side.
 
-#include "opensave/KxOpenLite.h"
-#include "ui/StdCtrls.h"
+#include "kx/opensave/KxOpenLite.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 using namespace kx;
 

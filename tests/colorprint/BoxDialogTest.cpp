@@ -1,7 +1,7 @@
 #include "BoxDialogTest.h"
 
-#include "core/FormText.h"
-#include "core/Streams.h"
+#include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
 
 namespace kx::test {
 

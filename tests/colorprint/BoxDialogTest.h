@@ -1,7 +1,7 @@
 #pragma once
 
-#include "colorprint/KxColorDlg.h"
-#include "colorprint/KxPrintDlg.h"
+#include "kx/colorprint/KxColorDlg.h"
+#include "kx/colorprint/KxPrintDlg.h"
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
 

@@ -1,7 +1,7 @@
 #include "ColorDialogTest.h"
 
-#include "ui/Menus.h"
-#include "ui/Subclass.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/win/Subclass.h"
 
 namespace kx {
 namespace {

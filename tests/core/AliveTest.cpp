@@ -1,7 +1,7 @@
 // Objects that foreign code frees under the methods that call it.
 
-#include "core/Alive.h"
-#include "core/Components.h"
+#include "kx/core/Alive.h"
+#include "kx/core/Components.h"
 
 #include <gtest/gtest.h>
 

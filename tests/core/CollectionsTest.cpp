@@ -1,5 +1,5 @@
-#include "core/Collections.h"
-#include "core/TypInfo.h"
+#include "kx/core/Collections.h"
+#include "kx/core/TypInfo.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "core/Components.h"
-#include "core/TypInfo.h"
+#include "kx/core/Components.h"
+#include "kx/core/TypInfo.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

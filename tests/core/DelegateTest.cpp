@@ -1,5 +1,5 @@
-#include "core/Delegate.h"
-#include "core/Objects.h"
+#include "kx/core/Delegate.h"
+#include "kx/core/Objects.h"
 
 #include <gtest/gtest.h>
 

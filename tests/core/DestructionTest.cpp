@@ -1,8 +1,8 @@
 // Nothing stops a destruction, whatever those who hear of it do.
 
-#include "core/Barrier.h"
-#include "core/Collections.h"
-#include "core/Components.h"
+#include "kx/core/Barrier.h"
+#include "kx/core/Collections.h"
+#include "kx/core/Components.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

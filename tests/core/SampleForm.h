@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Classes.h"
-#include "core/TypInfo.h"
+#include "kx/core/Classes.h"
+#include "kx/core/TypInfo.h"
 
 #include <algorithm>
 #include <string>

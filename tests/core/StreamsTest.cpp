@@ -1,4 +1,4 @@
-#include "core/Streams.h"
+#include "kx/core/Streams.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "core/Strings.h"
-#include "core/Streams.h"
-#include "core/TypInfo.h"
+#include "kx/core/Strings.h"
+#include "kx/core/Streams.h"
+#include "kx/core/TypInfo.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

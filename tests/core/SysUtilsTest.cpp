@@ -1,5 +1,5 @@
-#include "core/SysUtils.h"
-#include "core/Types.h"
+#include "kx/core/SysUtils.h"
+#include "kx/core/Types.h"
 
 #include <gtest/gtest.h>
 

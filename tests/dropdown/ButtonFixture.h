@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dropdown/KxDropDownButton.h"
+#include "kx/dropdown/KxDropDownButton.h"
+#include "kx/ui/forms/Forms.h"
 #include "support/DialogDriver.h"
-#include "ui/Forms.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "ButtonFixture.h"
 
-#include "core/FormText.h"
-#include "core/Streams.h"
+#include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
+#include "kx/ui/controls/ActnList.h"
 #include "support/SysColors.h"
-#include "ui/ActnList.h"
 
 namespace kx::test {
 namespace {

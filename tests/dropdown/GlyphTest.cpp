@@ -1,6 +1,6 @@
-#include "dropdown/KxDropDownButtonGlyph.h"
+#include "kx/dropdown/KxDropDownButtonGlyph.h"
+#include "kx/ui/forms/Forms.h"
 #include "support/SysColors.h"
-#include "ui/Forms.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "folder/KxFolderDlg.h"
+#include "kx/folder/KxFolderDlg.h"
 #include "support/DialogDriver.h"
 #include "support/Painted.h"
 

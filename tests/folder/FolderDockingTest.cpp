@@ -1,9 +1,9 @@
 #include "FolderDlgTest.h"
 
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/StdCtrls.h"
 #include "support/Cycles.h"
 #include "support/UnevenFrames.h"
-#include "ui/Menus.h"
-#include "ui/StdCtrls.h"
 
 namespace kx {
 namespace {

@@ -1,6 +1,6 @@
 #include "FolderDlgTest.h"
 
-#include "ui/Registry.h"
+#include "kx/win/Registry.h"
 
 #include <shellapi.h>
 

@@ -1,6 +1,6 @@
 #include "FolderDlgTest.h"
 
-#include "core/FormText.h"
+#include "kx/core/FormText.h"
 
 #include <tuple>
 

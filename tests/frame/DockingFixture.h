@@ -2,11 +2,11 @@
 
 #include "FrameDialog.h"
 
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/StdCtrls.h"
 #include "support/DialogDriver.h"
 #include "support/Painted.h"
-#include "ui/ExtCtrls.h"
-#include "ui/Menus.h"
-#include "ui/StdCtrls.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/KxDlgCore.h"
+#include "kx/frame/KxDlgCore.h"
 
 #include <functional>
 #include <string>

@@ -1,6 +1,6 @@
-#include "frame/KxDlgParamsLayout.h"
+#include "kx/frame/KxDlgLayout.h"
 
-#include "core/SysUtils.h"
+#include "kx/core/SysUtils.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "FrameDialog.h"
 
-#include "core/FormText.h"
+#include "kx/core/FormText.h"
 #include "support/DialogDriver.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "frame/KxShellDefs.h"
+#include "kx/frame/KxShellDefs.h"
 
+#include "kx/win/Registry.h"
 #include "support/ImportPatch.h"
 #include "support/TempFolder.h"
-#include "ui/Registry.h"
 
 #include <gtest/gtest.h>
 

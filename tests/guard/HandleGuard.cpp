@@ -2,7 +2,7 @@
 
 #include "guard/Imports.h"
 #include "guard/Report.h"
-#include "ui/Windows.h"
+#include "kx/win/Windows.h"
 
 #include <cstdio>
 #include <iterator>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Windows.h"
+#include "kx/win/Windows.h"
 
 namespace kx::guard {
 

@@ -1,11 +1,11 @@
 #include "ModelessTest.h"
 
-#include "colorprint/KxColorDlg.h"
-#include "colorprint/KxPrintDlg.h"
-#include "core/FormText.h"
-#include "core/Streams.h"
-#include "folder/KxFolderDlg.h"
-#include "opensave/KxOpenDlgEx.h"
+#include "kx/colorprint/KxColorDlg.h"
+#include "kx/colorprint/KxPrintDlg.h"
+#include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
+#include "kx/folder/KxFolderDlg.h"
+#include "kx/opensave/KxOpenDlgEx.h"
 
 // What holds for every dialog of the library, through ICommonDialog alone.
 

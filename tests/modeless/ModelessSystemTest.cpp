@@ -1,9 +1,9 @@
 #include "ModelessTest.h"
 
-#include "colorprint/KxColorDlg.h"
-#include "folder/KxFolderDlg.h"
+#include "kx/colorprint/KxColorDlg.h"
+#include "kx/folder/KxFolderDlg.h"
+#include "kx/win/System.h"
 #include "support/ImportPatch.h"
-#include "ui/System.h"
 
 #include <ole2.h>
 #include <thread>

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "modeless/KxModelessDlg.h"
-#include "opensave/KxOpenDlg.h"
-#include "opensave/KxOpenLite.h"
-#include "opensave/KxSaveDlg.h"
+#include "kx/modeless/KxModelessDlg.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/opensave/KxOpenLite.h"
+#include "kx/opensave/KxSaveDlg.h"
+#include "kx/ui/widgets/StdCtrls.h"
 #include "support/DialogDriver.h"
 #include "support/TempFolder.h"
-#include "ui/StdCtrls.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "opensave/KxOpenLite.h"
+#include "kx/opensave/KxOpenLite.h"
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
 

@@ -1,11 +1,11 @@
 #include "OpenDialogExFixture.h"
 #include "OpenDialogTest.h"
 
-#include "opensave/KxSaveDlg.h"
+#include "kx/opensave/KxSaveDlg.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "support/FreedAtMessages.h"
 #include "support/Grow.h"
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/Menus.h"
 
 #include <functional>
 

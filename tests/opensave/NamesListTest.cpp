@@ -1,4 +1,4 @@
-#include "opensave/KxNamesList.h"
+#include "kx/opensave/KxNamesList.h"
 
 #include <gtest/gtest.h>
 

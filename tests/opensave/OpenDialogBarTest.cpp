@@ -1,7 +1,7 @@
 #include "OpenDialogTest.h"
 
-#include "opensave/KxSaveDlg.h"
-#include "places/KxAddPlaceForm.h"
+#include "kx/opensave/KxSaveDlg.h"
+#include "kx/places/KxAddPlaceForm.h"
 #include "support/Drop.h"
 
 // What the user does to the places bar inside a system dialog that is shown.

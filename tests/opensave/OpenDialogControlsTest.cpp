@@ -1,8 +1,8 @@
 #include "OpenDialogTest.h"
 
-#include "dropdown/KxDropDownButton.h"
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/Menus.h"
+#include "kx/dropdown/KxDropDownButton.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
 
 namespace kx {
 namespace {

@@ -1,9 +1,9 @@
 #include "OpenDialogTest.h"
 
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/win/Registry.h"
 #include "support/Cycles.h"
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/Menus.h"
-#include "ui/Registry.h"
 
 namespace kx {
 namespace {

@@ -1,7 +1,7 @@
 #include "OpenDialogExFixture.h"
 
-#include "core/FormText.h"
-#include "core/Streams.h"
+#include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
 
 // The list of recent files, in the component and in the registry.
 

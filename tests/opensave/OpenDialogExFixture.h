@@ -2,8 +2,8 @@
 
 #include "FileDlgTest.h"
 
-#include "opensave/KxOpenDlgEx.h"
-#include "ui/Registry.h"
+#include "kx/opensave/KxOpenDlgEx.h"
+#include "kx/win/Registry.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "OpenDialogExFixture.h"
 
-#include "ui/Menus.h"
+#include "kx/ui/controls/Menus.h"
 
 // The dialog with recent files as a user has it: its tabs and its list.
 

@@ -1,8 +1,8 @@
 #include "OpenDialogTest.h"
 
+#include "kx/ui/controls/Menus.h"
 #include "support/FreedAtMessages.h"
 #include "support/Grow.h"
-#include "ui/Menus.h"
 
 #include <functional>
 

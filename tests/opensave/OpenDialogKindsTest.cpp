@@ -1,6 +1,6 @@
 #include "OpenDialogTest.h"
 
-#include "ui/Handles.h"
+#include "kx/win/Handles.h"
 
 namespace kx {
 namespace {

@@ -1,7 +1,7 @@
 #include "OpenDialogTest.h"
 
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/Menus.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
 
 #include <map>
 

@@ -1,7 +1,7 @@
 #include "OpenDialogTest.h"
 
+#include "kx/win/Registry.h"
 #include "support/UnevenFrames.h"
-#include "ui/Registry.h"
 
 namespace kx {
 namespace {

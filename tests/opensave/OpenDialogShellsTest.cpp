@@ -1,7 +1,7 @@
 #include "OpenDialogFillingTest.h"
 
-#include "ui/System.h"
-#include "ui/Timers.h"
+#include "kx/win/System.h"
+#include "kx/win/Timers.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "OpenDialogTest.h"
 
-#include "opensave/KxSaveDlg.h"
+#include "kx/opensave/KxSaveDlg.h"
 
 namespace kx {
 namespace {

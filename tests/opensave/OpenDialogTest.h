@@ -2,8 +2,8 @@
 
 #include "FileDlgTest.h"
 
-#include "opensave/KxOpenDlg.h"
-#include "places/KxPlacesBar.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/places/KxPlacesBar.h"
 
 namespace kx::test {
 

@@ -1,6 +1,6 @@
 #include "OpenDialogTest.h"
 
-#include "ui/System.h"
+#include "kx/win/System.h"
 
 namespace kx {
 namespace {

@@ -1,6 +1,6 @@
 #include "FileDlgTest.h"
 
-#include "ui/Menus.h"
+#include "kx/ui/controls/Menus.h"
 
 #include <stdexcept>
 

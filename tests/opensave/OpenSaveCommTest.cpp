@@ -1,5 +1,5 @@
-#include "opensave/KxOpenSaveComm.h"
-#include "opensave/KxToolBarProps.h"
+#include "kx/opensave/KxOpenSaveComm.h"
+#include "kx/opensave/KxToolBarProps.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

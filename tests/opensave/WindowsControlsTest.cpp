@@ -2,9 +2,9 @@
 
 #include "OpenDialogTest.h"
 
-#include "ui/Menus.h"
-#include "ui/Subclass.h"
-#include "ui/System.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/win/Subclass.h"
+#include "kx/win/System.h"
 
 namespace kx {
 namespace {

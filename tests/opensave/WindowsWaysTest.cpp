@@ -2,6 +2,7 @@
 
 #include "OpenDialogTest.h"
 
+#include "kx/win/FileStreams.h"
 #include "support/ImportPatch.h"
 
 namespace kx {
@@ -284,18 +285,18 @@ TEST(FilesElsewhere, AreNotOpened) {
     const TTempFolder folder;
     const std::string name = folder.AddFile("stored elsewhere.txt");
     const unique_hfile held(CreateFileA(name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    EXPECT_TRUE(KxIsHeldByOthers(name));
-    EXPECT_FALSE(KxIsHeldByOthers(folder.Path("missing.txt")));
-    EXPECT_FALSE(KxIsHeldByOthers(folder.AddFile("free.txt")));
+    EXPECT_TRUE(FileIsHeldByOthers(name));
+    EXPECT_FALSE(FileIsHeldByOthers(folder.Path("missing.txt")));
+    EXPECT_FALSE(FileIsHeldByOthers(folder.AddFile("free.txt")));
     const TImportPatch patch("GetFileAttributesA", reinterpret_cast<void*>(GiveAttributes));
     constexpr DWORD recallOnOpen = 0x40000;
     constexpr DWORD recallOnDataAccess = 0x400000;
     for (const DWORD elsewhere : {DWORD{FILE_ATTRIBUTE_OFFLINE}, recallOnOpen, recallOnDataAccess}) {
         Attributes = FILE_ATTRIBUTE_ARCHIVE | elsewhere;
-        EXPECT_FALSE(KxIsHeldByOthers(name)) << elsewhere;
+        EXPECT_FALSE(FileIsHeldByOthers(name)) << elsewhere;
     }
     Attributes = FILE_ATTRIBUTE_ARCHIVE;
-    EXPECT_TRUE(KxIsHeldByOthers(name));
+    EXPECT_TRUE(FileIsHeldByOthers(name));
 }
 
 } // namespace

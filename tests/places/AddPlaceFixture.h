@@ -1,6 +1,6 @@
 #pragma once
 
-#include "places/KxAddPlaceForm.h"
+#include "kx/places/KxAddPlaceForm.h"
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
 

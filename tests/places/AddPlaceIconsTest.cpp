@@ -1,7 +1,7 @@
 #include "AddPlaceFixture.h"
 #include "IconLibrary.h"
 
-#include "places/KxPlacesStrings.h"
+#include "kx/places/KxPlacesStrings.h"
 
 #include <dlgs.h>
 

@@ -1,6 +1,6 @@
 #include "AddPlaceFixture.h"
 
-#include "ui/Registry.h"
+#include "kx/win/Registry.h"
 
 namespace kx {
 namespace {

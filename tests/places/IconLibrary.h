@@ -1,7 +1,7 @@
 #pragma once
 
+#include "kx/graphics/Graphics.h"
 #include "support/TempFolder.h"
-#include "ui/Graphics.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "PlacesBarFixture.h"
 
-#include "opensave/KxOpenLite.h"
+#include "kx/opensave/KxOpenLite.h"
 
 // The places bar in the system's Open dialog, navigated with the mouse.
 

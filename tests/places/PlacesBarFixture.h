@@ -1,10 +1,10 @@
 #pragma once
 
 #include "PlacesFixture.h"
-#include "places/KxPlacesBarForm.h"
+#include "kx/places/KxPlacesBarForm.h"
+#include "kx/win/Handles.h"
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
-#include "ui/Handles.h"
 
 #include <gmock/gmock.h>
 #include <memory>

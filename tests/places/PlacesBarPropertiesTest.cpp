@@ -1,6 +1,6 @@
 #include "PlacesBarFixture.h"
 
-#include "places/KxAddPlaceForm.h"
+#include "kx/places/KxAddPlaceForm.h"
 #include "support/Drop.h"
 
 // Files dropped on the places bar, and the properties of its places.

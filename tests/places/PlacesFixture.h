@@ -1,8 +1,8 @@
 #pragma once
 
-#include "places/KxPlaces.h"
+#include "kx/places/KxPlaces.h"
+#include "kx/win/Registry.h"
 #include "support/TempFolder.h"
-#include "ui/Registry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "PlacesFixture.h"
 
-#include "core/FormText.h"
-#include "core/Streams.h"
+#include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "support/DialogDriver.h"
 
+#include "kx/ui/forms/Forms.h"
+#include "kx/win/Handles.h"
 #include "shared/Screen.h"
-#include "ui/Forms.h"
-#include "ui/Handles.h"
 
 #include <atomic>
 #include <cstdio>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "kx/ui/dialogs/Dialogs.h"
 #include "support/Input.h"
 #include "support/TempFolder.h"
 #include "support/WindowTools.h"
-#include "ui/Dialogs.h"
 
 #include <functional>
 #include <string>

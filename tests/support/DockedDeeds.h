@@ -1,10 +1,10 @@
 #pragma once
 
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/StdCtrls.h"
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
 #include "support/Grow.h"
-#include "ui/Forms.h"
-#include "ui/StdCtrls.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "support/ImportPatch.h"
 
-#include "ui/Windows.h"
+#include "kx/win/Windows.h"
 
 #include <gtest/gtest.h>
 

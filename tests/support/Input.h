@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/ControlTypes.h"
-#include "ui/Windows.h"
+#include "kx/ui/controls/ControlTypes.h"
+#include "kx/win/Windows.h"
 
 #include <initializer_list>
 #include <string_view>

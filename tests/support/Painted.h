@@ -1,7 +1,7 @@
 #pragma once
 
+#include "kx/ui/forms/Forms.h"
 #include "support/WindowTools.h"
-#include "ui/Forms.h"
 
 namespace kx::test {
 

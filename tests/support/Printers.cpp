@@ -1,6 +1,6 @@
 #include "support/Printers.h"
 
-#include "ui/Windows.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <winspool.h>

@@ -1,7 +1,7 @@
 #include "support/Process.h"
 
-#include "core/SysUtils.h"
-#include "ui/Handles.h"
+#include "kx/core/SysUtils.h"
+#include "kx/win/Handles.h"
 
 #include <gtest/gtest.h>
 

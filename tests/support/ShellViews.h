@@ -1,8 +1,8 @@
 #pragma once
 
+#include "kx/win/Handles.h"
+#include "kx/win/Subclass.h"
 #include "support/TempFolder.h"
-#include "ui/Handles.h"
-#include "ui/Subclass.h"
 
 #include <shlobj.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Graphics.h"
+#include "kx/graphics/Graphics.h"
 
 #include <vector>
 

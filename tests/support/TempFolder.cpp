@@ -1,6 +1,6 @@
 #include "support/TempFolder.h"
 
-#include "ui/Handles.h"
+#include "kx/win/Handles.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "kx/win/Windows.h"
 #include "support/ImportPatch.h"
-#include "ui/Windows.h"
 
 namespace kx::test {
 

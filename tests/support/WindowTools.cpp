@@ -1,7 +1,7 @@
 #include "support/WindowTools.h"
 
-#include "core/SysUtils.h"
-#include "ui/Subclass.h"
+#include "kx/core/SysUtils.h"
+#include "kx/win/Subclass.h"
 
 #include <commdlg.h>
 

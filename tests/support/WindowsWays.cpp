@@ -1,6 +1,6 @@
 #include "support/WindowsWays.h"
 
-#include "core/SysUtils.h"
+#include "kx/core/SysUtils.h"
 
 #include <algorithm>
 #include <cderr.h>

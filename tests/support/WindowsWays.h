@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Dialogs.h"
+#include "kx/ui/dialogs/Dialogs.h"
 
 #include <functional>
 #include <string>

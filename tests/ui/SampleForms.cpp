@@ -1,4 +1,4 @@
-#include "SampleForms.h"
+#include "ui/SampleForms.h"
 
 namespace kx::test {
 

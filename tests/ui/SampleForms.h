@@ -1,14 +1,14 @@
 #pragma once
 
-#include "ui/Buttons.h"
-#include "ui/ComCtrls.h"
-#include "ui/ComCtrlsPageScroller.h"
-#include "ui/ComCtrlsToolBar.h"
-#include "ui/ExtCtrls.h"
-#include "ui/Forms.h"
-#include "ui/Grids.h"
-#include "ui/Menus.h"
-#include "ui/StdCtrls.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/Buttons.h"
+#include "kx/ui/widgets/ComCtrls.h"
+#include "kx/ui/widgets/ComCtrlsPageScroller.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/Grids.h"
+#include "kx/ui/widgets/StdCtrls.h"
 
 #include <string>
 #include <vector>

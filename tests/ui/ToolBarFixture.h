@@ -1,14 +1,14 @@
 #pragma once
 
-#include "ui/ComCtrlsToolBar.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
 
-#include "core/FormText.h"
-#include "core/Streams.h"
+#include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/win/Handles.h"
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
-#include "ui/Forms.h"
-#include "ui/Handles.h"
-#include "ui/Menus.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/Windows.h"
+#include "kx/win/Windows.h"
 
 #include <cstdlib>
 #include <cstring>

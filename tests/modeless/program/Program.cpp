@@ -1,6 +1,6 @@
-#include "modeless/KxModelessDlg.h"
-#include "opensave/KxOpenDlg.h"
-#include "ui/Timers.h"
+#include "kx/modeless/KxModelessDlg.h"
+#include "kx/opensave/KxOpenDlg.h"
+#include "kx/win/Timers.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "core/Classes.h"
+#include "kx/core/Classes.h"
 
 #include <windows.h>
 
@@ -8,8 +8,8 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include "ui/ComCtrls.h"
-#include "ui/Forms.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/ComCtrls.h"
 
 #include "UserCode.h"
 

@@ -1,6 +1,6 @@
-#include "core/Strings.h"
-#include "ui/Forms.h"
-#include "ui/Graphics.h"
+#include "kx/core/Strings.h"
+#include "kx/graphics/Graphics.h"
+#include "kx/ui/forms/Forms.h"
 
 #include <windows.h>
 

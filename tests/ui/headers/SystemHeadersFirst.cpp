@@ -9,9 +9,9 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include "core/Strings.h"
-#include "ui/Forms.h"
-#include "ui/Graphics.h"
+#include "kx/core/Strings.h"
+#include "kx/graphics/Graphics.h"
+#include "kx/ui/forms/Forms.h"
 
 #include "UserCode.h"
 

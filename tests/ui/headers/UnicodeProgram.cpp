@@ -8,10 +8,10 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include "ui/Dialogs.h"
-#include "ui/Forms.h"
-#include "ui/Registry.h"
-#include "ui/StdCtrls.h"
+#include "kx/ui/dialogs/Dialogs.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/Registry.h"
 
 #include "UserCode.h"
 

@@ -14,6 +14,6 @@ struct TUserResults {
 TUserResults SystemHeadersFirst(); ///< windows.h with all that belongs to it, then our headers.
 TUserResults OurHeadersFirst();    ///< The other way round.
 TUserResults UnicodeProgram();     ///< System headers first, with UNICODE defined.
-TUserResults CoreHeadersFirst();   ///< Headers of platform/core, then windows.h, then ours.
+TUserResults CoreHeadersFirst();   ///< Headers of kx/core, then windows.h, then ours.
 
 } // namespace kx::test

@@ -1,8 +1,8 @@
-#include "ui/Forms.h"
-#include "ui/Menus.h"
-#include "ui/MenusCommands.h"
-#include "ui/Threads.h"
-#include "ui/Timers.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/controls/MenusCommands.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/forms/Threads.h"
+#include "kx/win/Timers.h"
 
 #include <cstdlib>
 #include <memory>

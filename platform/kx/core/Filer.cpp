@@ -1,0 +1,133 @@
+#include "kx/core/Filer.h"
+
+#include "kx/core/FilerTools.h"
+#include "kx/core/TypInfo.h"
+
+#include <algorithm>
+
+namespace kx {
+
+// --- Text
+
+namespace {
+
+struct TFormTextCodec {
+    TFormTextConversion ToAnsi = nullptr;
+    TFormTextConversion FromAnsi = nullptr;
+};
+
+TFormTextCodec FormTextCodec;
+
+} // namespace
+
+void SetFormTextCodec(TFormTextConversion utf8ToAnsi, TFormTextConversion ansiToUtf8) {
+    FormTextCodec = {utf8ToAnsi, ansiToUtf8};
+}
+
+std::string FormTextToAnsi(std::string_view utf8) {
+    return FormTextCodec.ToAnsi && !detail::IsAscii(utf8) ? FormTextCodec.ToAnsi(utf8) : std::string(utf8);
+}
+
+std::string AnsiToFormText(std::string_view ansi) {
+    std::string text =
+        FormTextCodec.FromAnsi && !detail::IsAscii(ansi) ? FormTextCodec.FromAnsi(ansi) : std::string(ansi);
+    if (detail::IsUtf8(text)) {
+        return text;
+    }
+    std::string mended;
+    for (size_t i = 0; i < text.size();) {
+        const size_t length = detail::Utf8Length(text, i);
+        if (length == 0) {
+            detail::AppendUtf8(mended, static_cast<unsigned char>(text[i++]));
+        } else {
+            mended.append(text, i, length);
+            i += length;
+        }
+    }
+    return mended;
+}
+
+// --- Components of other forms
+
+namespace {
+
+std::vector<TFindGlobalComponent>& GlobalFinders() {
+    static std::vector<TFindGlobalComponent> finders;
+    return finders;
+}
+
+} // namespace
+
+void RegisterFindGlobalComponentProc(TFindGlobalComponent find) {
+    UnregisterFindGlobalComponentProc(find);
+    GlobalFinders().push_back(find);
+}
+
+void UnregisterFindGlobalComponentProc(TFindGlobalComponent find) { std::erase(GlobalFinders(), find); }
+
+TComponent* FindGlobalComponent(const std::string& name) {
+    const auto& finders = GlobalFinders();
+    for (size_t i = finders.size(); i-- > 0;) {
+        if (TComponent* component = finders[i](name)) {
+            return component;
+        }
+    }
+    return nullptr;
+}
+
+// --- Resources
+
+namespace {
+
+// The header of a resource of type RCDATA, which has the number 10: a type, a name, flags and the size.
+constexpr unsigned char ResourceType[] = {0xFF, 10, 0};
+constexpr uint16_t ResourceFlags = 0x1030; // moveable, pure, discardable: what resource compilers write
+constexpr size_t MaxResourceName = 255;
+
+} // namespace
+
+uint32_t ReadResHeader(TStream& stream) {
+    unsigned char type[sizeof ResourceType] = {};
+    size_t got = 0;
+    while (got < sizeof type) {
+        const size_t part = stream.Read(type + got, sizeof type - got);
+        if (part == 0) {
+            break;
+        }
+        got += part;
+    }
+    if (got != sizeof type || !std::equal(std::begin(type), std::end(type), std::begin(ResourceType))) {
+        throw EInvalidImage("Invalid stream format: no resource header");
+    }
+    try {
+        char c = 1;
+        for (size_t length = 0; c != 0; ++length) {
+            if (length > MaxResourceName) {
+                throw EInvalidImage("Invalid stream format: the name of the resource has no end");
+            }
+            stream.ReadBuffer(&c, 1);
+        }
+        std::array<unsigned char, sizeof ResourceFlags> flags;
+        stream.ReadBuffer(flags.data(), flags.size());
+        std::array<unsigned char, sizeof(uint32_t)> size;
+        stream.ReadBuffer(size.data(), size.size());
+        return detail::FromBytes<uint32_t>(size);
+    } catch (const EReadError&) {
+        throw EInvalidImage("Invalid stream format: the resource header is cut off");
+    }
+}
+
+void WriteResHeader(TStream& stream, std::string_view name, uint32_t size) {
+    if (name.size() > MaxResourceName || name.find('\0') != std::string_view::npos) {
+        throw EWriteError(Format("Invalid resource name: %s", {name}));
+    }
+    stream.WriteBuffer(ResourceType, sizeof ResourceType);
+    const std::string upper = UpperCase(name);
+    stream.WriteBuffer(upper.c_str(), upper.size() + 1);
+    const auto flags = detail::ToBytes(ResourceFlags);
+    stream.WriteBuffer(flags.data(), flags.size());
+    const auto sizeBytes = detail::ToBytes(size);
+    stream.WriteBuffer(sizeBytes.data(), sizeBytes.size());
+}
+
+} // namespace kx

@@ -1,0 +1,324 @@
+#include "kx/core/FilerSession.h"
+
+namespace kx {
+
+namespace {
+
+thread_local TGlobalLoading* CurrentLoading = nullptr;
+
+} // namespace
+
+// --- The reading of one form
+
+TReader::TSession::TSession(TReader& reader)
+    : Loaded(CurrentLoading ? *CurrentLoading->FLoaded : FOwnLoaded), Outer(CurrentSession()), FReader(reader) {
+    TComponent::OnGone = &TReader::ComponentGone;
+    CurrentSession() = this;
+    FReader.FSession = this;
+}
+
+TReader::TSession::~TSession() {
+    if (!FFinished) {
+        Discard(0);
+        for (size_t i = 0; i < Known.Size(); ++i) {
+            if (TComponent* component = Known.At(i)) {
+                component->FState = component->FState - TComponentState{csLoading, csFixups};
+            }
+        }
+    }
+    FReader.FSession = nullptr;
+    CurrentSession() = Outer;
+}
+
+TReader::TSession*& TReader::TSession::CurrentSession() {
+    thread_local TSession* current = nullptr;
+    return current;
+}
+
+void TReader::TSession::Discard(size_t mark) {
+    for (size_t i = Created.Size(); i-- > mark;) {
+        if (TComponent* component = Created.At(i)) {
+            component->Free();
+        }
+    }
+    Created.Truncate(mark);
+}
+
+void TReader::TSession::Finish() {
+    if (&Loaded == &FOwnLoaded) {
+        NotifyLoaded(Loaded);
+    }
+    FFinished = true;
+}
+
+void TReader::TSession::Forget(TComponent& component) {
+    Known.Forget(component);
+    Created.Forget(component);
+    Loaded.Forget(component);
+}
+
+void TReader::ComponentGone(TComponent& component) {
+    for (TSession* session = TSession::CurrentSession(); session; session = session->Outer) {
+        session->Forget(component);
+    }
+    for (TGlobalLoading* loading = CurrentLoading; loading; loading = loading->FOuter) {
+        loading->FLoaded->Forget(component);
+    }
+}
+
+void TReader::NotifyLoaded(detail::TLiveComponents& components) {
+    for (size_t i = 0; i < components.Size(); ++i) {
+        if (TComponent* component = components.At(i)) {
+            component->Loaded();
+        }
+        if (TComponent* component = components.At(i)) { // it may have gone meanwhile
+            component->FState.Exclude(csLoading);
+        }
+    }
+}
+
+TGlobalLoading::TGlobalLoading() : FOuter(CurrentLoading), FLoaded(std::make_unique<detail::TLiveComponents>()) {
+    CurrentLoading = this;
+}
+
+TGlobalLoading::~TGlobalLoading() { CurrentLoading = FOuter; }
+
+void TGlobalLoading::NotifyLoaded() {
+    TReader::NotifyLoaded(*FLoaded);
+    *FLoaded = {};
+}
+
+// --- Components
+
+std::string TReader::ErrorReading(std::string_view what, int64_t position, const Exception& error) const {
+    if (dynamic_cast<const TFailure*>(&error)) {
+        return Format("Error reading %s: %s", {what, error.Message()});
+    }
+    return Format("Error reading %s %s: %s", {what, Place(position), error.Message()});
+}
+
+TComponent* TReader::ReadRootComponent(TComponent* root) {
+    if (FSession) {
+        throw EInvalidOperation("The reader is reading a form already");
+    }
+    TSession session(*this);
+    const detail::TRestore nesting(FNesting, 0);
+    root = ReadRoot(root);
+    ResolveFixups();
+    session.Finish();
+    return root;
+}
+
+namespace {
+
+/// A name that no other component has: neither one of the same owner nor a form that is found by its name.
+std::string UniqueRootName(const TComponent& root, const std::string& name) {
+    const auto isTaken = [&root](const std::string& candidate) {
+        const TComponent* const sibling = root.Owner() ? root.Owner()->FindComponent(candidate) : nullptr;
+        const TComponent* const global = FindGlobalComponent(candidate);
+        return (sibling && sibling != &root) || (global && global != &root);
+    };
+    std::string unique = name;
+    for (int i = 1; !unique.empty() && isTaken(unique); ++i) {
+        unique = name + "_" + IntToStr(i);
+    }
+    return unique;
+}
+
+} // namespace
+
+TComponent* TReader::ReadRoot(TComponent* root) {
+    ReadSignature();
+    Enter();
+    const int64_t start = Position();
+    TFilerFlags flags;
+    int childPos = -1;
+    ReadPrefix(flags, childPos);
+    const std::string className = ReadStr();
+    FRootName = ReadStr();
+    FRoot = root;
+    try {
+        if (!root) {
+            root = FindComponentClass(className).Create(nullptr);
+            FSession->Created.Add(*root);
+        }
+        FRoot = root;
+        FLookupRoot = root;
+        FOwner = root;
+        FParent = nullptr;
+        FSession->Known.Add(*root);
+        root->FState.Include(csLoading);
+        if (!FRootName.empty()) {
+            SetName(*root, UniqueRootName(*root, FRootName));
+        }
+    } catch (const EAbort&) {
+        throw;
+    } catch (const EClassNotFound& error) {
+        throw EClassNotFound(ErrorReading(className, start, error));
+    } catch (const Exception& error) {
+        throw TFailure(ErrorReading(className, start, error), true);
+    }
+    ReadBody(*root);
+    return root;
+}
+
+void TReader::ReadComponent() {
+    const detail::TRestore nesting(FNesting);
+    Enter();
+    const int64_t start = Position();
+    TFilerFlags flags;
+    int childPos = -1;
+    ReadPrefix(flags, childPos);
+    const std::string className = ReadStr();
+    const std::string name = ReadStr();
+    const size_t mark = FSession->Created.Size();
+    TComponent* component = nullptr;
+    try {
+        component = flags.Contains(ffInherited) ? InheritedComponent(name) : CreateComponent(className, name, flags);
+    } catch (const EAbort&) {
+        throw;
+    } catch (const Exception& error) {
+        FSession->Discard(mark);
+        const std::string message = ErrorReading(name.empty() ? className : name, start, error);
+        if (Error(message)) {
+            return SkipComponentBody();
+        }
+        if (dynamic_cast<const EClassNotFound*>(&error)) {
+            throw EClassNotFound(message);
+        }
+        throw TFailure(message, true);
+    }
+    ReadBody(*component);
+}
+
+TComponent* TReader::CreateComponent(const std::string& className, const std::string& name, TFilerFlags flags) {
+    TComponent* const component = FindComponentClass(className).Create(FOwner);
+    FSession->Created.Add(*component);
+    FSession->Known.Add(*component);
+    component->FState.Include(csLoading);
+    if (flags.Contains(ffInline)) {
+        component->FState.Include(csInline);
+    }
+    SetName(*component, name);
+    component->SetParentComponent(FParent);
+    return component;
+}
+
+TComponent* TReader::InheritedComponent(const std::string& name) {
+    TComponent* const component = FLookupRoot->FindComponent(name);
+    if (!component) {
+        throw EComponentError(Format("Ancestor for '%s' not found", {name}));
+    }
+    FSession->Known.Add(*component);
+    component->FState.Include(csLoading);
+    component->FState.Include(csAncestor);
+    return component;
+}
+
+void TReader::ReadBody(TComponent& component) {
+    const int64_t start = Position();
+    try {
+        component.ReadState(*this);
+    } catch (const EAbort&) {
+        throw;
+    } catch (const TFailure&) {
+        throw;
+    } catch (const EClassNotFound&) {
+        throw;
+    } catch (const Exception& error) {
+        throw TFailure(ErrorReading(component.Name(), start, error), true);
+    }
+    FSession->Loaded.Add(component);
+}
+
+void TReader::ReadData(TComponent& component) {
+    if (!FSession) {
+        throw EInvalidOperation("ReadData belongs into ReadState");
+    }
+    const detail::TRestore owner(FOwner);
+    const detail::TRestore parent(FParent);
+    const detail::TRestore lookupRoot(FLookupRoot);
+    {
+        const detail::TRestore current(FComponent, &component);
+        const detail::TRestore path(FPath, {});
+        component.FState.Include(csReading);
+        try {
+            ReadProperties(component);
+        } catch (...) {
+            component.FState.Exclude(csReading);
+            throw;
+        }
+        component.FState.Exclude(csReading);
+    }
+    if (component.FState.Contains(csInline)) {
+        FLookupRoot = &component;
+    }
+    TComponent* const childOwner = component.GetChildOwner();
+    FOwner = childOwner ? childOwner : FRoot;
+    FParent = &component;
+    while (!EndOfList()) {
+        ReadComponent();
+    }
+    ReadListEnd();
+}
+
+void TReader::SkipComponent() {
+    const detail::TRestore nesting(FNesting);
+    Enter();
+    TFilerFlags flags;
+    int childPos = -1;
+    ReadPrefix(flags, childPos);
+    ReadStr();
+    ReadStr();
+    SkipComponentBody();
+}
+
+void TReader::SkipComponentBody() {
+    SkipProperties();
+    while (!EndOfList()) {
+        SkipComponent();
+    }
+    ReadListEnd();
+}
+
+// --- Overridable steps
+
+const TClass& TReader::FindComponentClass(const std::string& className) {
+    const TClass* cls = FRoot ? FRoot->ClassType().FindFieldClass(className) : nullptr;
+    if (!cls) {
+        cls = GetClass(className);
+    }
+    if (!cls) {
+        FOnFindComponentClass(*this, className, cls);
+    }
+    if (!cls) {
+        throw EClassNotFound(Format("Class %s not found", {className}));
+    }
+    return *cls;
+}
+
+void TReader::SetName(TComponent& component, std::string name) {
+    FOnSetName(*this, &component, name);
+    component.SetName(name);
+}
+
+TEventTargetPtr TReader::FindMethod(TComponent& root, const std::string& methodName) {
+    const TMethodInfo* const method = root.ClassType().FindMethod(methodName);
+    TEventTargetPtr target = method ? method->Bind(root) : nullptr;
+    bool error = target == nullptr;
+    FOnFindEvent(*this, methodName, target, error);
+    if (error) {
+        throw EMethodNotFound(Format("Method %s not found", {methodName}));
+    }
+    return target;
+}
+
+bool TReader::Error(const std::string& message) {
+    bool handled = false;
+    FOnError(*this, message, handled);
+    return handled;
+}
+
+void TComponent::ReadState(TReader& reader) { reader.ReadData(*this); }
+
+} // namespace kx

@@ -1,0 +1,422 @@
+
+#include "kx/core/Filer.h"
+
+#include "kx/core/FilerTools.h"
+#include "kx/core/TypInfo.h"
+
+#include <limits>
+
+namespace kx {
+
+namespace {
+
+constexpr size_t MaxShortString = 255;
+
+uint32_t CheckedLength(size_t length) {
+    if (length > std::numeric_limits<uint32_t>::max()) {
+        throw EWriteError("A value is too long for a form");
+    }
+    return static_cast<uint32_t>(length);
+}
+
+std::string EventName(const TPropInfo& property, const TObject& instance) {
+    const TEventTargetPtr target = property.GetEvent(instance);
+    return target ? target->MethodName() : std::string();
+}
+
+/// Name of a component that `owner` owns, itself or through others: "Button1", "Frame1.Button1". Empty when it does
+/// not.
+std::string NameBelow(const TComponent* component, const TComponent* owner) {
+    std::string path;
+    for (; component && component != owner; component = component->Owner()) {
+        if (component->Name().empty()) {
+            return {};
+        }
+        path = component->Name() + (path.empty() ? "" : "." + path);
+    }
+    return component ? path : std::string();
+}
+
+/// Name of a component of another form: as far up as the form that is found by its name.
+std::string GlobalName(const TComponent* component) {
+    std::string path = component->Name();
+    while (!path.empty() && FindGlobalComponent(component->Name()) != component) {
+        component = component->Owner();
+        if (!component || component->Name().empty()) {
+            break;
+        }
+        path = component->Name() + "." + path;
+    }
+    return path;
+}
+
+/// How a reference of the form `lookupRoot`, part of the form `root`, names its target; empty when it has no name.
+std::string ReferenceName(const TObject* object, const TComponent* lookupRoot, const TComponent* root) {
+    const auto* const component = dynamic_cast<const TComponent*>(object);
+    if (!component) {
+        return {};
+    }
+    if (component == lookupRoot) {
+        return component->FindComponent("Owner") ? component->Name() : "Owner";
+    }
+    const std::string name = NameBelow(component, lookupRoot);
+    if (!name.empty() || !root || component->Name().empty()) {
+        return name;
+    }
+    if (component == root) {
+        return root->Name();
+    }
+    const std::string nameInRoot = NameBelow(component, root);
+    return nameInRoot.empty() ? GlobalName(component) : root->Name() + "." + nameInRoot;
+}
+
+} // namespace
+
+// --- Values
+
+void TWriter::FlushBuffer() {
+    FStream.WriteBuffer(FBuffer.data(), FBuffer.size());
+    FBuffer.clear();
+}
+
+void TWriter::WriteBoolean(bool value) { WriteValue(value ? vaTrue : vaFalse); }
+
+void TWriter::WriteChar(char value) { WriteString({&value, 1}); }
+
+void TWriter::WriteInteger(int64_t value) {
+    if (value == static_cast<int8_t>(value)) {
+        WriteValue(vaInt8);
+        WriteNumber(static_cast<int8_t>(value));
+    } else if (value == static_cast<int16_t>(value)) {
+        WriteValue(vaInt16);
+        WriteNumber(static_cast<int16_t>(value));
+    } else if (value == static_cast<int32_t>(value)) {
+        WriteValue(vaInt32);
+        WriteNumber(static_cast<int32_t>(value));
+    } else {
+        WriteValue(vaInt64);
+        WriteNumber(value);
+    }
+}
+
+void TWriter::WriteFloat(double value) {
+    WriteValue(vaDouble);
+    WriteNumber(value);
+}
+
+void TWriter::WriteString(std::string_view ansi) { WriteText(AnsiToFormText(ansi)); }
+
+void TWriter::WriteText(std::string_view utf8) {
+    const bool isAscii = detail::IsAscii(utf8);
+    if (isAscii && utf8.size() <= MaxShortString) {
+        WriteValue(vaString);
+        WriteStr(utf8);
+        return;
+    }
+    WriteValue(isAscii ? vaLString : vaUTF8String);
+    WriteNumber(CheckedLength(utf8.size()));
+    Write(utf8.data(), utf8.size());
+}
+
+void TWriter::WriteIdent(std::string_view name) {
+    if (SameText(name, "False")) {
+        WriteValue(vaFalse);
+    } else if (SameText(name, "True")) {
+        WriteValue(vaTrue);
+    } else if (SameText(name, "nil")) {
+        WriteValue(vaNil);
+    } else if (SameText(name, "Null")) {
+        WriteValue(vaNull);
+    } else {
+        WriteValue(vaIdent);
+        WriteStr(name);
+    }
+}
+
+void TWriter::WriteSet(const TEnumInfo& elements, uint32_t bits) {
+    WriteValue(vaSet);
+    for (size_t i = 0; i < elements.Values.size(); ++i) {
+        if ((bits >> i & 1) != 0) {
+            WriteStr(elements.Values[i]);
+        }
+    }
+    WriteStr({});
+}
+
+void TWriter::WriteBinary(std::string_view bytes) {
+    WriteValue(vaBinary);
+    WriteNumber(CheckedLength(bytes.size()));
+    Write(bytes.data(), bytes.size());
+}
+
+// --- Parts of the format
+
+void TWriter::WriteSignature() { Write("TPF0", 4); }
+
+void TWriter::WritePrefix(TFilerFlags flags, int childPos) {
+    if (flags.IsEmpty()) {
+        return;
+    }
+    FBuffer.push_back(static_cast<char>(0xF0 | flags.Bits()));
+    if (flags.Contains(ffChildPos)) {
+        WriteInteger(childPos);
+    }
+}
+
+void TWriter::WriteStr(std::string_view text) {
+    if (text.size() > MaxShortString) {
+        throw EWriteError(Format("The name %s... is too long for a form", {text.substr(0, 40)}));
+    }
+    WriteNumber(static_cast<uint8_t>(text.size()));
+    Write(text.data(), text.size());
+}
+
+void TWriter::Enter() {
+    if (++FNesting > MaxFormNesting) {
+        throw EWriteError("The form is nested too deeply");
+    }
+}
+
+// --- Components
+
+void TWriter::WriteDescendent(TComponent& root, TComponent* ancestor) {
+    const size_t start = FBuffer.size();
+    const detail::TRestore nesting(FNesting, 0);
+    FRoot = &root;
+    FLookupRoot = &root;
+    FRootAncestor = ancestor;
+    FLookupAncestor = ancestor;
+    FAncestor = ancestor;
+    try {
+        WriteSignature();
+        Enter();
+        root.WriteState(*this);
+    } catch (...) {
+        FBuffer.resize(start);
+        throw;
+    }
+    FlushBuffer();
+}
+
+void TWriter::WriteComponent(TComponent& component) {
+    const detail::TRestore nesting(FNesting);
+    Enter();
+    const detail::TRestore<TPersistent*> ancestor(
+        FAncestor, FLookupAncestor ? FLookupAncestor->FindComponent(component.Name()) : nullptr);
+    component.WriteState(*this);
+}
+
+void TWriter::WriteData(TComponent& component) {
+    const size_t start = FBuffer.size();
+    const bool isRoot = &component == FRoot;
+    // What an inline component owns is there as soon as the component itself is.
+    const bool isInherited = FAncestor || (FLookupRoot != FRoot && component.Owner() == FLookupRoot);
+    const bool isInline = !isRoot && component.FState.Contains(csInline);
+    if (component.ClassName().size() > MaxFormClassName) {
+        throw EWriteError(Format("The class name %s is too long for a form", {component.ClassName()}));
+    }
+    WritePrefix(isInherited ? TFilerFlags{ffInherited} : isInline ? TFilerFlags{ffInline} : TFilerFlags{}, -1);
+    WriteStr(component.ClassName());
+    WriteStr(component.Name());
+
+    const size_t content = FBuffer.size();
+    component.FState.Include(csWriting);
+    try {
+        const detail::TRestore prefix(FPrefix, {});
+        WriteProperties(component);
+    } catch (...) {
+        component.FState.Exclude(csWriting);
+        throw;
+    }
+    component.FState.Exclude(csWriting);
+    WriteListEnd();
+
+    const detail::TRestore lookupRoot(FLookupRoot);
+    const detail::TRestore lookupAncestor(FLookupAncestor);
+    if (isInline) {
+        FLookupRoot = &component;
+        FLookupAncestor = dynamic_cast<TComponent*>(FAncestor);
+    }
+    component.GetChildren([this](TComponent* child) { WriteComponent(*child); }, FRoot);
+    WriteListEnd();
+
+    const bool isUnchanged = FBuffer.size() == content + 2; // just the two ends of lists
+    if (isInherited && isUnchanged && !isRoot) {
+        FBuffer.resize(start);
+    }
+}
+
+void TComponent::WriteState(TWriter& writer) { writer.WriteData(*this); }
+
+// --- Properties
+
+void TWriter::WriteProperties(TPersistent& instance) {
+    for (const TPropInfo* property : instance.ClassType().Properties()) {
+        if (property->IsStored(instance)) {
+            WriteProperty(instance, *property);
+        }
+    }
+    instance.DefineProperties(*this);
+}
+
+void TWriter::WritePropName(std::string_view name) { WriteStr(FPrefix + std::string(name)); }
+
+/// The ancestor, when it has this very property; else null.
+const TObject* TWriter::AncestorWith(const TPropInfo& property) const {
+    return FAncestor && FAncestor->ClassType().FindProperty(property.Name) == &property ? FAncestor : nullptr;
+}
+
+void TWriter::WriteProperty(TPersistent& instance, const TPropInfo& property) {
+    if (property.Kind == TTypeKind::SubObject) {
+        return WriteSubObject(instance, property);
+    }
+    if (property.IsReadOnly()) {
+        return;
+    }
+    switch (property.Kind) {
+    case TTypeKind::Float: return WriteFloatProperty(instance, property);
+    case TTypeKind::String: return WriteStringProperty(instance, property);
+    case TTypeKind::Event: return WriteEvent(instance, property);
+    case TTypeKind::Reference:
+    case TTypeKind::Interface: return WriteReference(instance, property);
+    default: return WriteOrdinal(instance, property);
+    }
+}
+
+void TWriter::WriteOrdinal(const TPersistent& instance, const TPropInfo& property) {
+    const int64_t value = property.GetOrd(instance);
+    const TObject* const ancestor = AncestorWith(property);
+    if (ancestor ? property.GetOrd(*ancestor) == value : property.Default == value) {
+        return;
+    }
+    WritePropName(property.Name);
+    switch (property.Kind) {
+    case TTypeKind::Enumeration: return WriteIdent(property.Enum->NameOf(value));
+    case TTypeKind::Set: return WriteSet(*property.Enum, static_cast<uint32_t>(value));
+    case TTypeKind::Char: return WriteChar(static_cast<char>(value));
+    default:
+        if (const std::string* name =
+                property.Idents ? property.Idents->NameOf(static_cast<int32_t>(value)) : nullptr) {
+            return WriteIdent(*name);
+        }
+        return WriteInteger(value);
+    }
+}
+
+void TWriter::WriteFloatProperty(const TPersistent& instance, const TPropInfo& property) {
+    const double value = property.GetFloat(instance);
+    const TObject* const ancestor = AncestorWith(property);
+    const bool isDefault = ancestor
+                               ? std::bit_cast<uint64_t>(property.GetFloat(*ancestor)) == std::bit_cast<uint64_t>(value)
+                               : !property.Stored && std::bit_cast<uint64_t>(value) == 0;
+    if (!isDefault) {
+        WritePropName(property.Name);
+        WriteFloat(value);
+    }
+}
+
+void TWriter::WriteStringProperty(const TPersistent& instance, const TPropInfo& property) {
+    const std::string value = property.GetStr(instance);
+    const TObject* const ancestor = AncestorWith(property);
+    if (ancestor ? property.GetStr(*ancestor) != value : property.Stored || !value.empty()) {
+        WritePropName(property.Name);
+        WriteString(value);
+    }
+}
+
+void TWriter::WriteReference(const TPersistent& instance, const TPropInfo& property) {
+    const TObject* const target = property.GetObj(instance);
+    const std::string name = ReferenceName(target, FLookupRoot, FRoot);
+    if (target && name.empty()) {
+        return; // a component without a name cannot be found again
+    }
+    const TObject* const ancestor = AncestorWith(property);
+    const bool isDefault = ancestor ? ReferenceName(property.GetObj(*ancestor), FLookupAncestor, FRootAncestor) == name
+                                    : !property.Stored && !target;
+    if (!isDefault) {
+        WritePropName(property.Name);
+        WriteIdent(target ? name : "nil");
+    }
+}
+
+void TWriter::WriteEvent(const TPersistent& instance, const TPropInfo& property) {
+    const std::string name = EventName(property, instance);
+    if (name.empty() && property.GetEvent(instance)) {
+        return; // a handler without a name cannot be found again
+    }
+    const TObject* const ancestor = AncestorWith(property);
+    if ((ancestor ? EventName(property, *ancestor) : std::string()) != name) {
+        WritePropName(property.Name);
+        WriteIdent(name.empty() ? "nil" : name);
+    }
+}
+
+void TWriter::WriteSubObject(const TPersistent& instance, const TPropInfo& property) {
+    auto* const part = dynamic_cast<TPersistent*>(property.GetObj(instance));
+    const TObject* const ancestor = AncestorWith(property);
+    auto* const ancestorPart = ancestor ? dynamic_cast<TPersistent*>(property.GetObj(*ancestor)) : nullptr;
+    if (const auto* collection = dynamic_cast<TCollection*>(part)) {
+        const auto* const ancestorCollection = dynamic_cast<TCollection*>(ancestorPart);
+        if (!ancestorCollection || !EqualsAncestor(*collection, *ancestorCollection)) {
+            WritePropName(property.Name);
+            WriteCollection(*collection);
+        }
+    } else if (part) {
+        const detail::TRestore prefix(FPrefix, FPrefix + property.Name + ".");
+        if (FPrefix.size() > MaxShortString) { // an object that is part of itself never ends
+            throw EWriteError("Objects are nested too deeply");
+        }
+        const detail::TRestore ancestorObject(FAncestor, ancestorPart);
+        WriteProperties(*part);
+    }
+}
+
+// --- Collections
+
+void TWriter::WriteCollection(const TCollection& collection) {
+    const detail::TRestore nesting(FNesting);
+    Enter();
+    const detail::TRestore prefix(FPrefix, {});
+    const detail::TRestore<TPersistent*> ancestor(FAncestor, nullptr);
+    WriteValue(vaCollection);
+    for (int i = 0; i < collection.Count(); ++i) {
+        WriteListBegin();
+        WriteProperties(*collection.GetItem(i));
+        WriteListEnd();
+    }
+    WriteListEnd();
+}
+
+/// Collections are equal when they would be written alike.
+bool TWriter::EqualsAncestor(const TCollection& collection, const TCollection& ancestor) {
+    const auto written = [this](const TCollection& items, TComponent* root, TComponent* lookupRoot) {
+        TWriter writer(FStream); // never flushed
+        writer.FRoot = root;
+        writer.FLookupRoot = lookupRoot;
+        writer.FNesting = FNesting;
+        writer.WriteCollection(items);
+        return std::move(writer.FBuffer);
+    };
+    return collection.Count() == ancestor.Count() &&
+           written(collection, FRoot, FLookupRoot) == written(ancestor, FRootAncestor, FLookupAncestor);
+}
+
+// --- Values without a published property
+
+void TWriter::DefineProperty(std::string_view name, const TReaderProc&, const TWriterProc& write, bool hasData) {
+    if (hasData && write) {
+        WritePropName(name);
+        write(*this);
+    }
+}
+
+void TWriter::DefineBinaryProperty(std::string_view name, const TStreamProc&, const TStreamProc& write, bool hasData) {
+    if (hasData && write) {
+        TMemoryStream block;
+        write(block);
+        WritePropName(name);
+        WriteBinary(block.Bytes());
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,332 @@
+#include "kx/core/FormText.h"
+
+#include "kx/core/FilerTools.h"
+#include "kx/core/TypInfo.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace kx {
+
+namespace {
+
+constexpr std::string_view LineBreak = "\r\n";
+constexpr size_t MaxLineText = 64;  // characters of a string on one line
+constexpr size_t BytesPerLine = 32; // of a block
+constexpr int64_t CurrencyUnit = 10000;
+
+/// Writes the text of a binary form.
+class TFormTextWriter {
+public:
+    explicit TFormTextWriter(TStream& binary) : FReader(binary) {}
+
+    std::string Convert() {
+        FReader.ReadSignature();
+        Component();
+        return std::move(FText);
+    }
+
+private:
+    void Component();
+    void Properties();
+    void Value();
+    void Value(TValueType type);
+    void List();
+    void Set();
+    void Collection();
+    void Binary();
+    void String();
+    void Currency();
+    void Float(double value, std::string_view suffix = {});
+    template <class T> void FloatDigits(T value, std::string_view suffix);
+
+    std::string Ident();
+    void NewLine();
+    void Enter();
+    void Leave() {
+        --FLevel;
+        --FNesting;
+    }
+
+    TReader FReader;
+    std::string FText;
+    int FLevel = 0;   // of indentation
+    int FNesting = 0; // as a reader of the form counts it
+};
+
+void TFormTextWriter::NewLine() {
+    FText += LineBreak;
+    FText.append(static_cast<size_t>(FLevel) * 2, ' ');
+}
+
+/// A level of nesting: the text could not be read again beyond what a reader takes.
+void TFormTextWriter::Enter() {
+    if (++FNesting > MaxFormNesting) {
+        FReader.ReadError("The form is nested too deeply");
+    }
+    ++FLevel;
+}
+
+/// A name that the text may hold without quotes
+std::string TFormTextWriter::Ident() {
+    std::string name = FReader.ReadStr();
+    if (!detail::IsIdentPath(name) || SameText(name, "Null")) { // Null would read as the end of a list
+        FReader.ReadError("Invalid name");
+    }
+    return name;
+}
+
+void TFormTextWriter::Component() {
+    TFilerFlags flags;
+    int childPos = -1;
+    FReader.ReadPrefix(flags, childPos);
+    FText += flags.Contains(ffInherited) ? "inherited " : flags.Contains(ffInline) ? "inline " : "object ";
+    const std::string className = FReader.ReadStr();
+    const std::string name = FReader.ReadStr();
+    if (!IsValidIdent(className) || !(name.empty() || IsValidIdent(name))) {
+        FReader.ReadError("Invalid name of a component or its class");
+    }
+    FText += name.empty() ? className : name + ": " + className;
+    if (flags.Contains(ffChildPos)) {
+        FText += " [" + IntToStr(childPos) + "]";
+    }
+    Enter();
+    Properties();
+    while (!FReader.EndOfList()) {
+        NewLine();
+        Component();
+    }
+    FReader.ReadListEnd();
+    Leave();
+    NewLine();
+    FText += "end";
+    if (FLevel == 0) {
+        FText += LineBreak;
+    }
+}
+
+void TFormTextWriter::Properties() {
+    while (!FReader.EndOfList()) {
+        NewLine();
+        FText += Ident();
+        FText += " = ";
+        Value();
+    }
+    FReader.ReadListEnd();
+}
+
+void TFormTextWriter::Value() {
+    const TValueType type = FReader.NextValue();
+    switch (type) {
+    case vaString:
+    case vaLString:
+    case vaWString:
+    case vaUTF8String: return String();
+    case vaInt8:
+    case vaInt16:
+    case vaInt32:
+    case vaInt64: FText += IntToStr(FReader.ReadInt64()); return;
+    case vaExtended:
+    case vaDouble: return Float(FReader.ReadFloat());
+    case vaBinary: return Binary();
+    default: FReader.ReadValue(); return Value(type);
+    }
+}
+
+/// The value behind its type byte
+void TFormTextWriter::Value(TValueType type) {
+    switch (type) {
+    case vaNull: FText += "Null"; return;
+    case vaNil: FText += "nil"; return;
+    case vaFalse: FText += "False"; return;
+    case vaTrue: FText += "True"; return;
+    case vaIdent: FText += Ident(); return;
+    case vaSingle: return FloatDigits(FReader.ReadNumber<float>(), "s");
+    case vaDate: return Float(FReader.ReadNumber<double>(), "d");
+    case vaCurrency: return Currency();
+    case vaSet: return Set();
+    case vaList: return List();
+    case vaCollection: return Collection();
+    default: FReader.ReadError(Format("Unknown value type %s", {IntToStr(type)}));
+    }
+}
+
+void TFormTextWriter::List() {
+    FText += "(";
+    Enter();
+    while (!FReader.EndOfList()) {
+        NewLine();
+        Value();
+    }
+    FReader.ReadListEnd();
+    Leave();
+    FText += ")";
+}
+
+void TFormTextWriter::Set() {
+    FText += "[";
+    for (bool first = true;; first = false) {
+        const std::string name = FReader.ReadStr();
+        if (name.empty()) {
+            break;
+        }
+        if (!IsValidIdent(name)) {
+            FReader.ReadError("Invalid name in a set");
+        }
+        FText += first ? "" : ", ";
+        FText += name;
+    }
+    FText += "]";
+}
+
+void TFormTextWriter::Collection() {
+    FText += "<";
+    Enter();
+    while (!FReader.EndOfList()) {
+        NewLine();
+        FText += "item";
+        const TValueType type = FReader.NextValue();
+        if (type == vaInt8 || type == vaInt16 || type == vaInt32) {
+            FText += " [" + IntToStr(FReader.ReadInteger()) + "]";
+        }
+        FReader.ReadListBegin();
+        ++FLevel;
+        Properties();
+        --FLevel;
+        NewLine();
+        FText += "end";
+    }
+    FReader.ReadListEnd();
+    Leave();
+    FText += ">";
+}
+
+void TFormTextWriter::Binary() {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    TMemoryStream block;
+    FReader.ReadBinary(block);
+    const std::string_view bytes = block.Bytes();
+    FText += "{";
+    ++FLevel;
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        if (i % BytesPerLine == 0) {
+            NewLine();
+        }
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        FText.push_back(digits[byte >> 4]);
+        FText.push_back(digits[byte & 0xF]);
+    }
+    --FLevel;
+    FText += "}";
+}
+
+/// Quotes around letters, numbers for control characters; long texts in pieces, each on a line of its own.
+void TFormTextWriter::String() {
+    const std::string text = FReader.ReadText();
+    std::vector<std::string> lines(1);
+    size_t count = 0;
+    bool quoted = false;
+    const auto quote = [&](bool on) {
+        if (on != quoted) {
+            lines.back().push_back('\'');
+            quoted = on;
+        }
+    };
+    for (size_t i = 0; i < text.size(); ++count) {
+        if (count == MaxLineText) {
+            quote(false);
+            lines.emplace_back();
+            count = 0;
+        }
+        const size_t length = detail::Utf8Length(text, i);
+        const char32_t c = detail::DecodeUtf8(text, i, length);
+        const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
+        quote(!isControl);
+        if (isControl) {
+            lines.back() += "#" + IntToStr(c);
+        } else {
+            lines.back().append(text, i, length);
+            lines.back().append(c == '\'' ? 1 : 0, '\'');
+        }
+        i += length;
+    }
+    quote(false);
+    if (text.empty()) {
+        lines.back() = "''";
+    }
+    ++FLevel;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        FText += i > 0 ? " +" : "";
+        if (lines.size() > 1) {
+            NewLine();
+        }
+        FText += lines[i];
+    }
+    --FLevel;
+}
+
+void TFormTextWriter::Currency() {
+    const auto value = FReader.ReadNumber<int64_t>();
+    const int64_t fraction = value % CurrencyUnit;
+    FText += value < 0 ? "-" : "";
+    FText += IntToStr(std::abs(value / CurrencyUnit));
+    std::string digits = IntToStr(CurrencyUnit + std::abs(fraction)).substr(1);
+    while (!digits.empty() && digits.back() == '0') {
+        digits.pop_back();
+    }
+    FText += digits.empty() ? "c" : "." + digits + "c";
+}
+
+void TFormTextWriter::Float(double value, std::string_view suffix) { FloatDigits(value, suffix); }
+
+/// The shortest digits that give the same number again
+template <class T> void TFormTextWriter::FloatDigits(T value, std::string_view suffix) {
+    if (std::isnan(value)) {
+        FText += "+NaN";
+    } else if (std::isinf(value)) {
+        FText += value < 0 ? "-Inf" : "+Inf";
+    } else {
+        char buffer[64];
+        const auto end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+        const std::string_view digits(buffer, static_cast<size_t>(end - buffer));
+        FText += digits;
+        if (suffix.empty() && digits.find_first_of(".e") == std::string_view::npos) {
+            FText += ".0"; // else it would be an integer
+        }
+    }
+    FText += suffix;
+}
+
+} // namespace
+
+void ObjectBinaryToText(TStream& binary, TStream& text) {
+    const std::string converted = TFormTextWriter(binary).Convert();
+    text.WriteBuffer(converted.data(), converted.size());
+}
+
+// These are here because programs that only read forms shall not get the writer along: the linker takes objects whole.
+
+void ObjectResourceToText(TStream& resource, TStream& text) {
+    ReadResHeader(resource);
+    ObjectBinaryToText(resource, text);
+}
+
+void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor) {
+    if (format == TStreamFormat::Binary) {
+        TWriter(stream).WriteDescendent(root, ancestor);
+        return;
+    }
+    TMemoryStream binary;
+    TWriter(binary).WriteDescendent(root, ancestor);
+    binary.SetPosition(0);
+    switch (format) {
+    case TStreamFormat::Text: return ObjectBinaryToText(binary, stream);
+    case TStreamFormat::Resource:
+        WriteResHeader(stream, root.ClassName(), static_cast<uint32_t>(binary.Size()));
+        stream.WriteBuffer(binary.Memory(), binary.Bytes().size());
+        return;
+    default: throw EWriteError("Unknown format of a form");
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,391 @@
+#include "kx/ui/controls/Controls.h"
+#include "kx/ui/controls/ParentForm.h"
+
+#include <algorithm>
+
+namespace kx {
+
+const TClass& TWinControl::StaticClass() {
+    static const TClassBuilder<TWinControl> cls("TWinControl", TControl::StaticClass(), [](auto& c) {
+        using T = TWinControl;
+        c.Property("TabOrder", &T::TabOrder, &T::SetTabOrder).Default = -1;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 0;
+        c.Property("DoubleBuffered", &T::DoubleBuffered, &T::SetDoubleBuffered).Default = 0;
+        c.Property("OnEnter", &T::OnEnter, &T::SetOnEnter);
+        c.Property("OnExit", &T::OnExit, &T::SetOnExit);
+        c.Property("OnKeyDown", &T::OnKeyDown, &T::SetOnKeyDown);
+        c.Property("OnKeyPress", &T::OnKeyPress, &T::SetOnKeyPress);
+        c.Property("OnKeyUp", &T::OnKeyUp, &T::SetOnKeyUp);
+    });
+    return cls.Class();
+}
+
+TWinControl::TWinControl(TComponent* owner) : TControl(owner) { FBrush.SetColor(Color()); }
+
+TWinControl::~TWinControl() {
+    Destroying();
+    TWinControl::SetParent(nullptr); // also destroys the window
+    DestroyHandle();
+    while (!FControls.empty()) {
+        TControl* const control = FControls.back();
+        if (control->IsGoing()) {
+            control->TControl::SetParent(nullptr); // its destruction goes on without its parent
+        } else {
+            control->Free();
+        }
+    }
+}
+
+// --- Controls inside
+
+TControl* TWinControl::Controls(int index) const {
+    if (index < 0 || index >= ControlCount()) {
+        throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
+    }
+    return FControls[static_cast<size_t>(index)];
+}
+
+bool TWinControl::ContainsControl(const TControl* control) const {
+    while (control && control != this) {
+        control = control->Parent();
+    }
+    return control != nullptr;
+}
+
+void TWinControl::AttachControl(TControl* control) {
+    FControls.push_back(control);
+    if (auto* const windowed = dynamic_cast<TWinControl*>(control)) {
+        FTabList.push_back(windowed);
+    }
+}
+
+void TWinControl::DetachControl(TControl* control) {
+    if (control->Visible()) {
+        const RECT r = ToRECT(control->BoundsRect());
+        InvalidateShown(&r, true);
+    }
+    std::erase(FControls, control);
+    std::erase(FTabList, control); // compares addresses; holds only windowed controls
+    if (FMouseControl == control) {
+        FMouseControl = nullptr;
+    }
+}
+
+void TWinControl::RemoveControl(TControl* control) {
+    if (control->Parent() == this) {
+        control->SetParent(nullptr);
+    }
+}
+
+void TWinControl::GetChildren(const TGetChildProc& proc, TComponent* root) {
+    // By index: what runs meanwhile may add controls.
+    for (size_t i = 0; i < FControls.size(); ++i) {
+        if (FControls[i]->Owner() == root) {
+            proc(FControls[i]);
+        }
+    }
+}
+
+TControl* TWinControl::ControlAtPos(const TPoint& point, bool allowDisabled, bool allowWinControls) const {
+    const auto find = [&](bool windowed) -> TControl* {
+        for (auto i = FControls.rbegin(); i != FControls.rend(); ++i) {
+            TControl* const control = *i;
+            const RECT bounds = ToRECT(control->BoundsRect());
+            if ((dynamic_cast<TWinControl*>(control) != nullptr) == windowed && control->Visible() &&
+                (allowDisabled || control->Enabled()) && PtInRect(&bounds, ToPOINT(point))) {
+                return control;
+            }
+        }
+        return nullptr;
+    };
+    if (allowWinControls) {
+        if (TControl* const control = find(true)) { // windows lie above what has none
+            return control;
+        }
+    }
+    return find(false);
+}
+
+void TWinControl::Notification(TComponent* component, TOperation operation) {
+    TControl::Notification(component, operation);
+}
+
+void TWinControl::Loaded() {
+    TControl::Loaded();
+    FixTabOrder();
+    for (TControl* control : FControls) {
+        control->UpdateAnchorBase();
+    }
+    AlignControls();
+}
+
+// --- Place
+
+TPoint TWinControl::FrameExtent() const {
+    TCreateParams params;
+    const_cast<TWinControl*>(this)->CreateParams(params);
+    constexpr DWORD frames = WS_BORDER | WS_DLGFRAME | WS_THICKFRAME;
+    constexpr DWORD edges = WS_EX_CLIENTEDGE | WS_EX_STATICEDGE | WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE;
+    if ((params.Style & frames) == 0 && (params.ExStyle & edges) == 0) {
+        return {}; // for its answer the system may measure the font of captions
+    }
+    RECT r{};
+    AdjustWindowRectEx(&r, params.Style & ~static_cast<DWORD>(WS_HSCROLL | WS_VSCROLL), FALSE, params.ExStyle);
+    return {static_cast<int32_t>(r.right - r.left), static_cast<int32_t>(r.bottom - r.top)};
+}
+
+TRect TWinControl::ClientRect() const {
+    if (FHandle && !IsIconic(FHandle)) {
+        RECT r;
+        GetClientRect(FHandle, &r);
+        return FromRECT(r);
+    }
+    const TPoint frame = FrameExtent();
+    return {0, 0, std::max(Width() - frame.X, 0), std::max(Height() - frame.Y, 0)};
+}
+
+TPoint TWinControl::ClientOrigin() const {
+    POINT origin{0, 0};
+    ::ClientToScreen(const_cast<TWinControl*>(this)->Handle(), &origin);
+    return FromPOINT(origin);
+}
+
+void TWinControl::SetBounds(int left, int top, int width, int height) {
+    if (!FHandle || IsIconic(FHandle)) {
+        const bool resized = width != Width() || height != Height();
+        if (Outlives(*this, [&] { TControl::SetBounds(left, top, width, height); }) && resized) {
+            AlignControls();
+        }
+        return;
+    }
+    const TRect bounds = LimitedBounds(left, top, width, height);
+    if (BoundsRect() != bounds) {
+        // In a window that is not the framework's the erasing waits for the painting: else each of the forms docked
+        // there would have all of it erased that the ones before have uncovered.
+        const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | (FParentWindow ? SWP_DEFERERASE : 0u);
+        const auto place = [&] {
+            SetWindowPos(FHandle, nullptr, left, top, kx::Width(bounds), kx::Height(bounds), flags);
+        };
+        if (Outlives(*this, place)) {
+            UpdateAnchorBase();
+            RequestAlign();
+        }
+    }
+}
+
+void TWinControl::WindowPosChanged(TMessage& message) {
+    const auto& pos = message.LParamAs<WINDOWPOS>();
+    if (!Outlives(*this, [&] { DefaultHandler(message); }) || !FHandle || IsIconic(FHandle)) {
+        return;
+    }
+    const bool moved = (pos.flags & SWP_NOMOVE) == 0;
+    const bool sized = (pos.flags & SWP_NOSIZE) == 0;
+    const int left = moved ? pos.x : Left();
+    const int top = moved ? pos.y : Top();
+    const int width = sized ? pos.cx : Width();
+    const int height = sized ? pos.cy : Height();
+    const bool resized = width != Width() || height != Height();
+    SetBoundsFields(left, top, width, height);
+    if (resized || (pos.flags & SWP_FRAMECHANGED)) {
+        if (Outlives(*this, [this] { AlignControls(); }) && resized) {
+            Resize();
+        }
+    }
+}
+
+// --- Aligning
+
+void TWinControl::EnableAlign() {
+    if (--FAlignDisabled == 0) {
+        AlignControls();
+    }
+}
+
+void TWinControl::Realign() { AlignControls(); }
+
+void TWinControl::AlignControls() {
+    if (FAlignDisabled > 0 || FAligning || IsLoading() || IsDestroying() || FControls.empty()) {
+        return;
+    }
+    const TFieldScope aligning(*this, FAligning, true);
+    const TAlive alive(*this);
+    TRect rest = ClientRect();
+    const TRect client = rest;
+    AdjustClientRect(rest);
+    for (const TAlign side : {alTop, alBottom, alLeft, alRight, alClient}) {
+        if (alive) {
+            PlaceAligned(side, rest);
+        }
+    }
+    for (size_t i = 0; alive && i < FControls.size(); ++i) { // what runs meanwhile may add or remove controls
+        if (FControls[i]->Align() == alNone) {
+            FControls[i]->AnchoredBounds(client);
+        }
+    }
+}
+
+/// Places the controls of one side into what is left of the client area, and takes their place off it.
+void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
+    std::vector<TControl*> list;
+    for (TControl* control : FControls) {
+        if (control->Align() == side && control->Visible()) {
+            list.push_back(control);
+        }
+    }
+    // The one nearest to the edge goes there first.
+    std::stable_sort(list.begin(), list.end(), [side](const TControl* a, const TControl* b) {
+        switch (side) {
+        case alTop: return a->Top() < b->Top();
+        case alBottom: return a->Top() + a->Height() > b->Top() + b->Height();
+        case alLeft: return a->Left() < b->Left();
+        case alRight: return a->Left() + a->Width() > b->Left() + b->Width();
+        default: return false;
+        }
+    });
+    const TAlive alive(*this);
+    for (TControl* control : list) {
+        if (!alive || std::find(FControls.begin(), FControls.end(), control) == FControls.end()) {
+            continue; // gone meanwhile
+        }
+        const int width = std::max(kx::Width(rest), 0);
+        const int height = std::max(kx::Height(rest), 0);
+        TRect place{rest.Left, rest.Top, rest.Left + width, rest.Top + height};
+        switch (side) {
+        case alTop: place.Bottom = CheckedAdd(place.Top, control->Height()); break;
+        case alBottom:
+            place.Top = CheckedSub(rest.Bottom, control->Height());
+            place.Bottom = rest.Bottom;
+            break;
+        case alLeft: place.Right = CheckedAdd(place.Left, control->Width()); break;
+        case alRight:
+            place.Left = CheckedSub(rest.Right, control->Width());
+            place.Right = rest.Right;
+            break;
+        default: break;
+        }
+        if (!Outlives(*control, [&] { control->SetBoundsRect(place); })) {
+            continue; // it takes no place any more
+        }
+        switch (side) { // what it took may be less or more than it was given
+        case alTop: rest.Top = CheckedAdd(rest.Top, control->Height()); break;
+        case alBottom: rest.Bottom = CheckedSub(rest.Bottom, control->Height()); break;
+        case alLeft: rest.Left = CheckedAdd(rest.Left, control->Width()); break;
+        case alRight: rest.Right = CheckedSub(rest.Right, control->Width()); break;
+        default: break;
+        }
+    }
+}
+
+// --- Look
+
+/// The focus goes elsewhere, with all that the handlers of its coming and going do.
+void TWinControl::GiveUpFocus() {
+    if (TParentForm* const form = ParentFormOf(this); form && form != this) {
+        form->FocusLeaves(*this);
+    }
+}
+
+void TWinControl::VisibleChanged() {
+    const TAlive alive(*this);
+    if (FHandle && !Visible()) {
+        GiveUpFocus();
+    }
+    if (alive && FHandle) {
+        ShowWindow(FHandle, Visible() ? SW_SHOWNA : SW_HIDE);
+    }
+    if (alive) {
+        RequestAlign();
+    }
+}
+
+void TWinControl::EnabledChanged() {
+    const TAlive alive(*this);
+    if (FHandle && !Enabled()) {
+        GiveUpFocus();
+    }
+    if (alive && FHandle) {
+        EnableWindow(FHandle, Enabled());
+    }
+}
+
+void TWinControl::FontChanged() {
+    const TAlive alive(*this);
+    if (FHandle && FSystemClass) {
+        SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), TRUE); // may resize it
+    }
+    if (alive) {
+        Invalidate();
+        ParentSettingChanged();
+    }
+}
+
+void TWinControl::ColorChanged() {
+    FBrush.SetColor(Color());
+    Invalidate();
+    ParentSettingChanged();
+}
+
+void TWinControl::ShowHintChanged() { ParentSettingChanged(); }
+
+DWORD TWinControl::BiDiExStyle() const {
+    return (UseRightToLeftReading() ? DWORD{WS_EX_RTLREADING} : 0) | (UseRightToLeftAlignment() ? WS_EX_RIGHT : 0) |
+           (UseRightToLeftScrollBar() ? WS_EX_LEFTSCROLLBAR : 0);
+}
+
+void TWinControl::BiDiModeChanged() {
+    const TAlive alive(*this);
+    if (FSystemClass) {
+        RecreateWnd(); // the system's controls look at it once
+    } else if (FHandle) {
+        constexpr DWORD all = WS_EX_RTLREADING | WS_EX_RIGHT | WS_EX_LEFTSCROLLBAR;
+        const auto style = static_cast<DWORD>(GetWindowLongA(FHandle, GWL_EXSTYLE));
+        SetWindowLongA(FHandle, GWL_EXSTYLE, static_cast<LONG>((style & ~all) | BiDiExStyle()));
+        SetWindowPos(FHandle, nullptr, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    }
+    if (alive) {
+        Invalidate();
+        ParentSettingChanged();
+    }
+}
+
+void TWinControl::ParentSettingChanged() {
+    const TAlive alive(*this);
+    for (size_t i = 0; alive && i < FControls.size(); ++i) {
+        FControls[i]->ParentSettingsChanged();
+    }
+}
+
+std::string TWinControl::Text() const {
+    if (!FHandle) {
+        return TControl::Text();
+    }
+    const int length = GetWindowTextLengthA(FHandle);
+    std::string text(static_cast<size_t>(length) + 1, '\0');
+    text.resize(static_cast<size_t>(GetWindowTextA(FHandle, text.data(), length + 1)));
+    return text;
+}
+
+void TWinControl::SetText(const std::string& value) {
+    if (!FHandle) {
+        TControl::SetText(value);
+    } else if (Text() != value) {
+        SetWindowTextA(FHandle, value.c_str());
+    }
+}
+
+void TWinControl::Invalidate() { InvalidateShown(nullptr, !ControlStyle().Contains(csOpaque)); }
+
+void TWinControl::InvalidateShown(const RECT* part, bool erase) const {
+    if (FHandle && IsWindowVisible(FHandle)) {
+        InvalidateRect(FHandle, part, erase);
+    }
+}
+
+void TWinControl::Update() {
+    if (FHandle) {
+        UpdateWindow(FHandle);
+    }
+}
+
+} // namespace kx

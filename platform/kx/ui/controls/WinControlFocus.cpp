@@ -1,0 +1,264 @@
+#include "kx/ui/controls/Controls.h"
+
+#include "kx/ui/controls/ControlHost.h"
+#include "kx/ui/controls/ParentForm.h"
+
+#include <algorithm>
+
+namespace kx {
+
+// --- Tab order
+
+int TWinControl::TabOrder() const {
+    if (!Parent()) {
+        return -1;
+    }
+    const auto& list = Parent()->FTabList;
+    return static_cast<int>(std::find(list.begin(), list.end(), this) - list.begin());
+}
+
+void TWinControl::SetTabOrder(int value) {
+    if (!Parent() || value < 0) {
+        return;
+    }
+    if (IsLoading()) {
+        FWantedTabOrder = value; // its siblings are not all there yet
+        return;
+    }
+    auto& list = Parent()->FTabList;
+    std::erase(list, this);
+    list.insert(list.begin() + std::min<std::ptrdiff_t>(value, std::ssize(list)), this);
+    Parent()->ArrangeWindows();
+}
+
+/// Applies the tab order of the form file to the controls inside, now that all are there.
+void TWinControl::FixTabOrder() {
+    std::stable_sort(FTabList.begin(), FTabList.end(), [](const TWinControl* a, const TWinControl* b) {
+        const auto rank = [](const TWinControl* c) { return c->FWantedTabOrder < 0 ? INT_MAX : c->FWantedTabOrder; };
+        return rank(a) < rank(b);
+    });
+    for (TWinControl* control : FTabList) {
+        control->FWantedTabOrder = -1;
+    }
+}
+
+void TWinControl::SetTabStop(bool value) {
+    if (FTabStop != value) {
+        FTabStop = value;
+        if (FHandle) {
+            const LONG style = GetWindowLongA(FHandle, GWL_STYLE);
+            const auto bit = static_cast<LONG>(WS_TABSTOP);
+            SetWindowLongA(FHandle, GWL_STYLE, value ? style | bit : style & ~bit);
+        }
+    }
+}
+
+void TWinControl::GetTabOrderList(std::vector<TWinControl*>& list) const {
+    for (TWinControl* control : FTabList) {
+        list.push_back(control);
+        control->GetTabOrderList(list);
+    }
+}
+
+TWinControl* TWinControl::FindNextControl(TWinControl* current, bool forward, bool checkTabStop,
+                                          bool checkParent) const {
+    std::vector<TWinControl*> list;
+    GetTabOrderList(list);
+    const auto count = std::ssize(list);
+    auto at = std::find(list.begin(), list.end(), current) - list.begin();
+    if (at == count) {
+        at = forward ? -1 : count;
+    }
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        at += forward ? 1 : -1;
+        at = (at + count) % count;
+        TWinControl* const control = list[static_cast<size_t>(at)];
+        if (control->CanFocus() && (!checkTabStop || control->TabStop()) &&
+            (!checkParent || control->Parent() == this)) {
+            return control;
+        }
+    }
+    return nullptr;
+}
+
+void TWinControl::SelectNext(TWinControl* current, bool forward, bool checkTabStop) {
+    if (TWinControl* const next = FindNextControl(current, forward, checkTabStop, !checkTabStop)) {
+        next->SetFocus();
+    }
+}
+
+// --- Focus
+
+bool TWinControl::CanFocus() const {
+    const TParentForm* const form = ParentFormOf(this);
+    for (const TControl* control = this; control && control != form; control = control->Parent()) {
+        if (!control->Visible() || !control->Enabled()) {
+            return false;
+        }
+    }
+    return form != nullptr || FParentWindow != nullptr;
+}
+
+void TWinControl::SetFocus() {
+    TParentForm* const form = ParentFormOf(this);
+    if (form && form != this) {
+        form->FocusControl(*this);
+    } else if (CanFocus()) {
+        ::SetFocus(Handle());
+    } else {
+        throw EInvalidOperation("Cannot focus a disabled or invisible window");
+    }
+}
+
+void TWinControl::FocusReceived(TMessage& message) {
+    if (Outlives(*this, [&] { DefaultHandler(message); })) {
+        FocusGained();
+    }
+}
+
+void TWinControl::FocusLost(TMessage& message) {
+    const auto to = reinterpret_cast<HWND>(message.WParam);
+    if (Outlives(*this, [&] { DefaultHandler(message); })) {
+        FocusWent(to);
+    }
+}
+
+void TWinControl::FocusWent(HWND to) {
+    if (TParentForm* const form = ParentFormOf(this)) {
+        form->FocusLost(*this, to);
+    }
+}
+
+void TWinControl::FocusGained() {
+    if (TParentForm* const form = ParentFormOf(this)) {
+        form->ControlFocused(*this);
+    }
+}
+
+void TWinControl::FocusChanged(TWinControl* focused) {
+    for (size_t i = 0; i < FTabList.size(); ++i) {
+        FTabList[i]->FocusChanged(focused);
+    }
+}
+
+void TWinControl::DoEnter() { FOnEnter(this); }
+void TWinControl::DoExit() { FOnExit(this); }
+
+// --- Keys
+
+namespace {
+
+/// The letter of a character message as windows that are not Unicode get it: bytes of the code page that belongs to the
+/// keyboard's language, whatever the program's is. The first byte is the lowest. 0 when they are no letter.
+wchar_t LetterOf(WPARAM bytes) {
+    DWORD codePage = CP_ACP;
+    const LCID language = MAKELCID(LOWORD(GetKeyboardLayout(0)), SORT_DEFAULT);
+    if (!GetLocaleInfoW(language, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                        reinterpret_cast<LPWSTR>(&codePage), sizeof codePage / sizeof(wchar_t))) {
+        codePage = CP_ACP;
+    }
+    const char text[] = {static_cast<char>(bytes), static_cast<char>(bytes >> 8)};
+    wchar_t letter = 0;
+    return MultiByteToWideChar(codePage, 0, text, bytes > 0xFF ? 2 : 1, &letter, 1) == 1 ? letter : L'\0';
+}
+
+} // namespace
+
+bool TWinControl::KeyHandler(TMessage& message) {
+    const TAlive alive(*this);
+    ControlHost().HideHint();
+    TParentForm* const form = ParentFormOf(this);
+    TWinControl* const preview = form && form != this && form->KeyPreview() ? form : nullptr;
+    // Offers a key to the form first, then to the control. True: used up, or the control is gone.
+    const auto offer = [&](auto& key, auto member) {
+        const TAlive formAlive(preview ? *preview : *this);
+        if (preview) {
+            (preview->*member)(key);
+        }
+        if (key != 0 && alive && formAlive) {
+            (this->*member)(key);
+        }
+        return key == 0 || !alive;
+    };
+    switch (message.Msg) {
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_KEYUP:
+    case WM_SYSKEYUP: {
+        auto key = static_cast<uint16_t>(message.WParam);
+        const bool down = message.Msg == WM_KEYDOWN || message.Msg == WM_SYSKEYDOWN;
+        const bool used = offer(key, down ? &TWinControl::OfferKeyDown : &TWinControl::OfferKeyUp);
+        message.WParam = key;
+        return used;
+    }
+    case WM_CHAR: {
+        if (message.WParam > 0xFF) { // of a Unicode window of the system's: no char holds it
+            return false;
+        }
+        auto key = static_cast<char>(message.WParam);
+        const bool used = offer(key, &TWinControl::KeyPress);
+        message.WParam = static_cast<uint8_t>(key);
+        return used;
+    }
+    default: // WM_SYSCHAR, which a foreign message loop did not want
+        return form && form->IsDocked() && form->DialogChar(LetterOf(message.WParam));
+    }
+}
+
+void TWinControl::OfferKeyDown(uint16_t& key) { KeyDown(key, KeyDataToShiftState()); }
+void TWinControl::OfferKeyUp(uint16_t& key) { KeyUp(key, KeyDataToShiftState()); }
+void TWinControl::KeyDown(uint16_t& key, TShiftState shift) { FOnKeyDown(this, key, shift); }
+void TWinControl::KeyPress(char& key) { FOnKeyPress(this, key); }
+void TWinControl::KeyUp(uint16_t& key, TShiftState shift) { FOnKeyUp(this, key, shift); }
+
+void TWinControl::GetDlgCode(TMessage& message) {
+    DefaultHandler(message);
+    if (message.LParam == 0) {
+        return;
+    }
+    const auto& key = message.LParamAs<MSG>();
+    if (key.message == WM_KEYDOWN && WantsKey(static_cast<uint16_t>(key.wParam), KeyDataToShiftState())) {
+        message.Result |= DLGC_WANTMESSAGE;
+    }
+}
+
+bool TWinControl::WantsKey(uint16_t, TShiftState) { return false; }
+
+/// What the system's dialogs would let the control have, or what it asks for itself.
+bool TWinControl::KeepsKey(const MSG& message) {
+    const auto code =
+        static_cast<UINT>(SendMessageA(FHandle, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message)));
+    switch (message.wParam) {
+    case VK_TAB: return (code & (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0;
+    case VK_LEFT:
+    case VK_RIGHT:
+    case VK_UP:
+    case VK_DOWN: return (code & (DLGC_WANTARROWS | DLGC_WANTALLKEYS)) != 0;
+    default: return (code & DLGC_WANTALLKEYS) != 0;
+    }
+}
+
+bool TWinControl::PreTranslate(MSG& message) {
+    TParentForm* const form = ParentFormOf(this);
+    return form && form->PreTranslateFor(*this, message);
+}
+
+bool TWinControl::DialogKey(uint16_t key, TShiftState shift) {
+    for (size_t i = 0; i < FTabList.size(); ++i) {
+        if (FTabList[i]->Showing() && FTabList[i]->DialogKey(key, shift)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool TWinControl::DialogChar(wchar_t letter) {
+    for (size_t i = 0; i < FControls.size(); ++i) {
+        if (FControls[i]->Visible() && FControls[i]->Enabled() && FControls[i]->DialogChar(letter)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace kx

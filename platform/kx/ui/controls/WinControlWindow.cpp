@@ -1,0 +1,490 @@
+#include "kx/ui/controls/Controls.h"
+
+#include "kx/core/Barrier.h"
+#include "kx/ui/controls/MessageFrames.h"
+#include "kx/ui/controls/ParentForm.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace kx {
+
+namespace {
+
+/// The controls by their windows. Dialogs may run on other threads with controls of their own.
+class TWindowMap {
+public:
+    void Add(HWND window, TWinControl* control) {
+        AcquireSRWLockExclusive(&FLock);
+        FControls[window] = control;
+        ReleaseSRWLockExclusive(&FLock);
+    }
+    void Remove(HWND window) {
+        AcquireSRWLockExclusive(&FLock);
+        FControls.erase(window);
+        ReleaseSRWLockExclusive(&FLock);
+    }
+    TWinControl* Find(HWND window) {
+        AcquireSRWLockShared(&FLock);
+        const auto found = FControls.find(window);
+        TWinControl* const control = found == FControls.end() ? nullptr : found->second;
+        ReleaseSRWLockShared(&FLock);
+        return control;
+    }
+    std::vector<HWND> All() {
+        std::vector<HWND> all;
+        AcquireSRWLockShared(&FLock);
+        for (const auto& [window, control] : FControls) {
+            all.push_back(window);
+        }
+        ReleaseSRWLockShared(&FLock);
+        return all;
+    }
+
+private:
+    SRWLOCK FLock = SRWLOCK_INIT;
+    std::unordered_map<HWND, TWinControl*> FControls;
+};
+
+TWindowMap& Windows() {
+    static auto* const map = new TWindowMap; // never freed: windows may outlive static objects
+    return *map;
+}
+
+/// The control whose window this thread is creating; its window finds it here in its first message.
+thread_local TWinControl* CreatingControl = nullptr;
+
+/// A registered window class.
+struct TWindowClass {
+    std::string Name;
+    WNDPROC DefWndProc = nullptr;
+};
+
+WNDCLASSA SystemClass(const std::string& name) {
+    WNDCLASSA info;
+    if (!GetClassInfoA(HInstance(), name.c_str(), &info) && !GetClassInfoA(nullptr, name.c_str(), &info)) {
+        RaiseLastOSError(ERROR_CLASS_DOES_NOT_EXIST);
+    }
+    return info;
+}
+
+TWindowClass RegisterWindowClass(const std::string& className, const TCreateParams& params, WNDPROC initial) {
+    static SRWLOCK lock = SRWLOCK_INIT;
+    static auto& classes = *new std::unordered_map<std::string, TWindowClass>;
+    const std::string key = className + "|" + params.BaseClass + "|" + IntToStr(params.ClassStyle);
+
+    AcquireSRWLockExclusive(&lock);
+    const auto known = classes.find(key);
+    TWindowClass result = known == classes.end() ? TWindowClass{} : known->second;
+    ReleaseSRWLockExclusive(&lock);
+    if (result.DefWndProc) {
+        return result;
+    }
+
+    WNDCLASSA info{};
+    if (params.BaseClass.empty()) {
+        info.lpfnWndProc = DefWindowProcA;
+        info.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+        info.style = params.ClassStyle;
+    } else {
+        info = SystemClass(params.BaseClass);
+        info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
+        info.lpszMenuName = nullptr;
+    }
+    result.DefWndProc = info.lpfnWndProc;
+    info.lpfnWndProc = initial;
+    info.hInstance = HInstance();
+    result.Name = className;
+    // Classes of one name in different namespaces, or in other modules of the process, make way for each other.
+    for (int i = 2;; ++i) {
+        info.lpszClassName = result.Name.c_str();
+        if (RegisterClassA(&info)) {
+            break;
+        }
+        if (GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
+            RaiseLastOSError();
+        }
+        result.Name = className + "." + IntToStr(i);
+    }
+    AcquireSRWLockExclusive(&lock);
+    classes[key] = result;
+    ReleaseSRWLockExclusive(&lock);
+    return result;
+}
+
+} // namespace
+
+TWinControl* FindControl(HWND window) { return window ? Windows().Find(window) : nullptr; }
+
+void TellDockedControls(UINT message, WPARAM wParam, LPARAM lParam) {
+    for (const HWND window : Windows().All()) {
+        const HWND parent = GetAncestor(window, GA_PARENT);
+        if (parent && parent != GetDesktopWindow() && !FindControl(parent)) {
+            // The thread of a modeless dialog may be busy.
+            SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 1000, nullptr);
+        }
+    }
+}
+
+HMENU TWinControl::NextControlId() {
+    static LONG counter = 0;
+    return reinterpret_cast<HMENU>(static_cast<UINT_PTR>(0xC000 | (InterlockedIncrement(&counter) & 0x1FFF)));
+}
+
+// --- Making and losing the window
+
+HWND TWinControl::Handle() {
+    return Outlives(*this, [this] { HandleNeeded(); }) ? FHandle : nullptr;
+}
+
+void TWinControl::HandleNeeded() {
+    if (FHandle) {
+        return;
+    }
+    const TAlive alive(*this);
+    if (Parent()) {
+        Parent()->HandleNeeded();
+    }
+    if (alive && !FHandle) { // the parent's window brings ours
+        MakeHandle();
+    }
+}
+
+void TWinControl::MakeHandle() {
+    const TAlive alive(*this);
+    try {
+        CreateHandle();
+    } catch (const EControlGone&) {
+        if (alive) {
+            throw; // it was another one that went
+        }
+    }
+}
+
+void TWinControl::CreateParams(TCreateParams& params) {
+    params.Caption = TControl::Text();
+    params.Style = WS_CHILD | WS_CLIPSIBLINGS;
+    if (Visible()) {
+        params.Style |= WS_VISIBLE;
+    }
+    if (!Enabled()) {
+        params.Style |= WS_DISABLED;
+    }
+    if (FTabStop) {
+        params.Style |= WS_TABSTOP;
+    }
+    if (ControlStyle().Contains(csAcceptsControls)) {
+        params.Style |= WS_CLIPCHILDREN;
+        params.ExStyle |= WS_EX_CONTROLPARENT;
+    }
+    params.ExStyle |= BiDiExStyle();
+    if (FAcceptFiles) {
+        params.ExStyle |= WS_EX_ACCEPTFILES;
+    }
+    params.X = Left();
+    params.Y = Top();
+    params.Width = Width();
+    params.Height = Height();
+    params.WndParent = Parent() ? Parent()->FHandle : FParentWindow;
+}
+
+void TWinControl::CreateHandle() {
+    MustOutlive([this] { CreateWnd(); });
+    MustOutlive([this] { CreateChildHandles(); });
+}
+
+void TWinControl::CreateChildHandles() {
+    const TAlive alive(*this);
+    // The system puts each new window behind the others, so made in this order they need no arranging.
+    for (TWinControl* control : WindowOrder()) {
+        if (alive && FHandle && std::find(FTabList.begin(), FTabList.end(), control) != FTabList.end() &&
+            !control->FHandle) {
+            control->MakeHandle();
+        }
+    }
+    // Making a window may bring more controls, or end those that there are.
+    for (size_t i = 0; alive && FHandle && i < FControls.size(); ++i) {
+        if (auto* const control = dynamic_cast<TWinControl*>(FControls[i]); control && !control->FHandle) {
+            control->MakeHandle();
+        }
+    }
+    if (alive) {
+        ArrangeWindows();
+    }
+}
+
+void TWinControl::CreateWnd() {
+    TCreateParams params;
+    CreateParams(params);
+    if (!params.WndParent && (params.Style & WS_CHILD)) {
+        throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
+    }
+    if (!FThunk) {
+        FThunk = std::make_unique<TThunk>(MainWndProc, this);
+    }
+    const TWindowClass windowClass = RegisterWindowClass(ClassName(), params, InitialWndProc);
+    FSystemClass = !params.BaseClass.empty();
+    FDefWndProc = windowClass.DefWndProc;
+
+    HWND window = nullptr;
+    DWORD error = 0;
+    TWinControl* const outer = std::exchange(CreatingControl, this);
+    MustOutlive([&] { // the system sizes some of its controls while it makes them
+        window = CreateWindowExA(params.ExStyle, windowClass.Name.c_str(), params.Caption.c_str(), params.Style,
+                                 params.X, params.Y, params.Width, params.Height, params.WndParent,
+                                 params.Style & WS_CHILD ? NextControlId() : nullptr, HInstance(), nullptr);
+        error = GetLastError();
+        CreatingControl = outer;
+    });
+    if (!window) {
+        RaiseLastOSError(error);
+    }
+    if (FSystemClass) {
+        MustOutlive([this] { SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE); });
+    }
+}
+
+/// First message of a new window: from here on its own procedure gets them.
+LRESULT CALLBACK TWinControl::InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    TWinControl* const control = std::exchange(CreatingControl, nullptr);
+    if (!control) {
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+    control->RegisterWindow(window);
+    return MainWndProc(control, message, wParam, lParam);
+}
+
+void TWinControl::RegisterWindow(HWND window) {
+    FHandle = window;
+    Windows().Add(window, this);
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FThunk->Procedure()));
+}
+
+LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const control = static_cast<TWinControl*>(self);
+    const detail::TMessageFrame frame;
+    TMessage m{message, wParam, lParam, 0};
+    if (message != WM_NCDESTROY) {
+        return Guarded(LRESULT{0}, [&] {
+            control->WndProc(m);
+            return m.Result;
+        });
+    }
+    const TAlive alive(*control);
+    const bool isGoing = !alive; // in a destructor, which waits for the end of this message
+    Guarded([&] { control->WndProc(m); });
+    if (alive || isGoing) {
+        control->WindowDestroyed();
+    }
+    return m.Result;
+}
+
+void TWinControl::WindowDestroyed() {
+    if (FHandle) {
+        Windows().Remove(FHandle);
+        FHandle = nullptr;
+    }
+    FLastOrder.clear(); // the windows inside are gone too
+    FIsMouseIn = false;
+    FMouseControl = nullptr;
+    if (!Parent() && !FDestroyingWindow) {
+        FParentWindow = nullptr;
+        WindowLost();
+    }
+}
+
+void TWinControl::SaveWindowState() { TControl::SetText(Text()); }
+
+void TWinControl::DestroyHandle() {
+    if (FHandle) {
+        const HWND window = FHandle;
+        const TFieldScope destroying(*this, FDestroyingWindow, true);
+        const TAlive alive(*this);
+        const bool isGoing = !alive; // in a destructor, which nothing ends meanwhile
+        DestroyWindow(window);
+        // Only the thread that made it can destroy it.
+        if ((alive || isGoing) && FHandle == window) {
+            SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
+            WindowDestroyed();
+        }
+    }
+}
+
+void TWinControl::RecreateWnd() {
+    if (!FHandle) {
+        return;
+    }
+    const HWND focus = ::GetFocus();
+    TWinControl* focused = nullptr; // a control may have the focus in an inner window that is none of ours
+    if (focus == FHandle || IsChild(FHandle, focus)) {
+        for (HWND window = focus; !focused; window = GetAncestor(window, GA_PARENT)) {
+            focused = FindControl(window);
+        }
+    }
+    const TAlive focusedAlive(focused);
+    if (!Outlives(*this, [this] { DestroyHandle(); }) || !Outlives(*this, [this] { HandleNeeded(); })) {
+        return;
+    }
+    if (Parent()) {
+        Parent()->ArrangeWindows();
+    }
+    if (focusedAlive && focused->FHandle) {
+        ::SetFocus(focused->FHandle);
+    }
+}
+
+void TWinControl::SetAcceptFiles(bool value) {
+    FAcceptFiles = value;
+    if (FHandle) {
+        const LONG style = GetWindowLongA(FHandle, GWL_EXSTYLE);
+        constexpr LONG bit = WS_EX_ACCEPTFILES;
+        SetWindowLongA(FHandle, GWL_EXSTYLE, value ? style | bit : style & ~bit);
+    }
+}
+
+void TWinControl::SetParentWindow(HWND value) {
+    if (Parent() || FParentWindow == value) {
+        return;
+    }
+    ChangeParentWindow(value, [=, this] {
+        if (FHandle && value) {
+            ChangeParent(FHandle, value);
+        } else if (Outlives(*this, [this] { DestroyHandle(); }) && value) {
+            HandleNeeded();
+        }
+    });
+}
+
+void TWinControl::ChangeParentWindow(HWND value, const std::function<void()>& carryOut) {
+    const HWND old = std::exchange(FParentWindow, value);
+    const TAlive alive(*this);
+    try {
+        carryOut();
+    } catch (...) {
+        const auto isThere = [=, this] {
+            return FHandle && GetAncestor(FHandle, GA_PARENT) == (value ? value : GetDesktopWindow());
+        };
+        if (alive && FParentWindow == value && !isThere()) {
+            FParentWindow = old;
+        }
+        throw;
+    }
+}
+
+void TWinControl::ChangeParent(HWND window, HWND parent) {
+    SetLastError(ERROR_SUCCESS);
+    // What the messages of the move do may destroy the window.
+    if (!::SetParent(window, parent) && GetLastError() != ERROR_SUCCESS && IsWindow(window)) {
+        RaiseLastOSError();
+    }
+}
+
+void TWinControl::SetParent(TWinControl* value) {
+    TWinControl* const old = Parent();
+    if (old == value || (value && IsGoing())) {
+        return;
+    }
+    CheckParent(value); // before anything is lost
+    const TAlive alive(*this);
+    const TAlive valueAlive(value);
+    // Handlers of the focus and of sizes run at each step. They may free everybody, or move the control elsewhere.
+    const auto goesOn = [&](TWinControl* parent) { return alive && Parent() == parent && (!value || valueAlive); };
+    const bool hadFocus = FHandle && value && ::GetFocus() == FHandle;
+    if (TParentForm* const form = FHandle && old ? ParentFormOf(old) : nullptr) {
+        form->ControlGone(*this);
+        if (!form->IsDestroying() && form->HandleAllocated()) {
+            form->FocusLeaves(*this); // else the keyboard would reach nobody
+        }
+    }
+    if (goesOn(old)) {
+        DestroyHandle();
+    }
+    if (!goesOn(old)) {
+        return;
+    }
+    if (value) {
+        FParentWindow = nullptr;
+    }
+    TControl::SetParent(value);
+    if (!goesOn(value) || !value || !value->FHandle) {
+        return;
+    }
+    HandleNeeded();
+    if (goesOn(value)) {
+        value->ArrangeWindows();
+        if (hadFocus && CanFocus()) {
+            SetFocus();
+        }
+    }
+}
+
+// --- Z order
+
+TWinControl* TWinControl::TopParent() {
+    TWinControl* top = this;
+    while (top->Parent()) {
+        top = top->Parent();
+    }
+    return top;
+}
+
+std::vector<TWinControl*> TWinControl::WindowOrder() {
+    if (TopParent()->FParentWindow) {
+        return FTabList; // a foreign dialog moves the focus in Z order
+    }
+    std::vector<TWinControl*> order;
+    for (auto i = FControls.rbegin(); i != FControls.rend(); ++i) {
+        if (auto* const control = dynamic_cast<TWinControl*>(*i)) {
+            order.push_back(control);
+        }
+    }
+    return order;
+}
+
+std::vector<HWND> TWinControl::WantedOrder() {
+    std::vector<HWND> wanted;
+    for (const TWinControl* control : WindowOrder()) {
+        if (control->FHandle) {
+            wanted.push_back(control->FHandle);
+        }
+    }
+    return wanted;
+}
+
+void TWinControl::ArrangeWindows() {
+    if (!FHandle || FTabList.empty()) {
+        return;
+    }
+    const std::vector<HWND> wanted = WantedOrder();
+    FLastOrder = wanted;
+    std::vector<HWND> order = DirectChildren(FHandle);
+    HWND above = HWND_TOP;
+    for (size_t i = 0; i < wanted.size(); ++i) {
+        if (i >= order.size() || order[i] != wanted[i]) {
+            SetWindowPos(wanted[i], above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+            std::erase(order, wanted[i]);
+            order.insert(order.begin() + static_cast<ptrdiff_t>(std::min(i, order.size())), wanted[i]);
+        }
+        above = wanted[i];
+    }
+}
+
+void TWinControl::ArrangeAllWindows() {
+    if (WantedOrder() != FLastOrder) {
+        ArrangeWindows();
+    }
+    for (TWinControl* control : FTabList) {
+        control->ArrangeAllWindows();
+    }
+}
+
+void TWinControl::SetZOrder(bool front) {
+    TControl::SetZOrder(front);
+    if (Parent()) {
+        Parent()->ArrangeWindows();
+    } else if (FHandle) {
+        SetWindowPos(FHandle, front ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,328 @@
+#include "kx/ui/dialogs/Dialogs.h"
+
+#include "kx/win/Handles.h"
+
+#include <algorithm>
+#include <cfloat>
+
+namespace kx {
+
+namespace {
+
+DWORD ThreadOf(HWND window) { return GetWindowThreadProcessId(window, nullptr); }
+
+bool InApplicationThread() { return ThreadOf(Application().Handle()) == GetCurrentThreadId(); }
+
+bool CanTakeFocus(HWND window) {
+    return IsWindow(window) != 0 && IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0;
+}
+
+/// The system opens no boxes of its own about drives without a medium, which the dialog meets when it looks around.
+class TQuietDrives {
+public:
+    TQuietDrives() { SetThreadErrorMode(GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &FBefore); }
+    TQuietDrives(const TQuietDrives&) = delete;
+    TQuietDrives& operator=(const TQuietDrives&) = delete;
+    ~TQuietDrives() { SetThreadErrorMode(FBefore, nullptr); }
+
+private:
+    DWORD FBefore = 0;
+};
+
+/// How the thread calculates comes back as it was: drivers and extensions of the shell, which run inside the dialog,
+/// change it and leave it so.
+class TKeptFloatingPoint {
+public:
+    TKeptFloatingPoint() = default;
+    TKeptFloatingPoint(const TKeptFloatingPoint&) = delete;
+    TKeptFloatingPoint& operator=(const TKeptFloatingPoint&) = delete;
+    ~TKeptFloatingPoint() {
+        _clearfp(); // what they have left would be raised when it counts as an error again
+        _control87(FBefore, Kept);
+    }
+
+private:
+    // The precision can be set in 32 bits alone.
+    static constexpr unsigned Kept = _MCW_EM | _MCW_RC | (sizeof(void*) == 4 ? _MCW_PC : 0);
+
+    unsigned FBefore = _control87(0, 0);
+};
+
+/// The application waits for a system dialog: its windows are disabled, and get the focus back at the end.
+class TModalScope {
+public:
+    explicit TModalScope(HWND owner)
+        : FActive(GetActiveWindow()), FFocus(GetFocus()), FOwner(IsWindowEnabled(owner) != 0 ? owner : nullptr),
+          FInApplicationThread(InApplicationThread()) {
+        if (FInApplicationThread) {
+            Application().ModalStarted();
+        }
+        // The owner is left to the system: it enables the owner before it hides the dialog, so that the owner becomes
+        // the active window and not some other program's.
+        FDisabled = DisableTaskWindows(owner);
+    }
+    TModalScope(const TModalScope&) = delete;
+    TModalScope& operator=(const TModalScope&) = delete;
+    ~TModalScope() {
+        EnableTaskWindows(FDisabled);
+        // Any of the windows may have died with the dialog. One that was destroyed instead of ended left its owner
+        // disabled.
+        if (IsWindow(FOwner) != 0) {
+            EnableWindow(FOwner, TRUE);
+        }
+        if (FActive != GetActiveWindow() && CanTakeFocus(FActive)) {
+            SetActiveWindow(FActive);
+        }
+        if (FFocus != GetFocus() && CanTakeFocus(FFocus) && GetAncestor(FFocus, GA_ROOT) == GetActiveWindow()) {
+            SetFocus(FFocus);
+        }
+        if (FInApplicationThread) {
+            Guarded([] { Application().ModalFinished(); });
+        }
+    }
+
+private:
+    HWND FActive;
+    HWND FFocus;
+    HWND FOwner; ///< Null when it was disabled before.
+    bool FInApplicationThread;
+    TTaskWindowList FDisabled;
+    TQuietDrives FQuietDrives;
+    TKeptFloatingPoint FFloatingPoint;
+};
+
+/// Signals an event at the end of a scope.
+class TSignalAtEnd {
+public:
+    explicit TSignalAtEnd(std::shared_ptr<void> event) : FEvent(std::move(event)) {}
+    TSignalAtEnd(const TSignalAtEnd&) = delete;
+    TSignalAtEnd& operator=(const TSignalAtEnd&) = delete;
+    ~TSignalAtEnd() { SetEvent(FEvent.get()); }
+
+private:
+    std::shared_ptr<void> FEvent;
+};
+
+BOOL CALLBACK FindOwned(HWND window, LPARAM data) {
+    auto& search = *reinterpret_cast<std::pair<HWND, HWND>*>(data); // the owner, and what it owns
+    if (GetWindow(window, GW_OWNER) == search.first) {
+        search.second = window;
+    }
+    return search.second == nullptr;
+}
+
+/// Destroys the boxes and dialogs that a dialog of this thread has opened, as destroying the dialog would.
+void DestroyOwnedWindows(HWND dialog) {
+    std::pair<HWND, HWND> search(dialog, nullptr);
+    do {
+        search.second = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), FindOwned, reinterpret_cast<LPARAM>(&search));
+    } while (search.second && DestroyWindow(search.second));
+}
+
+/// Sent to `Handle` by another thread: the component goes.
+UINT LeaveMessage() {
+    static const UINT message = RegisterWindowMessageA("kx.TCommonDialog.Leave");
+    return message;
+}
+
+/// Answers a dialog or a message box, of whatever thread, with the most harmless of its buttons.
+void CancelDialog(HWND dialog) {
+    for (const int id : {IDCANCEL, IDNO, IDABORT, IDOK}) {
+        if (GetDlgItem(dialog, id)) {
+            PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
+            return;
+        }
+    }
+}
+
+} // namespace
+
+const TClass& TCommonDialog::StaticClass() {
+    static const TClassBuilder<TCommonDialog> cls("TCommonDialog", TComponent::StaticClass(), [](auto& c) {
+        c.Property("OnClose", &TCommonDialog::OnClose, &TCommonDialog::SetOnClose);
+        c.Property("OnShow", &TCommonDialog::OnShow, &TCommonDialog::SetOnShow);
+    });
+    return cls.Class();
+}
+
+TCommonDialog::TCommonDialog(TComponent* owner) : TComponent(owner) {
+    FSubclass.SetHandler([this](TMessage& message) { HandleMessage(message); });
+}
+
+TCommonDialog::~TCommonDialog() {
+    CloseShown();
+    for (TDialogHold* hold : FHolds) {
+        hold->FDialog = nullptr;
+    }
+}
+
+void TCommonDialog::BeforeDestruction() {
+    CloseShown();
+    TComponent::BeforeDestruction();
+}
+
+HWND TCommonDialog::DialogWindow() const { return FHandle; }
+
+void TCommonDialog::DoShow() { FOnShow(this); }
+void TCommonDialog::DoClose() { FOnClose(this); }
+
+bool TCommonDialog::MessageHook(TMessage&) { return false; }
+void TCommonDialog::WndProc(TMessage& message) { DefaultHandler(message); }
+void TCommonDialog::DefaultHandler(TMessage& message) { FSubclass.CallPrevious(message); }
+
+void TCommonDialog::AttachHandle(HWND window) {
+    FSubclass.Install(window);
+    FHandle = window;
+    FEnding = false;
+}
+
+void TCommonDialog::DialogShown() {
+    FShown = true;
+    DoShow();
+}
+
+void TCommonDialog::HandleMessage(TMessage& message) {
+    if (message.Msg == LeaveMessage()) {
+        Leave(DialogWindow());
+        return;
+    }
+    const TSubclass::TPrevious previous = FSubclass.Previous();
+    const TAlive alive(*this);
+    const bool going = !alive; // then CloseShown waits for this message
+    if (message.Msg == WM_DESTROY) {
+        FEnding = true;
+        if (std::exchange(FShown, false)) {
+            Guarded([this] { DoClose(); });
+            if (!going && !alive) { // freed by its own event
+                message.Result = previous(message.Msg, message.WParam, message.LParam);
+                return;
+            }
+        }
+    } else if (message.Msg == WM_NCDESTROY) {
+        FHandle = nullptr;
+    }
+    if (!MessageHook(message) && (going || alive)) {
+        WndProc(message);
+    }
+}
+
+bool TCommonDialog::TaskModalDialog(HWND owner, const std::function<bool()>& dialogFunc) {
+    if (FRunning) {
+        throw EInvalidOperation("Dialog is already shown");
+    }
+    const std::shared_ptr<void> running(CreateEventA(nullptr, TRUE, FALSE, nullptr), CloseHandle);
+    const TSignalAtEnd signal(running);
+    const TAlive alive(*this);
+    bool result = false;
+    FRunning = running;
+    try {
+        const TModalScope modal(owner); // the application's windows hear of it
+        result = alive && dialogFunc();
+    } catch (...) {
+        if (alive) {
+            FRunning.reset();
+        }
+        throw;
+    }
+    if (!alive) {
+        return false;
+    }
+    FRunning.reset();
+    return result;
+}
+
+HWND TCommonDialog::OwnerWindow() {
+    HWND active = GetActiveWindow();
+    if (active) {
+        return active;
+    }
+    return InApplicationThread() ? Application().ActiveFormHandle() : Application().Handle();
+}
+
+void TCommonDialog::CloseShown() {
+    EndLife();
+    while (const TDialogHold* const hold = HoldOfAnotherThread()) {
+        if (Application().IsAwaitedBy(hold->FThreadId)) {
+            break; // a handler of the dialog frees it
+        }
+        CloseFromOutside(std::shared_ptr<void>(hold->FOver));
+    }
+    HWND dialog = DialogWindow();
+    if (!FRunning || !dialog || FEnding) {
+        return; // a dialog that has no window yet finds out by its life
+    }
+    const DWORD thread = ThreadOf(dialog);
+    if (thread == GetCurrentThreadId()) {
+        Leave(dialog);
+    } else if (Application().IsAwaitedBy(thread)) {
+        SendMessageA(FHandle, LeaveMessage(), 0, 0); // it answers, but cannot go on
+    } else {
+        CloseFromOutside(std::shared_ptr<void>(FRunning));
+    }
+}
+
+const TDialogHold* TCommonDialog::HoldOfAnotherThread() const {
+    const auto hold = std::find_if(FHolds.begin(), FHolds.end(),
+                                   [](const TDialogHold* h) { return h->FThreadId != GetCurrentThreadId(); });
+    return hold == FHolds.end() ? nullptr : *hold;
+}
+
+/// Ends the dialog and has nothing to do with it any more. The system may be in the middle of one of its messages and
+/// needs its windows until it is through with that: here they only vanish.
+void TCommonDialog::Leave(HWND dialog) {
+    FEnding = true;
+    if (std::exchange(FShown, false)) {
+        Guarded([this] { DoClose(); });
+    }
+    FSubclass.Uninstall();
+    FHandle = nullptr;
+    SendMessageA(dialog, WM_CANCELMODE, 0, 0); // a menu or a drag of its own
+    DestroyOwnedWindows(dialog);
+    EndSystemDialog(dialog);
+    // The loops of what was destroyed look whether they are over when a message wakes them.
+    PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+void TCommonDialog::EndSystemDialog(HWND dialog) { EndDialog(dialog, 0); }
+
+/// The dialog runs in another thread, which may need this one's message loop in order to end: until `over`.
+void TCommonDialog::CloseFromOutside(const std::shared_ptr<void>& over) const {
+    constexpr DWORD patience = 100; // milliseconds until the next box, if one is open, is answered
+    HANDLE event = over.get();
+    DWORD state = WAIT_TIMEOUT;
+    while (state != WAIT_OBJECT_0) {
+        if (state == WAIT_TIMEOUT) {
+            CancelDialog(GetLastActivePopup(DialogWindow()));
+        } else {
+            Application().ProcessMessages();
+        }
+        state = MsgWaitForMultipleObjects(1, &event, FALSE, patience, QS_ALLINPUT);
+    }
+}
+
+// --- TDialogHold
+
+TDialogHold::TDialogHold(TCommonDialog& dialog, DWORD threadId)
+    : FDialog(&dialog), FThreadId(threadId), FOver(CreateEventA(nullptr, TRUE, FALSE, nullptr), CloseHandle) {
+    dialog.FHolds.push_back(this);
+}
+
+TDialogHold::~TDialogHold() {
+    if (FDialog) {
+        std::erase(FDialog->FHolds, this);
+    }
+    SetEvent(FOver.get());
+}
+
+bool TDialogHold::IsWanted() const { return FDialog && TAlive(*FDialog); }
+
+void TDialogHold::Cancel() const {
+    if (FDialog) {
+        CancelDialog(GetLastActivePopup(FDialog->DialogWindow()));
+    }
+}
+
+void ShowMessage(const std::string& text) { Application().MessageBox(text, Application().Title(), MB_OK); }
+
+} // namespace kx

@@ -1,0 +1,491 @@
+#pragma once
+
+#include "kx/core/Barrier.h"
+#include "kx/ui/controls/ParentForm.h"
+#include "kx/ui/forms/FormsScreen.h"
+
+#include <atomic>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace kx {
+
+class TApplication;
+class TFormsHost;
+class TMainMenu;
+
+TApplication& Application(); ///< The program's; made on first use.
+
+enum TBorderIcon : uint8_t { biSystemMenu, biMinimize, biMaximize, biHelp };
+KX_ENUM(TBorderIcon, "biSystemMenu", "biMinimize", "biMaximize", "biHelp")
+using TBorderIcons = TSet<TBorderIcon>;
+
+/// Where a form shows first.
+enum TPosition : uint8_t {
+    poDesigned,       ///< Where the form file puts it.
+    poDefault,        ///< Place and size are the system's choice.
+    poDefaultPosOnly, ///< The place is the system's choice.
+    poDefaultSizeOnly,
+    poScreenCenter,
+    poDesktopCenter, ///< As poScreenCenter.
+    poMainFormCenter,
+    poOwnerFormCenter
+};
+KX_ENUM(TPosition, "poDesigned", "poDefault", "poDefaultPosOnly", "poDefaultSizeOnly", "poScreenCenter",
+        "poDesktopCenter", "poMainFormCenter", "poOwnerFormCenter")
+
+enum TWindowState : uint8_t { wsNormal, wsMinimized, wsMaximized };
+KX_ENUM(TWindowState, "wsNormal", "wsMinimized", "wsMaximized")
+
+enum TFormStyle : uint8_t { fsNormal, fsStayOnTop };
+KX_ENUM(TFormStyle, "fsNormal", "fsStayOnTop")
+
+enum TCloseAction : uint8_t { caNone, caHide, caFree, caMinimize };
+using TCloseEvent = TEvent<void(TObject* sender, TCloseAction& action)>;
+using TCloseQueryEvent = TEvent<void(TObject* sender, bool& canClose)>;
+
+/// What every form can do. A form is a top-level window, or, with a `ParentWindow`, part of a foreign window: it is
+/// turned into a child of that window in place, and back into a top-level form by `SetParentWindow(nullptr)`, with its
+/// size and all that is in it. When the foreign window is destroyed, the form only loses its window.
+///
+/// Form files. The constructor of each form class calls `InitForm(*this, TMyForm::StaticClass())` first, which reads
+/// the form file that is embedded under the class's name over the instance. An inherited form's file is read over what
+/// its ancestor's brought. Sizes are those of 96 dots per inch and are not scaled; `Scaled` and `PixelsPerInch` are
+/// read and kept.
+///
+/// OnCreate runs when the form is complete: `Application().CreateForm` and `NewForm` see to that. A form that was made
+/// in another way runs it at the latest before its window is made. OnDestroy runs when the form is freed by `Free` or
+/// by its owner. A form that goes in another way (a local variable) runs it from its base class's destructor, when
+/// handlers that are methods of the form cannot be called any more and are left out.
+class TCustomForm : public TParentForm {
+    KX_CLASS()
+
+    explicit TCustomForm(TComponent* owner = nullptr);
+    ~TCustomForm() override;
+
+    void AfterConstruction(); ///< Fires OnCreate, once.
+    void BeforeDestruction() override;
+
+    // --- Showing and closing
+
+    void Show(); ///< Shows the form and brings it to the front.
+    /// Shows the form, disables all other windows of the thread, and returns how it was closed.
+    /// @throws EInvalidOperation "Cannot make a visible window modal"
+    TModalResult ShowModal();
+    TModalResult ModalResult() const { return FModalResult; }
+    void SetModalResult(TModalResult value) { FModalResult = value; }
+    bool IsModal() const { return FModal; }
+    void Close(); ///< Asks OnCloseQuery, then does what OnClose says: hide, unless told otherwise.
+    /// False: the form wants to stay. Also asked when the user logs off or shuts the system down, of each form that is
+    /// shown, modal or not, and of the main form; then false keeps the session. A docked form is not asked. When the
+    /// session does end, no form is closed: the application ends as by `Terminate`, as far as the system lets it.
+    virtual bool CloseQuery();
+    /// Frees the form when the message at hand is done, also when a handler of it goes on to show dialogs.
+    void Release();
+
+    // --- Settings
+
+    TFormBorderStyle BorderStyle() const { return FBorderStyle; }
+    void SetBorderStyle(TFormBorderStyle value);
+    TBorderIcons BorderIcons() const { return FBorderIcons; }
+    void SetBorderIcons(TBorderIcons value);
+    TPosition Position() const { return FPosition; }
+    void SetPosition(TPosition value) { FPosition = value; }
+    /// Of a form of its own. Docked, a form has its ordinary size, and its state comes back when it is a form of its
+    /// own again and is shown.
+    TWindowState WindowState() const { return FWindowState; }
+    void SetWindowState(TWindowState value);
+    /// Its bounds, for an icon and for a form that fills the screen those that it has otherwise.
+    TRect NormalBounds() const;
+    TFormStyle FormStyle() const { return FFormStyle; }
+    void SetFormStyle(TFormStyle value);
+    bool KeyPreview() const override { return FKeyPreview; }
+    void SetKeyPreview(bool value) { FKeyPreview = value; }
+    TIcon& Icon() { return FIcon; }
+    void SetIcon(const TIcon& value);
+    TMainMenu* Menu() const { return FMenu; } ///< Not owned.
+    void SetMenu(TMainMenu* value);
+    bool Scaled() const { return FScaled; }
+    void SetScaled(bool value) { FScaled = value; }
+    int PixelsPerInch() const { return FPixelsPerInch; }
+    void SetPixelsPerInch(int value) { FPixelsPerInch = value; }
+    TCanvas& Canvas();
+
+    /// The control that has, or will get, the focus in this form; null: the first in tab order.
+    TWinControl* ActiveControl() const { return FActiveControl; }
+    /// @throws EInvalidOperation "Cannot focus a disabled or invisible window" for a control that is not on the form.
+    void SetActiveControl(TWinControl* value);
+    bool Active() const; ///< Its window, or the one it is docked in, is the active one.
+
+    void SetParentWindow(HWND value) override;
+    void SetVisible(bool value) override;
+    void SetFocus() override;
+    void SetClientWidth(int value) override;
+    void SetClientHeight(int value) override;
+    void CreateParams(TCreateParams& params) override;
+    void WndProc(TMessage& message) override;
+    void DefineProperties(TFiler& filer) override;
+    void GetChildren(const TGetChildProc& proc, TComponent* root) override;
+    void Loaded() override;
+
+    const TNotifyEvent& OnCreate() const { return FOnCreate; }
+    void SetOnCreate(TNotifyEvent value) { FOnCreate = std::move(value); }
+    const TNotifyEvent& OnDestroy() const { return FOnDestroy; }
+    void SetOnDestroy(TNotifyEvent value) { FOnDestroy = std::move(value); }
+    const TNotifyEvent& OnShow() const { return FOnShow; }
+    void SetOnShow(TNotifyEvent value) { FOnShow = std::move(value); }
+    const TNotifyEvent& OnHide() const { return FOnHide; }
+    void SetOnHide(TNotifyEvent value) { FOnHide = std::move(value); }
+    const TNotifyEvent& OnActivate() const { return FOnActivate; }
+    void SetOnActivate(TNotifyEvent value) { FOnActivate = std::move(value); }
+    const TNotifyEvent& OnDeactivate() const { return FOnDeactivate; }
+    void SetOnDeactivate(TNotifyEvent value) { FOnDeactivate = std::move(value); }
+    const TNotifyEvent& OnPaint() const { return FOnPaint; }
+    void SetOnPaint(TNotifyEvent value) { FOnPaint = std::move(value); }
+    const TCloseEvent& OnClose() const { return FOnClose; }
+    void SetOnClose(TCloseEvent value) { FOnClose = std::move(value); }
+    const TCloseQueryEvent& OnCloseQuery() const { return FOnCloseQuery; }
+    void SetOnCloseQuery(TCloseQueryEvent value) { FOnCloseQuery = std::move(value); }
+
+protected:
+    friend class TApplication;
+    friend class TScreen;
+    friend class TWinControl;
+    friend class TControl;
+
+    void CreateHandle() override;
+    void CreateWnd() override;
+    void SaveWindowState() override;
+    bool DialogKey(uint16_t key, TShiftState shift) override;
+    void ContextStale() override;
+    void PaintWindow(HDC dc) override;
+    TPoint FrameExtent() const override;
+    void WindowLost() override;
+    void VisibleChanged() override;
+    void Notification(TComponent* component, TOperation operation) override;
+
+    void FocusControl(TWinControl& control) override;
+    void ControlFocused(TWinControl& control) override;
+    void FocusLost(TWinControl& control, HWND to) override;
+    void FocusLeaves(TWinControl& control) override;
+    void ControlGone(const TControl& control) override;
+    bool PreTranslateFor(TWinControl& control, MSG& message) override;
+
+    virtual void DoCreate();
+    virtual void DoDestroy();
+    virtual void DoShow();
+    virtual void DoHide();
+    virtual void DoClose(TCloseAction& action);
+    virtual void Activate();
+    virtual void Deactivate();
+    virtual void Paint();
+
+private:
+    struct TStyles;
+    void UpdateWindowStyle(); ///< Brings the existing window in line with border, icons and parent window.
+    void EnterParent(HWND parent, const TStyles& styles);
+    void LeaveParent(HWND owner, const TStyles& styles);
+    void PlaceFirst();
+    HWND OwnerWindow() const;
+    void ShowWindowNow();
+    int ShowCommand(TWindowState state) const;
+    void CloseModal();
+    bool SessionMayEnd();
+    void WakeModalLoop() const;
+    void Activated(bool active);
+    bool ShowHelp(TMessage& message);
+    bool Leave(TWinControl* old, TWinControl* next);
+    void ExitFocused(); ///< Fires OnExit of the control that was entered last.
+    void FocusInside(); ///< Gives the focus to the active control, or to the first one.
+    void RunDestroyHandler(bool complete);
+    static bool Focused(const TCustomForm& form);
+    void ApplyIcon();
+    void ApplyMenu();
+    bool ForwardToHost(MSG& message);
+
+    TFormBorderStyle FBorderStyle = bsSizeable;
+    TBorderIcons FBorderIcons{biSystemMenu, biMinimize, biMaximize};
+    TPosition FPosition = poDesigned;
+    TWindowState FWindowState = wsNormal;
+    TFormStyle FFormStyle = fsNormal;
+    TModalResult FModalResult = mrNone;
+    TWinControl* FActiveControl = nullptr;
+    TWinControl* FFocusedControl = nullptr; ///< Whose OnEnter ran last.
+    TMainMenu* FMenu = nullptr;
+    TIcon FIcon;
+    std::unique_ptr<TCanvas> FCanvas;
+    int FPixelsPerInch = 96;
+    bool FScaled = true;
+    bool FKeyPreview = false;
+    bool FModal = false;
+    bool FCreated = false;   ///< OnCreate has run.
+    bool FDestroyed = false; ///< OnDestroy has run.
+    bool FPlaced = false;    ///< `Position` has been applied.
+    bool FArranged = true;   ///< The windows inside have the Z order that they are to have.
+    bool FIsActive = false;
+    bool FVisibleWanted = false; ///< `Visible` of the form file, until the form is complete.
+    bool FShowing = false;       ///< OnShow runs.
+    bool FOnScreen = false;      ///< Screen lists it.
+    int FWantedClientWidth = -1; ///< Of the form file, until its frame is known.
+    int FWantedClientHeight = -1;
+
+    TNotifyEvent FOnCreate;
+    TNotifyEvent FOnDestroy;
+    TNotifyEvent FOnShow;
+    TNotifyEvent FOnHide;
+    TNotifyEvent FOnActivate;
+    TNotifyEvent FOnDeactivate;
+    TNotifyEvent FOnPaint;
+    TCloseEvent FOnClose;
+    TCloseQueryEvent FOnCloseQuery;
+};
+
+/// The form that programs derive theirs from.
+class TForm : public TCustomForm {
+    KX_CLASS()
+
+    explicit TForm(TComponent* owner = nullptr);
+};
+
+/// The form that the control is on, through all its parents; null when it is on none.
+TCustomForm* GetParentForm(const TControl* control);
+
+/// Reads the form file of class `cls` over the form; see TCustomForm. A class without a form file keeps its defaults.
+/// @throws EReadError and others of TReader for a form file that cannot be read.
+void InitForm(TCustomForm& form, const TClass& cls);
+/// True when the program holds a form file for the class.
+bool HasFormFile(const TClass& cls);
+
+/// A new form whose OnCreate has run. The owner frees it; without one, the caller does, by `Free`.
+template <class T, class... Args> T* NewForm(TComponent* owner, Args&&... args) {
+    auto form = std::make_unique<T>(owner, std::forward<Args>(args)...);
+    form->AfterConstruction();
+    return form.release();
+}
+
+/// Frees objects by `Free`, for `std::unique_ptr<TMyForm, TFreeDeleter>`.
+struct TFreeDeleter {
+    void operator()(TObject* object) const { object->Free(); }
+};
+
+// --- Windows of the thread while a modal dialog runs
+
+/// Windows that were disabled, to be enabled again.
+using TTaskWindowList = std::vector<HWND>;
+/// Disables all enabled, visible top-level windows of the calling thread but `except`, and returns them.
+TTaskWindowList DisableTaskWindows(HWND except);
+void EnableTaskWindows(const TTaskWindowList& windows);
+
+using TExceptionEvent = TEvent<void(TObject* sender, const std::exception& e)>;
+using TMessageEvent = TEvent<void(MSG& message, bool& handled)>;
+/// Help is wanted: a HELP_ command and its data. A handler that sets `callHelp` to false has shown it.
+using THelpEvent = TEvent<void(uint16_t command, LPARAM data, bool& callHelp)>;
+using TIdleEvent = TEvent<void(TObject* sender, bool& done)>;
+
+/// What the hint window will show; a handler may change all of it.
+struct THintInfo {
+    TControl* HintControl = nullptr;
+    TPoint HintPos;   ///< Screen coordinates of the window's corner.
+    TRect CursorRect; ///< Client coordinates of the control; leaving it ends the hint.
+    std::string HintStr;
+};
+using TShowHintEvent = TEvent<void(std::string& hint, bool& canShow, THintInfo& info)>;
+
+/// The running program: owner of its forms, message loop, last resort for exceptions, and hints.
+///
+/// It belongs, with its forms, to the thread that used it first. Dialogs may run in other threads with controls of
+/// their own; what they do with the application is done so that nothing of the first thread's is in danger: hints show
+/// for controls of the application's thread only; modal levels, OnMessage and OnIdle are about that thread alone;
+/// OnException fires in it; Screen lists the forms that were made in it.
+class TApplication : public TComponent {
+    KX_CLASS()
+
+    TApplication();
+    ~TApplication() override;
+
+    /// The application while it exists; null before its first use and at the end of the program.
+    static TApplication* Existing();
+
+    void Initialize() {} ///< First call of a program; start-up is done by then.
+    /// A new form, owned by the application and stored in `*form` before its OnCreate runs. The first one becomes the
+    /// main form.
+    template <class T> void CreateForm(T** form) {
+        *form = new T(this);
+        FormCreated(**form);
+    }
+    /// Shows the main form and handles messages until `Terminate`, or until the main form is closed.
+    void Run();
+    void Terminate(); ///< Any thread may call it.
+    bool Terminated() const { return FTerminated; }
+    void ProcessMessages(); ///< Handles all waiting messages.
+    void HandleMessage();   ///< Handles one message, or waits for one.
+
+    /// Hidden window that owns all forms but the main one. So those have no button in the task bar, and Alt+Tab offers
+    /// them all as one.
+    HWND Handle();
+    TCustomForm* MainForm() const { return FMainForm; }
+    std::string Title() const;
+    void SetTitle(const std::string& value) { FTitle = value; }
+    TIcon& Icon() { return FIcon; }
+    std::string ExeName() const;
+    bool ShowMainForm() const { return FShowMainForm; }
+    void SetShowMainForm(bool value) { FShowMainForm = value; }
+    bool Active() const; ///< A window of this thread is the foreground window.
+
+    /// The window that modal windows of the system should be owned by: the active form's, the main form's, or `Handle`.
+    HWND ActiveFormHandle();
+    /// A message box over the active window; other windows are disabled meanwhile. Returns IDOK, ...
+    int MessageBox(const std::string& text, const std::string& caption, UINT flags = MB_OK);
+
+    /// A foreign modeless dialog whose keyboard handling the message loop does; null: none.
+    HWND DialogHandle() const { return FDialogHandle; }
+    void SetDialogHandle(HWND value) { FDialogHandle = value; }
+
+    /// Reports the exception that is being handled: by OnException, else by ShowException. EAbort is silent.
+    void HandleException(TObject* sender);
+    void ShowException(const std::exception& e);
+
+    // --- Help
+
+    const std::string& HelpFile() const { return FHelpFile; } ///< The program's help file; empty: none.
+    void SetHelpFile(const std::string& value) { FHelpFile = value; }
+    /// Shows a topic: by OnHelp, else by the system's help program when there is a help file. False: nobody did.
+    bool HelpContext(int context) { return HelpCommand(HELP_CONTEXT, context); }
+    bool HelpCommand(uint16_t command, LPARAM data);
+
+    // --- Hints
+
+    bool ShowHint() const { return FShowHint; }
+    void SetShowHint(bool value);
+    int HintPause() const { return FHintPause; } ///< Milliseconds the mouse rests before a hint shows.
+    void SetHintPause(int value) { FHintPause = value; }
+    int HintHidePause() const { return FHintHidePause; } ///< Milliseconds a hint stays.
+    void SetHintHidePause(int value) { FHintHidePause = value; }
+    const std::string& Hint() const { return FHint; } ///< Long hint of the control under the mouse.
+    void SetHint(const std::string& value);
+    void ActivateHint(const TPoint& screenPoint); ///< Shows the hint of the control there at once.
+    void CancelHint();                            ///< No hint shows, nor is about to.
+    void HideHint();
+    HWND HintHandle() const; ///< Window of the hint that is shown; null: none.
+
+    const TExceptionEvent& OnException() const { return FOnException; }
+    void SetOnException(TExceptionEvent value) { FOnException = std::move(value); }
+    const TMessageEvent& OnMessage() const { return FOnMessage; }
+    void SetOnMessage(TMessageEvent value) { FOnMessage = std::move(value); }
+    const THelpEvent& OnHelp() const { return FOnHelp; }
+    void SetOnHelp(THelpEvent value) { FOnHelp = std::move(value); }
+    const TIdleEvent& OnIdle() const { return FOnIdle; }
+    void SetOnIdle(TIdleEvent value) { FOnIdle = std::move(value); }
+    const TNotifyEvent& OnHint() const { return FOnHint; }
+    void SetOnHint(TNotifyEvent value) { FOnHint = std::move(value); }
+    const TShowHintEvent& OnShowHint() const { return FOnShowHint; }
+    void SetOnShowHint(TShowHintEvent value) { FOnShowHint = std::move(value); }
+    const TNotifyEvent& OnActivate() const { return FOnActivate; }
+    void SetOnActivate(TNotifyEvent value) { FOnActivate = std::move(value); }
+    const TNotifyEvent& OnDeactivate() const { return FOnDeactivate; }
+    void SetOnDeactivate(TNotifyEvent value) { FOnDeactivate = std::move(value); }
+    const TNotifyEvent& OnModalBegin() const { return FOnModalBegin; }
+    void SetOnModalBegin(TNotifyEvent value) { FOnModalBegin = std::move(value); }
+    const TNotifyEvent& OnModalEnd() const { return FOnModalEnd; }
+    void SetOnModalEnd(TNotifyEvent value) { FOnModalEnd = std::move(value); }
+
+    /// A modal dialog begins or has ended; nested ones are reported once. Modal forms and dialogs call these.
+    void ModalStarted();
+    void ModalFinished();
+    int ModalLevel() const { return FModalLevel; }
+
+    /// Calls `work` from the message loop of the application's thread; any thread may queue it.
+    void QueueCall(std::function<void()> work);
+
+    // --- Threads
+
+    bool InOwnThread() const { return GetCurrentThreadId() == FThreadId; }
+    /// Runs `work` in the application's thread and returns when it is done; what it throws comes out here. In another
+    /// thread the caller waits until the application's thread handles messages, whoever's loop it is in: its own, a
+    /// dialog's, a menu's, or a wait for an answer of another thread. Meanwhile messages sent to windows of the calling
+    /// thread are answered.
+    /// @throws EAbort when the application ends.
+    void Synchronize(const std::function<void()>& work);
+    /// In the application's thread: what is being done now is work that the thread waits for in Synchronize. Who waited
+    /// for that thread would wait for ever.
+    bool IsAwaitedBy(DWORD threadId) const;
+    /// Calls `work` whenever Run ends, and for programs without it when the application goes, before its components do.
+    /// There is no other time for threads to end: the system's end of the program has begun by then, and may hold locks
+    /// that a thread needs. The last one added is the first.
+    void AtEnd(std::function<void()> work) { FAtEnd.push_back(std::move(work)); }
+
+    void InsertComponent(TComponent* component) override;
+    void RemoveComponent(TComponent* component) override;
+
+protected:
+    void Notification(TComponent* component, TOperation operation) override;
+    virtual void DoIdle(bool& done);
+    virtual void DoHint();
+
+private:
+    friend class TCustomForm;
+    friend class TFormsHost;
+
+    void FormCreated(TCustomForm& form);
+    bool ProcessMessage(MSG& message);
+    bool PreTranslate(MSG& message);
+    void Idle();
+    LRESULT WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void RunQueue(int frames);
+    void ReleaseLater(TCustomForm& form);
+    void MessageDone(int frames);
+    void RunSynchronized();
+    void EndThreads();
+
+    void MouseOver(TControl* control, const TPoint& screenPoint);
+    void HintTimer();
+    void StopHintTimer();
+    void ControlGone(const TControl& control);
+
+    struct TQueue;
+    std::unique_ptr<TQueue> FQueue;
+    const DWORD FThreadId = GetCurrentThreadId();
+    std::vector<std::function<void()>> FAtEnd;
+    HWND FHandle = nullptr;
+    TCustomForm* FMainForm = nullptr;
+    std::string FTitle;
+    TIcon FIcon;
+    HWND FDialogHandle = nullptr;
+    std::atomic<bool> FTerminated = false;
+    bool FShowMainForm = true;
+    bool FHelpOpened = false; ///< The system's help program may be open for us.
+    std::string FHelpFile;
+    int FModalLevel = 0;
+    struct TReleased {
+        TCustomForm* Form;
+        int Frames; ///< Messages that were being handled when it was released; at least 1.
+    };
+    std::vector<TReleased> FReleased;
+
+    bool FShowHint = true;
+    int FHintPause = 500;
+    int FHintHidePause = 2500;
+    std::string FHint;
+    TControl* FHintControl = nullptr; ///< Under the mouse; whose hint is waited for or shown.
+    TPoint FHintPoint;
+    bool FHintWaiting = false;
+    std::unique_ptr<TWinControl> FHintWindow; ///< A THintWindow.
+
+    TExceptionEvent FOnException;
+    TMessageEvent FOnMessage;
+    TIdleEvent FOnIdle;
+    THelpEvent FOnHelp;
+    TNotifyEvent FOnHint;
+    TShowHintEvent FOnShowHint;
+    TNotifyEvent FOnActivate;
+    TNotifyEvent FOnDeactivate;
+    TNotifyEvent FOnModalBegin;
+    TNotifyEvent FOnModalEnd;
+};
+
+} // namespace kx

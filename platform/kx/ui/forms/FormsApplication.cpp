@@ -1,0 +1,434 @@
+#include "kx/ui/forms/Forms.h"
+
+#include "kx/core/Barrier.h"
+#include "kx/core/FormText.h"
+#include "kx/ui/controls/ControlHost.h"
+#include "kx/ui/controls/MessageFrames.h"
+#include "kx/ui/forms/FormsThreads.h"
+
+#include <algorithm>
+
+namespace kx {
+
+namespace {
+
+TApplication* TheApplication = nullptr;
+
+constexpr UINT WM_RUNQUEUE = WM_APP + 1;
+constexpr UINT_PTR HintTimerId = 1;
+
+std::string Convert(std::string_view text, UINT from, UINT to) {
+    if (text.empty() || GetACP() == CP_UTF8) {
+        return std::string(text);
+    }
+    const int size = static_cast<int>(text.size());
+    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(from, 0, text.data(), size, nullptr, 0)), L'\0');
+    MultiByteToWideChar(from, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
+    const int wideSize = static_cast<int>(wide.size());
+    std::string result(
+        static_cast<size_t>(WideCharToMultiByte(to, 0, wide.data(), wideSize, nullptr, 0, nullptr, nullptr)), '\0');
+    WideCharToMultiByte(to, 0, wide.data(), wideSize, result.data(), static_cast<int>(result.size()), nullptr, nullptr);
+    return result;
+}
+
+/// What the portable layer has to know of the process's code page.
+void InstallCodePage() {
+    for (unsigned c = 0x80; c <= 0xFF; ++c) {
+        SetLeadByte(static_cast<unsigned char>(c), IsDBCSLeadByte(static_cast<BYTE>(c)) != 0);
+    }
+    SetCodePageIsUtf8(GetACP() == CP_UTF8);
+    SetFormTextCodec([](std::string_view utf8) { return Convert(utf8, CP_UTF8, CP_ACP); },
+                     [](std::string_view ansi) { return Convert(ansi, CP_ACP, CP_UTF8); });
+}
+
+} // namespace
+
+/// The application and the screen as controls see them. Some of it makes the application when there is none yet; what
+/// is about an end does not.
+class TFormsHost final : public IControlHost {
+public:
+    void ControlGone(const TControl& control) override {
+        if (TheApplication) {
+            TheApplication->ControlGone(control);
+        }
+    }
+    void MouseOver(TControl* control, const TPoint& screenPoint) override {
+        Application().MouseOver(control, screenPoint);
+    }
+    void HideHint() override { Application().HideHint(); }
+    void CancelHint() override { Application().CancelHint(); }
+    void MenuItemSelected(const std::string& hint) override {
+        if (TheApplication) {
+            TheApplication->SetHint(GetLongHint(hint));
+        }
+    }
+    TCursor Cursor() const override { return Screen().Cursor(); }
+    HCURSOR Cursors(TCursor cursor) const override { return Screen().Cursors(cursor); }
+    void MessageDone(int frames) override {
+        if (TheApplication && !TheApplication->FReleased.empty()) {
+            TheApplication->MessageDone(frames);
+        }
+    }
+};
+
+namespace {
+
+/// From the start of the program on: an exception, or a control's message, may come before the application's first use.
+const bool Installed = [] {
+    static constinit TFormsHost host;
+    SetControlHost(host);
+    SetExceptionSink([] { Application().HandleException(nullptr); });
+    return true;
+}();
+
+} // namespace
+
+TApplication& Application() {
+    static TApplication application;
+    return application;
+}
+
+/// Work for the message loop, queued by any thread.
+struct TApplication::TQueue {
+    SRWLOCK Lock = SRWLOCK_INIT;
+    std::vector<std::function<void()>> Calls;
+};
+
+const TClass& TApplication::StaticClass() {
+    static const TClassBuilder<TApplication> cls("TApplication", TComponent::StaticClass());
+    return cls.Class();
+}
+
+TApplication* TApplication::Existing() { return TheApplication; }
+
+TApplication::TApplication() : FQueue(std::make_unique<TQueue>()) {
+    TheApplication = this;
+    InstallCodePage();
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_PAGESCROLLER_CLASS};
+    InitCommonControlsEx(&controls);
+
+    WNDCLASSA info{};
+    info.lpfnWndProc = WindowProc;
+    info.hInstance = HInstance();
+    info.lpszClassName = "TApplication";
+    RegisterClassA(&info);
+    FHandle = CreateWindowExA(0, info.lpszClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(), nullptr);
+    if (!FHandle) {
+        RaiseLastOSError();
+    }
+    if (const HICON icon = LoadIconA(GetModuleHandleA(nullptr), "MAINICON")) {
+        FIcon.SetHandle(CopyIcon(icon));
+    }
+}
+
+TApplication::~TApplication() {
+    EndThreads();
+    Destroying();
+    CancelHint();
+    FHintWindow.reset();
+    DestroyComponents(); // threads of dialogs may end with them
+    RefuseSynchronized();
+    if (FHelpOpened) {
+        WinHelpA(FHandle, FHelpFile.c_str(), HELP_QUIT, 0);
+    }
+    TheApplication = nullptr;
+    DestroyWindow(FHandle);
+    FHandle = nullptr;
+}
+
+HWND TApplication::Handle() { return FHandle; }
+
+std::string TApplication::ExeName() const {
+    char path[MAX_PATH];
+    return std::string(path, GetModuleFileNameA(nullptr, path, MAX_PATH));
+}
+
+std::string TApplication::Title() const {
+    return FTitle.empty() ? ChangeFileExt(ExtractFileName(ExeName()), "") : FTitle;
+}
+
+void TApplication::Notification(TComponent* component, TOperation operation) {
+    TComponent::Notification(component, operation);
+    if (operation == opRemove && component == FMainForm) {
+        FMainForm = nullptr;
+    }
+}
+
+void TApplication::FormCreated(TCustomForm& form) {
+    if (!FMainForm) {
+        FMainForm = &form;
+        form.FreeNotification(this);
+    }
+    form.AfterConstruction();
+}
+
+bool TApplication::Active() const {
+    const HWND foreground = GetForegroundWindow();
+    return foreground && GetWindowThreadProcessId(foreground, nullptr) == GetCurrentThreadId();
+}
+
+HWND TApplication::ActiveFormHandle() {
+    const HWND active = GetActiveWindow();
+    if (active && active != FHandle && IsWindowVisible(active)) {
+        return active; // it may be a dialog of the system
+    }
+    if (!InOwnThread()) {
+        return FHandle;
+    }
+    return FMainForm && FMainForm->HandleAllocated() ? FMainForm->WindowHandle() : FHandle;
+}
+
+int TApplication::MessageBox(const std::string& text, const std::string& caption, UINT flags) {
+    const HWND owner = ActiveFormHandle();
+    const HWND focus = ::GetFocus();
+    CancelHint();
+    ModalStarted();
+    // The owner is left to the system, which enables it before the box goes: else some other program's window would be
+    // activated. Only a box that was destroyed instead of ended leaves it disabled.
+    const bool ownerEnabled = IsWindowEnabled(owner) != 0;
+    const TTaskWindowList disabled = DisableTaskWindows(owner);
+    const int result = MessageBoxA(owner, text.c_str(), caption.c_str(), flags);
+    EnableTaskWindows(disabled);
+    if (ownerEnabled) {
+        EnableWindow(owner, TRUE);
+    }
+    SetActiveWindow(owner);
+    if (focus && IsWindow(focus) && IsWindowEnabled(focus)) {
+        ::SetFocus(focus);
+    }
+    ModalFinished();
+    return result;
+}
+
+bool TApplication::HelpCommand(uint16_t command, LPARAM data) {
+    bool callHelp = true;
+    FOnHelp(command, data, callHelp);
+    if (!callHelp) {
+        return true;
+    }
+    if (FHelpFile.empty() || !WinHelpA(FHandle, FHelpFile.c_str(), command, static_cast<ULONG_PTR>(data))) {
+        return false;
+    }
+    FHelpOpened = true;
+    return true;
+}
+
+// --- Exceptions
+
+void TApplication::HandleException(TObject* sender) {
+    if (!std::current_exception()) {
+        return;
+    }
+    // A control's work with the mouse ends here. A button of a system dialog keeps the mouse: its click would be lost
+    // with it, and where a hook of the dialog fails at each message the dialog could not be left any more.
+    if (const HWND capture = GetCapture(); capture && FindControl(capture)) {
+        SendMessageA(capture, WM_CANCELMODE, 0, 0);
+    }
+    const auto tell = [&](const std::exception& e) {
+        bool told = false;
+        Synchronize([&] {
+            told = static_cast<bool>(FOnException);
+            FOnException(sender, e);
+        });
+        if (!told) {
+            ShowException(e);
+        }
+    };
+    try {
+        throw;
+    } catch (const EAbort&) {
+        // ends an operation silently
+    } catch (const std::exception& e) {
+        tell(e);
+    } catch (...) {
+        tell(Exception("Unknown exception"));
+    }
+}
+
+void TApplication::ShowException(const std::exception& e) { MessageBox(e.what(), Title(), MB_OK | MB_ICONSTOP); }
+
+// --- Message loop
+
+void TApplication::Run() {
+    FTerminated = false;
+    if (FMainForm && FShowMainForm) {
+        FMainForm->SetVisible(true);
+    }
+    while (!FTerminated) {
+        Guarded([this] { HandleMessage(); });
+    }
+    EndThreads();
+}
+
+void TApplication::Terminate() {
+    if (InOwnThread()) {
+        PostQuitMessage(0);
+    } else {
+        QueueCall([] { PostQuitMessage(0); });
+    }
+}
+
+void TApplication::ProcessMessages() {
+    MSG message;
+    while (ProcessMessage(message)) {
+    }
+}
+
+void TApplication::HandleMessage() {
+    MSG message;
+    if (!ProcessMessage(message)) {
+        Idle();
+    }
+}
+
+bool TApplication::ProcessMessage(MSG& message) {
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        return false;
+    }
+    if (message.message == WM_QUIT) {
+        FTerminated = FTerminated || InOwnThread();
+        return false;
+    }
+    const detail::TMessageFrame frame;
+    bool handled = false;
+    if (InOwnThread()) {
+        Guarded([&] { FOnMessage(message, handled); });
+    }
+    if (!handled) {
+        Guarded([&] { handled = PreTranslate(message); });
+    }
+    if (!handled && message.hwnd == FHandle && message.message == WM_RUNQUEUE) {
+        Guarded([this] { RunQueue(detail::TMessageFrame::Depth() - 1); }); // no form was released in this message
+    } else if (!handled) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return true;
+}
+
+bool TApplication::PreTranslate(MSG& message) {
+    if (FDialogHandle && InOwnThread() && IsDialogMessageW(FDialogHandle, &message)) {
+        return true;
+    }
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
+        return false;
+    }
+    for (HWND window = message.hwnd; window; window = GetAncestor(window, GA_PARENT)) {
+        if (TWinControl* const control = FindControl(window)) {
+            return control->PreTranslate(message);
+        }
+    }
+    return false;
+}
+
+void TApplication::Idle() {
+    bool done = true;
+    if (InOwnThread()) {
+        Guarded([&] { DoIdle(done); });
+    }
+    if (done && !FTerminated) {
+        WaitMessage();
+    }
+}
+
+void TApplication::DoIdle(bool& done) { FOnIdle(this, done); }
+
+// --- Hidden window
+
+LRESULT CALLBACK TApplication::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return Guarded(LRESULT{0}, [&] {
+        TApplication* const application = TheApplication;
+        return application ? application->WndProc(window, message, wParam, lParam)
+                           : DefWindowProcA(window, message, wParam, lParam);
+    });
+}
+
+LRESULT TApplication::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_RUNQUEUE: RunQueue(detail::TMessageFrame::Depth()); return 0; // in a loop that is not the framework's
+    case WM_RUNSYNCHRONIZED: RunSynchronized(); return 0;
+    case WM_TIMER:
+        if (wParam == HintTimerId) {
+            HintTimer();
+        }
+        return 0;
+    case WM_ACTIVATEAPP:
+        if (wParam) {
+            FOnActivate(this);
+        } else {
+            CancelHint();
+            FOnDeactivate(this);
+        }
+        return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE: TellDockedControls(message, wParam, lParam); return 0;
+    case WM_ENDSESSION:
+        if (wParam) {
+            Terminate();
+        }
+        return 0;
+    default: return DefWindowProcA(window, message, wParam, lParam);
+    }
+}
+
+void TApplication::QueueCall(std::function<void()> work) {
+    AcquireSRWLockExclusive(&FQueue->Lock);
+    FQueue->Calls.push_back(std::move(work));
+    ReleaseSRWLockExclusive(&FQueue->Lock);
+    PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+}
+
+void TApplication::ReleaseLater(TCustomForm& form) {
+    const auto isForm = [&](const TReleased& released) { return released.Form == &form; };
+    if (std::none_of(FReleased.begin(), FReleased.end(), isForm)) {
+        const int frames = InOwnThread() ? std::max(detail::TMessageFrame::Depth(), 1) : INT_MAX;
+        FReleased.push_back({&form, frames});
+        PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+    }
+}
+
+/// A message has been handled; `frames` are still under way.
+void TApplication::MessageDone(int frames) {
+    const auto waited = [=](const TReleased& released) { return released.Frames == frames + 1; };
+    if (InOwnThread() && std::any_of(FReleased.begin(), FReleased.end(), waited)) {
+        PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+    }
+}
+
+/// `frames` messages are being handled around this one. A form that was released in one of them stays until that is
+/// done.
+void TApplication::RunQueue(int frames) {
+    const auto isDone = [=](const TReleased& released) { return released.Frames > frames; };
+    for (;;) {
+        const auto done = std::find_if(FReleased.begin(), FReleased.end(), isDone);
+        if (done == FReleased.end()) {
+            break;
+        }
+        TCustomForm* const form = done->Form;
+        FReleased.erase(done);
+        form->Free();
+    }
+    AcquireSRWLockExclusive(&FQueue->Lock);
+    const auto calls = std::exchange(FQueue->Calls, {});
+    ReleaseSRWLockExclusive(&FQueue->Lock);
+    for (const auto& call : calls) {
+        Guarded(call);
+    }
+}
+
+/// A control goes: nothing may refer to it any more.
+void TApplication::ControlGone(const TControl& control) {
+    if (!InOwnThread()) {
+        return; // nothing refers to it
+    }
+    std::erase_if(FReleased, [&](const TReleased& released) { return released.Form == &control; });
+    if (Screen().FActiveControl == &control) {
+        Screen().FActiveControl = nullptr;
+    }
+    if (FHintControl == &control) {
+        FHintControl = nullptr;
+        CancelHint();
+    }
+}
+
+} // namespace kx

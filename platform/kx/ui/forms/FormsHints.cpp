@@ -1,0 +1,191 @@
+#include "kx/ui/forms/Forms.h"
+
+#include <algorithm>
+
+namespace kx {
+
+/// The small window that shows a hint.
+class THintWindow : public TCustomControl {
+    KX_CLASS()
+
+    THintWindow() {
+        SetColor(clInfoBk);
+        Font().SetColor(clInfoText);
+        Hide();
+    }
+
+    /// Shows `text` with the window's corner at `position` of the screen, or as near as the screen allows.
+    void ActivateHint(const TPoint& position, const std::string& text) {
+        SetText(text);
+        HandleNeeded();
+        TRect r{0, 0, Screen().Width() / 2, 0};
+        Canvas().Font().Assign(&Font());
+        Canvas().DrawText(text, r, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+        const int width = r.Right + 8;
+        const int height = r.Bottom + 6;
+        const int left = std::max(0, std::min(position.X, Screen().Width() - width));
+        const int top = std::max(0, std::min(position.Y, Screen().Height() - height));
+        SetWindowPos(WindowHandle(), HWND_TOPMOST, left, top, width, height, SWP_NOACTIVATE | SWP_SHOWWINDOW);
+        Repaint();
+    }
+
+    void Deactivate() { DestroyHandle(); }
+
+protected:
+    void CreateParams(TCreateParams& params) override {
+        TCustomControl::CreateParams(params);
+        params.Style = WS_POPUP | WS_BORDER;
+        params.ExStyle = WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE;
+        params.ClassStyle |= CS_SAVEBITS;
+        params.WndParent = Application().Handle();
+    }
+
+    void WndProc(TMessage& message) override {
+        if (message.Msg == WM_NCHITTEST) {
+            message.Result = HTTRANSPARENT; // the mouse acts on what lies below
+        } else {
+            TCustomControl::WndProc(message);
+        }
+    }
+
+    void Paint() override {
+        TRect r = ClientRect();
+        r.Left += 3;
+        r.Top += 2;
+        Canvas().Font().Assign(&Font());
+        Canvas().Brush().SetStyle(bsClear);
+        Canvas().DrawText(Text(), r, DT_WORDBREAK | DT_NOPREFIX);
+    }
+};
+
+const TClass& THintWindow::StaticClass() {
+    static const TClassBuilder<THintWindow> cls("THintWindow", TCustomControl::StaticClass());
+    return cls.Class();
+}
+
+namespace {
+
+constexpr UINT_PTR HintTimerId = 1;
+
+/// The control, or the nearest around it, that has a hint.
+TControl* HintedControl(TControl* control) {
+    while (control && control->Hint().empty()) {
+        control = control->Parent();
+    }
+    return control;
+}
+
+} // namespace
+
+void TApplication::SetShowHint(bool value) {
+    FShowHint = value;
+    if (!value) {
+        CancelHint();
+    }
+}
+
+void TApplication::SetHint(const std::string& value) {
+    if (FHint != value) {
+        FHint = value;
+        DoHint();
+    }
+}
+
+void TApplication::DoHint() { FOnHint(this); }
+
+HWND TApplication::HintHandle() const {
+    return FHintWindow && FHintWindow->HandleAllocated() ? FHintWindow->WindowHandle() : nullptr;
+}
+
+/// The mouse moved over `control`; null: it left the program's windows.
+void TApplication::MouseOver(TControl* control, const TPoint& screenPoint) {
+    if (!InOwnThread()) {
+        return;
+    }
+    TControl* const hinted = HintedControl(control);
+    if (hinted == FHintControl) {
+        FHintPoint = screenPoint;
+        return;
+    }
+    CancelHint();
+    FHintControl = hinted;
+    FHintPoint = screenPoint;
+    if (hinted && FShowHint && hinted->ShowHint() && FHandle) {
+        FHintWaiting = true;
+        SetTimer(FHandle, HintTimerId, static_cast<UINT>(FHintPause), nullptr);
+    }
+    SetHint(hinted ? GetLongHint(hinted->Hint()) : std::string());
+}
+
+void TApplication::HintTimer() {
+    StopHintTimer();
+    if (!std::exchange(FHintWaiting, false)) {
+        HideHint();
+        return;
+    }
+    POINT mouse;
+    GetCursorPos(&mouse);
+    if (FHintControl && HintedControl(FindDragTarget(FromPOINT(mouse), true)) == FHintControl) {
+        ActivateHint(FromPOINT(mouse));
+    }
+}
+
+void TApplication::StopHintTimer() {
+    if (FHandle) {
+        KillTimer(FHandle, HintTimerId);
+    }
+}
+
+void TApplication::ActivateHint(const TPoint& screenPoint) {
+    if (!InOwnThread()) {
+        return;
+    }
+    TControl* const control = HintedControl(FindDragTarget(screenPoint, true));
+    if (!control || !control->ShowHint() || !FShowHint) {
+        CancelHint();
+        return;
+    }
+    THintInfo info;
+    info.HintControl = control;
+    info.HintPos = {screenPoint.X, screenPoint.Y + GetSystemMetrics(SM_CYCURSOR) / 2 + 4};
+    info.CursorRect = control->ClientRect();
+    info.HintStr = GetShortHint(control->Hint());
+    bool show = !info.HintStr.empty();
+    FHintControl = control;
+    FOnShowHint(info.HintStr, show, info);
+    if (!show || FHintControl != control) {
+        return;
+    }
+    if (!FHintWindow) {
+        FHintWindow = std::make_unique<THintWindow>();
+    }
+    static_cast<THintWindow&>(*FHintWindow).ActivateHint(info.HintPos, info.HintStr);
+    FHintWaiting = false;
+    SetTimer(FHandle, HintTimerId, static_cast<UINT>(FHintHidePause), nullptr);
+}
+
+void TApplication::HideHint() {
+    if (!InOwnThread()) {
+        QueueCall([this] { HideHint(); });
+        return;
+    }
+    if (HintHandle()) {
+        StopHintTimer();
+        static_cast<THintWindow&>(*FHintWindow).Deactivate();
+    }
+}
+
+void TApplication::CancelHint() {
+    if (!InOwnThread()) {
+        QueueCall([this] { CancelHint(); });
+        return;
+    }
+    HideHint();
+    if (FHintWaiting) {
+        StopHintTimer();
+        FHintWaiting = false;
+    }
+    FHintControl = nullptr;
+}
+
+} // namespace kx

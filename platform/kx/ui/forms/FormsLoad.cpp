@@ -1,0 +1,40 @@
+#include "kx/ui/forms/Forms.h"
+
+#include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
+
+namespace kx {
+
+namespace {
+
+/// The form file of a class: in the module that holds the framework, or in the program.
+HRSRC FindFormFile(const TClass& cls, HMODULE& module) {
+    const std::string name = UpperCase(cls.Name());
+    for (const HMODULE candidate : {static_cast<HMODULE>(HInstance()), GetModuleHandleA(nullptr)}) {
+        if (const HRSRC found = FindResourceA(candidate, name.c_str(), reinterpret_cast<LPCSTR>(RT_RCDATA))) {
+            module = candidate;
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool HasFormFile(const TClass& cls) {
+    HMODULE module;
+    return FindFormFile(cls, module) != nullptr;
+}
+
+void InitForm(TCustomForm& form, const TClass& cls) {
+    HMODULE module;
+    const HRSRC resource = FindFormFile(cls, module);
+    if (!resource) {
+        return;
+    }
+    const void* const data = LockResource(LoadResource(module, resource));
+    TStaticMemoryStream stream(data, SizeofResource(module, resource));
+    ReadComponent(stream, &form);
+}
+
+} // namespace kx

@@ -1,0 +1,75 @@
+#include "kx/ui/forms/Forms.h"
+
+namespace kx {
+
+TScreen& Screen() {
+    static auto* const screen = new TScreen; // never freed: forms may outlive static objects
+    return *screen;
+}
+
+const TClass& TScreen::StaticClass() {
+    static const TClassBuilder<TScreen> cls("TScreen", TComponent::StaticClass());
+    return cls.Class();
+}
+
+TScreen::TScreen() {
+    const auto add = [this](TCursor cursor, LPCSTR name) { FCursors[cursor] = LoadCursorA(nullptr, name); };
+    add(crDefault, IDC_ARROW);
+    add(crArrow, IDC_ARROW);
+    add(crCross, IDC_CROSS);
+    add(crIBeam, IDC_IBEAM);
+    add(crSize, IDC_SIZEALL);
+    add(crSizeNESW, IDC_SIZENESW);
+    add(crSizeNS, IDC_SIZENS);
+    add(crSizeNWSE, IDC_SIZENWSE);
+    add(crSizeWE, IDC_SIZEWE);
+    add(crUpArrow, IDC_UPARROW);
+    add(crHourGlass, IDC_WAIT);
+    add(crDrag, IDC_HAND);
+    add(crNoDrop, IDC_NO);
+    add(crHSplit, IDC_SIZEWE);
+    add(crVSplit, IDC_SIZENS);
+    add(crMultiDrag, IDC_HAND);
+    add(crNo, IDC_NO);
+    add(crAppStart, IDC_APPSTARTING);
+    add(crHelp, IDC_HELP);
+    add(crHandPoint, IDC_HAND);
+    FCursors[crNone] = nullptr;
+}
+
+TScreen::~TScreen() = default;
+
+TRect TScreen::WorkAreaRect() const {
+    RECT r{};
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &r, 0);
+    return FromRECT(r);
+}
+
+TCustomForm* TScreen::Forms(int index) const {
+    if (index < 0 || index >= FormCount()) {
+        throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
+    }
+    return FForms[static_cast<size_t>(index)];
+}
+
+HCURSOR TScreen::Cursors(TCursor cursor) const {
+    const auto found = FCursors.find(cursor);
+    return found != FCursors.end() ? found->second : FCursors.at(crDefault);
+}
+
+void TScreen::SetCursors(TCursor cursor, HCURSOR handle) { FCursors[cursor] = handle; }
+
+void TScreen::SetCursor(TCursor value) {
+    if (FCursor != value) {
+        FCursor = value;
+        POINT mouse;
+        GetCursorPos(&mouse);
+        const HWND window = WindowFromPoint(mouse);
+        if (window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
+            ::SetCursor(Cursors(value));
+            SendMessageA(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        }
+    }
+}
+
+} // namespace kx

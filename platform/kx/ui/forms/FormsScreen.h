@@ -1,0 +1,53 @@
+#pragma once
+
+#include "kx/core/Components.h"
+#include "kx/core/Types.h"
+#include "kx/ui/controls/ControlTypes.h"
+#include "kx/win/Windows.h"
+
+#include <unordered_map>
+#include <vector>
+
+namespace kx {
+
+class TCustomForm;
+class TScreen;
+class TWinControl;
+
+TScreen& Screen();
+
+/// The screen, and the forms on it.
+class TScreen : public TComponent {
+    KX_CLASS()
+
+    TScreen();
+    ~TScreen() override;
+
+    int Width() const { return GetSystemMetrics(SM_CXSCREEN); }
+    int Height() const { return GetSystemMetrics(SM_CYSCREEN); }
+    TRect WorkAreaRect() const;
+    int PixelsPerInch() const { return 96; }
+
+    int FormCount() const { return static_cast<int>(FForms.size()); }
+    TCustomForm* Forms(int index) const; ///< @throws EListError for an index outside [0, FormCount).
+    TCustomForm* ActiveForm() const { return FActiveForm; }
+    TWinControl* ActiveControl() const { return FActiveControl; }
+
+    TCursor Cursor() const { return FCursor; } ///< Of the whole program; crDefault: each control's own.
+    void SetCursor(TCursor value);
+    HCURSOR Cursors(TCursor cursor) const;           ///< The system's pointer of that number; not owned.
+    void SetCursors(TCursor cursor, HCURSOR handle); ///< `handle` stays the caller's.
+
+private:
+    friend class TApplication;
+    friend class TCustomForm;
+    friend class TControl;
+    friend class TWinControl;
+    std::vector<TCustomForm*> FForms;
+    TCustomForm* FActiveForm = nullptr;
+    TWinControl* FActiveControl = nullptr;
+    TCursor FCursor = crDefault;
+    std::unordered_map<int, HCURSOR> FCursors;
+};
+
+} // namespace kx

@@ -1,0 +1,143 @@
+#include "kx/ui/forms/FormsThreads.h"
+
+#include "kx/core/Barrier.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/win/Handles.h"
+
+#include <deque>
+
+// What other threads do with the application.
+
+namespace kx {
+
+void WaitAnswering(HANDLE object) {
+    while (MsgWaitForMultipleObjectsEx(1, &object, INFINITE, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE) ==
+           WAIT_OBJECT_0 + 1) {
+        MSG message;
+        PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE); // answers them
+    }
+}
+
+namespace {
+
+/// One Synchronize of another thread, on its stack.
+struct TSynchronized {
+    const std::function<void()>& Work;
+    DWORD ThreadId = GetCurrentThreadId();
+    unique_handle_object Done{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
+    std::exception_ptr Failure = nullptr;
+    TSynchronized* Outer = nullptr; ///< In the midst of whose work this one is done.
+};
+
+/// Whose work is being done. The application's thread's.
+TSynchronized* Served = nullptr;
+
+struct TSynchronizedQueue {
+    SRWLOCK Lock = SRWLOCK_INIT;
+    std::deque<TSynchronized*> Waiting;
+    bool Closed = false;
+
+    /// False: the application does not take any more.
+    bool Add(TSynchronized& call) {
+        AcquireSRWLockExclusive(&Lock);
+        const bool open = !Closed;
+        if (open) {
+            Waiting.push_back(&call);
+        }
+        ReleaseSRWLockExclusive(&Lock);
+        return open;
+    }
+    TSynchronized* Take() {
+        AcquireSRWLockExclusive(&Lock);
+        TSynchronized* call = nullptr;
+        if (!Waiting.empty()) {
+            call = Waiting.front();
+            Waiting.pop_front();
+        }
+        ReleaseSRWLockExclusive(&Lock);
+        return call;
+    }
+    void Close() {
+        AcquireSRWLockExclusive(&Lock);
+        Closed = true;
+        ReleaseSRWLockExclusive(&Lock);
+    }
+};
+
+TSynchronizedQueue& Queue() {
+    static auto* const queue = new TSynchronizedQueue; // never freed: threads may outlive the application
+    return *queue;
+}
+
+std::exception_ptr ApplicationEnds() { return std::make_exception_ptr(EAbort("The application ends")); }
+
+} // namespace
+
+void TApplication::Synchronize(const std::function<void()>& work) {
+    if (InOwnThread()) {
+        work();
+        return;
+    }
+    TSynchronized call{.Work = work};
+    if (!call.Done) {
+        RaiseLastOSError(); // nobody could wait for the work to be done
+    }
+    if (!Queue().Add(call)) {
+        std::rethrow_exception(ApplicationEnds());
+    }
+    // Neither posted, which a thread that waits for an answer of this one would not see, nor sent, which would keep the
+    // work from calling COM objects of other threads.
+    SendNotifyMessageA(FHandle, WM_RUNSYNCHRONIZED, 0, 0);
+    WaitAnswering(call.Done.get());
+    if (call.Failure) {
+        std::rethrow_exception(call.Failure);
+    }
+}
+
+void TApplication::RunSynchronized() {
+    while (TSynchronized* const call = Queue().Take()) {
+        call->Outer = std::exchange(Served, call);
+        try {
+            call->Work();
+        } catch (...) {
+            call->Failure = std::current_exception();
+        }
+        Served = call->Outer;
+        SetEvent(call->Done.get());
+    }
+}
+
+bool TApplication::IsAwaitedBy(DWORD threadId) const {
+    const TSynchronized* call = InOwnThread() ? Served : nullptr;
+    while (call && call->ThreadId != threadId) {
+        call = call->Outer;
+    }
+    return call != nullptr;
+}
+
+void TApplication::EndThreads() {
+    for (size_t i = FAtEnd.size(); i-- > 0;) {
+        Guarded(std::function<void()>(FAtEnd[i]));
+    }
+}
+
+void RefuseSynchronized() {
+    Queue().Close();
+    while (TSynchronized* const call = Queue().Take()) {
+        call->Failure = ApplicationEnds();
+        SetEvent(call->Done.get());
+    }
+}
+
+// Dialogs of other threads have the application own what they make; the list of components is the application's
+// thread's.
+
+void TApplication::InsertComponent(TComponent* component) {
+    Synchronize([&] { TComponent::InsertComponent(component); });
+}
+
+void TApplication::RemoveComponent(TComponent* component) {
+    Guarded([&] { Synchronize([&] { TComponent::RemoveComponent(component); }); }); // destructors call it
+}
+
+} // namespace kx

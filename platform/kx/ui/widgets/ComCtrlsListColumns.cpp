@@ -1,0 +1,88 @@
+#include "kx/ui/widgets/ComCtrls.h"
+
+namespace kx {
+
+/// Brings the window's columns in line with ours, each in its place: with a column the system drops the texts in it.
+void TListView::ApplyColumns() {
+    while (FWindowColumns > FColumns.Count()) {
+        SendMessageA(WindowHandle(), LVM_DELETECOLUMN, static_cast<WPARAM>(--FWindowColumns), 0);
+    }
+    for (int i = 0; i < FColumns.Count(); ++i) {
+        ApplyColumn(i);
+    }
+}
+
+void TListView::ApplyColumn(int index) {
+    constexpr int formats[] = {LVCFMT_LEFT, LVCFMT_RIGHT, LVCFMT_CENTER};
+    std::string caption = FColumns[index].Caption();
+    LVCOLUMNA column{};
+    column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
+    column.fmt = formats[FColumns[index].Alignment()];
+    column.cx = FColumns[index].Width();
+    column.pszText = caption.data();
+    column.iSubItem = index;
+    const bool isNew = index >= FWindowColumns;
+    SendMessageA(WindowHandle(), isNew ? LVM_INSERTCOLUMNA : LVM_SETCOLUMNA, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&column));
+    FWindowColumns += isNew ? 1 : 0;
+}
+
+/// A change of one column, or, with null, of their number or order.
+void TListView::ColumnsChanged(const TCollectionItem* column) {
+    if (!HandleAllocated() || FFilling) {
+        return;
+    }
+    FFilling = true;
+    if (column) {
+        ApplyColumn(column->Index());
+    } else {
+        ApplyColumns();
+        for (int i = 0; i < FItems.Count(); ++i) {
+            FItems[i].ShowAt(i); // other texts may be in the columns now
+        }
+    }
+    FFilling = false;
+}
+
+/// The user drags a column's edge.
+void TListView::HeaderChanged(const NMHEADERA& change) {
+    if (!FFilling && change.pitem && (change.pitem->mask & HDI_WIDTH) && change.iItem >= 0 &&
+        change.iItem < FColumns.Count()) {
+        FColumns[change.iItem].FWidth = change.pitem->cxy;
+    }
+}
+
+const TClass& TListColumn::StaticClass() {
+    static const TClassBuilder<TListColumn> cls("TListColumn", TCollectionItem::StaticClass(), [](auto& c) {
+        using T = TListColumn;
+        c.Property("Alignment", &T::Alignment, &T::SetAlignment).Default = taLeftJustify;
+        c.Property("Caption", &T::Caption, &T::SetCaption);
+        c.Property("Width", &T::Width, &T::SetWidth).Default = 50;
+    });
+    return cls.Class();
+}
+
+void TListColumn::Assign(const TPersistent* source) {
+    if (const auto* other = dynamic_cast<const TListColumn*>(source)) {
+        FCaption = other->FCaption;
+        FWidth = other->FWidth;
+        FAlignment = other->FAlignment;
+        Changed(false);
+    } else {
+        TCollectionItem::Assign(source);
+    }
+}
+
+const TClass& TListColumns::StaticClass() {
+    static const TClassBuilder<TListColumns> cls("TListColumns", TCollection::StaticClass());
+    return cls.Class();
+}
+
+TListColumns::TListColumns(TListView& listView)
+    : TCollection(TListColumn::StaticClass(), [](TCollection* c) { return new TListColumn(c); }), FListView(listView) {}
+
+TPersistent* TListColumns::GetOwner() const { return &FListView; }
+
+void TListColumns::Update(TCollectionItem* item) { FListView.ColumnsChanged(item); }
+
+} // namespace kx

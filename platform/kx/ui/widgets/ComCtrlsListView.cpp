@@ -1,0 +1,427 @@
+#include "kx/ui/widgets/ComCtrls.h"
+
+namespace kx {
+
+const TClass& TListView::StaticClass() {
+    static const TClassBuilder<TListView> cls("TListView", TWinControl::StaticClass(), [](auto& c) {
+        using T = TListView;
+        c.Creatable();
+        c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsSingle;
+        c.SubObject("Columns", &T::Columns, &T::SetColumns);
+        c.Property("GridLines", &T::GridLines, &T::SetGridLines).Default = 0;
+        c.Property("HideSelection", &T::HideSelection, &T::SetHideSelection).Default = 1;
+        c.Reference("LargeImages", &T::LargeImages, &T::SetLargeImages);
+        c.Property("MultiSelect", &T::MultiSelect, &T::SetMultiSelect).Default = 0;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
+        c.Property("ReadOnly", &T::ReadOnly, &T::SetReadOnly).Default = 0;
+        c.Property("RowSelect", &T::RowSelect, &T::SetRowSelect).Default = 0;
+        c.Property("ShowColumnHeaders", &T::ShowColumnHeaders, &T::SetShowColumnHeaders).Default = 1;
+        c.Reference("SmallImages", &T::SmallImages, &T::SetSmallImages);
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("ViewStyle", &T::ViewStyle, &T::SetViewStyle).Default = vsIcon;
+        c.Property("OnChange", &T::OnChange, &T::SetOnChange);
+        c.Property("OnColumnClick", &T::OnColumnClick, &T::SetOnColumnClick);
+        c.Property("OnSelectItem", &T::OnSelectItem, &T::SetOnSelectItem);
+    });
+    return cls.Class();
+}
+
+TListView::TListView(TComponent* owner) : TWinControl(owner), FItems(*this), FColumns(*this) {
+    SetControlStyle({csClickEvents, csDoubleClicks});
+    SetColor(clWindow);
+    SetTabStop(true);
+    SetBoundsFields(0, 0, 250, 150);
+}
+
+TListView::~TListView() {
+    Destroying();
+    DestroyHandle(); // while the items are there
+}
+
+void TListView::CreateParams(TCreateParams& params) {
+    TWinControl::CreateParams(params);
+    params.BaseClass = WC_LISTVIEWA;
+    constexpr DWORD views[] = {LVS_ICON, LVS_SMALLICON, LVS_LIST, LVS_REPORT};
+    params.Style |= views[FViewStyle] | LVS_SHAREIMAGELISTS;
+    params.Style |= FMultiSelect ? 0 : DWORD{LVS_SINGLESEL};
+    params.Style |= FHideSelection ? 0 : DWORD{LVS_SHOWSELALWAYS};
+    params.Style |= FReadOnly ? 0 : DWORD{LVS_EDITLABELS};
+    params.Style |= FShowColumnHeaders ? 0 : DWORD{LVS_NOCOLUMNHEADER};
+    params.ExStyle |= FBorderStyle == bsSingle ? DWORD{WS_EX_CLIENTEDGE} : 0;
+}
+
+void TListView::CreateWnd() {
+    FFilling = true;
+    TWinControl::CreateWnd();
+    ApplyExtendedStyle();
+    ApplyColors();
+    ApplyImages();
+    FWindowColumns = 0;
+    ApplyColumns();
+    for (int i = 0; i < FItems.Count(); ++i) {
+        InsertIntoWindow(i);
+        if (FItems[i].FWasSelected) {
+            FItems[i].SetSelected(true);
+        }
+    }
+    FFilling = false;
+}
+
+void TListView::SaveWindowState() {
+    TWinControl::SaveWindowState();
+    FFilling = true; // the items stay; the window forgets them
+    for (const auto& item : FItems.FItems) {
+        item->FWasSelected = item->Selected();
+    }
+}
+
+// --- Settings
+
+void TListView::ApplyExtendedStyle() {
+    const DWORD style = (FRowSelect ? DWORD{LVS_EX_FULLROWSELECT} : 0) | (FGridLines ? DWORD{LVS_EX_GRIDLINES} : 0);
+    SendMessageA(WindowHandle(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES,
+                 static_cast<LPARAM>(style));
+}
+
+void TListView::ApplyColors() {
+    const auto back = static_cast<LPARAM>(ColorToRGB(Color()));
+    SendMessageA(WindowHandle(), LVM_SETBKCOLOR, 0, back);
+    SendMessageA(WindowHandle(), LVM_SETTEXTBKCOLOR, 0, back);
+    SendMessageA(WindowHandle(), LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Font().Color())));
+}
+
+void TListView::ColorChanged() {
+    TWinControl::ColorChanged();
+    if (HandleAllocated()) {
+        ApplyColors();
+    }
+}
+
+void TListView::FontChanged() {
+    if (Outlives(*this, [this] { TWinControl::FontChanged(); }) && HandleAllocated()) {
+        ApplyColors();
+    }
+}
+
+void TListView::ApplyImages() {
+    const auto set = [this](WPARAM which, TImageList* images) {
+        SendMessageA(WindowHandle(), LVM_SETIMAGELIST, which,
+                     reinterpret_cast<LPARAM>(images ? images->Handle() : nullptr));
+    };
+    set(LVSIL_SMALL, FSmallImages);
+    set(LVSIL_NORMAL, FLargeImages);
+}
+
+void TListView::SetImages(TImageList*& field, TImageList* value) {
+    if (field) {
+        RemoveFreeNotification(field);
+    }
+    field = value;
+    if (value) {
+        FreeNotification(value);
+    }
+    if (HandleAllocated()) {
+        ApplyImages();
+    }
+}
+
+void TListView::SetSmallImages(TImageList* value) { SetImages(FSmallImages, value); }
+void TListView::SetLargeImages(TImageList* value) { SetImages(FLargeImages, value); }
+
+void TListView::Notification(TComponent* component, TOperation operation) {
+    TWinControl::Notification(component, operation);
+    if (operation == opRemove && (component == FSmallImages || component == FLargeImages)) {
+        FSmallImages = component == FSmallImages ? nullptr : FSmallImages;
+        FLargeImages = component == FLargeImages ? nullptr : FLargeImages;
+        if (HandleAllocated()) {
+            ApplyImages();
+        }
+    }
+}
+
+void TListView::SetStyleField(bool& field, bool value) {
+    if (field != value) {
+        field = value;
+        RecreateWnd();
+    }
+}
+
+void TListView::SetBorderStyle(TBorderStyle value) {
+    if (FBorderStyle != value) {
+        FBorderStyle = value;
+        RecreateWnd();
+    }
+}
+
+void TListView::SetViewStyle(TViewStyle value) {
+    if (FViewStyle != value) {
+        FViewStyle = value;
+        RecreateWnd();
+    }
+}
+
+void TListView::SetGridLines(bool value) { SetStyleField(FGridLines, value); }
+void TListView::SetHideSelection(bool value) { SetStyleField(FHideSelection, value); }
+void TListView::SetMultiSelect(bool value) { SetStyleField(FMultiSelect, value); }
+void TListView::SetReadOnly(bool value) { SetStyleField(FReadOnly, value); }
+void TListView::SetRowSelect(bool value) { SetStyleField(FRowSelect, value); }
+void TListView::SetShowColumnHeaders(bool value) { SetStyleField(FShowColumnHeaders, value); }
+
+// --- Items
+
+const TClass& TListItems::StaticClass() {
+    static const TClassBuilder<TListItems> cls("TListItems", TPersistent::StaticClass());
+    return cls.Class();
+}
+
+TListItem& TListItems::operator[](int index) const {
+    if (index < 0 || index >= Count()) {
+        throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
+    }
+    return *FItems[static_cast<size_t>(index)];
+}
+
+TListItem& TListItems::Insert(int index) {
+    if (index < 0 || index > Count()) {
+        throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
+    }
+    TListItem& item = **FItems.insert(FItems.begin() + index, std::make_unique<TListItem>(*this));
+    if (FListView.HandleAllocated()) {
+        FListView.InsertIntoWindow(index);
+    }
+    return item;
+}
+
+void TListItems::Delete(int index) {
+    (*this)[index]; // checks the index
+    if (FListView.HandleAllocated()) {
+        SendMessageA(FListView.WindowHandle(), LVM_DELETEITEM, static_cast<WPARAM>(index), 0);
+    }
+    FItems.erase(FItems.begin() + index);
+}
+
+void TListItems::Clear() {
+    if (FListView.HandleAllocated()) {
+        SendMessageA(FListView.WindowHandle(), LVM_DELETEALLITEMS, 0, 0);
+    }
+    FItems.clear();
+}
+
+int TListItems::IndexOf(const TListItem* item) const {
+    for (size_t i = 0; i < FItems.size(); ++i) {
+        if (FItems[i].get() == item) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+void TListItems::BeginUpdate() {
+    if (FUpdateCount++ == 0 && FListView.HandleAllocated()) {
+        SendMessageA(FListView.WindowHandle(), WM_SETREDRAW, FALSE, 0);
+    }
+}
+
+void TListItems::EndUpdate() {
+    if (--FUpdateCount == 0 && FListView.HandleAllocated()) {
+        SendMessageA(FListView.WindowHandle(), WM_SETREDRAW, TRUE, 0);
+        FListView.Invalidate();
+    }
+}
+
+const TClass& TListItem::StaticClass() {
+    static const TClassBuilder<TListItem> cls("TListItem", TPersistent::StaticClass());
+    return cls.Class();
+}
+
+TListItem::TListItem(TListItems& items) : FItems(items), FSubItems(std::make_unique<TStringList>()) {
+    FSubItems->SetOnChange([this](TObject*) { Show(); });
+}
+
+TListItem::~TListItem() = default;
+
+int TListItem::Index() const { return FItems.IndexOf(this); }
+
+void TListItem::SetCaption(const std::string& value) {
+    FCaption = value;
+    Show();
+}
+
+void TListItem::SetImageIndex(int value) {
+    FImageIndex = value;
+    Show();
+}
+
+/// Brings the window's texts and image in line with the item's.
+void TListItem::Show() {
+    if (FItems.Owner().HandleAllocated()) {
+        ShowAt(Index());
+    }
+}
+
+void TListItem::ShowAt(int index) {
+    if (index < 0) {
+        return;
+    }
+    const HWND window = FItems.Owner().WindowHandle();
+    LVITEMA item{};
+    item.mask = LVIF_TEXT | LVIF_IMAGE;
+    item.iItem = index;
+    item.iImage = FImageIndex;
+    item.pszText = FCaption.data();
+    SendMessageA(window, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    item.mask = LVIF_TEXT;
+    for (int i = 1; i < FItems.Owner().Columns().Count(); ++i) {
+        std::string text = i <= FSubItems->Count() ? FSubItems->Get(i - 1) : std::string();
+        item.iSubItem = i;
+        item.pszText = text.data();
+        SendMessageA(window, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+bool TListItem::Selected() const {
+    const TListView& view = FItems.Owner();
+    if (!view.HandleAllocated()) {
+        return FWasSelected;
+    }
+    return SendMessageA(view.WindowHandle(), LVM_GETITEMSTATE, static_cast<WPARAM>(Index()), LVIS_SELECTED) != 0;
+}
+
+void TListItem::SetSelected(bool value) {
+    FWasSelected = value;
+    if (FItems.Owner().HandleAllocated()) {
+        LVITEMA item{};
+        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        item.state = value ? item.stateMask : 0;
+        SendMessageA(FItems.Owner().WindowHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(Index()),
+                     reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+void TListItem::MakeVisible() {
+    SendMessageA(FItems.Owner().Handle(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(Index()), FALSE);
+}
+
+void TListItem::Delete() { FItems.Delete(Index()); }
+
+void TListView::InsertIntoWindow(int index) {
+    LVITEMA item{};
+    item.iItem = index;
+    SendMessageA(WindowHandle(), LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    FItems[index].ShowAt(index);
+}
+
+// --- Selection and notifications
+
+int TListView::ItemIndex() const {
+    if (HandleAllocated()) {
+        return static_cast<int>(SendMessageA(WindowHandle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    }
+    for (int i = 0; i < FItems.Count(); ++i) {
+        if (FItems[i].FWasSelected) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+void TListView::SetItemIndex(int value) { SetSelected(value < 0 ? nullptr : &FItems[value]); }
+
+TListItem* TListView::Selected() const {
+    const int index = ItemIndex();
+    return index < 0 || index >= FItems.Count() ? nullptr : &FItems[index];
+}
+
+void TListView::SetSelected(TListItem* value) {
+    for (int i = 0; i < FItems.Count(); ++i) {
+        if (&FItems[i] != value && FItems[i].Selected()) {
+            FItems[i].SetSelected(false);
+        }
+    }
+    if (value) {
+        value->SetSelected(true);
+    }
+}
+
+int TListView::SelCount() const {
+    int count = 0;
+    for (const auto& item : FItems.FItems) {
+        count += item->Selected() ? 1 : 0;
+    }
+    return count;
+}
+
+TListItem* TListView::ItemFocused() const {
+    const int index =
+        HandleAllocated()
+            ? static_cast<int>(SendMessageA(WindowHandle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED))
+            : -1;
+    return index < 0 || index >= FItems.Count() ? nullptr : &FItems[index];
+}
+
+void TListView::WndProc(TMessage& message) {
+    if (message.Msg == CN_NOTIFY) {
+        Notified(message);
+        return;
+    }
+    if (message.Msg == WM_NOTIFY) { // of the header inside
+        const auto& change = message.LParamAs<NMHEADERA>();
+        if (change.hdr.code == HDN_ITEMCHANGEDA || change.hdr.code == HDN_ITEMCHANGEDW) {
+            HeaderChanged(change);
+        }
+    }
+    TWinControl::WndProc(message);
+}
+
+void TListView::Notified(TMessage& message) {
+    switch (message.LParamAs<NMHDR>().code) {
+    case LVN_ITEMCHANGED: ItemChanged(message.LParamAs<NMLISTVIEW>()); break;
+    case LVN_COLUMNCLICK: {
+        const int column = message.LParamAs<NMLISTVIEW>().iSubItem;
+        if (column >= 0 && column < FColumns.Count()) {
+            ColClick(&FColumns[column]);
+        }
+        break;
+    }
+    case LVN_ENDLABELEDITA: {
+        const LVITEMA& item = message.LParamAs<NMLVDISPINFOA>().item;
+        if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
+            FItems[item.iItem].FCaption = item.pszText;
+            message.Result = TRUE;
+        }
+        break;
+    }
+    case LVN_ENDLABELEDITW: { // from a list whose notifications are Unicode, as a page scroller has its child's
+        const LVITEMW& item = message.LParamAs<NMLVDISPINFOW>().item;
+        if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
+            FItems[item.iItem].FCaption = FromWide(item.pszText);
+            message.Result = TRUE;
+        }
+        break;
+    }
+    default: break;
+    }
+}
+
+void TListView::ItemChanged(const NMLISTVIEW& info) {
+    if (FFilling || IsDestroying() || info.iItem < 0 || info.iItem >= FItems.Count()) {
+        return;
+    }
+    TListItem* const item = &FItems[info.iItem];
+    const TAlive alive(*this);
+    if (info.uChanged & LVIF_STATE) {
+        Change(item, ctState);
+        const UINT changed = info.uNewState ^ info.uOldState;
+        if (alive && (changed & LVIS_SELECTED) && FItems.IndexOf(item) >= 0) {
+            DoSelectItem(item, (info.uNewState & LVIS_SELECTED) != 0);
+        }
+    } else if (info.uChanged & LVIF_TEXT) {
+        Change(item, ctText);
+    }
+}
+
+void TListView::Change(TListItem* item, TItemChange change) { FOnChange(this, item, change); }
+void TListView::DoSelectItem(TListItem* item, bool selected) { FOnSelectItem(this, item, selected); }
+void TListView::ColClick(TListColumn* column) { FOnColumnClick(this, column); }
+
+} // namespace kx

@@ -1,0 +1,126 @@
+#include "kx/ui/widgets/ComCtrls.h"
+
+namespace kx {
+
+const TClass& TTabControl::StaticClass() {
+    static const TClassBuilder<TTabControl> cls("TTabControl", TWinControl::StaticClass(), [](auto& c) {
+        using T = TTabControl;
+        c.Creatable();
+        c.Property("HotTrack", &T::HotTrack, &T::SetHotTrack).Default = 0;
+        c.Property("MultiLine", &T::MultiLine, &T::SetMultiLine).Default = 0;
+        c.SubObject("Tabs", &T::Tabs, &T::SetTabs);
+        c.Property("TabIndex", &T::TabIndex, &T::SetTabIndex).Default = -1;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("OnChange", &T::OnChange, &T::SetOnChange);
+        c.Property("OnChanging", &T::OnChanging, &T::SetOnChanging);
+    });
+    return cls.Class();
+}
+
+TTabControl::TTabControl(TComponent* owner) : TWinControl(owner), FTabs(std::make_unique<TStringList>()) {
+    SetControlStyle({csAcceptsControls, csClickEvents, csDoubleClicks});
+    SetTabStop(true);
+    SetBoundsFields(0, 0, 289, 193);
+    FTabs->SetOnChange([this](TObject*) { TabsChanged(); });
+}
+
+TTabControl::~TTabControl() = default;
+
+void TTabControl::CreateParams(TCreateParams& params) {
+    TWinControl::CreateParams(params);
+    params.BaseClass = WC_TABCONTROLA;
+    params.Style |= FMultiLine ? TCS_MULTILINE : 0;
+    params.Style |= FHotTrack ? TCS_HOTTRACK : 0;
+}
+
+void TTabControl::CreateWnd() {
+    TWinControl::CreateWnd();
+    FillTabs();
+    Realign(); // how much room the tabs take is known now
+}
+
+void TTabControl::SaveWindowState() {
+    TWinControl::SaveWindowState();
+    FTabIndex = TabIndex();
+}
+
+void TTabControl::FillTabs() {
+    const HWND window = WindowHandle();
+    SendMessageA(window, TCM_DELETEALLITEMS, 0, 0);
+    for (int i = 0; i < FTabs->Count(); ++i) {
+        std::string text = FTabs->Get(i);
+        TCITEMA item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = text.data();
+        SendMessageA(window, TCM_INSERTITEMA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+    }
+    SendMessageA(window, TCM_SETCURSEL, static_cast<WPARAM>(FTabIndex), 0);
+}
+
+void TTabControl::TabsChanged() {
+    if (HandleAllocated()) {
+        FTabIndex = TabIndex();
+        if (FTabIndex < 0 && FTabs->Count() > 0) {
+            FTabIndex = 0;
+        }
+        FillTabs();
+    } else if (FTabIndex < 0 && FTabs->Count() > 0 && !IsLoading()) {
+        FTabIndex = 0;
+    }
+    Realign();
+}
+
+int TTabControl::TabIndex() const {
+    return HandleAllocated() ? static_cast<int>(SendMessageA(WindowHandle(), TCM_GETCURSEL, 0, 0)) : FTabIndex;
+}
+
+void TTabControl::SetTabIndex(int value) {
+    FTabIndex = value;
+    if (HandleAllocated()) {
+        SendMessageA(WindowHandle(), TCM_SETCURSEL, static_cast<WPARAM>(value), 0);
+    }
+}
+
+void TTabControl::SetHotTrack(bool value) {
+    if (FHotTrack != value) {
+        FHotTrack = value;
+        RecreateWnd();
+    }
+}
+
+void TTabControl::SetMultiLine(bool value) {
+    if (FMultiLine != value) {
+        FMultiLine = value;
+        RecreateWnd();
+    }
+}
+
+TRect TTabControl::DisplayRect() const {
+    RECT r = ToRECT(ClientRect());
+    if (HandleAllocated()) {
+        SendMessageA(WindowHandle(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
+    }
+    return FromRECT(r);
+}
+
+void TTabControl::WndProc(TMessage& message) {
+    if (message.Msg == CN_NOTIFY) {
+        switch (static_cast<int>(message.LParamAs<NMHDR>().code)) {
+        case static_cast<int>(TCN_SELCHANGE): Change(); break;
+        case static_cast<int>(TCN_SELCHANGING): message.Result = !CanChange(); break;
+        default: break;
+        }
+        return;
+    }
+    TWinControl::WndProc(message);
+}
+
+void TTabControl::Change() { FOnChange(this); }
+
+bool TTabControl::CanChange() {
+    bool allow = true;
+    FOnChanging(this, allow);
+    return allow;
+}
+
+} // namespace kx

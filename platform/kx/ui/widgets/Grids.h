@@ -1,0 +1,174 @@
+#pragma once
+
+#include "kx/ui/controls/Controls.h"
+#include "kx/win/MouseWheel.h"
+
+namespace kx {
+
+enum TGridOption : uint8_t {
+    goFixedVertLine, ///< Lines between fixed columns.
+    goFixedHorzLine,
+    goVertLine, ///< Lines between the other columns.
+    goHorzLine,
+    goRangeSelect,       ///< Mouse and keyboard with Shift select a rectangle of cells.
+    goDrawFocusSelected, ///< The cell with the focus is drawn as selected too.
+    goRowSelect,         ///< Whole rows are selected.
+    goThumbTracking      ///< Scrolls while the scroll bar is being dragged.
+};
+KX_ENUM(TGridOption, "goFixedVertLine", "goFixedHorzLine", "goVertLine", "goHorzLine", "goRangeSelect",
+        "goDrawFocusSelected", "goRowSelect", "goThumbTracking")
+using TGridOptions = TSet<TGridOption>;
+
+/// State of a cell: gdFocused is the current cell while the grid has the focus.
+enum TGridDrawFlag : uint8_t { gdSelected, gdFocused, gdFixed };
+KX_ENUM(TGridDrawFlag, "gdSelected", "gdFocused", "gdFixed")
+using TGridDrawState = TSet<TGridDrawFlag>;
+
+/// Draws a cell on the grid's `Canvas`, whose brush and font are those of the cell's state; `rect` is the cell without
+/// its lines, in client coordinates.
+using TDrawCellEvent = TEvent<void(TObject* sender, int col, int row, const TRect& rect, TGridDrawState state)>;
+/// A cell is about to become the current one; a handler that sets `canSelect` to false refuses.
+using TSelectCellEvent = TEvent<void(TObject* sender, int col, int row, bool& canSelect)>;
+
+/// A rectangle of cells; Right and Bottom belong to it.
+struct TGridRect {
+    int Left = 0;
+    int Top = 0;
+    int Right = 0;
+    int Bottom = 0;
+
+    friend bool operator==(const TGridRect&, const TGridRect&) = default;
+};
+
+/// Cells of one size, which the program draws. Fixed columns and rows stay where they are and cannot be selected.
+/// Drawing and scrolling cost as much as there are cells to be seen, however many the grid has.
+class TDrawGrid : public TCustomControl {
+    KX_CLASS()
+
+    explicit TDrawGrid(TComponent* owner = nullptr);
+
+    int ColCount() const { return FColumns.Count; } ///< Fixed ones included; may be 0.
+    void SetColCount(int value);
+    int RowCount() const { return FRows.Count; }
+    void SetRowCount(int value);
+    /// @throws EInvalidOperation "Fixed column count must be less than column count"
+    int FixedCols() const { return FColumns.Fixed; }
+    void SetFixedCols(int value);
+    /// @throws EInvalidOperation "Fixed row count must be less than row count"
+    int FixedRows() const { return FRows.Fixed; }
+    void SetFixedRows(int value);
+    int DefaultColWidth() const { return FColumns.Size; } ///< Pixels of each column, without its line; 1 to 2^24.
+    void SetDefaultColWidth(int value);
+    int DefaultRowHeight() const { return FRows.Size; }
+    void SetDefaultRowHeight(int value);
+
+    /// The current cell; (0, 0) when there is none. Setting it selects that cell alone and brings it into view, and
+    /// asks OnSelectCell.
+    /// @throws EInvalidOperation "Grid index out of range" for a fixed cell or one that does not exist.
+    int Col() const { return FColumns.Current; }
+    void SetCol(int value);
+    int Row() const { return FRows.Current; }
+    void SetRow(int value);
+    /// The first cell behind the fixed ones that is shown; brought into the range that can be.
+    int LeftCol() const { return FColumns.First; }
+    void SetLeftCol(int value);
+    int TopRow() const { return FRows.First; }
+    void SetTopRow(int value);
+    int VisibleColCount() const; ///< Columns behind the fixed ones that are seen in full.
+    int VisibleRowCount() const;
+    TGridRect Selection() const;
+    /// @throws EInvalidOperation "Grid index out of range"
+    void SetSelection(const TGridRect& value);
+
+    TRect CellRect(int col, int row) const; ///< In client coordinates, without its lines; empty when it is not shown.
+    /// The cell at a point of the client area; -1 beside the cells.
+    void MouseToCell(int x, int y, int& col, int& row) const;
+    void InvalidateCell(int col, int row);
+
+    TGridOptions Options() const { return FOptions; }
+    void SetOptions(TGridOptions value);
+    TScrollStyle ScrollBars() const { return FScrollBars; }
+    void SetScrollBars(TScrollStyle value);
+    TBorderStyle BorderStyle() const { return FBorderStyle; }
+    void SetBorderStyle(TBorderStyle value);
+    TColor FixedColor() const { return FFixedColor; }
+    void SetFixedColor(TColor value);
+    int GridLineWidth() const { return FLineWidth; } ///< Pixels.
+    void SetGridLineWidth(int value);
+    bool DefaultDrawing() const { return FDefaultDrawing; } ///< Cells are filled before OnDrawCell, and get a focus.
+    void SetDefaultDrawing(bool value);
+
+    const TDrawCellEvent& OnDrawCell() const { return FOnDrawCell; }
+    void SetOnDrawCell(TDrawCellEvent value);
+    const TSelectCellEvent& OnSelectCell() const { return FOnSelectCell; }
+    void SetOnSelectCell(TSelectCellEvent value) { FOnSelectCell = std::move(value); }
+
+    void CreateParams(TCreateParams& params) override;
+    void WndProc(TMessage& message) override;
+
+protected:
+    void CreateWnd() override;
+    void Paint() override;
+    void EraseBackground(HDC) override {} // every pixel gets painted
+    void Resize() override;
+    void DoEnter() override;
+    void DoExit() override;
+    void KeyDown(uint16_t& key, TShiftState shift) override;
+    void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
+    void MouseMove(TShiftState shift, int x, int y) override;
+    void MouseUp(TMouseButton button, TShiftState shift, int x, int y) override;
+    virtual void DrawCell(int col, int row, const TRect& rect, TGridDrawState state);
+    virtual bool SelectCell(int col, int row);
+
+private:
+    /// Columns or rows. Cell i behind the fixed ones is shown when it is not before `First`.
+    struct TAxis {
+        int Count = 5;
+        int Fixed = 1;
+        int Size = 64;
+        int First = 1;
+        int Current = 1;
+        int Anchor = 1; ///< Other end of the selection.
+
+        int Shown(int client, int line) const; ///< Cells behind the fixed ones that fit in full.
+        int LastFirst(int client, int line) const;
+        int64_t Start(int cell, int line) const; ///< Client coordinate of a cell that is shown.
+        int At(int coordinate, int line) const;  ///< -1 beside the cells.
+    };
+
+    int ColumnsShown() const { return FColumns.Shown(ClientWidth(), FLineWidth); }
+    int RowsShown() const { return FRows.Shown(ClientHeight(), FLineWidth); }
+    void SetCounts(TAxis& axis, int count, int fixed);
+    void SetSize(int& field, int least, int value);
+    void LayoutChanged();
+    void ScrollWindowBy(int columns, int rows);
+    void FocusMoved();
+    void ScrollTo(int left, int top);
+    void UpdateScrollBars();
+    void UpdateScrollBar(int bar, const TAxis& axis, int shown);
+    void Scrolled(int bar, const TMessage& message);
+    bool MoveTo(int col, int row, bool extend);
+    void ShowCurrent();
+    bool CanBeCurrent(int col, int row) const; ///< A cell that exists and is not fixed.
+    void CheckCell(int col, int row) const;
+    void InvalidateSelection(const TGridRect& selection);
+    void PaintCell(int col, int row, const TRect& rect);
+    void PaintLines(const TRect& cell, bool fixed);
+    TGridDrawState StateOf(int col, int row) const;
+
+    TAxis FColumns;
+    TAxis FRows;
+    TGridOptions FOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine, goRangeSelect};
+    TScrollStyle FScrollBars = ssBoth;
+    TBorderStyle FBorderStyle = bsSingle;
+    TColor FFixedColor = clBtnFace;
+    int FLineWidth = 1;
+    bool FDefaultDrawing = true;
+    bool FSelecting = false; ///< By the mouse, whose button is down.
+    bool FUpdatingBars = false;
+    TMouseWheel FWheel;
+    TDrawCellEvent FOnDrawCell;
+    TSelectCellEvent FOnSelectCell;
+};
+
+} // namespace kx

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "kx/core/TypInfo.h"
+
+namespace kx {
+
+/// How a list view shows its items.
+enum TViewStyle : uint8_t { vsIcon, vsSmallIcon, vsList, vsReport };
+KX_ENUM(TViewStyle, "vsIcon", "vsSmallIcon", "vsList", "vsReport")
+
+/// How a list view marks the item under the mouse.
+enum TListHotTrackStyle : uint8_t { htHandPoint, htUnderlineCold, htUnderlineHot };
+KX_ENUM(TListHotTrackStyle, "htHandPoint", "htUnderlineCold", "htUnderlineHot")
+using TListHotTrackStyles = TSet<TListHotTrackStyle>;
+
+} // namespace kx

@@ -1,0 +1,200 @@
+#include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/CodePage.h"
+
+#include <algorithm>
+
+namespace kx {
+
+namespace {
+
+/// Positions in an edit's text: bytes for the program, something else for the window. An edit that keeps its text as
+/// UTF-16 counts that, one that keeps bytes counts bytes; which it is shows by its own idea of the text's length.
+class TTextPositions {
+public:
+    TTextPositions(HWND edit, std::string text) : FText(std::move(text)), FWide(ToWide(FText)) {
+        FIsWide = EndIn(edit) == static_cast<LRESULT>(FWide.size());
+    }
+
+    const std::string& Text() const { return FText; }
+
+    /// A position inside a character counts as the one before it.
+    WPARAM ToWindow(int bytes) const {
+        const size_t whole = WholeCharacters(FText, static_cast<size_t>(std::max(bytes, 0)));
+        return FIsWide ? ToWide(FText.substr(0, whole)).size() : whole;
+    }
+
+    int ToBytes(size_t position) const {
+        if (!FIsWide) {
+            return static_cast<int>(std::min(position, FText.size()));
+        }
+        position = std::min(position, FWide.size());
+        if (position > 0 && position < FWide.size() && IS_SURROGATE_PAIR(FWide[position - 1], FWide[position])) {
+            --position;
+        }
+        return static_cast<int>(FromWide(FWide.substr(0, position)).size());
+    }
+
+private:
+    static LRESULT EndIn(HWND edit) {
+        const LRESULT lines = SendMessageA(edit, EM_GETLINECOUNT, 0, 0);
+        const LRESULT last = SendMessageA(edit, EM_LINEINDEX, static_cast<WPARAM>(lines - 1), 0);
+        return last + SendMessageA(edit, EM_LINELENGTH, static_cast<WPARAM>(last), 0);
+    }
+
+    std::string FText;
+    std::wstring FWide;
+    bool FIsWide;
+};
+
+struct TWindowSelection {
+    DWORD Start = 0;
+    DWORD End = 0;
+
+    explicit TWindowSelection(HWND edit) {
+        SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&Start), reinterpret_cast<LPARAM>(&End));
+    }
+};
+
+} // namespace
+
+// --- TCustomEdit
+
+const TClass& TCustomEdit::StaticClass() {
+    static const TClassBuilder<TCustomEdit> cls("TCustomEdit", TWinControl::StaticClass(), [](auto& c) {
+        using T = TCustomEdit;
+        c.Property("AutoSelect", &T::AutoSelect, &T::SetAutoSelect).Default = 1;
+        c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsSingle;
+        c.Property("CharCase", &T::CharCase, &T::SetCharCase).Default = ecNormal;
+        c.Property("HideSelection", &T::HideSelection, &T::SetHideSelection).Default = 1;
+        c.Property("MaxLength", &T::MaxLength, &T::SetMaxLength).Default = 0;
+        c.Property("PasswordChar", &T::PasswordChar, &T::SetPasswordChar).Default = 0;
+        c.Property("ReadOnly", &T::ReadOnly, &T::SetReadOnly).Default = 0;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("OnChange", &T::OnChange, &T::SetOnChange);
+    });
+    return cls.Class();
+}
+
+const TClass& TEdit::StaticClass() {
+    static const TClassBuilder<TEdit> cls("TEdit", TCustomEdit::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.Property("Text", &TEdit::Text, &TEdit::SetText);
+    });
+    return cls.Class();
+}
+
+TCustomEdit::TCustomEdit(TComponent* owner) : TWinControl(owner) {
+    SetControlStyle({csClickEvents, csDoubleClicks, csSetCaption});
+    SetColor(clWindow);
+    SetTabStop(true);
+    SetBoundsFields(0, 0, 121, 21);
+}
+
+void TCustomEdit::CreateParams(TCreateParams& params) {
+    TWinControl::CreateParams(params);
+    params.BaseClass = "EDIT";
+    params.Style |= ES_AUTOHSCROLL;
+    params.Style |= FReadOnly ? DWORD{ES_READONLY} : 0;
+    params.Style |= FHideSelection ? 0 : DWORD{ES_NOHIDESEL};
+    params.Style |= FCharCase == ecUpperCase ? DWORD{ES_UPPERCASE} : 0;
+    params.Style |= FCharCase == ecLowerCase ? DWORD{ES_LOWERCASE} : 0;
+    params.Style |= FPasswordChar ? DWORD{ES_PASSWORD} : 0;
+    params.ExStyle |= FBorderStyle == bsSingle ? DWORD{WS_EX_CLIENTEDGE} : 0;
+}
+
+void TCustomEdit::CreateWnd() {
+    {
+        const TFieldScope creating(*this, FCreating, true);
+        TWinControl::CreateWnd();
+    }
+    SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+    // A byte that is no character of the code page would show what it is there to hide: then the system's own does.
+    if (FPasswordChar && (GetACP() != CP_UTF8 || IsAscii({&FPasswordChar, 1}))) {
+        SendMessageA(WindowHandle(), EM_SETPASSWORDCHAR, static_cast<uint8_t>(FPasswordChar), 0);
+    }
+}
+
+void TCustomEdit::WndProc(TMessage& message) {
+    if (message.Msg == CN_COMMAND) {
+        if (message.WParamHi() == EN_CHANGE && !FCreating) {
+            DoChange();
+        }
+        return;
+    }
+    if (message.Msg == CN_CTLCOLORSTATIC) { // read-only or disabled
+        message.Result = reinterpret_cast<LRESULT>(ControlColor(message.WParamDC()));
+        return;
+    }
+    TWinControl::WndProc(message);
+}
+
+void TCustomEdit::DoChange() { FOnChange(this); }
+
+void TCustomEdit::DoEnter() {
+    if (FAutoSelect && GetKeyState(VK_LBUTTON) >= 0 && !dynamic_cast<TMemo*>(this)) {
+        SelectAll();
+    }
+    TWinControl::DoEnter();
+}
+
+int TCustomEdit::SelStart() {
+    const HWND window = Handle();
+    return TTextPositions(window, Text()).ToBytes(TWindowSelection(window).Start);
+}
+
+void TCustomEdit::SetSelStart(int value) {
+    const HWND window = Handle();
+    const WPARAM position = TTextPositions(window, Text()).ToWindow(value);
+    SendMessageA(window, EM_SETSEL, position, static_cast<LPARAM>(position));
+}
+
+int TCustomEdit::SelLength() { return static_cast<int>(SelText().size()); }
+
+void TCustomEdit::SetSelLength(int value) {
+    const HWND window = Handle();
+    const TTextPositions positions(window, Text());
+    const DWORD start = TWindowSelection(window).Start;
+    const int64_t end = int64_t{positions.ToBytes(start)} + std::max(value, 0);
+    const auto length = static_cast<int64_t>(positions.Text().size());
+    SendMessageA(window, EM_SETSEL, start,
+                 static_cast<LPARAM>(positions.ToWindow(static_cast<int>(std::min(end, length)))));
+}
+
+std::string TCustomEdit::SelText() {
+    const HWND window = Handle();
+    const TTextPositions positions(window, Text());
+    const TWindowSelection selection(window);
+    const auto start = static_cast<size_t>(positions.ToBytes(selection.Start));
+    return positions.Text().substr(start, static_cast<size_t>(positions.ToBytes(selection.End)) - start);
+}
+
+void TCustomEdit::SetSelText(const std::string& value) {
+    SendMessageA(Handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(value.c_str()));
+}
+
+void TCustomEdit::SelectAll() { SendMessageA(Handle(), EM_SETSEL, 0, -1); }
+
+bool TCustomEdit::Modified() const {
+    return HandleAllocated() && SendMessageA(WindowHandle(), EM_GETMODIFY, 0, 0) != 0;
+}
+
+void TCustomEdit::SetModified(bool value) { SendMessageA(Handle(), EM_SETMODIFY, value, 0); }
+
+void TCustomEdit::SetMaxLength(int value) {
+    FMaxLength = std::max(value, 0);
+    if (HandleAllocated()) {
+        SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+    }
+}
+
+void TCustomEdit::SetReadOnly(bool value) {
+    FReadOnly = value;
+    if (HandleAllocated()) {
+        SendMessageA(WindowHandle(), EM_SETREADONLY, value, 0);
+    }
+}
+
+void TCustomEdit::SetPasswordChar(char value) { Change(FPasswordChar, value); }
+
+} // namespace kx

@@ -1,0 +1,170 @@
+#include "kx/ui/forms/Forms.h"
+#include "kx/ui/widgets/StdCtrls.h"
+
+#include <algorithm>
+
+namespace kx {
+
+// --- TLabel
+
+const TClass& TLabel::StaticClass() {
+    static const TClassBuilder<TLabel> cls("TLabel", TGraphicControl::StaticClass(), [](auto& c) {
+        using T = TLabel;
+        c.Creatable();
+        c.Property("Alignment", &T::Alignment, &T::SetAlignment).Default = taLeftJustify;
+        c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = 1;
+        c.Property("Caption", &T::Caption, &T::SetCaption);
+        c.Reference("FocusControl", &T::FocusControl, &T::SetFocusControl);
+        c.Property("Layout", &T::Layout, &T::SetLayout).Default = tlTop;
+        c.Property("ShowAccelChar", &T::ShowAccelChar, &T::SetShowAccelChar).Default = 1;
+        c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = 0;
+        c.Property("WordWrap", &T::WordWrap, &T::SetWordWrap).Default = 0;
+    });
+    return cls.Class();
+}
+
+TLabel::TLabel(TComponent* owner) : TGraphicControl(owner) { SetBoundsFields(0, 0, 65, 17); }
+
+void TLabel::Loaded() {
+    TGraphicControl::Loaded();
+    AdjustBounds();
+}
+
+UINT TLabel::TextFormat() const {
+    constexpr UINT alignment[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
+    return DrawTextBiDiModeFlags(DT_EXPANDTABS | alignment[BiDiAlignment(FAlignment)] |
+                                 (FWordWrap ? DT_WORDBREAK : 0u) | (FShowAccelChar ? 0u : DT_NOPREFIX));
+}
+
+void TLabel::AdjustBounds() {
+    if (!FAutoSize || IsLoading()) {
+        return;
+    }
+    const TWindowDC screen(nullptr);
+    TCanvas canvas;
+    canvas.SetHandle(screen.Handle());
+    canvas.Font().Assign(&Font());
+    TRect r{0, 0, FWordWrap ? Width() : 0, 0};
+    canvas.DrawText(Text().empty() ? " " : Text(), r, TextFormat() | DT_CALCRECT);
+    canvas.SetHandle(nullptr);
+    const int width = FWordWrap ? Width() : (Text().empty() ? 0 : r.Right);
+    const int left = BiDiAlignment(FAlignment) == taRightJustify ? Left() + Width() - width : Left();
+    SetBounds(left, Top(), width, r.Bottom);
+}
+
+void TLabel::Paint() {
+    TCanvas& canvas = Canvas();
+    TRect r{0, 0, Width(), Height()};
+    if (!FTransparent) {
+        canvas.Brush().SetColor(Color());
+        canvas.FillRect(r);
+    }
+    canvas.Brush().SetStyle(bsClear);
+    canvas.Font().Assign(&Font());
+    if (FLayout != tlTop) {
+        TRect text = r;
+        canvas.DrawText(Text(), text, TextFormat() | DT_CALCRECT);
+        r.Top += (r.Bottom - text.Bottom) / (FLayout == tlCenter ? 2 : 1);
+    }
+    if (Enabled()) {
+        canvas.DrawText(Text(), r, TextFormat());
+        return;
+    }
+    TRect shade{r.Left + 1, r.Top + 1, r.Right + 1, r.Bottom + 1};
+    canvas.Font().SetColor(clBtnHighlight);
+    canvas.DrawText(Text(), shade, TextFormat());
+    canvas.Font().SetColor(clBtnShadow);
+    canvas.DrawText(Text(), r, TextFormat());
+}
+
+void TLabel::TextChanged() {
+    TGraphicControl::TextChanged();
+    AdjustBounds();
+}
+
+void TLabel::FontChanged() {
+    TGraphicControl::FontChanged();
+    AdjustBounds();
+}
+
+void TLabel::SetFocusControl(TWinControl* value) {
+    if (FFocusControl) {
+        RemoveFreeNotification(FFocusControl);
+    }
+    FFocusControl = value;
+    if (value) {
+        FreeNotification(value);
+    }
+}
+
+bool TLabel::DialogChar(wchar_t letter) {
+    if (!FFocusControl || !FShowAccelChar || !IsAccel(letter, Text()) || !FFocusControl->CanFocus()) {
+        return false;
+    }
+    FFocusControl->SetFocus();
+    return true;
+}
+
+void TLabel::Notification(TComponent* component, TOperation operation) {
+    TGraphicControl::Notification(component, operation);
+    if (operation == opRemove && component == FFocusControl) {
+        FFocusControl = nullptr;
+    }
+}
+
+// --- TGroupBox
+
+const TClass& TGroupBox::StaticClass() {
+    static const TClassBuilder<TGroupBox> cls("TGroupBox", TCustomControl::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.Property("Caption", &TGroupBox::Caption, &TGroupBox::SetCaption);
+    });
+    return cls.Class();
+}
+
+TGroupBox::TGroupBox(TComponent* owner) : TCustomControl(owner) {
+    SetControlStyle({csAcceptsControls, csCaptureMouse, csClickEvents, csDoubleClicks, csSetCaption});
+    SetBoundsFields(0, 0, 185, 105);
+}
+
+void TGroupBox::Paint() {
+    TCanvas& canvas = Canvas();
+    canvas.Font().Assign(&Font());
+    const int height = canvas.TextHeight("0");
+    RECT frame{0, height / 2 - 1, Width(), Height()};
+    DrawEdge(canvas.Handle(), &frame, EDGE_ETCHED, BF_RECT);
+    if (Text().empty()) {
+        return;
+    }
+    TRect text{8, 0, 0, height};
+    canvas.Brush().SetColor(Color());
+    const UINT format = DrawTextBiDiModeFlags(DT_SINGLELINE);
+    canvas.DrawText(Text(), text, format | DT_CALCRECT);
+    text.Right = std::min(text.Right, Width() - 8);
+    if (UseRightToLeftAlignment()) {
+        text = {Width() - text.Right, text.Top, Width() - text.Left, text.Bottom};
+    }
+    if (!Enabled()) {
+        canvas.Font().SetColor(clGrayText);
+    }
+    canvas.DrawText(Text(), text, format);
+}
+
+void TGroupBox::EnabledChanged() {
+    TCustomControl::EnabledChanged();
+    Invalidate();
+}
+
+bool TGroupBox::DialogChar(wchar_t letter) {
+    if (IsAccel(letter, Text()) && CanFocus()) {
+        SelectNext(nullptr, true, true);
+        return true;
+    }
+    return TCustomControl::DialogChar(letter);
+}
+
+void TGroupBox::AdjustClientRect(TRect& rect) const {
+    rect = {rect.Left + 2, rect.Top + std::abs(Font().Height()) + 5, rect.Right - 2, rect.Bottom - 2};
+}
+
+} // namespace kx

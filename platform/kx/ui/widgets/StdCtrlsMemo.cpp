@@ -1,0 +1,329 @@
+#include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/CodePage.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace kx {
+
+namespace detail {
+
+/// The text of a memo as lines. They are read once and kept until the text changes; a change of a line changes just its
+/// place in the window's text. Without a window they are the text, which the control gets when it is asked for it.
+class TMemoLines : public TStrings {
+public:
+    explicit TMemoLines(TMemo& memo) : FMemo(memo) {}
+
+    int Count() const override { return static_cast<int>(Lines().size()); }
+    std::string Get(int index) const override;
+    void Put(int index, const std::string& text) override;
+    void Clear() override { FMemo.SetText(""); }
+    void Delete(int index) override;
+    void Insert(int index, const std::string& text) override;
+    void SetText(std::string_view text) override { FMemo.SetText(std::string(text)); }
+
+    void TextChanged(); ///< The memo tells of a change.
+    void Flush();       ///< Brings the control's own text up to date.
+
+protected:
+    void SetUpdateState(bool updating) override;
+
+private:
+    /// A length of text, as the program counts it and in UTF-16.
+    struct TLength {
+        size_t Bytes = 0;
+        size_t Wide = 0;
+
+        void Add(const TLength& other) {
+            Bytes += other.Bytes;
+            Wide += other.Wide;
+        }
+        void Subtract(const TLength& other) {
+            Bytes -= other.Bytes;
+            Wide -= other.Wide;
+        }
+    };
+    struct TLine {
+        std::string Text;
+        std::string_view Break; ///< Empty at most at the end of the whole text.
+        TLength Length;         ///< With the break.
+
+        TLine(std::string text, std::string_view lineBreak)
+            : Text(std::move(text)),
+              Break(lineBreak), Length{Text.size() + Break.size(),
+                                       (IsAscii(Text) ? Text.size() : ToWide(Text).size()) + Break.size()} {}
+    };
+    using TLines = std::vector<TLine>;
+    /// A change of the text: some other text takes the place of what is `Removed`.
+    struct TChange {
+        TLength Before; ///< Of the whole text.
+        TLength Start;
+        TLength Removed;
+        TLength Inserted;
+        std::string Text;
+        bool IsKnown = true; ///< The memo will hold the lines as they are here.
+    };
+
+    TLines& Lines() const;
+    void Read(std::string_view text) const;
+    TLength LengthOf(size_t first, size_t count) const;
+    void Change(size_t first, size_t count, TLines lines);
+    void ChangeWindow(const TChange& change);
+    bool IsHeldAsItIs(const std::string& line) const;
+    std::string Joined() const;
+
+    TMemo& FMemo;
+    mutable TLines FLines;
+    mutable TLength FLength; ///< Of all lines.
+    mutable bool FRead = false;
+    bool FUnsaved = false;   ///< There is no window, and the control's own text is older than the lines.
+    bool FOwnChange = false; ///< The next change that is told of is ours.
+};
+
+constexpr std::string_view LineBreak = "\r\n";
+
+// --- Reading
+
+TMemoLines::TLines& TMemoLines::Lines() const {
+    // A foreign parent window may keep to itself that the text changes.
+    if (!FRead || (FMemo.HandleAllocated() && !FMemo.Parent())) {
+        Read(FMemo.Text());
+        FRead = true;
+    }
+    return FLines;
+}
+
+void TMemoLines::Read(std::string_view text) const {
+    FLines.clear();
+    FLength = {};
+    while (!text.empty()) {
+        const size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        std::string_view lineBreak;
+        if (text.substr(end).starts_with(LineBreak)) {
+            lineBreak = LineBreak;
+        } else if (end < text.size()) {
+            lineBreak = text[end] == '\r' ? LineBreak.substr(0, 1) : LineBreak.substr(1, 1);
+        }
+        FLines.emplace_back(std::string(text.substr(0, end)), lineBreak);
+        FLength.Add(FLines.back().Length);
+        text.remove_prefix(end + lineBreak.size());
+    }
+}
+
+std::string TMemoLines::Get(int index) const {
+    CheckIndex(index);
+    return Lines()[static_cast<size_t>(index)].Text;
+}
+
+TMemoLines::TLength TMemoLines::LengthOf(size_t first, size_t count) const {
+    if (first == 0 && count == FLines.size()) {
+        return FLength; // lines are added most often at the end
+    }
+    TLength length;
+    for (size_t i = first; i < first + count; ++i) {
+        length.Add(FLines[i].Length);
+    }
+    return length;
+}
+
+std::string TMemoLines::Joined() const {
+    std::string text;
+    text.reserve(FLength.Bytes);
+    for (const TLine& line : FLines) {
+        text.append(line.Text).append(line.Break);
+    }
+    return text;
+}
+
+// --- Changing
+
+void TMemoLines::Put(int index, const std::string& text) {
+    CheckIndex(index);
+    const auto at = static_cast<size_t>(index);
+    Change(at, 1, {{text, Lines()[at].Break}});
+}
+
+void TMemoLines::Delete(int index) {
+    CheckIndex(index);
+    Change(static_cast<size_t>(index), 1, {});
+}
+
+void TMemoLines::Insert(int index, const std::string& text) {
+    if (index != Count()) {
+        CheckIndex(index);
+    }
+    const auto at = static_cast<size_t>(index);
+    if (at > 0 && at == FLines.size() && FLines.back().Break.empty()) {
+        Change(at - 1, 1, {{FLines.back().Text, LineBreak}, {text, LineBreak}});
+    } else {
+        Change(at, 0, {{text, LineBreak}});
+    }
+}
+
+/// Puts other lines into the place of `count` ones.
+void TMemoLines::Change(size_t first, size_t count, TLines lines) {
+    TChange change;
+    change.Before = FLength;
+    change.Start = LengthOf(0, first);
+    change.Removed = LengthOf(first, count);
+    for (const TLine& line : lines) {
+        change.Inserted.Add(line.Length);
+        change.Text.append(line.Text).append(line.Break);
+        change.IsKnown = change.IsKnown && IsHeldAsItIs(line.Text);
+    }
+    const auto at = FLines.begin() + static_cast<ptrdiff_t>(first);
+    const auto rest = FLines.erase(at, at + static_cast<ptrdiff_t>(count));
+    FLines.insert(rest, std::make_move_iterator(lines.begin()), std::make_move_iterator(lines.end()));
+    FLength.Subtract(change.Removed);
+    FLength.Add(change.Inserted);
+    if (FMemo.HandleAllocated()) {
+        ChangeWindow(change);
+        return;
+    }
+    FUnsaved = true;
+    if (!change.IsKnown) {
+        Flush();
+        TextChanged();
+    }
+}
+
+void TMemoLines::ChangeWindow(const TChange& change) {
+    const HWND window = FMemo.WindowHandle();
+    const auto caret = [window] {
+        DWORD end = 0;
+        SendMessageA(window, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
+        return size_t{end};
+    };
+    const auto select = [window](size_t start, size_t end) {
+        SendMessageA(window, EM_SETSEL, start, static_cast<LPARAM>(end));
+    };
+    select(INT_MAX, INT_MAX); // the end of the text tells what the window counts in
+    const size_t total = caret();
+    const bool wide = total == change.Before.Wide;
+    if (!wide && total != change.Before.Bytes) {
+        FMemo.SetText(Joined()); // it has another text than we know of
+        return;
+    }
+    const auto length = [wide](const TLength& value) { return wide ? value.Wide : value.Bytes; };
+    const size_t start = length(change.Start);
+    select(start, start + length(change.Removed));
+    SendMessageA(window, EM_LIMITTEXT, 0, 0); // MaxLength is about what the user types
+    FOwnChange = true;
+    if (!Outlives(FMemo,
+                  [&] { SendMessageA(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(change.Text.c_str())); })) {
+        return; // a handler of the change freed the memo, and these lines with it
+    }
+    FOwnChange = false;
+    SendMessageA(window, EM_LIMITTEXT, static_cast<WPARAM>(FMemo.MaxLength()), 0);
+    if (!change.IsKnown || caret() != start + length(change.Inserted)) {
+        TextChanged();
+    }
+}
+
+bool TMemoLines::IsHeldAsItIs(const std::string& line) const {
+    return FMemo.CharCase() == ecNormal && line.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos &&
+           (IsAscii(line) || FromWide(ToWide(line)) == line);
+}
+
+void TMemoLines::TextChanged() {
+    if (!std::exchange(FOwnChange, false)) {
+        FRead = false;
+    }
+}
+
+void TMemoLines::Flush() {
+    if (std::exchange(FUnsaved, false)) {
+        FOwnChange = true;
+        FMemo.TWinControl::SetText(Joined());
+        FOwnChange = false;
+    }
+}
+
+void TMemoLines::SetUpdateState(bool updating) {
+    if (FMemo.HandleAllocated()) {
+        SendMessageA(FMemo.WindowHandle(), WM_SETREDRAW, !updating, 0);
+        if (!updating) {
+            FMemo.Invalidate();
+        }
+    }
+}
+
+} // namespace detail
+
+// --- TMemo
+
+const TClass& TMemo::StaticClass() {
+    static const TClassBuilder<TMemo> cls("TMemo", TCustomEdit::StaticClass(), [](auto& c) {
+        using T = TMemo;
+        c.Creatable();
+        c.SubObject("Lines", &T::Lines, &T::SetLines);
+        c.Property("ScrollBars", &T::ScrollBars, &T::SetScrollBars).Default = ssNone;
+        c.Property("WordWrap", &T::WordWrap, &T::SetWordWrap).Default = 1;
+        c.Property("WantReturns", &T::WantReturns, &T::SetWantReturns).Default = 1;
+        c.Property("WantTabs", &T::WantTabs, &T::SetWantTabs).Default = 0;
+    });
+    return cls.Class();
+}
+
+TMemo::TMemo(TComponent* owner) : TCustomEdit(owner), FLines(std::make_unique<detail::TMemoLines>(*this)) {
+    SetBoundsFields(0, 0, 185, 89);
+}
+
+TMemo::~TMemo() = default;
+
+void TMemo::CreateParams(TCreateParams& params) {
+    FLines->Flush();
+    TCustomEdit::CreateParams(params);
+    params.Style |= ES_MULTILINE | ES_AUTOVSCROLL;
+    if (FWordWrap) {
+        params.Style &= ~static_cast<DWORD>(ES_AUTOHSCROLL);
+    }
+    params.Style |= FWantReturns ? DWORD{ES_WANTRETURN} : 0;
+    params.Style |= FScrollBars == ssHorizontal || FScrollBars == ssBoth ? DWORD{WS_HSCROLL} : 0;
+    params.Style |= FScrollBars == ssVertical || FScrollBars == ssBoth ? DWORD{WS_VSCROLL} : 0;
+}
+
+TStrings& TMemo::Lines() { return *FLines; }
+
+void TMemo::SetLines(const TStrings& value) { FLines->Assign(&value); }
+
+std::string TMemo::Text() const {
+    if (!HandleAllocated()) {
+        FLines->Flush();
+    }
+    return TCustomEdit::Text();
+}
+
+void TMemo::SetText(const std::string& value) {
+    if (!HandleAllocated()) {
+        FLines->Flush(); // a text that is the control's own already would change nothing
+    }
+    TCustomEdit::SetText(value);
+}
+
+void TMemo::TextChanged() { FLines->TextChanged(); }
+
+void TMemo::WndProc(TMessage& message) {
+    if (message.Msg == CN_COMMAND && message.WParamHi() == EN_CHANGE) {
+        FLines->TextChanged();
+    }
+    if (!Outlives(*this, [&] { TCustomEdit::WndProc(message); })) {
+        return;
+    }
+    if (message.Msg == WM_SETTEXT) {
+        DoChange(); // of this change an edit with lines does not tell
+    } else if (message.Msg == WM_GETDLGCODE) {
+        // The system's edit asks for every key once it has lines.
+        message.Result &= ~static_cast<LRESULT>(DLGC_WANTTAB | DLGC_WANTALLKEYS);
+        message.Result |= FWantTabs ? DLGC_WANTTAB : 0;
+        const auto* const key = reinterpret_cast<const MSG*>(message.LParam);
+        if (key && key->message == WM_KEYDOWN &&
+            ((key->wParam == VK_RETURN && (FWantReturns || GetKeyState(VK_CONTROL) < 0)) ||
+             (key->wParam == VK_TAB && FWantTabs))) {
+            message.Result |= DLGC_WANTMESSAGE;
+        }
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,34 @@
+#include "kx/win/Windows.h"
+
+extern "C" IMAGE_DOS_HEADER __ImageBase;
+
+namespace kx {
+
+std::wstring ToWide(std::string_view text) {
+    const int size = static_cast<int>(text.size());
+    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+std::string FromWide(std::wstring_view text) {
+    const int size = static_cast<int>(text.size());
+    std::string narrow(
+        static_cast<size_t>(WideCharToMultiByte(CP_ACP, 0, text.data(), size, nullptr, 0, nullptr, nullptr)), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), size, narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr);
+    return narrow;
+}
+
+HINSTANCE HInstance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+
+void RaiseLastOSError(DWORD code) {
+    char text[512];
+    DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, text,
+                                  sizeof text, nullptr);
+    while (length > 0 && (text[length - 1] == '\n' || text[length - 1] == '\r' || text[length - 1] == '.')) {
+        --length;
+    }
+    throw EOSError(Format("System Error.  Code: %s.\r\n%s", {IntToStr(code), std::string_view(text, length)}), code);
+}
+
+} // namespace kx

@@ -1,0 +1,184 @@
+#include "kx/colorprint/KxPrintDlg.h"
+
+namespace kx {
+
+namespace {
+
+// Controls of the system's dialog
+constexpr int PropertiesButton = 1025;
+constexpr int PrinterCombo = 1139;
+constexpr int CopiesEdit = 1154;
+
+/// A caption with the control that receives it.
+struct TPrintCaption {
+    using C = TKxPrintDlgCaptions;
+    const char* Name;
+    int Control;
+    const std::string& (C::*Get)() const;
+    void (C::*Set)(const std::string&);
+};
+
+#define KX_CAPTION(Name, Control)                                                                                      \
+    { #Name, Control, &TKxPrintDlgCaptions::Name, &TKxPrintDlgCaptions::Set##Name }
+
+constexpr TPrintCaption Captions[] = {
+    KX_CAPTION(PrnProperties, PropertiesButton),
+    KX_CAPTION(PrnStatus, 1095),
+    KX_CAPTION(PrnWhere, 1097),
+    KX_CAPTION(PrnName, 1093),
+    KX_CAPTION(PrnComment, 1096),
+    KX_CAPTION(PrnType, 1094),
+    KX_CAPTION(CopNumber, 1092),
+    KX_CAPTION(CopCollate, 1041),
+    KX_CAPTION(RngAll, 1056),
+    KX_CAPTION(RngPages, 1058),
+    KX_CAPTION(RngPagesFrom, 1089),
+    KX_CAPTION(RngPagesTo, 1090),
+    KX_CAPTION(RngSelection, 1057),
+    KX_CAPTION(PrintToFile, 1040),
+    KX_CAPTION(GroupPrinter, 1075),
+    KX_CAPTION(GroupRange, 1072),
+    KX_CAPTION(GroupCopies, 1073),
+};
+#undef KX_CAPTION
+
+} // namespace
+
+// --- Classes
+
+const TClass& TKxPrintDlgCaptions::StaticClass() {
+    static const TClassBuilder<TKxPrintDlgCaptions> cls("TKxPrintDlgCaptions", TKxDlgCaptions::StaticClass(),
+                                                        [](auto& c) {
+                                                            for (const TPrintCaption& caption : Captions) {
+                                                                c.Property(caption.Name, caption.Get, caption.Set);
+                                                            }
+                                                        });
+    return cls.Class();
+}
+
+void TKxPrintDlgCaptions::SetCaptions(HWND handle) const {
+    TKxDlgCaptions::SetCaptions(handle);
+    for (const TPrintCaption& caption : Captions) {
+        SetCaption(handle, caption.Control, (this->*caption.Get)());
+    }
+}
+
+const TClass& TKxCustomPrintDialog::StaticClass() {
+    static const TClassBuilder<TKxCustomPrintDialog> cls("TKxCustomPrintDialog", TPrintDialog::StaticClass());
+    return cls.Class();
+}
+
+const TClass& TKxPrintDialog::StaticClass() {
+    using T = TKxPrintDialog;
+    static const TClassBuilder<T> cls("TKxPrintDialog", TKxCustomPrintDialog::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.SubObject("CustDlgParams", &T::CustDlgParams, &T::SetCustDlgParams);
+        c.SubObject("DlgItemsCaptions", &T::DlgItemsCaptions, nullptr);
+        c.Property("Title", &T::Title, &T::SetTitle);
+        c.Property("OnEventHook", &T::OnEventHook, &T::SetOnEventHook);
+        c.Property("OnEventHooking", &T::OnEventHooking, &T::SetOnEventHooking);
+        c.Property("OnPrinterChange", &T::OnPrinterChange, &T::SetOnPrinterChange);
+        c.Property("OnPrinterChanging", &T::OnPrinterChanging, &T::SetOnPrinterChanging);
+        c.Property("OnPrinterSetupShow", &T::OnPrinterSetupShow, &T::SetOnPrinterSetupShow);
+        c.Property("OnPrinterSetupShowing", &T::OnPrinterSetupShowing, &T::SetOnPrinterSetupShowing);
+        c.Property("OnCopiesChange", &T::OnCopiesChange, &T::SetOnCopiesChange);
+        c.Property("OnCanClose", &T::OnCanClose, &T::SetOnCanClose);
+        c.Property("OnShow", &T::OnShow, &T::SetOnShow);
+    });
+    return cls.Class();
+}
+
+// --- Showing
+
+TKxCustomPrintDialog::TKxCustomPrintDialog(TComponent* owner) : TKxBoxDialog(owner) {}
+
+TKxCustomPrintDialog::~TKxCustomPrintDialog() { CloseShown(); }
+
+void TKxCustomPrintDialog::TakeOver() {
+    AttachDialog(Handle());
+    FPrnDev = ShownPrinter(512);
+}
+
+void TKxCustomPrintDialog::DoClose() {
+    if (!UndockForms()) {
+        return;
+    }
+    // Deliberate: the window keeps our procedure to its last message, where one would expect that it is given back.
+    Application().HideHint();
+    FDlgHandle = nullptr;
+    TPrintDialog::DoClose();
+}
+
+std::string TKxCustomPrintDialog::ShownPrinter(int size) const {
+    std::string text(static_cast<size_t>(size), '\0');
+    text.resize(GetDlgItemTextA(Handle(), PrinterCombo, text.data(), size));
+    return text;
+}
+
+// --- Messages of the dialog window
+
+bool TKxCustomPrintDialog::IsPrinterChange(const TMessage& message) {
+    return IsCommand(message, PrinterCombo, CBN_SELCHANGE);
+}
+
+TKxMsgVerdict TKxCustomPrintDialog::BeforeSystem(TMessage& message) {
+    bool allow = true;
+    if (IsCommand(message, IDOK, BN_CLICKED)) {
+        allow = AllowsClosing();
+    } else if (IsPrinterChange(message)) {
+        allow = AllowsPrinter();
+    } else if (IsCommand(message, PropertiesButton, BN_CLICKED)) {
+        allow = AllowsSetup();
+    }
+    return allow ? mvPass : mvStop;
+}
+
+void TKxCustomPrintDialog::AfterSystem(TMessage& message) {
+    if (IsPrinterChange(message)) {
+        FOnChangePrn(this);
+    } else if (IsCommand(message, CopiesEdit, EN_CHANGE)) {
+        FOnChangeCopies(this);
+    } else if (IsCommand(message, PropertiesButton, BN_CLICKED)) {
+        FOnSetupPrn(this);
+    }
+}
+
+void TKxCustomPrintDialog::FireHook(TMessage& message) {
+    // Deliberate: not for a change of the printer, where one would expect it as for every other message.
+    if (!IsPrinterChange(message)) {
+        DoHookEvent(message);
+    }
+}
+
+bool TKxCustomPrintDialog::AllowsPrinter() {
+    const TAlive alive(*this);
+    // An exception is no consent.
+    const bool allow = Guarded(false, [this] {
+        bool proceed = true;
+        FOnChangingPrn(this, proceed);
+        return proceed;
+    });
+    if (!alive) {
+        return false;
+    }
+    if (allow) {
+        FPrnDev = ShownPrinter(256);
+        return true;
+    }
+    // The system goes on with the printer it has: the box shows it again, which no message tells.
+    HWND combo = GetDlgItem(Handle(), PrinterCombo);
+    const LRESULT index =
+        SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(FPrnDev.c_str()));
+    if (index >= 0) { // a printer that was removed meanwhile is not there to be shown
+        SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    }
+    return false;
+}
+
+bool TKxCustomPrintDialog::AllowsSetup() {
+    bool allow = true;
+    FOnSetupShowing(this, allow);
+    return allow;
+}
+
+} // namespace kx

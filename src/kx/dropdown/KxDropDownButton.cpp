@@ -1,0 +1,349 @@
+#include "kx/dropdown/KxDropDownButton.h"
+
+#include "kx/dropdown/KxDropDownButtonGlyph.h"
+#include "kx/ui/controls/ActnList.h"
+#include "kx/ui/forms/Forms.h"
+
+#include <algorithm>
+
+namespace kx {
+
+const TClass& TKxBitBtn::StaticClass() {
+    using T = TKxBitBtn;
+    static const TClassBuilder<T> cls("TKxBitBtn", TButton::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.SubObject("Glyph", &T::Glyph, &T::SetGlyph);
+        c.Property("Margin", &T::Margin, &T::SetMargin).Default = -1;
+        TPropInfo& count = c.Property("NumGlyphs", &T::NumGlyphs, &T::SetNumGlyphs);
+        count.Default = 1;
+        count.MinValue = 1;
+        count.MaxValue = 4;
+        c.Property("Style", &T::Style, &T::SetStyle).Default = bsAutoDetect;
+        c.Property("Spacing", &T::Spacing, &T::SetSpacing).Default = 4;
+        c.Property("CaptionAlignment", &T::CaptionAlignment, &T::SetCaptionAlignment);
+        c.Reference("DropDownMenu", &T::DropDownMenu, &T::SetDropDownMenu);
+    });
+    return cls.Class();
+}
+
+TKxBitBtn::TKxBitBtn(TComponent* owner)
+    : TButton(owner), FCanvas(std::make_unique<TCanvas>()), FGlyph(std::make_unique<TButtonGlyph>()) {
+    FGlyph->SetOnChange([this](TObject*) { Repaint(); });
+    TControlStyle style = ControlStyle();
+    SetControlStyle(style.Include(csReflector));
+    TBitmap arrow;
+    arrow.LoadFromResourceName(HInstance(), "DROPDOWNBUTTON");
+    FGlyph->SetGlyph(&arrow);
+}
+
+TKxBitBtn::~TKxBitBtn() {
+    Destroying();
+    EndLife();
+    ReturnHandlers();
+    FGlyph->SetOnChange({});
+}
+
+// --- Properties
+
+TBitmap& TKxBitBtn::Glyph() { return FGlyph->Glyph(); }
+
+void TKxBitBtn::SetGlyph(const TBitmap& value) {
+    FGlyph->SetGlyph(&value);
+    Repaint();
+}
+
+int TKxBitBtn::NumGlyphs() const { return FGlyph->NumGlyphs(); }
+
+void TKxBitBtn::SetNumGlyphs(int value) {
+    FGlyph->SetNumGlyphs(value);
+    Repaint();
+}
+
+HPALETTE TKxBitBtn::GetPalette() const { return FGlyph->Glyph().Palette(); }
+
+void TKxBitBtn::ActionChange(TObject* sender, bool checkDefaults) {
+    TButton::ActionChange(sender, checkDefaults);
+    const auto* const action = dynamic_cast<TCustomAction*>(sender);
+    const TImageList* const images = action && action->ActionList() ? action->ActionList()->Images() : nullptr;
+    if (!Glyph().Empty() || !images || action->ImageIndex() < 0 || action->ImageIndex() >= images->Count()) {
+        return;
+    }
+    TBitmap& glyph = Glyph();
+    glyph.SetSize(images->Width(), images->Height());
+    glyph.Canvas().Brush().SetColor(clFuchsia);
+    glyph.Canvas().FillRect({0, 0, glyph.Width(), glyph.Height()});
+    glyph.SetTransparentColor(clFuchsia);
+    images->Draw(glyph.Canvas(), 0, 0, action->ImageIndex());
+}
+
+void TKxBitBtn::CreateParams(TCreateParams& params) {
+    TButton::CreateParams(params);
+    params.Style |= BS_OWNERDRAW;
+}
+
+/// The system's style stays: any other would end the painting by ourselves.
+void TKxBitBtn::SetButtonStyle(bool isDefault) {
+    if (isDefault != FIsFocused) {
+        FIsFocused = isDefault;
+        Refresh();
+    }
+}
+
+// --- Menu
+
+void TKxBitBtn::SetMenu(TPopupMenu* value) {
+    ReturnHandlers();
+    if (FMenu) {
+        RemoveFreeNotification(FMenu);
+    }
+    FMenu = value;
+    if (FMenu) {
+        FreeNotification(FMenu);
+        BorrowHandlers();
+    }
+}
+
+void TKxBitBtn::Notification(TComponent* component, TOperation operation) {
+    TButton::Notification(component, operation);
+    if (operation == opRemove && component == FMenu) {
+        FHandlers.clear(); // the items go too
+        FMenu = nullptr;
+    }
+}
+
+void TKxBitBtn::BorrowHandlers() {
+    for (int i = 0; i < FMenu->Items().Count(); ++i) {
+        TMenuItem* const item = FMenu->Items()[i];
+        const TNotifyEvent own = item->OnClick();
+        const TNotifyEvent borrowed = [this, alive = TAlive(*this), own](TObject* sender) {
+            // Another button may have borrowed the item too, and give it back when this one has gone.
+            alive ? DoClickDropDownMenuItem(sender) : own(sender);
+        };
+        item->SetOnClick(borrowed);
+        FHandlers.push_back({item, own, borrowed});
+    }
+}
+
+void TKxBitBtn::ReturnHandlers() {
+    const std::vector<THandler> handlers = std::exchange(FHandlers, {});
+    for (int i = 0; FMenu && !FMenu->IsDestroying() && i < FMenu->Items().Count(); ++i) {
+        TMenuItem* const item = FMenu->Items()[i];
+        const auto found =
+            std::find_if(handlers.begin(), handlers.end(), [item](const auto& h) { return h.Item == item; });
+        // A handler that the application has set meanwhile stays.
+        if (found != handlers.end() && item->OnClick() == found->Borrowed) {
+            item->SetOnClick(found->Own);
+        }
+    }
+}
+
+void TKxBitBtn::ShowDropDownMenu() {
+    if (FMenu) {
+        const TPoint below = ClientToScreen({ClientRect().Left, ClientRect().Top + Height()});
+        FMenu->Popup(below.X, below.Y);
+    }
+}
+
+void TKxBitBtn::DoClickDropDownMenuItem(TObject* sender) {
+    const auto found =
+        std::find_if(FHandlers.begin(), FHandlers.end(), [sender](const auto& h) { return h.Item == sender; });
+    const TNotifyEvent own = found == FHandlers.end() ? TNotifyEvent() : found->Own;
+    ReleaseCapture();
+    const TAlive alive(*this);
+    if (HandleAllocated()) {
+        SendMessageA(WindowHandle(), WM_LBUTTONUP, 0, 0);
+    }
+    if (alive) {
+        Repaint();
+    }
+    own(sender);
+}
+
+// --- Messages
+
+void TKxBitBtn::WndProc(TMessage& message) {
+    switch (message.Msg) {
+    case CN_MEASUREITEM: {
+        auto& item = message.LParamAs<MEASUREITEMSTRUCT>();
+        item.itemWidth = static_cast<UINT>(Width());
+        item.itemHeight = static_cast<UINT>(Height());
+        return;
+    }
+    case CN_DRAWITEM: DrawItem(message.LParamAs<DRAWITEMSTRUCT>()); return;
+    case WM_LBUTTONDOWN: WMLButtonClk(message); return;
+    case WM_LBUTTONDBLCLK: // two presses
+        message.Result = Perform(WM_LBUTTONDOWN, message.WParam, message.LParam);
+        return;
+    case WM_KILLFOCUS: WMKillFocus(message); return;
+    case WM_LBUTTONUP: {
+        if (Outlives(*this, [&] { TButton::WndProc(message); })) {
+            Repaint();
+        }
+        return;
+    }
+    default: TButton::WndProc(message);
+    }
+}
+
+void TKxBitBtn::WMLButtonClk(TMessage& message) {
+    const TAlive alive(*this);
+    const bool onArrow = message.Pos().X > Width() - Glyph().Width() - 2 * FSpacing;
+    if (onArrow && FPressingDropDown) {
+        // Deliberate: the arrow stays pressed when its menu has closed, so that this press opens no menu, where one
+        // would expect it up again. A press on the body and the loss of the focus end that too.
+        ReleaseCapture();
+        FPressingDropDown = false;
+        Repaint();
+        return;
+    }
+    if (onArrow) {
+        FPressingDropDown = true;
+        Repaint();
+        ShowDropDownMenu();
+        if (!alive) {
+            return;
+        }
+    }
+    TButton::WndProc(message);
+    if (!alive) {
+        return;
+    }
+    if (!onArrow) {
+        FPressingDropDown = false;
+    } else if (!FMenu || GetKeyState(VK_LBUTTON) >= 0) {
+        // Without a menu the press changes the looks and nothing else: where the mouse goes up is no click. With one,
+        // the menu saw the mouse go up, and nothing else would end the press.
+        ReleaseCapture();
+    }
+    if (alive) {
+        Repaint();
+    }
+}
+
+void TKxBitBtn::WMKillFocus(TMessage& message) {
+    if (Outlives(*this, [&] { TButton::WndProc(message); })) {
+        FPressingDropDown = false;
+        Repaint();
+    }
+}
+
+void TKxBitBtn::FontChanged() {
+    TButton::FontChanged();
+    Repaint();
+}
+
+/// The system's colours may have changed, with which the pictures of its states were made.
+void TKxBitBtn::ColorChanged() {
+    FGlyph->Invalidate();
+    TButton::ColorChanged();
+}
+
+void TKxBitBtn::EnabledChanged() {
+    TButton::EnabledChanged();
+    Repaint();
+}
+
+void TKxBitBtn::MouseLeave() {
+    if (Outlives(*this, [this] { TButton::MouseLeave(); })) {
+        Repaint();
+    }
+}
+
+void TKxBitBtn::Click() {
+    TCustomForm* const form = FKind == bkClose ? GetParentForm(this) : nullptr;
+    const int helpContext = FKind == bkHelp ? NearestHelpContext() : 0;
+    if (form) {
+        form->Close();
+    } else if (helpContext != 0) {
+        Application().HelpContext(helpContext);
+    } else {
+        TButton::Click();
+    }
+}
+
+// --- Painting
+
+namespace {
+
+TRect Inside(const TRect& rect, int by) { return {rect.Left + by, rect.Top + by, rect.Right - by, rect.Bottom - by}; }
+
+/// Draws on a context of the system for the length of a scope.
+class TDrawOn {
+public:
+    TDrawOn(TCanvas& canvas, HDC dc) : FCanvas(canvas) { FCanvas.SetHandle(dc); }
+    TDrawOn(const TDrawOn&) = delete;
+    TDrawOn& operator=(const TDrawOn&) = delete;
+    ~TDrawOn() { FCanvas.SetHandle(nullptr); }
+
+private:
+    TCanvas& FCanvas;
+};
+
+} // namespace
+
+/// Draws the raised frame, and flat the part that is pressed. `face` is what lies inside the frame.
+///
+/// Departure: of a pressed button the pressed part alone would have to be drawn. The other part would then show what
+/// was painted before, or nothing when the system has erased it; with the frame below it shows the same in both cases.
+void TKxBitBtn::DrawFrame(TRect& face, bool isDown, bool isDisabled) {
+    RECT frame = ToRECT(face);
+    DrawFrameControl(FCanvas->Handle(), &frame, DFC_BUTTON,
+                     DFCS_BUTTONPUSH | DFCS_ADJUSTRECT | (isDisabled ? UINT{DFCS_INACTIVE} : 0u));
+    if (!isDown && !FPressingDropDown) {
+        face = FromRECT(frame);
+        return;
+    }
+    const int arrow = Glyph().Width() + FSpacing;
+    if (isDown) {
+        face.Right -= arrow;
+    } else {
+        face.Left = face.Right - arrow;
+    }
+    FCanvas->Pen().SetColor(clBtnShadow);
+    FCanvas->Pen().SetWidth(1);
+    FCanvas->Brush().SetColor(clBtnFace);
+    FCanvas->Rectangle(face);
+}
+
+void TKxBitBtn::DrawItem(const DRAWITEMSTRUCT& item) {
+    const TDrawOn drawing(*FCanvas, item.hDC);
+    const bool isDown = (item.itemState & ODS_SELECTED) != 0;
+    const bool isDefault = (item.itemState & ODS_FOCUS) != 0;
+    const TButtonState state = !Enabled() ? bsDisabled : isDown ? bsDown : bsUp;
+    TRect face = ClientRect();
+    if (FIsFocused || isDefault) {
+        FCanvas->Pen().SetColor(clWindowFrame);
+        FCanvas->Pen().SetWidth(1);
+        FCanvas->Brush().SetStyle(bsClear);
+        FCanvas->Rectangle(face);
+        face = Inside(face, 1);
+    }
+    DrawFrame(face, isDown, (item.itemState & ODS_DISABLED) != 0);
+    if (FIsFocused || isDown || FPressingDropDown) {
+        // Departure: not for a focused button alone. The menu opens before the button gets the focus, and laid out in
+        // the pressed part the caption would be drawn over the arrow.
+        face = Inside(ClientRect(), 1);
+    }
+    FCanvas->SetFont(Font());
+    if (isDown) {
+        face = {face.Left + 1, face.Top + 1, face.Right + 1, face.Bottom + 1};
+    }
+    TButtonPlan plan;
+    plan.Client = face;
+    plan.Caption = Caption();
+    plan.Margin = FMargin;
+    plan.Spacing = FSpacing;
+    plan.BiDiFlags = DrawTextBiDiModeFlags(0);
+    plan.Pressing = isDown;
+    plan.PressingDropDown = FPressingDropDown;
+    FGlyph->Draw(*FCanvas, plan, state, false);
+    if (FIsFocused && isDefault) {
+        TRect focus = Inside(ClientRect(), 4);
+        focus.Right = Width() - Glyph().Width() - 2 * FSpacing - 1;
+        FCanvas->Pen().SetColor(clWindowFrame);
+        FCanvas->Brush().SetColor(clBtnFace);
+        FCanvas->DrawFocusRect(focus);
+    }
+}
+
+} // namespace kx

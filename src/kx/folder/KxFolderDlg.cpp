@@ -1,0 +1,445 @@
+#include "kx/folder/KxFolderDlg.h"
+
+#include "kx/core/Barrier.h"
+#include "kx/frame/KxRunning.h"
+#include "kx/win/System.h"
+
+#include <cstring>
+#include <shellapi.h>
+
+namespace kx {
+
+static_assert(constFolderOptions[ffBrowseForComputer] == BIF_BROWSEFORCOMPUTER);
+static_assert(constFolderOptions[ffBrowseForPrinter] == BIF_BROWSEFORPRINTER);
+static_assert(constFolderOptions[ffDontGoBelowDomain] == BIF_DONTGOBELOWDOMAIN);
+static_assert(constFolderOptions[ffReturnFSAncestors] == BIF_RETURNFSANCESTORS);
+static_assert(constFolderOptions[ffReturnOnlyFSDirs] == BIF_RETURNONLYFSDIRS);
+static_assert(constFolderOptions[ffStatusText] == BIF_STATUSTEXT);
+static_assert(constFolderOptionsEx[ffNoNewFolderButton] == BIF_NONEWFOLDERBUTTON);
+static_assert(constFolderOptionsEx[ffNewDialogStyle] == BIF_NEWDIALOGSTYLE);
+static_assert(constFolderOptionsEx[ffEditBox] == BIF_EDITBOX);
+static_assert(constFolderOptionsEx[ffIncludeFiles] == BIF_BROWSEINCLUDEFILES);
+static_assert(constFolderOptionsEx[ffIncludeUrls] == BIF_BROWSEINCLUDEURLS);
+static_assert(constFolderOptionsEx[ffValidate] == BIF_VALIDATE);
+static_assert(constFolderOptionsEx[ffShareable] == BIF_SHAREABLE);
+static_assert(BFFM_ENABLEOK == 0x465 && BFFM_SETSTATUSTEXTA == 0x464 && BFFM_SETSELECTIONA == 0x466);
+
+// --- Classes
+
+const TClass& TKxCustomFolderDialog::StaticClass() {
+    static const TClassBuilder<TKxCustomFolderDialog> cls("TKxCustomFolderDialog", TCommonDialog::StaticClass());
+    return cls.Class();
+}
+
+const TClass& TKxFolderDialog::StaticClass() {
+    using T = TKxFolderDialog;
+    static const TClassBuilder<T> cls("TKxFolderDialog", TKxCustomFolderDialog::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.SubObject("CustDlgParams", &T::CustDlgParams, &T::SetCustDlgParams);
+        c.SubObject("DlgItemsCaptions", &T::DlgItemsCaptions, nullptr);
+        c.Property("InitialDir", &T::InitialDir, &T::SetInitialDir);
+        c.Property("SpecialIniFolder", &T::SpecialIniFolder, &T::SetSpecialIniFolder);
+        c.Property("StatusText", &T::StatusText, &T::SetStatusText);
+        c.Property("Options", &T::Options, &T::SetOptions);
+        c.Property("OptionsEx", &T::OptionsEx, &T::SetOptionsEx);
+        c.Property("SelectionType", &T::SelectionType, &T::SetSelectionType).Default = stStandard;
+        c.Reference("ParentForm", &T::ParentForm, &T::SetParentForm);
+        c.Property("Text", &T::Text, &T::SetText);
+        c.Property("Title", &T::Title, &T::SetTitle);
+        c.Property("OnSelectionChange", &T::OnSelectionChange, &T::SetOnSelectionChange);
+        c.Property("OnCanClose", &T::OnCanClose, &T::SetOnCanClose);
+        c.Property("OnEventHook", &T::OnEventHook, &T::SetOnEventHook);
+        c.Property("OnEventHooking", &T::OnEventHooking, &T::SetOnEventHooking);
+    });
+    return cls.Class();
+}
+
+TKxCustomFolderDialog::TKxCustomFolderDialog(TComponent* owner) : TCommonDialog(owner), TKxDlgCore(*this, true) {}
+
+TKxCustomFolderDialog::~TKxCustomFolderDialog() {
+    CloseShown();
+    ReleaseWindow();
+}
+
+// --- Settings
+
+void TKxCustomFolderDialog::SetIniFolder(const std::string& value) {
+    FIniFolder = value;
+    FSpecIniFolder = ftNone;
+}
+
+void TKxCustomFolderDialog::SetSpecIniFolder(TKxSpecShellFolder value) {
+    FSpecIniFolder = value;
+    if (value != ftNone) {
+        FIniFolder.clear();
+    }
+}
+
+void TKxCustomFolderDialog::SetOk(bool value) {
+    FOK = value;
+    FOkGiven = true;
+    TellOk();
+}
+
+void TKxCustomFolderDialog::SetStatus(const std::string& value) {
+    FStatus = value;
+    if (FOptions.Contains(ffStatusText)) {
+        const std::string text = FStatus; // whoever handles the message may set another
+        Tell(BFFM_SETSTATUSTEXTA, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    }
+}
+
+void TKxCustomFolderDialog::SetSelFolder(const std::string& value) {
+    const std::string path = value;
+    FSelFolder = path;
+    if (FInitializing) {
+        FSelectAgain = [this, path] { Tell(BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(path.c_str())); };
+    }
+    Tell(BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(path.c_str()));
+}
+
+void TKxCustomFolderDialog::SetSelPidl(LPCITEMIDLIST value) {
+    // What was held lives on until the end: `value` may be it.
+    const unique_pidl old = std::exchange(FSelPidl, CreatePIDLCopy(value));
+    if (FInitializing) {
+        FSelectAgain = [this, list = std::make_shared<unique_pidl>(ILClone(value))] {
+            Tell(BFFM_SETSELECTIONA, FALSE, reinterpret_cast<LPARAM>(list->get()));
+        };
+    }
+    Tell(BFFM_SETSELECTIONA, FALSE, reinterpret_cast<LPARAM>(value));
+}
+
+void TKxCustomFolderDialog::SetSelType(TKxDlgSelectionType value) {
+    FSelType = value;
+    RefreshSelCtrl();
+}
+
+void TKxCustomFolderDialog::TellOk() const {
+    // Systems differ in which of the two parameters counts.
+    Tell(BFFM_ENABLEOK, FOK ? 1 : 0, FOK ? 1 : 0);
+}
+
+LRESULT TKxCustomFolderDialog::Tell(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return FDlgHandle ? SendMessageA(FDlgHandle, message, wParam, lParam) : 0;
+}
+
+// --- Running
+
+namespace {
+
+/// The calling thread is one in which components of the shell may live, as the new style's do.
+class TApartment {
+public:
+    TApartment() : FResult(OleInitialize(nullptr)) {}
+    TApartment(const TApartment&) = delete;
+    TApartment& operator=(const TApartment&) = delete;
+    ~TApartment() {
+        if (SUCCEEDED(FResult)) {
+            OleUninitialize();
+        }
+    }
+    /// The thread's owner has put it into an apartment of many threads, in which no OLE is to be had.
+    bool IsMultiThreaded() const { return FResult == RPC_E_CHANGED_MODE; }
+
+private:
+    HRESULT FResult;
+};
+
+/// The text as it fits into a buffer of so many bytes, its end included.
+std::string Fitting(const std::string& text, size_t buffer) {
+    size_t end = 0;
+    while (end < text.size()) {
+        const size_t next = NextCharacter(text, end);
+        if (next >= buffer) {
+            break;
+        }
+        end = next;
+    }
+    return text.substr(0, end);
+}
+
+/// `buffer` is what the browser wrote. A name that does not fit into its MAX_PATH bytes is cut off, or missing.
+std::string DisplayNameOf(LPCITEMIDLIST pidl, const char* buffer) {
+    constexpr size_t longestCharacter = 4;
+    const size_t length = std::strlen(buffer);
+    SHFILEINFOA info{};
+    const bool isWhole = length > 0 && length + longestCharacter < MAX_PATH;
+    if (!isWhole &&
+        SHGetFileInfoA(reinterpret_cast<LPCSTR>(pidl), 0, &info, sizeof info, SHGFI_PIDL | SHGFI_DISPLAYNAME) != 0) {
+        return info.szDisplayName;
+    }
+    return buffer;
+}
+
+unique_pidl SpecialFolderPidl(TKxSpecShellFolder folder) {
+    unique_pidl pidl;
+    const HRESULT found = SHGetSpecialFolderLocation(Application().Handle(), constFolders[folder], pidl.put());
+    if (!pidl) {
+        throw EOSError("Can not get folder location (Pidl)", static_cast<uint32_t>(found));
+    }
+    return pidl;
+}
+
+} // namespace
+
+/// One running of a dialog.
+class TKxCustomFolderDialog::TRun {
+public:
+    explicit TRun(TKxCustomFolderDialog& dialog) : FDialog(dialog), FAlive(dialog), FRunning(dialog) {}
+    TRun(const TRun&) = delete;
+    TRun& operator=(const TRun&) = delete;
+    ~TRun() {
+        if (FAlive) {
+            FDialog.EndRun();
+        }
+    }
+
+    bool IsDialogAlive() const { return static_cast<bool>(FAlive); }
+
+private:
+    TKxCustomFolderDialog& FDialog;
+    TAlive FAlive;
+    TKxRunning<TKxCustomFolderDialog> FRunning; ///< Where the browser's callback finds the dialog.
+};
+
+TKxCustomFolderDialog* TKxCustomFolderDialog::Running() { return TKxRunning<TKxCustomFolderDialog>::Dialog(); }
+
+bool TKxCustomFolderDialog::Execute() {
+    HWND owner = nullptr;
+    if (!Outlives(*this, [&] { owner = BrowserOwner(); })) { // it may make the parent form's window
+        return false;
+    }
+    return TaskModalDialog(owner, [this, owner] { return Browse(owner); });
+}
+
+HWND TKxCustomFolderDialog::BrowserOwner() const {
+    HWND owner = nullptr;
+    bool hasShownForm = false;
+    KxWithForms([&] {
+        owner = FParentForm ? FParentForm->Handle() : nullptr;
+        const TCustomForm* const mainForm = Application().MainForm();
+        hasShownForm = mainForm && mainForm->HandleAllocated() && IsWindowVisible(mainForm->WindowHandle());
+    });
+    if (owner) {
+        return owner;
+    }
+    // A window that nobody sees does not keep the browser above the forms: the disabled main form would come in front
+    // of it when the user returns from another program.
+    const bool keepsAbove = IsWindowVisible(Application().Handle()) || !hasShownForm;
+    return keepsAbove ? Application().Handle() : Application().ActiveFormHandle();
+}
+
+bool TKxCustomFolderDialog::Browse(HWND owner) {
+    const TRun run(*this);
+    const TApartment apartment; // makes a window, and hooks hear of that
+    if (!run.IsDialogAlive()) {
+        return false;
+    }
+    const unique_pidl root = RootPidl();
+    const std::string title = Fitting(FTitle, 128);
+    std::array<char, MAX_PATH + 1> displayName{}; // ends in a zero whatever the system writes
+    BROWSEINFOA info{};
+    info.hwndOwner = owner;
+    info.pidlRoot = root.get();
+    info.pszDisplayName = displayName.data();
+    info.lpszTitle = title.c_str();
+    info.ulFlags = BrowseFlags();
+    if (apartment.IsMultiThreaded() && !System().Wine) {
+        info.ulFlags &= ~static_cast<UINT>(BIF_NEWDIALOGSTYLE); // whose tree needs OLE: its folders would not open
+    }
+    info.lpfn = BrowseCallBack;
+    info.lParam = reinterpret_cast<LPARAM>(this);
+    unique_pidl result(SHBrowseForFolderA(&info));
+    if (!run.IsDialogAlive()) {
+        return false;
+    }
+    FPidl = std::move(result);
+    if (!FPidl) {
+        return false;
+    }
+    FFolder = GetPathFromPIDL(FPidl.get());
+    FDispName = DisplayNameOf(FPidl.get(), displayName.data());
+    return true;
+}
+
+UINT TKxCustomFolderDialog::BrowseFlags() const {
+    UINT flags = 0;
+    for (size_t i = 0; i < numOfBrwsFlags; ++i) {
+        flags |= FOptions.Contains(static_cast<TKxBrowseForFolderFlag>(i)) ? constFolderOptions[i] : 0;
+    }
+    for (size_t i = 0; i < numOfBrwsFlagsEx; ++i) {
+        flags |= FExOptions.Contains(static_cast<TKxBrowseForFolderFlagEx>(i)) ? constFolderOptionsEx[i] : 0;
+    }
+    return flags;
+}
+
+unique_pidl TKxCustomFolderDialog::RootPidl() const {
+    if (FSpecIniFolder != ftNone) {
+        return SpecialFolderPidl(FSpecIniFolder);
+    }
+    return FIniFolder.empty() ? SpecialFolderPidl(ftDesktop)
+                              : CreatePIDLFromPath(FIniFolder, "Error parsing folder name to PIDL");
+}
+
+void TKxCustomFolderDialog::EndRun() {
+    FSelFolder.clear();
+    FSelPidl.reset();
+    FInitializing = false;
+    FSelectAgain = nullptr;
+    ReleaseWindow(); // when the application kept the window's destruction from the dialog
+}
+
+// --- Notifications of the browser
+
+namespace {
+
+/// What the dialog posts to the browser in order to do it once the browser is through with what it is telling.
+enum TLater : WPARAM { ltEnableOk, ltSelectAgain };
+
+/// WParam is a TLater, LParam the number of the selection at the time of posting.
+UINT LaterMessage() {
+    static const UINT message = RegisterWindowMessageA("kx.TKxCustomFolderDialog.Later");
+    return message;
+}
+
+} // namespace
+
+int CALLBACK TKxCustomFolderDialog::BrowseCallBack(HWND window, UINT code, LPARAM param, LPARAM data) noexcept {
+    // Deliberate: the dialog is that of the innermost running, where one would expect the one in `data`.
+    if (TKxCustomFolderDialog* const dialog = Running()) {
+        Guarded([&] {
+            if (code == BFFM_INITIALIZED) {
+                dialog->FDlgHandle = window;
+            }
+            dialog->BrowseProc({code, static_cast<WPARAM>(param), data, 0});
+        });
+    } else if (code == BFFM_INITIALIZED) { // freed before there was a window to close
+        PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+    }
+    return 0;
+}
+
+void TKxCustomFolderDialog::BrowseProc(const TMessage& message) {
+    switch (message.Msg) {
+    case BFFM_INITIALIZED: Initialized(); break;
+    case BFFM_SELCHANGED: SelChanged(reinterpret_cast<LPCITEMIDLIST>(message.WParam)); break;
+    default: break;
+    }
+}
+
+void TKxCustomFolderDialog::Initialized() {
+    const TAlive alive(*this);
+    FInitializing = true;
+    AttachHandle(FDlgHandle);
+    AttachDialog(FDlgHandle);
+    // The application hears of all this and may free the dialog.
+    if (!Title().empty()) {
+        SetWindowTextA(FDlgHandle, Fitting(Title(), 255).c_str());
+    }
+    if (alive) {
+        FExOptions.IsEmpty() ? DockForms() : FParams.SetIcon2(FDlgHandle);
+    }
+    if (alive) {
+        DialogShown();
+    }
+    if (alive && !FStatus.empty()) {
+        SetStatus(std::string(FStatus));
+    }
+    if (alive) {
+        FInitializing = false;
+        if (FSelectAgain) {
+            PostMessageA(FDlgHandle, LaterMessage(), ltSelectAgain, FSelection);
+        }
+    }
+}
+
+/// Windows makes a selection that it is told of in BFFM_INITIALIZED, but goes on building the tree afterwards, which
+/// scrolls it out of sight.
+void TKxCustomFolderDialog::SelectAgain() {
+    const std::function<void()> select = std::exchange(FSelectAgain, nullptr);
+    if (!select || !Outlives(*this, select)) {
+        return;
+    }
+    if (HWND tree = FindTree()) {
+        const LRESULT item = SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+        SendMessageA(tree, TVM_ENSUREVISIBLE, 0, item);
+    }
+}
+
+void TKxCustomFolderDialog::SelChanged(LPCITEMIDLIST selection) {
+    ++FSelection;
+    FSelPidl = CreatePIDLCopy(selection);
+    FSelFolder = GetPathFromPIDL(selection);
+    FOkGiven = false;
+    if (!Outlives(*this, [this] { Guarded([this] { DoSelectionChange(); }); })) {
+        return;
+    }
+    if (FOkGiven && FDlgHandle && System().Wine) {
+        // Wine enables the button by its own rules behind this notification: what the event said comes after that.
+        PostMessageA(FDlgHandle, LaterMessage(), ltEnableOk, FSelection);
+    }
+}
+
+// --- Showing
+
+void TKxCustomFolderDialog::DoShow() {
+    using T = TKxCustomFolderDialog;
+    RunSteps<T>(*this, {&T::ShowSelCtrl, &T::SetCaptions, &T::Place, &T::FireInheritedShow, &T::FireShow});
+}
+
+void TKxCustomFolderDialog::ShowSelCtrl() {
+    if (const HWND tree = FindTree()) {
+        MeasureTree(tree);
+        RefreshSelCtrl();
+    }
+}
+
+void TKxCustomFolderDialog::SetCaptions() { FCaptions.SetCaptions(FDlgHandle); }
+
+void TKxCustomFolderDialog::FireInheritedShow() { TCommonDialog::DoShow(); }
+
+void TKxCustomFolderDialog::DoClose() {
+    const TAlive alive(*this);
+    const bool going = !alive; // then the destructor waits for this
+    Guarded([this] { TCommonDialog::DoClose(); });
+    if (going || alive) {
+        ReleaseWindow();
+    }
+}
+
+/// Gives the browser's window back to the system and takes the forms out of it, whose handlers may free the dialog.
+void TKxCustomFolderDialog::ReleaseWindow() {
+    if (FDlgHandle) {
+        DetachDialog();
+        FParams.DisconnectForms();
+    }
+}
+
+TKxMsgVerdict TKxCustomFolderDialog::BeforeSystem(TMessage& message) {
+    if (message.Msg == WM_COMMAND && message.WParamLo() == IDOK) {
+        return DoCanClose() ? mvPass : mvStop;
+    }
+    if (message.Msg == LaterMessage()) {
+        if (message.WParam == ltSelectAgain) {
+            SelectAgain();
+        } else if (message.LParam == FSelection) { // else the event of another selection has had its say
+            TellOk();
+        }
+        return mvStop;
+    }
+    return mvPass; // WM_DESTROY comes to DoClose by way of the framework's dialog
+}
+
+void TKxCustomFolderDialog::AfterSystem(TMessage& message) {
+    if (message.Msg == WM_SIZE) {
+        FollowTree();
+    }
+}
+
+bool TKxCustomFolderDialog::DoCanClose() {
+    bool canClose = true;
+    FOnCanClose(this, canClose);
+    return canClose;
+}
+
+} // namespace kx

@@ -1,0 +1,33 @@
+#include "kx/frame/KxDlgCore.h"
+
+#include "kx/core/Barrier.h"
+
+namespace kx {
+
+TKxDlgCore::TKxDlgCore(TCommonDialog& dialog, bool tracksContextMenus)
+    : FDialog(dialog), FPipeline(*this, tracksContextMenus) {
+    FParams.SetDlg(&dialog);
+}
+
+void TKxDlgCore::AttachDialog(HWND window) {
+    FPipeline.Attach(window);
+    FDlgHandle = window;
+}
+
+void TKxDlgCore::DetachDialog() {
+    FPipeline.Detach();
+    FDlgHandle = nullptr;
+    Application().HideHint();
+}
+
+void TKxDlgCore::DockForms() {
+    Guarded([this] { FParams.ConnectForms(FDialog.DialogWindow()); });
+}
+
+void TKxDlgCore::FireShow() {
+    if (Outlives(FExistence, [this] { Guarded([this] { FMyOnShow(&FDialog); }); })) {
+        FOnInternalShow(&FDialog);
+    }
+}
+
+} // namespace kx

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "kx/core/Alive.h"
+#include "kx/win/Subclass.h"
+
+namespace kx {
+
+/// What becomes of a message of the dialog window.
+enum TKxMsgVerdict : uint8_t {
+    mvPass, ///< Goes to the system, then to OnEventHook.
+    mvSkip, ///< Goes to OnEventHook only.
+    mvStop  ///< Goes nowhere; its result stays as it is.
+};
+
+/// The way of every message of a dialog window that a component has taken over: OnEventHooking, which may veto;
+/// TrackContextMenus, for dialogs that want it; the dialog's own cases; the system; OnEventHook.
+///
+/// An exception on the way to the system goes to the application and stops a command (WM_COMMAND); any other message
+/// still reaches the system, which must see its own painting, sizing and closing. The dialog may detach the pipeline,
+/// or be freed with it, in the middle of a message: nobody gets that one any more, but for WM_DESTROY, at which the
+/// system frees what it has.
+class TKxDlgPipeline {
+public:
+    /// The dialog component, as the pipeline sees it.
+    class IDialog {
+    public:
+        virtual void FireHooking(TMessage& message, bool& allow) = 0; ///< OnEventHooking
+        virtual void FireHook(TMessage& message) = 0;                 ///< OnEventHook
+        /// The dialog's own cases, before the system gets the message.
+        virtual TKxMsgVerdict BeforeSystem(TMessage& message) = 0;
+        /// The dialog's own cases once the system has answered; not for messages that did not go there.
+        virtual void AfterSystem(TMessage& message) = 0;
+
+    protected:
+        ~IDialog() = default;
+    };
+
+    /// `tracksContextMenus`: WM_CONTEXTMENU over a control of ours with a popup menu is vetoed.
+    explicit TKxDlgPipeline(IDialog& dialog, bool tracksContextMenus = false);
+    TKxDlgPipeline(const TKxDlgPipeline&) = delete;
+    TKxDlgPipeline& operator=(const TKxDlgPipeline&) = delete;
+
+    void Attach(HWND window) { FSubclass.Install(window); } ///< @throws EOSError
+    void Detach() { FSubclass.Uninstall(); }                ///< Gives the window its own procedure back.
+    HWND Handle() const { return FSubclass.Handle(); }      ///< Null while detached.
+
+private:
+    void HandleMessage(TMessage& message);
+    TKxMsgVerdict Ask(TMessage& message);
+
+    IDialog& FDialog;
+    bool FTracksContextMenus;
+    TSubclass FSubclass;
+    TLifetime FLife;
+};
+
+} // namespace kx

@@ -1,0 +1,256 @@
+#include "kx/modeless/KxModelessDlg.h"
+
+#include "kx/core/Barrier.h"
+#include "kx/win/System.h"
+
+#include <ole2.h>
+
+namespace kx {
+
+namespace {
+
+/// The shell's dialogs, and what they load, need OLE in their thread. Not so under Wine, whose shell view then
+/// registers for drag and drop: with apartments that come and go the system's server for calls between them now and
+/// then fails to start, and the dialog waits for it for ever. There it gets an apartment in which nothing can be
+/// dropped.
+class TDialogApartment {
+public:
+    TDialogApartment()
+        : FWithOle(!System().Wine),
+          FInitialized(SUCCEEDED(FWithOle ? OleInitialize(nullptr) : CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
+    TDialogApartment(const TDialogApartment&) = delete;
+    TDialogApartment& operator=(const TDialogApartment&) = delete;
+    ~TDialogApartment() {
+        if (FInitialized) {
+            FWithOle ? OleUninitialize() : CoUninitialize();
+        }
+    }
+
+private:
+    bool FWithOle;
+    bool FInitialized;
+};
+
+TComponent* ComponentOf(ICommonDialog* dialog) { return dynamic_cast<TComponent*>(dialog); }
+
+} // namespace
+
+// --- TKxModelessThread
+
+const TClass& TKxModelessThread::StaticClass() {
+    static const TClassBuilder<TKxModelessThread> cls("TKxModelessThread", TThread::StaticClass());
+    return cls.Class();
+}
+
+TKxModelessThread::TKxModelessThread() : TThread(true) {}
+
+ICommonDialog* TKxModelessThread::Dialog() const { return FHold && !FHold->Dialog() ? nullptr : FDialog; }
+
+void TKxModelessThread::ComponentGone(const TComponent* component) {
+    if (FComponent == component) {
+        FDialog = nullptr;
+    }
+}
+
+void TKxModelessThread::SetDialog(ICommonDialog* value) {
+    ReleaseDialog();
+    FDialog = value;
+    FComponent = ComponentOf(value);
+    if (auto* const dialog = dynamic_cast<TCommonDialog*>(value)) {
+        FHold = std::make_unique<TDialogHold>(*dialog, ThreadID());
+    }
+    if (value) {
+        FShowBefore = value->GetCommonDialogInternalShowEvent();
+        value->SetCommonDialogInternalShowEvent({this, &TKxModelessThread::OnInitDialog1, "OnInitDialog1"});
+    }
+}
+
+/// The dialog may be executed in other ways again, and forms that it did not come to dock are windows again.
+void TKxModelessThread::ReleaseDialog() {
+    for (TComponentRef<TForm>& form : FForms) {
+        if (form && form->ParentWindow() == Application().Handle()) {
+            form->Hide();
+        }
+        if (form && form->ParentWindow() == Application().Handle()) {
+            form->SetParentWindow(nullptr);
+        }
+    }
+    FForms.clear();
+    if (ICommonDialog* const dialog = Dialog()) {
+        dialog->SetCommonDialogInternalShowEvent(FShowBefore);
+    }
+    FDialog = nullptr;
+    FShowBefore = {};
+    FHold.reset(); // the last step: a dialog that is being freed goes on with that
+}
+
+void TKxModelessThread::Execute() {
+    const TDialogApartment apartment;
+    ICommonDialog* dialog = nullptr;
+    Synchronize([&] {
+        dialog = Dialog();
+        if (!dialog) {
+            throw EInvalidOperation("There is no dialog to show");
+        }
+        const auto wanted = [this] { return Dialog() && (!FHold || FHold->IsWanted()); };
+        FForms = TKxModelessDialog::CreateDockedForms(*dialog, wanted);
+        if (!wanted()) {
+            throw EAbort("The dialog has been freed");
+        }
+    });
+    FDialogResult = dialog->Execute();
+}
+
+void TKxModelessThread::DoTerminate() {
+    Synchronize([this] { ReleaseDialog(); });
+    TThread::DoTerminate();
+}
+
+void TKxModelessThread::TerminatedSet() {
+    Synchronize([this] {
+        if (FHold) {
+            FHold->Cancel();
+        }
+    });
+}
+
+void TKxModelessThread::OnInitDialog1(TObject*) { Synchronize(EnableTaskWindows); }
+
+/// The framework and the system have disabled windows of the application, as they do for dialogs that block it.
+void TKxModelessThread::EnableTaskWindows() { EnumThreadWindows(GetCurrentThreadId(), DoEnableWindow, 0); }
+
+BOOL CALLBACK TKxModelessThread::DoEnableWindow(HWND window, LPARAM) noexcept {
+    if (!IsWindowEnabled(window)) {
+        EnableWindow(window, TRUE);
+    }
+    return TRUE;
+}
+
+// --- TKxModelessDialog
+
+const TClass& TKxModelessDialog::StaticClass() {
+    using T = TKxModelessDialog;
+    static const TClassBuilder<T> cls("TKxModelessDialog", TComponent::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.Interface("Dialog", &T::Dialog, &T::SetDialog);
+        c.Property("OnDialogClosed", &T::OnDialogClosed, &T::SetOnDialogClosed);
+        c.Property("AutoClosePopups", &T::AutoClosePopups, &T::SetAutoClosePopups).Default = true;
+    });
+    return cls.Class();
+}
+
+TKxModelessDialog::TKxModelessDialog(TComponent* owner) : TComponent(owner) {}
+
+TKxModelessDialog::~TKxModelessDialog() {
+    EndLife();
+    Guarded([this] {
+        TThread::Synchronize([this] {
+            if (!Closed()) {
+                Close();
+            }
+            if (FThread) {
+                FThread->SetOnTerminate({});
+                FThread->SetModelessDialog(nullptr);
+            }
+        });
+    });
+}
+
+void TKxModelessDialog::SetDialog(ICommonDialog* value) {
+    if (value == FDialog) {
+        return;
+    }
+    if (FComponent) {
+        RemoveFreeNotification(FComponent);
+    }
+    FDialog = value;
+    FComponent = ComponentOf(value);
+    if (FComponent) {
+        FreeNotification(FComponent);
+    }
+}
+
+void TKxModelessDialog::Notification(TComponent* component, TOperation operation) {
+    if (operation == opRemove) {
+        // A handler of the dialog, in its thread, may have freed it.
+        Guarded([&] {
+            TThread::Synchronize([&] {
+                if (component == FComponent) {
+                    FDialog = nullptr;
+                    FComponent = nullptr;
+                }
+                if (FThread) {
+                    FThread->ComponentGone(component);
+                }
+            });
+        });
+    }
+    TComponent::Notification(component, operation);
+}
+
+bool TKxModelessDialog::GetClosed() const { return !FThread || FThread->Terminated(); }
+
+void TKxModelessDialog::Show() {
+    if (!Closed()) {
+        if (const ICommonDialog* const dialog = FThread->Dialog()) {
+            BringWindowToTop(dialog->GetCommonDialogHandle());
+            if (System().Wine) { // which does not raise a window of another thread in every case that Windows does
+                SetForegroundWindow(dialog->GetCommonDialogHandle());
+            }
+        }
+        return;
+    }
+    FThread = new TKxModelessThread;
+    FThread->SetModelessDialog(this);
+    FThread->SetDialog(FDialog);
+    FThread->SetOnTerminate({this, &TKxModelessDialog::DoDialogClosed, "DoDialogClosed"});
+    FThread->SetFreeOnTerminate(true);
+    FThread->Resume();
+}
+
+// Deliberate: without effect, where one would expect that it closes the dialog.
+void TKxModelessDialog::Close() {}
+
+void TKxModelessDialog::DoDialogClosed(TObject* sender) {
+    FResult = static_cast<TKxModelessThread*>(sender)->DialogResult();
+    if (Outlives(*this, [this] { Guarded([this] { FOnClosed(this, FResult); }); }) && FThread == sender) {
+        FThread = nullptr;
+    }
+}
+
+TComponentRefs TKxModelessDialog::CreateDockedForms(ICommonDialog& dialog, const std::function<bool()>& wanted) {
+    TComponentRefs forms;
+    using P = TKxCustDlgParams;
+    struct TPlace {
+        TForm* (P::*Form)() const;
+        const std::string& (P::*Name)() const;
+        void (P::*SetForm)(TForm* form);
+    };
+    static constexpr TPlace places[] = {
+        {&P::CustomForm, &P::CustFormName, &P::SetCustForm},  {&P::BottomForm, &P::BottomFormName, &P::SetBottomForm},
+        {&P::TopForm, &P::TopFormName, &P::SetTopForm},       {&P::LeftForm, &P::LeftFormName, &P::SetLeftForm},
+        {&P::RightForm, &P::RightFormName, &P::SetRightForm},
+    };
+    for (const TPlace& place : places) {
+        if (!wanted()) {
+            break;
+        }
+        P& params = dialog.GetCustDlgParams();
+        TForm* found = (params.*place.Form)();
+        P::CreateFormAs(found, (params.*place.Name)());
+        TComponentRef<TForm>& form = forms.emplace_back();
+        form.Set(found);
+        if (form) {
+            form->SetParentWindow(Application().Handle());
+        }
+        if (form) {
+            form->HandleNeeded(); // here: a window belongs to the thread that makes it
+        }
+        if (form && wanted()) {
+            (params.*place.SetForm)(form.Get());
+        }
+    }
+    return forms;
+}
+
+} // namespace kx

@@ -1,0 +1,232 @@
+#include "kx/opensave/KxFileDlgCore.h"
+
+#include "kx/core/Barrier.h"
+#include "kx/frame/KxWhileAlive.h"
+
+namespace kx {
+
+TKxFileDlgCore::TKxFileDlgCore(TOpenDialog& dialog) : TKxDlgCore(dialog), FDialog(dialog) {}
+
+void TKxFileDlgCore::SetTitle(const std::string& value) {
+    TKxDlgCore::SetTitle(value);
+    Window().SetTitle(value);
+}
+
+// --- Selection
+
+void TKxFileDlgCore::SetSelFiles(const std::string& value) {
+    if (FDlgHandle) {
+        KxCommonGetNamesList(value, FSelFiles);
+        Window().SetFNameText(value);
+    }
+}
+
+const TStringList& TKxFileDlgCore::GetSelFilesList() {
+    static const TStringList none;
+    std::string files;
+    if (!Outlives(Existence(), [&] { files = GetSelFiles(); })) {
+        return none;
+    }
+    KxCommonGetNamesList(files, FSelFiles);
+    return FSelFiles;
+}
+
+void TKxFileDlgCore::SetSelFilesList(const TStrings& value) {
+    if (FDlgHandle) {
+        if (&value != &FSelFiles) {
+            FSelFiles.Assign(&value);
+        }
+        Window().SetFNameText(KxNamesListText(FSelFiles));
+    }
+}
+
+LPCITEMIDLIST TKxFileDlgCore::GetSelPathPidl() {
+    unique_pidl folder;
+    if (!Outlives(Existence(), [&] { folder = Window().GetSelPathPidl(); })) {
+        return nullptr;
+    }
+    FSelPathIDList = std::move(folder);
+    return FSelPathIDList.get();
+}
+
+void TKxFileDlgCore::SetVisibleCtrls(TKxOpenDlgControls value) {
+    FCtrls = value;
+    Window().ShowControls(FCtrls);
+}
+
+// --- Showing
+
+void TKxFileDlgCore::AttachDialog() {
+    FClosingWindow = false;
+    FFirstTimeFlag = false;
+    FPlaced = false;
+    FPlacedAt.reset();
+    TKxDlgCore::AttachDialog(FDialog.DialogWindow());
+    FParams.SetClientRect(KxClientRect(FDlgHandle));
+    if (!Title().empty()) {
+        Window().SetTitle(Title());
+    }
+}
+
+void TKxFileDlgCore::MeasureList() { FParams.SetCustRect(Window().SelectionRect()); }
+
+void TKxFileDlgCore::ShowVisibleCtrls() {
+    if (Outlives(Existence(), [this] { SetVisibleCtrls(FCtrls); })) {
+        FCaptions.SetCaptions(FDlgHandle);
+    }
+}
+
+void TKxFileDlgCore::FireShow() {
+    FFirstTimeFlag = true;
+    TKxDlgCore::FireShow();
+}
+
+/// The system gives a sizeable dialog, when it is complete, the size of the last one. It would lay it out for that and
+/// once more for the first size.
+void TKxFileDlgCore::ComeInFirstSize(WINDOWPOS& change) {
+    if (FFirstTimeFlag && (change.flags & SWP_NOSIZE) == 0 && !IsWindowVisible(FDlgHandle) && !IsZoomed(FDlgHandle)) {
+        const TPoint size = FirstSize();
+        change.cx = size.X;
+        change.cy = size.Y;
+    }
+}
+
+namespace {
+
+WINDOWPLACEMENT PlacementOf(HWND window) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    GetWindowPlacement(window, &placement);
+    return placement;
+}
+
+/// In the middle of a painting, what lay outside the window's former place on the screen would stay unpainted, and the
+/// system may be about to paint with the clipping of that place.
+void RepaintWhole(HWND dialog) {
+    RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+} // namespace
+
+/// A maximised dialog, which the system may have shown as it was last time, has it when it is restored.
+void TKxFileDlgCore::SetOuterSize(int32_t width, int32_t height) {
+    if (!IsZoomed(FDlgHandle)) {
+        ResizeWindow(FDlgHandle, width, height);
+        return;
+    }
+    WINDOWPLACEMENT placement = PlacementOf(FDlgHandle);
+    RECT& normal = placement.rcNormalPosition;
+    normal.right = CheckedAdd(normal.left, width);
+    normal.bottom = CheckedAdd(normal.top, height);
+    placement.showCmd = IsWindowVisible(FDlgHandle) ? SW_SHOWMAXIMIZED : SW_HIDE;
+    SetWindowPlacement(FDlgHandle, &placement);
+}
+
+void TKxFileDlgCore::PlaceAgain() {
+    const std::optional<TPoint> placed = std::exchange(FPlacedAt, std::nullopt);
+    const TRect now = KxWindowRect(FDlgHandle);
+    if (placed && *placed != TPoint{now.Left, now.Top} && !IsZoomed(FDlgHandle)) {
+        HWND dialog = FDlgHandle; // the application hears of the move
+        Place();
+        RepaintWhole(dialog);
+    }
+}
+
+void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
+    if (!std::exchange(FFirstTimeFlag, false)) { // now, since what follows may paint the frame
+        PlaceAgain();
+        return;
+    }
+    HWND window = FDlgHandle;
+    const TPoint size = FirstSize();
+    KxWhileAlive(
+        Existence(), [&] { SetOuterSize(size.X, size.Y); },
+        [&] {
+            if (arrange) {
+                Guarded(arrange);
+            }
+        },
+        [&] {
+            FPlaced = true;
+            Window().ClipUnderForms();
+            if (!IsZoomed(window)) {
+                Place();
+            }
+        },
+        [&] {
+            if (!IsWindowVisible(window)) {
+                const TRect placed = KxWindowRect(window);
+                FPlacedAt = {placed.Left, placed.Top};
+            }
+            RepaintWhole(window);
+        });
+}
+
+void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
+    FClosingWindow = true;
+    HWND window = FDlgHandle;
+    const TRect outer = IsZoomed(window) ? FromRECT(PlacementOf(window).rcNormalPosition) : KxWindowRect(window);
+    if (!Outlives(Existence(), [this] { FParams.DisconnectForms(); })) {
+        return;
+    }
+    CX = CheckedSub(CheckedSub(Width(outer), FParams.IncX()), extraWidth);
+    CY = CheckedSub(Height(outer), FParams.IncY());
+    SetOuterSize(CX, CY);
+}
+
+// --- Messages
+
+TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message) {
+    bool allow = true;
+    switch (message.Msg) {
+    case WM_WINDOWPOSCHANGING: ComeInFirstSize(message.LParamAs<WINDOWPOS>()); return mvPass;
+    case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
+    case WM_CONTEXTMENU: TKxCustDlgParams::TrackContextMenus(allow, message); return allow ? mvPass : mvSkip;
+    case WM_COMMAND: return AllowsCommand(Window().CommandOf(message)) ? mvPass : mvStop;
+    default: return mvPass;
+    }
+}
+
+/// Asks the application before the user navigates, makes a folder or takes what is selected.
+bool TKxFileDlgCore::AllowsCommand(TKxFileDlgCommand command) {
+    bool allow = true;
+    switch (command) {
+    case TKxFileDlgCommand::Ok:
+        if (IsFilenameEntered()) {
+            DoFilenameEntering(allow);
+        }
+        break;
+    case TKxFileDlgCommand::NewFolder: DoFolderCreating(allow); break;
+    case TKxFileDlgCommand::Desktop: DoDesktopNavigating(allow); break;
+    case TKxFileDlgCommand::UpLevel: DoUpLevelNavigating(allow); break;
+    case TKxFileDlgCommand::LastFolder: DoLastFolderNavigating(allow); break;
+    case TKxFileDlgCommand::FileNameChanged:
+    case TKxFileDlgCommand::Other: break;
+    }
+    return allow;
+}
+
+void TKxFileDlgCore::AfterSystem(TMessage& message) {
+    if (message.Msg == WM_COMMAND && message.LParam && message.LParamWindow() == Window().GetEdit() &&
+        !Outlives(Existence(), [this] { FCaptions.KeepOk(FDlgHandle); })) {
+        return;
+    }
+    switch (message.Msg == WM_COMMAND ? Window().CommandOf(message) : TKxFileDlgCommand::Other) {
+    case TKxFileDlgCommand::Desktop: DoDesktopNavigate(); break;
+    case TKxFileDlgCommand::UpLevel: DoUpLevelNavigate(); break;
+    case TKxFileDlgCommand::LastFolder: DoLastFolderNavigate(); break;
+    case TKxFileDlgCommand::FileNameChanged: DoFilenameChange(); break;
+    case TKxFileDlgCommand::Ok:
+    case TKxFileDlgCommand::NewFolder:
+    case TKxFileDlgCommand::Other: break;
+    }
+}
+
+/// The system names its OK button anew by what is selected and shown.
+void TKxFileDlgCore::AfterNotification(UINT code) {
+    if (code == CDN_SELCHANGE || code == CDN_FOLDERCHANGE || code == CDN_TYPECHANGE) {
+        FCaptions.KeepOk(FDlgHandle);
+    }
+}
+
+} // namespace kx

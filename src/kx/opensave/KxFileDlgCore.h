@@ -1,0 +1,160 @@
+#pragma once
+
+#include "kx/frame/KxDlgCore.h"
+#include "kx/opensave/KxFileDlgWindow.h"
+#include "kx/opensave/KxOpenSaveComm.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace kx {
+
+/// What the library's file dialogs share, whatever else they do: their parts, their events, and the operations on the
+/// running dialog. A dialog component inherits it beside TOpenDialog and hands it itself.
+///
+/// Operations on the running dialog do nothing and read as empty while the dialog is not shown.
+class TKxFileDlgCore : public TKxDlgCore {
+public:
+    // --- Settings
+
+    void SetTitle(const std::string& value); ///< Also that of the running dialog.
+    TKxOpenDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+    TKxOpenDlgControls VisibleControls() const { return FCtrls; }
+    void SetVisibleControls(TKxOpenDlgControls value) { SetVisibleCtrls(value); }
+
+    // --- The running dialog
+
+    HWND DlgHandle() const { return FDlgHandle; }          ///< The dialog window.
+    HWND EditHandle() const { return Window().GetEdit(); } ///< The file name control.
+
+    /// The selected names as the file name control shows them: several each in double quotes.
+    std::string SelectedFiles() const { return GetSelFiles(); }
+    void SetSelectedFiles(const std::string& value) { SetSelFiles(value); }
+    /// The same as a list, which the dialog owns.
+    const TStringList& SelectedFilesList() { return GetSelFilesList(); }
+    void SetSelectedFilesList(const TStrings& value) { SetSelFilesList(value); }
+    /// Path of the shown folder. Setting one that is no existing folder does nothing.
+    std::string SelectedFolder() const { return Window().GetSelPath(); }
+    void SetSelectedFolder(const std::string& value) { Window().SetSelPath(value); }
+    /// Identifier list of the shown folder. The dialog owns it; it is valid until the next call.
+    LPCITEMIDLIST SelectedFolderPidl() { return GetSelPathPidl(); }
+    /// Text of the file name control.
+    std::string FilenameText() const { return Window().GetFNameText(); }
+    void SetFilenameText(const std::string& value) { Window().SetFNameText(value); }
+    /// Has the system read the shown folder again.
+    void RefreshFileList() const { Window().RefreshFileList(); }
+
+    virtual std::string GetSelFiles() const { return Window().GetSelFiles(); }
+    void SetSelFiles(const std::string& value);
+    const TStringList& GetSelFilesList();
+    void SetSelFilesList(const TStrings& value);
+    LPCITEMIDLIST GetSelPathPidl();
+    /// Keeps the set and, in the running dialog, shows and hides the controls by it.
+    virtual void SetVisibleCtrls(TKxOpenDlgControls value);
+
+    // --- Events. Those named ...ing come before the system acts and may keep it from acting.
+
+    const TNotifyEvent& OnDesktopNavigate() const { return FOnDesktop; }
+    void SetOnDesktopNavigate(TNotifyEvent value) { FOnDesktop = std::move(value); }
+    const TKxCtrlQueryEvent& OnDesktopNavigating() const { return FGoingDesktop; }
+    void SetOnDesktopNavigating(TKxCtrlQueryEvent value) { FGoingDesktop = std::move(value); }
+    const TNotifyEvent& OnUpLevelNavigate() const { return FGoParent; }
+    void SetOnUpLevelNavigate(TNotifyEvent value) { FGoParent = std::move(value); }
+    const TKxCtrlQueryEvent& OnUpLevelNavigating() const { return FGoingParent; }
+    void SetOnUpLevelNavigating(TKxCtrlQueryEvent value) { FGoingParent = std::move(value); }
+    /// Back to the folder shown before.
+    const TNotifyEvent& OnLastFolderNavigate() const { return FGoLastFolder; }
+    void SetOnLastFolderNavigate(TNotifyEvent value) { FGoLastFolder = std::move(value); }
+    const TKxCtrlQueryEvent& OnLastFolderNavigating() const { return FGoingLastFolder; }
+    void SetOnLastFolderNavigating(TKxCtrlQueryEvent value) { FGoingLastFolder = std::move(value); }
+    const TKxCtrlQueryEvent& OnFolderCreating() const { return FCreatingFolder; }
+    void SetOnFolderCreating(TKxCtrlQueryEvent value) { FCreatingFolder = std::move(value); }
+    const TNotifyEvent& OnFilenameChange() const { return FChangeFName; } ///< The file name control's text changed.
+    void SetOnFilenameChange(TNotifyEvent value) { FChangeFName = std::move(value); }
+    const TKxCtrlQueryEvent& OnFilenameEntering() const { return FEnteringFName; } ///< OK was pressed.
+    void SetOnFilenameEntering(TKxCtrlQueryEvent value) { FEnteringFName = std::move(value); }
+
+protected:
+    /// `dialog` is the component that this is a part of.
+    explicit TKxFileDlgCore(TOpenDialog& dialog);
+    ~TKxFileDlgCore() = default;
+
+    // Fire their events
+    virtual void DoFolderCreating(bool& allow) { FCreatingFolder(&FDialog, allow); }
+    virtual void DoDesktopNavigating(bool& allow) { FGoingDesktop(&FDialog, allow); }
+    virtual void DoDesktopNavigate() { FOnDesktop(&FDialog); }
+    virtual void DoUpLevelNavigating(bool& allow) { FGoingParent(&FDialog, allow); }
+    virtual void DoUpLevelNavigate() { FGoParent(&FDialog); }
+    virtual void DoLastFolderNavigating(bool& allow) { FGoingLastFolder(&FDialog, allow); }
+    virtual void DoLastFolderNavigate() { FGoLastFolder(&FDialog); }
+    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
+    virtual void DoFilenameEntering(bool& allow) { FEnteringFName(&FDialog, allow); }
+    virtual void DoFilenameChange() { FChangeFName(&FDialog); }
+
+    TKxFileDlgWindow Window() const { return TKxFileDlgWindow(FDlgHandle); }
+    bool IsSizeable() const { return FDialog.Options().Contains(ofEnableSizing); }
+
+    // --- Pieces of a showing
+
+    /// Takes over the dialog window.
+    void AttachDialog();
+    /// Notes where the file list is when the forms are docked.
+    void MeasureList();
+    /// The dialog's controls as they are wanted, with their captions.
+    void ShowVisibleCtrls();
+    /// The dialog is complete: fires OnShow and the internal notification, whose handlers may free it.
+    void FireShow();
+    /// Outer size, in pixels, in which the dialog comes up. @throws EIntOverflow
+    virtual TPoint FirstSize() { return {CheckedAdd(FParams.IncX(), CX), CheckedAdd(FParams.IncY(), CY)}; }
+    /// Gives the dialog window, once in a showing, its first size and its place. `arrange`, if any, then puts into
+    /// place what depends on the size. To be called when the window is about to become visible, so that nothing of its
+    /// former size is seen or painted, and in its first non-client painting, in case it has become visible without a
+    /// word. A maximised dialog stays so and gets that size when it is restored. One that was put elsewhere in between,
+    /// as systems do that remember where their dialogs were, is placed once more by the first painting.
+    void PlaceFirst(const std::function<void()>& arrange = {});
+    /// The dialog window is being destroyed, or left: undocks the forms, takes their room and `extraWidth` from it, and
+    /// remembers its size, as the system does.
+    void ShrinkBack(int32_t extraWidth = 0);
+
+    // --- Messages of the dialog window
+
+    /// The dialog's own cases before the system gets the message; this class knows the commands and context menus.
+    TKxMsgVerdict BeforeSystem(TMessage& message) override;
+    void AfterSystem(TMessage& message) override;
+    /// The component's `Handle` has got this notification.
+    void AfterNotification(UINT code);
+    /// An OK command is one that OnFilenameEntering is asked about.
+    virtual bool IsFilenameEntered() const { return true; }
+
+    int32_t CX = 0; ///< Remembered outer size of the dialog in pixels, without docked forms; 0: not measured yet.
+    int32_t CY = 0;
+    TKxOpenDlgCaptions FCaptions;
+    bool FClosingWindow = false; ///< The dialog window is being destroyed.
+    TKxOpenDlgControls FCtrls = KxAllOpenDlgControls;
+    bool FFirstTimeFlag = false; ///< The dialog is complete, but not placed yet.
+    bool FPlaced = false;        ///< The dialog has its first size and place.
+
+private:
+    void ComeInFirstSize(WINDOWPOS& change);
+    void SetOuterSize(int32_t width, int32_t height);
+    void PlaceAgain();
+    bool AllowsCommand(TKxFileDlgCommand command);
+    void FireHooking(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
+
+    TOpenDialog& FDialog;
+    std::optional<TPoint> FPlacedAt; ///< Where the dialog was placed that is not painted yet.
+    TStringList FSelFiles;
+    unique_pidl FSelPathIDList;
+    TKxCtrlQueryEvent FCreatingFolder;
+    TKxCtrlQueryEvent FGoingParent;
+    TKxCtrlQueryEvent FGoingDesktop;
+    TKxCtrlQueryEvent FEnteringFName;
+    TKxCtrlQueryEvent FGoingLastFolder;
+    TNotifyEvent FOnDesktop;
+    TNotifyEvent FGoParent;
+    TNotifyEvent FGoLastFolder;
+    TNotifyEvent FChangeFName;
+};
+
+} // namespace kx

@@ -1,0 +1,133 @@
+#include "kx/opensave/KxShellList.h"
+
+#include "kx/opensave/KxFileDlgControls.h"
+#include "kx/win/FileStreams.h"
+
+#include <shlwapi.h>
+
+namespace kx {
+
+namespace {
+
+unique_com<IShellView> ViewOf(HWND listView) {
+    HWND view = GetParent(listView);
+    unique_com<IShellView> shellView;
+    if (!KxIsShellView(view)) {
+        return shellView;
+    }
+    if (IShellBrowser* const browser = KxShellBrowserOf(GetParent(view))) {
+        browser->QueryActiveShellView(shellView.put());
+    }
+    return shellView;
+}
+
+/// File name of an entry, its last identifier alone given; empty when it has no path.
+std::string FileNameOf(LPCITEMIDLIST child) {
+    wchar_t path[MAX_PATH] = L"";
+    // The identifier list is relative to its folder. Taken as a full one, as here, it yields a path in some other
+    // folder; its last part is the entry's name all the same.
+    if (!child || !SHGetPathFromIDListW(child, path)) {
+        return {};
+    }
+    return ExtractFileName(FromWide(path));
+}
+
+} // namespace
+
+TKxShellList::TKxShellList(HWND listView)
+    : FListView(listView), FVirtual((GetWindowLongPtrA(listView, GWL_STYLE) & LVS_OWNERDATA) != 0) {
+    const unique_com<IShellView> view = ViewOf(listView);
+    if (!view) {
+        return;
+    }
+    view.get()->QueryInterface(IID_IFolderView, reinterpret_cast<void**>(FView.put()));
+    view.get()->QueryInterface(KxShellFolderViewId, reinterpret_cast<void**>(FRemover.put()));
+    if (FView) {
+        FView.get()->GetFolder(IID_IShellFolder, reinterpret_cast<void**>(FFolder.put()));
+    }
+}
+
+int TKxShellList::Count() const { return static_cast<int>(SendMessageA(FListView, LVM_GETITEMCOUNT, 0, 0)); }
+
+bool TKxShellList::IsEdited() const { return SendMessageA(FListView, LVM_GETEDITCONTROL, 0, 0) != 0; }
+
+LPARAM TKxShellList::ItemParam(int index) const {
+    LVITEMA item{};
+    item.mask = LVIF_PARAM;
+    item.iItem = index;
+    return SendMessageA(FListView, LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) ? item.lParam : 0;
+}
+
+TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) const {
+    TEntry entry;
+    entry.Index = index;
+    if (!FVirtual) {
+        entry.Param = ItemParam(index);
+    } else if (FView) {
+        FView.get()->Item(index, entry.Child.put());
+    }
+    const auto* const child = FVirtual ? entry.Child.get() : reinterpret_cast<LPCITEMIDLIST>(entry.Param);
+    if (AskShell(entry, child) || FVirtual) {
+        return entry;
+    }
+    // An entry without a path has the name "folder\" and so counts as a folder.
+    entry.Path = ExcludeTrailingPathDelimiter(folder) + '\\' + FileNameOf(child);
+    entry.Kind = DirectoryExists(entry.Path) ? TEntry::TKind::Folder : TEntry::TKind::File;
+    return entry;
+}
+
+/// Finds out what the entry is from the shell, which knows it without a look at a disk that may be far away.
+bool TKxShellList::AskShell(TEntry& entry, LPCITEMIDLIST child) const {
+    SFGAOF traits = SFGAO_FOLDER | SFGAO_STREAM | SFGAO_FILESYSTEM;
+    if (!FFolder || !child || FAILED(FFolder.get()->GetAttributesOf(1, &child, &traits))) {
+        return false;
+    }
+    // Archives that can be opened like folders are streams as well: to the user, and on the disk, they are files. What
+    // lies outside the file system has no path, and counts as a folder.
+    if (!(traits & SFGAO_FILESYSTEM) || (traits & (SFGAO_FOLDER | SFGAO_STREAM)) == SFGAO_FOLDER) {
+        entry.Kind = TEntry::TKind::Folder;
+        return true;
+    }
+    // The name for parsing has the extension, which the user may have had hidden in the one for display.
+    STRRET name{};
+    wchar_t* text = nullptr;
+    if (FAILED(FFolder.get()->GetDisplayNameOf(child, SHGDN_FORPARSING, &name)) ||
+        FAILED(StrRetToStrW(&name, child, &text))) {
+        return false;
+    }
+    entry.Path = FromWide(text);
+    CoTaskMemFree(text);
+    entry.Kind = TEntry::TKind::File;
+    return true;
+}
+
+bool TKxShellList::RemoveEntry(const TEntry& entry) const {
+    if (FVirtual) {
+        UINT index = 0;
+        if (FRemover && entry.Child) {
+            FRemover.get()->RemoveObject(entry.Child.get(), &index);
+        }
+        return true; // a shell that does not do it will not do it the next time either
+    }
+    return ItemParam(entry.Index) == entry.Param &&
+           SendMessageA(FListView, LVM_DELETEITEM, static_cast<WPARAM>(entry.Index), 0);
+}
+
+bool TKxShellList::Remove(const std::vector<TEntry>& entries) const {
+    if (entries.empty()) {
+        return true;
+    }
+    if (IsEdited()) {
+        return false;
+    }
+    SendMessageA(FListView, WM_SETREDRAW, FALSE, 0);
+    bool all = true;
+    for (size_t i = entries.size(); all && i-- > 0;) { // the last one first: each deletion moves all items behind it
+        all = RemoveEntry(entries[i]);
+    }
+    SendMessageA(FListView, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(FListView, nullptr, TRUE);
+    return all;
+}
+
+} // namespace kx

@@ -1,0 +1,303 @@
+#include "kx/places/KxAddPlaceForm.h"
+
+#include "kx/places/KxPlaceIcons.h"
+#include "kx/places/KxPlacesStrings.h"
+#include "kx/ui/dialogs/Dialogs.h"
+
+#include <array>
+#include <shellapi.h>
+
+namespace kx {
+
+namespace {
+
+/// The special folders in the order in which they are offered.
+constexpr std::array<TKxSpecShellFolder, 4> offeredFolders = {ftDesktop, ftDrives, ftPersonal, ftFavorites};
+
+enum TTargetType { ttPath, ttSpecFolder, ttRegistry };
+
+/// Icons kept while they are shown. A library may have more than the system has handles for.
+constexpr size_t maxKeptIcons = 1000;
+
+} // namespace
+
+const TClass& TKxAddPlaceFrm::StaticClass() {
+    static const TClassBuilder<TKxAddPlaceFrm> cls("TKxAddPlaceFrm", TForm::StaticClass(), [](auto& c) {
+        using T = TKxAddPlaceFrm;
+        c.Field("Button1", &T::Button1);
+        c.Field("Button2", &T::Button2);
+        c.Field("Label1", &T::Label1);
+        c.Field("Label2", &T::Label2);
+        c.Field("eShort", &T::eShort);
+        c.Field("Label3", &T::Label3);
+        c.Field("eHint", &T::eHint);
+        c.Field("Label6", &T::Label6);
+        c.Field("eIconLib", &T::eIconLib);
+        c.Field("Label4", &T::Label4);
+        c.Field("dg1", &T::dg1);
+        c.Field("Label5", &T::Label5);
+        c.Field("dg2", &T::dg2);
+        c.Field("Panel1", &T::Panel1);
+        c.Field("Bevel1", &T::Bevel1);
+        c.Field("Label7", &T::Label7);
+        c.Field("btnShowIcons", &T::btnShowIcons);
+        c.Field("Image1", &T::Image1);
+        c.Field("btnBrowseLib", &T::btnBrowseLib);
+        c.Field("ePath", &T::ePath);
+        c.Field("chkAutoCap", &T::chkAutoCap);
+        c.Field("Label8", &T::Label8);
+        c.Field("cbTargetType", &T::cbTargetType);
+        c.Method("FormCreate", &T::FormCreate);
+        c.Method("FormShow", &T::FormShow);
+        c.Method("btnShowIconsClick", &T::btnShowIconsClick);
+        c.Method("btnBrowseLibClick", &T::btnBrowseLibClick);
+        c.Method("dg1DrawCell", &T::dg1DrawCell);
+        c.Method("dg2DrawCell", &T::dg2DrawCell);
+        c.Method("IconGridMouseDown", &T::IconGridMouseDown);
+        c.Method("IconGridSelectCell", &T::IconGridSelectCell);
+        c.Method("chkClick", &T::chkClick);
+        c.Method("chkAutoCapClick", &T::chkAutoCapClick);
+        c.Method("Button1Click", &T::Button1Click);
+        c.Method("Button2Click", &T::Button2Click);
+    });
+    return cls.Class();
+}
+
+TKxAddPlaceFrm::TKxAddPlaceFrm(TComponent* owner) : TForm(owner) {
+    InitForm(*this, StaticClass());
+    FNormal.Grid = dg1;
+    FHot.Grid = dg2;
+}
+
+TKxAddPlaceFrm::~TKxAddPlaceFrm() { SetPlaces(nullptr); }
+
+void TKxAddPlaceFrm::FormCreate(TObject*) { SetPlace(nullptr); }
+
+void TKxAddPlaceFrm::FormShow(TObject*) { SetCaption(FPlace ? "Places Bar item" : "New Places Bar item"); }
+
+// --- The place
+
+void TKxAddPlaceFrm::SetPlaces(TKxPlaces* value) {
+    if (FPlaces) {
+        FPlaces->Unwatch(*this);
+    }
+    FPlaces = value;
+    if (FPlaces) {
+        FPlaces->Watch(*this);
+    }
+}
+
+void TKxAddPlaceFrm::SetPlace(TKxPlace* value) {
+    FPlace = value;
+    FPlaceAlive.reset();
+    if (value) {
+        FPlaceAlive.emplace(*value);
+    }
+}
+
+void TKxAddPlaceFrm::PlacesChanged() {
+    if (FPlaceAlive && !*FPlaceAlive) {
+        SetPlaces(nullptr);
+        PlacesGone();
+    }
+}
+
+void TKxAddPlaceFrm::PlacesGone() {
+    FPlaces = nullptr;
+    SetPlace(nullptr);
+    SetModalResult(mrCancel);
+}
+
+void TKxAddPlaceFrm::InitControls() {
+    if (!FPlace) {
+        return;
+    }
+    eShort->SetText(FPlace->GetPlaceName());
+    eHint->SetText(FPlace->PlaceDesc());
+    if (FPlace->AutoCaption()) { // a form that is used again keeps its check mark, which is deliberate
+        chkAutoCap->SetChecked(true);
+    }
+    InitTarget();
+    eIconLib->SetText(FPlace->PlaceIconDll());
+    // A box may tell of missing icons, and the place may go meanwhile.
+    if (Outlives(*this, [this] { btnShowIconsClick(btnShowIcons); }) && FPlace) {
+        ChooseIcons(FPlace->PlaceIcon(), FPlace->PlaceHotIcon());
+    }
+}
+
+void TKxAddPlaceFrm::ChooseIcons(int32_t normal, int32_t hot) {
+    FNormal.SetIndex(normal);
+    FHot.SetIndex(hot);
+}
+
+void TKxAddPlaceFrm::InitTarget() {
+    if (FPlace->PlaceSpecPath() != ftNone) {
+        cbTargetType->SetItemIndex(ttSpecFolder);
+        OfferSpecFolders();
+        const auto* const found = std::find(offeredFolders.begin(), offeredFolders.end(), FPlace->PlaceSpecPath());
+        ePath->SetItemIndex(found == offeredFolders.end() ? -1 : static_cast<int>(found - offeredFolders.begin()));
+        return;
+    }
+    const bool inRegistry = !FPlace->PlaceRegPath().empty();
+    cbTargetType->SetItemIndex(inRegistry ? ttRegistry : ttPath);
+    ePath->SetStyle(csSimple);
+    ePath->SetText(inRegistry ? FPlace->PlaceRegPath() : FPlace->PlacePath());
+}
+
+void TKxAddPlaceFrm::OfferSpecFolders() {
+    ePath->SetStyle(csDropDownList);
+    ePath->Items().Clear();
+    GetSpecFolders(ePath->Items());
+}
+
+void TKxAddPlaceFrm::chkClick(TObject*) {
+    if (cbTargetType->ItemIndex() == ttSpecFolder) {
+        OfferSpecFolders();
+    } else {
+        ePath->SetStyle(csSimple);
+    }
+}
+
+void TKxAddPlaceFrm::chkAutoCapClick(TObject*) { eShort->SetEnabled(!chkAutoCap->Checked()); }
+
+TKxSpecShellFolder TKxAddPlaceFrm::ChosenSpecFolder() const {
+    const int index = ePath->ItemIndex();
+    if (index < 0 || index >= static_cast<int>(offeredFolders.size())) {
+        RaiseRangeError();
+    }
+    return offeredFolders[static_cast<size_t>(index)];
+}
+
+void TKxAddPlaceFrm::Button1Click(TObject*) {
+    if (!FPlaces) {
+        return;
+    }
+    if (!FPlace) {
+        FPlace = FPlaces->Add();
+    }
+    FPlace->SetPlaceName(eShort->Text());
+    FPlace->SetPlaceDesc(eHint->Text());
+    FPlace->SetAutoCaption(chkAutoCap->Checked());
+    const int type = cbTargetType->ItemIndex();
+    FPlace->SetPlaceSpecPath(type == ttSpecFolder ? ChosenSpecFolder() : ftNone);
+    FPlace->SetPlaceRegPath(type == ttRegistry ? ePath->Text() : "");
+    FPlace->SetPlacePath(type == ttSpecFolder || type == ttRegistry ? "" : ePath->Text());
+    FPlace->SetPlaceIconDll(eIconLib->Text());
+    FPlace->SetPlaceIcon(FNormal.Index());
+    FPlace->SetPlaceHotIcon(FHot.Index());
+    SetModalResult(mrOk);
+}
+
+void TKxAddPlaceFrm::Button2Click(TObject*) { SetModalResult(mrCancel); }
+
+// --- Icons
+
+void TKxAddPlaceFrm::SetIconLib(const std::string& value) {
+    FIcons.clear();
+    FIconLib = value;
+    dg1->Invalidate();
+    dg2->Invalidate();
+}
+
+void TKxAddPlaceFrm::btnShowIconsClick(TObject*) {
+    const std::string file = eIconLib->Text();
+    const int count = static_cast<int>(ExtractIconExA(file.c_str(), -1, nullptr, nullptr, 0));
+    if (count < 1) {
+        const bool there = Outlives(*this, [] {
+            Application().MessageBox(LoadPlacesString(SKxFileWithoutIcons), "New place - Icon library", MB_ICONSTOP);
+        });
+        if (there) {
+            FNormal.SetCount(0);
+            FHot.SetCount(0);
+        }
+        return;
+    }
+    SetIconLib(file);
+    FNormal.SetCount(count);
+    FHot.SetCount(count);
+}
+
+void TKxAddPlaceFrm::btnBrowseLibClick(TObject*) {
+    TOpenDialog dialog(this);
+    dialog.SetFilter(LoadPlacesString(SKxIconFileFilter));
+    dialog.SetTitle(LoadPlacesString(SKxIconFileTitle));
+    dialog.SetFileName(eIconLib->Text());
+    if (dialog.Execute()) {
+        eIconLib->SetText(dialog.FileName());
+    }
+}
+
+void TKxAddPlaceFrm::TIconChoice::SetIndex(int32_t value) {
+    Given = value;
+    Missing.reset();
+    if (value >= 0 && value < Grid->ColCount()) {
+        Grid->SetCol(value);
+        Grid->SetLeftCol(value);
+    } else {
+        Missing = value;
+    }
+}
+
+void TKxAddPlaceFrm::TIconChoice::SetCount(int value) {
+    Grid->SetColCount(value);
+    if (value == 0) {
+        Missing = Given; // what the user took from another file means nothing in this one
+    } else if (Missing && *Missing < value) {
+        SetIndex(*Missing);
+    } else {
+        Missing.reset(); // the columns of the new file are all there is to choose from
+    }
+}
+
+/// A press on the column that is current already takes it, which no change of the selection tells.
+void TKxAddPlaceFrm::IconGridMouseDown(TObject* sender, TMouseButton button, TShiftState, int x, int y) {
+    TIconChoice& choice = ChoiceOf(sender);
+    int col = -1;
+    int row = -1;
+    choice.Grid->MouseToCell(x, y, col, row);
+    if (button == mbLeft && col >= 0 && row >= 0) {
+        choice.Missing.reset();
+    }
+}
+
+void TKxAddPlaceFrm::IconGridSelectCell(TObject* sender, int, int, bool&) { ChoiceOf(sender).Missing.reset(); }
+
+void TKxAddPlaceFrm::dg1DrawCell(TObject*, int col, int row, const TRect& rect, TGridDrawState state) {
+    DrawIconCell(*dg1, col, row, rect, state);
+}
+
+void TKxAddPlaceFrm::dg2DrawCell(TObject*, int col, int row, const TRect& rect, TGridDrawState state) {
+    DrawIconCell(*dg2, col, row, rect, state);
+}
+
+void TKxAddPlaceFrm::DrawIconCell(TDrawGrid& grid, int col, int row, const TRect& rect, TGridDrawState state) {
+    if (row != 0 || FIconLib.empty()) {
+        return;
+    }
+    TCanvas& canvas = grid.Canvas();
+    if (state.Contains(gdFocused)) {
+        canvas.Brush().SetColor(clActiveCaption);
+        canvas.FillRect(rect);
+    }
+    const TIcon& icon = IconAt(col);
+    if (!icon.Empty()) {
+        canvas.Draw(rect.Left + (rect.Right - rect.Left) / 2 - icon.Width() / 2,
+                    rect.Top + (rect.Bottom - rect.Top) / 2 - icon.Height() / 2, icon);
+    }
+}
+
+/// Extracting an icon opens the library anew, which takes too long to be done whenever a cell is drawn.
+const TIcon& TKxAddPlaceFrm::IconAt(int index) {
+    if (const auto found = FIcons.find(index); found != FIcons.end()) {
+        return found->second;
+    }
+    if (FIcons.size() >= maxKeptIcons) {
+        FIcons.clear();
+    }
+    unique_hicon extracted = ExtractPlaceIcon(FIconLib, index);
+    TIcon& icon = FIcons[index];
+    icon.SetHandle(extracted.release());
+    return icon;
+}
+
+} // namespace kx

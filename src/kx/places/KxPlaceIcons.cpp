@@ -1,0 +1,35 @@
+#include "kx/places/KxPlaceIcons.h"
+
+#include "kx/ui/forms/Forms.h"
+
+#include <shellapi.h>
+
+namespace kx {
+
+namespace {
+
+/// The system makes a handle of the noise in a broken file, which it can neither measure nor draw.
+bool IsIcon(HICON icon) {
+    ICONINFO info{};
+    if (!GetIconInfo(icon, &info)) {
+        return false;
+    }
+    const unique_hbitmap color(info.hbmColor);
+    const unique_hbitmap mask(info.hbmMask);
+    return true;
+}
+
+} // namespace
+
+unique_hicon ExtractPlaceIcon(const std::string& file, int32_t index) {
+    if (index < 0) {
+        RaiseRangeError();
+    }
+    const auto instance = reinterpret_cast<HINSTANCE>(Application().Handle());
+    const HICON icon = ExtractIconA(instance, file.c_str(), static_cast<UINT>(index));
+    const auto noIconFile = reinterpret_cast<HICON>(UINT_PTR{1});
+    unique_hicon owned(icon == noIconFile ? nullptr : icon);
+    return IsIcon(owned.get()) ? std::move(owned) : unique_hicon();
+}
+
+} // namespace kx

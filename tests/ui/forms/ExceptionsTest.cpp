@@ -1,0 +1,46 @@
+#include "kx/core/Barrier.h"
+#include "kx/ui/forms/Forms.h"
+#include "kx/win/Handles.h"
+#include "support/ExceptionLog.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <stdexcept>
+
+namespace kx {
+namespace {
+
+using namespace test;
+
+void Fail() {
+    Guarded([] { throw std::runtime_error("in a callback"); });
+}
+
+/// A button of the system's, such as its dialogs have, which is being pressed.
+class PressedButton : public testing::Test {
+protected:
+    void SetUp() override { SetCapture(Button.get()); }
+    void TearDown() override { ReleaseCapture(); }
+
+    unique_hwnd Button{
+        CreateWindowExA(0, "BUTTON", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 20, nullptr, nullptr, HInstance(), nullptr)};
+};
+
+TEST_F(PressedButton, KeepsTheMouseWhenAnExceptionIsHandled) {
+    const TExceptionLog log;
+    Fail();
+    EXPECT_EQ(log.Messages(), std::vector<std::string>{"in a callback"});
+    EXPECT_EQ(GetCapture(), Button.get());
+}
+
+TEST(PressedControl, LetsGoOfTheMouseWhenAnExceptionIsHandled) {
+    const TExceptionLog log;
+    const std::unique_ptr<TForm, TFreeDeleter> form(new TForm(nullptr));
+    form->Show();
+    SetCapture(form->Handle());
+    Fail();
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+} // namespace
+} // namespace kx
