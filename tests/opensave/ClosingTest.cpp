@@ -1,9 +1,9 @@
 #include "OpenDialogTest.h"
 
-#include "opensave/KxSaveDlg.h"
-#include "ui/Handles.h"
-#include "ui/Menus.h"
-#include "ui/System.h"
+#include "kx/opensave/KxSaveDlg.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/win/Handles.h"
+#include "kx/win/System.h"
 
 // What a dialog passes on, reports and leaves behind: while it closes, when it refuses, and beside others.
 
@@ -135,6 +135,25 @@ TEST_F(Closing, ASizeWithTheCustomFormHasEverythingInTheDialogPaintedAgain) {
         Dialog.SetOptions(Dialog.Options() - TOpenOptions{ofEnableSizing});
         EXPECT_FALSE(isInvalidBehindASize()) << "a dialog that cannot be sized";
         Dialog.SetOptions(Dialog.Options() + TOpenOptions{ofEnableSizing});
+    });
+}
+
+TEST_F(Closing, ASizeHasTheCustomFormPaintedAtOnce) {
+    const TFormPtr custom = MakeForm(clSkyBlue, 80, 50);
+    int paintings = 0;
+    custom->SetOnPaint([&](TObject*) { ++paintings; });
+    Dialog.CustDlgParams().SetCustomForm(custom.get());
+    Look(Dialog, [&] {
+        const TRect client = ClientRectOf(Dialog.DlgHandle());
+        const auto isPaintedByASize = [&] {
+            UpdateWindow(custom->Handle());
+            paintings = 0;
+            SendMessageA(Dialog.DlgHandle(), WM_SIZE, SIZE_RESTORED, MakeLParam(client.Right, client.Bottom));
+            return paintings > 0;
+        };
+        EXPECT_FALSE(isPaintedByASize()) << "the files are shown";
+        Dialog.SetSelectionType(stCustom);
+        EXPECT_TRUE(isPaintedByASize());
     });
 }
 
