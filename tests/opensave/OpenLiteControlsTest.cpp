@@ -1,5 +1,7 @@
 #include "FileDlgTest.h"
 
+#include "kx/win/System.h"
+
 #include <map>
 
 namespace kx {
@@ -229,6 +231,14 @@ TEST_F(LiteControls, TheToolBarOfADockedFormIsNotTheDialogs) {
 }
 
 // --- The system's places bar
+
+TEST_F(LiteControls, AnOldSystemIsNotAskedForItsPlacesBar) {
+    for (const TSystem& old : {TSystem{.Major = 4, .Minor = 0}, TSystem{.Platform = 0, .Major = 0, .Minor = 0}}) {
+        const TAssumedSystem assumed(old);
+        auto& dialog = NewDialog();
+        Look(dialog, [&] { EXPECT_EQ(PlacesBarOf(dialog), nullptr); });
+    }
+}
 
 TEST_F(LiteControls, ThePlacesBarIsTheSystemsOrNone) {
     auto& dialog = NewDialog();
