@@ -1,3 +1,5 @@
+// Exceptions that cannot go on to a caller.
+
 #include "kx/core/Barrier.h"
 
 #include <atomic>

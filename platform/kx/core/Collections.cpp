@@ -1,3 +1,5 @@
+// Collections of items that their owner publishes.
+
 #include "kx/core/Collections.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// What reading and writing components have in common.
+
 #include "kx/core/Filer.h"
 
 #include "kx/core/FilerTools.h"

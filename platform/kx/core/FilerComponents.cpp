@@ -1,3 +1,5 @@
+// A reading's components: which it has made, and what becomes of them when it fails.
+
 #include "kx/core/FilerSession.h"
 
 namespace kx {

@@ -1,3 +1,5 @@
+// Properties as they are read, and references that are resolved at the end.
+
 #include "kx/core/FilerSession.h"
 #include "kx/core/Updates.h"
 

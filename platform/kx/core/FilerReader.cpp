@@ -1,3 +1,5 @@
+// Reads the binary form, value by value.
+
 #include "kx/core/FilerSession.h"
 #include "kx/core/FormLines.h"
 

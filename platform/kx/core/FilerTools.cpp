@@ -1,3 +1,5 @@
+// Small parts of the binary form.
+
 #include "kx/core/FilerTools.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Writes components in the binary form.
 
 #include "kx/core/Filer.h"
 

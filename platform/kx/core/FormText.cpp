@@ -1,3 +1,5 @@
+// Tells the shapes of a form file apart, and turns one into the other.
+
 #include "kx/core/FormText.h"
 
 #include "kx/core/FormTextLexer.h"

@@ -1,3 +1,5 @@
+// The words of a form's text.
+
 #include "kx/core/FormTextLexer.h"
 
 #include "kx/core/FilerTools.h"

@@ -1,3 +1,5 @@
+// A form's text into its binary form.
+
 #include "kx/core/FormText.h"
 #include "kx/core/FormTextLexer.h"
 

@@ -1,3 +1,5 @@
+// A binary form into its text.
+
 #include "kx/core/FormText.h"
 
 #include "kx/core/FilerTools.h"

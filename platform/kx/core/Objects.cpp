@@ -1,3 +1,5 @@
+// Classes and what they publish.
+
 #include "kx/core/Objects.h"
 
 #include "kx/core/Barrier.h"

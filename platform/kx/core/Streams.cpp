@@ -1,3 +1,5 @@
+// Streams of bytes.
+
 #include "kx/core/Streams.h"
 
 #include "kx/core/TypInfo.h"

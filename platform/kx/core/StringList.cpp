@@ -1,3 +1,5 @@
+// Lists of strings in memory.
+
 #include "kx/core/Strings.h"
 
 #include "kx/core/TypInfo.h"

@@ -1,3 +1,5 @@
+// Lists of strings, whatever keeps them, and their texts.
+
 #include "kx/core/Strings.h"
 
 #include "kx/core/Filer.h"

@@ -1,3 +1,5 @@
+// Texts, numbers and file names.
+
 #include "kx/core/SysUtils.h"
 
 #include <algorithm>

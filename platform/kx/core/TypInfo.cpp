@@ -1,3 +1,5 @@
+// Access to published properties by their names.
+
 #include "kx/core/TypInfo.h"
 
 namespace kx {

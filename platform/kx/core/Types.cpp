@@ -1,3 +1,5 @@
+// Sums and products that are checked.
+
 #include "kx/core/Types.h"
 
 #include "kx/core/SysUtils.h"

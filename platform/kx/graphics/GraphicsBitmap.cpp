@@ -1,3 +1,5 @@
+// Bitmaps.
+
 #include "kx/graphics/GraphicsDib.h"
 
 #include "kx/core/Streams.h"

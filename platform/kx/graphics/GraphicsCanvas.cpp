@@ -1,3 +1,5 @@
+// Drawing on a device context.
+
 #include "kx/graphics/Graphics.h"
 
 // Texts go to the W functions of GDI. Its A functions go by the font's character set, not by the process's code page,

@@ -1,3 +1,5 @@
+// Colours and their names.
+
 #include "kx/graphics/Graphics.h"
 
 namespace kx {

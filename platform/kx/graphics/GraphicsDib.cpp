@@ -1,3 +1,5 @@
+// Bitmaps as files have them.
+
 #include "kx/graphics/GraphicsDib.h"
 
 #include <cstring>

@@ -1,3 +1,5 @@
+// Icons and the files that they come from.
+
 #include "kx/core/Streams.h"
 #include "kx/graphics/GraphicsDib.h"
 

@@ -1,3 +1,5 @@
+// Pictures of any kind, and which class reads which file.
+
 #include "kx/core/Filer.h"
 #include "kx/core/Streams.h"
 #include "kx/graphics/Graphics.h"

@@ -1,3 +1,5 @@
+// Fonts, pens and brushes.
+
 #include "kx/graphics/Graphics.h"
 
 #include <cstring>

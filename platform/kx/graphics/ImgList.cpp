@@ -1,3 +1,5 @@
+// Lists of images of one size.
+
 #include "kx/graphics/ImgList.h"
 
 #include "kx/graphics/GraphicsDib.h"

@@ -1,3 +1,5 @@
+// Lists of images in form files.
+
 #include "kx/core/Filer.h"
 #include "kx/core/Streams.h"
 #include "kx/graphics/GraphicsDib.h"

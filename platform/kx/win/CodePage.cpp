@@ -1,3 +1,5 @@
+// Positions in texts of the code page.
+
 #include "kx/win/CodePage.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// Files and resources as streams.
+
 #include "kx/win/FileStreams.h"
 
 namespace kx {

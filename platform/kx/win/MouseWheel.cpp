@@ -1,3 +1,5 @@
+// Turns of the wheel as lines.
+
 #include "kx/win/MouseWheel.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The registry.
+
 #include "kx/win/Registry.h"
 
 #include <algorithm>

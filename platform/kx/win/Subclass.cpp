@@ -1,3 +1,5 @@
+// Window procedures in front of those that a window has.
+
 #include "kx/win/Subclass.h"
 
 #include "kx/core/Barrier.h"

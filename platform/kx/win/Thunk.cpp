@@ -1,3 +1,5 @@
+// A procedure of its own for each object.
+
 #include "kx/win/Thunk.h"
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Timers.
+
 #include "kx/win/Timers.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// Texts as the system has them, the module, and the system's errors.
+
 #include "kx/win/Windows.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;

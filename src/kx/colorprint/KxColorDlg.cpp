@@ -1,3 +1,5 @@
+// The colour dialog.
+
 #include "kx/colorprint/KxColorDlg.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// The print dialog.
+
 #include "kx/colorprint/KxPrintDlg.h"
 
 namespace kx {

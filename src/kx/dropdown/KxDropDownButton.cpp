@@ -1,3 +1,5 @@
+// A button whose arrow opens a menu.
+
 #include "kx/dropdown/KxDropDownButton.h"
 
 #include "kx/dropdown/KxDropDownButtonGlyph.h"

@@ -1,3 +1,5 @@
+// The pictures and places of a button's parts.
+
 #include "kx/dropdown/KxDropDownButtonGlyph.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The folder dialog.
+
 #include "kx/folder/KxFolderDlg.h"
 
 #include "kx/core/Barrier.h"

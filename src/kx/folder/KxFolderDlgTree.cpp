@@ -1,3 +1,5 @@
+// The tree of the folder dialog, and the form in its place.
+
 #include "kx/folder/KxFolderDlg.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// The steps that all dialogs share.
+
 #include "kx/frame/KxDlgCore.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// Where docked forms and dialogs go, without any window.
+
 #include "kx/frame/KxDlgLayout.h"
 
 namespace kx {

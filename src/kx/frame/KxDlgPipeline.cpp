@@ -1,3 +1,5 @@
+// The way of every message of a dialog window.
+
 #include "kx/frame/KxDlgPipeline.h"
 
 #include "kx/core/Barrier.h"

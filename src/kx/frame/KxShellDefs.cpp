@@ -1,3 +1,5 @@
+// Folders as the shell knows them.
+
 #include "kx/frame/KxShellDefs.h"
 
 #include "kx/win/Registry.h"

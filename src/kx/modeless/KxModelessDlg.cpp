@@ -1,3 +1,5 @@
+// Shows a dialog in a thread of its own.
+
 #include "kx/modeless/KxModelessDlg.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// What the lite and the full file dialogs share.
+
 #include "kx/opensave/KxFileDlgCore.h"
 
 #include "kx/core/Barrier.h"

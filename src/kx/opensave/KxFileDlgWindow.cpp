@@ -1,3 +1,5 @@
+// The window of the system's file dialog: what can be read from it and done to it.
+
 #include "kx/opensave/KxFileDlgWindow.h"
 
 #include "kx/frame/KxWhileAlive.h"

@@ -1,3 +1,5 @@
+// Several file names in one text.
+
 #include "kx/opensave/KxNamesList.h"
 
 namespace kx {

@@ -1,3 +1,5 @@
+// The form with the recent files.
+
 #include "kx/opensave/KxOExRecentForm.h"
 
 #include "kx/opensave/KxOpenDlg.h"

@@ -1,3 +1,5 @@
+// The form with the tabs above the open dialog with recent files.
+
 #include "kx/opensave/KxOExTopForm.h"
 
 namespace kx {

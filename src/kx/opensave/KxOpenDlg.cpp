@@ -1,3 +1,5 @@
+// The full open dialog.
+
 #include "kx/opensave/KxOpenDlg.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// The full dialogs' OK button with its menu, their list and their custom form.
+
 #include "kx/opensave/KxOpenDlg.h"
 
 #include "kx/core/Barrier.h"

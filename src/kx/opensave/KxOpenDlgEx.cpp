@@ -1,3 +1,5 @@
+// The open dialog with recent files.
+
 #include "kx/opensave/KxOpenDlgEx.h"
 
 #include "kx/win/Registry.h"

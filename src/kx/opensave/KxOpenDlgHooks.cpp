@@ -1,3 +1,5 @@
+// The watch over the file list of the full dialogs.
+
 #include "kx/opensave/KxOpenDlg.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// The messages of the full dialogs' window, view and list.
+
 #include "kx/opensave/KxOpenDlg.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// The full dialogs' own bar of places and their borrowed tool bar.
+
 #include "kx/opensave/KxOpenDlg.h"
 
 #include "kx/core/Barrier.h"

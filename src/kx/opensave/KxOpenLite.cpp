@@ -1,3 +1,5 @@
+// The lite open and save dialogs.
+
 #include "kx/opensave/KxOpenLite.h"
 
 #include "kx/frame/KxWhileAlive.h"

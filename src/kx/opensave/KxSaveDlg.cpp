@@ -1,3 +1,5 @@
+// The full save dialog.
+
 #include "kx/opensave/KxSaveDlg.h"
 
 #include "kx/opensave/KxFileDlgPublish.h"

@@ -1,3 +1,5 @@
+// The entries of a file list.
+
 #include "kx/opensave/KxShellList.h"
 
 #include "kx/opensave/KxFileDlgControls.h"

@@ -1,3 +1,5 @@
+// The tool bar that a dialog borrows from a form.
+
 #include "kx/opensave/KxToolBarProps.h"
 
 namespace kx {

@@ -1,3 +1,5 @@
+// The form with a place's properties.
+
 #include "kx/places/KxAddPlaceForm.h"
 
 #include "kx/places/KxPlaceIcons.h"

@@ -1,3 +1,5 @@
+// The icons of places.
+
 #include "kx/places/KxPlaceIcons.h"
 
 #include "kx/ui/forms/Forms.h"

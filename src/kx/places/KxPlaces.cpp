@@ -1,3 +1,5 @@
+// Places, and the folders that they mean.
+
 #include "kx/places/KxPlaces.h"
 
 #include "kx/ui/widgets/ComCtrlsToolBar.h"

@@ -1,3 +1,5 @@
+// The bar of places and its buttons.
+
 #include "kx/places/KxPlacesBar.h"
 
 #include "kx/core/Updates.h"

@@ -1,3 +1,5 @@
+// The form that holds the bar of places in a dialog.
+
 #include "kx/places/KxPlacesBarForm.h"
 
 #include "kx/places/KxAddPlaceForm.h"

@@ -1,3 +1,5 @@
+// What the lite dialogs know of places.
+
 #include "kx/places/KxPlaces.h"
 
 namespace kx {

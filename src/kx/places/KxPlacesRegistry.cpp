@@ -1,3 +1,5 @@
+// How the registry keeps places.
+
 #include "kx/places/KxPlaces.h"
 #include "kx/win/Registry.h"
 

@@ -1,3 +1,5 @@
+// The texts of the places' forms and menus.
+
 #include "kx/places/KxPlacesStrings.h"
 
 #include "kx/win/Windows.h"

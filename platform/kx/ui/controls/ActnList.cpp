@@ -1,3 +1,5 @@
+// Actions and the lists that they are in.
+
 #include "kx/ui/controls/ActnList.h"
 
 #include <algorithm>

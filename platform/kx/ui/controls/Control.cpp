@@ -1,3 +1,5 @@
+// Controls: their place, look and parent.
+
 #include "kx/ui/controls/Controls.h"
 
 #include "kx/ui/controls/ActnList.h"

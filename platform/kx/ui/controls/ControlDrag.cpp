@@ -1,3 +1,5 @@
+// Dragging one control over others.
+
 #include "kx/ui/controls/ControlDrag.h"
 
 #include "kx/core/Barrier.h"

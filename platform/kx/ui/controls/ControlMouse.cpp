@@ -1,3 +1,5 @@
+// What the mouse does with a control, and its context menu.
+
 #include "kx/ui/controls/Controls.h"
 
 #include "kx/ui/controls/ActnList.h"

@@ -1,3 +1,5 @@
+// Menu items, and the command numbers by which they are found.
+
 #include "kx/ui/controls/Menus.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// Menus as a whole: their messages, images and short cuts, and menus that pop up.
+
 #include "kx/ui/controls/Menus.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// Controls with a window: what they show, and how they align what is in them.
+
 #include "kx/ui/controls/Controls.h"
 #include "kx/ui/controls/ParentForm.h"
 

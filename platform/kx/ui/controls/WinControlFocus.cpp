@@ -1,3 +1,5 @@
+// The keyboard: tab order, focus and keys.
+
 #include "kx/ui/controls/Controls.h"
 
 #include "kx/ui/controls/ControlHost.h"

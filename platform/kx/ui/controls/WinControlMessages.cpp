@@ -1,3 +1,5 @@
+// The messages of a control's window, and how controls are found.
+
 #include "kx/ui/controls/Controls.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// How a control's window is painted, with the controls in it that have none.
+
 #include "kx/ui/controls/WinControl.h"
 
 #include "kx/ui/controls/ControlCanvas.h"

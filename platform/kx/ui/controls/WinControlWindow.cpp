@@ -1,3 +1,5 @@
+// How a control's window is made, placed, moved to another parent, and lost.
+
 #include "kx/ui/controls/Controls.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// What the system's dialogs have in common, and message boxes.
+
 #include "kx/ui/dialogs/Dialogs.h"
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// The system's colour dialog.
+
 #include "kx/ui/dialogs/DialogsColor.h"
 
 #include <array>

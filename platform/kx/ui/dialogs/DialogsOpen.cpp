@@ -1,3 +1,5 @@
+// The system's open and save dialogs.
+
 #include "kx/ui/dialogs/DialogsOpenRun.h"
 
 namespace kx {

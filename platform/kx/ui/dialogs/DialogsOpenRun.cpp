@@ -1,3 +1,5 @@
+// One showing of an open or save dialog.
+
 #include "kx/ui/dialogs/DialogsOpenRun.h"
 
 #include "kx/win/FileStreams.h"

@@ -1,3 +1,5 @@
+// The system's print dialog.
+
 #include "kx/ui/dialogs/DialogsPrint.h"
 
 #include "kx/win/Handles.h"

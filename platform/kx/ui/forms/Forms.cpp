@@ -1,3 +1,5 @@
+// Forms: from their making to their end.
+
 #include "kx/ui/forms/Forms.h"
 
 #include "kx/core/Filer.h"

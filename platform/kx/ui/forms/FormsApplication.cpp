@@ -1,3 +1,5 @@
+// The application: its forms, its message loop, and its last resort for exceptions.
+
 #include "kx/ui/forms/Forms.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// Forms in windows that are not the framework's.
+
 #include "kx/ui/forms/Forms.h"
 
 // A form's window in other styles, and in windows that are not the framework's.

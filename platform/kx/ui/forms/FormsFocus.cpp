@@ -1,3 +1,5 @@
+// The keyboard among the controls of a form.
+
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
 

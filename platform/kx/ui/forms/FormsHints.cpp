@@ -1,3 +1,5 @@
+// Hints, and the window that shows them.
+
 #include "kx/ui/forms/Forms.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Forms from the form files in the program.
+
 #include "kx/ui/forms/Forms.h"
 
 #include "kx/core/FormText.h"

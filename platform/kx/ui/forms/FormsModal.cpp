@@ -1,3 +1,5 @@
+// Forms that are shown until they are answered.
+
 #include "kx/ui/forms/Forms.h"
 
 namespace kx {

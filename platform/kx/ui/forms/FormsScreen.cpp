@@ -1,3 +1,5 @@
+// The screen, its pointers, and the forms on it.
+
 #include "kx/ui/forms/Forms.h"
 
 namespace kx {

@@ -1,3 +1,5 @@
+// Work that one thread does for another.
+
 #include "kx/ui/forms/FormsThreads.h"
 
 #include "kx/core/Barrier.h"

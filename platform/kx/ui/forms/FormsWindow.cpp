@@ -1,3 +1,5 @@
+// The window of a form.
+
 #include "kx/ui/forms/Forms.h"
 
 #include "kx/ui/controls/ControlCanvas.h"

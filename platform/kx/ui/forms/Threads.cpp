@@ -1,3 +1,5 @@
+// Threads that end with the program.
+
 #include "kx/ui/forms/Threads.h"
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,5 @@
+// Buttons that draw themselves.
+
 #include "kx/ui/widgets/Buttons.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The columns of a list view.
+
 #include "kx/ui/widgets/ComCtrls.h"
 
 namespace kx {

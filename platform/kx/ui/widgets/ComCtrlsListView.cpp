@@ -1,3 +1,5 @@
+// List views and their items.
+
 #include "kx/ui/widgets/ComCtrls.h"
 
 namespace kx {

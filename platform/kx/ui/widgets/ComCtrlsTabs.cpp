@@ -1,3 +1,5 @@
+// Tabs.
+
 #include "kx/ui/widgets/ComCtrls.h"
 
 namespace kx {

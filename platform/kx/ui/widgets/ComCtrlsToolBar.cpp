@@ -1,3 +1,5 @@
+// Tool bars.
+
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 
 #include "kx/win/Handles.h"

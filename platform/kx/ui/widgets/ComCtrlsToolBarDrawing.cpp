@@ -1,3 +1,5 @@
+// How tool bars and their buttons are drawn.
+
 #include "kx/core/Barrier.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 

@@ -1,3 +1,5 @@
+// The buttons of a tool bar.
+
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"

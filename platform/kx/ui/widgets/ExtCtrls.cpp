@@ -1,3 +1,5 @@
+// Panels, bevels, images and boxes to paint in.
+
 #include "kx/ui/widgets/ExtCtrls.h"
 
 #include <algorithm>

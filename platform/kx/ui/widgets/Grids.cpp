@@ -1,3 +1,5 @@
+// Grids: their cells and how they are drawn.
+
 #include "kx/ui/widgets/Grids.h"
 
 #include "kx/win/Handles.h"

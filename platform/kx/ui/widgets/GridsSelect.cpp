@@ -1,3 +1,5 @@
+// Moving and selecting in a grid.
+
 #include "kx/ui/widgets/Grids.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The system's push buttons, check boxes and radio buttons.
+
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
 

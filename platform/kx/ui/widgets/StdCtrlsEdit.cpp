@@ -1,3 +1,5 @@
+// Edits of one line.
+
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/CodePage.h"
 

@@ -1,3 +1,5 @@
+// Labels.
+
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
 

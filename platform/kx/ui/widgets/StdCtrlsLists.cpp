@@ -1,3 +1,5 @@
+// List boxes and combo boxes.
+
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
 

@@ -1,3 +1,5 @@
+// Items that the program draws.
+
 #include "kx/core/Barrier.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
