@@ -32,42 +32,6 @@ TEST_F(LiteControls, HaveTheirDefaults) {
     check(save);
 }
 
-TEST_F(LiteControls, ArePublishedInTheirOrder) {
-    const std::vector<std::string> own = {"Title",
-                                          "OnShow",
-                                          "CustDlgParams",
-                                          "DlgItemsCaptions",
-                                          "VisibleControls",
-                                          "PlacesBar",
-                                          "OnDesktopNavigate",
-                                          "OnDesktopNavigating",
-                                          "OnUpLevelNavigate",
-                                          "OnUpLevelNavigating",
-                                          "OnLastFolderNavigate",
-                                          "OnLastFolderNavigating",
-                                          "OnFolderCreating",
-                                          "OnFilenameChange",
-                                          "OnFilenameEntering",
-                                          "OnEventHook",
-                                          "OnEventHooking"};
-    for (const TClass* cls : {&TKxOpenLiteDialog::StaticClass(), &TKxSaveLiteDialog::StaticClass()}) {
-        std::vector<std::string> names;
-        for (const TPropInfo* property : cls->Properties()) {
-            if (!TOpenDialog::StaticClass().FindProperty(property->Name)) {
-                names.push_back(property->Name);
-            }
-        }
-        std::vector<std::string> added;
-        for (const std::string& name : own) {
-            EXPECT_NE(cls->FindProperty(name), nullptr) << name;
-            if (!TOpenDialog::StaticClass().FindProperty(name)) {
-                added.push_back(name);
-            }
-        }
-        EXPECT_EQ(names, added) << cls->Name();
-    }
-}
-
 TEST_F(LiteControls, AreReachedByTheirPublishedNames) {
     TKxOpenLiteDialog dialog;
     SetStrProp(dialog, "Title", "By name");

@@ -12,14 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 
-std::vector<std::string> PublishedNames(const TClass& cls) {
-    std::vector<std::string> names;
-    for (const TPropInfo* property : cls.Properties()) {
-        names.push_back(property->Name);
-    }
-    return names;
-}
-
 /// Fills every property with something that is not its value at first.
 void Fill(TKxPlace& place) {
     place.SetPlaceName("Drawings");
@@ -48,10 +40,7 @@ TEST(Place, ANewOneIsZeroEmptyAndFalse) {
     EXPECT_FALSE(place.AutoCaption());
 }
 
-TEST(Place, PublishesItsPropertiesInOrderAndWithoutDefaults) {
-    EXPECT_THAT(PublishedNames(TKxPlace::StaticClass()),
-                ElementsAre("PlaceName", "PlacePath", "PlaceRegPath", "PlaceSpecPath", "PlaceDesc", "PlaceIconDll",
-                            "PlaceIcon", "PlaceHotIcon", "AutoCaption"));
+TEST(Place, PublishesItsPropertiesWithoutDefaults) {
     for (const TPropInfo* property : TKxPlace::StaticClass().Properties()) {
         EXPECT_FALSE(property->Default.has_value()) << property->Name;
     }
@@ -264,9 +253,6 @@ TEST(PlacesBarOptions, NewOnes) {
     EXPECT_EQ(options.BorderStyle(), bsNone);
     EXPECT_TRUE(options.Native());
     EXPECT_EQ(options.Dlg(), nullptr);
-    EXPECT_THAT(PublishedNames(TKxPlacesBarOptions::StaticClass()),
-                ElementsAre("Visible", "RegistryKey", "AllowEdit", "AllowDelete", "AllowDrop", "AutoScroll", "Places",
-                            "BorderStyle", "Native"));
 }
 
 TEST(PlacesBarOptions, TheNamesOfTheFoldersOnOffer) {
