@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <string_view>
-#include <vector>
 
 namespace kx {
 

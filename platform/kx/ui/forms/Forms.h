@@ -154,8 +154,6 @@ class TCustomForm : public TParentForm {
 protected:
     friend class TApplication;
     friend class TScreen;
-    friend class TWinControl;
-    friend class TControl;
 
     void CreateHandle() override;
     void CreateWnd() override;

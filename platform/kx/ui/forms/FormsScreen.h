@@ -41,8 +41,6 @@ class TScreen : public TComponent {
 private:
     friend class TApplication;
     friend class TCustomForm;
-    friend class TControl;
-    friend class TWinControl;
     std::vector<TCustomForm*> FForms;
     TCustomForm* FActiveForm = nullptr;
     TWinControl* FActiveControl = nullptr;
