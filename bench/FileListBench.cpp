@@ -3,6 +3,7 @@
 #include "Showing.h"
 #include "kx/opensave/KxOpenDlg.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <memory>
 

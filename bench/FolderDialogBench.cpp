@@ -2,6 +2,7 @@
 
 #include "Showing.h"
 #include "kx/folder/KxFolderDlg.h"
+#include "kx/win/Windows.h"
 
 namespace kx::bench {
 

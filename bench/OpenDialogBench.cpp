@@ -5,6 +5,7 @@
 #include "kx/opensave/KxOpenLite.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/Windows.h"
 
 #include <cstdio>
 

@@ -2,6 +2,7 @@
 
 #include "kx/places/KxPlacesBarForm.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <shellapi.h>
 

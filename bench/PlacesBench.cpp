@@ -2,6 +2,7 @@
 
 #include "kx/places/KxPlaces.h"
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <array>

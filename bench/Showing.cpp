@@ -2,6 +2,7 @@
 
 #include "Report.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <array>
 #include <commdlg.h>

@@ -1,5 +1,7 @@
 #include "CaptionsPage.h"
 
+#include "kx/win/Windows.h"
+
 #include "SampleFiles.h"
 #include "Tour.h"
 

@@ -1,5 +1,7 @@
 #include "DockingPage.h"
 
+#include "kx/win/Windows.h"
+
 #include "AccessForm.h"
 #include "FavouritesForm.h"
 #include "FilterForm.h"

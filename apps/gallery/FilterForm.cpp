@@ -1,5 +1,7 @@
 #include "FilterForm.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx::gallery {
 
 const TClass& TFilterEdit::StaticClass() {

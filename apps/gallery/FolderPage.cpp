@@ -1,5 +1,7 @@
 #include "FolderPage.h"
 
+#include "kx/win/Windows.h"
+
 #include "EventLogForm.h"
 #include "FolderChoiceForm.h"
 #include "FolderVetoForm.h"

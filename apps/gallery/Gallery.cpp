@@ -14,6 +14,7 @@
 #include "VetoForm.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/win/Windows.h"
 
 #include <cstdlib>
 #include <memory>

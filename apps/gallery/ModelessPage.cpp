@@ -1,5 +1,7 @@
 #include "ModelessPage.h"
 
+#include "kx/win/Windows.h"
+
 #include "PreviewForm.h"
 #include "SampleFiles.h"
 #include "SamplePlaces.h"

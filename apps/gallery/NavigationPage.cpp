@@ -1,5 +1,7 @@
 #include "NavigationPage.h"
 
+#include "kx/win/Windows.h"
+
 #include "EventLogForm.h"
 #include "SampleFiles.h"
 #include "Tour.h"

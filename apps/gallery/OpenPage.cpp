@@ -7,6 +7,7 @@
 #include "Tour.h"
 #include "VetoForm.h"
 #include "kx/dropdown/KxDropDownButton.h"
+#include "kx/win/Windows.h"
 
 namespace kx::gallery {
 

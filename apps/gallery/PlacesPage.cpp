@@ -4,6 +4,7 @@
 #include "SamplePlaces.h"
 #include "Tour.h"
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <cstring>

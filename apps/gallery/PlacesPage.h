@@ -6,6 +6,7 @@
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/Windows.h"
 
 #include <string>
 

@@ -1,5 +1,7 @@
 #include "PlainPage.h"
 
+#include "kx/win/Windows.h"
+
 #include "SampleFiles.h"
 #include "Tour.h"
 

@@ -1,5 +1,7 @@
 #include "PrintPage.h"
 
+#include "kx/win/Windows.h"
+
 #include "ChoiceForm.h"
 #include "Tour.h"
 

@@ -4,6 +4,7 @@
 #include "Tour.h"
 #include "VetoForm.h"
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

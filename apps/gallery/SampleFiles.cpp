@@ -1,6 +1,7 @@
 #include "SampleFiles.h"
 
 #include "kx/win/FileStreams.h"
+#include "kx/win/Windows.h"
 
 #include <string_view>
 

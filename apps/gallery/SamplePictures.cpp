@@ -2,6 +2,7 @@
 
 #include "kx/graphics/Graphics.h"
 #include "kx/win/FileStreams.h"
+#include "kx/win/Windows.h"
 
 #include <array>
 #include <vector>

@@ -7,6 +7,7 @@
 #include "VetoForm.h"
 #include "kx/win/FileStreams.h"
 
+#include <commdlg.h>
 #include <memory>
 #include <shlwapi.h>
 

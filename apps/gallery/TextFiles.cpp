@@ -1,6 +1,7 @@
 #include "TextFiles.h"
 
 #include "kx/win/FileStreams.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <string_view>

@@ -4,6 +4,7 @@
 #include "kx/ui/dialogs/Dialogs.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/win/Windows.h"
 #include "shared/Screen.h"
 
 #include <utility>

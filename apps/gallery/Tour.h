@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/win/Timers.h"
+#include "kx/win/Windows.h"
 
 #include <functional>
 #include <string>

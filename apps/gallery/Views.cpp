@@ -1,5 +1,7 @@
 #include "Views.h"
 
+#include "kx/win/Windows.h"
+
 #include <algorithm>
 
 namespace kx::gallery {

@@ -3,6 +3,7 @@
 #include "kx/opensave/KxOpenDlg.h"
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
 #include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/Windows.h"
 
 #include <shlobj.h>
 #include <thread>

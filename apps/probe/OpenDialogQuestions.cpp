@@ -3,6 +3,7 @@
 #include "kx/opensave/KxShellList.h"
 #include "kx/win/Handles.h"
 #include "kx/win/Subclass.h"
+#include "kx/win/Windows.h"
 
 #include <shlobj.h>
 

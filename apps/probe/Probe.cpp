@@ -3,6 +3,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/FileStreams.h"
+#include "kx/win/Windows.h"
 
 #include <cstdio>
 #include <cstdlib>

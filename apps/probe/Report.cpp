@@ -1,6 +1,7 @@
 #include "Report.h"
 
 #include "kx/win/Timers.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,5 +1,7 @@
 #include "SystemDialog.h"
 
+#include "kx/win/Windows.h"
+
 #include <cstring>
 
 namespace kx::probe {

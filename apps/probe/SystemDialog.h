@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kx/win/Windows.h"
+
 #include "Report.h"
 
 #include <commdlg.h>

@@ -1,6 +1,7 @@
 #include "shared/Screen.h"
 
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 #include "shared/Png.h"
 
 #include <algorithm>

@@ -3,6 +3,8 @@
 #include "kx/opensave/KxOpenLite.h"
 #include "kx/ui/widgets/StdCtrls.h"
 
+#include <windows.h>
+
 using namespace kx;
 
 class TPreviewForm : public TForm {

@@ -179,6 +179,8 @@ bool IsValidIdent(std::string_view text);
 // --- Classes that form files may name.
 
 void RegisterClass(const TClass& cls);
+inline void RegisterClassA(const TClass& cls) { RegisterClass(cls); } // as windows.h calls it in the sources
+inline void RegisterClassW(const TClass& cls) { RegisterClass(cls); } // that include it behind this header
 template <class... T> void RegisterClasses() { (RegisterClass(T::StaticClass()), ...); }
 const TClass* GetClass(std::string_view name); ///< Null when no such class is registered.
 /// @throws EClassNotFound "Class %s not found"

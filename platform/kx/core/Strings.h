@@ -16,6 +16,7 @@ class TStrings : public TPersistent {
     virtual std::string Get(int index) const = 0;
     virtual void Put(int index, const std::string& text);
     virtual TObject* GetObject(int index) const;
+    KX_AS_SYSTEM_NAMES(TObject*, GetObject, (int index), (index), const)
     virtual void PutObject(int index, TObject* object);
     virtual void Clear() = 0;
     virtual void Delete(int index) = 0;

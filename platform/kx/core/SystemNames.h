@@ -1,10 +1,22 @@
-// Names that windows.h makes macros of and that functions of ours have too. Here each becomes a function that does what
-// the macro did, so that both kinds may be called: `MessageBox(window, ...)` of the system and
-// `Application().MessageBox(...)`. Whether the A or the W function is meant is what UNICODE says at this place.
+// Names that windows.h makes macros of and that functions of ours have too. Both kinds may be called,
+// `MessageBox(window,
+// ...)` of the system and `Application().MessageBox(...)`, wherever a source includes windows.h:
+//
+// Before our headers, or among them: here each macro becomes a function that does what the macro did. Whether the A or
+// the W function is meant is what UNICODE says at this place.
+//
+// Behind them: the macro makes `MessageBoxA` of our name too, and our class has that one as well. Only a descendant
+// that overrides such a function includes this file once more, behind windows.h.
 //
 // Deliberately without an include guard: it does nothing until windows.h has been included, and works then. Headers of
-// ours with one of these names include it first; a source that includes windows.h behind headers of kx/core, and none
-// of the other folders, includes it once more.
+// ours with one of these names include it first.
+
+#ifndef KX_AS_SYSTEM_NAMES
+/// In a class that has the function `name`: the same under the names of the system's two functions.
+#define KX_AS_SYSTEM_NAMES(result, name, parameters, arguments, qualifiers)                                            \
+    result name##A parameters qualifiers { return name arguments; }                                                    \
+    result name##W parameters qualifiers { return name arguments; }
+#endif
 
 #ifdef UNICODE
 #define KX_SYSTEM_NAME(name) name##W

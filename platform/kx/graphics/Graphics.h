@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kx/core/SystemNames.h"
 #include "kx/graphics/GraphicsTools.h"
 
 #include <memory>
@@ -98,6 +99,7 @@ class TCanvas : public TPersistent {
     void DrawFocusRect(const TRect& rect);
 
     void TextOut(int x, int y, const std::string& text);
+    KX_AS_SYSTEM_NAMES(void, TextOut, (int x, int y, const std::string& text), (x, y, text), )
     /// Clips to `rect` and fills it with the brush, unless that is clear.
     void TextRect(const TRect& rect, int x, int y, const std::string& text);
     /// Size of the text in the canvas's font, as (width, height).
@@ -106,6 +108,7 @@ class TCanvas : public TPersistent {
     int TextHeight(const std::string& text) const { return TextExtent(text).Y; }
     /// The system's formatted text (DT_ flags), in `rect`, which DT_CALCRECT changes to the measured one.
     int DrawText(const std::string& text, TRect& rect, UINT format);
+    KX_AS_SYSTEM_NAMES(int, DrawText, (const std::string& text, TRect& rect, UINT format), (text, rect, format), )
 
     void Draw(int x, int y, const TGraphic& graphic);
     void StretchDraw(const TRect& rect, const TGraphic& graphic);
@@ -139,7 +142,7 @@ private:
     std::unique_ptr<TPen> FPen;
     std::unique_ptr<TBrush> FBrush;
     mutable HGDIOBJ FReplaced[ToolCount] = {}; ///< What our selected tools replaced; null: ours is not selected.
-    DWORD FCopyMode = SRCCOPY;
+    DWORD FCopyMode = 0x00CC0020;              ///< SRCCOPY
     TNotifyEvent FOnChange;
     TNotifyEvent FOnChanging;
 };

@@ -4,6 +4,7 @@
 
 #include "kx/core/Streams.h"
 #include "kx/win/FileStreams.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

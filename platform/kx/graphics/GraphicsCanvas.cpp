@@ -2,6 +2,8 @@
 
 #include "kx/graphics/Graphics.h"
 
+#include "kx/win/Windows.h"
+
 // Texts go to the W functions of GDI. Its A functions go by the font's character set, not by the process's code page,
 // and so garble UTF-8.
 
@@ -176,7 +178,7 @@ void TCanvas::TextOut(int x, int y, const std::string& text) {
     const HDC dc = Require({FontTool, BrushTool});
     MoveToEx(dc, x, y, nullptr);
     const UINT align = SetTextAlign(dc, TA_UPDATECP); // the pen goes to the end of the text
-    TextOutW(dc, 0, 0, wide.data(), static_cast<int>(wide.size()));
+    ::TextOutW(dc, 0, 0, wide.data(), static_cast<int>(wide.size()));
     SetTextAlign(dc, align);
     Changed();
 }
@@ -209,8 +211,8 @@ int TCanvas::DrawText(const std::string& text, TRect& rect, UINT format) {
     const std::wstring wide = ToWide(text);
     RECT area = ToRECT(rect);
     // A pointer to nothing stands for an empty text of length 0.
-    const int height = DrawTextW(Require({FontTool, BrushTool}), wide.c_str(), static_cast<int>(wide.size()), &area,
-                                 format & ~UINT{DT_MODIFYSTRING});
+    const int height = ::DrawTextW(Require({FontTool, BrushTool}), wide.c_str(), static_cast<int>(wide.size()), &area,
+                                   format & ~UINT{DT_MODIFYSTRING});
     rect = FromRECT(area);
     if (draws) {
         Changed();

@@ -2,6 +2,8 @@
 
 #include "kx/graphics/Graphics.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 const TIdentInfo& KxIdentInfo(TColor) {

@@ -2,6 +2,8 @@
 
 #include "kx/graphics/GraphicsDib.h"
 
+#include "kx/win/Windows.h"
+
 #include <cstring>
 
 namespace kx::detail {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/graphics/Graphics.h"
+#include "kx/win/Windows.h"
 
 #include <cstdint>
 #include <span>

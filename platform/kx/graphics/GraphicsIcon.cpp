@@ -2,6 +2,7 @@
 
 #include "kx/core/Streams.h"
 #include "kx/graphics/GraphicsDib.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <cstring>

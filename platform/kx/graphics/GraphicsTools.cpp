@@ -2,6 +2,8 @@
 
 #include "kx/graphics/Graphics.h"
 
+#include "kx/win/Windows.h"
+
 #include <cstring>
 #include <mutex>
 #include <unordered_map>

@@ -3,7 +3,7 @@
 #include "kx/core/Components.h"
 #include "kx/core/Types.h"
 #include "kx/win/Handles.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <initializer_list>
 #include <memory>

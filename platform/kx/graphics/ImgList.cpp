@@ -3,6 +3,7 @@
 #include "kx/graphics/ImgList.h"
 
 #include "kx/graphics/GraphicsDib.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

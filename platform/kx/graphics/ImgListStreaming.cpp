@@ -4,6 +4,7 @@
 #include "kx/core/Streams.h"
 #include "kx/graphics/GraphicsDib.h"
 #include "kx/graphics/ImgList.h"
+#include "kx/win/Windows.h"
 
 #include <cstring>
 

@@ -2,6 +2,8 @@
 
 #include "kx/win/FileStreams.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 namespace {

@@ -3,7 +3,7 @@
 #include "kx/core/Streams.h"
 #include "kx/core/Strings.h"
 #include "kx/win/Handles.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <utility>
 
@@ -54,69 +54,55 @@ private:
 
 namespace detail {
 
-/// Traits of a handle type H that `Function` frees.
-template <class H, auto Function> struct THandleTraits {
+/// How each kind of handle is freed.
+template <class H> struct THandleTraits {
     using THandle = H;
-    static void Close(H handle) { Function(handle); }
+    static void Close(H handle);
 };
+template <> void THandleTraits<HANDLE>::Close(HANDLE handle);
+template <> void THandleTraits<HBITMAP>::Close(HBITMAP handle);
+template <> void THandleTraits<HBRUSH>::Close(HBRUSH handle);
+template <> void THandleTraits<HDC>::Close(HDC handle);
+template <> void THandleTraits<HFONT>::Close(HFONT handle);
+template <> void THandleTraits<HHOOK>::Close(HHOOK handle);
+template <> void THandleTraits<HICON>::Close(HICON handle);
+template <> void THandleTraits<HIMAGELIST>::Close(HIMAGELIST handle);
+template <> void THandleTraits<HKEY>::Close(HKEY handle);
+template <> void THandleTraits<HMENU>::Close(HMENU handle);
+template <> void THandleTraits<HMODULE>::Close(HMODULE handle);
+template <> void THandleTraits<HPEN>::Close(HPEN handle);
+template <> void THandleTraits<HRGN>::Close(HRGN handle);
+template <> void THandleTraits<HWND>::Close(HWND handle);
 
-template <class H> struct TGdiTraits {
-    using THandle = H;
-    static void Close(H handle) { DeleteObject(handle); }
-};
-
-struct TFileTraits {
-    using THandle = HANDLE;
-    static HANDLE Null() { return INVALID_HANDLE_VALUE; }
-    static void Close(HANDLE handle) { CloseHandle(handle); }
-};
-
-struct TImageListTraits {
-    using THandle = HIMAGELIST;
-    static void Close(HIMAGELIST handle) { ImageList_Destroy(handle); }
+struct TFileTraits : THandleTraits<HANDLE> {
+    static HANDLE Null(); ///< INVALID_HANDLE_VALUE
 };
 
 } // namespace detail
 
-using unique_hwnd = unique_handle<detail::THandleTraits<HWND, DestroyWindow>>;
-using unique_hicon = unique_handle<detail::THandleTraits<HICON, DestroyIcon>>;
-using unique_hmenu = unique_handle<detail::THandleTraits<HMENU, DestroyMenu>>;
-using unique_hhook = unique_handle<detail::THandleTraits<HHOOK, UnhookWindowsHookEx>>;
-using unique_hkey = unique_handle<detail::THandleTraits<HKEY, RegCloseKey>>;
-using unique_hmodule = unique_handle<detail::THandleTraits<HMODULE, FreeLibrary>>;
-using unique_handle_object = unique_handle<detail::THandleTraits<HANDLE, CloseHandle>>; ///< Threads, events, ...
+using unique_hwnd = unique_handle<detail::THandleTraits<HWND>>;
+using unique_hicon = unique_handle<detail::THandleTraits<HICON>>;
+using unique_hmenu = unique_handle<detail::THandleTraits<HMENU>>;
+using unique_hhook = unique_handle<detail::THandleTraits<HHOOK>>;
+using unique_hkey = unique_handle<detail::THandleTraits<HKEY>>;
+using unique_hmodule = unique_handle<detail::THandleTraits<HMODULE>>;
+using unique_handle_object = unique_handle<detail::THandleTraits<HANDLE>>; ///< Threads, events, ...
 using unique_hfile = unique_handle<detail::TFileTraits>;
-using unique_hbitmap = unique_handle<detail::TGdiTraits<HBITMAP>>;
-using unique_hbrush = unique_handle<detail::TGdiTraits<HBRUSH>>;
-using unique_hfont = unique_handle<detail::TGdiTraits<HFONT>>;
-using unique_hpen = unique_handle<detail::TGdiTraits<HPEN>>;
-using unique_hrgn = unique_handle<detail::TGdiTraits<HRGN>>;
-using unique_hdc = unique_handle<detail::THandleTraits<HDC, DeleteDC>>; ///< A context made by CreateCompatibleDC.
-using unique_himagelist = unique_handle<detail::TImageListTraits>;
-
-/// A lock held for the length of a scope.
-class TExclusiveLock {
-public:
-    explicit TExclusiveLock(SRWLOCK& lock) : FLock(lock) { AcquireSRWLockExclusive(&lock); }
-    TExclusiveLock(const TExclusiveLock&) = delete;
-    TExclusiveLock& operator=(const TExclusiveLock&) = delete;
-    ~TExclusiveLock() { ReleaseSRWLockExclusive(&FLock); }
-
-private:
-    SRWLOCK& FLock;
-};
+using unique_hbitmap = unique_handle<detail::THandleTraits<HBITMAP>>;
+using unique_hbrush = unique_handle<detail::THandleTraits<HBRUSH>>;
+using unique_hfont = unique_handle<detail::THandleTraits<HFONT>>;
+using unique_hpen = unique_handle<detail::THandleTraits<HPEN>>;
+using unique_hrgn = unique_handle<detail::THandleTraits<HRGN>>;
+using unique_hdc = unique_handle<detail::THandleTraits<HDC>>; ///< A context made by CreateCompatibleDC.
+using unique_himagelist = unique_handle<detail::THandleTraits<HIMAGELIST>>;
 
 /// A window's device context, or the screen's for a null window, given back at the end of the scope.
 class TWindowDC {
 public:
-    explicit TWindowDC(HWND window) : FWindow(window), FHandle(GetDC(window)) {}
+    explicit TWindowDC(HWND window);
     TWindowDC(const TWindowDC&) = delete;
     TWindowDC& operator=(const TWindowDC&) = delete;
-    ~TWindowDC() {
-        if (!FWindow || IsWindow(FWindow)) { // a window takes its contexts along
-            ReleaseDC(FWindow, FHandle);
-        }
-    }
+    ~TWindowDC();
     HDC Handle() const { return FHandle; }
 
 private:
@@ -127,10 +113,10 @@ private:
 /// A context that foreign code runs on, or beside. One of a window goes with the window; not so one in memory.
 class TDrawTarget {
 public:
-    explicit TDrawTarget(HDC dc) : FDC(dc), FWindow(WindowFromDC(dc)) {}
+    explicit TDrawTarget(HDC dc);
     HDC Handle() const { return FDC; }
     /// It can still be used.
-    bool Lives() const { return !FWindow || IsWindow(FWindow); }
+    bool Lives() const;
 
 private:
     HDC FDC;
@@ -140,10 +126,10 @@ private:
 /// An object selected into a context for the length of a scope.
 class TSelectObject {
 public:
-    TSelectObject(HDC dc, HGDIOBJ object) : FDC(dc), FOld(SelectObject(dc, object)) {}
+    TSelectObject(HDC dc, HGDIOBJ object);
     TSelectObject(const TSelectObject&) = delete;
     TSelectObject& operator=(const TSelectObject&) = delete;
-    ~TSelectObject() { SelectObject(FDC, FOld); }
+    ~TSelectObject();
 
 private:
     HDC FDC;

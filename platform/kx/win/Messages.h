@@ -1,7 +1,8 @@
 #pragma once
 
 #include "kx/core/Delegate.h"
-#include "kx/win/Windows.h"
+#include "kx/core/Types.h"
+#include "kx/win/WinTypes.h"
 
 namespace kx {
 
@@ -34,17 +35,5 @@ inline LPARAM MakeLParam(int lo, int hi) {
 
 /// Sees a message of a window, may change it, and answers it.
 using TWndMethod = TEvent<void(TMessage& message)>;
-
-/// Notifications that a control's parent gets (WM_COMMAND, WM_NOTIFY, WM_CTLCOLOR..., WM_DRAWITEM, ...) come back to
-/// the control under their own number plus this one.
-constexpr UINT CN_BASE = 0xBC00;
-constexpr UINT CN_COMMAND = CN_BASE + WM_COMMAND;
-constexpr UINT CN_NOTIFY = CN_BASE + WM_NOTIFY;
-constexpr UINT CN_DRAWITEM = CN_BASE + WM_DRAWITEM;
-constexpr UINT CN_MEASUREITEM = CN_BASE + WM_MEASUREITEM;
-constexpr UINT CN_HSCROLL = CN_BASE + WM_HSCROLL;
-constexpr UINT CN_VSCROLL = CN_BASE + WM_VSCROLL;
-constexpr UINT CN_CTLCOLORMSGBOX = CN_BASE + WM_CTLCOLORMSGBOX;
-constexpr UINT CN_CTLCOLORSTATIC = CN_BASE + WM_CTLCOLORSTATIC;
 
 } // namespace kx

@@ -1,32 +1,42 @@
 #pragma once
 
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <memory>
 
 namespace kx {
+
+namespace detail {
+
+/// A pointer for each thread, null at first, given to `free` when the thread ends.
+class TThreadValue {
+public:
+    using TFree = void(KX_CALLBACK*)(void* value);
+
+    explicit TThreadValue(TFree free);
+    TThreadValue(const TThreadValue&) = delete;
+    TThreadValue& operator=(const TThreadValue&) = delete;
+    ~TThreadValue();
+
+    void* Get() const;
+    void Set(void* value) const;
+
+private:
+    DWORD FIndex;
+};
+
+} // namespace detail
 
 /// One T for each thread that asks for it, made when it first does and freed when the thread ends, or before that when
 /// the library that it is in is unloaded. For static objects alone, and only where T has a destructor, in place of
 /// thread_local: GCC's runtime library for Windows frees the memory of those before it runs their destructors.
 template <class T> class TPerThread {
 public:
-    TPerThread() = default;
-    TPerThread(const TPerThread&) = delete;
-    TPerThread& operator=(const TPerThread&) = delete;
-    ~TPerThread() {
-        // A thread that ended after the unloading would call what is not there any more. At the end of a program other
-        // threads may still use theirs.
-        if (HInstance() != GetModuleHandleA(nullptr)) {
-            FlsFree(FIndex);
-        }
-    }
-
     T& operator*() const {
-        auto* value = static_cast<T*>(FlsGetValue(FIndex));
+        auto* value = static_cast<T*>(FValue.Get());
         if (!value) {
             auto made = std::make_unique<T>();
-            FlsSetValue(FIndex, made.get());
+            FValue.Set(made.get());
             value = made.release();
         }
         return *value;
@@ -34,9 +44,9 @@ public:
     T* operator->() const { return &**this; }
 
 private:
-    static void WINAPI Free(void* value) { delete static_cast<T*>(value); }
+    static void KX_CALLBACK Free(void* value) { delete static_cast<T*>(value); }
 
-    DWORD FIndex = FlsAlloc(Free);
+    detail::TThreadValue FValue{Free};
 };
 
 } // namespace kx

@@ -2,6 +2,8 @@
 
 #include "kx/win/Registry.h"
 
+#include "kx/win/Windows.h"
+
 #include <algorithm>
 
 namespace kx {
@@ -139,7 +141,7 @@ const TClass& TRegistry::StaticClass() {
     return cls.Class();
 }
 
-TRegistry::TRegistry(REGSAM access) : FAccess(access) {}
+TRegistry::TRegistry(REGSAM access) : FRootKey(HKEY_CURRENT_USER), FAccess(access) {}
 
 TRegistry::~TRegistry() = default;
 

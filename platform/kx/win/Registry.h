@@ -3,7 +3,7 @@
 #include "kx/core/Objects.h"
 #include "kx/core/Strings.h"
 #include "kx/win/Handles.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <string>
 #include <vector>
@@ -19,7 +19,7 @@ enum class TRegDataType : uint8_t { Unknown, String, ExpandString, Integer, Bina
 class TRegistry : public TObject {
     KX_CLASS()
 
-    explicit TRegistry(REGSAM access = KEY_ALL_ACCESS);
+    explicit TRegistry(REGSAM access = 0xF003F /* KEY_ALL_ACCESS */);
     ~TRegistry() override;
 
     HKEY RootKey() const { return FRootKey; } ///< HKEY_CURRENT_USER at first.
@@ -74,7 +74,7 @@ class TRegistry : public TObject {
 private:
     bool Open(const std::string& key, bool canCreate, REGSAM access);
 
-    HKEY FRootKey = HKEY_CURRENT_USER;
+    HKEY FRootKey;
     REGSAM FAccess;
     unique_hkey FCurrentKey;
     std::string FCurrentPath;
@@ -86,7 +86,7 @@ class TRegIniFile : public TRegistry {
     KX_CLASS()
 
     /// Opens the key `fileName` below HKEY_CURRENT_USER and creates it if it is missing; empty opens the root itself.
-    explicit TRegIniFile(const std::string& fileName = {}, REGSAM access = KEY_ALL_ACCESS);
+    explicit TRegIniFile(const std::string& fileName = {}, REGSAM access = 0xF003F /* KEY_ALL_ACCESS */);
 
     const std::string& FileName() const { return FFileName; }
 

@@ -4,6 +4,7 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/win/Thunk.h"
+#include "kx/win/Windows.h"
 
 #include <memory>
 

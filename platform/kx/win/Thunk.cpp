@@ -2,8 +2,10 @@
 
 #include "kx/win/Thunk.h"
 
+#include "kx/win/ExclusiveLock.h"
 #include "kx/win/Handles.h"
 #include "kx/win/System.h"
+#include "kx/win/Windows.h"
 
 #include <cstring>
 #include <deque>

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
+
+#include <cstddef>
 
 namespace kx {
 
@@ -17,7 +19,7 @@ namespace kx {
 /// thunk takes it. Whoever may still be called (a subclassed window) therefore keeps the thunk; see TSubclass.
 class TThunk {
 public:
-    using TTarget = LRESULT(CALLBACK*)(void* object, UINT message, WPARAM wParam, LPARAM lParam);
+    using TTarget = LRESULT(KX_CALLBACK*)(void* object, UINT message, WPARAM wParam, LPARAM lParam);
 
     static constexpr size_t MaxBuiltIn = 128;
 

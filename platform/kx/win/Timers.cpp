@@ -3,6 +3,7 @@
 #include "kx/win/Timers.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/win/Windows.h"
 
 #include <mutex>
 #include <unordered_map>

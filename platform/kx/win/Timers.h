@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kx/core/Components.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 namespace kx {
 

@@ -27,6 +27,7 @@
 
 #include "kx/core/SysUtils.h"
 #include "kx/core/Types.h"
+#include "kx/win/WinTypes.h"
 
 namespace kx {
 

@@ -5,6 +5,13 @@
 
 namespace kx {
 
+namespace detail {
+/// A notification that the system's dialog gets of one of its controls.
+bool IsCommand(const TMessage& message, int control, int notification);
+bool IsLastMessage(const TMessage& message); ///< The window is being destroyed.
+void SetTitle(HWND window, const std::string& title);
+} // namespace detail
+
 /// What the colour and the print dialog share: a dialog of the system, T, whose one window the library takes over as
 /// soon as it is complete.
 template <class T> class TKxBoxDialog : public T, public TKxDlgCore {
@@ -40,10 +47,6 @@ protected:
         FOnCanClose(this, allow);
         return allow;
     }
-    /// A notification that the system's dialog gets of one of its controls.
-    static bool IsCommand(const TMessage& message, int control, int notification) {
-        return message.Msg == WM_COMMAND && message.WParamLo() == control && message.WParamHi() == notification;
-    }
 
     /// Fires OnEventHooking, by the method that the dialog has for it.
     virtual void Ask(TMessage& message, bool& allow) = 0;
@@ -68,14 +71,14 @@ template <class T> void TKxBoxDialog<T>::DoShow() {
 template <class T> void TKxBoxDialog<T>::ShowTitle() {
     const std::string title = Title(); // handlers of the message may free the dialog
     if (!title.empty()) {
-        SetWindowTextA(FDlgHandle, title.c_str());
+        detail::SetTitle(FDlgHandle, title);
     }
 }
 
 template <class T> void TKxBoxDialog<T>::FireHooking(TMessage& message, bool& allow) {
     const TAlive alive(*static_cast<T*>(this));
     const bool going = !alive; // then its destructor waits for this message
-    const bool destroyed = message.Msg == WM_DESTROY;
+    const bool destroyed = detail::IsLastMessage(message);
     Ask(message, allow);
     if (destroyed && !allow && (going || alive)) {
         // The system is kept from the message, but the window goes all the same: with the forms, were they left in it.

@@ -2,6 +2,8 @@
 
 #include "kx/colorprint/KxColorDlg.h"
 
+#include "kx/win/Windows.h"
+
 #include <array>
 
 namespace kx {
@@ -111,7 +113,7 @@ void TKxCustomColorDialog::DoClose() {
 
 TKxMsgVerdict TKxCustomColorDialog::BeforeSystem(TMessage& message) {
     bool allow = true;
-    if (IsCommand(message, IDOK, BN_CLICKED)) {
+    if (detail::IsCommand(message, IDOK, BN_CLICKED)) {
         allow = AllowsClosing();
     } else if (IsCommandOf(message, AddButton)) {
         allow = AllowsAdding();

@@ -2,6 +2,8 @@
 
 #include "kx/colorprint/KxPrintDlg.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 namespace {
@@ -120,16 +122,16 @@ std::string TKxCustomPrintDialog::ShownPrinter(int size) const {
 // --- Messages of the dialog window
 
 bool TKxCustomPrintDialog::IsPrinterChange(const TMessage& message) {
-    return IsCommand(message, PrinterCombo, CBN_SELCHANGE);
+    return detail::IsCommand(message, PrinterCombo, CBN_SELCHANGE);
 }
 
 TKxMsgVerdict TKxCustomPrintDialog::BeforeSystem(TMessage& message) {
     bool allow = true;
-    if (IsCommand(message, IDOK, BN_CLICKED)) {
+    if (detail::IsCommand(message, IDOK, BN_CLICKED)) {
         allow = AllowsClosing();
     } else if (IsPrinterChange(message)) {
         allow = AllowsPrinter();
-    } else if (IsCommand(message, PropertiesButton, BN_CLICKED)) {
+    } else if (detail::IsCommand(message, PropertiesButton, BN_CLICKED)) {
         allow = AllowsSetup();
     }
     return allow ? mvPass : mvStop;
@@ -138,9 +140,9 @@ TKxMsgVerdict TKxCustomPrintDialog::BeforeSystem(TMessage& message) {
 void TKxCustomPrintDialog::AfterSystem(TMessage& message) {
     if (IsPrinterChange(message)) {
         FOnChangePrn(this);
-    } else if (IsCommand(message, CopiesEdit, EN_CHANGE)) {
+    } else if (detail::IsCommand(message, CopiesEdit, EN_CHANGE)) {
         FOnChangeCopies(this);
-    } else if (IsCommand(message, PropertiesButton, BN_CLICKED)) {
+    } else if (detail::IsCommand(message, PropertiesButton, BN_CLICKED)) {
         FOnSetupPrn(this);
     }
 }

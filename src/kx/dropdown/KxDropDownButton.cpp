@@ -5,6 +5,8 @@
 #include "kx/dropdown/KxDropDownButtonGlyph.h"
 #include "kx/ui/controls/ActnList.h"
 #include "kx/ui/forms/Forms.h"
+#include "kx/win/ReflectedMessages.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

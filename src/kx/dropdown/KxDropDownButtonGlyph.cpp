@@ -2,6 +2,8 @@
 
 #include "kx/dropdown/KxDropDownButtonGlyph.h"
 
+#include "kx/win/Windows.h"
+
 #include <algorithm>
 
 namespace kx {

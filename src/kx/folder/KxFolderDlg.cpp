@@ -5,9 +5,11 @@
 #include "kx/core/Barrier.h"
 #include "kx/frame/KxRunning.h"
 #include "kx/win/System.h"
+#include "kx/win/Windows.h"
 
 #include <cstring>
 #include <shellapi.h>
+#include <shlobj.h>
 
 namespace kx {
 
@@ -100,7 +102,7 @@ void TKxCustomFolderDialog::SetSelFolder(const std::string& value) {
     Tell(BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(path.c_str()));
 }
 
-void TKxCustomFolderDialog::SetSelPidl(LPCITEMIDLIST value) {
+void TKxCustomFolderDialog::SetSelPidl(const ITEMIDLIST* value) {
     // What was held lives on until the end: `value` may be it.
     const unique_pidl old = std::exchange(FSelPidl, CreatePIDLCopy(value));
     if (FInitializing) {
@@ -161,7 +163,7 @@ std::string Fitting(const std::string& text, size_t buffer) {
 }
 
 /// `buffer` is what the browser wrote. A name that does not fit into its MAX_PATH bytes is cut off, or missing.
-std::string DisplayNameOf(LPCITEMIDLIST pidl, const char* buffer) {
+std::string DisplayNameOf(const ITEMIDLIST* pidl, const char* buffer) {
     constexpr size_t longestCharacter = 4;
     const size_t length = std::strlen(buffer);
     SHFILEINFOA info{};
@@ -175,7 +177,7 @@ std::string DisplayNameOf(LPCITEMIDLIST pidl, const char* buffer) {
 
 unique_pidl SpecialFolderPidl(TKxSpecShellFolder folder) {
     unique_pidl pidl;
-    const HRESULT found = SHGetSpecialFolderLocation(Application().Handle(), constFolders[folder], pidl.put());
+    const HRESULT found = FindSpecialFolder(Application().Handle(), folder, pidl);
     if (!pidl) {
         throw EOSError("Can not get folder location (Pidl)", static_cast<uint32_t>(found));
     }
@@ -324,7 +326,7 @@ int CALLBACK TKxCustomFolderDialog::BrowseCallBack(HWND window, UINT code, LPARA
 void TKxCustomFolderDialog::BrowseProc(const TMessage& message) {
     switch (message.Msg) {
     case BFFM_INITIALIZED: Initialized(); break;
-    case BFFM_SELCHANGED: SelChanged(reinterpret_cast<LPCITEMIDLIST>(message.WParam)); break;
+    case BFFM_SELCHANGED: SelChanged(reinterpret_cast<const ITEMIDLIST*>(message.WParam)); break;
     default: break;
     }
 }
@@ -368,7 +370,7 @@ void TKxCustomFolderDialog::SelectAgain() {
     }
 }
 
-void TKxCustomFolderDialog::SelChanged(LPCITEMIDLIST selection) {
+void TKxCustomFolderDialog::SelChanged(const ITEMIDLIST* selection) {
     ++FSelection;
     FSelPidl = CreatePIDLCopy(selection);
     FSelFolder = GetPathFromPIDL(selection);

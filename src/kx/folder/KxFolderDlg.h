@@ -96,7 +96,7 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
     /// Display name that the system gave for it.
     const std::string& DispName() const { return FDispName; }
     /// Identifier list of the last Execute's result; null when it was cancelled. The dialog owns it.
-    LPCITEMIDLIST Pidl() const { return FPidl.get(); }
+    const ITEMIDLIST* Pidl() const { return FPidl.get(); }
 
     // --- The running dialog
 
@@ -110,8 +110,8 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
     void SetSelFolder(const std::string& value);
     /// First item of the selection's absolute identifier list, valid until the selection changes. Setting it takes the
     /// whole list.
-    LPCITEMIDLIST SelPidl() const { return FSelPidl.get(); }
-    void SetSelPidl(LPCITEMIDLIST value);
+    const ITEMIDLIST* SelPidl() const { return FSelPidl.get(); }
+    void SetSelPidl(const ITEMIDLIST* value);
 
     // --- Events
 
@@ -141,14 +141,14 @@ protected:
 private:
     class TRun;
 
-    static int CALLBACK BrowseCallBack(HWND window, UINT code, LPARAM param, LPARAM data) noexcept;
+    static int KX_CALLBACK BrowseCallBack(HWND window, UINT code, LPARAM param, LPARAM data) noexcept;
 
     HWND BrowserOwner() const;
     bool Browse(HWND owner);
     unique_pidl RootPidl() const;
     UINT BrowseFlags() const;
     void Initialized();
-    void SelChanged(LPCITEMIDLIST selection);
+    void SelChanged(const ITEMIDLIST* selection);
     void ReleaseWindow();
     void EndRun();
     void SelectAgain();

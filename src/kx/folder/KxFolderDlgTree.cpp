@@ -3,6 +3,7 @@
 #include "kx/folder/KxFolderDlg.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/win/Windows.h"
 
 // The folder tree of the browser, and the application's form in its place.
 

@@ -3,6 +3,7 @@
 #include "kx/frame/KxCommonDialog.h"
 
 #include "kx/ui/controls/ControlTypes.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -3,6 +3,7 @@
 #include "kx/frame/KxCustDlgParams.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -4,6 +4,7 @@
 
 #include "kx/frame/KxDlgGeometry.h"
 #include "kx/frame/KxWhileAlive.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -3,6 +3,7 @@
 #include "kx/frame/KxCustDlgParams.h"
 
 #include "kx/frame/KxDlgGeometry.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

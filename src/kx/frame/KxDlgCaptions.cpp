@@ -2,6 +2,8 @@
 
 #include "kx/frame/KxDlgCaptions.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 namespace {

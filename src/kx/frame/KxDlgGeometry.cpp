@@ -4,6 +4,7 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/ui/controls/Controls.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kx/frame/KxDlgLayout.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 namespace kx {
 
@@ -15,7 +15,7 @@ TRect KxRectIn(HWND container, HWND window); ///< Outer rectangle in client coor
 void ResizeWindow(HWND handle, int width, int height);
 
 /// EnumChildWindows for the direct children alone: forms docked in a dialog may bring hundreds of others.
-void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data);
+void KxEnumDirectChildren(HWND window, BOOL(KX_CALLBACK* callback)(HWND, LPARAM), LPARAM data);
 
 /// Moves a direct child of `dialog` by so many pixels; all others stay. @throws EIntOverflow
 void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy);
@@ -26,7 +26,7 @@ TDlgFrame KxDlgFrame(); ///< As the system draws it.
 extern thread_local HWND GHandle;
 /// For EnumChildWindows: moves a direct child of GHandle right, or down, by `delta` and the dialog frame, to make room
 /// for a docked form. Always TRUE.
-BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept;
-BOOL CALLBACK MoveDown(HWND window, LPARAM delta) noexcept;
+BOOL KX_CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept;
+BOOL KX_CALLBACK MoveDown(HWND window, LPARAM delta) noexcept;
 
 } // namespace kx

@@ -4,6 +4,7 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/frame/KxDlgParams.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -3,8 +3,10 @@
 #include "kx/frame/KxShellDefs.h"
 
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 
 #include <cstring>
+#include <shlobj.h>
 
 namespace kx {
 
@@ -44,7 +46,7 @@ unique_com<IMalloc> ShellAllocator() {
 
 } // namespace
 
-void detail::TPidlTraits::Close(LPITEMIDLIST pidl) {
+void detail::TPidlTraits::Close(ITEMIDLIST* pidl) {
     if (const auto allocator = ShellAllocator()) {
         allocator.get()->Free(pidl);
     }
@@ -108,7 +110,7 @@ std::string GetSpecFolderName(TKxSpecShellFolder folder) {
 }
 
 void GetSpecFolders(TStrings& list) {
-    for (const TKxSpecShellFolder folder : {ftDesktop, ftDrives, ftPersonal, ftFavorites}) {
+    for (const TKxSpecShellFolder folder : KxOfferedFolders) {
         list.Add(GetSpecFolderName(folder));
     }
 }
@@ -118,22 +120,22 @@ void GetSpecFolders(TStrings& list) {
 namespace {
 
 /// The bytes behind the first item; `pidl` has one.
-LPITEMIDLIST Behind(LPCITEMIDLIST pidl) {
+ITEMIDLIST* Behind(const ITEMIDLIST* pidl) {
     auto* const bytes = const_cast<BYTE*>(reinterpret_cast<const BYTE*>(pidl));
-    return reinterpret_cast<LPITEMIDLIST>(bytes + pidl->mkid.cb);
+    return reinterpret_cast<ITEMIDLIST*>(bytes + pidl->mkid.cb);
 }
 
 } // namespace
 
-LPITEMIDLIST GetNextItemID(LPCITEMIDLIST pidl) {
+ITEMIDLIST* GetNextItemID(const ITEMIDLIST* pidl) {
     if (!pidl || pidl->mkid.cb == 0) {
         return nullptr;
     }
-    const LPITEMIDLIST next = Behind(pidl);
+    ITEMIDLIST* const next = Behind(pidl);
     return next->mkid.cb == 0 ? nullptr : next;
 }
 
-int GetPIDLSize(LPCITEMIDLIST pidl) {
+int GetPIDLSize(const ITEMIDLIST* pidl) {
     if (!pidl) {
         return 0;
     }
@@ -144,26 +146,37 @@ int GetPIDLSize(LPCITEMIDLIST pidl) {
     return size;
 }
 
-unique_pidl CreatePIDLCopy(LPCITEMIDLIST pidl) {
+unique_pidl CreatePIDLCopy(const ITEMIDLIST* pidl) {
     const auto size = static_cast<size_t>(GetPIDLSize(pidl));
     const auto allocator = ShellAllocator();
     if (size == 0 || !allocator) {
         return {};
     }
-    unique_pidl copy(static_cast<LPITEMIDLIST>(allocator.get()->Alloc(size)));
+    unique_pidl copy(static_cast<ITEMIDLIST*>(allocator.get()->Alloc(size)));
     if (copy) {
         std::memcpy(copy.get(), pidl, size);
         // Deliberate: only the first item is kept, where one would expect the whole list; callers copy single items.
-        if (const LPITEMIDLIST second = GetNextItemID(copy.get())) {
+        if (ITEMIDLIST* const second = GetNextItemID(copy.get())) {
             second->mkid.cb = 0;
         }
     }
     return copy;
 }
 
+namespace {
+
+/// Where a function of the shell puts a list.
+LPITEMIDLIST* Out(unique_pidl& pidl) { return reinterpret_cast<LPITEMIDLIST*>(pidl.put()); }
+
+} // namespace
+
+HRESULT FindSpecialFolder(HWND owner, TKxSpecShellFolder folder, unique_pidl& pidl) {
+    return SHGetSpecialFolderLocation(owner, constFolders[folder], Out(pidl));
+}
+
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl) {
     std::wstring name = ToWide(path);
-    return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, pidl.put(), nullptr);
+    return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, Out(pidl), nullptr);
 }
 
 unique_pidl CreatePIDLFromPath(const std::string& path, const char* notThere) {
@@ -185,7 +198,7 @@ IShellBrowser* KxShellBrowserOf(HWND window) {
     return reinterpret_cast<IShellBrowser*>(SendMessageA(window, getShellBrowser, 0, 0));
 }
 
-std::string GetPathFromPIDL(LPCITEMIDLIST pidl) {
+std::string GetPathFromPIDL(const ITEMIDLIST* pidl) {
     char path[MAX_PATH] = "";
     return pidl && SHGetPathFromIDListA(pidl, path) ? path : "";
 }

@@ -2,9 +2,7 @@
 
 #include "kx/core/Strings.h"
 #include "kx/win/Handles.h"
-#include "kx/win/Windows.h"
-
-#include <shlobj.h>
+#include "kx/win/WinTypes.h"
 
 #include <array>
 #include <cstddef>
@@ -50,11 +48,14 @@ KX_ENUM(TKxSpecShellFolder, "ftNone", "ftRecycleBin", "ftCommonDesktopDir", "ftC
 inline constexpr std::array<int32_t, 22> constFolders = {-1976, 10, 25, 23, 22, 24, 3, 0, 16, 17, 20,
                                                          19,    18, 5,  6,  4,  2,  8, 9, 11, 7,  21};
 
+/// The special folders that are offered to the user, in this order.
+inline constexpr std::array<TKxSpecShellFolder, 4> KxOfferedFolders = {ftDesktop, ftDrives, ftPersonal, ftFavorites};
+
 namespace detail {
 
 struct TPidlTraits {
-    using THandle = LPITEMIDLIST;
-    static void Close(LPITEMIDLIST pidl);
+    using THandle = ITEMIDLIST*;
+    static void Close(ITEMIDLIST* pidl);
 };
 
 template <class I> struct TComTraits {
@@ -77,23 +78,27 @@ std::string GetSpecFolderName(TKxSpecShellFolder folder);
 /// A text of the shell's own library, at most 253 bytes of it; empty when it has none of that number.
 std::string LoadShellText(UINT id);
 
-/// Appends the names of ftDesktop, ftDrives, ftPersonal and ftFavorites, in this order.
+/// Appends the names of KxOfferedFolders, in this order.
 void GetSpecFolders(TStrings& list);
 
 /// The item behind the first one of the list; null for the last item, an empty list and null.
-LPITEMIDLIST GetNextItemID(LPCITEMIDLIST pidl);
+ITEMIDLIST* GetNextItemID(const ITEMIDLIST* pidl);
 
 /// Size of the whole list in bytes, its terminator included; 0 for null.
-int GetPIDLSize(LPCITEMIDLIST pidl);
+int GetPIDLSize(const ITEMIDLIST* pidl);
 
 /// A list of the source's first item alone, in an allocation of the size of the whole source; empty when there is no
 /// memory, or no source.
-unique_pidl CreatePIDLCopy(LPCITEMIDLIST pidl);
+unique_pidl CreatePIDLCopy(const ITEMIDLIST* pidl);
 
 /// Absolute list of a path in the file system.
 /// @throws EOSError "Error getting IShellFolder interface", and `notThere` for a path that is not there.
 unique_pidl CreatePIDLFromPath(const std::string& path,
                                const char* notThere = "Error parsing folder name to PIDL(does folder exist?)");
+
+/// Looks up where a special folder, not ftNone, is; `owner` is the window in which the shell may ask the user. `pidl`
+/// is an absolute list, or empty when there is no such folder.
+HRESULT FindSpecialFolder(HWND owner, TKxSpecShellFolder folder, unique_pidl& pidl);
 
 /// Parses a path as `folder` names it, with no window to ask the user in; `pidl` is empty unless it answers S_OK.
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl);
@@ -102,6 +107,6 @@ HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pi
 IShellBrowser* KxShellBrowserOf(HWND window);
 
 /// Path of an absolute list; empty when it is no object of the file system.
-std::string GetPathFromPIDL(LPCITEMIDLIST pidl);
+std::string GetPathFromPIDL(const ITEMIDLIST* pidl);
 
 } // namespace kx

@@ -4,7 +4,9 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/win/System.h"
+#include "kx/win/Windows.h"
 
+#include <objbase.h>
 #include <ole2.h>
 
 namespace kx {

@@ -43,14 +43,14 @@ protected:
 
 private:
     static void EnableTaskWindows();
-    static BOOL CALLBACK DoEnableWindow(HWND window, LPARAM) noexcept;
+    static BOOL KX_CALLBACK DoEnableWindow(HWND window, LPARAM) noexcept;
     void ReleaseDialog();
 
     ICommonDialog* FDialog = nullptr;
     const TComponent* FComponent = nullptr; ///< The dialog.
     TKxModelessDialog* FModelessDialog = nullptr;
     std::unique_ptr<TDialogHold> FHold; ///< Of a dialog of the framework. The application's thread's, as all here.
-    TComponentRefs FForms;                 ///< Those that were made ready.
+    TComponentRefs FForms;              ///< Those that were made ready.
     TNotifyEvent FShowBefore;           ///< The dialog's internal notification before this showing.
     bool FDialogResult = false;
 };

@@ -2,6 +2,8 @@
 
 #include "kx/opensave/KxFileDlgControls.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 HWND KxFindToolbar(HWND dialog, int commandId) {

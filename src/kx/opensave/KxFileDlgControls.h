@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kx/core/TypInfo.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <array>
 
@@ -29,6 +29,8 @@ inline constexpr TKxOpenDlgControls KxAllOpenDlgControls{dcFolderCombo,   dcFold
                                                          dcFileTypeLabel, dcToolBar};
 
 // Control ids of the system's file dialogs.
+inline constexpr int KxOkId = 1;
+inline constexpr int KxCancelId = 2;
 inline constexpr int KxFileNameEditId = 1152;  ///< The file name control of a dialog with the classic edit,
 inline constexpr int KxFileNameComboId = 1148; ///< and of one with the newer combo box.
 inline constexpr int KxFileNameLabelId = 1090;
@@ -44,8 +46,8 @@ inline constexpr int KxNativePlacesBarId = 1184; ///< The system's own places ba
 
 /// Control id of each standard control. The tool bar has none: it is found by its class.
 inline constexpr std::array<int, dcToolBar> KxOpenDlgControlIds{
-    KxFolderComboId,   KxFolderLabelId, KxListPlaceholderId, IDOK, IDCANCEL, KxFileNameEditId,
-    KxFileNameLabelId, KxFileTypeId,    KxFileTypeLabelId};
+    KxFolderComboId,  KxFolderLabelId,   KxListPlaceholderId, KxOkId,           KxCancelId,
+    KxFileNameEditId, KxFileNameLabelId, KxFileTypeId,        KxFileTypeLabelId};
 
 // Commands of the navigation tool bar.
 inline constexpr WORD KxCmdUpLevel = 40961;

@@ -4,6 +4,9 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/frame/KxWhileAlive.h"
+#include "kx/win/Windows.h"
+
+#include <commdlg.h>
 
 namespace kx {
 
@@ -42,7 +45,7 @@ void TKxFileDlgCore::SetSelFilesList(const TStrings& value) {
     }
 }
 
-LPCITEMIDLIST TKxFileDlgCore::GetSelPathPidl() {
+const ITEMIDLIST* TKxFileDlgCore::GetSelPathPidl() {
     unique_pidl folder;
     if (!Outlives(Existence(), [&] { folder = Window().GetSelPathPidl(); })) {
         return nullptr;

@@ -38,7 +38,7 @@ public:
     std::string SelectedFolder() const { return Window().GetSelPath(); }
     void SetSelectedFolder(const std::string& value) { Window().SetSelPath(value); }
     /// Identifier list of the shown folder. The dialog owns it; it is valid until the next call.
-    LPCITEMIDLIST SelectedFolderPidl() { return GetSelPathPidl(); }
+    const ITEMIDLIST* SelectedFolderPidl() { return GetSelPathPidl(); }
     /// Text of the file name control.
     std::string FilenameText() const { return Window().GetFNameText(); }
     void SetFilenameText(const std::string& value) { Window().SetFNameText(value); }
@@ -49,7 +49,7 @@ public:
     void SetSelFiles(const std::string& value);
     const TStringList& GetSelFilesList();
     void SetSelFilesList(const TStrings& value);
-    LPCITEMIDLIST GetSelPathPidl();
+    const ITEMIDLIST* GetSelPathPidl();
     /// Keeps the set and, in the running dialog, shows and hides the controls by it.
     virtual void SetVisibleCtrls(TKxOpenDlgControls value);
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "kx/core/TypInfo.h"
+#include "kx/frame/KxCommonDialog.h"
+#include "kx/opensave/KxFileDlgControls.h"
 
 // What the library's file dialogs publish alike, for their property tables, in the order that they share. T is the
 // dialog's class.

@@ -5,8 +5,11 @@
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/System.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <commdlg.h>
+#include <objbase.h>
 #include <vector>
 
 namespace kx {
@@ -43,6 +46,8 @@ std::string KxWindowText(HWND window) {
     text.resize(static_cast<size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
     return text;
 }
+
+HWND TKxFileDlgWindow::Item(int controlId) const { return FDialog ? GetDlgItem(FDialog, controlId) : nullptr; }
 
 // --- File name control
 
@@ -84,7 +89,7 @@ unique_pidl TKxFileDlgWindow::GetSelPathPidl() const {
     if (size <= 0) {
         return {};
     }
-    unique_pidl pidl(static_cast<LPITEMIDLIST>(CoTaskMemAlloc(static_cast<SIZE_T>(size))));
+    unique_pidl pidl(static_cast<ITEMIDLIST*>(CoTaskMemAlloc(static_cast<SIZE_T>(size))));
     if (pidl) {
         SendMessageA(FDialog, CDM_GETFOLDERIDLIST, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(pidl.get()));
     }

@@ -18,7 +18,7 @@ class TKxFileDlgWindow {
 public:
     explicit TKxFileDlgWindow(HWND dialog) : FDialog(dialog) {}
 
-    HWND Item(int controlId) const { return FDialog ? GetDlgItem(FDialog, controlId) : nullptr; }
+    HWND Item(int controlId) const;
 
     // --- File name control
 
@@ -75,6 +75,6 @@ private:
 std::string KxWindowText(HWND window); ///< Of any length; empty for no window.
 
 /// Child enumeration callback: shows (`show` not 0) or hides the dialog's navigation tool bar, the first one found.
-BOOL CALLBACK KxSrvShowToolBar(HWND window, LPARAM show);
+BOOL KX_CALLBACK KxSrvShowToolBar(HWND window, LPARAM show);
 
 } // namespace kx

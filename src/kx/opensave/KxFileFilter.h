@@ -2,7 +2,7 @@
 
 #include "kx/core/Alive.h"
 #include "kx/core/Components.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <string>
 #include <unordered_map>

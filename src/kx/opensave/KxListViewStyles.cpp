@@ -2,6 +2,8 @@
 
 #include "kx/opensave/KxListViewStyles.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 const TClass& TKxListViewStyles::StaticClass() {

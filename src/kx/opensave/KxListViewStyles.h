@@ -3,7 +3,7 @@
 #include "kx/core/Alive.h"
 #include "kx/core/Components.h"
 #include "kx/ui/widgets/ListViewTypes.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 namespace kx {
 

@@ -3,7 +3,9 @@
 #include "kx/opensave/KxNativePlacesBar.h"
 
 #include "kx/win/System.h"
+#include "kx/win/Windows.h"
 
+#include <commdlg.h>
 #include <cstddef>
 
 namespace kx {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "kx/win/Windows.h"
-
-#include <commdlg.h>
+#include "kx/win/WinTypes.h"
 
 namespace kx {
 
@@ -13,8 +11,7 @@ OPENFILENAMEA KxWithPlacesBar(const OPENFILENAMEA& record);
 bool PlacesBarSupported();
 /// The same for a given version: platform 2 is the NT line, 1 the 9x line.
 constexpr bool PlacesBarSupported(DWORD platform, DWORD major, DWORD minor) {
-    return (platform == VER_PLATFORM_WIN32_NT && major >= 5) ||
-           (platform == VER_PLATFORM_WIN32_WINDOWS && (major > 4 || (major == 4 && minor >= 90)));
+    return (platform == 2 && major >= 5) || (platform == 1 && (major > 4 || (major == 4 && minor >= 90)));
 }
 
 } // namespace kx

@@ -8,6 +8,10 @@
 #include "kx/opensave/KxNativePlacesBar.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/System.h"
+#include "kx/win/Windows.h"
+
+#include <commdlg.h>
+#include <shlobj.h>
 
 namespace kx {
 

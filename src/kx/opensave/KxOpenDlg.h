@@ -151,8 +151,8 @@ private:
     bool AllowsSharedFiles();
     void TellOfShareViolation(const std::string& fileName) const;
     void InstallHooks();
-    static LRESULT CALLBACK NewKeybHook(int code, WPARAM key, LPARAM flags);
-    static LRESULT CALLBACK NewWndHook(int code, WPARAM wParam, LPARAM lParam);
+    static LRESULT KX_CALLBACK NewKeybHook(int code, WPARAM key, LPARAM flags);
+    static LRESULT KX_CALLBACK NewWndHook(int code, WPARAM wParam, LPARAM lParam);
     void MessageHandled(const CWPRETSTRUCT& message);
     bool SwallowsKey(WPARAM key) const;
 
@@ -172,7 +172,7 @@ private:
     void FitPlacesBar();
     void FreePlacesBar();
     void ShowFolderInPlaces();
-    static BOOL CALLBACK MoveLeft1(HWND window, LPARAM delta) noexcept;
+    static BOOL KX_CALLBACK MoveLeft1(HWND window, LPARAM delta) noexcept;
 
     // Tool bar
     void TakeToolBar();

@@ -5,6 +5,7 @@
 #include "kx/frame/KxShellDefs.h"
 #include "kx/opensave/KxFileDlgControls.h"
 #include "kx/opensave/KxFileDlgWindow.h"
+#include "kx/win/Windows.h"
 
 #include <commdlg.h>
 

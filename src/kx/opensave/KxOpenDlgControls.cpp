@@ -5,6 +5,9 @@
 #include "kx/core/Barrier.h"
 #include "kx/dropdown/KxDropDownButton.h"
 #include "kx/frame/KxWhileAlive.h"
+#include "kx/win/Windows.h"
+
+#include <commdlg.h>
 
 // What the running dialog shows: its controls, the OK button with a menu, and what stands in the place of its list.
 

@@ -3,6 +3,7 @@
 #include "kx/opensave/KxOpenDlgEx.h"
 
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

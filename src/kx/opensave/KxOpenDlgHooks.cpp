@@ -5,6 +5,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/win/System.h"
 #include "kx/win/Thunk.h"
+#include "kx/win/Windows.h"
 
 // The hooks of the running dialog and what they watch over: the shell makes its view and its list anew with every
 // change of folder, and fills the list when it has the time.

@@ -4,6 +4,7 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/frame/KxWhileAlive.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

@@ -5,8 +5,10 @@
 #include "kx/core/Barrier.h"
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/opensave/KxNativePlacesBar.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <shlobj.h>
 
 // The library's places bar and the application's tool bar in the running dialog.
 
@@ -22,8 +24,7 @@ bool LiesElsewhere(const TKxPlace& place, const std::string& folder) {
     if (place.PlaceSpecPath() != ftNone) {
         return false;
     }
-    const std::string path =
-        place.PlaceRegPath().empty() ? place.PlacePath() : ExtractRegStringValue(place.PlaceRegPath());
+    const std::string path = place.FolderPath();
     if (path.starts_with("::")) { // an object of the shell by its identifier, which is on no drive
         return false;
     }
@@ -31,7 +32,7 @@ bool LiesElsewhere(const TKxPlace& place, const std::string& folder) {
 }
 
 /// Number of items in the list.
-int DepthOf(LPCITEMIDLIST pidl) {
+int DepthOf(const ITEMIDLIST* pidl) {
     int depth = 0;
     for (; pidl && pidl->mkid.cb != 0; pidl = GetNextItemID(pidl)) {
         ++depth;

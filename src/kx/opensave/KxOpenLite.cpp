@@ -5,6 +5,9 @@
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/opensave/KxFileDlgPublish.h"
 #include "kx/opensave/KxNativePlacesBar.h"
+#include "kx/win/Windows.h"
+
+#include <commdlg.h>
 
 namespace kx {
 

@@ -35,7 +35,7 @@ protected:
     /// Makes this the running dialog while the result lives. Whoever runs the dialog in a way of their own calls it
     /// first.
     [[nodiscard]] TRunning PrepareExecution() { return TRunning(*this); }
-    using TSystemDialog = BOOL WINAPI(OPENFILENAMEA* record);
+    using TSystemDialog = BOOL KX_CALLBACK(OPENFILENAMEA* record);
     /// Runs the system's dialog, with the places bar when the running dialog component wants it.
     static bool RunLite(TSystemDialog* dialog, OPENFILENAMEA& record);
 

@@ -4,6 +4,7 @@
 
 #include "kx/opensave/KxFileDlgControls.h"
 #include "kx/win/FileStreams.h"
+#include "kx/win/Windows.h"
 
 #include <shlwapi.h>
 
@@ -24,7 +25,7 @@ unique_com<IShellView> ViewOf(HWND listView) {
 }
 
 /// File name of an entry, its last identifier alone given; empty when it has no path.
-std::string FileNameOf(LPCITEMIDLIST child) {
+std::string FileNameOf(const ITEMIDLIST* child) {
     wchar_t path[MAX_PATH] = L"";
     // The identifier list is relative to its folder. Taken as a full one, as here, it yields a path in some other
     // folder; its last part is the entry's name all the same.
@@ -68,7 +69,7 @@ TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) cons
     } else if (FView) {
         FView.get()->Item(index, entry.Child.put());
     }
-    const auto* const child = FVirtual ? entry.Child.get() : reinterpret_cast<LPCITEMIDLIST>(entry.Param);
+    const auto* const child = FVirtual ? entry.Child.get() : reinterpret_cast<const ITEMIDLIST*>(entry.Param);
     if (AskShell(entry, child) || FVirtual) {
         return entry;
     }
@@ -79,7 +80,7 @@ TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) cons
 }
 
 /// Finds out what the entry is from the shell, which knows it without a look at a disk that may be far away.
-bool TKxShellList::AskShell(TEntry& entry, LPCITEMIDLIST child) const {
+bool TKxShellList::AskShell(TEntry& entry, const ITEMIDLIST* child) const {
     SFGAOF traits = SFGAO_FOLDER | SFGAO_STREAM | SFGAO_FILESYSTEM;
     if (!FFolder || !child || FAILED(FFolder.get()->GetAttributesOf(1, &child, &traits))) {
         return false;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "kx/frame/KxShellDefs.h"
+#include "kx/win/Windows.h"
 
+#include <shlobj.h>
 #include <string>
 #include <vector>
 
@@ -43,7 +45,7 @@ public:
     bool Remove(const std::vector<TEntry>& entries) const;
 
 private:
-    bool AskShell(TEntry& entry, LPCITEMIDLIST child) const;
+    bool AskShell(TEntry& entry, const ITEMIDLIST* child) const;
     bool RemoveEntry(const TEntry& entry) const;
     LPARAM ItemParam(int index) const;
 

@@ -5,16 +5,14 @@
 #include "kx/places/KxPlaceIcons.h"
 #include "kx/places/KxPlacesStrings.h"
 #include "kx/ui/dialogs/Dialogs.h"
+#include "kx/win/Windows.h"
 
-#include <array>
+#include <algorithm>
 #include <shellapi.h>
 
 namespace kx {
 
 namespace {
-
-/// The special folders in the order in which they are offered.
-constexpr std::array<TKxSpecShellFolder, 4> offeredFolders = {ftDesktop, ftDrives, ftPersonal, ftFavorites};
 
 enum TTargetType { ttPath, ttSpecFolder, ttRegistry };
 
@@ -136,8 +134,8 @@ void TKxAddPlaceFrm::InitTarget() {
     if (FPlace->PlaceSpecPath() != ftNone) {
         cbTargetType->SetItemIndex(ttSpecFolder);
         OfferSpecFolders();
-        const auto* const found = std::find(offeredFolders.begin(), offeredFolders.end(), FPlace->PlaceSpecPath());
-        ePath->SetItemIndex(found == offeredFolders.end() ? -1 : static_cast<int>(found - offeredFolders.begin()));
+        const auto* const found = std::find(KxOfferedFolders.begin(), KxOfferedFolders.end(), FPlace->PlaceSpecPath());
+        ePath->SetItemIndex(found == KxOfferedFolders.end() ? -1 : static_cast<int>(found - KxOfferedFolders.begin()));
         return;
     }
     const bool inRegistry = !FPlace->PlaceRegPath().empty();
@@ -164,10 +162,10 @@ void TKxAddPlaceFrm::chkAutoCapClick(TObject*) { eShort->SetEnabled(!chkAutoCap-
 
 TKxSpecShellFolder TKxAddPlaceFrm::ChosenSpecFolder() const {
     const int index = ePath->ItemIndex();
-    if (index < 0 || index >= static_cast<int>(offeredFolders.size())) {
+    if (index < 0 || index >= static_cast<int>(KxOfferedFolders.size())) {
         RaiseRangeError();
     }
-    return offeredFolders[static_cast<size_t>(index)];
+    return KxOfferedFolders[static_cast<size_t>(index)];
 }
 
 void TKxAddPlaceFrm::Button1Click(TObject*) {

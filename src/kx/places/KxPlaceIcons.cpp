@@ -3,6 +3,7 @@
 #include "kx/places/KxPlaceIcons.h"
 
 #include "kx/ui/forms/Forms.h"
+#include "kx/win/Windows.h"
 
 #include <shellapi.h>
 

@@ -4,6 +4,8 @@
 
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 
+#include <algorithm>
+
 namespace kx {
 
 // --- TKxPlace
@@ -37,16 +39,16 @@ std::string TKxPlace::GetPlaceName() const {
     return name.empty() ? ExtractFilePath(path) : name;
 }
 
+std::string TKxPlace::FolderPath() const {
+    return FPlaceRegPath.empty() ? FPlacePath : ExtractRegStringValue(FPlaceRegPath);
+}
+
 unique_pidl TKxPlace::GetPlacePidl(IShellFolder& desktopFolder) const {
     unique_pidl pidl;
-    switch (FPlaceSpecPath) {
-    case ftDesktop:
-    case ftDrives:
-    case ftPersonal:
-    case ftFavorites: SHGetSpecialFolderLocation(nullptr, constFolders[FPlaceSpecPath], pidl.put()); break;
-    default:
-        // Deliberate: every other special folder counts as none.
-        ParseFolderPath(desktopFolder, FPlaceRegPath.empty() ? FPlacePath : ExtractRegStringValue(FPlaceRegPath), pidl);
+    if (std::find(KxOfferedFolders.begin(), KxOfferedFolders.end(), FPlaceSpecPath) != KxOfferedFolders.end()) {
+        FindSpecialFolder(nullptr, FPlaceSpecPath, pidl);
+    } else { // Deliberate: every other special folder counts as none.
+        ParseFolderPath(desktopFolder, FolderPath(), pidl);
     }
     return pidl;
 }

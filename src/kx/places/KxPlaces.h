@@ -57,6 +57,8 @@ class TKxPlace : public TCollectionItem {
     std::string GetPlaceName() const;
     std::string GetDisplayName() const override { return GetPlaceName(); }
 
+    /// Path of the folder, unless it is a special one: its own, or the one that the registry holds.
+    std::string FolderPath() const;
     /// Absolute item identifier list of the folder; empty when there is no such folder.
     unique_pidl GetPlacePidl(IShellFolder& desktopFolder) const;
 

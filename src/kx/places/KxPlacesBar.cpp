@@ -5,6 +5,7 @@
 #include "kx/core/Updates.h"
 #include "kx/places/KxPlaceIcons.h"
 #include "kx/places/KxPlaces.h"
+#include "kx/win/Windows.h"
 
 #include <exception>
 

@@ -5,11 +5,13 @@
 #include "kx/places/KxAddPlaceForm.h"
 #include "kx/places/KxPlacesStrings.h"
 #include "kx/win/FileStreams.h"
+#include "kx/win/Windows.h"
 
 #include <shellapi.h>
 
 #include <exception>
 #include <memory>
+#include <shlobj.h>
 
 namespace kx {
 
@@ -74,15 +76,13 @@ void TKxPlacesBarFrm::OnFolderClick(int index) {
     }
     const TKxPlace& place = (*FPlaces)[index];
     switch (place.PlaceSpecPath()) {
-    case ftNone:
-        OpenPath(place.PlaceRegPath().empty() ? place.PlacePath() : ExtractRegStringValue(place.PlaceRegPath()));
-        break;
+    case ftNone: OpenPath(place.FolderPath()); break;
     case ftDesktop: OpenInLookIn(ftDesktop); break;
     case ftDrives: OpenInLookIn(ftDrives); break;
-    case ftPersonal: OpenSpecialFolder(CSIDL_PERSONAL); break;
+    case ftPersonal: OpenSpecialFolder(ftPersonal); break;
     default:
         // Deliberate: the favorites for every other special folder too, where one would expect that folder.
-        OpenSpecialFolder(CSIDL_FAVORITES);
+        OpenSpecialFolder(ftFavorites);
     }
 }
 
@@ -93,7 +93,7 @@ namespace {
 void BrowseTo(HWND dialog, TKxSpecShellFolder folder) {
     IShellBrowser* const browser = KxShellBrowserOf(dialog);
     unique_pidl pidl;
-    SHGetSpecialFolderLocation(dialog, constFolders[folder], pidl.put());
+    FindSpecialFolder(dialog, folder, pidl);
     if (browser && pidl) {
         browser->BrowseObject(pidl.get(), SBSP_ABSOLUTE | SBSP_DEFBROWSER);
     }
@@ -117,9 +117,9 @@ void TKxPlacesBarFrm::OpenInLookIn(TKxSpecShellFolder folder) {
     }
 }
 
-void TKxPlacesBarFrm::OpenSpecialFolder(int csidl) {
+void TKxPlacesBarFrm::OpenSpecialFolder(TKxSpecShellFolder folder) {
     unique_pidl pidl;
-    SHGetSpecialFolderLocation(FDialog->GetCommonDialogHandle(), csidl, pidl.put());
+    FindSpecialFolder(FDialog->GetCommonDialogHandle(), folder, pidl);
     FDialog->SetSelPath(GetPathFromPIDL(pidl.get()));
 }
 

@@ -64,7 +64,7 @@ class TKxPlacesBarFrm : public TForm, public IKxPlacesBar {
 private:
     TKxPlaceButton* ButtonOfMenu() const;
     void OpenInLookIn(TKxSpecShellFolder folder);
-    void OpenSpecialFolder(int csidl);
+    void OpenSpecialFolder(TKxSpecShellFolder folder);
     void OpenPath(const std::string& path);
     void AddDropped(const std::vector<std::string>& names);
 

@@ -2,6 +2,7 @@
 
 #include "kx/places/KxPlaces.h"
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 
 #include <exception>
 #include <map>
@@ -15,7 +16,7 @@ namespace {
 
 /// The special folder of a stored number. Only four come back; a place of any other is one of its path.
 TKxSpecShellFolder GetTypedSpecFolder(int32_t value) {
-    for (const TKxSpecShellFolder folder : {ftDesktop, ftDrives, ftPersonal, ftFavorites}) {
+    for (const TKxSpecShellFolder folder : KxOfferedFolders) {
         if (constFolders[folder] == value) {
             return folder;
         }

@@ -7,6 +7,7 @@
 #include "kx/ui/widgets/Grids.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
+#include "kx/win/ReflectedMessages.h"
 #include "support/DialogDriver.h"
 #include "support/ExceptionLog.h"
 

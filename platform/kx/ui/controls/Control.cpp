@@ -6,6 +6,7 @@
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/ui/controls/Controls.h"
+#include "kx/win/Windows.h"
 
 #include <utility>
 

@@ -7,6 +7,7 @@
 #include "kx/ui/controls/Controls.h"
 #include "kx/win/Handles.h"
 #include "kx/win/PerThread.h"
+#include "kx/win/Windows.h"
 
 #include <cstdlib>
 #include <memory>

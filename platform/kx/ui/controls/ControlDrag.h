@@ -2,7 +2,7 @@
 
 #include "kx/core/Objects.h"
 #include "kx/ui/controls/ControlTypes.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 namespace kx {
 
@@ -75,8 +75,8 @@ private:
     TCursor Cursor() const;
 
     static HWND Window();
-    static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK KeyboardProc(int code, WPARAM wParam, LPARAM lParam);
+    static LRESULT KX_CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT KX_CALLBACK KeyboardProc(int code, WPARAM wParam, LPARAM lParam);
     void Received(UINT message, WPARAM wParam, LPARAM lParam);
 
     TControl* FControl; ///< Null once it is freed.

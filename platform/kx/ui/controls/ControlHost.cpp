@@ -2,6 +2,8 @@
 
 #include "kx/ui/controls/ControlHost.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "kx/core/Types.h"
 #include "kx/ui/controls/ControlTypes.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <string>
 

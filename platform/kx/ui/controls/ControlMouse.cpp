@@ -5,6 +5,7 @@
 #include "kx/ui/controls/ActnList.h"
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/Menus.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

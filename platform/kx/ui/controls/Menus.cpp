@@ -5,6 +5,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/controls/ActnList.h"
 #include "kx/ui/controls/MenusCommands.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <mutex>

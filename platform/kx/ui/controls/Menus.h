@@ -5,7 +5,7 @@
 #include "kx/graphics/ImgList.h"
 #include "kx/ui/controls/ShortCuts.h"
 #include "kx/win/Handles.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <memory>
 #include <string>
@@ -154,7 +154,7 @@ class TMenu : public TComponent {
 protected:
     void Notification(TComponent* component, TOperation operation) override;
     virtual void MenuChanged();
-    virtual HMENU NewHandle() const { return CreatePopupMenu(); }
+    virtual HMENU NewHandle() const;
 
 private:
     friend class TMenuItem;
@@ -172,7 +172,7 @@ class TMainMenu : public TMenu {
     explicit TMainMenu(TComponent* owner = nullptr) : TMenu(owner) {}
 
 protected:
-    HMENU NewHandle() const override { return CreateMenu(); }
+    HMENU NewHandle() const override;
 };
 
 enum TPopupAlignment : uint8_t { paLeft, paRight, paCenter };

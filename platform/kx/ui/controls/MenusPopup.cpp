@@ -6,6 +6,7 @@
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/MenusCommands.h"
 #include "kx/ui/controls/MessageFrames.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 
@@ -114,12 +115,16 @@ bool TMenu::IsShortCut(WPARAM wParam, LPARAM lParam) {
     return true;
 }
 
+HMENU TMenu::NewHandle() const { return CreatePopupMenu(); }
+
 // --- TMainMenu
 
 const TClass& TMainMenu::StaticClass() {
     static const TClassBuilder<TMainMenu> cls("TMainMenu", TMenu::StaticClass(), [](auto& c) { c.Creatable(); });
     return cls.Class();
 }
+
+HMENU TMainMenu::NewHandle() const { return CreateMenu(); }
 
 // --- Messages of windows that own menus
 

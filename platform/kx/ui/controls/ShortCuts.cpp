@@ -2,6 +2,8 @@
 
 #include "kx/ui/controls/ShortCuts.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 namespace {

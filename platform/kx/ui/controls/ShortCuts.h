@@ -1,7 +1,8 @@
 #pragma once
 
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
+#include <cstdint>
 #include <string>
 
 namespace kx {

@@ -2,6 +2,7 @@
 
 #include "kx/ui/controls/Controls.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

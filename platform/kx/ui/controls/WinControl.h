@@ -20,8 +20,8 @@ struct TCreateParams {
     int Width = 0;
     int Height = 0;
     HWND WndParent = nullptr;
-    std::string BaseClass; ///< System class whose behaviour the window has ("BUTTON"); empty: a window of our own.
-    UINT ClassStyle = CS_DBLCLKS;
+    std::string BaseClass;    ///< System class whose behaviour the window has ("BUTTON"); empty: a window of our own.
+    UINT ClassStyle = 0x0008; ///< CS_DBLCLKS
 };
 
 /// A control went while something of it was under way.
@@ -77,7 +77,7 @@ class TWinControl : public TControl {
     void SetTabOrder(int value);
     bool TabStop() const { return FTabStop; }
     void SetTabStop(bool value);
-    bool Focused() const { return FHandle && ::GetFocus() == FHandle; }
+    bool Focused() const;
     bool CanFocus() const; ///< It and all its parents are visible and enabled.
     /// @throws EInvalidOperation "Cannot focus a disabled or invisible window"
     virtual void SetFocus();
@@ -203,8 +203,8 @@ protected:
     bool IsSystemClass() const { return FSystemClass; }
 
 private:
-    static LRESULT CALLBACK MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT KX_CALLBACK MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT KX_CALLBACK InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     void RegisterWindow(HWND window);
     void MakeHandle(); ///< Calls CreateHandle.

@@ -4,6 +4,7 @@
 
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 
@@ -61,6 +62,8 @@ void TWinControl::GetTabOrderList(std::vector<TWinControl*>& list) const {
         control->GetTabOrderList(list);
     }
 }
+
+bool TWinControl::Focused() const { return FHandle && ::GetFocus() == FHandle; }
 
 TWinControl* TWinControl::FindNextControl(TWinControl* current, bool forward, bool checkTabStop,
                                           bool checkParent) const {

@@ -5,6 +5,8 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/win/ReflectedMessages.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

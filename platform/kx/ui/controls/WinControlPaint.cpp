@@ -5,6 +5,7 @@
 #include "kx/ui/controls/ControlCanvas.h"
 #include "kx/win/Handles.h"
 #include "kx/win/PerThread.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -5,6 +5,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/controls/MessageFrames.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <unordered_map>

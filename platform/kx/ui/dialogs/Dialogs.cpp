@@ -3,6 +3,7 @@
 #include "kx/ui/dialogs/Dialogs.h"
 
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <cfloat>

@@ -4,9 +4,7 @@
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Messages.h"
 #include "kx/win/Subclass.h"
-#include "kx/win/Windows.h"
 
-#include <commdlg.h>
 #include <functional>
 #include <memory>
 #include <string>
@@ -245,7 +243,7 @@ protected:
 private:
     struct TRun;
 
-    static UINT_PTR CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static UINT_PTR KX_CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void SystemDialogCreated(HWND window);
     void EndSystemDialog(HWND dialog) override;
     bool AllowsClose();

@@ -2,7 +2,10 @@
 
 #include "kx/ui/dialogs/DialogsColor.h"
 
+#include "kx/win/Windows.h"
+
 #include <array>
+#include <commdlg.h>
 #include <cstdio>
 
 namespace kx {

@@ -40,7 +40,7 @@ class TColorDialog : public TCommonDialog {
 private:
     struct TRun;
 
-    static UINT_PTR CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static UINT_PTR KX_CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void SystemDialogCreated(HWND window);
 
     TColor FColor = clBlack;

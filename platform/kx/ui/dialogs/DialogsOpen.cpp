@@ -2,6 +2,10 @@
 
 #include "kx/ui/dialogs/DialogsOpenRun.h"
 
+#include "kx/win/Windows.h"
+
+#include <commdlg.h>
+
 namespace kx {
 
 const TClass& TOpenDialog::StaticClass() {

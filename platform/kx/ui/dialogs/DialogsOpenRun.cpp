@@ -4,10 +4,12 @@
 
 #include "kx/win/FileStreams.h"
 #include "kx/win/System.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <array>
 #include <cderr.h>
+#include <commdlg.h>
 #include <cstddef>
 
 namespace kx {

@@ -3,7 +3,9 @@
 #include "kx/core/Alive.h"
 #include "kx/ui/dialogs/Dialogs.h"
 #include "kx/win/Subclass.h"
+#include "kx/win/Windows.h"
 
+#include <commdlg.h>
 #include <string>
 #include <vector>
 

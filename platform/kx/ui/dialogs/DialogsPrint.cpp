@@ -3,16 +3,22 @@
 #include "kx/ui/dialogs/DialogsPrint.h"
 
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <array>
+#include <commdlg.h>
 #include <cstring>
 
 namespace kx {
 
 namespace {
 
-using unique_hglobal = unique_handle<detail::THandleTraits<HGLOBAL, GlobalFree>>;
+struct TGlobalTraits {
+    using THandle = HGLOBAL;
+    static void Close(HGLOBAL memory) { GlobalFree(memory); }
+};
+using unique_hglobal = unique_handle<TGlobalTraits>;
 
 /// Movable global memory, locked for the length of a scope. Null for no memory.
 template <class T> class TGlobalLock {

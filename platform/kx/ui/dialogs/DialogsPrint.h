@@ -79,7 +79,7 @@ class TPrintDialog : public TCommonDialog {
 private:
     struct TRun;
 
-    static UINT_PTR CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static UINT_PTR KX_CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void SystemDialogCreated(HWND window);
     void TakeAnswer(const PRINTDLGA& record);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/core/Barrier.h"
+#include "kx/core/SystemNames.h"
 #include "kx/ui/controls/ParentForm.h"
 #include "kx/ui/forms/FormsScreen.h"
 
@@ -337,7 +338,9 @@ class TApplication : public TComponent {
     /// The window that modal windows of the system should be owned by: the active form's, the main form's, or `Handle`.
     HWND ActiveFormHandle();
     /// A message box over the active window; other windows are disabled meanwhile. Returns IDOK, ...
-    int MessageBox(const std::string& text, const std::string& caption, UINT flags = MB_OK);
+    int MessageBox(const std::string& text, const std::string& caption, UINT flags = 0 /* MB_OK */);
+    KX_AS_SYSTEM_NAMES(int, MessageBox, (const std::string& text, const std::string& caption, UINT flags = 0),
+                       (text, caption, flags), )
 
     /// A foreign modeless dialog whose keyboard handling the message loop does; null: none.
     HWND DialogHandle() const { return FDialogHandle; }
@@ -352,7 +355,7 @@ class TApplication : public TComponent {
     const std::string& HelpFile() const { return FHelpFile; } ///< The program's help file; empty: none.
     void SetHelpFile(const std::string& value) { FHelpFile = value; }
     /// Shows a topic: by OnHelp, else by the system's help program when there is a help file. False: nobody did.
-    bool HelpContext(int context) { return HelpCommand(HELP_CONTEXT, context); }
+    bool HelpContext(int context);
     bool HelpCommand(uint16_t command, LPARAM data);
 
     // --- Hints
@@ -401,7 +404,7 @@ class TApplication : public TComponent {
 
     // --- Threads
 
-    bool InOwnThread() const { return GetCurrentThreadId() == FThreadId; }
+    bool InOwnThread() const;
     /// Runs `work` in the application's thread and returns when it is done; what it throws comes out here. In another
     /// thread the caller waits until the application's thread handles messages, whoever's loop it is in: its own, a
     /// dialog's, a menu's, or a wait for an answer of another thread. Meanwhile messages sent to windows of the calling
@@ -433,7 +436,7 @@ private:
     bool PreTranslate(MSG& message);
     void Idle();
     LRESULT WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT KX_CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void RunQueue(int frames);
     void ReleaseLater(TCustomForm& form);
     void MessageDone(int frames);
@@ -447,7 +450,7 @@ private:
 
     struct TQueue;
     std::unique_ptr<TQueue> FQueue;
-    const DWORD FThreadId = GetCurrentThreadId();
+    const DWORD FThreadId;
     std::vector<std::function<void()>> FAtEnd;
     HWND FHandle = nullptr;
     TCustomForm* FMainForm = nullptr;

@@ -7,6 +7,7 @@
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/MessageFrames.h"
 #include "kx/ui/forms/FormsThreads.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 
@@ -103,7 +104,7 @@ const TClass& TApplication::StaticClass() {
 
 TApplication* TApplication::Existing() { return TheApplication; }
 
-TApplication::TApplication() : FQueue(std::make_unique<TQueue>()) {
+TApplication::TApplication() : FQueue(std::make_unique<TQueue>()), FThreadId(GetCurrentThreadId()) {
     TheApplication = this;
     InstallCodePage();
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_PAGESCROLLER_CLASS};
@@ -189,7 +190,7 @@ int TApplication::MessageBox(const std::string& text, const std::string& caption
     // activated. Only a box that was destroyed instead of ended leaves it disabled.
     const bool ownerEnabled = IsWindowEnabled(owner) != 0;
     const TTaskWindowList disabled = DisableTaskWindows(owner);
-    const int result = MessageBoxA(owner, text.c_str(), caption.c_str(), flags);
+    const int result = ::MessageBoxA(owner, text.c_str(), caption.c_str(), flags);
     EnableTaskWindows(disabled);
     if (ownerEnabled) {
         EnableWindow(owner, TRUE);
@@ -201,6 +202,10 @@ int TApplication::MessageBox(const std::string& text, const std::string& caption
     ModalFinished();
     return result;
 }
+
+bool TApplication::InOwnThread() const { return GetCurrentThreadId() == FThreadId; }
+
+bool TApplication::HelpContext(int context) { return HelpCommand(HELP_CONTEXT, context); }
 
 bool TApplication::HelpCommand(uint16_t command, LPARAM data) {
     bool callHelp = true;

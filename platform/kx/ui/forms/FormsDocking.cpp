@@ -2,6 +2,8 @@
 
 #include "kx/ui/forms/Forms.h"
 
+#include "kx/win/Windows.h"
+
 // A form's window in other styles, and in windows that are not the framework's.
 
 namespace kx {

@@ -2,6 +2,7 @@
 
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

@@ -2,6 +2,8 @@
 
 #include "kx/ui/forms/Forms.h"
 
+#include "kx/win/Windows.h"
+
 #include <algorithm>
 
 namespace kx {

@@ -4,6 +4,7 @@
 
 #include "kx/core/FormText.h"
 #include "kx/core/Streams.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

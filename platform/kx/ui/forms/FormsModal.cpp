@@ -2,6 +2,8 @@
 
 #include "kx/ui/forms/Forms.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 // --- Windows of the thread

@@ -2,6 +2,8 @@
 
 #include "kx/ui/forms/Forms.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 TScreen& Screen() {
@@ -40,6 +42,10 @@ TScreen::TScreen() {
 }
 
 TScreen::~TScreen() = default;
+
+int TScreen::Width() const { return GetSystemMetrics(SM_CXSCREEN); }
+
+int TScreen::Height() const { return GetSystemMetrics(SM_CYSCREEN); }
 
 TRect TScreen::WorkAreaRect() const {
     RECT r{};

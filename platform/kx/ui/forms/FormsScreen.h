@@ -3,7 +3,7 @@
 #include "kx/core/Components.h"
 #include "kx/core/Types.h"
 #include "kx/ui/controls/ControlTypes.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <unordered_map>
 #include <vector>
@@ -23,8 +23,8 @@ class TScreen : public TComponent {
     TScreen();
     ~TScreen() override;
 
-    int Width() const { return GetSystemMetrics(SM_CXSCREEN); }
-    int Height() const { return GetSystemMetrics(SM_CYSCREEN); }
+    int Width() const;
+    int Height() const;
     TRect WorkAreaRect() const;
     int PixelsPerInch() const { return 96; }
 

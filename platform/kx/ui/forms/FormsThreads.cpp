@@ -5,6 +5,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <deque>
 

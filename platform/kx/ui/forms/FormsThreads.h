@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/win/Messages.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -4,6 +4,7 @@
 
 #include "kx/ui/controls/ControlCanvas.h"
 #include "kx/ui/controls/Menus.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 

@@ -5,6 +5,8 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/forms/FormsThreads.h"
+#include "kx/win/ExclusiveLock.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <process.h>

@@ -2,7 +2,7 @@
 
 #include "kx/core/Objects.h"
 #include "kx/win/Handles.h"
-#include "kx/win/Windows.h"
+#include "kx/win/WinTypes.h"
 
 #include <atomic>
 #include <exception>

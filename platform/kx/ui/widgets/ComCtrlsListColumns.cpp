@@ -2,6 +2,8 @@
 
 #include "kx/ui/widgets/ComCtrls.h"
 
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 /// Brings the window's columns in line with ours, each in its place: with a column the system drops the texts in it.

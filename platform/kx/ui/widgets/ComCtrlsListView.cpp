@@ -2,6 +2,9 @@
 
 #include "kx/ui/widgets/ComCtrls.h"
 
+#include "kx/win/ReflectedMessages.h"
+#include "kx/win/Windows.h"
+
 namespace kx {
 
 const TClass& TListView::StaticClass() {

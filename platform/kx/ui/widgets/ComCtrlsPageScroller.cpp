@@ -2,6 +2,9 @@
 
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
 
+#include "kx/win/ReflectedMessages.h"
+#include "kx/win/Windows.h"
+
 #include <algorithm>
 
 namespace kx {
@@ -223,7 +226,7 @@ void TPageScroller::WndProc(TMessage& message) {
             (info.dwFlag == PGF_CALCWIDTH ? info.iWidth : info.iHeight) = Content();
             break;
         }
-        case PGN_SCROLL: ScrollNotification(message.LParamAs<NMPGSCROLL>()); break;
+        case PGN_SCROLL: ScrollNotification(message); break;
         default: break;
         }
         return;
@@ -238,7 +241,8 @@ void TPageScroller::WndProc(TMessage& message) {
     TWinControl::WndProc(message);
 }
 
-void TPageScroller::ScrollNotification(NMPGSCROLL& info) {
+void TPageScroller::ScrollNotification(TMessage& message) {
+    auto& info = message.LParamAs<NMPGSCROLL>();
     TShiftState shift;
     const auto add = [&](int key, TShiftStateFlag flag) {
         if (info.fwKeys & key) {

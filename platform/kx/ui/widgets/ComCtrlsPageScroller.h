@@ -57,7 +57,7 @@ private:
     int Extent() const;  ///< Of the control as it is, in the direction of scrolling.
     int Content() const; ///< What the control wants it to be.
     void SetStyleFlag(bool& field, bool value, DWORD flag);
-    void ScrollNotification(NMPGSCROLL& info);
+    void ScrollNotification(TMessage& message);
 
     TWinControl* FControl = nullptr;
     HWND FAttached = nullptr;

@@ -2,6 +2,8 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/win/ReflectedMessages.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

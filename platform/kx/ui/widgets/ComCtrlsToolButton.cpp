@@ -3,6 +3,7 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

@@ -3,6 +3,7 @@
 #include "kx/ui/widgets/Grids.h"
 
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/core/Strings.h"
+#include "kx/core/SystemNames.h"
 #include "kx/ui/controls/Controls.h"
 #include "kx/win/Subclass.h"
 

@@ -2,6 +2,8 @@
 
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/CodePage.h"
+#include "kx/win/ReflectedMessages.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

@@ -3,6 +3,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
 

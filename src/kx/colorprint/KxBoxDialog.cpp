@@ -1,0 +1,17 @@
+// What the dialogs without a child window of their own ask of the system.
+
+#include "kx/colorprint/KxBoxDialog.h"
+
+#include "kx/win/Windows.h"
+
+namespace kx::detail {
+
+bool IsCommand(const TMessage& message, int control, int notification) {
+    return message.Msg == WM_COMMAND && message.WParamLo() == control && message.WParamHi() == notification;
+}
+
+bool IsLastMessage(const TMessage& message) { return message.Msg == WM_DESTROY; }
+
+void SetTitle(HWND window, const std::string& title) { SetWindowTextA(window, title.c_str()); }
+
+} // namespace kx::detail
