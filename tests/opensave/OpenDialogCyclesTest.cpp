@@ -92,10 +92,6 @@ protected:
         ExpectNoLossOf([&] { EXPECT_EQ(Dialog.Execute(), result); }, cycles);
     }
 
-    /// Enough that a loss at every third showing is more than the play of the census. One way to end a dialog is tried
-    /// more often, for rarer ones.
-    static constexpr int FewCycles = 28;
-    static constexpr int ManyCycles = 60;
     static constexpr int SystemCycles = 20;
 
     TFormPtr Forms[5];

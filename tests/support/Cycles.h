@@ -7,6 +7,10 @@
 
 namespace kx::test {
 
+/// Showings of which a loss at every third one is more than the play of the census, and more of them for rarer losses.
+inline constexpr int FewCycles = 28;
+inline constexpr int ManyCycles = 60;
+
 /// How the census changes over `count` calls of `show`, the first ones left out: they fill caches.
 template <class F> TCensus Growth(int count, F show) {
     for (int i = 0; i < 5; ++i) {
