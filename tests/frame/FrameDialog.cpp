@@ -6,7 +6,7 @@ namespace kx::test {
 
 // --- TFrameDialog
 
-TFrameDialog::TFrameDialog(TComponent* owner) : TOpenDialog(owner), TKxDlgCore(static_cast<TOpenDialog&>(*this), true) {
+TFrameDialog::TFrameDialog(TComponent* owner) : TOpenDialog(owner), TKxDlgCore(static_cast<TOpenDialog&>(*this)) {
     SetOptionsEx({ofExNoPlacesBar});
 }
 
@@ -45,7 +45,7 @@ void TFrameDialog::LeaveAtLast() {
     }
 }
 
-TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message) {
+TKxMsgVerdict TFrameDialog::BeforeSystem(TMessage& message, int&) {
     const TKxMsgVerdict verdict = FOwnCases ? FOwnCases(message) : mvPass;
     if (verdict != mvPass) {
         return verdict;
@@ -76,7 +76,7 @@ void TFrameDialog::Leave() {
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void TFrameDialog::AfterSystem(TMessage& message) {
+void TFrameDialog::AfterSystem(TMessage& message, int) {
     if (FOwnCasesAfter) {
         FOwnCasesAfter(message);
     }

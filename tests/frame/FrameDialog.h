@@ -41,8 +41,8 @@ protected:
 
 private:
     void FireHooking(TMessage& message, bool& allow) override { AskHooking(message, allow); }
-    TKxMsgVerdict BeforeSystem(TMessage& message) override;
-    void AfterSystem(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message, int&) override;
+    void AfterSystem(TMessage& message, int) override;
     void Leave();
     void LeaveAtLast();
     void FireInheritedClose() { TOpenDialog::DoClose(); }

@@ -147,23 +147,6 @@ TEST_F(Pipeline, OwnCasesMayStopAMessage) {
     EXPECT_EQ(hooks, 0);
 }
 
-TEST_F(Pipeline, AContextMenuOfOurOwnIsVetoed) {
-    const auto form = MakeForm<TBottomForm>();
-    TPopupMenu menu;
-    form->SetPopupMenu(&menu);
-    FDialog->CustDlgParams().SetBottomForm(form.get());
-    int hooks = 0;
-    FDialog->SetOnEventHook([&](TMessage& m) { hooks += m.Msg == WM_CONTEXTMENU ? 1 : 0; });
-    Inside([&] {
-        const TPoint over = CenterOf(form->Handle());
-        SendMessageA(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(form->Handle()), MakeLParam(over.X, over.Y));
-        EXPECT_EQ(hooks, 0);
-        form->SetPopupMenu(nullptr);
-        SendMessageA(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(form->Handle()), MakeLParam(over.X, over.Y));
-        EXPECT_EQ(hooks, 1);
-    });
-}
-
 // --- The notification of the showing
 
 TEST_F(Pipeline, TheInternalNotificationIsTheOneThatOnShowHasInstalled) {

@@ -6,10 +6,6 @@
 
 namespace kx::detail {
 
-bool IsCommand(const TMessage& message, int control, int notification) {
-    return message.Msg == WM_COMMAND && message.WParamLo() == control && message.WParamHi() == notification;
-}
-
 bool IsLastMessage(const TMessage& message) { return message.Msg == WM_DESTROY; }
 
 void SetTitle(HWND window, const std::string& title) { SetWindowTextA(window, title.c_str()); }

@@ -6,8 +6,6 @@
 namespace kx {
 
 namespace detail {
-/// A notification that the system's dialog gets of one of its controls.
-bool IsCommand(const TMessage& message, int control, int notification);
 bool IsLastMessage(const TMessage& message); ///< The window is being destroyed.
 void SetTitle(HWND window, const std::string& title);
 } // namespace detail

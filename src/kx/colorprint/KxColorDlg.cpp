@@ -38,10 +38,6 @@ TColor ColorIn(HWND window) {
 
 void HideSolidButton(HWND window) { ShowWindow(GetDlgItem(window, SolidButton), SW_HIDE); }
 
-bool IsCommandOf(const TMessage& message, int control) {
-    return message.Msg == WM_COMMAND && message.WParamLo() == control;
-}
-
 } // namespace
 
 // --- Classes
@@ -111,24 +107,26 @@ void TKxCustomColorDialog::DoClose() {
 
 // --- Messages of the dialog window
 
-TKxMsgVerdict TKxCustomColorDialog::BeforeSystem(TMessage& message) {
+TKxMsgVerdict TKxCustomColorDialog::BeforeSystem(TMessage& message, int& command) {
     bool allow = true;
-    if (detail::IsCommand(message, IDOK, BN_CLICKED)) {
-        allow = AllowsClosing();
-    } else if (IsCommandOf(message, AddButton)) {
-        allow = AllowsAdding();
-    } else if (IsCommandOf(message, DefineButton)) {
-        allow = AllowsFullOpening();
+    if (message.Msg == WM_COMMAND) {
+        command = message.WParamLo();
+        switch (command) {
+        case IDOK: allow = message.WParamHi() != BN_CLICKED || AllowsClosing(); break;
+        case AddButton: allow = AllowsAdding(); break;
+        case DefineButton: allow = AllowsFullOpening(); break;
+        default: break;
+        }
     }
     return allow ? mvPass : mvStop;
 }
 
-void TKxCustomColorDialog::AfterSystem(TMessage& message) {
+void TKxCustomColorDialog::AfterSystem(TMessage& message, int command) {
     if (message.Msg == WM_SIZE) {
         FParams.OnResizeWindow(message);
-    } else if (IsCommandOf(message, AddButton)) {
+    } else if (command == AddButton) {
         DoAddCustomColor(FAdded);
-    } else if (IsCommandOf(message, DefineButton)) {
+    } else if (command == DefineButton) {
         FullOpened();
     }
 }

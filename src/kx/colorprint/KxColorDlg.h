@@ -65,8 +65,8 @@ protected:
     const TKxDlgCaptions& Captions() const override { return FCaptions; }
     void DoClose() override;
 
-    TKxMsgVerdict BeforeSystem(TMessage& message) override;
-    void AfterSystem(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message, int& command) override;
+    void AfterSystem(TMessage& message, int command) override;
 
 private:
     void Ask(TMessage& message, bool& allow) override { DoHookingEvent(message, allow); }

@@ -121,35 +121,48 @@ std::string TKxCustomPrintDialog::ShownPrinter(int size) const {
 
 // --- Messages of the dialog window
 
-bool TKxCustomPrintDialog::IsPrinterChange(const TMessage& message) {
-    return detail::IsCommand(message, PrinterCombo, CBN_SELCHANGE);
+namespace {
+
+/// The control of the dialog by which the user has done something; 0 for every other notification.
+int CommandOf(const TMessage& message) {
+    const int control = message.WParamLo();
+    switch (control) {
+    case IDOK:
+    case PropertiesButton: return message.WParamHi() == BN_CLICKED ? control : 0;
+    case PrinterCombo: return message.WParamHi() == CBN_SELCHANGE ? control : 0;
+    case CopiesEdit: return message.WParamHi() == EN_CHANGE ? control : 0;
+    default: return 0;
+    }
 }
 
-TKxMsgVerdict TKxCustomPrintDialog::BeforeSystem(TMessage& message) {
+} // namespace
+
+TKxMsgVerdict TKxCustomPrintDialog::BeforeSystem(TMessage& message, int& command) {
     bool allow = true;
-    if (detail::IsCommand(message, IDOK, BN_CLICKED)) {
-        allow = AllowsClosing();
-    } else if (IsPrinterChange(message)) {
-        allow = AllowsPrinter();
-    } else if (detail::IsCommand(message, PropertiesButton, BN_CLICKED)) {
-        allow = AllowsSetup();
+    if (message.Msg == WM_COMMAND) {
+        command = CommandOf(message);
+        switch (command) {
+        case IDOK: allow = AllowsClosing(); break;
+        case PrinterCombo: allow = AllowsPrinter(); break;
+        case PropertiesButton: allow = AllowsSetup(); break;
+        default: break;
+        }
     }
     return allow ? mvPass : mvStop;
 }
 
-void TKxCustomPrintDialog::AfterSystem(TMessage& message) {
-    if (IsPrinterChange(message)) {
-        FOnChangePrn(this);
-    } else if (detail::IsCommand(message, CopiesEdit, EN_CHANGE)) {
-        FOnChangeCopies(this);
-    } else if (detail::IsCommand(message, PropertiesButton, BN_CLICKED)) {
-        FOnSetupPrn(this);
+void TKxCustomPrintDialog::AfterSystem(TMessage&, int command) {
+    switch (command) {
+    case PrinterCombo: FOnChangePrn(this); break;
+    case CopiesEdit: FOnChangeCopies(this); break;
+    case PropertiesButton: FOnSetupPrn(this); break;
+    default: break;
     }
 }
 
 void TKxCustomPrintDialog::FireHook(TMessage& message) {
     // Deliberate: not for a change of the printer, where one would expect it as for every other message.
-    if (!IsPrinterChange(message)) {
+    if (message.Msg != WM_COMMAND || CommandOf(message) != PrinterCombo) {
         DoHookEvent(message);
     }
 }

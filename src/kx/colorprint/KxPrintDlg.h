@@ -75,13 +75,12 @@ protected:
     const TKxDlgCaptions& Captions() const override { return FCaptions; }
     void DoClose() override;
 
-    TKxMsgVerdict BeforeSystem(TMessage& message) override;
-    void AfterSystem(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message, int& command) override;
+    void AfterSystem(TMessage&, int command) override;
 
 private:
     void Ask(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
     void FireHook(TMessage& message) override;
-    static bool IsPrinterChange(const TMessage& message);
     std::string ShownPrinter(int size) const;
     bool AllowsPrinter();
     bool AllowsSetup();

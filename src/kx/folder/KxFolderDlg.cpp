@@ -58,7 +58,8 @@ const TClass& TKxFolderDialog::StaticClass() {
     return cls.Class();
 }
 
-TKxCustomFolderDialog::TKxCustomFolderDialog(TComponent* owner) : TCommonDialog(owner), TKxDlgCore(*this, true) {}
+TKxCustomFolderDialog::TKxCustomFolderDialog(TComponent* owner)
+    : TCommonDialog(owner), TKxDlgCore(static_cast<TCommonDialog&>(*this)) {}
 
 TKxCustomFolderDialog::~TKxCustomFolderDialog() {
     CloseShown();
@@ -419,7 +420,12 @@ void TKxCustomFolderDialog::ReleaseWindow() {
     }
 }
 
-TKxMsgVerdict TKxCustomFolderDialog::BeforeSystem(TMessage& message) {
+TKxMsgVerdict TKxCustomFolderDialog::BeforeSystem(TMessage& message, int&) {
+    if (message.Msg == WM_CONTEXTMENU) {
+        bool allow = true;
+        TKxCustDlgParams::TrackContextMenus(allow, message);
+        return allow ? mvPass : mvStop;
+    }
     if (message.Msg == WM_COMMAND && message.WParamLo() == IDOK) {
         return DoCanClose() ? mvPass : mvStop;
     }
@@ -434,7 +440,7 @@ TKxMsgVerdict TKxCustomFolderDialog::BeforeSystem(TMessage& message) {
     return mvPass; // WM_DESTROY comes to DoClose by way of the framework's dialog
 }
 
-void TKxCustomFolderDialog::AfterSystem(TMessage& message) {
+void TKxCustomFolderDialog::AfterSystem(TMessage& message, int) {
     if (message.Msg == WM_SIZE) {
         FollowTree();
     }

@@ -170,8 +170,8 @@ private:
 
     // The dialog's own cases of its window's messages
     void FireHooking(TMessage& message, bool& allow) override { DoHookingEvent(message, allow); }
-    TKxMsgVerdict BeforeSystem(TMessage& message) override;
-    void AfterSystem(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message, int&) override;
+    void AfterSystem(TMessage& message, int) override;
 
     std::string FFolder;
     std::string FIniFolder;

@@ -6,10 +6,7 @@
 
 namespace kx {
 
-TKxDlgCore::TKxDlgCore(TCommonDialog& dialog, bool tracksContextMenus)
-    : FDialog(dialog), FPipeline(*this, tracksContextMenus) {
-    FParams.SetDlg(&dialog);
-}
+TKxDlgCore::TKxDlgCore(TCommonDialog& dialog) : FDialog(dialog), FPipeline(*this) { FParams.SetDlg(&dialog); }
 
 void TKxDlgCore::AttachDialog(HWND window) {
     FPipeline.Attach(window);

@@ -40,14 +40,17 @@ public:
     void CloseDialog(int modalResult) override { KxCloseDialog(GetCommonDialogHandle(), modalResult); }
     TKxCustDlgParams& GetCustDlgParams() override { return FParams; }
 
-protected:
-    /// `dialog` is the component that this is a part of.
-    explicit TKxDlgCore(TCommonDialog& dialog, bool tracksContextMenus = false);
-    ~TKxDlgCore() = default;
+    // --- For the parts of a dialog
 
     /// How long the object is there to be touched. It ends with the destructor, while the component's `Lifetime` ends
     /// when the component begins to go: the dialog closes between the two.
     const TLifetime& Existence() const { return FExistence; }
+
+protected:
+    /// `dialog` is the component that this is a part of.
+    explicit TKxDlgCore(TCommonDialog& dialog);
+    ~TKxDlgCore() = default;
+
     /// The component is on its way out, and the dialog closes as a part of that.
     bool IsGoing() const { return !TAlive(FDialog); }
 

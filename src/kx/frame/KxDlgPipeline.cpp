@@ -3,19 +3,18 @@
 #include "kx/frame/KxDlgPipeline.h"
 
 #include "kx/core/Barrier.h"
-#include "kx/frame/KxDlgParams.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
 
-TKxDlgPipeline::TKxDlgPipeline(IDialog& dialog, bool tracksContextMenus)
-    : FDialog(dialog), FTracksContextMenus(tracksContextMenus),
-      FSubclass(TWndMethod(this, &TKxDlgPipeline::HandleMessage)) {}
+TKxDlgPipeline::TKxDlgPipeline(IDialog& dialog)
+    : FDialog(dialog), FSubclass(TWndMethod(this, &TKxDlgPipeline::HandleMessage)) {}
 
 void TKxDlgPipeline::HandleMessage(TMessage& message) {
     const TAlive alive(FLife);
     const TSubclass::TPrevious previous = FSubclass.Previous();
-    const TKxMsgVerdict verdict = Ask(message);
+    int command = 0;
+    const TKxMsgVerdict verdict = Ask(message, command);
     if (!alive && message.Msg == WM_DESTROY && verdict != mvStop) {
         message.Result = previous(message.Msg, message.WParam, message.LParam);
     }
@@ -25,7 +24,7 @@ void TKxDlgPipeline::HandleMessage(TMessage& message) {
     if (verdict == mvPass) {
         FSubclass.CallPrevious(message); // works also when the dialog has just detached the pipeline
         if (alive) {
-            FDialog.AfterSystem(message);
+            FDialog.AfterSystem(message, command);
         }
     }
     if (alive) {
@@ -33,16 +32,13 @@ void TKxDlgPipeline::HandleMessage(TMessage& message) {
     }
 }
 
-TKxMsgVerdict TKxDlgPipeline::Ask(TMessage& message) {
+TKxMsgVerdict TKxDlgPipeline::Ask(TMessage& message, int& command) {
     try {
         bool allow = true;
         if (!Outlives(FLife, [&] { FDialog.FireHooking(message, allow); })) {
             return allow ? mvPass : mvStop;
         }
-        if (allow && FTracksContextMenus) {
-            TKxCustDlgParams::TrackContextMenus(allow, message);
-        }
-        return allow ? FDialog.BeforeSystem(message) : mvStop;
+        return allow ? FDialog.BeforeSystem(message, command) : mvStop;
     } catch (...) {
         ReportException();
         return message.Msg == WM_COMMAND ? mvStop : mvPass;

@@ -12,8 +12,8 @@ enum TKxMsgVerdict : uint8_t {
     mvStop  ///< Goes nowhere; its result stays as it is.
 };
 
-/// The way of every message of a dialog window that a component has taken over: OnEventHooking, which may veto;
-/// TrackContextMenus, for dialogs that want it; the dialog's own cases; the system; OnEventHook.
+/// The way of every message of a dialog window that a component has taken over: OnEventHooking, which may veto; the
+/// dialog's own cases; the system; the dialog's own cases; OnEventHook.
 ///
 /// An exception on the way to the system goes to the application and stops a command (WM_COMMAND); any other message
 /// still reaches the system, which must see its own painting, sizing and closing. The dialog may detach the pipeline,
@@ -26,17 +26,17 @@ public:
     public:
         virtual void FireHooking(TMessage& message, bool& allow) = 0; ///< OnEventHooking
         virtual void FireHook(TMessage& message) = 0;                 ///< OnEventHook
-        /// The dialog's own cases, before the system gets the message.
-        virtual TKxMsgVerdict BeforeSystem(TMessage& message) = 0;
+        /// The dialog's own cases, before the system gets the message. `command` is 0; a dialog that finds a WM_COMMAND
+        /// to be one of its commands keeps there which one.
+        virtual TKxMsgVerdict BeforeSystem(TMessage& message, int& command) = 0;
         /// The dialog's own cases once the system has answered; not for messages that did not go there.
-        virtual void AfterSystem(TMessage& message) = 0;
+        virtual void AfterSystem(TMessage& message, int command) = 0;
 
     protected:
         ~IDialog() = default;
     };
 
-    /// `tracksContextMenus`: WM_CONTEXTMENU over a control of ours with a popup menu is vetoed.
-    explicit TKxDlgPipeline(IDialog& dialog, bool tracksContextMenus = false);
+    explicit TKxDlgPipeline(IDialog& dialog);
     TKxDlgPipeline(const TKxDlgPipeline&) = delete;
     TKxDlgPipeline& operator=(const TKxDlgPipeline&) = delete;
 
@@ -46,10 +46,9 @@ public:
 
 private:
     void HandleMessage(TMessage& message);
-    TKxMsgVerdict Ask(TMessage& message);
+    TKxMsgVerdict Ask(TMessage& message, int& command);
 
     IDialog& FDialog;
-    bool FTracksContextMenus;
     TSubclass FSubclass;
     TLifetime FLife;
 };

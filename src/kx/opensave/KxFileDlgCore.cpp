@@ -181,13 +181,17 @@ void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
 
 // --- Messages
 
-TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message) {
+TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message, int& command) {
     bool allow = true;
     switch (message.Msg) {
     case WM_WINDOWPOSCHANGING: ComeInFirstSize(message.LParamAs<WINDOWPOS>()); return mvPass;
     case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
     case WM_CONTEXTMENU: TKxCustDlgParams::TrackContextMenus(allow, message); return allow ? mvPass : mvSkip;
-    case WM_COMMAND: return AllowsCommand(Window().CommandOf(message)) ? mvPass : mvStop;
+    case WM_COMMAND: {
+        const TKxFileDlgCommand found = Window().CommandOf(message);
+        command = static_cast<int>(found);
+        return AllowsCommand(found) ? mvPass : mvStop;
+    }
     default: return mvPass;
     }
 }
@@ -211,12 +215,12 @@ bool TKxFileDlgCore::AllowsCommand(TKxFileDlgCommand command) {
     return allow;
 }
 
-void TKxFileDlgCore::AfterSystem(TMessage& message) {
+void TKxFileDlgCore::AfterSystem(TMessage& message, int command) {
     if (message.Msg == WM_COMMAND && message.LParam && message.LParamWindow() == Window().GetEdit() &&
         !Outlives(Existence(), [this] { FCaptions.KeepOk(FDlgHandle); })) {
         return;
     }
-    switch (message.Msg == WM_COMMAND ? Window().CommandOf(message) : TKxFileDlgCommand::Other) {
+    switch (static_cast<TKxFileDlgCommand>(command)) {
     case TKxFileDlgCommand::Desktop: DoDesktopNavigate(); break;
     case TKxFileDlgCommand::UpLevel: DoUpLevelNavigate(); break;
     case TKxFileDlgCommand::LastFolder: DoLastFolderNavigate(); break;
@@ -232,6 +236,15 @@ void TKxFileDlgCore::AfterNotification(UINT code) {
     if (code == CDN_SELCHANGE || code == CDN_FOLDERCHANGE || code == CDN_TYPECHANGE) {
         FCaptions.KeepOk(FDlgHandle);
     }
+}
+
+int32_t TKxFileDlgCore::OwnRight() {
+    int width = 0;
+    KxWithForms([&] {
+        const TForm* const right = CustDlgParams().RightForm();
+        width = right ? right->Width() : 0;
+    });
+    return CheckedSub(KxClientRect(DlgHandle()).Right, width);
 }
 
 } // namespace kx

@@ -53,6 +53,12 @@ public:
     /// Keeps the set and, in the running dialog, shows and hides the controls by it.
     virtual void SetVisibleCtrls(TKxOpenDlgControls value);
 
+    // --- For the parts of a dialog
+
+    TKxFileDlgWindow Window() const { return TKxFileDlgWindow(FDlgHandle); }
+    /// Right edge of the running dialog's own part in client coordinates: where a form docked right begins.
+    int32_t OwnRight();
+
     // --- Events. Those named ...ing come before the system acts and may keep it from acting.
 
     const TNotifyEvent& OnDesktopNavigate() const { return FOnDesktop; }
@@ -92,7 +98,6 @@ protected:
     virtual void DoFilenameEntering(bool& allow) { FEnteringFName(&FDialog, allow); }
     virtual void DoFilenameChange() { FChangeFName(&FDialog); }
 
-    TKxFileDlgWindow Window() const { return TKxFileDlgWindow(FDlgHandle); }
     bool IsSizeable() const { return FDialog.Options().Contains(ofEnableSizing); }
 
     // --- Pieces of a showing
@@ -120,8 +125,8 @@ protected:
     // --- Messages of the dialog window
 
     /// The dialog's own cases before the system gets the message; this class knows the commands and context menus.
-    TKxMsgVerdict BeforeSystem(TMessage& message) override;
-    void AfterSystem(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message, int& command) override;
+    void AfterSystem(TMessage& message, int command) override;
     /// The component's `Handle` has got this notification.
     void AfterNotification(UINT code);
     /// An OK command is one that OnFilenameEntering is asked about.

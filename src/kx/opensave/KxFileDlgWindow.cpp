@@ -178,6 +178,55 @@ BOOL CALLBACK KxSrvShowToolBar(HWND window, LPARAM show) {
     return FALSE;
 }
 
+namespace {
+
+/// To the back of the dialog, and out of sight.
+void PutAway(HWND window) {
+    if (IsWindowVisible(window)) {
+        SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_HIDEWINDOW);
+    }
+}
+
+void ShowInSize(HWND window, int width, int height) {
+    const TRect r = KxWindowRect(window);
+    const bool fits = Width(r) == width && Height(r) == height;
+    if (window && (!fits || !(GetWindowLongPtrA(window, GWL_STYLE) & WS_VISIBLE))) {
+        SetWindowPos(window, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    }
+}
+
+void SetEnabled(HWND window, bool enabled) {
+    if (window && (IsWindowEnabled(window) != 0) != enabled) {
+        EnableWindow(window, enabled);
+    }
+}
+
+} // namespace
+
+/// The shell view and the list box whose place it takes: one is the list, the other one never shows.
+void TKxFileDlgWindow::ShowFileList(bool show, int width, int height) const {
+    HWND edit = GetEdit();
+    HWND placeholder = Item(KxListPlaceholderId);
+    HWND view = Item(KxShellViewId);
+    HWND list = GetLVHandle(); // the view may have other children before it
+    if (KxIsShellView(placeholder)) {
+        std::swap(placeholder, view);
+    }
+    PutAway(placeholder);
+    if (show) {
+        ShowInSize(view, width, height);
+        ShowInSize(list, width, height);
+    } else {
+        // Hiding alone leaves it the focus, and keys like Delete would go on reaching files that nobody sees.
+        if (IsChild(view, GetFocus())) {
+            SetFocus(edit); // which may free the dialog; its windows are there until it has ended
+        }
+        PutAway(view);
+    }
+    SetEnabled(placeholder, show);
+    SetEnabled(view, show);
+}
+
 void TKxFileDlgWindow::SetTitle(std::string_view text) const {
     if (FDialog) {
         SetWindowTextA(FDialog, std::string(text.substr(0, 511)).c_str());

@@ -48,6 +48,8 @@ public:
 
     /// Shows or hides every standard control but the file list. Nothing is laid out again.
     void ShowControls(TKxOpenDlgControls visible) const;
+    /// Shows the file list in that size, or hides it; hidden, it has no focus.
+    void ShowFileList(bool show, int width, int height) const;
     void SetTitle(std::string_view text) const; ///< At most 511 bytes of it.
 
     /// Keeps controls that reach under a docked form, by the few pixels that they make too much room, from painting

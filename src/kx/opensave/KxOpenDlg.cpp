@@ -15,18 +15,6 @@
 
 namespace kx {
 
-namespace {
-
-constexpr unsigned StyleDelay = 50; ///< Milliseconds in which the shell fills its list.
-
-/// The shell's view knows thumbnails and tiles since system 5.1.
-bool HasNewerShellView() {
-    const TSystem& system = System();
-    return system.Major >= 6 || (system.Major == 5 && system.Minor >= 1);
-}
-
-} // namespace
-
 // --- Classes
 
 const TClass& TKxCustomOpenDialog::StaticClass() {
@@ -55,14 +43,9 @@ const TClass& TKxOpenDialog::StaticClass() {
 
 TKxCustomOpenDialog::TKxCustomOpenDialog(TComponent* owner)
     : TOpenDialog(owner), TKxFileDlgCore(static_cast<TOpenDialog&>(*this)), FExtFilter(this),
-      FListMessages(TWndMethod(this, &TKxCustomOpenDialog::NewLVProc)),
-      FViewMessages(TWndMethod(this, &TKxCustomOpenDialog::NewDVProc)), FIsWinXP(HasNewerShellView()) {
+      FList(*this, *this, FExtFilter), FPlaces(*this, *this), FToolBars(*this), FOkButton(*this) {
     SetOptionsEx({ofExNoPlacesBar});
-    FPlaceOptions.SetDlg(this);
-    SHGetDesktopFolder(FShellFolder.put());
-    FTimer.SetEnabled(false);
-    FTimer.SetInterval(StyleDelay);
-    FTimer.SetOnTimer({this, &TKxCustomOpenDialog::DoRefreshListView, "DoRefreshListView"});
+    FPlaces.Options().SetDlg(this);
 }
 
 TKxCustomOpenDialog::~TKxCustomOpenDialog() {
@@ -142,18 +125,12 @@ void TKxCustomOpenDialog::MeasureDialog() {
 }
 
 void TKxCustomOpenDialog::DoClose() {
-    FTimer.SetEnabled(false);
+    FList.Stop();
     using T = TKxCustomOpenDialog;
     // The places first: what comes behind tells the application. The bar is still there when the application has kept
     // WM_DESTROY from the dialog.
     RunSteps<T>(*this, {&T::SavePlaces, &T::LeaveAtLast, &T::FreePlacesBar, &T::FreeOkButton, &T::ReturnToolBar,
                         &T::DetachDialog, &T::StopWatching, &T::FireInheritedClose, &T::ForgetList});
-}
-
-void TKxCustomOpenDialog::SavePlaces() {
-    if (FPlaceOptions.Visible() && !FPlaceOptions.Native() && !FPlaceOptions.RegistryKey().empty()) {
-        FPlaceOptions.SaveOnClose();
-    }
 }
 
 /// The dialog is freed and leaves a window that has not been destroyed yet.
@@ -171,12 +148,37 @@ void TKxCustomOpenDialog::StopWatching() {
 void TKxCustomOpenDialog::FireInheritedClose() { TOpenDialog::DoClose(); }
 
 void TKxCustomOpenDialog::ForgetList() {
-    FListMessages.Uninstall();
-    FViewMessages.Uninstall();
-    LoseList();
-    FDVH = nullptr;
-    FWantedStyle.reset();
-    FTB = nullptr;
+    FList.Forget();
+    FToolBars.Forget();
+}
+
+// --- Hooks. They get no object and find the dialog that runs.
+
+void TKxCustomOpenDialog::InstallHooks() {
+    const DWORD thread = GetCurrentThreadId();
+    FGlobals.g_KeybHook.reset(SetWindowsHookExA(WH_KEYBOARD, NewKeybHook, HInstance(), thread));
+    // Wine's shell does not ask for the selection when it has filled its list: nothing would come of watching, and a
+    // watched message takes it a hundred times as long.
+    FGlobals.g_WndHook.reset(System().Wine ? nullptr
+                                           : SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread));
+}
+
+LRESULT CALLBACK TKxCustomOpenDialog::NewKeybHook(int code, WPARAM key, LPARAM flags) {
+    const TKxCustomOpenDialog* const dialog = CreationControl();
+    if (code >= 0 && dialog && dialog->FList.SwallowsKey(key)) {
+        return 1;
+    }
+    return CallNextHookEx(nullptr, code, key, flags);
+}
+
+LRESULT CALLBACK TKxCustomOpenDialog::NewWndHook(int code, WPARAM wParam, LPARAM lParam) {
+    if (code < 0) {
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    if (TKxCustomOpenDialog* const dialog = CreationControl()) {
+        Guarded([=] { dialog->FList.MessageHandled(*reinterpret_cast<const CWPRETSTRUCT*>(lParam)); });
+    }
+    return 0; // Deliberate: the next hook is not called, as one would expect.
 }
 
 // --- Answers of the system
@@ -198,7 +200,7 @@ void TKxCustomOpenDialog::ShowSelectionAgain() {
 
 /// The shell is about to read the folder again.
 void TKxCustomOpenDialog::DoTypeChange() {
-    FillingBegins();
+    FList.FillingBegins();
     TOpenDialog::DoTypeChange();
 }
 
@@ -285,6 +287,182 @@ bool TKxCustomOpenDialog::AllowsSharedFiles() {
         }
     }
     return true;
+}
+
+// --- Visible controls
+
+void TKxCustomOpenDialog::SetVisibleCtrls(TKxOpenDlgControls value) {
+    if (Outlives(Existence(), [&] { TKxFileDlgCore::SetVisibleCtrls(value); })) {
+        using T = TKxCustomOpenDialog;
+        RunSteps<T>(*this, {&T::ShowOkButton, &T::RefreshSelCtrl});
+    }
+}
+
+// --- What the user selects with
+
+std::string TKxCustomOpenDialog::GetSelFiles() const {
+    return FListType == stCustom ? Window().GetFNameText() : TKxFileDlgCore::GetSelFiles();
+}
+
+void TKxCustomOpenDialog::SetLstType(TKxDlgSelectionType value) {
+    FListType = value;
+    RefreshSelCtrl();
+}
+
+void TKxCustomOpenDialog::RefreshSelCtrl() {
+    if (!DlgHandle()) {
+        return;
+    }
+    const auto showStandard = [this] { ShowStdSelectionCtrls(ShowsFileList()); };
+    const auto showCustom = [this] {
+        ShowCustomSelectionCtrl(!ShowsFileList() && VisibleControls().Contains(dcSelectionCtrl));
+    };
+    ShowsFileList() ? KxWhileAlive(Existence(), showCustom, showStandard)
+                    : KxWhileAlive(Existence(), showStandard, showCustom);
+}
+
+void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
+    const TRect& r = CustDlgParams().CustRect(); // a width and a height
+    Window().ShowFileList(show, r.Right, r.Bottom);
+}
+
+void TKxCustomOpenDialog::ShowCustomSelectionCtrl(bool show) {
+    if (!show) {
+        CustDlgParams().HideCustomForm();
+        return;
+    }
+    KxWithForms([this] {
+        TForm* const form = CustDlgParams().CustomForm();
+        if (!form) {
+            return;
+        }
+        HWND dialog = DlgHandle();
+        const TRect r = CustDlgParams().CustRect();
+        KxWhileAlive(
+            {TAlive(*form), TAlive(Existence())}, [=] { form->SetParent(nullptr); },
+            [=] { form->SetParentWindow(dialog); }, [=] { form->SetBounds(r.Left, r.Top, r.Right, r.Bottom); },
+            [=] { form->SetVisible(true); }, [=] { form->Invalidate(); });
+    });
+}
+
+void TKxCustomOpenDialog::RefreshFileList() {
+    FList.FillingBegins();
+    if (Outlives(Existence(), [this] { TKxFileDlgCore::RefreshFileList(); })) {
+        FList.FilterNow(); // the caller finds the list filtered
+    }
+}
+
+void TKxCustomOpenDialog::ListLookedAfter() {
+    if (!ShowsFileList() && IsWindowVisible(FList.View())) {
+        RefreshSelCtrl(); // some ways into a folder bring no notification
+    }
+}
+
+// --- Messages of the dialog window
+
+TKxMsgVerdict TKxCustomOpenDialog::BeforeSystem(TMessage& message, int& command) {
+    switch (message.Msg) {
+    case WM_DESTROY: LeaveWindow(); return mvPass;
+    case WM_SHOWWINDOW: ShowAsPlaced(); return mvPass;
+    case WM_NCPAINT: WMNCPaint(); return mvPass;
+    case WM_SIZE: WMSize(message); return mvPass;
+    case WM_COMMAND:
+        if (message.WParamLo() == IDOK) {
+            ForgetShareViolation();
+        }
+        [[fallthrough]];
+    default: return TKxFileDlgCore::BeforeSystem(message, command);
+    }
+}
+
+void TKxCustomOpenDialog::AfterSystem(TMessage& message, int command) {
+    using T = TKxCustomOpenDialog;
+    switch (message.Msg) {
+    case WM_PAINT: AlignOkButton(); break;
+    case WM_PARENTNOTIFY:
+        if (message.WParamLo() == WM_CREATE && message.LParamWindow() == GetDVHandle()) {
+            ListMayBeFilled();
+            ShowFolderInPlaces(); // some ways into a folder bring no notification
+        }
+        break;
+    case WM_SIZE:
+        // Where the system has put its own controls is known only now.
+        if (FPlaced) {
+            RunSteps<T>(*this, {&T::PlaceToolBar, &T::FitPlacesBar, &T::AlignOkButton});
+        }
+        break;
+    default: TKxFileDlgCore::AfterSystem(message, command);
+    }
+}
+
+void TKxCustomOpenDialog::LeaveWindow() {
+    if (Outlives(Existence(), [this] { ShrinkBack(FPlaces.RoomWidth()); })) {
+        FreePlacesBar();
+    }
+}
+
+TPoint TKxCustomOpenDialog::FirstSize() {
+    const TPoint size = TKxFileDlgCore::FirstSize();
+    return {CheckedAdd(size.X, FPlaces.RoomWidth()), size.Y};
+}
+
+void TKxCustomOpenDialog::ShowAsPlaced() {
+    PlaceFirst([this] {
+        using T = TKxCustomOpenDialog;
+        RunSteps<T>(*this, {&T::KeepInside, &T::PlaceToolBar, &T::AlignOkButton, &T::FitPlacesBar, &T::RefreshSelCtrl});
+    });
+}
+
+void TKxCustomOpenDialog::WMNCPaint() {
+    using T = TKxCustomOpenDialog;
+    RunSteps<T>(*this, {&T::ShowAsPlaced, &T::RefreshSelCtrl, &T::PushLowerControls, &T::FitPlacesBar});
+}
+
+namespace {
+
+BOOL CALLBACK RepaintCtrl(HWND window, LPARAM) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+    return TRUE;
+}
+
+} // namespace
+
+void TKxCustomOpenDialog::WMSize(TMessage& message) {
+    TKxCustDlgParams& params = CustDlgParams();
+    HWND dialog = DlgHandle();
+    const auto growForm = [&] {
+        bool grows = false;
+        if (IsSizeable() && FListType == stCustom) {
+            KxWithForms([&] {
+                grows = params.CustomForm() != nullptr;
+                GrowCustomForm(message.LParamLo(), message.LParamHi());
+            });
+        }
+        if (grows) {
+            KxEnumDirectChildren(dialog, RepaintCtrl, 0);
+        }
+    };
+    const auto repaintForm = [&] {
+        if (ShowsFileList()) {
+            return; // the custom form is not seen, and the application's thread is not waited for
+        }
+        KxWithForms([&] {
+            if (TForm* const custom = params.CustomForm()) {
+                custom->Repaint();
+            }
+        });
+    };
+    KxWhileAlive(
+        Existence(), growForm, [&] { params.OnResizeWindow(message); }, repaintForm);
+}
+
+/// By as much as the dialog's client area grows to this size.
+void TKxCustomOpenDialog::GrowCustomForm(int32_t width, int32_t height) {
+    if (TForm* const custom = CustDlgParams().CustomForm()) {
+        const TRect& before = CustDlgParams().ClientRect();
+        custom->SetBounds(custom->Left(), custom->Top(), CheckedAdd(custom->Width(), CheckedSub(width, before.Right)),
+                          CheckedAdd(custom->Height(), CheckedSub(height, before.Bottom)));
+    }
 }
 
 } // namespace kx

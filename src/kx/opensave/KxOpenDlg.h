@@ -2,24 +2,26 @@
 
 #include "kx/frame/KxRunning.h"
 #include "kx/opensave/KxFileDlgCore.h"
-#include "kx/opensave/KxToolBarProps.h"
-#include "kx/places/KxPlacesBarForm.h"
-#include "kx/win/Handles.h"
-#include "kx/win/Timers.h"
+#include "kx/opensave/KxFileListWatch.h"
+#include "kx/opensave/KxOkButton.h"
+#include "kx/opensave/KxPlacesSlot.h"
+#include "kx/opensave/KxToolBarLoan.h"
 
 #include <optional>
 #include <string>
 
 namespace kx {
 
-class TKxBitBtn;
-
 /// The system's open dialog, taken over: besides what the lite dialog does, it has the library's own places bar, a tool
 /// bar borrowed from the application, an OK button with a menu, a form of the application in place of the file list,
 /// styles and a filter for the file list, and events for its view style and for share violations.
 ///
 /// Everything that concerns the running dialog reads as empty and does nothing while the dialog is not shown.
-class TKxCustomOpenDialog : public TOpenDialog, public TKxFileDlgCore, public IKxFileListOwner, public IKxPlacesHost {
+class TKxCustomOpenDialog : public TOpenDialog,
+                            public TKxFileDlgCore,
+                            public IKxFileListOwner,
+                            public IKxPlacesHost,
+                            private IKxFileListHost {
     KX_CLASS()
 
     explicit TKxCustomOpenDialog(TComponent* owner = nullptr);
@@ -35,16 +37,16 @@ class TKxCustomOpenDialog : public TOpenDialog, public TKxFileDlgCore, public IK
 
     // --- Parts
 
-    TKxListViewStyles& ListViewStyles() { return FLVOptionsLive ? *FLVOptions : FOwnLVOptions; }
+    TKxListViewStyles& ListViewStyles() { return FList.Styles(); }
     /// Deliberate: takes the given object itself, not a copy of it. Not owned: null, and the end of the object, give
     /// the dialog's own one back.
-    void SetLVOptions(TKxListViewStyles* value);
-    TKxPlacesBarOptions& PlacesBar() { return FPlaceOptions; }
+    void SetLVOptions(TKxListViewStyles* value) { FList.SetStyles(value); }
+    TKxPlacesBarOptions& PlacesBar() { return FPlaces.Options(); }
     TKxFileFilter& ExtFilter() { return FExtFilter; }
-    TKxToolBarOptions& ToolBar() { return FTBOptions; }
+    TKxToolBarOptions& ToolBar() { return FToolBars.Options(); }
     /// Gives the OK button an arrow that opens this menu. Not owned. Takes effect with the next showing of the button.
-    TPopupMenu* OkButtonMenu() const { return FPopupMenu.Get(); }
-    void SetOkButtonMenu(TPopupMenu* value) { FPopupMenu.Set(value); }
+    TPopupMenu* OkButtonMenu() const { return FOkButton.Menu(); }
+    void SetOkButtonMenu(TPopupMenu* value) { FOkButton.SetMenu(value); }
 
     // --- What the user selects with
 
@@ -65,22 +67,22 @@ class TKxCustomOpenDialog : public TOpenDialog, public TKxFileDlgCore, public IK
     TKxListViewStyle FileListViewStyle() const { return GetKxLVStyle(); }
     /// Has the shell change it, as its View menu does; as soon as it has made the list, when it has not yet.
     void SetFileListViewStyle(TKxListViewStyle value) { SetKxLVStyle(value); }
-    TKxListViewStyle GetKxLVStyle() const;
-    void SetKxLVStyle(TKxListViewStyle value);
+    TKxListViewStyle GetKxLVStyle() const { return FList.ViewStyle(); }
+    void SetKxLVStyle(TKxListViewStyle value) { FList.SetViewStyle(value); }
     /// The same as one of the four classic styles: thumbnails and tiles are icons.
     TViewStyle SelectionStyle() const { return GetSelStyle(); }
-    TViewStyle GetSelStyle() const;
+    TViewStyle GetSelStyle() const { return KxClassicStyle(GetKxLVStyle()); }
     void RefreshFileList() override;
     /// Applies ListViewStyles to the list now.
-    void RefreshListViewStyles();
+    void RefreshListViewStyles() { FList.ApplyStyles(); }
     /// The same in 50 ms, when the shell has filled the list.
-    void PostRefreshListViewStyles() { FTimer.SetEnabled(true); }
+    void PostRefreshListViewStyles() { FList.PostApplyStyles(); }
 
     // --- The library's places bar
 
     /// The library's bar is the one to show: bars are wanted, and not the system's, or the system has none.
-    bool ShowCustomPlacesBar() const;
-    TKxPlacesBarFrm* PlacesForm() const { return FPlaceForm.Get(); } ///< Null while it is not shown.
+    bool ShowCustomPlacesBar() const { return FPlaces.IsWanted(); }
+    TKxPlacesBarFrm* PlacesForm() const { return FPlaces.Form(); } ///< Null while it is not shown.
 
     // --- For the places bar and for tools
 
@@ -133,130 +135,82 @@ protected:
     void DoTypeChange() override;
 
     void WMNotify(TMessage& message) override;
-    TKxMsgVerdict BeforeSystem(TMessage& message) override;
-    void AfterSystem(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message, int& command) override;
+    void AfterSystem(TMessage& message, int command) override;
 
 private:
-    /// What hook procedures and enumerations know of the running dialog. Each dialog has its own: one that is opened
-    /// from inside another one's event may close before or after that one.
+    /// The hooks of the running dialog. Each dialog has its own: one that is opened from inside another one's event may
+    /// close before or after that one.
     struct TGlobals {
         unique_hhook g_KeybHook;
         unique_hhook g_WndHook;
-        HWND GHandle1 = nullptr; ///< The dialog window in which a places bar makes room for itself.
     };
 
     // Running and showing
     void MeasureDialog();
-    void ShowSelectionAgain();
-    bool AllowsSharedFiles();
-    void TellOfShareViolation(const std::string& fileName) const;
+    void MakeRoomForPlaces() { FPlaces.MakeRoom(); }
+    void CreatePlacesBar() { FPlaces.Create(); }
+    void TakeToolBar() { FToolBars.Take(); }
     void InstallHooks();
+    void TakeFirstList() { FList.TakeFirst(); }
     static LRESULT KX_CALLBACK NewKeybHook(int code, WPARAM key, LPARAM flags);
     static LRESULT KX_CALLBACK NewWndHook(int code, WPARAM wParam, LPARAM lParam);
-    void MessageHandled(const CWPRETSTRUCT& message);
-    bool SwallowsKey(WPARAM key) const;
 
     // Steps of the closing
-    void SavePlaces();
+    void SavePlaces() { FPlaces.Save(); }
     void LeaveAtLast();
+    void FreePlacesBar() { FPlaces.Free(); }
+    void FreeOkButton() { FOkButton.Free(); }
+    void ReturnToolBar() { FToolBars.Return(); }
     void StopWatching();
     void FireInheritedClose();
     void ForgetList();
 
-    // Places bar
-    void MakeRoomForPlaces();
-    void CreatePlacesBar();
-    void LoadPlaces();
-    int32_t OwnRight();
-    void KeepInside();
-    void FitPlacesBar();
-    void FreePlacesBar();
-    void ShowFolderInPlaces();
-    static BOOL KX_CALLBACK MoveLeft1(HWND window, LPARAM delta) noexcept;
+    // Steps of a change of folder, and of size
+    void ShowFolderInPlaces() { FPlaces.ShowFolder(); }
+    void ShowSelectionAgain();
+    void ListMayBeFilled() { FList.MayBeFilled(); }
+    void KeepInside() { FPlaces.KeepInside(FToolBars.OwnBar()); }
+    void PlaceToolBar() { FToolBars.Place(); }
+    void ShowOkButton() { FOkButton.Show(); }
+    void AlignOkButton() { FOkButton.Align(); }
+    void FitPlacesBar() { FPlaces.Fit(); }
+    void PushLowerControls() { Window().PushLowerControls(CustDlgParams()); }
 
-    // Tool bar
-    void TakeToolBar();
-    void BorrowToolBar();
-    void PlaceToolBar();
-    void ReturnToolBar();
-
-    // Controls
-    void ShowOkButton();
-    void CreateOkButton(bool visible);
-    void AlignOkButton();
-    void FreeOkButton();
-    void DoOKClick(TObject* sender);
+    // The list, or what is in its place
     bool ShowsFileList() const { return FListType == stStandard && VisibleControls().Contains(dcSelectionCtrl); }
     void ShowStdSelectionCtrls(bool show);
     void ShowCustomSelectionCtrl(bool show);
+    void ViewStyleChanging(TViewStyle style, bool& allow) override { DoSelectionStyleChanging(style, allow); }
+    void ViewStyleChanged(TViewStyle style) override { DoSelectionStyleChange(style); }
+    void ListLookedAfter() override;
 
-    // File list
-    const TKxListViewStyles& LVOptions() const { return FLVOptionsLive ? *FLVOptions : FOwnLVOptions; }
-    bool RecreateHWnds();
-    LRESULT EntryCount() const;
-    void TakeFirstList();
-    void ListMayBeFilled();
-    void FillingBegins();
-    void PostListRefilled();
-    bool IsUnfiltered() const { return FRefilledPosted || EntryCount() != FFilteredCount; }
-    void ListRefilled();
-    void LoseList();
-    void ApplyWantedStyle();
-    void DoRefreshListView(TObject* sender);
-
-    // Messages
+    // Files that others hold
     bool FRealHook(TMessage& message);
     void ForgetShareViolation();
-    void NewLVProc(TMessage& message);
-    void NewDVProc(TMessage& message);
-    bool ViewStyleCommand(TMessage& message);
-    void ViewStyleChanging(TMessage& message);
-    bool RefusesRenaming(const TMessage& message) const;
-    void DisableMenuItems(HMENU menu) const;
-    bool IsMenuAllowed() const;
-    int SelectedCount() const;
+    bool AllowsSharedFiles();
+    void TellOfShareViolation(const std::string& fileName) const;
+
+    // Messages of the dialog window
     TPoint FirstSize() override;
     void ShowAsPlaced();
-    void PushLowerControls() { Window().PushLowerControls(CustDlgParams()); }
     void WMNCPaint();
     void GrowCustomForm(int32_t width, int32_t height);
     void WMSize(TMessage& message);
     void LeaveWindow();
 
-    int32_t FPBWidth = 0; ///< Width of the places bar, in pixels.
     TGlobals FGlobals;
-    TKxToolBarOptions FTBOptions;
-    TComponentRef<TKxPlacesBarFrm> FPlaceForm;
     TKxFileFilter FExtFilter;
-    TKxPlacesBarOptions FPlaceOptions;
-    HWND FLVH = nullptr; ///< The file list that is subclassed.
-    HWND FDVH = nullptr; ///< The shell view that is subclassed.
-    HWND FTB = nullptr;  ///< The dialog's own navigation tool bar.
-    TComponentRef<TToolBar> FBorrowedBar;
-    TComponentRef<TWinControl> FTBPrevParent;
-    TRect FTBPrevRect;
-    bool FTBPrevVisible = false;
-    TKxListViewStyles FOwnLVOptions;
-    TKxListViewStyles* FLVOptions = &FOwnLVOptions; ///< Those in force while they live.
-    TAlive FLVOptionsLive{FOwnLVOptions};
-    TSubclass FListMessages;
-    TSubclass FViewMessages;
+    TKxFileListWatch FList;
+    TKxPlacesSlot FPlaces;
+    TKxToolBarLoan FToolBars;
+    TKxOkButton FOkButton;
     TKxDlgSelectionType FListType = stStandard;
     TKxViewStyleQueryEvent FOnStyleChanging;
     TKxViewStyleEvent FOnStyleChange;
     TKxShareViolationEvent FOnShareEvent;
-    unique_com<IShellFolder> FShellFolder; ///< The desktop's.
-    TComponentRef<TPopupMenu> FPopupMenu;
-    TComponentRef<TForm> FOKButtonFrm; ///< Holds FOKButton in the place of the OK button.
-    TKxBitBtn* FOKButton = nullptr;
-    TTimer FTimer;
-    bool FShareAsked = false;                     ///< The system has reported a share violation since OK was pressed.
-    std::optional<bool> FShareAnswer;             ///< To its question whether such a file may be taken.
-    const bool FIsWinXP;                          ///< The shell's view has the commands of system 5.1 and later.
-    bool FRefilledPosted = false;                 ///< KxListRefilledMessage is under way to the list.
-    bool FFiltering = false;                      ///< The filter runs: what it does to the list is no refilling.
-    LRESULT FFilteredCount = -1;                  ///< Entries that the filter left in the list; -1: it has yet to run.
-    std::optional<TKxListViewStyle> FWantedStyle; ///< Set before there was a list.
+    bool FShareAsked = false;         ///< The system has reported a share violation since OK was pressed.
+    std::optional<bool> FShareAnswer; ///< To its question whether such a file may be taken.
 };
 
 /// The published open dialog.

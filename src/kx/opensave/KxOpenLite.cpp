@@ -124,7 +124,7 @@ void TKxCustomOpenLiteDialog::WMNotify(TMessage& message) {
     }
 }
 
-TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
+TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message, int& command) {
     switch (message.Msg) {
     case WM_DESTROY: ShrinkBack(); return mvPass;
     case WM_SHOWWINDOW: PlaceFirst(); return mvPass;
@@ -134,7 +134,7 @@ TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message) {
         }
         return mvPass;
     case WM_SIZE: CustDlgParams().OnResizeWindow(message); return mvPass;
-    default: return TKxFileDlgCore::BeforeSystem(message);
+    default: return TKxFileDlgCore::BeforeSystem(message, command);
     }
 }
 

@@ -43,7 +43,7 @@ protected:
     void DoClose() override;
 
     void WMNotify(TMessage& message) override;
-    TKxMsgVerdict BeforeSystem(TMessage& message) override;
+    TKxMsgVerdict BeforeSystem(TMessage& message, int& command) override;
     bool IsFilenameEntered() const override { return Window().EditHasFocus(); }
 
 private:

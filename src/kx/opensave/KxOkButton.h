@@ -1,0 +1,33 @@
+#pragma once
+
+#include "kx/core/ComponentRef.h"
+#include "kx/opensave/KxFileDlgCore.h"
+#include "kx/ui/controls/Menus.h"
+
+namespace kx {
+
+/// The OK button of a file dialog that has a menu: a form with a button of the library's in the place of the system's.
+class TKxOkButton {
+public:
+    /// `dialog` is the one that the button is a part of.
+    explicit TKxOkButton(TKxFileDlgCore& dialog) : FDialog(dialog) {}
+
+    /// Opened by the button's arrow. Not owned; null: the system's button stays.
+    TPopupMenu* Menu() const { return FPopupMenu.Get(); }
+    void SetMenu(TPopupMenu* value) { FPopupMenu.Set(value); }
+
+    /// Makes the button if there is to be one, and is not yet, and shows or hides it as the dialog's controls are.
+    void Show();
+    /// Puts the button where the system has put its own, which alone it moves when the dialog is laid out.
+    void Align();
+    void Free();
+
+private:
+    void Create(bool visible);
+
+    TKxFileDlgCore& FDialog;
+    TComponentRef<TPopupMenu> FPopupMenu;
+    TComponentRef<TForm> FOKButtonFrm; ///< In the place of the OK button.
+};
+
+} // namespace kx

@@ -1,0 +1,84 @@
+// The application's tool bar in the running dialog.
+
+#include "kx/opensave/KxToolBarLoan.h"
+
+#include "kx/frame/KxWhileAlive.h"
+
+#include <algorithm>
+
+namespace kx {
+
+namespace {
+
+/// The bar tells the application of each step.
+void GiveBack(TToolBar* bar, const TComponentRef<TWinControl>& home, bool visible, const TRect& rect) {
+    KxWhileAlive(
+        *bar, [=] { bar->SetVisible(visible); }, [=] { bar->SetParentWindow(nullptr); },
+        [=, &home] { bar->SetParent(home.Get()); }, [=] { bar->SetBoundsRect(rect); });
+}
+
+} // namespace
+
+void TKxToolBarLoan::Take() {
+    FTB = KxFindToolbar(FDialog.DlgHandle());
+    if (FTBOptions.Flat()) {
+        MakeFlatButtons(FTB);
+    }
+    KxWithForms([this] { Borrow(); });
+}
+
+void TKxToolBarLoan::Borrow() {
+    TToolBar* const bar = FTBOptions.CustomBar();
+    if (!bar || !FTB) {
+        return;
+    }
+    FBorrowedBar.Set(bar);
+    TComponentRef<TWinControl> home; // known here too: the dialog may go on the way
+    home.Set(bar->Parent());
+    const bool visible = bar->Visible();
+    const TRect before = bar->BoundsRect();
+    FTBPrevParent.Set(bar->Parent());
+    FTBPrevVisible = visible;
+    FTBPrevRect = before;
+    HWND dialog = FDialog.DlgHandle();
+    const TRect r = KxRectIn(dialog, FTB);
+    const TAlive barAlive(*bar);
+    const TAlive there(FDialog.Existence());
+    KxWhileAlive(
+        {barAlive, there}, [=] { bar->SetParent(nullptr); }, [=] { bar->SetParentWindow(dialog); },
+        [=] { bar->SetTop(CheckedSub(CheckedSub(CheckedAdd(r.Top, Height(r) / 2), bar->Height() / 2), 1)); },
+        [=] { bar->SetLeft(r.Left); }, // until the first painting puts it at the other edge
+        [=] { bar->Show(); });
+    if (barAlive && !there) { // the step in whose midst the dialog gave it back has taken it away again
+        GiveBack(bar, home, visible, before);
+    }
+}
+
+void TKxToolBarLoan::Place() {
+    if (!FBorrowedBar.IsSet()) { // asked without waiting for the application's thread
+        return;
+    }
+    KxWithForms([this] {
+        if (TToolBar* const bar = FBorrowedBar.Get()) {
+            const int32_t left = CheckedAdd(KxRectIn(FDialog.DlgHandle(), FTB).Right, 1);
+            const int32_t room = std::max(CheckedSub(FDialog.OwnRight(), left), 0);
+            bar->SetBounds(left, bar->Top(), std::min(Width(FTBPrevRect), room), bar->Height());
+        }
+    });
+}
+
+void TKxToolBarLoan::Return() {
+    KxWithForms([this] {
+        TToolBar* const bar = FBorrowedBar.Get();
+        if (!bar) {
+            return;
+        }
+        // What the bar is given back is read first: it tells the application of each step, which may free the dialog.
+        FBorrowedBar.Set(nullptr);
+        TComponentRef<TWinControl> home;
+        home.Set(FTBPrevParent.Get());
+        GiveBack(bar, home, FTBPrevVisible, FTBPrevRect);
+    });
+}
+
+} // namespace kx
