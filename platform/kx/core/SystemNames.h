@@ -1,6 +1,5 @@
-// Names that windows.h makes macros of and that functions of ours have too. Both kinds may be called,
-// `MessageBox(window,
-// ...)` of the system and `Application().MessageBox(...)`, wherever a source includes windows.h:
+// Names that windows.h makes macros of and that functions of ours have too. Both kinds may be called, the system's
+// `MessageBox(window, ...)` and `Application().MessageBox(...)`, wherever a source includes windows.h:
 //
 // Before our headers, or among them: here each macro becomes a function that does what the macro did. Whether the A or
 // the W function is meant is what UNICODE says at this place.

@@ -163,20 +163,13 @@ unique_pidl CreatePIDLCopy(const ITEMIDLIST* pidl) {
     return copy;
 }
 
-namespace {
-
-/// Where a function of the shell puts a list.
-LPITEMIDLIST* Out(unique_pidl& pidl) { return reinterpret_cast<LPITEMIDLIST*>(pidl.put()); }
-
-} // namespace
-
 HRESULT FindSpecialFolder(HWND owner, TKxSpecShellFolder folder, unique_pidl& pidl) {
-    return SHGetSpecialFolderLocation(owner, constFolders[folder], Out(pidl));
+    return SHGetSpecialFolderLocation(owner, constFolders[folder], pidl.put());
 }
 
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl) {
     std::wstring name = ToWide(path);
-    return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, Out(pidl), nullptr);
+    return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, pidl.put(), nullptr);
 }
 
 unique_pidl CreatePIDLFromPath(const std::string& path, const char* notThere) {
