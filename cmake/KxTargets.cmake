@@ -116,7 +116,7 @@ endmacro()
 # kx_add_library(NAME [PORTABLE] [LINK library...])
 #
 # A static library of the calling folder. Its headers are included by their path from kx on, "kx/folder/Unit.h"; those
-# that no user of ours sees, of programs and tests, as "folder/Unit.h". LINK names what its users need too. PORTABLE: the
+# that no user of ours sees by their path in the project, "support/Unit.h". LINK names what its users need too. PORTABLE: the
 # folder includes no Windows header. A folder without sources gives a library of headers.
 function(kx_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "PORTABLE" "" "LINK")
@@ -125,7 +125,7 @@ function(kx_add_library name)
     if(folder MATCHES "^(platform|src)/kx/")
         set(root "${PROJECT_SOURCE_DIR}/${CMAKE_MATCH_1}")
     else()
-        cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH root)
+        set(root "${PROJECT_SOURCE_DIR}")
     endif()
     if(NOT KX_SOURCES)
         add_library(${name} INTERFACE)
@@ -184,6 +184,7 @@ function(kx_add_test name)
         return()
     endif()
     add_executable(${name} ${KX_SOURCES})
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
     # The libraries come before gtest_main: one of them may bring a main of its own.
     target_link_libraries(${name} PRIVATE ${arg_LINK} GTest::gtest_main kx_test_options)
     set(drive "")
@@ -228,6 +229,7 @@ endfunction()
 function(kx_add_fuzzer name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK")
     add_executable(${name} ${name}.cpp)
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
     target_link_libraries(${name} PRIVATE ${arg_LINK} kx_options)
     target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../tests/core/SampleForm.h"
+#include "support/SampleForm.h"
 
 #include <cstdio>
 #include <cstdlib>

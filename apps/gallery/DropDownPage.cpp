@@ -57,13 +57,13 @@ void TDropDownPage::AddTour(TTour& tour) {
             PlainButton->ShowDropDownMenu();
         });
     tour.Then(
-        "the menu below the button", [] { return OpenMenuWindow() != nullptr; },
+        "the menu below the button", [] { return ShownMenu() != nullptr; },
         [&tour] {
             tour.Picture("5-dropdown-menu");
             ChooseLastInMenu();
         });
     tour.Then(
-        "the choice in the menu", [this] { return !OpenMenuWindow() && !FLastChoice.empty(); },
+        "the choice in the menu", [this] { return !ShownMenu() && !FLastChoice.empty(); },
         [this, &tour] { tour.Expect("drop-down buttons", FLastChoice, "Open a copy"); });
 }
 

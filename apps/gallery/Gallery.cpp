@@ -17,7 +17,6 @@
 #include "kx/win/Windows.h"
 
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 
 // gallery                 shows what the library can do
@@ -58,17 +57,16 @@ void CreateForms(TGalleryForm*& mainForm) {
 int Run(const char* tourFolder) {
     TGalleryForm* mainForm = nullptr;
     CreateForms(mainForm);
-    std::unique_ptr<TTour> tour;
-    if (tourFolder) {
-        constexpr TRect place{50, 60, 1230, 960};
-        mainForm->SetPosition(poDesigned);
-        mainForm->SetBoundsRect(place);
-        tour = std::make_unique<TTour>(tourFolder);
-        mainForm->AddTour(*tour);
-        tour->Start();
+    if (!tourFolder) {
+        Application().Run();
+        return EXIT_SUCCESS;
     }
-    Application().Run();
-    return !tour || tour->Passed() ? EXIT_SUCCESS : EXIT_FAILURE;
+    constexpr TRect place{50, 60, 1230, 960};
+    mainForm->SetPosition(poDesigned);
+    mainForm->SetBoundsRect(place);
+    TTour tour(tourFolder);
+    mainForm->AddTour(tour);
+    return tour.Walk() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace

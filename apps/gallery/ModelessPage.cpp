@@ -95,7 +95,7 @@ void TModelessPage::AddTour(TTour& tour) {
         "the note", [this] { return NotesMemo->Lines().Count() == 2 && NotesMemo->Lines()[1] == "goes on page 3"; },
         [this] { ShowButton->Click(); }); // brings it to the front
     tour.Then(
-        "the dialog beside the note", [this] { return IsReady(*Dialog); },
+        "the dialog beside the note", [this] { return IsShown(*Dialog); },
         [this, &tour, second] {
             tour.Picture("13-modeless");
             SelectFile(*Dialog, second);
@@ -108,7 +108,7 @@ void TModelessPage::AddTour(TTour& tour) {
             ShowButton->Click();           // brings it to the front
         });
     tour.Then(
-        "the dialog in front", [this] { return NotesMemo->Lines().Count() == 3 && IsReady(*Dialog); },
+        "the dialog in front", [this] { return NotesMemo->Lines().Count() == 3 && IsShown(*Dialog); },
         [this, &tour] {
             tour.Picture("13-modeless-second");
             PressButton(*Dialog, IDOK);

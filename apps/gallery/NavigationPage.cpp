@@ -145,7 +145,7 @@ void TNavigationPage::AddTour(TTour& tour) {
         "the folder above", [this] { return ShowsFolder(*Dialog, Samples().Folder()); },
         [this] { PressToolButton(*Dialog, desktopButton); });
     tour.Then(
-        "the desktop", [this] { return EventLogForm->Contains("OnDesktopNavigate") && IsReady(*Dialog); },
+        "the desktop", [this] { return EventLogForm->Contains("OnDesktopNavigate") && IsShown(*Dialog); },
         [this] { Dialog->SetSelectedFolder(Samples().Path("Letters")); });
     tour.Then(
         "the letters", [this, name] { return Lists(*Dialog, name); },

@@ -181,7 +181,7 @@ void TOpenPage::AddTour(TTour& tour) {
         "the samples again", [this, name] { return Lists(*Dialog, name); },
         [this] { ClickToolButton(*ViewBar, "Views"); });
     tour.Then(
-        "the menu of views", [] { return OpenMenuWindow() != nullptr; },
+        "the menu of views", [] { return ShownMenu() != nullptr; },
         [&tour] {
             tour.Picture("7-open-views");
             ChooseLastInMenu();
@@ -203,7 +203,7 @@ void TOpenPage::AddTour(TTour& tour) {
             OkButtonWithMenu(*Dialog)->ShowDropDownMenu();
         });
     tour.Then(
-        "the menu of the OK button", [] { return OpenMenuWindow() != nullptr; },
+        "the menu of the OK button", [] { return ShownMenu() != nullptr; },
         [&tour] {
             tour.Picture("7-open-menu");
             ChooseLastInMenu();

@@ -121,7 +121,7 @@ void TRecentPage::AddTour(TTour& tour) {
             OpenButton->Click();
         });
     tour.Then(
-        "the dialog with tabs again", [this] { return IsReady(*Dialog); },
+        "the dialog with tabs again", [this] { return IsShown(*Dialog); },
         [this] { ClickTab(*Dialog->TabControl(), 1); });
     AddEndOfTour(tour);
 }

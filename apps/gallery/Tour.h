@@ -1,78 +1,48 @@
 #pragma once
 
-#include "kx/win/Timers.h"
-#include "kx/win/Windows.h"
+#include "support/DialogDriver.h"
+#include "support/WindowTools.h"
 
-#include <functional>
 #include <string>
-#include <vector>
 
 namespace kx {
-class TCommonDialog;
-class TOpenDialog;
 class TToolBar;
 } // namespace kx
 
 namespace kx::gallery {
 
-/// The gallery's walk through its own pages: steps, each of which waits for its condition and then acts, from inside
-/// whatever message loop runs, as a user's hand would. What a step does may itself wait, by opening a dialog: the next
-/// steps then run inside that dialog.
-///
-/// When a step's condition does not come true for 30 seconds, or a step throws, the tour has failed: it says so, takes
-/// a picture of the screen and closes every dialog that is still open.
-class TTour {
-public:
-    using TCondition = std::function<bool()>;
-    using TAction = std::function<void()>;
+using namespace kx::test;
 
+/// The gallery's walk through its own pages. A step may open a dialog: the next steps then run inside that dialog.
+class TTour : public TDialogDriver {
+public:
     /// `folder` receives the pictures; it is made if it is not there.
     explicit TTour(std::string folder);
 
-    /// Adds a step. An empty condition holds at once; an empty action only waits.
-    void Then(std::string what, TCondition when, TAction action = {});
-    /// Starts with the first step, from the message loop, and terminates the application after the last.
-    void Start();
+    /// Runs the application and the steps, and ends it. False when a step was not done, or a result was not the
+    /// expected one.
+    bool Walk();
 
     /// Writes name.png into the folder: the main window with the dialog in front of it, once all is painted.
     void Picture(const std::string& name);
     /// Prints "page: result", and that it is wrong when it is not the expected one.
     void Expect(const std::string& page, const std::string& result, const std::string& expected);
 
-    bool Passed() const { return !FFailed; } ///< All steps were done and all results were the expected ones.
+protected:
+    std::string PicturePath() const override { return FFolder + "failed.png"; }
 
 private:
-    struct TStep {
-        std::string What;
-        TCondition When;
-        TAction Do;
-    };
-
-    void Tick();
-    void Fail(const std::string& what);
-    void CloseNext();
-
     std::string FFolder;
-    std::vector<TStep> FSteps;
-    size_t FNext = 0;
-    ULONGLONG FSince = 0; ///< Tick count when the current step began to wait.
     bool FFailed = false;
-    bool FClosing = false;
-    TTimer FTimer;
 };
 
 /// Prints a line on standard output, in UTF-8.
 void PrintLine(const std::string& line);
 
-// --- Any running dialog of the system
-
-bool IsShown(const TCommonDialog& dialog); ///< Visible and enabled.
 void PressButton(const TCommonDialog& dialog, int id);
 
 // --- The running file dialog, as a user sees it. `dialog` is shown.
 
-bool IsReady(const TOpenDialog& dialog);                                ///< Visible, enabled, with its files listed.
-bool ShowsFolder(const TOpenDialog& dialog, const std::string& folder); ///< Its files are listed.
 bool Lists(const TOpenDialog& dialog, const std::string& name);
 void SelectFile(const TOpenDialog& dialog, const std::string& name); ///< In the file list.
 void TypeName(const TOpenDialog& dialog, const std::string& name);   ///< Into the file name control.
@@ -85,7 +55,6 @@ void PressToolButton(const TOpenDialog& dialog, int command); ///< Of the dialog
 // --- Controls of the library
 
 void ClickToolButton(TToolBar& bar, const std::string& caption); ///< By messages of the mouse, which wait in the queue.
-HWND OpenMenuWindow();                                           ///< Null when no menu is open.
 void ChooseLastInMenu();
 
 } // namespace kx::gallery

@@ -121,7 +121,7 @@ private:
 
 void TOpenQuestions::Kinds(const std::string& when) {
     HWND list = FDialog.List();
-    HWND header = FindInside(list, "SysHeader32");
+    HWND header = test::FindDescendant(list, "SysHeader32");
     const auto kind = [](HWND window) { return std::string(!window ? "none" : IsWindowUnicode(window) ? "W" : "A"); };
     FReport.Say(8, when + ": dialog " + kind(FDialog.Root()) + ", view " + kind(FDialog.View()) + ", list " +
                        kind(list) + ", name " + kind(FDialog.Name()) + "; the list tells its header NF " +

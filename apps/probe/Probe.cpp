@@ -16,8 +16,6 @@ namespace kx::probe {
 
 namespace {
 
-constexpr DWORD Longest = 100'000; // milliseconds
-
 std::string SystemText() {
     using TGetVersion = LONG(WINAPI*)(OSVERSIONINFOW*);
     const auto getVersion = reinterpret_cast<TGetVersion>(
@@ -60,19 +58,10 @@ int Run(const std::string& fileName, int count) {
     return report.AnsweredCount() == QuestionCount ? 0 : 1;
 }
 
-DWORD WINAPI EndLate(void*) {
-    Sleep(Longest);
-    std::printf("a dialog did not end\n");
-    std::fflush(stdout);
-    TerminateProcess(GetCurrentProcess(), 2);
-    return 0;
-}
-
 } // namespace
 
 } // namespace kx::probe
 
 int main(int argc, char** argv) {
-    CloseHandle(CreateThread(nullptr, 0, kx::probe::EndLate, nullptr, 0, nullptr));
     return kx::probe::Run(argc > 1 ? argv[1] : "windows-probe.txt", argc > 2 ? std::atoi(argv[2]) : 3000);
 }

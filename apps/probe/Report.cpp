@@ -1,6 +1,5 @@
 #include "Report.h"
 
-#include "kx/win/Timers.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -10,7 +9,6 @@ namespace kx::probe {
 
 namespace {
 
-constexpr unsigned TickInterval = 100;   // milliseconds
 constexpr ULONGLONG StepPatience = 5000; // milliseconds
 
 const char* const Questions[QuestionCount] = {
@@ -73,12 +71,6 @@ std::string TextOf(HWND window) {
     return Utf8(text);
 }
 
-std::string ClassOf(HWND window) {
-    char name[100] = "";
-    GetClassNameA(window, name, sizeof name);
-    return name;
-}
-
 std::string Utf8(std::wstring_view text) {
     std::string result(text.size() * 3, '\0');
     const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), result.data(),
@@ -87,25 +79,14 @@ std::string Utf8(std::wstring_view text) {
     return result;
 }
 
-namespace {
-
-struct TSearch {
-    const char* Name;
-    HWND Found;
-};
-
-BOOL CALLBACK LookAt(HWND window, LPARAM param) {
-    auto& search = *reinterpret_cast<TSearch*>(param);
-    search.Found = SameText(ClassOf(window), search.Name) ? window : nullptr;
-    return search.Found == nullptr;
-}
-
-} // namespace
-
-HWND FindInside(HWND window, const char* className) {
-    TSearch search{className, nullptr};
-    EnumChildWindows(window, LookAt, reinterpret_cast<LPARAM>(&search));
-    return search.Found;
+void TScript::Then(std::function<bool()> when, std::function<void()> what) {
+    FDriver.Then(
+        "an answer",
+        [this, when = std::move(when)] { return !when || when() || GetTickCount64() - FSince > StepPatience; },
+        [this, what = std::move(what)] {
+            FSince = GetTickCount64();
+            what(); // may run a loop of its own, in which the next steps are done
+        });
 }
 
 void TScript::Wait(unsigned milliseconds) {
@@ -113,45 +94,19 @@ void TScript::Wait(unsigned milliseconds) {
 }
 
 bool TScript::Run(const std::function<bool()>& dialog) {
-    TTimer timer;
-    timer.SetInterval(TickInterval);
-    timer.SetOnTimer([this](TObject*) { Tick(); });
     FSince = GetTickCount64();
-    return dialog();
+    const bool result = FDriver.Run(dialog);
+    if (!FDriver.Failure().empty()) {
+        std::printf("failed: %s\n", FDriver.Failure().c_str());
+    }
+    return result;
 }
 
-void TScript::Tick() {
-    if (FNext == FSteps.size()) {
-        return;
-    }
-    const TStep step = FSteps[FNext];
-    if (!step.When || step.When() || GetTickCount64() - FSince > StepPatience) {
-        ++FNext;
-        FSince = GetTickCount64();
-        step.What(); // may run a loop of its own, in which the next steps are done
+TSampleFolder::TSampleFolder(int fileCount) {
+    FFolder.AddFolder("inner");
+    for (int i = 0; i < fileCount; ++i) {
+        FFolder.AddFile("file " + Number(i) + ".txt");
     }
 }
-
-TSampleFolder::TSampleFolder(int fileCount) : FFileCount(fileCount) {
-    char temp[MAX_PATH] = "";
-    GetTempPathA(MAX_PATH, temp);
-    FPath = std::string(temp) + "kxprobe" + Number(GetCurrentProcessId());
-    CreateDirectoryA(FPath.c_str(), nullptr);
-    CreateDirectoryA((FPath + "\\inner").c_str(), nullptr);
-    for (int i = 0; i < FFileCount; ++i) {
-        CloseHandle(
-            CreateFileA(FileName(i).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    }
-}
-
-TSampleFolder::~TSampleFolder() {
-    for (int i = 0; i < FFileCount; ++i) {
-        DeleteFileA(FileName(i).c_str());
-    }
-    RemoveDirectoryA((FPath + "\\inner").c_str());
-    RemoveDirectoryA(FPath.c_str());
-}
-
-std::string TSampleFolder::FileName(int index) const { return FPath + "\\file " + Number(index) + ".txt"; }
 
 } // namespace kx::probe

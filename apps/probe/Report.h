@@ -1,6 +1,9 @@
 #pragma once
 
 #include "kx/win/Windows.h"
+#include "support/DialogDriver.h"
+#include "support/TempFolder.h"
+#include "support/WindowTools.h"
 
 #include <array>
 #include <functional>
@@ -8,6 +11,8 @@
 #include <vector>
 
 namespace kx::probe {
+
+using test::ClassOf;
 
 constexpr int QuestionCount = 12;
 
@@ -27,32 +32,20 @@ std::string Number(int64_t value);
 std::string Hex(uint64_t value);
 std::string RectText(HWND window); ///< In screen coordinates.
 std::string TextOf(HWND window);   ///< In UTF-8.
-std::string ClassOf(HWND window);
 std::string Utf8(std::wstring_view text);
-/// The first window of that class inside another one, at any depth; null: none.
-HWND FindInside(HWND window, const char* className);
 
 /// Steps that are carried out one after the other inside a dialog's own loop. A step waits for its condition; when that
 /// does not come true within five seconds, the step is done all the same, since the answer may be that it does not.
 class TScript {
 public:
-    void Then(std::function<bool()> when, std::function<void()> what) {
-        FSteps.push_back({std::move(when), std::move(what)});
-    }
+    void Then(std::function<bool()> when, std::function<void()> what);
     void Wait(unsigned milliseconds); ///< For what happens by itself.
     /// Runs the dialog and the steps.
     bool Run(const std::function<bool()>& dialog);
 
 private:
-    struct TStep {
-        std::function<bool()> When;
-        std::function<void()> What;
-    };
-    void Tick();
-
-    std::vector<TStep> FSteps;
-    size_t FNext = 0;
-    ULONGLONG FSince = 0;
+    test::TDialogDriver FDriver;
+    ULONGLONG FSince = 0; ///< Tick count when the last step was done.
 };
 
 // --- The questions
@@ -67,16 +60,10 @@ void AskPageScroller(TReport& report);              ///< 12
 class TSampleFolder {
 public:
     explicit TSampleFolder(int fileCount);
-    TSampleFolder(const TSampleFolder&) = delete;
-    TSampleFolder& operator=(const TSampleFolder&) = delete;
-    ~TSampleFolder();
-    const std::string& Path() const { return FPath; }
+    std::string Path() const { return FFolder.Path(); }
 
 private:
-    std::string FileName(int index) const;
-
-    int FFileCount;
-    std::string FPath;
+    test::TTempFolder FFolder{"kxprobe"};
 };
 
 } // namespace kx::probe

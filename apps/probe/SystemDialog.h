@@ -18,9 +18,9 @@ public:
     bool Run(bool save = false);
 
     HWND Root() const { return FRoot; } ///< Of the dialog; null before it is there.
-    HWND View() const { return FindInside(FRoot, "SHELLDLL_DefView"); }
-    HWND List() const { return FindInside(FRoot, "SysListView32"); }
-    HWND Name() const { return FindInside(GetDlgItem(FRoot, 1148), "Edit"); }
+    HWND View() const { return test::FindDescendant(FRoot, "SHELLDLL_DefView"); }
+    HWND List() const { return test::FindDescendant(FRoot, "SysListView32"); }
+    HWND Name() const { return test::FindDescendant(GetDlgItem(FRoot, 1148), "Edit"); }
     int ItemCount() const;
     bool IsFilled() const { return ItemCount() > 0; }
     /// Selects the only item of that text, or with an empty one none.

@@ -2,8 +2,8 @@
 
 #include "kx/colorprint/KxColorDlg.h"
 #include "kx/colorprint/KxPrintDlg.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

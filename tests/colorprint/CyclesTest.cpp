@@ -1,7 +1,7 @@
-#include "support/Cycles.h"
+#include "tests/support/Cycles.h"
 
 #include "BoxDialogTest.h"
-#include "support/Printers.h"
+#include "tests/support/Printers.h"
 
 namespace kx {
 namespace {

@@ -1,7 +1,7 @@
 #include "BoxDialogTest.h"
 
-#include "support/DockedDeeds.h"
-#include "support/FreedAtMessages.h"
+#include "tests/support/DockedDeeds.h"
+#include "tests/support/FreedAtMessages.h"
 
 namespace kx {
 namespace {

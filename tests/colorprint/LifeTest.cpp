@@ -1,5 +1,5 @@
 #include "BoxDialogTest.h"
-#include "support/Printers.h"
+#include "tests/support/Printers.h"
 
 #include <stdexcept>
 

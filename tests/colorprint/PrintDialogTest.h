@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BoxDialogTest.h"
-#include "support/Printers.h"
+#include "tests/support/Printers.h"
 
 namespace kx::test {
 

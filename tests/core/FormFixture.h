@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SampleForm.h"
+#include "support/SampleForm.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "kx/dropdown/KxDropDownButton.h"
 #include "kx/ui/forms/Forms.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "kx/core/FormText.h"
 #include "kx/core/Streams.h"
 #include "kx/ui/controls/ActnList.h"
-#include "support/SysColors.h"
+#include "tests/support/SysColors.h"
 
 namespace kx::test {
 namespace {

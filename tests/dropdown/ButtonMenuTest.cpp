@@ -1,7 +1,7 @@
 #include "ButtonFixture.h"
 
-#include "support/Census.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/Census.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gmock/gmock.h>
 

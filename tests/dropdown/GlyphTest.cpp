@@ -1,6 +1,6 @@
 #include "kx/dropdown/KxDropDownButtonGlyph.h"
 #include "kx/ui/forms/Forms.h"
-#include "support/SysColors.h"
+#include "tests/support/SysColors.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "kx/folder/KxFolderDlg.h"
-#include "support/DialogDriver.h"
-#include "support/Painted.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/Painted.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

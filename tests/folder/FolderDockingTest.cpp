@@ -2,8 +2,8 @@
 
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "support/Cycles.h"
-#include "support/UnevenFrames.h"
+#include "tests/support/Cycles.h"
+#include "tests/support/UnevenFrames.h"
 
 namespace kx {
 namespace {

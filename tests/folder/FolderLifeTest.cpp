@@ -378,7 +378,7 @@ protected:
 
 /// With the mouse, so that the system's own code is what the handler returns into.
 TEST_P(FolderFreedIn, AHandlerItIsGoneWithoutATrace) {
-    TDialogDriver driver;
+    TTestDriver driver;
     if (!Armed) { // the events of the showing come by themselves
         driver.Then("the dialog is shown", Shown(*Dialog), [this] {
             Armed = true;
@@ -400,7 +400,7 @@ TEST_P(FolderFreedIn, AHandlerItIsGoneWithoutATrace) {
 
 /// The same with the keyboard.
 TEST_P(FolderFreedIn, AHandlerByKeyboardItIsGoneWithoutATrace) {
-    TDialogDriver driver;
+    TTestDriver driver;
     if (!Armed) {
         driver.Then("the dialog is shown", Shown(*Dialog), [this] {
             SetFocus(TreeOf(*Dialog));

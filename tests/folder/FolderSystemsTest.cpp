@@ -1,9 +1,9 @@
 #include "FolderDlgTest.h"
 
 #include "kx/win/System.h"
-#include "support/Grow.h"
-#include "support/ImportPatch.h"
-#include "support/NameSpaceTree.h"
+#include "tests/support/Grow.h"
+#include "tests/support/ImportPatch.h"
+#include "tests/support/NameSpaceTree.h"
 
 #include <cstring>
 #include <ole2.h>

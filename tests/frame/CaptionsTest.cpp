@@ -1,6 +1,6 @@
 #include "FrameDialog.h"
 
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "support/DialogDriver.h"
-#include "support/Painted.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/Painted.h"
 
 #include <gtest/gtest.h>
 

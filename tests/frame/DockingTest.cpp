@@ -1,6 +1,6 @@
 #include "DockingFixture.h"
 
-#include "support/UnevenFrames.h"
+#include "tests/support/UnevenFrames.h"
 
 namespace kx::test {
 namespace {

@@ -1,7 +1,7 @@
 #include "FrameDialog.h"
 
 #include "kx/core/FormText.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

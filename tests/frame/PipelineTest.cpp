@@ -1,7 +1,7 @@
 #include "FrameDialog.h"
 
 #include "kx/ui/controls/Menus.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "kx/frame/KxShellDefs.h"
 
 #include "kx/win/Registry.h"
-#include "support/ImportPatch.h"
+#include "tests/support/ImportPatch.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>

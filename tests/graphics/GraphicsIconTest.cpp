@@ -1,7 +1,7 @@
 #include "GraphicsSamples.h"
 #include "kx/core/Streams.h"
 #include "kx/win/FileStreams.h"
-#include "support/Census.h"
+#include "tests/support/Census.h"
 #include "support/TempFolder.h"
 
 #include <array>

@@ -1,5 +1,5 @@
 #include "kx/graphics/Graphics.h"
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "kx/graphics/ImgList.h"
 #include "GraphicsSamples.h"
 #include "kx/core/Classes.h"
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include <gtest/gtest.h>
 #include <objidl.h>

@@ -1,8 +1,8 @@
-#include "guard/FaultGuard.h"
+#include "tests/guard/FaultGuard.h"
 
-#include "guard/PageHeap.h"
-#include "guard/Report.h"
-#include "guard/ThrowGuard.h"
+#include "tests/guard/PageHeap.h"
+#include "tests/guard/Report.h"
+#include "tests/guard/ThrowGuard.h"
 
 #include <algorithm>
 #include <cstdio>

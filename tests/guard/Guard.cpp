@@ -1,10 +1,10 @@
-#include "guard/FaultGuard.h"
-#include "guard/HandleGuard.h"
-#include "guard/HeapFunctions.h"
-#include "guard/PageHeap.h"
-#include "guard/Report.h"
-#include "guard/ThrowGuard.h"
-#include "support/HeapCount.h"
+#include "tests/guard/FaultGuard.h"
+#include "tests/guard/HandleGuard.h"
+#include "tests/guard/HeapFunctions.h"
+#include "tests/guard/PageHeap.h"
+#include "tests/guard/Report.h"
+#include "tests/guard/ThrowGuard.h"
+#include "tests/support/HeapCount.h"
 
 #include <cstdio>
 #include <cstdlib>

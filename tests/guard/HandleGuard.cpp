@@ -1,7 +1,7 @@
-#include "guard/HandleGuard.h"
+#include "tests/guard/HandleGuard.h"
 
-#include "guard/Imports.h"
-#include "guard/Report.h"
+#include "tests/guard/Imports.h"
+#include "tests/guard/Report.h"
 #include "kx/win/Windows.h"
 
 #include <cstdio>
@@ -98,7 +98,7 @@ void GuardHandles() {
     static const TImport imports[] = {
 #define KX_WATCH(name) TWatched<__COUNTER__, false, decltype(&::name)>::Import(#name),
 #define KX_WATCH_OBJECT(name) TWatched<__COUNTER__, true, decltype(&::name)>::Import(#name),
-#include "guard/WatchedFunctions.inc"
+#include "tests/guard/WatchedFunctions.inc"
 #undef KX_WATCH
 #undef KX_WATCH_OBJECT
     };

@@ -1,8 +1,8 @@
-#include "guard/HeapFunctions.h"
+#include "tests/guard/HeapFunctions.h"
 
-#include "guard/Imports.h"
-#include "guard/PageHeap.h"
-#include "guard/Report.h"
+#include "tests/guard/Imports.h"
+#include "tests/guard/PageHeap.h"
+#include "tests/guard/Report.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
-#include "guard/Imports.h"
+#include "tests/guard/Imports.h"
 
-#include "guard/StackWalk.h"
+#include "tests/guard/StackWalk.h"
 
 #include <cstring>
 

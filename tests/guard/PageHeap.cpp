@@ -1,6 +1,6 @@
-#include "guard/PageHeap.h"
+#include "tests/guard/PageHeap.h"
 
-#include "guard/Report.h"
+#include "tests/guard/Report.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
-#include "guard/Report.h"
+#include "tests/guard/Report.h"
 
-#include "guard/PageHeap.h"
+#include "tests/guard/PageHeap.h"
 
 #include <atomic>
 #include <cstdarg>

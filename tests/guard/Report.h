@@ -1,6 +1,6 @@
 #pragma once
 
-#include "guard/StackWalk.h"
+#include "tests/guard/StackWalk.h"
 
 namespace kx::guard {
 

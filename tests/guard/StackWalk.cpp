@@ -1,4 +1,4 @@
-#include "guard/StackWalk.h"
+#include "tests/guard/StackWalk.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
-#include "guard/ThrowGuard.h"
+#include "tests/guard/ThrowGuard.h"
 
 #ifdef _WIN64
 
-#include "guard/Imports.h"
-#include "guard/Report.h"
+#include "tests/guard/Imports.h"
+#include "tests/guard/Report.h"
 
 #include <atomic>
 

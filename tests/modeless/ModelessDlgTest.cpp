@@ -1,6 +1,6 @@
 #include "ModelessTest.h"
 
-#include "support/Cycles.h"
+#include "tests/support/Cycles.h"
 
 #include <objbase.h>
 #include <stdexcept>

@@ -1,6 +1,6 @@
 #include "ModelessTest.h"
 
-#include "support/Process.h"
+#include "tests/support/Process.h"
 
 namespace kx {
 namespace {

@@ -3,7 +3,7 @@
 #include "kx/colorprint/KxColorDlg.h"
 #include "kx/folder/KxFolderDlg.h"
 #include "kx/win/System.h"
-#include "support/ImportPatch.h"
+#include "tests/support/ImportPatch.h"
 
 #include <ole2.h>
 #include <thread>

@@ -5,7 +5,7 @@
 #include "kx/opensave/KxOpenLite.h"
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 #include "support/TempFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "OpenDialogTest.h"
 
-#include "support/DockedDeeds.h"
+#include "tests/support/DockedDeeds.h"
 
 namespace kx {
 namespace {

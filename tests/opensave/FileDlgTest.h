@@ -1,8 +1,8 @@
 #pragma once
 
 #include "kx/opensave/KxOpenLite.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

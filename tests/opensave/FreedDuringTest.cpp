@@ -4,8 +4,8 @@
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
-#include "support/FreedAtMessages.h"
-#include "support/Grow.h"
+#include "tests/support/FreedAtMessages.h"
+#include "tests/support/Grow.h"
 
 #include <functional>
 

@@ -2,7 +2,7 @@
 
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/places/KxAddPlaceForm.h"
-#include "support/Drop.h"
+#include "tests/support/Drop.h"
 
 // What the user does to the places bar inside a system dialog that is shown.
 

@@ -3,7 +3,7 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/win/Registry.h"
-#include "support/Cycles.h"
+#include "tests/support/Cycles.h"
 
 namespace kx {
 namespace {

@@ -1,6 +1,6 @@
 #include "OpenDialogExFixture.h"
 
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include <stdexcept>
 

@@ -2,7 +2,7 @@
 
 #include "OpenDialogTest.h"
 
-#include "support/ShellViews.h"
+#include "tests/support/ShellViews.h"
 
 #include <string>
 #include <vector>

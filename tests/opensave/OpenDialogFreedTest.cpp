@@ -1,8 +1,8 @@
 #include "OpenDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"
-#include "support/FreedAtMessages.h"
-#include "support/Grow.h"
+#include "tests/support/FreedAtMessages.h"
+#include "tests/support/Grow.h"
 
 #include <functional>
 

@@ -45,7 +45,7 @@ protected:
         record.lpstrInitialDir = folder.c_str();
         record.Flags = OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ENABLESIZING;
         record.lpfnHook = NoHook;
-        TDialogDriver driver({{"it is shown", [] { return ActiveDialog() && FileListOf(ActiveDialog()); },
+        TTestDriver driver({{"it is shown", [] { return ActiveDialog() && FileListOf(ActiveDialog()); },
                                [&] {
                                    kinds = KindsOf(ActiveDialog());
                                    PostMessageA(ActiveDialog(), WM_COMMAND, IDCANCEL, 0);

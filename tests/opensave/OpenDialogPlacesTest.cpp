@@ -1,7 +1,7 @@
 #include "OpenDialogTest.h"
 
 #include "kx/win/Registry.h"
-#include "support/UnevenFrames.h"
+#include "tests/support/UnevenFrames.h"
 
 namespace kx {
 namespace {

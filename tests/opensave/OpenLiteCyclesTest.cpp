@@ -1,6 +1,6 @@
 #include "FileDlgTest.h"
 
-#include "support/Cycles.h"
+#include "tests/support/Cycles.h"
 
 namespace kx {
 namespace {

@@ -1,6 +1,6 @@
 #include "FileDlgTest.h"
 
-#include "support/UnevenFrames.h"
+#include "tests/support/UnevenFrames.h"
 
 namespace kx {
 namespace {
@@ -163,7 +163,7 @@ TEST_F(LiteDocking, FormsFollowADialogThatIsDraggedLargerAndSmaller) {
         ExpectCleanLayout(dialog);
         Screenshot(picture, dialog.DlgHandle());
     };
-    TDialogDriver driver;
+    TTestDriver driver;
     const auto drag = [&](int dx, int dy) {
         for (TStep& step : DragCorner(dialog, dx, dy)) {
             driver.Then(step.What, step.When, step.Do);

@@ -295,7 +295,7 @@ TEST_P(LiteFreedIn, AHandlerItIsGoneWithoutATrace) {
         dialog->SetOnClose(notify);
         command = IDCANCEL;
     }
-    TDialogDriver driver;
+    TTestDriver driver;
     if (event != "OnShow") {
         driver.Then("the dialog is shown", Shown(*dialog),
                     [&] { SendMessageA(dialog->DlgHandle(), WM_COMMAND, command, 0); });

@@ -1,6 +1,6 @@
 #include "FileDlgTest.h"
 
-#include "support/ShellViews.h"
+#include "tests/support/ShellViews.h"
 
 namespace kx {
 namespace {

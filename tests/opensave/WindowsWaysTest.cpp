@@ -3,7 +3,7 @@
 #include "OpenDialogTest.h"
 
 #include "kx/win/FileStreams.h"
-#include "support/ImportPatch.h"
+#include "tests/support/ImportPatch.h"
 
 namespace kx {
 namespace {

@@ -1,5 +1,5 @@
 #include "PlacesBarFixture.h"
-#include "support/SysColors.h"
+#include "tests/support/SysColors.h"
 
 #include <shellapi.h>
 

@@ -3,8 +3,8 @@
 #include "PlacesFixture.h"
 #include "kx/places/KxPlacesBarForm.h"
 #include "kx/win/Handles.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gmock/gmock.h>
 #include <memory>

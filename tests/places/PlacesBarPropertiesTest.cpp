@@ -1,7 +1,7 @@
 #include "PlacesBarFixture.h"
 
 #include "kx/places/KxAddPlaceForm.h"
-#include "support/Drop.h"
+#include "tests/support/Drop.h"
 
 // Files dropped on the places bar, and the properties of its places.
 

@@ -1,6 +1,6 @@
 #include "PlacesBarFixture.h"
 
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 // The places bar in a window of the test's: its form file, its buttons and reordering.
 

@@ -1,7 +1,7 @@
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include "kx/win/Handles.h"
-#include "support/HeapCount.h"
+#include "tests/support/HeapCount.h"
 
 #include <tlhelp32.h>
 

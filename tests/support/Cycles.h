@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

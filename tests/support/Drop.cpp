@@ -1,6 +1,6 @@
 // Files and folders that are dropped on a window.
 
-#include "support/Drop.h"
+#include "tests/support/Drop.h"
 
 #include <cstring>
 #include <shlobj.h>

@@ -1,6 +1,6 @@
 // Stands in for functions of the system in the table by which the program calls them.
 
-#include "support/ImportPatch.h"
+#include "tests/support/ImportPatch.h"
 
 #include "kx/win/Windows.h"
 

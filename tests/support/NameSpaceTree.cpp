@@ -1,6 +1,6 @@
 // The folder browser's windows as Windows arranges them.
 
-#include "support/NameSpaceTree.h"
+#include "tests/support/NameSpaceTree.h"
 
 #include "support/WindowTools.h"
 

@@ -1,4 +1,4 @@
-#include "support/Printers.h"
+#include "tests/support/Printers.h"
 
 #include "kx/win/Windows.h"
 

@@ -1,4 +1,4 @@
-#include "support/Process.h"
+#include "tests/support/Process.h"
 
 #include "kx/core/SysUtils.h"
 #include "kx/win/Handles.h"

@@ -1,4 +1,4 @@
-#include "support/ShellViews.h"
+#include "tests/support/ShellViews.h"
 
 #include "support/WindowTools.h"
 

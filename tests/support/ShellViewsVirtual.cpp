@@ -1,6 +1,6 @@
 // The shell's interfaces of a view with a virtual list. What the library does not ask is not answered.
 
-#include "support/ShellViews.h"
+#include "tests/support/ShellViews.h"
 
 #include <gtest/gtest.h>
 #include <memory>

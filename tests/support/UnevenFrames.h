@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kx/win/Windows.h"
-#include "support/ImportPatch.h"
+#include "tests/support/ImportPatch.h"
 
 namespace kx::test {
 

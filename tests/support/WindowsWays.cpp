@@ -1,4 +1,4 @@
-#include "support/WindowsWays.h"
+#include "tests/support/WindowsWays.h"
 
 #include "kx/core/SysUtils.h"
 

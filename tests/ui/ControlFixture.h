@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kx/ui/forms/Forms.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

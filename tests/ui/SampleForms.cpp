@@ -1,4 +1,4 @@
-#include "ui/SampleForms.h"
+#include "tests/ui/SampleForms.h"
 
 namespace kx::test {
 

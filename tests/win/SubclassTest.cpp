@@ -1,7 +1,7 @@
 #include "kx/win/Subclass.h"
 
 #include "kx/win/Handles.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -1,5 +1,5 @@
 #include "kx/win/Timers.h"
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include <functional>
 #include <gtest/gtest.h>

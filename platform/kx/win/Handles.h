@@ -78,8 +78,15 @@ struct TFileTraits : THandleTraits<HANDLE> {
     static HANDLE Null(); ///< INVALID_HANDLE_VALUE
 };
 
+template <class I> struct TComTraits {
+    using THandle = I*;
+    static void Close(I* object) { object->Release(); }
+};
+
 } // namespace detail
 
+/// One reference to a COM object.
+template <class I> using unique_com = unique_handle<detail::TComTraits<I>>;
 using unique_hwnd = unique_handle<detail::THandleTraits<HWND>>;
 using unique_hicon = unique_handle<detail::THandleTraits<HICON>>;
 using unique_hmenu = unique_handle<detail::THandleTraits<HMENU>>;

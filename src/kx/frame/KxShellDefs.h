@@ -58,15 +58,7 @@ struct TPidlTraits {
     static void Close(ITEMIDLIST* pidl);
 };
 
-template <class I> struct TComTraits {
-    using THandle = I*;
-    static void Close(I* object) { object->Release(); }
-};
-
 } // namespace detail
-
-/// One reference to a COM object.
-template <class I> using unique_com = unique_handle<detail::TComTraits<I>>;
 
 /// Sole owner of an item identifier list, freed by the shell's allocator.
 using unique_pidl = unique_handle<detail::TPidlTraits>;

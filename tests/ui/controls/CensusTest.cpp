@@ -1,4 +1,4 @@
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include "kx/win/Handles.h"
 

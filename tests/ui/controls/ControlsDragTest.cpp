@@ -2,8 +2,8 @@
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/win/Handles.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gtest/gtest.h>
 #include <shellapi.h>

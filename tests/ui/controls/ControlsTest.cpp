@@ -2,8 +2,8 @@
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "ui/SampleForms.h"
+#include "tests/ui/SampleForms.h"
 
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/Grids.h"
 #include "kx/win/Handles.h"
-#include "ui/ControlFixture.h"
+#include "tests/ui/ControlFixture.h"
 
 #include <climits>
 

@@ -1,7 +1,7 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "support/TempFolder.h"
-#include "ui/ControlFixture.h"
+#include "tests/ui/ControlFixture.h"
 
 // Built twice: into a program whose code page is the system's, and into one whose code page is UTF-8.
 

@@ -1,12 +1,12 @@
 // Whatever a handler frees, in whatever event, nothing that has gone is used, and what stays works on.
 
-#include "ui/HostDialog.h"
+#include "tests/ui/HostDialog.h"
 
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <functional>
 #include <gmock/gmock.h>

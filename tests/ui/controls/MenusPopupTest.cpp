@@ -1,8 +1,8 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
-#include "support/Census.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/Census.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gtest/gtest.h>
 

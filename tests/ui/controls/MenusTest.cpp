@@ -1,6 +1,6 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/core/Classes.h"
-#include "support/Census.h"
+#include "tests/support/Census.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "kx/ui/forms/Forms.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gtest/gtest.h>
 

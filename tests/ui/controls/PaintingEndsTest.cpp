@@ -8,8 +8,8 @@
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
 #include "kx/win/ReflectedMessages.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <functional>
 #include <gtest/gtest.h>

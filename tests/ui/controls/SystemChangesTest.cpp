@@ -1,11 +1,11 @@
-#include "ui/HostDialog.h"
+#include "tests/ui/HostDialog.h"
 
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/win/Handles.h"
-#include "support/ExceptionLog.h"
-#include "support/SysColors.h"
-#include "ui/ControlFixture.h"
+#include "tests/support/ExceptionLog.h"
+#include "tests/support/SysColors.h"
+#include "tests/ui/ControlFixture.h"
 
 #include <atomic>
 #include <thread>

@@ -1,5 +1,5 @@
 #include "kx/ui/dialogs/DialogsColor.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

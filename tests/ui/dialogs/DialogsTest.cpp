@@ -1,4 +1,4 @@
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <functional>
 #include <gmock/gmock.h>

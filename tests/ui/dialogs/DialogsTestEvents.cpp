@@ -1,6 +1,6 @@
 #include "kx/ui/forms/Forms.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

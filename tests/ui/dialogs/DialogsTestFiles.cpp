@@ -1,4 +1,4 @@
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Subclass.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

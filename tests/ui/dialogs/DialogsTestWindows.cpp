@@ -1,10 +1,10 @@
 // What the dialogs of Windows do and those of other systems do not.
 
-#include "support/WindowsWays.h"
+#include "tests/support/WindowsWays.h"
 
 #include "kx/win/Subclass.h"
 #include "kx/win/System.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <cderr.h>
 #include <cfloat>

@@ -1,7 +1,7 @@
 #include "kx/ui/dialogs/DialogsPrint.h"
 #include "kx/win/Handles.h"
-#include "support/DialogDriver.h"
-#include "support/Printers.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/Printers.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>

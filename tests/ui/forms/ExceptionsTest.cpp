@@ -1,7 +1,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gtest/gtest.h>
 #include <memory>

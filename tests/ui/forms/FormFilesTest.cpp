@@ -1,8 +1,8 @@
-#include "ui/SampleForms.h"
+#include "tests/ui/SampleForms.h"
 
 #include "kx/core/FormText.h"
 #include "kx/core/Streams.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "ui/SampleForms.h"
+#include "tests/ui/SampleForms.h"
 
-#include "support/Census.h"
-#include "support/DialogDriver.h"
+#include "tests/support/Census.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

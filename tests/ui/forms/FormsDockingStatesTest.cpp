@@ -1,5 +1,5 @@
-#include "ui/HostDialog.h"
-#include "ui/SampleForms.h"
+#include "tests/ui/HostDialog.h"
+#include "tests/ui/SampleForms.h"
 
 #include "support/WindowTools.h"
 

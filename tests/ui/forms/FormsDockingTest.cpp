@@ -1,8 +1,8 @@
-#include "ui/HostDialog.h"
-#include "ui/SampleForms.h"
+#include "tests/ui/HostDialog.h"
+#include "tests/ui/SampleForms.h"
 
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

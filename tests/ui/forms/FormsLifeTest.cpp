@@ -1,6 +1,6 @@
 // Forms that go, or lose their windows, while something of them is under way.
 
-#include "ui/HostDialog.h"
+#include "tests/ui/HostDialog.h"
 
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
@@ -8,8 +8,8 @@
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

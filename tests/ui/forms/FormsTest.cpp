@@ -1,7 +1,7 @@
-#include "ui/SampleForms.h"
+#include "tests/ui/SampleForms.h"
 
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <gtest/gtest.h>
 #include <thread>

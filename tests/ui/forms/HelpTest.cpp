@@ -4,7 +4,7 @@
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 #include "support/Input.h"
 
 #include <gtest/gtest.h>

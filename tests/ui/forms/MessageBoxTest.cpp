@@ -1,6 +1,6 @@
 #include "kx/ui/forms/Forms.h"
-#include "support/DialogDriver.h"
-#include "support/ImportPatch.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ImportPatch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "support/Process.h"
+#include "tests/support/Process.h"
 
 #include <gtest/gtest.h>
 

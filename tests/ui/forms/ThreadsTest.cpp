@@ -1,9 +1,9 @@
 #include "kx/ui/forms/Threads.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/win/Handles.h"
-#include "support/Census.h"
-#include "support/DialogDriver.h"
-#include "support/ExceptionLog.h"
+#include "tests/support/Census.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/ExceptionLog.h"
 
 #include <functional>
 #include <gmock/gmock.h>

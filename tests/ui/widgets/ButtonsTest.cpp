@@ -2,7 +2,7 @@
 
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

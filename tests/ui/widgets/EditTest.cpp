@@ -1,7 +1,7 @@
 #include "kx/ui/widgets/StdCtrls.h"
-#include "support/ProcessorTime.h"
+#include "tests/support/ProcessorTime.h"
 #include "support/TempFolder.h"
-#include "ui/ControlFixture.h"
+#include "tests/ui/ControlFixture.h"
 
 #include <algorithm>
 

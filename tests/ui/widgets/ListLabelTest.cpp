@@ -1,6 +1,6 @@
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrls.h"
-#include "support/DialogDriver.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "kx/ui/widgets/ComCtrls.h"
-#include "ui/ControlFixture.h"
+#include "tests/ui/ControlFixture.h"
 
 namespace kx {
 namespace {

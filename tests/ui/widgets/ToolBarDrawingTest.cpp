@@ -1,6 +1,6 @@
-#include "ui/ToolBarFixture.h"
+#include "tests/ui/ToolBarFixture.h"
 
-#include "support/ImportPatch.h"
+#include "tests/support/ImportPatch.h"
 
 #include <algorithm>
 

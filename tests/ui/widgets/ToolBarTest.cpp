@@ -1,6 +1,6 @@
-#include "ui/ToolBarFixture.h"
+#include "tests/ui/ToolBarFixture.h"
 
-#include "support/ProcessorTime.h"
+#include "tests/support/ProcessorTime.h"
 
 namespace kx::test {
 namespace {

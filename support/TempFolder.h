@@ -14,7 +14,8 @@ std::string ToUtf8(std::string_view text);
 bool CodePageHolds(std::string_view utf8);
 
 /// A new, empty folder with a name of its own, removed with all that it holds at the end of the scope. Names are given
-/// in UTF-8, in any script and with folders before them ("a\b.txt"), whatever the process's code page is.
+/// in UTF-8, in any script and with folders before them ("a\b.txt"), whatever the process's code page is. What cannot
+/// be made raises an Exception that says why.
 class TTempFolder {
 public:
     /// The folder is made inside the system's folder for temporary files; `name` is the beginning of its name.

@@ -1,12 +1,10 @@
 #include "support/DialogDriver.h"
 
-#include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
-#include "shared/Screen.h"
+#include "support/Screen.h"
+#include "support/WindowTools.h"
 
-#include <atomic>
 #include <cstdio>
-#include <gtest/gtest.h>
 #include <mutex>
 #include <thread>
 
@@ -22,9 +20,8 @@ constexpr int ClosingAttempts = 50;
 constexpr UINT StuckExitCode = 98;
 
 thread_local std::vector<TDialogDriver*> Runs; ///< The innermost last.
-thread_local bool Blocked = false;             ///< Nothing may act now: the message loop only paints.
 
-/// Posts to a menu, box or dialog what ends it, as far as it has something of the kind.
+/// Posts to the topmost menu, box, dialog or other window what ends it.
 void CloseTopmost() {
     if (HWND menu = ShownMenu()) {
         GUITHREADINFO info{};
@@ -41,14 +38,16 @@ void CloseTopmost() {
             return;
         }
     }
-    if (dialog) {
-        PostMessageA(dialog, WM_CLOSE, 0, 0);
+    for (HWND window : TopWindows()) {
+        if (IsWindowEnabled(window) != 0) {
+            PostMessageA(window, WM_CLOSE, 0, 0);
+            return;
+        }
     }
 }
 
-/// Without a window manager the X server now and then drops the focus of a window shown a moment ago: it takes Wine's
-/// request for one of before. Whoever sits before the screen would click the window, and so does this. Only when nobody
-/// has the focus: what happens between windows is for the tests to judge.
+} // namespace
+
 void KeepFocus() {
     static thread_local ULONGLONG lostAt = 0; // 0: somebody has it
     HWND foreground = GetForegroundWindow();
@@ -68,25 +67,10 @@ void KeepFocus() {
     }
 }
 
-std::string ShotsFolder() {
-    char folder[MAX_PATH + 1] = "";
-    const DWORD size = GetEnvironmentVariableA("KX_SHOTS", folder, sizeof(folder));
-    const std::string path = size > 0 && size < sizeof(folder) ? folder : "shots";
-    CreateDirectoryA(path.c_str(), nullptr);
-    return path;
-}
-
-std::string TestName() {
-    const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
-    return test ? std::string(test->test_suite_name()) + "." + test->name() : "test";
-}
-
-} // namespace
-
 /// Waits beside a run, in a thread of its own, and ends the run when it does not get on.
 class TDialogDriver::TWatchdog {
 public:
-    TWatchdog() : FThread([this] { Watch(); }) {}
+    explicit TWatchdog(std::string picture) : FPicture(std::move(picture)), FThread([this] { Watch(); }) {}
     TWatchdog(const TWatchdog&) = delete;
     TWatchdog& operator=(const TWatchdog&) = delete;
     ~TWatchdog() {
@@ -134,8 +118,10 @@ private:
     }
 
     void Report() const {
-        const std::string shot = Screenshot(TestName());
-        std::fprintf(stderr, "Dialog run failed: %s\nPicture: %s\nWindows:\n%s", Reason().c_str(), shot.c_str(),
+        if (!FPicture.empty() && !CaptureScreen(FPicture)) {
+            std::fprintf(stderr, "Cannot write %s\n", FPicture.c_str());
+        }
+        std::fprintf(stderr, "Dialog run failed: %s\nPicture: %s\nWindows:\n%s", Reason().c_str(), FPicture.c_str(),
                      AllWindowTrees().c_str());
         std::fflush(stderr);
     }
@@ -155,6 +141,7 @@ private:
     unique_handle_object FOver{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
     unique_handle_object FGivenUp{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
     unique_handle_object FProgress{CreateEventA(nullptr, FALSE, FALSE, nullptr)};
+    std::string FPicture;
     mutable std::mutex FMutex;
     std::string FPending;
     std::string FReason;
@@ -167,7 +154,7 @@ TDialogDriver& TDialogDriver::Then(std::string what, TCondition when, TAction ac
 }
 
 bool TDialogDriver::Run(const std::function<bool()>& execute) {
-    TWatchdog watchdog;
+    TWatchdog watchdog(PicturePath());
     FWatchdog = &watchdog;
     FNext = 0;
     watchdog.Progress(Pending());
@@ -177,18 +164,19 @@ bool TDialogDriver::Run(const std::function<bool()>& execute) {
     SetWindowLongPtrA(ticker.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(TickerProc));
     SetTimer(ticker.get(), 1, TickInterval, nullptr);
     bool result = false;
+    FFailure.clear();
     try {
         result = execute();
     } catch (const std::exception& e) {
-        ADD_FAILURE() << "the dialog raised: " << e.what();
+        FFailure = std::string("the dialog raised: ") + e.what();
     }
     Runs.pop_back();
     FWatchdog = nullptr;
     const std::string reason = watchdog.Reason();
     if (!reason.empty()) {
-        ADD_FAILURE() << reason;
-    } else if (FNext < FSteps.size()) {
-        ADD_FAILURE() << "the dialog was closed before this was done: " << Pending();
+        FFailure = reason;
+    } else if (FFailure.empty() && FNext < FSteps.size()) {
+        FFailure = "the dialog was closed before this was done: " + Pending();
     }
     return result;
 }
@@ -197,7 +185,7 @@ LRESULT CALLBACK TDialogDriver::TickerProc(HWND window, UINT message, WPARAM wPa
     if (message != WM_TIMER) {
         return DefWindowProcA(window, message, wParam, lParam);
     }
-    if (!Runs.empty() && !Blocked) {
+    if (!Runs.empty()) {
         KeepFocus();
         Runs.back()->Tick();
     }
@@ -225,11 +213,13 @@ void TDialogDriver::Tick() {
 
 void TDialogDriver::Perform(const TStep& step) {
     if (step.Do) {
-        SCOPED_TRACE("in the step: " + step.What);
         step.Do();
     }
-    if (testing::Test::HasFatalFailure() && FWatchdog) {
-        FWatchdog->GiveUp("the step failed: " + step.What);
+}
+
+void TDialogDriver::GiveUp(const std::string& reason) {
+    if (FWatchdog) {
+        FWatchdog->GiveUp(reason);
     }
 }
 
@@ -237,98 +227,19 @@ std::string TDialogDriver::Pending() const {
     return FNext < FSteps.size() ? FSteps[FNext].What : "the end of the dialog, all steps being done";
 }
 
-bool RunDialog(const std::function<bool()>& execute, std::vector<TStep> steps) {
-    TDialogDriver driver(std::move(steps));
-    return driver.Run(execute);
-}
-
-bool RunDialog(TCommonDialog& dialog, std::vector<TStep> steps) {
-    steps.insert(steps.begin(), TStep{"the dialog is shown", Shown(dialog), {}});
-    return RunDialog([&] { return dialog.Execute(); }, std::move(steps));
-}
-
-bool PumpUntil(const TCondition& condition, unsigned seconds) {
-    const ULONGLONG end = GetTickCount64() + seconds * 1000ULL;
-    while (!condition()) {
-        if (GetTickCount64() > end) {
-            ADD_FAILURE() << "it did not come about within " << seconds << " seconds. Windows:\n" << AllWindowTrees();
-            Screenshot(TestName());
-            return false;
-        }
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, TickInterval, QS_ALLINPUT);
-        MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
-        }
-        KeepFocus();
+bool IsShown(const TCommonDialog& dialog) {
+    HWND window = dialog.DialogWindow();
+    if (!window || IsWindowVisible(window) == 0 || IsWindowEnabled(window) == 0) {
+        return false;
     }
-    return true;
+    const auto* fileDialog = dynamic_cast<const TOpenDialog*>(&dialog);
+    return !fileDialog || fileDialog->Options().Contains(ofOldStyleDialog) || FileListOf(window);
 }
 
-std::string Screenshot(const std::string& name, HWND window) {
-    const std::string path = ShotsFolder() + "\\" + name + ".png";
-    Blocked = true;
-    const bool written = window ? CaptureWindow(window, path) : CaptureScreen(path);
-    Blocked = false;
-    return written ? path : std::string();
+bool ShowsFolder(const TOpenDialog& dialog, const std::string& folder) {
+    HWND window = dialog.DialogWindow();
+    return window && FileListOf(window) &&
+           ExcludeTrailingPathDelimiter(FolderOf(window)) == ExcludeTrailingPathDelimiter(folder);
 }
-
-TCondition Shown(const TCommonDialog& dialog) {
-    return [&dialog] {
-        HWND window = dialog.DialogWindow();
-        if (!window || IsWindowVisible(window) == 0 || IsWindowEnabled(window) == 0) {
-            return false;
-        }
-        const auto* fileDialog = dynamic_cast<const TOpenDialog*>(&dialog);
-        return !fileDialog || fileDialog->Options().Contains(ofOldStyleDialog) || FileListOf(window);
-    };
-}
-
-TCondition BoxShown() {
-    return [] { return ShownMessageBox() != nullptr; };
-}
-
-TCondition NoBoxShown() {
-    return [] { return ShownMessageBox() == nullptr; };
-}
-
-TCondition FolderIs(const TOpenDialog& dialog, const std::string& folder) {
-    return [&dialog, folder] {
-        HWND window = dialog.DialogWindow();
-        return window && FileListOf(window) &&
-               ExcludeTrailingPathDelimiter(FolderOf(window)) == ExcludeTrailingPathDelimiter(folder);
-    };
-}
-
-TStep AnswerBox(int answer, std::function<void(const std::string& text)> check) {
-    return {"a message box is shown", BoxShown(), [answer, check = std::move(check)] {
-                HWND box = ShownMessageBox();
-                if (check) {
-                    check(MessageBoxText(box));
-                }
-                HWND button = FindChild(box, "Button", answer);
-                EXPECT_TRUE(button) << "the box has no button " << answer << ":\n" << WindowTree(box);
-                PressButton(button ? button : FindChild(box, "Button"));
-            }};
-}
-
-TStep Press(const TCommonDialog& dialog, int buttonId) {
-    return {"the button " + IntToStr(buttonId) + " can be pressed",
-            [&dialog] { return dialog.DialogWindow() && IsWindowEnabled(dialog.DialogWindow()) != 0; },
-            [&dialog, buttonId] { PressButton(FindChild(dialog.DialogWindow(), "Button", buttonId)); }};
-}
-
-TStep EnterFileName(const TOpenDialog& dialog, const std::string& name) {
-    return {"the name " + name + " can be entered",
-            [&dialog] { return dialog.DialogWindow() && IsWindowEnabled(dialog.DialogWindow()) != 0; },
-            [&dialog, name] {
-                HWND window = dialog.DialogWindow();
-                SetWindowTextA(FileNameEditOf(window), name.c_str());
-                PressButton(FindChild(window, "Button", IDOK));
-            }};
-}
-
-TStep Perform(std::string what, TAction action) { return {std::move(what), {}, std::move(action)}; }
 
 } // namespace kx::test

@@ -1,9 +1,10 @@
 #include "support/TempFolder.h"
 
+#include "kx/core/SysUtils.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 
 namespace kx::test {
 
@@ -92,7 +93,7 @@ TTempFolder::TTempFolder(std::string_view name) {
     RemoveTree(FPath);
     MakeFolders(FPath, FPath.find(L'\\') + 1);
     if (GetFileAttributesW(FPath.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        ADD_FAILURE() << "cannot make the folder " << ToBytes(CP_UTF8, FPath);
+        throw Exception("cannot make the folder " + Path());
     }
     // The paths that dialogs give back are long ones.
     wchar_t full[MAX_PATH + 1];
@@ -124,7 +125,7 @@ std::string TTempFolder::AddFile(std::string_view name, std::string_view content
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
     if (!file || WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr) == 0) {
-        ADD_FAILURE() << "cannot write " << name << " (error " << GetLastError() << ")";
+        throw Exception("cannot write " + std::string(name) + " (error " + IntToStr(GetLastError()) + ")");
     }
     return ToBytes(CP_ACP, path);
 }

@@ -9,7 +9,7 @@
 namespace kx::test {
 
 // Real input, as if it came from the mouse and the keyboard. It arrives through the message queue: wait for what it
-// brings about.
+// brings about. What cannot be done raises an Exception that says why.
 
 TPoint CenterOf(HWND window); ///< In screen coordinates.
 void MoveMouse(TPoint screen);
@@ -22,7 +22,7 @@ bool MouseInputTaken(); ///< No input of the mouse waits for the calling thread.
 void Drag(TPoint from, TPoint to);
 void ClickAt(TPoint screen, TMouseButton button = mbLeft);
 void DoubleClickAt(TPoint screen);
-/// Clicks the middle of the window; a test failure when another window covers it there.
+/// Clicks the middle of the window. @throws Exception when another window covers it there.
 void Click(HWND window, TMouseButton button = mbLeft);
 
 /// Presses and releases a key while the `held` ones are down: `PressKey('A', {VK_CONTROL})`.

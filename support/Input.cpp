@@ -1,8 +1,8 @@
 #include "support/Input.h"
 
+#include "kx/core/SysUtils.h"
 #include "support/WindowTools.h"
 
-#include <gtest/gtest.h>
 #include <vector>
 
 namespace kx::test {
@@ -34,7 +34,9 @@ INPUT KeyInput(WORD key, DWORD flags) {
 
 void Send(std::vector<INPUT>& inputs) {
     const UINT sent = SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-    EXPECT_EQ(sent, inputs.size()) << "the system did not take the input";
+    if (sent != inputs.size()) {
+        throw Exception("the system did not take the input");
+    }
 }
 
 constexpr DWORD Down[] = {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_MIDDLEDOWN};
@@ -92,9 +94,10 @@ void DoubleClickAt(TPoint screen) {
 void Click(HWND window, TMouseButton button) {
     const TPoint at = CenterOf(window);
     HWND hit = WindowFromPoint(ToPOINT(at));
-    EXPECT_TRUE(hit == window || IsChild(window, hit) != 0)
-        << "the middle of " << ClassOf(window) << " \"" << TextOf(window) << "\" is covered by " << ClassOf(hit)
-        << " \"" << TextOf(hit) << "\"";
+    if (hit != window && IsChild(window, hit) == 0) {
+        throw Exception("the middle of " + ClassOf(window) + " \"" + TextOf(window) + "\" is covered by " +
+                        ClassOf(hit) + " \"" + TextOf(hit) + "\"");
+    }
     ClickAt(at, button);
 }
 
@@ -124,8 +127,7 @@ void TypeText(std::string_view text) {
     for (const char c : text) {
         const SHORT key = VkKeyScanA(c);
         if (key == -1) {
-            ADD_FAILURE() << "the keyboard has no key for '" << c << "'";
-            return;
+            throw Exception(std::string("the keyboard has no key for '") + c + "'");
         }
         constexpr int shiftBit = 0x100;
         if ((key & shiftBit) != 0) {
@@ -137,7 +139,9 @@ void TypeText(std::string_view text) {
 }
 
 void PressButton(HWND button) {
-    ASSERT_TRUE(IsWindow(button) != 0) << "there is no such button";
+    if (IsWindow(button) == 0) {
+        throw Exception("there is no such button");
+    }
     SendMessageA(button, BM_CLICK, 0, 0);
 }
 
