@@ -289,7 +289,6 @@ class TPicture : public TPersistent {
     void SetGraphic(const TGraphic* value);              ///< Copies `value`.
     /// The picture as one of that kind; another kind is replaced by an empty one.
     TBitmap& Bitmap();
-    void SetBitmap(const TBitmap& value) { SetGraphic(&value); }
     TIcon& Icon();
     void SetIcon(const TIcon& value) { SetGraphic(&value); }
     int Width() const { return FGraphic ? FGraphic->Width() : 0; }

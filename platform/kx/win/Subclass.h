@@ -26,7 +26,6 @@ public:
     TSubclass& operator=(const TSubclass&) = delete;
     ~TSubclass();
 
-    const TWndMethod& Handler() const { return FHandler; }
     void SetHandler(TWndMethod value) { FHandler = std::move(value); }
 
     /// Uninstalls from another window first. @throws EOSError when `window` is none, or another process's.

@@ -47,7 +47,6 @@ enum TControlStyleFlag : uint8_t {
     csDoubleClicks,    ///< Knows double clicks; without it the second press is another click.
     csOpaque,          ///< Paints every pixel of its rectangle.
     csSetCaption,      ///< Its text follows its name as long as they are equal.
-    csNoTabStop,       ///< Never takes the focus by the keyboard.
     csReflector        ///< Lives on the notifications that its parent window gets; a foreign one must send them back.
 };
 using TControlStyle = TSet<TControlStyleFlag>;

@@ -143,7 +143,6 @@ class TMenu : public TComponent {
     bool IsShortCut(WPARAM wParam, LPARAM lParam);
 
     /// Window that shows the menu; it is told to draw its menu bar again after changes.
-    HWND WindowHandle() const { return FWindowHandle; }
     void SetWindowHandle(HWND value) { FWindowHandle = value; }
 
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;

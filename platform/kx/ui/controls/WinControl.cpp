@@ -74,12 +74,6 @@ void TWinControl::DetachControl(TControl* control) {
     }
 }
 
-void TWinControl::RemoveControl(TControl* control) {
-    if (control->Parent() == this) {
-        control->SetParent(nullptr);
-    }
-}
-
 void TWinControl::GetChildren(const TGetChildProc& proc, TComponent* root) {
     // By index: what runs meanwhile may add controls.
     for (size_t i = 0; i < FControls.size(); ++i) {
@@ -198,16 +192,10 @@ void TWinControl::WindowPosChanged(TMessage& message) {
 
 // --- Aligning
 
-void TWinControl::EnableAlign() {
-    if (--FAlignDisabled == 0) {
-        AlignControls();
-    }
-}
-
 void TWinControl::Realign() { AlignControls(); }
 
 void TWinControl::AlignControls() {
-    if (FAlignDisabled > 0 || FAligning || IsLoading() || IsDestroying() || FControls.empty()) {
+    if (FAligning || IsLoading() || IsDestroying() || FControls.empty()) {
         return;
     }
     const TFieldScope aligning(*this, FAligning, true);

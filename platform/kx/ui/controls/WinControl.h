@@ -65,10 +65,6 @@ class TWinControl : public TControl {
     bool ContainsControl(const TControl* control) const; ///< This control, or one anywhere inside it.
     /// The visible control at a point of the client area, graphic or windowed; null when there is none.
     TControl* ControlAtPos(const TPoint& point, bool allowDisabled, bool allowWinControls = false) const;
-    void InsertControl(TControl* control) { control->SetParent(this); }
-    void RemoveControl(TControl* control);
-    void DisableAlign() { ++FAlignDisabled; } ///< Controls are not arranged until EnableAlign. They nest.
-    void EnableAlign();
     void Realign();
 
     // --- Keyboard
@@ -86,7 +82,6 @@ class TWinControl : public TControl {
     TWinControl* FindNextControl(TWinControl* current, bool forward, bool checkTabStop, bool checkParent) const;
     void SelectNext(TWinControl* current, bool forward, bool checkTabStop);
 
-    TColor BackgroundColor() const { return FBrush.Color(); }
     TBrush& Brush() { return FBrush; }
     /// Painted into memory first, so that nothing flickers.
     bool DoubleBuffered() const { return FDoubleBuffered; }
@@ -200,7 +195,6 @@ protected:
     static HMENU NextControlId(); ///< A number for a child window that no dialog uses for a control of its own.
     /// Told when a control of the same form got the focus; descendants call the inherited method for those inside.
     virtual void FocusChanged(TWinControl* focused);
-    bool IsSystemClass() const { return FSystemClass; }
 
 private:
     static LRESULT KX_CALLBACK MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam);
@@ -261,8 +255,7 @@ private:
     bool FIsMouseIn = false;
     bool FAligning = false;
     bool FDestroyingWindow = false; ///< The window goes by our own will.
-    int FAlignDisabled = 0;
-    int FWantedTabOrder = -1; ///< Of the form file.
+    int FWantedTabOrder = -1;       ///< Of the form file.
 
     TNotifyEvent FOnEnter;
     TNotifyEvent FOnExit;

@@ -285,15 +285,6 @@ using TMessageEvent = TEvent<void(MSG& message, bool& handled)>;
 using THelpEvent = TEvent<void(uint16_t command, LPARAM data, bool& callHelp)>;
 using TIdleEvent = TEvent<void(TObject* sender, bool& done)>;
 
-/// What the hint window will show; a handler may change all of it.
-struct THintInfo {
-    TControl* HintControl = nullptr;
-    TPoint HintPos;   ///< Screen coordinates of the window's corner.
-    TRect CursorRect; ///< Client coordinates of the control; leaving it ends the hint.
-    std::string HintStr;
-};
-using TShowHintEvent = TEvent<void(std::string& hint, bool& canShow, THintInfo& info)>;
-
 /// The running program: owner of its forms, message loop, last resort for exceptions, and hints.
 ///
 /// It belongs, with its forms, to the thread that used it first. Dialogs may run in other threads with controls of
@@ -331,9 +322,6 @@ class TApplication : public TComponent {
     void SetTitle(const std::string& value) { FTitle = value; }
     TIcon& Icon() { return FIcon; }
     std::string ExeName() const;
-    bool ShowMainForm() const { return FShowMainForm; }
-    void SetShowMainForm(bool value) { FShowMainForm = value; }
-    bool Active() const; ///< A window of this thread is the foreground window.
 
     /// The window that modal windows of the system should be owned by: the active form's, the main form's, or `Handle`.
     HWND ActiveFormHandle();
@@ -341,10 +329,6 @@ class TApplication : public TComponent {
     int MessageBox(const std::string& text, const std::string& caption, UINT flags = 0 /* MB_OK */);
     KX_AS_SYSTEM_NAMES(int, MessageBox, (const std::string& text, const std::string& caption, UINT flags = 0),
                        (text, caption, flags), )
-
-    /// A foreign modeless dialog whose keyboard handling the message loop does; null: none.
-    HWND DialogHandle() const { return FDialogHandle; }
-    void SetDialogHandle(HWND value) { FDialogHandle = value; }
 
     /// Reports the exception that is being handled: by OnException, else by ShowException. EAbort is silent.
     void HandleException(TObject* sender);
@@ -383,8 +367,6 @@ class TApplication : public TComponent {
     void SetOnIdle(TIdleEvent value) { FOnIdle = std::move(value); }
     const TNotifyEvent& OnHint() const { return FOnHint; }
     void SetOnHint(TNotifyEvent value) { FOnHint = std::move(value); }
-    const TShowHintEvent& OnShowHint() const { return FOnShowHint; }
-    void SetOnShowHint(TShowHintEvent value) { FOnShowHint = std::move(value); }
     const TNotifyEvent& OnActivate() const { return FOnActivate; }
     void SetOnActivate(TNotifyEvent value) { FOnActivate = std::move(value); }
     const TNotifyEvent& OnDeactivate() const { return FOnDeactivate; }
@@ -456,9 +438,7 @@ private:
     TCustomForm* FMainForm = nullptr;
     std::string FTitle;
     TIcon FIcon;
-    HWND FDialogHandle = nullptr;
     std::atomic<bool> FTerminated = false;
-    bool FShowMainForm = true;
     bool FHelpOpened = false; ///< The system's help program may be open for us.
     std::string FHelpFile;
     int FModalLevel = 0;
@@ -482,7 +462,6 @@ private:
     TIdleEvent FOnIdle;
     THelpEvent FOnHelp;
     TNotifyEvent FOnHint;
-    TShowHintEvent FOnShowHint;
     TNotifyEvent FOnActivate;
     TNotifyEvent FOnDeactivate;
     TNotifyEvent FOnModalBegin;

@@ -165,11 +165,6 @@ void TApplication::FormCreated(TCustomForm& form) {
     form.AfterConstruction();
 }
 
-bool TApplication::Active() const {
-    const HWND foreground = GetForegroundWindow();
-    return foreground && GetWindowThreadProcessId(foreground, nullptr) == GetCurrentThreadId();
-}
-
 HWND TApplication::ActiveFormHandle() {
     const HWND active = GetActiveWindow();
     if (active && active != FHandle && IsWindowVisible(active)) {
@@ -258,7 +253,7 @@ void TApplication::ShowException(const std::exception& e) { MessageBox(e.what(),
 
 void TApplication::Run() {
     FTerminated = false;
-    if (FMainForm && FShowMainForm) {
+    if (FMainForm) {
         FMainForm->SetVisible(true);
     }
     while (!FTerminated) {
@@ -314,9 +309,6 @@ bool TApplication::ProcessMessage(MSG& message) {
 }
 
 bool TApplication::PreTranslate(MSG& message) {
-    if (FDialogHandle && InOwnThread() && IsDialogMessageW(FDialogHandle, &message)) {
-        return true;
-    }
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
         return false;
     }

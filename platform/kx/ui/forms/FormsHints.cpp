@@ -149,21 +149,16 @@ void TApplication::ActivateHint(const TPoint& screenPoint) {
         CancelHint();
         return;
     }
-    THintInfo info;
-    info.HintControl = control;
-    info.HintPos = {screenPoint.X, screenPoint.Y + GetSystemMetrics(SM_CYCURSOR) / 2 + 4};
-    info.CursorRect = control->ClientRect();
-    info.HintStr = GetShortHint(control->Hint());
-    bool show = !info.HintStr.empty();
+    const std::string hint = GetShortHint(control->Hint());
     FHintControl = control;
-    FOnShowHint(info.HintStr, show, info);
-    if (!show || FHintControl != control) {
+    if (hint.empty()) {
         return;
     }
     if (!FHintWindow) {
         FHintWindow = std::make_unique<THintWindow>();
     }
-    static_cast<THintWindow&>(*FHintWindow).ActivateHint(info.HintPos, info.HintStr);
+    const TPoint belowPointer{screenPoint.X, screenPoint.Y + GetSystemMetrics(SM_CYCURSOR) / 2 + 4};
+    static_cast<THintWindow&>(*FHintWindow).ActivateHint(belowPointer, hint);
     FHintWaiting = false;
     SetTimer(FHandle, HintTimerId, static_cast<UINT>(FHintHidePause), nullptr);
 }

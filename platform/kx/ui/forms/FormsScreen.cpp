@@ -47,12 +47,6 @@ int TScreen::Width() const { return GetSystemMetrics(SM_CXSCREEN); }
 
 int TScreen::Height() const { return GetSystemMetrics(SM_CYSCREEN); }
 
-TRect TScreen::WorkAreaRect() const {
-    RECT r{};
-    SystemParametersInfoA(SPI_GETWORKAREA, 0, &r, 0);
-    return FromRECT(r);
-}
-
 TCustomForm* TScreen::Forms(int index) const {
     if (index < 0 || index >= FormCount()) {
         throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
@@ -64,8 +58,6 @@ HCURSOR TScreen::Cursors(TCursor cursor) const {
     const auto found = FCursors.find(cursor);
     return found != FCursors.end() ? found->second : FCursors.at(crDefault);
 }
-
-void TScreen::SetCursors(TCursor cursor, HCURSOR handle) { FCursors[cursor] = handle; }
 
 void TScreen::SetCursor(TCursor value) {
     if (FCursor != value) {

@@ -25,8 +25,6 @@ class TScreen : public TComponent {
 
     int Width() const;
     int Height() const;
-    TRect WorkAreaRect() const;
-    int PixelsPerInch() const { return 96; }
 
     int FormCount() const { return static_cast<int>(FForms.size()); }
     TCustomForm* Forms(int index) const; ///< @throws EListError for an index outside [0, FormCount).
@@ -35,8 +33,7 @@ class TScreen : public TComponent {
 
     TCursor Cursor() const { return FCursor; } ///< Of the whole program; crDefault: each control's own.
     void SetCursor(TCursor value);
-    HCURSOR Cursors(TCursor cursor) const;           ///< The system's pointer of that number; not owned.
-    void SetCursors(TCursor cursor, HCURSOR handle); ///< `handle` stays the caller's.
+    HCURSOR Cursors(TCursor cursor) const; ///< The system's pointer of that number; not owned.
 
 private:
     friend class TApplication;

@@ -115,15 +115,12 @@ class TListItem : public TPersistent {
 
     const std::string& Caption() const { return FCaption; }
     void SetCaption(const std::string& value);
-    TStrings& SubItems() { return *FSubItems; } ///< Texts of the columns behind the first, and more if one likes.
-    void* Data() const { return FData; }        ///< The program's; not owned.
-    void SetData(void* value) { FData = value; }
+    TStrings& SubItems() { return *FSubItems; }    ///< Texts of the columns behind the first, and more if one likes.
     int ImageIndex() const { return FImageIndex; } ///< In the list view's images; -1: none.
     void SetImageIndex(int value);
     bool Selected() const;
     void SetSelected(bool value);
     int Index() const;
-    void MakeVisible();
     void Delete(); ///< Takes the item off the list and frees it.
 
 private:
@@ -135,7 +132,6 @@ private:
     TListItems& FItems;
     std::string FCaption;
     std::unique_ptr<TStringList> FSubItems;
-    void* FData = nullptr;
     int FImageIndex = -1;
     bool FWasSelected = false; ///< While there is no window.
 };
@@ -185,8 +181,6 @@ class TListView : public TWinControl {
     void SetSelected(TListItem* value);
     int ItemIndex() const; ///< Index of `Selected`; -1: none.
     void SetItemIndex(int value);
-    int SelCount() const;
-    TListItem* ItemFocused() const;
 
     TBorderStyle BorderStyle() const { return FBorderStyle; }
     void SetBorderStyle(TBorderStyle value);

@@ -303,10 +303,6 @@ void TListItem::SetSelected(bool value) {
     }
 }
 
-void TListItem::MakeVisible() {
-    SendMessageA(FItems.Owner().Handle(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(Index()), FALSE);
-}
-
 void TListItem::Delete() { FItems.Delete(Index()); }
 
 void TListView::InsertIntoWindow(int index) {
@@ -346,22 +342,6 @@ void TListView::SetSelected(TListItem* value) {
     if (value) {
         value->SetSelected(true);
     }
-}
-
-int TListView::SelCount() const {
-    int count = 0;
-    for (const auto& item : FItems.FItems) {
-        count += item->Selected() ? 1 : 0;
-    }
-    return count;
-}
-
-TListItem* TListView::ItemFocused() const {
-    const int index =
-        HandleAllocated()
-            ? static_cast<int>(SendMessageA(WindowHandle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED))
-            : -1;
-    return index < 0 || index >= FItems.Count() ? nullptr : &FItems[index];
 }
 
 void TListView::WndProc(TMessage& message) {
