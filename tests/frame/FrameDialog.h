@@ -40,7 +40,6 @@ protected:
     void DoClose() override;
 
 private:
-    void FireHooking(TMessage& message, bool& allow) override { AskHooking(message, allow); }
     TKxMsgVerdict BeforeSystem(TMessage& message, int&) override;
     void AfterSystem(TMessage& message, int) override;
     void Leave();

@@ -59,7 +59,6 @@ protected:
     virtual void DoFullOpening(bool& allow) { FOnFullOpening(this, allow); }
     virtual void DoAddCustomColor(TColor color) { FOnCustomColorAdd(this, color); }
     virtual void DoAddingCustomColor(TColor color, bool& allow); ///< Writes an allowed colour into the edits besides.
-    virtual void DoHookingEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
 
     void TakeOver() override;
     const TKxDlgCaptions& Captions() const override { return FCaptions; }
@@ -69,7 +68,6 @@ protected:
     void AfterSystem(TMessage& message, int command) override;
 
 private:
-    void Ask(TMessage& message, bool& allow) override { DoHookingEvent(message, allow); }
     bool AllowsAdding();
     bool AllowsFullOpening();
     void FullOpened();

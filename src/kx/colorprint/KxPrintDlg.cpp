@@ -143,7 +143,8 @@ TKxMsgVerdict TKxCustomPrintDialog::BeforeSystem(TMessage& message, int& command
         command = CommandOf(message);
         switch (command) {
         case IDOK: allow = AllowsClosing(); break;
-        case PrinterCombo: allow = AllowsPrinter(); break;
+        // Deliberate: OnEventHook does not hear of a change of the printer, as one would expect.
+        case PrinterCombo: return AllowsPrinter() ? mvMute : mvStop;
         case PropertiesButton: allow = AllowsSetup(); break;
         default: break;
         }
@@ -157,13 +158,6 @@ void TKxCustomPrintDialog::AfterSystem(TMessage&, int command) {
     case CopiesEdit: FOnChangeCopies(this); break;
     case PropertiesButton: FOnSetupPrn(this); break;
     default: break;
-    }
-}
-
-void TKxCustomPrintDialog::FireHook(TMessage& message) {
-    // Deliberate: not for a change of the printer, where one would expect it as for every other message.
-    if (message.Msg != WM_COMMAND || CommandOf(message) != PrinterCombo) {
-        DoHookEvent(message);
     }
 }
 

@@ -69,7 +69,8 @@ class TKxCustomPrintDialog : public TKxBoxDialog<TPrintDialog> {
     void SetOnCopiesChange(TNotifyEvent value) { FOnChangeCopies = std::move(value); }
 
 protected:
-    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
+    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { TKxBoxDialog::DoHookingEvent(message, allow); }
+    void DoHookingEvent(TMessage& message, bool& allow) final { DoHookQueryEvent(message, allow); }
 
     void TakeOver() override;
     const TKxDlgCaptions& Captions() const override { return FCaptions; }
@@ -79,8 +80,6 @@ protected:
     void AfterSystem(TMessage&, int command) override;
 
 private:
-    void Ask(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
-    void FireHook(TMessage& message) override;
     std::string ShownPrinter(int size) const;
     bool AllowsPrinter();
     bool AllowsSetup();

@@ -129,7 +129,6 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
 
 protected:
     virtual void DoSelectionChange() { FOnSelChange(this); }
-    virtual void DoHookingEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
 
     void DoShow() override;
     void DoClose() override;
@@ -169,7 +168,6 @@ private:
     void ShowStdSelectionCtrl(bool show);
 
     // The dialog's own cases of its window's messages
-    void FireHooking(TMessage& message, bool& allow) override { DoHookingEvent(message, allow); }
     TKxMsgVerdict BeforeSystem(TMessage& message, int&) override;
     void AfterSystem(TMessage& message, int) override;
 

@@ -3,6 +3,7 @@
 #include "kx/frame/KxDlgCore.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/win/Windows.h"
 
 namespace kx {
 
@@ -21,6 +22,13 @@ void TKxDlgCore::DetachDialog() {
 
 void TKxDlgCore::DockForms() {
     Guarded([this] { FParams.ConnectForms(FDialog.DialogWindow()); });
+}
+
+void TKxDlgCore::ShowTitle() {
+    const std::string title = FTitle; // handlers of the message may free the dialog
+    if (!title.empty()) {
+        SetWindowTextA(FDlgHandle, title.c_str());
+    }
 }
 
 void TKxDlgCore::FireShow() {

@@ -54,9 +54,8 @@ protected:
     /// The component is on its way out, and the dialog closes as a part of that.
     bool IsGoing() const { return !TAlive(FDialog); }
 
-    virtual void DoHookEvent(TMessage& message) { FOnHookEvent(message); }
-    /// Fires OnEventHooking. A dialog has a virtual method of its own that calls it.
-    void AskHooking(TMessage& message, bool& allow) { FHooking(&FDialog, message, allow); }
+    void DoHookEvent(TMessage& message) override { FOnHookEvent(message); }
+    void DoHookingEvent(TMessage& message, bool& allow) override { FHooking(&FDialog, message, allow); }
 
     // --- Pieces of a showing
 
@@ -84,6 +83,8 @@ protected:
     void DetachDialog();
     /// Docks the forms and grows the dialog by them. A form whose OnShow fails costs the dialog nothing else.
     void DockForms();
+    /// Gives the dialog window its title, if there is one.
+    void ShowTitle();
     /// Places the dialog by its parameters.
     void Place() { KxSetPosition(FDlgHandle, FParams); }
     /// Fires OnShow and the internal notification, whose handlers may free the dialog.
@@ -94,8 +95,6 @@ protected:
     TNotifyEvent FOnInternalShow;
 
 private:
-    void FireHook(TMessage& message) override { DoHookEvent(message); }
-
     TCommonDialog& FDialog;
     TLifetime FExistence;
     TKxDlgPipeline FPipeline;

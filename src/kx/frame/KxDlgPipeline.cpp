@@ -14,31 +14,37 @@ void TKxDlgPipeline::HandleMessage(TMessage& message) {
     const TAlive alive(FLife);
     const TSubclass::TPrevious previous = FSubclass.Previous();
     int command = 0;
-    const TKxMsgVerdict verdict = Ask(message, command);
+    const TKxMsgVerdict verdict = BeforeSystem(message, command);
     if (!alive && message.Msg == WM_DESTROY && verdict != mvStop) {
         message.Result = previous(message.Msg, message.WParam, message.LParam);
     }
     if (!alive || verdict == mvStop) {
         return;
     }
-    if (verdict == mvPass) {
+    if (verdict != mvSkip) {
         FSubclass.CallPrevious(message); // works also when the dialog has just detached the pipeline
         if (alive) {
             FDialog.AfterSystem(message, command);
         }
     }
-    if (alive) {
-        FDialog.FireHook(message);
+    if (alive && verdict != mvMute) {
+        FDialog.DoHookEvent(message);
     }
 }
 
-TKxMsgVerdict TKxDlgPipeline::Ask(TMessage& message, int& command) {
+TKxMsgVerdict TKxDlgPipeline::BeforeSystem(TMessage& message, int& command) {
     try {
         bool allow = true;
-        if (!Outlives(FLife, [&] { FDialog.FireHooking(message, allow); })) {
+        if (!Outlives(FLife, [&] { FDialog.DoHookingEvent(message, allow); })) {
             return allow ? mvPass : mvStop;
         }
-        return allow ? FDialog.BeforeSystem(message, command) : mvStop;
+        if (allow) {
+            return FDialog.BeforeSystem(message, command);
+        }
+        if (message.Msg == WM_DESTROY) {
+            Guarded([this] { FDialog.DestroyVetoed(); });
+        }
+        return mvStop;
     } catch (...) {
         ReportException();
         return message.Msg == WM_COMMAND ? mvStop : mvPass;

@@ -8,6 +8,7 @@ namespace kx {
 /// What becomes of a message of the dialog window.
 enum TKxMsgVerdict : uint8_t {
     mvPass, ///< Goes to the system, then to OnEventHook.
+    mvMute, ///< Goes to the system only.
     mvSkip, ///< Goes to OnEventHook only.
     mvStop  ///< Goes nowhere; its result stays as it is.
 };
@@ -24,8 +25,10 @@ public:
     /// The dialog component, as the pipeline sees it.
     class IDialog {
     public:
-        virtual void FireHooking(TMessage& message, bool& allow) = 0; ///< OnEventHooking
-        virtual void FireHook(TMessage& message) = 0;                 ///< OnEventHook
+        virtual void DoHookingEvent(TMessage& message, bool& allow) = 0; ///< Fires OnEventHooking.
+        virtual void DoHookEvent(TMessage& message) = 0;                 ///< Fires OnEventHook.
+        /// OnEventHooking has vetoed WM_DESTROY. The window goes all the same, and what is left in it goes with it.
+        virtual void DestroyVetoed() {}
         /// The dialog's own cases, before the system gets the message. `command` is 0; a dialog that finds a WM_COMMAND
         /// to be one of its commands keeps there which one.
         virtual TKxMsgVerdict BeforeSystem(TMessage& message, int& command) = 0;
@@ -42,11 +45,10 @@ public:
 
     void Attach(HWND window) { FSubclass.Install(window); } ///< @throws EOSError
     void Detach() { FSubclass.Uninstall(); }                ///< Gives the window its own procedure back.
-    HWND Handle() const { return FSubclass.Handle(); }      ///< Null while detached.
 
 private:
     void HandleMessage(TMessage& message);
-    TKxMsgVerdict Ask(TMessage& message, int& command);
+    TKxMsgVerdict BeforeSystem(TMessage& message, int& command);
 
     IDialog& FDialog;
     TSubclass FSubclass;

@@ -94,7 +94,8 @@ protected:
     virtual void DoUpLevelNavigate() { FGoParent(&FDialog); }
     virtual void DoLastFolderNavigating(bool& allow) { FGoingLastFolder(&FDialog, allow); }
     virtual void DoLastFolderNavigate() { FGoLastFolder(&FDialog); }
-    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { AskHooking(message, allow); }
+    virtual void DoHookQueryEvent(TMessage& message, bool& allow) { TKxDlgCore::DoHookingEvent(message, allow); }
+    void DoHookingEvent(TMessage& message, bool& allow) final { DoHookQueryEvent(message, allow); }
     virtual void DoFilenameEntering(bool& allow) { FEnteringFName(&FDialog, allow); }
     virtual void DoFilenameChange() { FChangeFName(&FDialog); }
 
@@ -145,7 +146,6 @@ private:
     void SetOuterSize(int32_t width, int32_t height);
     void PlaceAgain();
     bool AllowsCommand(TKxFileDlgCommand command);
-    void FireHooking(TMessage& message, bool& allow) override { DoHookQueryEvent(message, allow); }
 
     TOpenDialog& FDialog;
     std::optional<TPoint> FPlacedAt; ///< Where the dialog was placed that is not painted yet.
