@@ -170,7 +170,7 @@ void TKxCustomColorDialog::FullOpened() {
         return;
     }
     int32_t formHeight = 0;
-    KxWithForms([&] {
+    KxInFormsThread([&] {
         const TForm* const form = FParams.BottomForm();
         formHeight = form ? form->Height() : 0;
     });

@@ -22,29 +22,29 @@ struct TPrintCaption {
     void (C::*Set)(const std::string&);
 };
 
-#define KX_CAPTION(Name, Control)                                                                                      \
+#define KX_CAPTION_OF(Name, Control)                                                                                   \
     { #Name, Control, &TKxPrintDlgCaptions::Name, &TKxPrintDlgCaptions::Set##Name }
 
 constexpr TPrintCaption Captions[] = {
-    KX_CAPTION(PrnProperties, PropertiesButton),
-    KX_CAPTION(PrnStatus, 1095),
-    KX_CAPTION(PrnWhere, 1097),
-    KX_CAPTION(PrnName, 1093),
-    KX_CAPTION(PrnComment, 1096),
-    KX_CAPTION(PrnType, 1094),
-    KX_CAPTION(CopNumber, 1092),
-    KX_CAPTION(CopCollate, 1041),
-    KX_CAPTION(RngAll, 1056),
-    KX_CAPTION(RngPages, 1058),
-    KX_CAPTION(RngPagesFrom, 1089),
-    KX_CAPTION(RngPagesTo, 1090),
-    KX_CAPTION(RngSelection, 1057),
-    KX_CAPTION(PrintToFile, 1040),
-    KX_CAPTION(GroupPrinter, 1075),
-    KX_CAPTION(GroupRange, 1072),
-    KX_CAPTION(GroupCopies, 1073),
+    KX_CAPTION_OF(PrnProperties, PropertiesButton),
+    KX_CAPTION_OF(PrnStatus, 1095),
+    KX_CAPTION_OF(PrnWhere, 1097),
+    KX_CAPTION_OF(PrnName, 1093),
+    KX_CAPTION_OF(PrnComment, 1096),
+    KX_CAPTION_OF(PrnType, 1094),
+    KX_CAPTION_OF(CopNumber, 1092),
+    KX_CAPTION_OF(CopCollate, 1041),
+    KX_CAPTION_OF(RngAll, 1056),
+    KX_CAPTION_OF(RngPages, 1058),
+    KX_CAPTION_OF(RngPagesFrom, 1089),
+    KX_CAPTION_OF(RngPagesTo, 1090),
+    KX_CAPTION_OF(RngSelection, 1057),
+    KX_CAPTION_OF(PrintToFile, 1040),
+    KX_CAPTION_OF(GroupPrinter, 1075),
+    KX_CAPTION_OF(GroupRange, 1072),
+    KX_CAPTION_OF(GroupCopies, 1073),
 };
-#undef KX_CAPTION
+#undef KX_CAPTION_OF
 
 } // namespace
 

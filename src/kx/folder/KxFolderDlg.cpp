@@ -63,7 +63,7 @@ TKxCustomFolderDialog::TKxCustomFolderDialog(TComponent* owner)
 
 TKxCustomFolderDialog::~TKxCustomFolderDialog() {
     CloseShown();
-    ReleaseWindow();
+    LeaveWindow();
 }
 
 // --- Settings
@@ -220,7 +220,7 @@ bool TKxCustomFolderDialog::Execute() {
 HWND TKxCustomFolderDialog::BrowserOwner() const {
     HWND owner = nullptr;
     bool hasShownForm = false;
-    KxWithForms([&] {
+    KxInFormsThread([&] {
         owner = FParentForm ? FParentForm->Handle() : nullptr;
         const TCustomForm* const mainForm = Application().MainForm();
         hasShownForm = mainForm && mainForm->HandleAllocated() && IsWindowVisible(mainForm->WindowHandle());
@@ -291,7 +291,7 @@ void TKxCustomFolderDialog::EndRun() {
     FSelPidl.reset();
     FInitializing = false;
     FSelectAgain = nullptr;
-    ReleaseWindow(); // when the application kept the window's destruction from the dialog
+    LeaveWindow(); // when the application kept the window's destruction from the dialog
 }
 
 // --- Notifications of the browser
@@ -408,12 +408,12 @@ void TKxCustomFolderDialog::DoClose() {
     const bool going = !alive; // then the destructor waits for this
     Guarded([this] { TCommonDialog::DoClose(); });
     if (going || alive) {
-        ReleaseWindow();
+        LeaveWindow();
     }
 }
 
 /// Gives the browser's window back to the system and takes the forms out of it, whose handlers may free the dialog.
-void TKxCustomFolderDialog::ReleaseWindow() {
+void TKxCustomFolderDialog::LeaveWindow() {
     if (FDlgHandle) {
         DetachDialog();
         FParams.DisconnectForms();

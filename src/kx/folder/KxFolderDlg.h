@@ -148,7 +148,7 @@ private:
     UINT BrowseFlags() const;
     void Initialized();
     void SelChanged(const ITEMIDLIST* selection);
-    void ReleaseWindow();
+    void LeaveWindow();
     void EndRun();
     void SelectAgain();
     void TellOk() const;

@@ -62,7 +62,7 @@ void TKxCustomFolderDialog::FollowTree() {
     if (FSelRect == before) {
         return;
     }
-    KxWithForms([this] {
+    KxInFormsThread([this] {
         TForm* const form = FParams.CustomForm();
         if (form && form->ParentWindow() == FDlgHandle) {
             form->SetBounds(FSelRect.Left, FSelRect.Top, Width(FSelRect), Height(FSelRect));
@@ -87,7 +87,7 @@ void TKxCustomFolderDialog::ShowCustSelectionCtrl(bool show) {
         }
         return;
     }
-    KxWithForms([this] {
+    KxInFormsThread([this] {
         TForm* form = FParams.CustomForm();
         if (!FDlgHandle || !form) {
             return;

@@ -208,7 +208,7 @@ private:
 /// waits for it. A dialog may run in another thread: there a form could neither make nor destroy its windows, and the
 /// application may free it at any moment; so `work` also looks up the forms. In the application's own thread it is just
 /// called. What it throws comes out.
-void KxWithForms(const std::function<void()>& work);
+void KxInFormsThread(const std::function<void()>& work);
 
 /// Places the dialog window by its parameters: by the position, then the shifts, then, if wanted, inside the screen.
 /// Without the form that the position names it is centred over the main form, without one on the screen.

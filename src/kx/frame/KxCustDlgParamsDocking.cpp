@@ -8,7 +8,7 @@
 
 namespace kx {
 
-void KxWithForms(const std::function<void()>& work) { Application().Synchronize(work); }
+void KxInFormsThread(const std::function<void()>& work) { Application().Synchronize(work); }
 
 namespace {
 
@@ -92,7 +92,7 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
     FIncY = 0;
     FConnected = true;
     const TAlive alive(FLife);
-    KxWithForms([this] { ResolveForms(); });
+    KxInFormsThread([this] { ResolveForms(); });
     if (!alive) {
         return;
     }
@@ -102,7 +102,7 @@ void TKxCustDlgParams::ConnectForms(HWND handle) {
     if (!alive) {
         return;
     }
-    KxWithForms([&] { LayOutForms(docked, client); });
+    KxInFormsThread([&] { LayOutForms(docked, client); });
     if (!alive) {
         return;
     }
@@ -120,13 +120,13 @@ TDockedExtents TKxCustDlgParams::DockForms(HWND handle) {
     const TFormsInTurn forms(*this);
     const auto dock = [&](const TFormRef& form, int32_t (*measure)(const TForm& form), WNDENUMPROC makeRoom) {
         std::optional<int32_t> extent;
-        KxWithForms([&] { forms.Do(form, [&](const TForm& f) { extent = measure(f); }); });
+        KxInFormsThread([&] { forms.Do(form, [&](const TForm& f) { extent = measure(f); }); });
         if (extent && makeRoom) {
             GHandle = handle; // a handler of the form before may have docked others to another dialog
             KxEnumDirectChildren(handle, makeRoom, *extent);
         }
         if (extent) {
-            KxWithForms([&] { forms.Do(form, [=, this](TForm& f) { Dock(f, handle, *this); }); });
+            KxInFormsThread([&] { forms.Do(form, [=, this](TForm& f) { Dock(f, handle, *this); }); });
         }
         return extent;
     };
@@ -161,7 +161,7 @@ void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
     const int32_t width = message.LParamLo();
     const int32_t height = message.LParamHi();
     const bool hasForms = FBottomForm.IsSet() || FTopForm.IsSet() || FLeftForm.IsSet() || FRightForm.IsSet();
-    if (hasForms && !Outlives(*this, [&] { KxWithForms([&] { ResizeForms(width, height); }); })) {
+    if (hasForms && !Outlives(*this, [&] { KxInFormsThread([&] { ResizeForms(width, height); }); })) {
         return;
     }
     FSelRect.Bottom = CheckedAdd(FSelRect.Bottom, CheckedSub(height, FDlgRect.Bottom));
@@ -193,7 +193,7 @@ void TKxCustDlgParams::DisconnectForms() {
 }
 
 void TKxCustDlgParams::UndockForms(bool (*wanted)(const TForm& form, HWND dialog)) {
-    KxWithForms([&] {
+    KxInFormsThread([&] {
         const TFormsInTurn forms(*this);
         const auto undock = [&, dialog = FHandle](TForm& form) {
             if (wanted(form, dialog)) {
@@ -216,7 +216,7 @@ void TKxCustDlgParams::HideCustomForm() {
     if (!FCustForm.IsSet()) {
         return;
     }
-    KxWithForms([this] {
+    KxInFormsThread([this] {
         if (TForm* const form = CustomForm()) {
             KxWhileAlive(
                 *form, [=] { form->Hide(); }, [=] { form->SetParent(nullptr); },
@@ -230,7 +230,7 @@ void TKxCustDlgParams::TrackContextMenus(bool& showWhatsThis, const TMessage& me
         return;
     }
     // Deliberate: without sign, so that points left of or above the primary screen, which one would expect, are missed.
-    KxWithForms([&] {
+    KxInFormsThread([&] {
         const TWinControl* const control = FindVCLWindow({message.LParamLo(), message.LParamHi()});
         if (control && control->PopupMenu()) {
             showWhatsThis = false;

@@ -25,7 +25,7 @@ void MoveWindowTo(HWND window, const TPoint& corner) {
 /// `find` names the form; without one it is the main form.
 template <class F> void CenterOverForm(HWND window, F find) {
     std::optional<TRect> place;
-    KxWithForms([&] {
+    KxInFormsThread([&] {
         TCustomForm* form = find();
         if (!form) {
             form = Application().MainForm();

@@ -86,9 +86,14 @@ void TKxFileDlgCore::FireShow() {
     TKxDlgCore::FireShow();
 }
 
-/// The system gives a sizeable dialog, when it is complete, the size of the last one. It would lay it out for that and
-/// once more for the first size.
-void TKxFileDlgCore::ComeInFirstSize(WINDOWPOS& change) {
+/// Outer size, in pixels, in which the dialog comes up. @throws EIntOverflow
+TPoint TKxFileDlgCore::FirstSize() const {
+    return {CheckedSum(FParams.IncX(), CX, AddedWidth()), CheckedAdd(FParams.IncY(), CY)};
+}
+
+/// The system gives a sizeable dialog, when it is complete, the size of the last one. It would lay the dialog out for
+/// that size, and once more for the first size.
+void TKxFileDlgCore::SetFirstSize(WINDOWPOS& change) const {
     if (FFirstTimeFlag && (change.flags & SWP_NOSIZE) == 0 && !IsWindowVisible(FDlgHandle) && !IsZoomed(FDlgHandle)) {
         const TPoint size = FirstSize();
         change.cx = size.X;
@@ -167,16 +172,23 @@ void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
         });
 }
 
-void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
+void TKxFileDlgCore::LeaveWindow() {
     FClosingWindow = true;
     HWND window = FDlgHandle;
+    const int32_t addedWidth = AddedWidth();
     const TRect outer = IsZoomed(window) ? FromRECT(PlacementOf(window).rcNormalPosition) : KxWindowRect(window);
     if (!Outlives(Existence(), [this] { FParams.DisconnectForms(); })) {
         return;
     }
-    CX = CheckedSub(CheckedSub(Width(outer), FParams.IncX()), extraWidth);
+    CX = CheckedSub(CheckedSub(Width(outer), FParams.IncX()), addedWidth);
     CY = CheckedSub(Height(outer), FParams.IncY());
     SetOuterSize(CX, CY);
+}
+
+void TKxFileDlgCore::LeaveAtLast() {
+    if (IsGoing() && !FClosingWindow) {
+        LeaveWindow();
+    }
 }
 
 // --- Messages
@@ -184,7 +196,8 @@ void TKxFileDlgCore::ShrinkBack(int32_t extraWidth) {
 TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message, int& command) {
     bool allow = true;
     switch (message.Msg) {
-    case WM_WINDOWPOSCHANGING: ComeInFirstSize(message.LParamAs<WINDOWPOS>()); return mvPass;
+    case WM_DESTROY: LeaveWindow(); return mvPass;
+    case WM_WINDOWPOSCHANGING: SetFirstSize(message.LParamAs<WINDOWPOS>()); return mvPass;
     case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
     case WM_CONTEXTMENU: TKxCustDlgParams::TrackContextMenus(allow, message); return allow ? mvPass : mvSkip;
     case WM_COMMAND: {
@@ -240,7 +253,7 @@ void TKxFileDlgCore::AfterNotification(UINT code) {
 
 int32_t TKxFileDlgCore::OwnRight() {
     int width = 0;
-    KxWithForms([&] {
+    KxInFormsThread([&] {
         const TForm* const right = CustDlgParams().RightForm();
         width = right ? right->Width() : 0;
     });

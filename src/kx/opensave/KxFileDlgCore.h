@@ -111,17 +111,19 @@ protected:
     void ShowVisibleCtrls();
     /// The dialog is complete: fires OnShow and the internal notification, whose handlers may free it.
     void FireShow();
-    /// Outer size, in pixels, in which the dialog comes up. @throws EIntOverflow
-    virtual TPoint FirstSize() { return {CheckedAdd(FParams.IncX(), CX), CheckedAdd(FParams.IncY(), CY)}; }
+    /// Width in pixels of what the dialog has besides the system's own controls and the docked forms.
+    virtual int32_t AddedWidth() const { return 0; }
     /// Gives the dialog window, once in a showing, its first size and its place. `arrange`, if any, then puts into
     /// place what depends on the size. To be called when the window is about to become visible, so that nothing of its
     /// former size is seen or painted, and in its first non-client painting, in case it has become visible without a
     /// word. A maximised dialog stays so and gets that size when it is restored. One that was put elsewhere in between,
     /// as systems do that remember where their dialogs were, is placed once more by the first painting.
     void PlaceFirst(const std::function<void()>& arrange = {});
-    /// The dialog window is being destroyed, or left: undocks the forms, takes their room and `extraWidth` from it, and
-    /// remembers its size, as the system does.
-    void ShrinkBack(int32_t extraWidth = 0);
+    /// The dialog window is being destroyed, or the dialog is freed and leaves it: undocks the forms, takes their room
+    /// and the added width from the window, and remembers its size, as the system does.
+    virtual void LeaveWindow();
+    /// Leaves a window that has not been destroyed before the dialog is freed.
+    void LeaveAtLast();
 
     // --- Messages of the dialog window
 
@@ -142,7 +144,8 @@ protected:
     bool FPlaced = false;        ///< The dialog has its first size and place.
 
 private:
-    void ComeInFirstSize(WINDOWPOS& change);
+    TPoint FirstSize() const;
+    void SetFirstSize(WINDOWPOS& change) const;
     void SetOuterSize(int32_t width, int32_t height);
     void PlaceAgain();
     bool AllowsCommand(TKxFileDlgCommand command);

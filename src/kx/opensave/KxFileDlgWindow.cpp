@@ -289,7 +289,7 @@ void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
             bottom->SetTop(CheckedAdd(bottom->Top(), down));
         }
     };
-    if (!Outlives(params, [&] { KxWithForms([&] { KxWhileAlive(params, pushRight, pushBottom); }); })) {
+    if (!Outlives(params, [&] { KxInFormsThread([&] { KxWhileAlive(params, pushRight, pushBottom); }); })) {
         return;
     }
     for (HWND control : {edit, Item(KxFileNameLabelId), Item(KxFileTypeLabelId), Item(KxFileTypeId), Item(IDOK),

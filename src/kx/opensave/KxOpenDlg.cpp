@@ -133,13 +133,6 @@ void TKxCustomOpenDialog::DoClose() {
                         &T::DetachDialog, &T::StopWatching, &T::FireInheritedClose, &T::ForgetList});
 }
 
-/// The dialog is freed and leaves a window that has not been destroyed yet.
-void TKxCustomOpenDialog::LeaveAtLast() {
-    if (TKxDlgCore::IsGoing() && !FClosingWindow) {
-        LeaveWindow();
-    }
-}
-
 void TKxCustomOpenDialog::StopWatching() {
     FGlobals = {};
     TRunning::Finish(*this);
@@ -331,7 +324,7 @@ void TKxCustomOpenDialog::ShowCustomSelectionCtrl(bool show) {
         CustDlgParams().HideCustomForm();
         return;
     }
-    KxWithForms([this] {
+    KxInFormsThread([this] {
         TForm* const form = CustDlgParams().CustomForm();
         if (!form) {
             return;
@@ -362,7 +355,6 @@ void TKxCustomOpenDialog::ListLookedAfter() {
 
 TKxMsgVerdict TKxCustomOpenDialog::BeforeSystem(TMessage& message, int& command) {
     switch (message.Msg) {
-    case WM_DESTROY: LeaveWindow(); return mvPass;
     case WM_SHOWWINDOW: ShowAsPlaced(); return mvPass;
     case WM_NCPAINT: WMNCPaint(); return mvPass;
     case WM_SIZE: WMSize(message); return mvPass;
@@ -396,14 +388,9 @@ void TKxCustomOpenDialog::AfterSystem(TMessage& message, int command) {
 }
 
 void TKxCustomOpenDialog::LeaveWindow() {
-    if (Outlives(Existence(), [this] { ShrinkBack(FPlaces.RoomWidth()); })) {
+    if (Outlives(Existence(), [this] { TKxFileDlgCore::LeaveWindow(); })) {
         FreePlacesBar();
     }
-}
-
-TPoint TKxCustomOpenDialog::FirstSize() {
-    const TPoint size = TKxFileDlgCore::FirstSize();
-    return {CheckedAdd(size.X, FPlaces.RoomWidth()), size.Y};
 }
 
 void TKxCustomOpenDialog::ShowAsPlaced() {
@@ -433,7 +420,7 @@ void TKxCustomOpenDialog::WMSize(TMessage& message) {
     const auto growForm = [&] {
         bool grows = false;
         if (IsSizeable() && FListType == stCustom) {
-            KxWithForms([&] {
+            KxInFormsThread([&] {
                 grows = params.CustomForm() != nullptr;
                 GrowCustomForm(message.LParamLo(), message.LParamHi());
             });
@@ -446,7 +433,7 @@ void TKxCustomOpenDialog::WMSize(TMessage& message) {
         if (ShowsFileList()) {
             return; // the custom form is not seen, and the application's thread is not waited for
         }
-        KxWithForms([&] {
+        KxInFormsThread([&] {
             if (TForm* const custom = params.CustomForm()) {
                 custom->Repaint();
             }

@@ -158,7 +158,6 @@ private:
 
     // Steps of the closing
     void SavePlaces() { FPlaces.Save(); }
-    void LeaveAtLast();
     void FreePlacesBar() { FPlaces.Free(); }
     void FreeOkButton() { FOkButton.Free(); }
     void ReturnToolBar() { FToolBars.Return(); }
@@ -192,12 +191,12 @@ private:
     void TellOfShareViolation(const std::string& fileName) const;
 
     // Messages of the dialog window
-    TPoint FirstSize() override;
+    int32_t AddedWidth() const override { return FPlaces.RoomWidth(); }
     void ShowAsPlaced();
     void WMNCPaint();
     void GrowCustomForm(int32_t width, int32_t height);
     void WMSize(TMessage& message);
-    void LeaveWindow();
+    void LeaveWindow() override;
 
     TGlobals FGlobals;
     TKxFileFilter FExtFilter;

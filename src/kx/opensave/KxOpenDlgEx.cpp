@@ -84,7 +84,7 @@ bool TKxOpenDialogEx::Execute() {
 
 void TKxOpenDialogEx::DoShow() {
     if (Outlives(Existence(), [this] { TKxOpenDialog::DoShow(); })) {
-        KxWithForms([this] { RefreshList(); });
+        KxInFormsThread([this] { RefreshList(); });
     }
 }
 

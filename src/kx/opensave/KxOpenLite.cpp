@@ -104,13 +104,7 @@ void TKxCustomOpenLiteDialog::MeasureDialog() {
 
 void TKxCustomOpenLiteDialog::DoClose() {
     using T = TKxCustomOpenLiteDialog;
-    RunSteps<T>(*this, {&T::LeaveWindow, &T::DetachDialog, &T::FireInheritedClose});
-}
-
-void TKxCustomOpenLiteDialog::LeaveWindow() {
-    if (TKxDlgCore::IsGoing() && !FClosingWindow) { // the dialog is freed and leaves its window
-        ShrinkBack();
-    }
+    RunSteps<T>(*this, {&T::LeaveAtLast, &T::DetachDialog, &T::FireInheritedClose});
 }
 
 void TKxCustomOpenLiteDialog::FireInheritedClose() { TOpenDialog::DoClose(); }
@@ -126,7 +120,6 @@ void TKxCustomOpenLiteDialog::WMNotify(TMessage& message) {
 
 TKxMsgVerdict TKxCustomOpenLiteDialog::BeforeSystem(TMessage& message, int& command) {
     switch (message.Msg) {
-    case WM_DESTROY: ShrinkBack(); return mvPass;
     case WM_SHOWWINDOW: PlaceFirst(); return mvPass;
     case WM_NCPAINT:
         if (Outlives(Existence(), [this] { PlaceFirst(); })) {

@@ -48,7 +48,6 @@ protected:
 
 private:
     void MeasureDialog();
-    void LeaveWindow();
     void FireInheritedClose();
 
     TKxPlacesBarLiteOptions FPBarOptions;

@@ -141,7 +141,7 @@ void TKxPlacesSlot::KeepInside(HWND toolBar) {
     HWND dialog = FDialog.DlgHandle();
     const int32_t edge = FDialog.OwnRight();
     const bool there = Outlives(FDialog.Existence(), [&] {
-        KxWithForms([&] {
+        KxInFormsThread([&] {
             if (TForm* const right = FDialog.CustDlgParams().RightForm()) {
                 right->SetLeft(edge);
             }

@@ -24,7 +24,7 @@ void TKxToolBarLoan::Take() {
     if (FTBOptions.Flat()) {
         MakeFlatButtons(FTB);
     }
-    KxWithForms([this] { Borrow(); });
+    KxInFormsThread([this] { Borrow(); });
 }
 
 void TKxToolBarLoan::Borrow() {
@@ -58,7 +58,7 @@ void TKxToolBarLoan::Place() {
     if (!FBorrowedBar.IsSet()) { // asked without waiting for the application's thread
         return;
     }
-    KxWithForms([this] {
+    KxInFormsThread([this] {
         if (TToolBar* const bar = FBorrowedBar.Get()) {
             const int32_t left = CheckedAdd(KxRectIn(FDialog.DlgHandle(), FTB).Right, 1);
             const int32_t room = std::max(CheckedSub(FDialog.OwnRight(), left), 0);
@@ -68,7 +68,7 @@ void TKxToolBarLoan::Place() {
 }
 
 void TKxToolBarLoan::Return() {
-    KxWithForms([this] {
+    KxInFormsThread([this] {
         TToolBar* const bar = FBorrowedBar.Get();
         if (!bar) {
             return;

@@ -17,7 +17,7 @@ namespace {
 enum TTargetType { ttPath, ttSpecFolder, ttRegistry };
 
 /// Icons kept while they are shown. A library may have more than the system has handles for.
-constexpr size_t maxKeptIcons = 1000;
+constexpr size_t MaxKeptIcons = 1000;
 
 } // namespace
 
@@ -291,7 +291,7 @@ const TIcon& TKxAddPlaceFrm::IconAt(int index) {
     if (const auto found = FIcons.find(index); found != FIcons.end()) {
         return found->second;
     }
-    if (FIcons.size() >= maxKeptIcons) {
+    if (FIcons.size() >= MaxKeptIcons) {
         FIcons.clear();
     }
     unique_hicon extracted = ExtractPlaceIcon(FIconLib, index);

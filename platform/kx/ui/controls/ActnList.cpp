@@ -132,26 +132,9 @@ TCustomAction* TActionList::Actions(int index) const {
     return FActions[static_cast<size_t>(index)];
 }
 
-void TActionList::SetImages(TImageList* value) {
-    if (FImages) {
-        RemoveFreeNotification(FImages);
-    }
-    FImages = value;
-    if (value) {
-        FreeNotification(value);
-    }
-}
-
 void TActionList::GetChildren(const TGetChildProc& proc, TComponent*) {
     for (TCustomAction* action : std::vector<TCustomAction*>(FActions)) {
         proc(action);
-    }
-}
-
-void TActionList::Notification(TComponent* component, TOperation operation) {
-    TComponent::Notification(component, operation);
-    if (operation == opRemove && component == FImages) {
-        FImages = nullptr;
     }
 }
 

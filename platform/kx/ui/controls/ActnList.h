@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kx/core/ComponentRef.h"
 #include "kx/core/Components.h"
 #include "kx/graphics/ImgList.h"
 #include "kx/ui/controls/ShortCuts.h"
@@ -113,19 +114,16 @@ class TActionList : public TComponent {
     ~TActionList() override;
 
     int ActionCount() const { return static_cast<int>(FActions.size()); }
-    TCustomAction* Actions(int index) const;       ///< @throws EListError "List index out of bounds (%s)"
-    TImageList* Images() const { return FImages; } ///< Not owned.
-    void SetImages(TImageList* value);
+    TCustomAction* Actions(int index) const;             ///< @throws EListError "List index out of bounds (%s)"
+    TImageList* Images() const { return FImages.Get(); } ///< Not owned.
+    void SetImages(TImageList* value) { FImages.Set(value); }
 
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;
-
-protected:
-    void Notification(TComponent* component, TOperation operation) override;
 
 private:
     friend class TCustomAction;
     std::vector<TCustomAction*> FActions;
-    TImageList* FImages = nullptr;
+    TComponentRef<TImageList> FImages;
 };
 
 /// Ties one control or menu item to its action. Comes loose when either of them goes.

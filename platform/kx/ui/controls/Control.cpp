@@ -71,27 +71,27 @@ const TClass& TControl::StaticClass() {
         c.Property("Cursor", &T::Cursor, &T::SetCursor).Default = crDefault;
         c.Property("DragCursor", &T::DragCursor, &T::SetDragCursor).Default = crDrag;
         c.Property("DragMode", &T::DragMode, &T::SetDragMode).Default = dmManual;
-        c.Property("Enabled", static_cast<bool (T::*)() const>(&T::Enabled), &T::SetEnabled).Default = 1;
+        c.Property("Enabled", static_cast<bool (T::*)() const>(&T::Enabled), &T::SetEnabled).Default = true;
         c.Property("Color", &T::Color, &T::SetColor).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentColor();
         };
-        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 1;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = true;
         c.SubObject("Font", static_cast<TFont& (T::*)()>(&T::Font), &T::SetFont).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentFont();
         };
-        c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = 1;
+        c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = true;
         c.Property("BiDiMode", &T::BiDiMode, &T::SetBiDiMode).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentBiDiMode();
         };
-        c.Property("ParentBiDiMode", &T::ParentBiDiMode, &T::SetParentBiDiMode).Default = 1;
+        c.Property("ParentBiDiMode", &T::ParentBiDiMode, &T::SetParentBiDiMode).Default = true;
         c.Property("HelpContext", &T::HelpContext, &T::SetHelpContext).Default = 0;
         c.Property("Hint", &T::Hint, &T::SetHint);
         c.Property("ShowHint", &T::ShowHint, &T::SetShowHint).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentShowHint();
         };
-        c.Property("ParentShowHint", &T::ParentShowHint, &T::SetParentShowHint).Default = 1;
+        c.Property("ParentShowHint", &T::ParentShowHint, &T::SetParentShowHint).Default = true;
         c.Reference("PopupMenu", &T::PopupMenu, &T::SetPopupMenu);
-        c.Property("Visible", &T::Visible, &T::SetVisible).Default = 1;
+        c.Property("Visible", &T::Visible, &T::SetVisible).Default = true;
         c.Property("OnClick", &T::OnClick, &T::SetOnClick);
         c.Property("OnContextPopup", &T::OnContextPopup, &T::SetOnContextPopup);
         c.Property("OnDblClick", &T::OnDblClick, &T::SetOnDblClick);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kx/core/ComponentRef.h"
 #include "kx/core/Components.h"
 #include "kx/core/Types.h"
 #include "kx/graphics/ImgList.h"
@@ -190,13 +191,14 @@ class TPopupMenu : public TMenu {
     /// Opens the menu at a point of the screen and returns when it has closed. OnPopup runs before, and may free the
     /// menu.
     virtual void Popup(int x, int y);
-    const TPoint& PopupPoint() const {
-        return FPopupPoint;
-    }                 ///< Screen coordinates of the last `Popup`; (-1, -1) at first.
+    /// Screen coordinates of the last `Popup`; (-1, -1) at first.
+    const TPoint& PopupPoint() const { return FPopupPoint; }
     void CloseMenu(); ///< Closes the menu that is open in the calling thread, whichever it is.
 
-    TComponent* PopupComponent() const { return FPopupComponent; } ///< Whose menu it was the last time; not owned.
-    void SetPopupComponent(TComponent* value);
+    TComponent* PopupComponent() const {
+        return FPopupComponent.Get();
+    } ///< Whose menu it was the last time; not owned.
+    void SetPopupComponent(TComponent* value) { FPopupComponent.Set(value); }
     TPopupAlignment Alignment() const { return FAlignment; }
     void SetAlignment(TPopupAlignment value) { FAlignment = value; }
     TTrackButton TrackButton() const { return FTrackButton; }
@@ -209,11 +211,10 @@ class TPopupMenu : public TMenu {
 
 protected:
     virtual void DoPopup();
-    void Notification(TComponent* component, TOperation operation) override;
 
 private:
     TPoint FPopupPoint{-1, -1};
-    TComponent* FPopupComponent = nullptr;
+    TComponentRef<TComponent> FPopupComponent;
     TPopupAlignment FAlignment = paLeft;
     TTrackButton FTrackButton = tbRightButton;
     bool FAutoPopup = true;

@@ -253,20 +253,6 @@ const TClass& TPopupMenu::StaticClass() {
     return cls.Class();
 }
 
-void TPopupMenu::SetPopupComponent(TComponent* value) {
-    FPopupComponent = value;
-    if (value) {
-        value->FreeNotification(this);
-    }
-}
-
-void TPopupMenu::Notification(TComponent* component, TOperation operation) {
-    TMenu::Notification(component, operation);
-    if (operation == opRemove && component == FPopupComponent) {
-        FPopupComponent = nullptr;
-    }
-}
-
 void TPopupMenu::DoPopup() {
     const TNotifyEvent handler = FOnPopup;
     handler(this);

@@ -12,8 +12,8 @@ const TClass& TWinControl::StaticClass() {
     static const TClassBuilder<TWinControl> cls("TWinControl", TControl::StaticClass(), [](auto& c) {
         using T = TWinControl;
         c.Property("TabOrder", &T::TabOrder, &T::SetTabOrder).Default = -1;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 0;
-        c.Property("DoubleBuffered", &T::DoubleBuffered, &T::SetDoubleBuffered).Default = 0;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = false;
+        c.Property("DoubleBuffered", &T::DoubleBuffered, &T::SetDoubleBuffered).Default = false;
         c.Property("OnEnter", &T::OnEnter, &T::SetOnEnter);
         c.Property("OnExit", &T::OnExit, &T::SetOnExit);
         c.Property("OnKeyDown", &T::OnKeyDown, &T::SetOnKeyDown);
@@ -72,6 +72,10 @@ void TWinControl::DetachControl(TControl* control) {
     if (FMouseControl == control) {
         FMouseControl = nullptr;
     }
+}
+
+bool TWinControl::HasChild(const TControl* control) const {
+    return std::find(FControls.begin(), FControls.end(), control) != FControls.end();
 }
 
 void TWinControl::GetChildren(const TGetChildProc& proc, TComponent* root) {
@@ -235,7 +239,7 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
     });
     const TAlive alive(*this);
     for (TControl* control : list) {
-        if (!alive || std::find(FControls.begin(), FControls.end(), control) == FControls.end()) {
+        if (!alive || !HasChild(control)) {
             continue; // gone meanwhile
         }
         const int width = std::max(kx::Width(rest), 0);

@@ -218,6 +218,7 @@ private:
     void PaintBuffered(HDC dc, const RECT& area);
     void PaintControls(HDC dc);
     bool HasGraphicControls() const;
+    bool HasChild(const TControl* control) const; ///< Compares addresses: the control may have been freed.
     void SystemChanged(TMessage& message);
     bool MeasureItem(TMessage& message);
     TControl* MouseTarget(const TMessage& message) const;

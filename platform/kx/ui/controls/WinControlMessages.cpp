@@ -144,7 +144,7 @@ void TWinControl::SystemChanged(TMessage& message) {
     }
     const std::vector<TControl*> inside = alive ? FControls : std::vector<TControl*>();
     for (TControl* control : inside) { // what runs meanwhile may add or remove controls
-        if (!alive || std::find(FControls.begin(), FControls.end(), control) == FControls.end()) {
+        if (!alive || !HasChild(control)) {
             continue;
         }
         if (const auto* const windowed = dynamic_cast<TWinControl*>(control); windowed && windowed->FHandle) {
@@ -208,8 +208,7 @@ TControl* TWinControl::MouseTarget(const TMessage& message) const {
 bool TWinControl::GraphicMouseMessage(TMessage& message) {
     TControl* const target = HasGraphicControls() ? MouseTarget(message) : nullptr;
     if (message.Msg == WM_MOUSEMOVE) {
-        if (!Outlives(*this, [&] { MouseOver(target, message); }) ||
-            (target && std::find(FControls.begin(), FControls.end(), target) == FControls.end())) {
+        if (!Outlives(*this, [&] { MouseOver(target, message); }) || (target && !HasChild(target))) {
             return true;
         }
     }

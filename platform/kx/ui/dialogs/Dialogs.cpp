@@ -124,8 +124,8 @@ void DestroyOwnedWindows(HWND dialog) {
 }
 
 /// Sent to `Handle` by another thread: the component goes.
-UINT LeaveMessage() {
-    static const UINT message = RegisterWindowMessageA("kx.TCommonDialog.Leave");
+UINT CloseMessage() {
+    static const UINT message = RegisterWindowMessageA("kx.TCommonDialog.Close");
     return message;
 }
 
@@ -186,8 +186,8 @@ void TCommonDialog::DialogShown() {
 }
 
 void TCommonDialog::HandleMessage(TMessage& message) {
-    if (message.Msg == LeaveMessage()) {
-        Leave(DialogWindow());
+    if (message.Msg == CloseMessage()) {
+        CloseFromInside(DialogWindow());
         return;
     }
     const TSubclass::TPrevious previous = FSubclass.Previous();
@@ -257,9 +257,9 @@ void TCommonDialog::CloseShown() {
     }
     const DWORD thread = ThreadOf(dialog);
     if (thread == GetCurrentThreadId()) {
-        Leave(dialog);
+        CloseFromInside(dialog);
     } else if (Application().IsAwaitedBy(thread)) {
-        SendMessageA(FHandle, LeaveMessage(), 0, 0); // it answers, but cannot go on
+        SendMessageA(FHandle, CloseMessage(), 0, 0); // it answers, but cannot go on
     } else {
         CloseFromOutside(std::shared_ptr<void>(FRunning));
     }
@@ -273,7 +273,7 @@ const TDialogHold* TCommonDialog::HoldOfAnotherThread() const {
 
 /// Ends the dialog and has nothing to do with it any more. The system may be in the middle of one of its messages and
 /// needs its windows until it is through with that: here they only vanish.
-void TCommonDialog::Leave(HWND dialog) {
+void TCommonDialog::CloseFromInside(HWND dialog) {
     FEnding = true;
     if (std::exchange(FShown, false)) {
         Guarded([this] { DoClose(); });

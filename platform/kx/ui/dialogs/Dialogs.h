@@ -87,7 +87,7 @@ private:
     virtual void EndSystemDialog(HWND dialog);
 
     void HandleMessage(TMessage& message);
-    void Leave(HWND dialog);
+    void CloseFromInside(HWND dialog);
     void CloseFromOutside(const std::shared_ptr<void>& over) const;
     const TDialogHold* HoldOfAnotherThread() const;
 
@@ -166,7 +166,8 @@ enum TOpenOptionEx : uint8_t {
 KX_ENUM(TOpenOptionEx, "ofExNoPlacesBar")
 using TOpenOptionsEx = TSet<TOpenOptionEx>;
 
-/// Asked for each file before the system lists it. The shell decides whether it honours the answer.
+/// Asked for each file before the system lists it. The shell decides whether it honours the answer. A handler's source
+/// includes <commdlg.h>, which declares the record.
 using TIncludeItemEvent = TEvent<void(const OFNOTIFYEXA& notification, bool& include)>;
 
 /// The system's dialog for choosing files to open, in its Explorer style.

@@ -149,13 +149,13 @@ const TClass& TPrintDialog::StaticClass() {
     static const TClassBuilder<TPrintDialog> cls("TPrintDialog", TCommonDialog::StaticClass(), [](auto& c) {
         using T = TPrintDialog;
         c.Creatable();
-        c.Property("Collate", &T::Collate, &T::SetCollate).Default = 0;
+        c.Property("Collate", &T::Collate, &T::SetCollate).Default = false;
         c.Property("Copies", &T::Copies, &T::SetCopies).Default = 0;
         c.Property("FromPage", &T::FromPage, &T::SetFromPage).Default = 0;
         c.Property("MinPage", &T::MinPage, &T::SetMinPage).Default = 0;
         c.Property("MaxPage", &T::MaxPage, &T::SetMaxPage).Default = 0;
         c.Property("Options", &T::Options, &T::SetOptions).Default = 0;
-        c.Property("PrintToFile", &T::PrintToFile, &T::SetPrintToFile).Default = 0;
+        c.Property("PrintToFile", &T::PrintToFile, &T::SetPrintToFile).Default = false;
         c.Property("PrintRange", &T::PrintRange, &T::SetPrintRange).Default = prAllPages;
         c.Property("ToPage", &T::ToPage, &T::SetToPage).Default = 0;
     });

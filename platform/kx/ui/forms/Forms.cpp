@@ -16,9 +16,9 @@ const TClass& TCustomForm::StaticClass() {
         const auto always = [](const TObject&) { return true; };
         c.Property("Width", &T::Width, &T::SetWidth).Stored = never; // the client area tells it
         c.Property("Height", &T::Height, &T::SetHeight).Stored = never;
-        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
-        c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = 0;
-        c.Property("Visible", &T::Visible, &T::SetVisible).Default = 0;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
+        c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = false;
+        c.Property("Visible", &T::Visible, &T::SetVisible).Default = false;
         c.Reference("ActiveControl", &T::ActiveControl, &T::SetActiveControl);
         c.Property("BorderIcons", &T::BorderIcons, &T::SetBorderIcons).Default =
             TBorderIcons{biSystemMenu, biMinimize, biMaximize}.Bits();
@@ -28,11 +28,11 @@ const TClass& TCustomForm::StaticClass() {
         c.Property("ClientWidth", &T::ClientWidth, &T::SetClientWidth).Stored = always;
         c.Property("FormStyle", &T::FormStyle, &T::SetFormStyle).Default = fsNormal;
         c.SubObject("Icon", &T::Icon, &T::SetIcon);
-        c.Property("KeyPreview", &T::KeyPreview, &T::SetKeyPreview).Default = 0;
+        c.Property("KeyPreview", &T::KeyPreview, &T::SetKeyPreview).Default = false;
         c.Reference("Menu", &T::Menu, &T::SetMenu);
         c.Property("PixelsPerInch", &T::PixelsPerInch, &T::SetPixelsPerInch).Stored = always;
         c.Property("Position", &T::Position, &T::SetPosition).Default = poDesigned;
-        c.Property("Scaled", &T::Scaled, &T::SetScaled).Default = 1;
+        c.Property("Scaled", &T::Scaled, &T::SetScaled).Default = true;
         c.Property("WindowState", &T::WindowState, &T::SetWindowState).Default = wsNormal;
         c.Property("OnActivate", &T::OnActivate, &T::SetOnActivate);
         c.Property("OnClose", &T::OnClose, &T::SetOnClose);

@@ -426,6 +426,7 @@ private:
     void EndThreads();
 
     void MouseOver(TControl* control, const TPoint& screenPoint);
+    static constexpr UINT_PTR HintTimerId = 1;
     void HintTimer();
     void StopHintTimer();
     void ControlGone(const TControl& control);

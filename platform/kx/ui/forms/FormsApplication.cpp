@@ -18,7 +18,6 @@ namespace {
 TApplication* TheApplication = nullptr;
 
 constexpr UINT WM_RUNQUEUE = WM_APP + 1;
-constexpr UINT_PTR HintTimerId = 1;
 
 std::string Convert(std::string_view text, UINT from, UINT to) {
     if (text.empty() || GetACP() == CP_UTF8) {

@@ -69,8 +69,6 @@ const TClass& THintWindow::StaticClass() {
 
 namespace {
 
-constexpr UINT_PTR HintTimerId = 1;
-
 /// The control, or the nearest around it, that has a hint.
 TControl* HintedControl(TControl* control) {
     while (control && control->Hint().empty()) {

@@ -12,17 +12,17 @@ const TClass& TSpeedButton::StaticClass() {
     static const TClassBuilder<TSpeedButton> cls("TSpeedButton", TGraphicControl::StaticClass(), [](auto& c) {
         using T = TSpeedButton;
         c.Creatable();
-        c.Property("AllowAllUp", &T::AllowAllUp, &T::SetAllowAllUp).Default = 0;
+        c.Property("AllowAllUp", &T::AllowAllUp, &T::SetAllowAllUp).Default = false;
         c.Property("GroupIndex", &T::GroupIndex, &T::SetGroupIndex).Default = 0;
-        c.Property("Down", &T::Down, &T::SetDown).Default = 0;
+        c.Property("Down", &T::Down, &T::SetDown).Default = false;
         c.Property("Caption", &T::Caption, &T::SetCaption);
-        c.Property("Flat", &T::Flat, &T::SetFlat).Default = 0;
+        c.Property("Flat", &T::Flat, &T::SetFlat).Default = false;
         c.SubObject("Glyph", &T::Glyph, &T::SetGlyph);
         c.Property("Layout", &T::Layout, &T::SetLayout).Default = blGlyphLeft;
         c.Property("Margin", &T::Margin, &T::SetMargin).Default = -1;
         c.Property("NumGlyphs", &T::NumGlyphs, &T::SetNumGlyphs).Default = 1;
         c.Property("Spacing", &T::Spacing, &T::SetSpacing).Default = 4;
-        c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = 1;
+        c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = true;
     });
     return cls.Class();
 }

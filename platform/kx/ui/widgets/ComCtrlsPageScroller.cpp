@@ -20,10 +20,10 @@ const TClass& TPageScroller::StaticClass() {
     static const TClassBuilder<TPageScroller> cls("TPageScroller", TWinControl::StaticClass(), [](auto& c) {
         using T = TPageScroller;
         c.Creatable();
-        c.Property("AutoScroll", &T::AutoScroll, &T::SetAutoScroll).Default = 1;
+        c.Property("AutoScroll", &T::AutoScroll, &T::SetAutoScroll).Default = true;
         c.Property("ButtonSize", &T::ButtonSize, &T::SetButtonSize).Default = 12;
         c.Reference("Control", &T::Control, &T::SetControl);
-        c.Property("DragScroll", &T::DragScroll, &T::SetDragScroll).Default = 1;
+        c.Property("DragScroll", &T::DragScroll, &T::SetDragScroll).Default = true;
         c.Property("Margin", &T::Margin, &T::SetMargin).Default = 0;
         c.Property("Orientation", &T::Orientation, &T::SetOrientation).Default = soHorizontal;
         c.Property("Position", &T::Position, &T::SetPosition).Default = 0;

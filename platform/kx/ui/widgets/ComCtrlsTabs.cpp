@@ -11,11 +11,11 @@ const TClass& TTabControl::StaticClass() {
     static const TClassBuilder<TTabControl> cls("TTabControl", TWinControl::StaticClass(), [](auto& c) {
         using T = TTabControl;
         c.Creatable();
-        c.Property("HotTrack", &T::HotTrack, &T::SetHotTrack).Default = 0;
-        c.Property("MultiLine", &T::MultiLine, &T::SetMultiLine).Default = 0;
+        c.Property("HotTrack", &T::HotTrack, &T::SetHotTrack).Default = false;
+        c.Property("MultiLine", &T::MultiLine, &T::SetMultiLine).Default = false;
         c.SubObject("Tabs", &T::Tabs, &T::SetTabs);
         c.Property("TabIndex", &T::TabIndex, &T::SetTabIndex).Default = -1;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
         c.Property("OnChange", &T::OnChange, &T::SetOnChange);
         c.Property("OnChanging", &T::OnChanging, &T::SetOnChanging);
     });

@@ -14,7 +14,7 @@ const TClass& TToolBar::StaticClass() {
         using T = TToolBar;
         c.Creatable();
         c.Property("Align", &T::Align, &T::SetAlign).Default = alTop;
-        c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = 0;
+        c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = false;
         c.Property("ButtonHeight", &T::ButtonHeight, &T::SetButtonHeight).Default = 22;
         c.Property("ButtonWidth", &T::ButtonWidth, &T::SetButtonWidth).Default = 23;
         c.Property("Caption", &T::Caption, &T::SetCaption);
@@ -22,13 +22,13 @@ const TClass& TToolBar::StaticClass() {
         c.Property("EdgeBorders", &T::EdgeBorders, &T::SetEdgeBorders).Default = TEdgeBorders{ebTop}.Bits();
         c.Property("EdgeInner", &T::EdgeInner, &T::SetEdgeInner).Default = esRaised;
         c.Property("EdgeOuter", &T::EdgeOuter, &T::SetEdgeOuter).Default = esLowered;
-        c.Property("Flat", &T::Flat, &T::SetFlat).Default = 0;
+        c.Property("Flat", &T::Flat, &T::SetFlat).Default = false;
         c.Reference("HotImages", &T::HotImages, &T::SetHotImages);
         c.Reference("Images", &T::Images, &T::SetImages);
         c.Property("Indent", &T::Indent, &T::SetIndent).Default = 0;
-        c.Property("List", &T::List, &T::SetList).Default = 0;
-        c.Property("ShowCaptions", &T::ShowCaptions, &T::SetShowCaptions).Default = 0;
-        c.Property("Wrapable", &T::Wrapable, &T::SetWrapable).Default = 1;
+        c.Property("List", &T::List, &T::SetList).Default = false;
+        c.Property("ShowCaptions", &T::ShowCaptions, &T::SetShowCaptions).Default = false;
+        c.Property("Wrapable", &T::Wrapable, &T::SetWrapable).Default = true;
         c.Property("OnCustomDraw", &T::OnCustomDraw, &T::SetOnCustomDraw);
         c.Property("OnCustomDrawButton", &T::OnCustomDrawButton, &T::SetOnCustomDrawButton);
     });

@@ -13,17 +13,17 @@ const TClass& TToolButton::StaticClass() {
     static const TClassBuilder<TToolButton> cls("TToolButton", TGraphicControl::StaticClass(), [](auto& c) {
         using T = TToolButton;
         c.Creatable();
-        c.Property("AllowAllUp", &T::AllowAllUp, &T::SetAllowAllUp).Default = 0;
+        c.Property("AllowAllUp", &T::AllowAllUp, &T::SetAllowAllUp).Default = false;
         c.Property("Caption", &T::Caption, &T::SetCaption);
-        c.Property("Down", &T::Down, &T::SetDown).Default = 0;
+        c.Property("Down", &T::Down, &T::SetDown).Default = false;
         c.Reference("DropdownMenu", &T::DropdownMenu, &T::SetDropdownMenu);
-        c.Property("Grouped", &T::Grouped, &T::SetGrouped).Default = 0;
+        c.Property("Grouped", &T::Grouped, &T::SetGrouped).Default = false;
         c.Property("ImageIndex", &T::ImageIndex, &T::SetImageIndex).Default = -1;
-        c.Property("Indeterminate", &T::Indeterminate, &T::SetIndeterminate).Default = 0;
-        c.Property("Marked", &T::Marked, &T::SetMarked).Default = 0;
+        c.Property("Indeterminate", &T::Indeterminate, &T::SetIndeterminate).Default = false;
+        c.Property("Marked", &T::Marked, &T::SetMarked).Default = false;
         c.Reference("MenuItem", &T::MenuItem, &T::SetMenuItem);
         c.Property("Style", &T::Style, &T::SetStyle).Default = tbsButton;
-        c.Property("Wrap", &T::Wrap, &T::SetWrap).Default = 0;
+        c.Property("Wrap", &T::Wrap, &T::SetWrap).Default = false;
     });
     return cls.Class();
 }

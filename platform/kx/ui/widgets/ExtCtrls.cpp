@@ -179,11 +179,11 @@ const TClass& TImage::StaticClass() {
     static const TClassBuilder<TImage> cls("TImage", TGraphicControl::StaticClass(), [](auto& c) {
         using T = TImage;
         c.Creatable();
-        c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = 0;
-        c.Property("Center", &T::Center, &T::SetCenter).Default = 0;
+        c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = false;
+        c.Property("Center", &T::Center, &T::SetCenter).Default = false;
         c.SubObject("Picture", &T::Picture, &T::SetPicture);
-        c.Property("Stretch", &T::Stretch, &T::SetStretch).Default = 0;
-        c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = 0;
+        c.Property("Stretch", &T::Stretch, &T::SetStretch).Default = false;
+        c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = false;
     });
     return cls.Class();
 }

@@ -41,7 +41,7 @@ const TClass& TDrawGrid::StaticClass() {
         c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsSingle;
         c.Property("ColCount", &T::ColCount, &T::SetColCount).Default = 5;
         c.Property("DefaultColWidth", &T::DefaultColWidth, &T::SetDefaultColWidth).Default = 64;
-        c.Property("DefaultDrawing", &T::DefaultDrawing, &T::SetDefaultDrawing).Default = 1;
+        c.Property("DefaultDrawing", &T::DefaultDrawing, &T::SetDefaultDrawing).Default = true;
         c.Property("DefaultRowHeight", &T::DefaultRowHeight, &T::SetDefaultRowHeight).Default = 24;
         c.Property("FixedColor", &T::FixedColor, &T::SetFixedColor).Default = clBtnFace;
         c.Property("FixedCols", &T::FixedCols, &T::SetFixedCols).Default = 1;
@@ -50,9 +50,9 @@ const TClass& TDrawGrid::StaticClass() {
         c.Property("GridLineWidth", &T::GridLineWidth, &T::SetGridLineWidth).Default = 1;
         c.Property("Options", &T::Options, &T::SetOptions).Default =
             TGridOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine, goRangeSelect}.Bits();
-        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
         c.Property("ScrollBars", &T::ScrollBars, &T::SetScrollBars).Default = ssBoth;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
         c.Property("OnDrawCell", &T::OnDrawCell, &T::SetOnDrawCell);
         c.Property("OnSelectCell", &T::OnSelectCell, &T::SetOnSelectCell);
     });

@@ -12,7 +12,7 @@ namespace kx {
 const TClass& TButtonControl::StaticClass() {
     static const TClassBuilder<TButtonControl> cls("TButtonControl", TWinControl::StaticClass(), [](auto& c) {
         c.Property("Caption", &TButtonControl::Caption, &TButtonControl::SetCaption);
-        c.Property("TabStop", &TButtonControl::TabStop, &TButtonControl::SetTabStop).Default = 1;
+        c.Property("TabStop", &TButtonControl::TabStop, &TButtonControl::SetTabStop).Default = true;
     });
     return cls.Class();
 }
@@ -50,8 +50,8 @@ const TClass& TButton::StaticClass() {
     static const TClassBuilder<TButton> cls("TButton", TButtonControl::StaticClass(), [](auto& c) {
         using T = TButton;
         c.Creatable();
-        c.Property("Cancel", &T::Cancel, &T::SetCancel).Default = 0;
-        c.Property("Default", &T::Default, &T::SetDefault).Default = 0;
+        c.Property("Cancel", &T::Cancel, &T::SetCancel).Default = false;
+        c.Property("Default", &T::Default, &T::SetDefault).Default = false;
         c.Property("ModalResult", &T::ModalResult, &T::SetModalResult).Default = mrNone;
     });
     return cls.Class();
@@ -127,7 +127,7 @@ const TClass& TCheckBox::StaticClass() {
     static const TClassBuilder<TCheckBox> cls("TCheckBox", TButtonControl::StaticClass(), [](auto& c) {
         using T = TCheckBox;
         c.Creatable();
-        c.Property("AllowGrayed", &T::AllowGrayed, &T::SetAllowGrayed).Default = 0;
+        c.Property("AllowGrayed", &T::AllowGrayed, &T::SetAllowGrayed).Default = false;
         c.Property("Checked", &T::Checked, &T::SetChecked).Stored = [](const TObject&) { return false; };
         c.Property("State", &T::State, &T::SetState).Default = cbUnchecked;
     });
@@ -174,8 +174,8 @@ const TClass& TRadioButton::StaticClass() {
     static const TClassBuilder<TRadioButton> cls("TRadioButton", TButtonControl::StaticClass(), [](auto& c) {
         using T = TRadioButton;
         c.Creatable();
-        c.Property("Checked", &T::Checked, &T::SetChecked).Default = 0;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 0;
+        c.Property("Checked", &T::Checked, &T::SetChecked).Default = false;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = false;
     });
     return cls.Class();
 }

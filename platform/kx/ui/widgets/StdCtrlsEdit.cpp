@@ -66,15 +66,15 @@ struct TWindowSelection {
 const TClass& TCustomEdit::StaticClass() {
     static const TClassBuilder<TCustomEdit> cls("TCustomEdit", TWinControl::StaticClass(), [](auto& c) {
         using T = TCustomEdit;
-        c.Property("AutoSelect", &T::AutoSelect, &T::SetAutoSelect).Default = 1;
+        c.Property("AutoSelect", &T::AutoSelect, &T::SetAutoSelect).Default = true;
         c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsSingle;
         c.Property("CharCase", &T::CharCase, &T::SetCharCase).Default = ecNormal;
-        c.Property("HideSelection", &T::HideSelection, &T::SetHideSelection).Default = 1;
+        c.Property("HideSelection", &T::HideSelection, &T::SetHideSelection).Default = true;
         c.Property("MaxLength", &T::MaxLength, &T::SetMaxLength).Default = 0;
         c.Property("PasswordChar", &T::PasswordChar, &T::SetPasswordChar).Default = 0;
-        c.Property("ReadOnly", &T::ReadOnly, &T::SetReadOnly).Default = 0;
-        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("ReadOnly", &T::ReadOnly, &T::SetReadOnly).Default = false;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
         c.Property("OnChange", &T::OnChange, &T::SetOnChange);
     });
     return cls.Class();

@@ -15,13 +15,13 @@ const TClass& TLabel::StaticClass() {
         using T = TLabel;
         c.Creatable();
         c.Property("Alignment", &T::Alignment, &T::SetAlignment).Default = taLeftJustify;
-        c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = 1;
+        c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = true;
         c.Property("Caption", &T::Caption, &T::SetCaption);
         c.Reference("FocusControl", &T::FocusControl, &T::SetFocusControl);
         c.Property("Layout", &T::Layout, &T::SetLayout).Default = tlTop;
-        c.Property("ShowAccelChar", &T::ShowAccelChar, &T::SetShowAccelChar).Default = 1;
-        c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = 0;
-        c.Property("WordWrap", &T::WordWrap, &T::SetWordWrap).Default = 0;
+        c.Property("ShowAccelChar", &T::ShowAccelChar, &T::SetShowAccelChar).Default = true;
+        c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = false;
+        c.Property("WordWrap", &T::WordWrap, &T::SetWordWrap).Default = false;
     });
     return cls.Class();
 }

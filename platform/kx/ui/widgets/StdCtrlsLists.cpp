@@ -91,10 +91,10 @@ const TClass& TListBox::StaticClass() {
         c.Creatable();
         c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsSingle;
         c.SubObject("Items", &T::Items, &T::SetItems);
-        c.Property("MultiSelect", &T::MultiSelect, &T::SetMultiSelect).Default = 0;
-        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
-        c.Property("Sorted", &T::Sorted, &T::SetSorted).Default = 0;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("MultiSelect", &T::MultiSelect, &T::SetMultiSelect).Default = false;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
+        c.Property("Sorted", &T::Sorted, &T::SetSorted).Default = false;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
     });
     return cls.Class();
 }
@@ -238,9 +238,9 @@ const TClass& TComboBox::StaticClass() {
         c.Property("ItemHeight", &T::ItemHeight, &T::SetItemHeight).Default = 16;
         c.Property("DropDownCount", &T::DropDownCount, &T::SetDropDownCount).Default = 8;
         c.Property("MaxLength", &T::MaxLength, &T::SetMaxLength).Default = 0;
-        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = 0;
-        c.Property("Sorted", &T::Sorted, &T::SetSorted).Default = 0;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = 1;
+        c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
+        c.Property("Sorted", &T::Sorted, &T::SetSorted).Default = false;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
         c.Property("Text", &T::Text, &T::SetText);
         c.SubObject("Items", &T::Items, &T::SetItems);
         c.Property("ItemIndex", &T::ItemIndex, &T::SetItemIndex).Default = -1;

@@ -263,9 +263,9 @@ const TClass& TMemo::StaticClass() {
         c.Creatable();
         c.SubObject("Lines", &T::Lines, &T::SetLines);
         c.Property("ScrollBars", &T::ScrollBars, &T::SetScrollBars).Default = ssNone;
-        c.Property("WordWrap", &T::WordWrap, &T::SetWordWrap).Default = 1;
-        c.Property("WantReturns", &T::WantReturns, &T::SetWantReturns).Default = 1;
-        c.Property("WantTabs", &T::WantTabs, &T::SetWantTabs).Default = 0;
+        c.Property("WordWrap", &T::WordWrap, &T::SetWordWrap).Default = true;
+        c.Property("WantReturns", &T::WantReturns, &T::SetWantReturns).Default = true;
+        c.Property("WantTabs", &T::WantTabs, &T::SetWantTabs).Default = false;
     });
     return cls.Class();
 }
