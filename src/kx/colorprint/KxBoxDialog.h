@@ -15,7 +15,7 @@ public:
     const TCloseQueryEvent& OnCanClose() const { return FOnCanClose; }
     void SetOnCanClose(TCloseQueryEvent value) { FOnCanClose = std::move(value); }
 
-    // The library's own takes the place of the inherited one.
+    // The library's own event takes the place of the inherited one.
     using TKxDlgCore::OnShow;
     using TKxDlgCore::SetOnShow;
 
@@ -23,7 +23,7 @@ protected:
     explicit TKxBoxDialog(TComponent* owner) : T(owner), TKxDlgCore(static_cast<TCommonDialog&>(*this)) {}
 
     void DoShow() override;
-    /// The forms are docked: attaches the window, and does what else the dialog does with it before it is seen.
+    /// Attaches the window, once the forms are docked, and does whatever else the dialog does before it is seen.
     virtual void TakeOver() = 0;
     virtual const TKxDlgCaptions& Captions() const = 0;
 

@@ -1,4 +1,4 @@
-// The colour dialog.
+// The colour dialog: its captions, its docked form, and the events of the full part.
 
 #include "kx/colorprint/KxColorDlg.h"
 
@@ -137,7 +137,8 @@ bool TKxCustomColorDialog::AllowsAdding() {
     if (!Outlives(*this, [&] { DoAddingCustomColor(color, allow); })) {
         return false;
     }
-    // Deliberate: the colour before the event, where one would expect the one that the system adds.
+    // Deliberate: OnCustomColorAdd tells the colour before the event, where one would expect the one that the system
+    // adds.
     FAdded = color;
     return allow;
 }
@@ -163,8 +164,8 @@ bool TKxCustomColorDialog::AllowsFullOpening() {
 }
 
 void TKxCustomColorDialog::FullOpened() {
-    // The system shows the solid button with the rest. A handler of the event that fails must not leave the form
-    // hidden.
+    // The system shows the solid button with the rest of the full part. A handler that fails must not keep the window
+    // from growing for the docked form.
     if (!Outlives(*this, [this] { HideSolidButton(Handle()); }) ||
         !Outlives(*this, [this] { Guarded([this] { DoFullOpen(); }); })) {
         return;
@@ -174,7 +175,7 @@ void TKxCustomColorDialog::FullOpened() {
         const TForm* const form = FParams.BottomForm();
         formHeight = form ? form->Height() : 0;
     });
-    // The system has given the window the size that it knows, without the docked form.
+    // The system does not know of the docked form, and has given the window a size without room for it.
     const TRect outer = KxWindowRect(Handle());
     const bool grew = Width(outer) != Width(FOuterBefore) || Height(outer) != Height(FOuterBefore);
     if (formHeight != 0 && grew) {

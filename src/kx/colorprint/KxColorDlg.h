@@ -31,8 +31,8 @@ using TKxColorQueryEvent = TEvent<void(TObject* sender, TColor& color, bool& all
 /// The system's colour dialog with a form of the application docked to its bottom, captions, placement, and events
 /// around the part in which the user makes colours. Other sides than the bottom are not supported.
 ///
-/// A colour that is added is read from the edits of its components; a text there that is no number raises
-/// EConvertError, a number above 255 ERangeError. The application's exception handling gets them, and nothing is added.
+/// The colour to be added is read from the edits of its components. A text that is no number raises EConvertError, a
+/// number above 255 ERangeError; the application's exception handling gets them, and nothing is added.
 class TKxCustomColorDialog : public TKxBoxDialog<TColorDialog> {
     KX_CLASS()
 
@@ -41,15 +41,16 @@ class TKxCustomColorDialog : public TKxBoxDialog<TColorDialog> {
 
     TKxColorDlgCaptions& DlgItemsCaptions() { return FCaptions; }
 
-    /// The full part has been opened; and before, with a veto.
+    /// The full part has been opened; OnFullOpening comes before, with a veto.
     const TNotifyEvent& OnFullOpen() const { return FOnFullOpen; }
     void SetOnFullOpen(TNotifyEvent value) { FOnFullOpen = std::move(value); }
     const TKxCtrlQueryEvent& OnFullOpening() const { return FOnFullOpening; }
     void SetOnFullOpening(TKxCtrlQueryEvent value) { FOnFullOpening = std::move(value); }
-    /// A custom colour has been added. Always the colour that the edits held before OnCustomColorAdding changed it.
+    /// A custom colour has been added. The event tells the colour that the edits held before OnCustomColorAdding
+    /// changed it.
     const TKxColorEvent& OnCustomColorAdd() const { return FOnCustomColorAdd; }
     void SetOnCustomColorAdd(TKxColorEvent value) { FOnCustomColorAdd = std::move(value); }
-    /// A custom colour is about to be added: the one that the handler leaves.
+    /// A custom colour is about to be added. The system adds the colour that the handler leaves.
     const TKxColorQueryEvent& OnCustomColorAdding() const { return FOnCustomColorAdding; }
     void SetOnCustomColorAdding(TKxColorQueryEvent value) { FOnCustomColorAdding = std::move(value); }
 
@@ -58,7 +59,7 @@ protected:
     virtual void DoFullOpen() { FOnFullOpen(this); }
     virtual void DoFullOpening(bool& allow) { FOnFullOpening(this, allow); }
     virtual void DoAddCustomColor(TColor color) { FOnCustomColorAdd(this, color); }
-    virtual void DoAddingCustomColor(TColor color, bool& allow); ///< Writes an allowed colour into the edits besides.
+    virtual void DoAddingCustomColor(TColor color, bool& allow); ///< It also writes an allowed colour into the edits.
 
     void TakeOver() override;
     const TKxDlgCaptions& Captions() const override { return FCaptions; }
@@ -73,7 +74,7 @@ private:
     void FullOpened();
 
     TKxColorDlgCaptions FCaptions;
-    TColor FAdded = clBlack; ///< What OnCustomColorAdd is to tell.
+    TColor FAdded = clBlack; ///< The colour that OnCustomColorAdd will tell.
     TRect FOuterBefore;      ///< Of the window, before the system opens the full part.
     TNotifyEvent FOnFullOpen;
     TKxCtrlQueryEvent FOnFullOpening;

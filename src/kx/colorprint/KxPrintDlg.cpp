@@ -1,4 +1,4 @@
-// The print dialog.
+// The print dialog: its captions, its docked forms, and the events of printers and copies.
 
 #include "kx/colorprint/KxPrintDlg.h"
 
@@ -107,7 +107,7 @@ void TKxCustomPrintDialog::DoClose() {
     if (!UndockForms()) {
         return;
     }
-    // Deliberate: the window keeps our procedure to its last message, where one would expect that it is given back.
+    // Deliberate: the window keeps our procedure to its last message, where one would expect it to get its own back.
     Application().HideHint();
     FDlgHandle = nullptr;
     TPrintDialog::DoClose();
@@ -143,7 +143,7 @@ TKxMsgVerdict TKxCustomPrintDialog::BeforeSystem(TMessage& message, int& command
         command = CommandOf(message);
         switch (command) {
         case IDOK: allow = AllowsClosing(); break;
-        // Deliberate: OnEventHook does not hear of a change of the printer, as one would expect.
+        // Deliberate: OnEventHook does not hear of a change of the printer, where one would expect it to.
         case PrinterCombo: return AllowsPrinter() ? mvMute : mvStop;
         case PropertiesButton: allow = AllowsSetup(); break;
         default: break;
@@ -163,7 +163,7 @@ void TKxCustomPrintDialog::AfterSystem(TMessage&, int command) {
 
 bool TKxCustomPrintDialog::AllowsPrinter() {
     const TAlive alive(*this);
-    // An exception is no consent.
+    // A handler that throws has not consented.
     const bool allow = Guarded(false, [this] {
         bool proceed = true;
         FOnChangingPrn(this, proceed);
@@ -176,7 +176,7 @@ bool TKxCustomPrintDialog::AllowsPrinter() {
         FPrnDev = ShownPrinter(256);
         return true;
     }
-    // The system goes on with the printer it has: the box shows it again, which no message tells.
+    // The system keeps the printer that it has, but no message makes the box show that one again.
     HWND combo = GetDlgItem(Handle(), PrinterCombo);
     const LRESULT index =
         SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(FPrnDev.c_str()));

@@ -7,7 +7,7 @@
 
 namespace kx {
 
-/// A caption: what the accessors X() and SetX() are of.
+/// A caption: its accessors X() and SetX(), and its field.
 #define KX_CAPTION(Name)                                                                                               \
 public:                                                                                                                \
     const std::string& Name() const { return F##Name; }                                                                \
@@ -52,15 +52,17 @@ class TKxCustomPrintDialog : public TKxBoxDialog<TPrintDialog> {
 
     TKxPrintDlgCaptions& DlgItemsCaptions() { return FCaptions; }
 
-    /// Name of the printer that the dialog shows; after the showing, that it showed at last.
+    /// Name of the printer that the dialog shows, or showed at last.
     const std::string& SelectedDevice() const { return FPrnDev; }
 
-    /// The user has chosen another printer; and before, with a veto: the dialog keeps the one it has.
+    /// The user has chosen another printer. OnPrinterChanging comes before; by its veto the dialog keeps the one it
+    /// has.
     const TNotifyEvent& OnPrinterChange() const { return FOnChangePrn; }
     void SetOnPrinterChange(TNotifyEvent value) { FOnChangePrn = std::move(value); }
     const TKxCtrlQueryEvent& OnPrinterChanging() const { return FOnChangingPrn; }
     void SetOnPrinterChanging(TKxCtrlQueryEvent value) { FOnChangingPrn = std::move(value); }
-    /// The window of the printer's properties has been shown and closed; and before it is opened, with a veto.
+    /// The window of the printer's properties has been shown and closed; OnPrinterSetupShowing comes before it is
+    /// opened, with a veto.
     const TNotifyEvent& OnPrinterSetupShow() const { return FOnSetupPrn; }
     void SetOnPrinterSetupShow(TNotifyEvent value) { FOnSetupPrn = std::move(value); }
     const TKxCtrlQueryEvent& OnPrinterSetupShowing() const { return FOnSetupShowing; }

@@ -85,7 +85,7 @@ void TKxBitBtn::CreateParams(TCreateParams& params) {
     params.Style |= BS_OWNERDRAW;
 }
 
-/// The system's style stays: any other would end the painting by ourselves.
+/// The window keeps the style of owner drawing: any other would have the system paint the button.
 void TKxBitBtn::SetButtonStyle(bool isDefault) {
     if (isDefault != FIsFocused) {
         FIsFocused = isDefault;
@@ -120,7 +120,7 @@ void TKxBitBtn::BorrowHandlers() {
         TMenuItem* const item = FMenu->Items()[i];
         const TNotifyEvent own = item->OnClick();
         const TNotifyEvent borrowed = [this, alive = TAlive(*this), own](TObject* sender) {
-            // Another button may have borrowed the item too, and give it back when this one has gone.
+            // Another button may have borrowed the item after this one, and give it back when this one has gone.
             alive ? DoClickDropDownMenuItem(sender) : own(sender);
         };
         item->SetOnClick(borrowed);
@@ -175,7 +175,7 @@ void TKxBitBtn::WndProc(TMessage& message) {
     }
     case CN_DRAWITEM: DrawItem(message.LParamAs<DRAWITEMSTRUCT>()); return;
     case WM_LBUTTONDOWN: WMLButtonClk(message); return;
-    case WM_LBUTTONDBLCLK: // two presses
+    case WM_LBUTTONDBLCLK: // counts as two presses
         message.Result = Perform(WM_LBUTTONDOWN, message.WParam, message.LParam);
         return;
     case WM_KILLFOCUS: WMKillFocus(message); return;
@@ -193,8 +193,8 @@ void TKxBitBtn::WMLButtonClk(TMessage& message) {
     const TAlive alive(*this);
     const bool onArrow = message.Pos().X > Width() - Glyph().Width() - 2 * FSpacing;
     if (onArrow && FPressingDropDown) {
-        // Deliberate: the arrow stays pressed when its menu has closed, so that this press opens no menu, where one
-        // would expect it up again. A press on the body and the loss of the focus end that too.
+        // Deliberate: the arrow stays pressed when its menu has closed, and this press opens no menu, where one would
+        // expect the arrow to be up again. A press on the body or the loss of the focus lets it up as well.
         ReleaseCapture();
         FPressingDropDown = false;
         Repaint();
@@ -215,8 +215,8 @@ void TKxBitBtn::WMLButtonClk(TMessage& message) {
     if (!onArrow) {
         FPressingDropDown = false;
     } else if (!FMenu || GetKeyState(VK_LBUTTON) >= 0) {
-        // Without a menu the press changes the looks and nothing else: where the mouse goes up is no click. With one,
-        // the menu saw the mouse go up, and nothing else would end the press.
+        // Without a menu the press only changes the looks: wherever the mouse goes up, there is no click. With a menu,
+        // the menu has seen the mouse go up, and nothing else would end the press.
         ReleaseCapture();
     }
     if (alive) {
@@ -236,7 +236,7 @@ void TKxBitBtn::FontChanged() {
     Repaint();
 }
 
-/// The system's colours may have changed, with which the pictures of its states were made.
+/// The pictures of the states were made with the system's colours, which may have changed.
 void TKxBitBtn::ColorChanged() {
     FGlyph->Invalidate();
     TButton::ColorChanged();
@@ -285,10 +285,10 @@ private:
 
 } // namespace
 
-/// Draws the raised frame, and flat the part that is pressed. `face` is what lies inside the frame.
+/// Draws the raised frame, and the pressed part flat. `face` is what lies inside the frame.
 ///
-/// Departure: of a pressed button the pressed part alone would have to be drawn. The other part would then show what
-/// was painted before, or nothing when the system has erased it; with the frame below it shows the same in both cases.
+/// Departure: only the pressed part of a pressed button would have to be drawn. The other part would then show what was
+/// painted before, or nothing when the system has erased it. With the frame below, it shows the same in both cases.
 void TKxBitBtn::DrawFrame(TRect& face, bool isDown, bool isDisabled) {
     RECT frame = ToRECT(face);
     DrawFrameControl(FCanvas->Handle(), &frame, DFC_BUTTON,
@@ -324,8 +324,8 @@ void TKxBitBtn::DrawItem(const DRAWITEMSTRUCT& item) {
     }
     DrawFrame(face, isDown, (item.itemState & ODS_DISABLED) != 0);
     if (FIsFocused || isDown || FPressingDropDown) {
-        // Departure: not for a focused button alone. The menu opens before the button gets the focus, and laid out in
-        // the pressed part the caption would be drawn over the arrow.
+        // Departure: this is done for every button, not for a focused one alone. The menu opens before the button gets
+        // the focus; in a layout for the pressed part, the caption would be drawn over the arrow.
         face = Inside(ClientRect(), 1);
     }
     FCanvas->SetFont(Font());

@@ -51,8 +51,8 @@ class TKxBitBtn : public TButton {
     TBitBtnKind Kind() const { return FKind; } ///< A click closes the form with bkClose, shows help with bkHelp.
     void SetKind(TBitBtnKind value) { FKind = value; }
 
-    /// Not owned. While it is attached, the items of its top level call their handlers through the button, which lets
-    /// go of the mouse first.
+    /// Not owned. While the menu is attached, the items of its top level call their handlers through the button, which
+    /// lets go of the mouse first.
     TPopupMenu* DropDownMenu() const { return FMenu; }
     void SetDropDownMenu(TPopupMenu* value) { SetMenu(value); }
     void SetMenu(TPopupMenu* value);
@@ -109,7 +109,7 @@ private:
     TPopupMenu* FMenu = nullptr;
     int32_t FSelectedMenuItemIndex = -1;
     std::vector<THandler> FHandlers;
-    [[maybe_unused]] bool FCancelNextClickEvent = false; ///< Deliberate: kept and not used.
+    [[maybe_unused]] bool FCancelNextClickEvent = false; ///< Kept, and not used.
 };
 
 } // namespace kx

@@ -1,4 +1,4 @@
-// The pictures and places of a button's parts.
+// The pictures of a drop-down button, and the places of its parts.
 
 #include "kx/dropdown/KxDropDownButtonGlyph.h"
 
@@ -103,7 +103,7 @@ TButtonGlyph::~TButtonGlyph() {
 }
 
 void TButtonGlyph::Invalidate() {
-    // Without a cache the list has gone with it.
+    // When the cache has gone, the list has gone with it.
     if (GlyphCache && FGlyphList) {
         for (const int index : FIndexs) {
             FGlyphList->Delete(index);
@@ -168,7 +168,7 @@ void PaintWhereWhite(TBitmap& image, TBitmap& shape, TColor color, int offset) {
 
 } // namespace
 
-/// The strip's own picture of a disabled button, in the colours that disabled things have now.
+/// The strip's own picture of a disabled button, in the system's present colours of disabled things.
 void TButtonGlyph::DrawDisabledCell(TBitmap& image, const TRect& cell) const {
     const TRect all{0, 0, image.Width(), image.Height()};
     image.Canvas().CopyRect(all, FOriginal->Canvas(), cell);
@@ -196,7 +196,7 @@ void TButtonGlyph::DrawEmbossed(TBitmap& image) const {
     shape.Canvas().Brush().SetColor(clBlack);
     shape.SetWidth(image.Width());
     if (shape.Monochrome()) {
-        // By way of colours, with black and white exchanged: black is to come out white here too.
+        // Goes by way of colours and exchanges black and white: black is to come out white here too.
         shape.Canvas().Font().SetColor(clWhite);
         shape.SetMonochrome(false);
         shape.Canvas().Brush().SetColor(clWhite);
@@ -246,7 +246,7 @@ int TButtonGlyph::CreateButtonGlyph(TButtonState state) {
 
 TGlyphLayout TButtonGlyph::CalcButtonLayout(TCanvas& canvas, const TButtonPlan& plan) const {
     const TPoint client{Width(plan.Client), Height(plan.Client)};
-    // Deliberate: places are reckoned by the width of the whole strip, where one would expect that of one picture.
+    // Deliberate: places are computed by the width of the whole strip, where one would expect that of one picture.
     const int strip = FOriginal ? FOriginal->Width() : 0;
     const int glyphHeight = FOriginal ? FOriginal->Height() : 0;
     TGlyphLayout layout;

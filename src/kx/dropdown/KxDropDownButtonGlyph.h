@@ -42,8 +42,8 @@ private:
     std::vector<std::unique_ptr<TGlyphList>> FGlyphLists;
 };
 
-/// Made by the first glyph of the thread, freed by the last one that leaves it empty; null meanwhile. Dialogs may run
-/// in threads of their own, with buttons of their own.
+/// The cache of the calling thread; null when there is none. The first glyph of the thread makes it, and the last one
+/// that leaves it empty frees it. Dialogs may run in threads of their own, with buttons of their own.
 extern thread_local TGlyphCache* GlyphCache;
 
 /// Where a button's arrow and caption go.

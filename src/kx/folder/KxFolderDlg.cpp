@@ -1,4 +1,4 @@
-// The folder dialog.
+// The folder dialog: its settings, its run, and the notifications of the browser.
 
 #include "kx/folder/KxFolderDlg.h"
 
@@ -104,7 +104,7 @@ void TKxCustomFolderDialog::SetSelFolder(const std::string& value) {
 }
 
 void TKxCustomFolderDialog::SetSelPidl(const ITEMIDLIST* value) {
-    // What was held lives on until the end: `value` may be it.
+    // The old list is freed at the end of this function: `value` may be that list.
     const unique_pidl old = std::exchange(FSelPidl, CreatePIDLCopy(value));
     if (FInitializing) {
         FSelectAgain = [this, list = std::make_shared<unique_pidl>(ILClone(value))] {
@@ -120,7 +120,7 @@ void TKxCustomFolderDialog::SetSelType(TKxDlgSelectionType value) {
 }
 
 void TKxCustomFolderDialog::TellOk() const {
-    // Systems differ in which of the two parameters counts.
+    // Systems differ in which of the two parameters they look at.
     Tell(BFFM_ENABLEOK, FOK ? 1 : 0, FOK ? 1 : 0);
 }
 
@@ -132,7 +132,7 @@ LRESULT TKxCustomFolderDialog::Tell(UINT message, WPARAM wParam, LPARAM lParam) 
 
 namespace {
 
-/// The calling thread is one in which components of the shell may live, as the new style's do.
+/// Prepares the calling thread, for the length of a scope, for components of the shell, which the new style uses.
 class TApartment {
 public:
     TApartment() : FResult(OleInitialize(nullptr)) {}
@@ -143,7 +143,7 @@ public:
             OleUninitialize();
         }
     }
-    /// The thread's owner has put it into an apartment of many threads, in which no OLE is to be had.
+    /// The application has put the thread into a multithreaded apartment, in which there is no OLE.
     bool IsMultiThreaded() const { return FResult == RPC_E_CHANGED_MODE; }
 
 private:
@@ -211,7 +211,7 @@ TKxCustomFolderDialog* TKxCustomFolderDialog::Running() { return TKxRunning<TKxC
 
 bool TKxCustomFolderDialog::Execute() {
     HWND owner = nullptr;
-    if (!Outlives(*this, [&] { owner = BrowserOwner(); })) { // it may make the parent form's window
+    if (!Outlives(*this, [&] { owner = BrowserOwner(); })) { // making the parent form's window runs its handlers
         return false;
     }
     return TaskModalDialog(owner, [this, owner] { return Browse(owner); });
@@ -236,7 +236,7 @@ HWND TKxCustomFolderDialog::BrowserOwner() const {
 
 bool TKxCustomFolderDialog::Browse(HWND owner) {
     const TRun run(*this);
-    const TApartment apartment; // makes a window, and hooks hear of that
+    const TApartment apartment; // it makes a window; hooks that hear of it may free the dialog
     if (!run.IsDialogAlive()) {
         return false;
     }
@@ -291,14 +291,14 @@ void TKxCustomFolderDialog::EndRun() {
     FSelPidl.reset();
     FInitializing = false;
     FSelectAgain = nullptr;
-    LeaveWindow(); // when the application kept the window's destruction from the dialog
+    LeaveWindow(); // the application may have kept WM_DESTROY from the dialog
 }
 
 // --- Notifications of the browser
 
 namespace {
 
-/// What the dialog posts to the browser in order to do it once the browser is through with what it is telling.
+/// What the dialog posts to the browser, so that it is done once the browser is through with its notification.
 enum TLater : WPARAM { ltEnableOk, ltSelectAgain };
 
 /// WParam is a TLater, LParam the number of the selection at the time of posting.
@@ -310,7 +310,7 @@ UINT LaterMessage() {
 } // namespace
 
 int CALLBACK TKxCustomFolderDialog::BrowseCallBack(HWND window, UINT code, LPARAM param, LPARAM data) noexcept {
-    // Deliberate: the dialog is that of the innermost running, where one would expect the one in `data`.
+    // Deliberate: the dialog is the innermost running one, where one would expect the one in `data`.
     if (TKxCustomFolderDialog* const dialog = Running()) {
         Guarded([&] {
             if (code == BFFM_INITIALIZED) {
@@ -318,7 +318,7 @@ int CALLBACK TKxCustomFolderDialog::BrowseCallBack(HWND window, UINT code, LPARA
             }
             dialog->BrowseProc({code, static_cast<WPARAM>(param), data, 0});
         });
-    } else if (code == BFFM_INITIALIZED) { // freed before there was a window to close
+    } else if (code == BFFM_INITIALIZED) { // the dialog was freed before there was a window to close
         PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
     }
     return 0;
@@ -358,8 +358,8 @@ void TKxCustomFolderDialog::Initialized() {
     }
 }
 
-/// Windows makes a selection that it is told of in BFFM_INITIALIZED, but goes on building the tree afterwards, which
-/// scrolls it out of sight.
+/// Windows makes a selection that it is told in BFFM_INITIALIZED, but goes on building the tree afterwards and scrolls
+/// the selection out of sight.
 void TKxCustomFolderDialog::SelectAgain() {
     const std::function<void()> select = std::exchange(FSelectAgain, nullptr);
     if (!select || !Outlives(*this, select)) {
@@ -380,7 +380,8 @@ void TKxCustomFolderDialog::SelChanged(const ITEMIDLIST* selection) {
         return;
     }
     if (FOkGiven && FDlgHandle && System().Wine) {
-        // Wine enables the button by its own rules behind this notification: what the event said comes after that.
+        // Wine enables the button by rules of its own after this notification. What the event said is posted, so that
+        // it comes later.
         PostMessageA(FDlgHandle, LaterMessage(), ltEnableOk, FSelection);
     }
 }
@@ -412,7 +413,7 @@ void TKxCustomFolderDialog::DoClose() {
     }
 }
 
-/// Gives the browser's window back to the system and takes the forms out of it, whose handlers may free the dialog.
+/// Gives the browser's window back to the system and takes the forms out of it. Their handlers may free the dialog.
 void TKxCustomFolderDialog::LeaveWindow() {
     if (FDlgHandle) {
         DetachDialog();
@@ -432,7 +433,7 @@ TKxMsgVerdict TKxCustomFolderDialog::BeforeSystem(TMessage& message, int&) {
     if (message.Msg == LaterMessage()) {
         if (message.WParam == ltSelectAgain) {
             SelectAgain();
-        } else if (message.LParam == FSelection) { // else the event of another selection has had its say
+        } else if (message.LParam == FSelection) { // else the event of a later selection has decided
             TellOk();
         }
         return mvStop;

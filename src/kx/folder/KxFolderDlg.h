@@ -76,8 +76,8 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
     /// Whether the tree is shown, or CustDlgParams' custom form in its place. May be changed while the dialog is shown.
     TKxDlgSelectionType SelectionType() const { return FSelType; }
     void SetSelectionType(TKxDlgSelectionType value) { SetSelType(value); }
-    /// Form whose window owns the browser's; null: the application's window, or, where that is invisible and the main
-    /// form is shown, the active window. Not owned, forgotten when it is freed.
+    /// Form whose window owns the browser's. Null: the application's window owns it; where that window is invisible and
+    /// the main form is shown, the active window. The form is not owned, and forgotten when it is freed.
     TForm* ParentForm() const { return FParentForm.Get(); }
     void SetParentForm(TForm* value) { FParentForm.Set(value); }
     /// Instruction above the tree, of which the first 127 bytes are shown.
@@ -100,8 +100,8 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
 
     // --- The running dialog
 
-    /// Whether the OK button is to be enabled: the value given last, not the button's state. While the dialog is not
-    /// shown the value is merely kept.
+    /// Whether the OK button is to be enabled. Reads the value given last, not the button's state. While the dialog is
+    /// not shown, the value is merely kept.
     bool Ok() const { return FOK; }
     void SetOk(bool value);
     /// Path of what is selected in the tree. Setting it selects that folder; while the dialog is not shown it is merely
@@ -180,7 +180,7 @@ private:
     bool FOK = false;
     bool FOkGiven = false;              ///< SetOk was called since the last change of the selection.
     LPARAM FSelection = 0;              ///< Number of the selection.
-    bool FInitializing = false;         ///< The browser is not through with its beginning.
+    bool FInitializing = false;         ///< The browser is still in its BFFM_INITIALIZED.
     std::function<void()> FSelectAgain; ///< Makes the selection that was made meanwhile; empty: there is none.
     std::string FStatus;
     TKxBrowseForFolderFlags FOptions;

@@ -1,17 +1,15 @@
-// The tree of the folder dialog, and the form in its place.
+// The tree of the folder dialog, and the application's form in its place.
 
 #include "kx/folder/KxFolderDlg.h"
 
 #include "kx/core/Barrier.h"
 #include "kx/win/Windows.h"
 
-// The folder tree of the browser, and the application's form in its place.
-
 namespace kx {
 
 namespace {
 
-/// Activation of a form that is part of a foreign window, which the system does not activate.
+/// Activates a form that is part of a foreign window: the system activates top-level windows alone.
 struct TFormAccess : TForm {
     static void ActivateDocked(TForm& form) { (form.*(&TFormAccess::Activate))(); }
 };
@@ -28,7 +26,7 @@ HWND TKxCustomFolderDialog::FindTree() const {
     if (tree != GetWindow(FDlgHandle, GW_CHILD)) {
         return tree;
     }
-    // Windows has the tree behind its first child, Wine's browser in the new style in front of all others.
+    // Windows has the tree behind its first child; Wine's browser in the new style has it in front of all others.
     HWND behind = FindWindowExA(FDlgHandle, tree, WC_TREEVIEWA, nullptr);
     return behind ? behind : tree;
 }
@@ -51,8 +49,8 @@ void TKxCustomFolderDialog::MeasureTree(HWND tree) {
     FSelRect = {outer.Left, outer.Top, CheckedAdd(outer.Left, width), CheckedAdd(outer.Top, height)};
 }
 
-/// The new style arranges its controls anew when it is resized: the custom form, or one that comes later, stays in the
-/// tree's place.
+/// A browser in the new style arranges its controls anew when it is resized. The custom form, or one that comes later,
+/// stays in the tree's place.
 void TKxCustomFolderDialog::FollowTree() {
     HWND tree = FindTree();
     const TRect before = FSelRect;
@@ -119,7 +117,7 @@ void TKxCustomFolderDialog::ShowStdSelectionCtrl(bool show) {
     if (HWND tree = FindTree()) {
         HWND control = ControlOf(tree);
         const bool isShown = (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
-        if (isShown != show) { // showing it once more would cost as much as the first time
+        if (isShown != show) { // showing what is shown would cost as much as the first time
             ShowWindow(control, show ? SW_SHOW : SW_HIDE);
         }
         return;

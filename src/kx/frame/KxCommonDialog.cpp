@@ -16,13 +16,13 @@ void KxCloseDialog(HWND handle, int modalResult) {
     if (!IsWindowEnabled(button)) {
         return;
     }
-    // What a click does, but by the command that the button sends: a click by message may fail in a dialog that is not
-    // the active one.
+    // A click by message may fail in a dialog that is not the active one. So this does what a click does, and sends the
+    // command of the button itself.
     HWND focus = GetFocus();
     SetFocus(button);
     SendMessageA(handle, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
     if (IsWindow(focus) && GetFocus() == button && IsWindowVisible(handle) && !IsWindowVisible(button)) {
-        SetFocus(focus); // a hidden button would keep it where nobody sees it
+        SetFocus(focus); // a hidden button would keep the focus where nobody sees it
     }
 }
 

@@ -27,7 +27,8 @@ class ICommonDialog {
 public:
     /// The dialog window while it is shown, else null.
     virtual HWND GetCommonDialogHandle() const = 0;
-    /// Fired with the dialog as sender when it is completely set up, behind OnShow. Not the application's event.
+    /// Fires behind OnShow, when the dialog is completely set up, with the dialog as sender. It is no event of the
+    /// application's.
     virtual TNotifyEvent GetCommonDialogInternalShowEvent() const = 0;
     virtual void SetCommonDialogInternalShowEvent(const TNotifyEvent& event) = 0;
     /// Closes the shown dialog as if a button was pressed: mrOk or mrCancel; other values do nothing.

@@ -61,7 +61,7 @@ TKxCustDlgParams::TKxCustDlgParams() = default;
 
 TKxCustDlgParams::~TKxCustDlgParams() {
     if (FConnected) {
-        // Those that are somewhere else by now are left alone.
+        // Forms that have gone to another window by now are left alone.
         Guarded([this] { UndockForms([](const TForm& form, HWND dialog) { return form.ParentWindow() == dialog; }); });
     }
 }

@@ -38,9 +38,9 @@ class TKxPosParams : public TPersistent {
     /// Name from which the next docking finds the form. Setting it forgets the form.
     const std::string& FormName() const { return FFormName; }
     void SetFormName(const std::string& value);
-    /// Finds the form by its name unless there is one; see TKxCustDlgParams.
+    /// Finds the form by its name unless there is a form already; see TKxCustDlgParams.
     void ResolveForm();
-    /// At last the dialog is moved inside the screen.
+    /// The dialog is moved inside the screen after everything else.
     bool FitToScreen() const { return FFit; }
     void SetFitToScreen(bool value) { FFit = value; }
 
@@ -57,10 +57,10 @@ private:
 
 /// Placement, docked forms and icon of one dialog component, which owns it.
 ///
-/// Up to four forms of the application are docked to the dialog's sides while it shows; a fifth one, the custom form,
-/// is for the dialog to show in place of its own selection control. A form is given directly or by its name ("T" and
-/// the name is its class name, in any letter case; the application must own it); giving one forgets the other. Forms
-/// are not owned, and forgotten when they are freed, at any time.
+/// Up to four forms of the application are docked to the dialog's sides while it shows. A fifth one, the custom form,
+/// stands in the place of the dialog's own selection control. A form is given directly or by its name: the application
+/// must own it, and its class name is "T" and the name, in any letter case. Giving the form forgets the name, and the
+/// other way round. Forms are not owned; they may be freed at any time and are forgotten then.
 class TKxCustDlgParams : public TPersistent {
     KX_CLASS()
 
@@ -76,7 +76,7 @@ class TKxCustDlgParams : public TPersistent {
     const TKxPosParams& PosParams() const { return FPosParams; }
     void SetPosParams(const TKxPosParams& value) { FPosParams.Assign(&value); }
 
-    // --- Forms by name. A dialog that does not support a side ignores the name; in a form designer it says so.
+    // --- Forms by name. A dialog that does not support a side ignores the name; in a form designer it reports that.
 
     const std::string& BottomFormName() const { return FBFName; }
     void SetBottomFormName(const std::string& value) { SetBottomPanel(value); }
@@ -124,18 +124,18 @@ class TKxCustDlgParams : public TPersistent {
 
     // --- Docking
 
-    /// Docks the forms into the dialog window and grows it by their sizes. Once per showing, as soon as the window is
-    /// there and before it is placed. @throws EIntOverflow
+    /// Docks the forms into the dialog window and grows it by their sizes. To be called once per showing, as soon as
+    /// the window is there and before it is placed. @throws EIntOverflow
     virtual void ConnectForms(HWND handle);
-    /// Hides the forms and takes them out of the dialog; they keep size and border. What a handler of one of them keeps
-    /// from being done, because it frees the dialog, is done when the parameters go.
+    /// Hides the forms and takes them out of the dialog; they keep size and border. When a form's handler frees the
+    /// dialog meanwhile, the end of the parameters does the rest.
     virtual void DisconnectForms();
     /// Hides the custom form and takes it out of the dialog, and of any parent of ours.
     void HideCustomForm();
     /// Adapts the docked forms to WM_SIZE of the dialog window. @throws EIntOverflow
     void OnResizeWindow(const TMessage& message);
-    /// Clears `showWhatsThis` for a WM_CONTEXTMENU over a control of ours that has a popup menu: the control shows it,
-    /// and the dialog must not offer its context help.
+    /// Clears `showWhatsThis` for a WM_CONTEXTMENU over a control of ours that has a popup menu: the control shows its
+    /// menu, and the dialog must not offer its context help.
     static void TrackContextMenus(bool& showWhatsThis, const TMessage& message);
 
     HWND Handle() const { return FHandle; } ///< Window of the last docking; not reset.
@@ -163,7 +163,7 @@ class TKxCustDlgParams : public TPersistent {
     bool CanBottom() const { return FCanBottom; }
     void SetCanBottom(bool value) { FCanBottom = value; }
 
-    /// Copies forms, names, placement and the left side's support alone.
+    /// Copies the forms, their names, the placement and, of the sides' support, the left one's alone.
     void Assign(const TPersistent* source) override;
 
 private:
@@ -204,14 +204,17 @@ private:
     TLifetime FLife;
 };
 
-/// Runs `work`, which deals with forms of the application, in the application's thread, where their windows live, and
-/// waits for it. A dialog may run in another thread: there a form could neither make nor destroy its windows, and the
-/// application may free it at any moment; so `work` also looks up the forms. In the application's own thread it is just
-/// called. What it throws comes out.
+/// Runs `work`, which deals with forms of the application, in the application's thread and waits for it. What it throws
+/// comes out.
+///
+/// The windows of the forms live in that thread. A dialog may run in another one: there a form could neither make nor
+/// destroy its windows, and the application might free the form at any moment. For the same reason `work` looks the
+/// forms up itself.
 void KxInFormsThread(const std::function<void()>& work);
 
-/// Places the dialog window by its parameters: by the position, then the shifts, then, if wanted, inside the screen.
-/// Without the form that the position names it is centred over the main form, without one on the screen.
+/// Places the dialog window by its parameters: by the position, then by the shifts, then, if wanted, inside the screen.
+/// When the form that the position names is missing, the window is centred over the main form; when there is no main
+/// form, on the screen.
 void KxSetPosition(HWND window, const TKxCustDlgParams& params);
 /// Centres the window on the screen.
 void KxCenterWindow(HWND window);

@@ -29,7 +29,7 @@ private:
     TAlive FAlive;
 };
 
-/// Out of any parent of ours, into the dialog, shown.
+/// Takes the form out of any parent of ours, puts it into the dialog and shows it.
 void Dock(TForm& form, HWND handle, const TKxCustDlgParams& params) {
     KxWhileAlive(
         {TAlive(form), TAlive(params)}, [&] { form.SetParent(nullptr); }, [&] { form.SetParentWindow(handle); },
@@ -170,8 +170,8 @@ void TKxCustDlgParams::OnResizeWindow(const TMessage& message) {
     FDlgRect.Right = width;
 }
 
-/// Sizes alone: the system dialog moves what is right of and below its list when it is resized.
-/// Forms that are not docked yet get their sizes when they are.
+/// Sets sizes alone: a system dialog that is resized moves by itself what is right of its list and below it. Forms that
+/// are not docked yet get their sizes when they are docked.
 void TKxCustDlgParams::ResizeForms(int32_t width, int32_t height) {
     const TDockedSizes sizes = ResizeDocked(DockedExtents(), width, height);
     const TFormsInTurn forms(*this);
@@ -229,7 +229,8 @@ void TKxCustDlgParams::TrackContextMenus(bool& showWhatsThis, const TMessage& me
     if (message.Msg != WM_CONTEXTMENU) {
         return;
     }
-    // Deliberate: without sign, so that points left of or above the primary screen, which one would expect, are missed.
+    // Deliberate: the coordinates are read without sign, so that points left of or above the primary screen are missed,
+    // where one would expect them to be found.
     KxInFormsThread([&] {
         const TWinControl* const control = FindVCLWindow({message.LParamLo(), message.LParamHi()});
         if (control && control->PopupMenu()) {

@@ -12,7 +12,8 @@ namespace {
 int32_t ScreenWidth() { return GetSystemMetrics(SM_CXSCREEN); }
 int32_t ScreenHeight() { return GetSystemMetrics(SM_CYSCREEN); }
 
-/// What is there already stays: the system asks and tells the window of each move, whether it moves it or not.
+/// A window that is there already is not moved: the system asks the window about each move and tells it afterwards,
+/// even when nothing moves.
 void MoveWindowTo(HWND window, const TPoint& corner) {
     const TRect r = KxWindowRect(window);
     if (r.Left == corner.X && r.Top == corner.Y) {
@@ -22,7 +23,7 @@ void MoveWindowTo(HWND window, const TPoint& corner) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
 
-/// `find` names the form; without one it is the main form.
+/// Centres the window over the form that `find` names; when it names none, over the main form.
 template <class F> void CenterOverForm(HWND window, F find) {
     std::optional<TRect> place;
     KxInFormsThread([&] {
@@ -56,7 +57,8 @@ void KxCenterWindow(HWND window) {
 
 void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
     const TKxPosParams& details = params.PosParams();
-    // All of it first: a handler of the messages that moving sends may free the dialog, and with it the parameters.
+    // All parameters are read first: moving sends messages, whose handlers may free the dialog and the parameters with
+    // it.
     const TPoint shift{details.ShiftX(), details.ShiftY()};
     const bool fitToScreen = details.FitToScreen();
     switch (params.Position()) {

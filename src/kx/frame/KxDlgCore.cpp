@@ -25,7 +25,7 @@ void TKxDlgCore::DockForms() {
 }
 
 void TKxDlgCore::ShowTitle() {
-    const std::string title = FTitle; // handlers of the message may free the dialog
+    const std::string title = FTitle; // handlers of the message may free the dialog with its title
     if (!title.empty()) {
         SetWindowTextA(FDlgHandle, title.c_str());
     }

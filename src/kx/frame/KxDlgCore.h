@@ -26,7 +26,8 @@ public:
     /// The dialog is complete and about to become visible.
     const TNotifyEvent& OnShow() const { return FMyOnShow; }
     void SetOnShow(TNotifyEvent value) { FMyOnShow = std::move(value); }
-    /// Each message of the dialog window: after the dialog handled it, and before, with a veto.
+    /// Each message of the dialog window: OnEventHook after the dialog has handled it, OnEventHooking before, with a
+    /// veto.
     const TWndMethod& OnEventHook() const { return FOnHookEvent; }
     void SetOnEventHook(TWndMethod value) { FOnHookEvent = std::move(value); }
     const TKxMsgQueryEvent& OnEventHooking() const { return FHooking; }
@@ -42,8 +43,8 @@ public:
 
     // --- For the parts of a dialog
 
-    /// How long the object is there to be touched. It ends with the destructor, while the component's `Lifetime` ends
-    /// when the component begins to go: the dialog closes between the two.
+    /// How long the object may be touched. It ends with the destructor. The component's `Lifetime` ends earlier, when
+    /// the component begins to go; the dialog closes between the two.
     const TLifetime& Existence() const { return FExistence; }
 
 protected:
@@ -59,9 +60,9 @@ protected:
 
     // --- Pieces of a showing
 
-    /// Runs the steps of a showing, or of its end, in their order. The application hears of what they send the window,
-    /// and may free the dialog: the rest is left out then. A step that fails is reported and costs the dialog nothing
-    /// else. Tells whether the dialog is still there.
+    /// Runs the steps of a showing, or of its end, in their order. The application hears of the messages that a step
+    /// sends and may free the dialog: then the other steps are left out. A step that fails is reported, and the others
+    /// run all the same. Tells whether the dialog is still there.
     template <class T> static bool RunSteps(T& dialog, std::initializer_list<void (T::*)()> steps) {
         const TAlive there(static_cast<TKxDlgCore&>(dialog).FExistence);
         for (const auto step : steps) {
@@ -70,7 +71,7 @@ protected:
                     (dialog.*step)();
                 }
             } catch (...) {
-                if (there) { // else what the step was making went with the dialog
+                if (there) { // else the step failed because the dialog went, which is no fault to report
                     ReportException();
                 }
             }
@@ -81,7 +82,8 @@ protected:
     void AttachDialog(HWND window); ///< @throws EOSError
     /// Gives the window its own procedure back.
     void DetachDialog();
-    /// Docks the forms and grows the dialog by them. A form whose OnShow fails costs the dialog nothing else.
+    /// Docks the forms and grows the dialog by them. When the OnShow of a form fails, that is reported and the dialog
+    /// goes on.
     void DockForms();
     /// Gives the dialog window its title, if there is one.
     void ShowTitle();

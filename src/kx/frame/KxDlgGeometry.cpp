@@ -31,7 +31,7 @@ TRect KxRectIn(HWND container, HWND window) {
 
 namespace {
 
-/// Nothing that is seen covers it but what stays in front of all.
+/// No visible window is in front of it, except for those that stay in front of all others.
 bool IsOnTop(HWND window) {
     for (HWND above = GetWindow(window, GW_HWNDPREV); above; above = GetWindow(above, GW_HWNDPREV)) {
         if (IsWindowVisible(above) && (GetWindowLongA(above, GWL_EXSTYLE) & WS_EX_TOPMOST) == 0) {
@@ -46,10 +46,11 @@ bool IsOnTop(HWND window) {
 void ResizeWindow(HWND handle, int width, int height) {
     const TRect r = KxWindowRect(handle);
     if (Width(r) == width && Height(r) == height && IsOnTop(handle)) {
-        return; // as it is to be already
+        return; // nothing would change, but the system would send its messages
     }
     // Deliberate: without SWP_NOZORDER, which one would expect, so that the window comes to the top as well.
-    // Erased is with the next painting: at once, everything in the dialog would be erased once more before it is shown.
+    // SWP_DEFERERASE leaves the erasing to the next painting; else the whole dialog would be erased once more before it
+    // is shown.
     SetWindowPos(handle, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
 
@@ -64,7 +65,7 @@ void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy) {
 
 void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
     for (HWND child : DirectChildren(window)) {
-        // The application hears of what is done to one, and may end others.
+        // The application hears of what the callback does to one child, and may destroy others.
         if (IsWindow(child) && !callback(child, data)) {
             return;
         }
@@ -76,7 +77,7 @@ TDlgFrame KxDlgFrame() { return {GetSystemMetrics(SM_CXDLGFRAME), GetSystemMetri
 BOOL CALLBACK MoveLeft(HWND window, LPARAM delta) noexcept {
     Guarded([&] {
         KxMoveChild(GHandle, window, RoomAtLeft(static_cast<int32_t>(delta), KxDlgFrame()), 0);
-        if (IsWindow(window)) { // not if it was a control of the application, and went at the move
+        if (IsWindow(window)) { // a control of the application may have gone at the move
             RedrawWindow(window, nullptr, nullptr, 0);
         }
     });

@@ -14,7 +14,7 @@ TRect KxRectIn(HWND container, HWND window); ///< Outer rectangle in client coor
 /// Sets the window's outer size and brings it to the top of the Z order.
 void ResizeWindow(HWND handle, int width, int height);
 
-/// EnumChildWindows for the direct children alone: forms docked in a dialog may bring hundreds of others.
+/// EnumChildWindows for the direct children alone: docked forms may bring hundreds of windows inside them.
 void KxEnumDirectChildren(HWND window, BOOL(KX_CALLBACK* callback)(HWND, LPARAM), LPARAM data);
 
 /// Moves a direct child of `dialog` by so many pixels; all others stay. @throws EIntOverflow

@@ -1,4 +1,4 @@
-// Where docked forms and dialogs go, without any window.
+// Computes where docked forms and dialogs go, without any window.
 
 #include "kx/frame/KxDlgLayout.h"
 
@@ -35,7 +35,7 @@ TPoint CenterOnScreen(const TRect& window, int32_t screenWidth, int32_t screenHe
 }
 
 TPoint CenterOver(const TRect& window, const TRect& reference) {
-    // Each centre is rounded for itself, which may cost a pixel against centring on the extents.
+    // Each centre is rounded by itself, so that the result may be a pixel off from centring by the extents.
     const int32_t dy =
         CheckedSub(CheckedAdd(window.Bottom, window.Top) / 2, CheckedAdd(reference.Bottom, reference.Top) / 2);
     const int32_t dx =
@@ -43,7 +43,8 @@ TPoint CenterOver(const TRect& window, const TRect& reference) {
     return {CheckedSub(window.Left, dx), CheckedSub(window.Top, dy)};
 }
 
-// Deliberate: the other extent of the frame each time, where one would expect its width beside and its height above.
+// Deliberate: each adds the other extent of the frame, where one would expect its width at the left and its height at
+// the top.
 int32_t RoomAtLeft(int32_t width, const TDlgFrame& frame) { return CheckedAdd(width, frame.Height); }
 int32_t RoomAtTop(int32_t height, const TDlgFrame& frame) { return CheckedAdd(height, frame.Width); }
 

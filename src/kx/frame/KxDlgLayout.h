@@ -27,8 +27,8 @@ struct TDlgFrame {
     int32_t Height;
 };
 
-/// By how much the controls of a dialog make room for what comes to their left, of that width, or above them, of that
-/// height.
+/// By how many pixels a dialog's controls move right for a form of that width at their left, and down for a form of
+/// that height above them.
 int32_t RoomAtLeft(int32_t width, const TDlgFrame& frame);
 int32_t RoomAtTop(int32_t height, const TDlgFrame& frame);
 
@@ -44,8 +44,8 @@ struct TDockedExtents {
 };
 
 /// Where docked forms go, in client coordinates of the dialog. The left and the right form reach from the top edge down
-/// to the bottom form, the top form spans the dialog's own client width, the bottom form the whole new width. Each form
-/// keeps the other extent of its own.
+/// to the bottom form. The top form spans the dialog's own client width, the bottom form the whole new width. The forms
+/// at the sides keep their widths, the other two their heights.
 struct TDockLayout {
     int32_t SideHeight; ///< Of the left form, at (0, 0), and of the right form.
     int32_t TopLeft;    ///< Left edge of the top form, whose top is 0.

@@ -1,4 +1,4 @@
-// The way of every message of a dialog window.
+// Leads every message of a dialog window through the events, the dialog and the system.
 
 #include "kx/frame/KxDlgPipeline.h"
 
@@ -22,7 +22,7 @@ void TKxDlgPipeline::HandleMessage(TMessage& message) {
         return;
     }
     if (verdict != mvSkip) {
-        FSubclass.CallPrevious(message); // works also when the dialog has just detached the pipeline
+        FSubclass.CallPrevious(message); // this works even when the dialog has just detached the pipeline
         if (alive) {
             FDialog.AfterSystem(message, command);
         }

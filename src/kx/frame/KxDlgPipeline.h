@@ -16,10 +16,10 @@ enum TKxMsgVerdict : uint8_t {
 /// The way of every message of a dialog window that a component has taken over: OnEventHooking, which may veto; the
 /// dialog's own cases; the system; the dialog's own cases; OnEventHook.
 ///
-/// An exception on the way to the system goes to the application and stops a command (WM_COMMAND); any other message
+/// An exception on the way to the system goes to the application and stops a command (WM_COMMAND). Any other message
 /// still reaches the system, which must see its own painting, sizing and closing. The dialog may detach the pipeline,
-/// or be freed with it, in the middle of a message: nobody gets that one any more, but for WM_DESTROY, at which the
-/// system frees what it has.
+/// or be freed with it, in the middle of a message. Then nobody else gets that message, unless it is WM_DESTROY: the
+/// system needs it to free what it has.
 class TKxDlgPipeline {
 public:
     /// The dialog component, as the pipeline sees it.
@@ -29,10 +29,10 @@ public:
         virtual void DoHookEvent(TMessage& message) = 0;                 ///< Fires OnEventHook.
         /// OnEventHooking has vetoed WM_DESTROY. The window goes all the same, and what is left in it goes with it.
         virtual void DestroyVetoed() {}
-        /// The dialog's own cases, before the system gets the message. `command` is 0; a dialog that finds a WM_COMMAND
-        /// to be one of its commands keeps there which one.
+        /// The dialog's own cases, before the system gets the message. `command` comes as 0. A dialog that recognises a
+        /// WM_COMMAND stores there which of its commands it is.
         virtual TKxMsgVerdict BeforeSystem(TMessage& message, int& command) = 0;
-        /// The dialog's own cases once the system has answered; not for messages that did not go there.
+        /// The dialog's own cases once the system has answered. Not called for messages that did not go to the system.
         virtual void AfterSystem(TMessage& message, int command) = 0;
 
     protected:

@@ -9,8 +9,9 @@
 namespace kx {
 
 /// Makes a dialog the running one of its kind, T, in this thread for the length of a scope: that of its `Execute`.
-/// Hooks and callbacks of the system, which get no object, find it there. A handler of a dialog may run another one;
-/// at the end of a scope the one before is back. A dialog that has been freed is nobody.
+/// Hooks and callbacks of the system get no object and find the dialog here. A handler of a dialog may run another one;
+/// at the end of the inner scope the outer dialog is the running one again. A dialog that has been freed counts as
+/// none.
 template <class T> class TKxRunning {
 public:
     explicit TKxRunning(T& dialog) : FBefore(std::exchange(*Current, TRef(dialog, this))) {}
@@ -24,14 +25,14 @@ public:
         }
     }
 
-    /// The dialog stays the running one behind the scope, until others run or it is freed.
+    /// The dialog stays the running one after the end of the scope, until another one runs or it is freed.
     void Stay() { FStays = true; }
 
     /// The running dialog of this thread, the innermost one; null when there is none, or when it has been freed.
     static T* Dialog() { return Current->Get(); }
 
-    /// The dialog has closed: the one before is back now, before the end of the scope. Does nothing when another dialog
-    /// runs inside this one.
+    /// The dialog has closed: the outer one is the running one from now on, before the end of the scope. Does nothing
+    /// when another dialog runs inside this one.
     static void Finish(const T& dialog) {
         if (Current->Dialog == &dialog && Current->Scope) {
             *Current = TRef(Current->Scope->FBefore);

@@ -43,8 +43,8 @@ KX_ENUM(TKxSpecShellFolder, "ftNone", "ftRecycleBin", "ftCommonDesktopDir", "ftC
         "ftPersonal", "ftFavorites", "ftPrinters", "ftPrograms", "ftRecent", "ftSendTo", "ftStartMenu", "ftStartup",
         "ftTemplates")
 
-/// The shell's identifier (CSIDL) of each special folder. That of ftNone is none of the shell's: callers test for
-/// ftNone.
+/// The shell's identifier (CSIDL) of each special folder. The shell has none for ftNone: callers test for ftNone
+/// before.
 inline constexpr std::array<int32_t, 22> constFolders = {-1976, 10, 25, 23, 22, 24, 3, 0, 16, 17, 20,
                                                          19,    18, 5,  6,  4,  2,  8, 9, 11, 7,  21};
 
@@ -92,7 +92,8 @@ unique_pidl CreatePIDLFromPath(const std::string& path,
 /// is an absolute list, or empty when there is no such folder.
 HRESULT FindSpecialFolder(HWND owner, TKxSpecShellFolder folder, unique_pidl& pidl);
 
-/// Parses a path as `folder` names it, with no window to ask the user in; `pidl` is empty unless it answers S_OK.
+/// Parses a path as `folder` names it. There is no window in which the shell could ask the user. `pidl` is empty unless
+/// the result is S_OK.
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl);
 
 /// The browser of a window that holds a shell view; null when it has none. It is lent, without a reference.

@@ -13,10 +13,10 @@ namespace kx {
 
 namespace {
 
-/// The shell's dialogs, and what they load, need OLE in their thread. Not so under Wine, whose shell view then
-/// registers for drag and drop: with apartments that come and go the system's server for calls between them now and
-/// then fails to start, and the dialog waits for it for ever. There it gets an apartment in which nothing can be
-/// dropped.
+/// The shell's dialogs, and what they load, need OLE in their thread. Wine is the exception: with OLE its shell view
+/// registers for drag and drop. Where apartments come and go, the system's server for calls between them fails to start
+/// now and then, and the dialog waits for it for ever. So under Wine the thread gets an apartment in which nothing can
+/// be dropped.
 class TDialogApartment {
 public:
     TDialogApartment()
@@ -69,7 +69,7 @@ void TKxModelessThread::SetDialog(ICommonDialog* value) {
     }
 }
 
-/// The dialog may be executed in other ways again, and forms that it did not come to dock are windows again.
+/// From now on the dialog may be executed in other ways again. Forms that it has not docked become windows again.
 void TKxModelessThread::ReleaseDialog() {
     for (TComponentRef<TForm>& form : FForms) {
         if (form && form->ParentWindow() == Application().Handle()) {
@@ -85,7 +85,7 @@ void TKxModelessThread::ReleaseDialog() {
     }
     FDialog = nullptr;
     FShowBefore = {};
-    FHold.reset(); // the last step: a dialog that is being freed goes on with that
+    FHold.reset(); // the last step: whoever frees the dialog has waited for this
 }
 
 void TKxModelessThread::Execute() {
@@ -120,7 +120,7 @@ void TKxModelessThread::TerminatedSet() {
 
 void TKxModelessThread::OnInitDialog1(TObject*) { Synchronize(EnableTaskWindows); }
 
-/// The framework and the system have disabled windows of the application, as they do for dialogs that block it.
+/// The framework and the system have disabled the application's windows, as for any dialog: this one does not block it.
 void TKxModelessThread::EnableTaskWindows() { EnumThreadWindows(GetCurrentThreadId(), DoEnableWindow, 0); }
 
 BOOL CALLBACK TKxModelessThread::DoEnableWindow(HWND window, LPARAM) noexcept {
@@ -198,7 +198,7 @@ void TKxModelessDialog::Show() {
     if (!Closed()) {
         if (const ICommonDialog* const dialog = FThread->Dialog()) {
             BringWindowToTop(dialog->GetCommonDialogHandle());
-            if (System().Wine) { // which does not raise a window of another thread in every case that Windows does
+            if (System().Wine) { // Wine does not raise a window of another thread in every case in which Windows does
                 SetForegroundWindow(dialog->GetCommonDialogHandle());
             }
         }
@@ -212,7 +212,7 @@ void TKxModelessDialog::Show() {
     FThread->Resume();
 }
 
-// Deliberate: without effect, where one would expect that it closes the dialog.
+// Deliberate: it has no effect, where one would expect it to close the dialog.
 void TKxModelessDialog::Close() {}
 
 void TKxModelessDialog::DoDialogClosed(TObject* sender) {
@@ -248,7 +248,7 @@ TComponentRefs TKxModelessDialog::CreateDockedForms(ICommonDialog& dialog, const
             form->SetParentWindow(Application().Handle());
         }
         if (form) {
-            form->HandleNeeded(); // here: a window belongs to the thread that makes it
+            form->HandleNeeded(); // a window belongs to the thread that makes it: it is to be this one
         }
         if (form && wanted()) {
             (params.*place.SetForm)(form.Get());

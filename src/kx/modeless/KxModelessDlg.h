@@ -18,20 +18,20 @@ using TKxDialogClosedEvent = TEvent<void(TObject* sender, bool dialogResult)>;
 /// References that forget their forms when those are freed.
 using TComponentRefs = std::list<TComponentRef<TForm>>;
 
-/// One showing of a dialog: its thread, with an apartment of OLE, in which the dialog executes and its events fire. It
-/// frees itself at the end.
+/// One showing of a dialog: the thread, with an apartment of OLE, in which the dialog executes and its events fire. The
+/// thread frees itself at the end.
 class TKxModelessThread : public TThread {
     KX_CLASS()
 
     TKxModelessThread();
 
     ICommonDialog* Dialog() const; ///< Null when there is none, or when it has been freed.
-    /// Before the thread runs. The dialog reports to this thread that it is shown, until the thread ends.
+    /// To be called before the thread runs. Until the thread ends, the dialog tells it when it is shown.
     void SetDialog(ICommonDialog* value);
-    TKxModelessDialog* ModelessDialog() const { return FModelessDialog; } ///< Whom it runs for; null once that is gone.
+    TKxModelessDialog* ModelessDialog() const { return FModelessDialog; } ///< It runs for this; null once that is gone.
     void SetModelessDialog(TKxModelessDialog* value) { FModelessDialog = value; }
     bool DialogResult() const { return FDialogResult; } ///< What the dialog's Execute returned.
-    void ComponentGone(const TComponent* component);    ///< It may be the dialog.
+    void ComponentGone(const TComponent* component);    ///< Forgets the dialog, if this is it.
 
     /// The dialog is shown: the application can be used again.
     void OnInitDialog1(TObject* sender);
@@ -49,8 +49,8 @@ private:
     ICommonDialog* FDialog = nullptr;
     const TComponent* FComponent = nullptr; ///< The dialog.
     TKxModelessDialog* FModelessDialog = nullptr;
-    std::unique_ptr<TDialogHold> FHold; ///< Of a dialog of the framework. The application's thread's, as all here.
-    TComponentRefs FForms;              ///< Those that were made ready.
+    std::unique_ptr<TDialogHold> FHold; ///< On a dialog of the framework. The application's thread alone touches it.
+    TComponentRefs FForms;              ///< Forms whose windows were made for the showing.
     TNotifyEvent FShowBefore;           ///< The dialog's internal notification before this showing.
     bool FDialogResult = false;
 };
@@ -88,7 +88,7 @@ class TKxModelessDialog : public TComponent {
 
     const TKxDialogClosedEvent& OnDialogClosed() const { return FOnClosed; }
     void SetOnDialogClosed(TKxDialogClosedEvent value) { FOnClosed = std::move(value); }
-    /// Meant for `Close`; kept for form files. True at first.
+    /// Was meant for `Close`, and is kept for form files. True at first.
     bool AutoClosePopups() const { return FAutoClosePopups; }
     void SetAutoClosePopups(bool value) { FAutoClosePopups = value; }
 

@@ -7,7 +7,7 @@
 namespace kx {
 
 HWND KxFindToolbar(HWND dialog, int commandId) {
-    // The system's places bar comes before it, and extensions of the shell may add more.
+    // The system's places bar comes before the navigation bar, and extensions of the shell may add further tool bars.
     HWND other = nullptr;
     HWND bar = FindWindowExA(dialog, GetWindow(nullptr, GW_HWNDNEXT), TOOLBARCLASSNAMEA, nullptr);
     while (bar && SendMessageA(bar, TB_COMMANDTOINDEX, static_cast<WPARAM>(commandId), 0) < 0) {

@@ -110,15 +110,15 @@ WINDOWPLACEMENT PlacementOf(HWND window) {
     return placement;
 }
 
-/// In the middle of a painting, what lay outside the window's former place on the screen would stay unpainted, and the
-/// system may be about to paint with the clipping of that place.
+/// The window may have been moved in the middle of a painting. What lay outside its former place would stay unpainted,
+/// and the system may be about to paint with the clipping of that place.
 void RepaintWhole(HWND dialog) {
     RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 } // namespace
 
-/// A maximised dialog, which the system may have shown as it was last time, has it when it is restored.
+/// A maximised dialog gets the size when it is restored. The system may show it maximised because it was so last time.
 void TKxFileDlgCore::SetOuterSize(int32_t width, int32_t height) {
     if (!IsZoomed(FDlgHandle)) {
         ResizeWindow(FDlgHandle, width, height);
@@ -143,7 +143,7 @@ void TKxFileDlgCore::PlaceAgain() {
 }
 
 void TKxFileDlgCore::PlaceFirst(const std::function<void()>& arrange) {
-    if (!std::exchange(FFirstTimeFlag, false)) { // now, since what follows may paint the frame
+    if (!std::exchange(FFirstTimeFlag, false)) { // cleared first: what follows may paint the frame, which comes here
         PlaceAgain();
         return;
     }
@@ -198,7 +198,7 @@ TKxMsgVerdict TKxFileDlgCore::BeforeSystem(TMessage& message, int& command) {
     switch (message.Msg) {
     case WM_DESTROY: LeaveWindow(); return mvPass;
     case WM_WINDOWPOSCHANGING: SetFirstSize(message.LParamAs<WINDOWPOS>()); return mvPass;
-    case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks back has no least size
+    case WM_GETMINMAXINFO: return FClosingWindow ? mvSkip : mvPass; // a dialog that shrinks has no least size
     case WM_CONTEXTMENU: TKxCustDlgParams::TrackContextMenus(allow, message); return allow ? mvPass : mvSkip;
     case WM_COMMAND: {
         const TKxFileDlgCommand found = Window().CommandOf(message);
@@ -244,7 +244,7 @@ void TKxFileDlgCore::AfterSystem(TMessage& message, int command) {
     }
 }
 
-/// The system names its OK button anew by what is selected and shown.
+/// The system gives its OK button another text whenever the selection, the folder or the file type changes.
 void TKxFileDlgCore::AfterNotification(UINT code) {
     if (code == CDN_SELCHANGE || code == CDN_FOLDERCHANGE || code == CDN_TYPECHANGE) {
         FCaptions.KeepOk(FDlgHandle);

@@ -105,19 +105,21 @@ protected:
 
     /// Takes over the dialog window.
     void AttachDialog();
-    /// Notes where the file list is when the forms are docked.
+    /// Notes where the file list is, once the forms are docked.
     void MeasureList();
-    /// The dialog's controls as they are wanted, with their captions.
+    /// Shows and hides the dialog's controls as wanted, and gives them their captions.
     void ShowVisibleCtrls();
     /// The dialog is complete: fires OnShow and the internal notification, whose handlers may free it.
     void FireShow();
     /// Width in pixels of what the dialog has besides the system's own controls and the docked forms.
     virtual int32_t AddedWidth() const { return 0; }
-    /// Gives the dialog window, once in a showing, its first size and its place. `arrange`, if any, then puts into
-    /// place what depends on the size. To be called when the window is about to become visible, so that nothing of its
-    /// former size is seen or painted, and in its first non-client painting, in case it has become visible without a
-    /// word. A maximised dialog stays so and gets that size when it is restored. One that was put elsewhere in between,
-    /// as systems do that remember where their dialogs were, is placed once more by the first painting.
+    /// Gives the dialog window, once in a showing, its first size and its place. Between the two, `arrange`, if any,
+    /// puts into place what depends on the size.
+    ///
+    /// To be called when the window is about to become visible, so that its former size is neither seen nor painted. To
+    /// be called again in its first non-client painting: it may have become visible without a message, and a system
+    /// that remembers where its dialogs were may have moved it meanwhile; then it is placed once more. A maximised
+    /// dialog stays maximised and gets the size when it is restored.
     void PlaceFirst(const std::function<void()>& arrange = {});
     /// The dialog window is being destroyed, or the dialog is freed and leaves it: undocks the forms, takes their room
     /// and the added width from the window, and remembers its size, as the system does.
@@ -130,9 +132,9 @@ protected:
     /// The dialog's own cases before the system gets the message; this class knows the commands and context menus.
     TKxMsgVerdict BeforeSystem(TMessage& message, int& command) override;
     void AfterSystem(TMessage& message, int command) override;
-    /// The component's `Handle` has got this notification.
+    /// To be called when the system has handled this notification, which the component's `Handle` has got.
     void AfterNotification(UINT code);
-    /// An OK command is one that OnFilenameEntering is asked about.
+    /// Whether OnFilenameEntering is asked about the OK command that has come.
     virtual bool IsFilenameEntered() const { return true; }
 
     int32_t CX = 0; ///< Remembered outer size of the dialog in pixels, without docked forms; 0: not measured yet.
@@ -151,7 +153,7 @@ private:
     bool AllowsCommand(TKxFileDlgCommand command);
 
     TOpenDialog& FDialog;
-    std::optional<TPoint> FPlacedAt; ///< Where the dialog was placed that is not painted yet.
+    std::optional<TPoint> FPlacedAt; ///< Where the dialog was placed, until its first painting.
     TStringList FSelFiles;
     unique_pidl FSelPathIDList;
     TKxCtrlQueryEvent FCreatingFolder;

@@ -21,7 +21,7 @@ std::string RequestText(HWND dialog, UINT request) {
     if (!dialog) {
         return {};
     }
-    std::string text(4 * MAX_PATH, '\0'); // enough in most cases: to answer is a matter of the shell, and takes long
+    std::string text(4 * MAX_PATH, '\0'); // enough in most cases: each answer takes the shell long
     const auto ask = [&] {
         return SendMessageA(dialog, request, text.size() - 1, reinterpret_cast<LPARAM>(text.data()));
     };
@@ -29,7 +29,7 @@ std::string RequestText(HWND dialog, UINT request) {
     if (length <= 0) {
         return {};
     }
-    // Windows counts bytes, other systems characters, of which one takes up to four bytes in UTF-8.
+    // Windows counts bytes. Other systems count characters, each of which takes up to four bytes in UTF-8.
     const size_t needed = static_cast<size_t>(length) * 4 + 2;
     if (needed > text.size()) {
         text.assign(needed, '\0');
@@ -107,7 +107,7 @@ void TKxFileDlgWindow::SetSelPath(const std::string& path) const {
     SetWindowTextA(edit, path.c_str());
     KxCloseDialog(FDialog, mrOk);
     SetWindowTextA(edit, saved.c_str());
-    if (IsWindow(focus)) { // a list of files dies with its folder
+    if (IsWindow(focus)) { // a file list dies with its folder
         SetFocus(focus);
     }
 }
@@ -117,7 +117,7 @@ void TKxFileDlgWindow::RefreshFileList() const {
     if (!edit) {
         return;
     }
-    // OK with an empty name enters a folder that is selected in the list; the selection is lost by reading anew anyway.
+    // OK with an empty name would enter a folder that is selected in the list. Reading anew ends the selection anyway.
     LVITEMA none{};
     none.stateMask = LVIS_SELECTED;
     SendMessageA(GetLVHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
@@ -127,8 +127,8 @@ void TKxFileDlgWindow::RefreshFileList() const {
     KxCloseDialog(FDialog, mrOk);
     SetWindowTextA(edit, saved.c_str());
 
-    // Windows has read the folder again at the empty name. Other systems take that for no command at all; their list,
-    // like that of Windows, does it at F5.
+    // Windows has read the folder again at the empty name. Other systems ignore that command; their list, like that of
+    // Windows, reads the folder at F5.
     if (System().Wine) {
         SendMessageA(GetLVHandle(), WM_KEYDOWN, VK_F5, 0);
     }
@@ -180,7 +180,7 @@ BOOL CALLBACK KxSrvShowToolBar(HWND window, LPARAM show) {
 
 namespace {
 
-/// To the back of the dialog, and out of sight.
+/// Puts the window to the back of the dialog and out of sight.
 void PutAway(HWND window) {
     if (IsWindowVisible(window)) {
         SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_HIDEWINDOW);
@@ -203,7 +203,7 @@ void SetEnabled(HWND window, bool enabled) {
 
 } // namespace
 
-/// The shell view and the list box whose place it takes: one is the list, the other one never shows.
+/// The shell view takes the place of a list box: the view shows the files, the list box is never seen.
 void TKxFileDlgWindow::ShowFileList(bool show, int width, int height) const {
     HWND edit = GetEdit();
     HWND placeholder = Item(KxListPlaceholderId);
@@ -217,9 +217,9 @@ void TKxFileDlgWindow::ShowFileList(bool show, int width, int height) const {
         ShowInSize(view, width, height);
         ShowInSize(list, width, height);
     } else {
-        // Hiding alone leaves it the focus, and keys like Delete would go on reaching files that nobody sees.
+        // A hidden list keeps the focus, and keys like Delete would go on reaching files that nobody sees.
         if (IsChild(view, GetFocus())) {
-            SetFocus(edit); // which may free the dialog; its windows are there until it has ended
+            SetFocus(edit); // this may free the dialog, whose windows live on until it has ended
         }
         PutAway(view);
     }
@@ -264,7 +264,7 @@ TRect TKxFileDlgWindow::SelectionRect() const {
     GetClientRect(placeholder, &client);
     POINT corner{outer.left, outer.top};
     ScreenToClient(FDialog, &corner);
-    // Deliberate: a width and a height where right and bottom edges would be expected.
+    // Deliberate: width and height stand where one would expect the right and bottom edges.
     return {corner.x, corner.y, CheckedAdd(client.right, GetSystemMetrics(SM_CXDLGFRAME)),
             CheckedAdd(client.bottom, GetSystemMetrics(SM_CYDLGFRAME))};
 }
@@ -274,14 +274,14 @@ void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
     RECT name{};
     RECT list{};
     if (!GetWindowRect(edit, &name) || !GetWindowRect(ListPlaceholder(), &list) || name.top >= list.bottom ||
-        name.bottom <= list.top) { // the dialog of the old style has the name above the list
+        name.bottom <= list.top) { // a dialog of the old style has the name above the list
         return;
     }
     constexpr int down = 70;
     const auto pushRight = [&] {
         if (TForm* const right = params.RightForm()) {
-            right->SetLeft(
-                CheckedAdd(right->Left(), 36)); // Deliberate: to the right and by 36, not down with the rest.
+            // Deliberate: it moves right by 36, where one would expect it to move down with the rest.
+            right->SetLeft(CheckedAdd(right->Left(), 36));
         }
     };
     const auto pushBottom = [&] {
@@ -326,7 +326,7 @@ TKxFileDlgCommand TKxFileDlgWindow::CommandOf(const TMessage& message) const {
 
 namespace {
 
-/// The button that comes next before or after that of `command`; 0 when there is none.
+/// Command of the button next to that of `command`, before or after it; 0 when there is none.
 WORD NeighbourOf(HWND bar, WORD command, int step) {
     LRESULT index = SendMessageA(bar, TB_COMMANDTOINDEX, command, 0);
     if (index < 0) {
@@ -345,8 +345,8 @@ WORD NeighbourOf(HWND bar, WORD command, int step) {
 
 } // namespace
 
-/// Not all systems number the buttons alike: the one before up-one-level leads back to the last folder, one between it
-/// and new-folder to the desktop.
+/// Not all systems number the buttons alike. The button before up-one-level leads back to the last folder; one between
+/// up-one-level and new-folder leads to the desktop.
 TKxFileDlgCommand TKxFileDlgWindow::CommandOfButton(WORD id) const {
     HWND bar = KxFindToolbar(FDialog);
     const auto has = [bar](WORD command) { return SendMessageA(bar, TB_COMMANDTOINDEX, command, 0) >= 0; };

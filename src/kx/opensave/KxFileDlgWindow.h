@@ -48,11 +48,11 @@ public:
 
     /// Shows or hides every standard control but the file list. Nothing is laid out again.
     void ShowControls(TKxOpenDlgControls visible) const;
-    /// Shows the file list in that size, or hides it; hidden, it has no focus.
+    /// Shows the file list in that size, or hides it and takes the focus from it.
     void ShowFileList(bool show, int width, int height) const;
     void SetTitle(std::string_view text) const; ///< At most 511 bytes of it.
 
-    /// Keeps controls that reach under a docked form, by the few pixels that they make too much room, from painting
+    /// The controls make a few pixels too much room, and so may reach under a docked form: keeps them from painting
     /// over it.
     void ClipUnderForms() const;
 
@@ -76,7 +76,7 @@ private:
 
 std::string KxWindowText(HWND window); ///< Of any length; empty for no window.
 
-/// Child enumeration callback: shows (`show` not 0) or hides the dialog's navigation tool bar, the first one found.
+/// Child enumeration callback: shows (`show` not 0) or hides the first navigation tool bar that it finds.
 BOOL KX_CALLBACK KxSrvShowToolBar(HWND window, LPARAM show);
 
 } // namespace kx

@@ -28,7 +28,7 @@ void TKxFileFilter::Forget() {
     FAnswers.clear();
 }
 
-/// The handler's answer, which may free the filter or end the pass.
+/// Asks the handler, unless it has answered before. It may free the filter or end the pass.
 bool TKxFileFilter::Includes(const std::string& fileName) {
     const auto known = FAnswers.find(fileName);
     if (known != FAnswers.end()) {
@@ -64,7 +64,7 @@ bool TKxFileFilter::ProcessViaFilter(HWND listView, const std::string& folder, T
     try {
         for (int i = 0; i < count; ++i) {
             TKxShellList::TEntry entry = list.At(i, folder);
-            const bool included = entry.Kind == TKind::Unknown || // left alone
+            const bool included = entry.Kind == TKind::Unknown || // stays in the list
                                   (entry.Kind == TKind::Folder ? FShowFolders : Includes(entry.Path));
             if (isOver()) {
                 return false;
@@ -75,11 +75,11 @@ bool TKxFileFilter::ProcessViaFilter(HWND listView, const std::string& folder, T
         }
     } catch (...) {
         if (!isOver()) {
-            list.Remove(unwanted); // what it was asked about before it failed
+            list.Remove(unwanted); // those that the handler refused before it failed
         }
         throw;
     }
-    // Where the handler let entries come or go, the others may have moved.
+    // When the handler has let entries come or go, the other entries may stand elsewhere.
     return list.Count() == count && list.Remove(unwanted);
 }
 

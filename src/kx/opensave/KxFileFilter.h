@@ -33,7 +33,8 @@ class TKxFileFilter : public TPersistent {
     explicit TKxFileFilter(TComponent* owner) : FOwner(owner) {}
 
     bool ShowFolders() const { return FShowFolders; }
-    /// Takes effect at once in a dialog that is an IKxFileListOwner; the other two with the list's next filling.
+    /// Takes effect at once in a dialog that is an IKxFileListOwner. The other two settings take effect when the list
+    /// is filled the next time.
     void SetShowFolders(bool value);
     bool Enabled() const { return FEnabled; }
     void SetEnabled(bool value) { FEnabled = value; }
@@ -44,12 +45,12 @@ class TKxFileFilter : public TPersistent {
     /// Takes out of `listView`, a list of the shell's, what is to be left out. `folder` is the path of the folder that
     /// the list shows.
     ///
-    /// False: something has kept the pass from taking out all of it, and it is to be repeated: a name is being typed
-    /// into the list, or the handler had the list change. The handler may free the filter, too.
+    /// False: the pass could not take out everything and is to be repeated, because a name is being typed into the list
+    /// or because the handler had the list change. The handler may also free the filter.
     bool ProcessViaFilter(HWND listView, const std::string& folder, TKxFilterPass pass = TKxFilterPass::All);
 
-    /// The list is not, or not for long, what it was: a pass that is under way ends, and the next one asks about every
-    /// file.
+    /// The list has been filled anew, or is about to be: a pass that is under way ends, and the next one asks about
+    /// every file.
     void Forget();
 
     TPersistent* GetOwner() const override { return FOwner; }

@@ -1,4 +1,4 @@
-// The watch over the file list of the full dialogs.
+// Watches over the file list of the full dialogs: takes over each new list, filters it and styles it.
 
 #include "kx/opensave/KxFileListWatch.h"
 
@@ -73,14 +73,15 @@ bool TKxFileListWatch::TakeWindows() {
 
 void TKxFileListWatch::LoseList() {
     FLVH = nullptr;
-    FRefilledPosted = false; // what was posted went to the list that has gone
+    FRefilledPosted = false; // the posted message has gone with its list
     FFilteredCount = -1;
     FFilter.Forget();
 }
 
 LRESULT TKxFileListWatch::EntryCount() const { return SendMessageA(FLVH, LVM_GETITEMCOUNT, 0, 0); }
 
-/// The first folder's list, where it is there before the hooks are. Windows makes its view later, and several times.
+/// Takes the list of the first folder, which may be there before the hooks are. Windows makes its view later, and
+/// several times.
 void TKxFileListWatch::TakeFirst() {
     MayBeFilled();
     PostApplyStyles();
@@ -118,7 +119,7 @@ void TKxFileListWatch::ListRefilled() {
     if (FFilter.Enabled()) {
         const TFieldScope filtering(FDialog.Existence(), FFiltering, true);
         Guarded([&] {
-            // The application hears of the question and may free the dialog.
+            // The application hears of the messages that ask for the folder, and may free the dialog.
             const std::string folder = FDialog.SelectedFolder();
             if (there) {
                 done = FFilter.ProcessViaFilter(FLVH, folder, TKxFilterPass::Added);
@@ -128,7 +129,7 @@ void TKxFileListWatch::ListRefilled() {
     if (!there || !FLVH) {
         return;
     }
-    FFilteredCount = done && FLVH == list ? EntryCount() : -1; // -1: the timer tries it again
+    FFilteredCount = done && FLVH == list ? EntryCount() : -1; // -1: the timer filters it once more
     PostApplyStyles();
     ApplyWantedStyle();
 }
@@ -183,14 +184,15 @@ TKxListViewStyle TKxFileListWatch::ViewStyle() const {
     if (!list) {
         return lvsIcon;
     }
-    // In the order of the numbers that the list uses.
+    // The order is that of the numbers that the list uses.
     constexpr TKxListViewStyle styles[] = {lvsIcon, lvsReport, lvsSmallIcon, lvsList, lvsTile};
     if (!FIsWinXP) {
         return styles[GetWindowLongPtrA(list, GWL_STYLE) & LVS_TYPEMASK];
     }
     const LRESULT view = SendMessageA(list, LVM_GETVIEW, 0, 0);
     if (view == LV_VIEW_ICON) {
-        // Deliberate: the vertical spacing against the horizontal metric, where one would expect the vertical one.
+        // Deliberate: the vertical spacing is held against the horizontal metric, where one would expect the vertical
+        // one.
         const int spacing = HIWORD(SendMessageA(list, LVM_GETITEMSPACING, FALSE, 0));
         return spacing > GetSystemMetrics(SM_CXICONSPACING) ? lvsThumbnail : lvsIcon;
     }
@@ -205,7 +207,7 @@ void TKxFileListWatch::SetViewStyle(TKxListViewStyle value) {
     }
 }
 
-/// A style that was set before there was a list to show it. The events of the style may free the dialog.
+/// Applies a style that was set before there was a list. The events of the style may free the dialog.
 void TKxFileListWatch::ApplyWantedStyle() {
     if (FWantedStyle) {
         SetViewStyle(*std::exchange(FWantedStyle, std::nullopt));
@@ -223,7 +225,7 @@ void TKxFileListWatch::NewLVProc(TMessage& message) {
         }
         return;
     case WM_PAINT:
-        // Whatever came into the list, and however it did: the user sees it when it is filtered.
+        // In whatever way entries came into the list, the user is to see it filtered.
         if (IsUnfiltered() && !Outlives(FDialog.Existence(), [this] { ListRefilled(); })) {
             return;
         }
@@ -231,7 +233,7 @@ void TKxFileListWatch::NewLVProc(TMessage& message) {
     case WM_DESTROY:
         FListMessages.Uninstall();
         LoseList();
-        PostApplyStyles(); // finds the next one
+        PostApplyStyles(); // the timer finds the next list
         break;
     case WM_STYLECHANGING:
         if (!FIsWinXP && static_cast<int>(message.WParam) == GWL_STYLE) {
@@ -241,7 +243,7 @@ void TKxFileListWatch::NewLVProc(TMessage& message) {
         break;
     case WM_SETREDRAW:
         if (Outlives(FDialog.Existence(), [&] { FListMessages.CallPrevious(message); }) && message.WParam) {
-            PostListRefilled(); // lists let themselves be drawn again when they are complete
+            PostListRefilled(); // the shell lets a list be drawn again when it is complete
         }
         return;
     case LVM_INSERTITEMA:
@@ -263,7 +265,7 @@ void TKxFileListWatch::NewLVProc(TMessage& message) {
     FListMessages.CallPrevious(message);
 }
 
-/// Older shells change the style of their list and tell nobody else.
+/// Older shells change the view by the style of their list, and this message alone tells of it.
 void TKxFileListWatch::ListStyleChanging(TMessage& message) {
     constexpr TViewStyle styles[] = {vsIcon, vsReport, vsSmallIcon, vsList};
     auto& change = message.LParamAs<STYLESTRUCT>();
@@ -319,7 +321,8 @@ void TKxFileListWatch::NewDVProc(TMessage& message) {
     FViewMessages.CallPrevious(message);
 }
 
-/// Newer shells change the view by a command of theirs, whoever asks for it. True: the command has been dealt with.
+/// Newer shells change the view by a command of their own, whoever asks for the change. True: the command has been
+/// dealt with.
 bool TKxFileListWatch::ViewStyleCommand(TMessage& message) {
     if (message.WParam < KxViewCommand(lvsIcon) || message.WParam > KxViewCommand(lvsTile)) {
         PostApplyStyles();
@@ -335,7 +338,8 @@ bool TKxFileListWatch::ViewStyleCommand(TMessage& message) {
     return true;
 }
 
-/// Without renaming the list has no style for it, but the shell makes lists that have it and can be quicker to begin.
+/// When renaming is off, the list loses the style for it. But the shell makes lists that have the style, and may begin
+/// to rename before it is taken away.
 bool TKxFileListWatch::RefusesRenaming(const TMessage& message) const {
     const auto& header = message.LParamAs<NMHDR>();
     const bool begins = header.code == LVN_BEGINLABELEDITA || header.code == LVN_BEGINLABELEDITW;
@@ -350,8 +354,8 @@ bool TKxFileListWatch::IsMenuAllowed() const {
     return SelectedCount() > 0 ? Styles().PopupOnSelection() : Styles().PopupOnEmpty();
 }
 
-/// The menu of files ends with delete, rename, a separator and properties. Of the numbers of a command the first two
-/// are those of two generations of the shell on Windows, the third that of other systems.
+/// The menu of files ends with delete, rename, a separator and properties. Each command has three numbers: those of two
+/// generations of the shell on Windows, and that of other systems.
 void TKxFileListWatch::DisableMenuItems(HMENU menu) const {
     const int count = GetMenuItemCount(menu);
     const auto disable = [=](int position, std::initializer_list<UINT> commands) {

@@ -13,7 +13,7 @@ public:
     /// The user is about to show the files in another style.
     virtual void ViewStyleChanging(TViewStyle style, bool& allow) = 0;
     virtual void ViewStyleChanged(TViewStyle style) = 0;
-    /// The shell has had its time: the dialog looks whether the list, or what is in its place, shows as wanted.
+    /// The shell has had time to finish: the dialog looks whether the list, or what is in its place, shows as wanted.
     virtual void ListLookedAfter() = 0;
 
 protected:
@@ -21,7 +21,7 @@ protected:
 };
 
 /// Watches over the file list of a running dialog. The shell makes its view and its list anew with every change of
-/// folder and fills the list when it has the time; the watch takes each new one over, filters what comes into it and
+/// folder, and fills the list when it has the time. The watch takes each new list over, filters what comes into it and
 /// gives it its styles.
 class TKxFileListWatch {
 public:
@@ -46,12 +46,13 @@ public:
     HWND View() const { return FDVH; } ///< The shell view that is taken over; null while there is none.
 
     void TakeFirst();
-    /// For all that may mean a new list or new entries. No system tells of each of them, and of some more than once:
-    /// the shell's question for the selection, a view that is made inside the dialog, another folder, the timer.
+    /// To be called for everything that may mean a new list or new entries: the shell's question for the selection, a
+    /// view that is made inside the dialog, another folder, the timer. Each system leaves some of these out and repeats
+    /// others.
     void MayBeFilled();
-    /// The shell reads the folder again, and the application may have come to other answers.
+    /// The shell reads the folder again. The filter asks anew: the application may give other answers by now.
     void FillingBegins();
-    /// Filters the list now when it is to be filtered. May free the dialog.
+    /// Filters the list now if its filtering is pending. May free the dialog.
     void FilterNow();
 
     void Stop() { FTimer.SetEnabled(false); }

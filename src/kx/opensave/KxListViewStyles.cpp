@@ -34,7 +34,7 @@ DWORD TKxListViewStyles::ApplyToExStyle(DWORD exStyle) const {
     add(FRowSelect, LVS_EX_FULLROWSELECT);
     add(FHotTrack, LVS_EX_TRACKSELECT);
     add(FGridLines, LVS_EX_GRIDLINES);
-    // The hand stands for one click and wins; underlines alone leave it at two.
+    // The hand means activation by one click and wins; underlines alone mean two clicks.
     if (FHotTrackStyles.Contains(htHandPoint)) {
         exStyle |= LVS_EX_ONECLICKACTIVATE;
     } else {

@@ -25,8 +25,8 @@ constexpr TViewStyle KxClassicStyle(TKxListViewStyle style) {
 }
 
 // Private messages of the full dialogs to their file list.
-inline constexpr UINT KxRefreshStylesMessage = 3000; ///< It applies its forced styles.
-inline constexpr UINT KxListRefilledMessage = 3001;  ///< The shell has put entries into it, which are to be filtered.
+inline constexpr UINT KxRefreshStylesMessage = 3000; ///< The list is to get its forced styles.
+inline constexpr UINT KxListRefilledMessage = 3001;  ///< The list has new entries, which are to be filtered.
 
 /// Styles that a dialog forces on its file list.
 class TKxListViewStyles : public TPersistent {

@@ -24,7 +24,7 @@ void KxCommonGetNamesList(const std::string& names, TStrings& list) {
 
 std::string KxNamesListText(const TStrings& list) {
     if (list.Count() <= 1) {
-        // Deliberate: one name is rendered as any list renders it, line break included, and not as the bare name.
+        // Deliberate: one name comes with the line break that any list has, where one would expect the bare name.
         return list.Text();
     }
     std::string text;

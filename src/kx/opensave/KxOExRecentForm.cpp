@@ -33,7 +33,7 @@ void TKxOpenExRecentFrm::ShowFiles(const TStrings& files) {
         TListItem& item = items.Add();
         item.SetCaption(ExtractFileName(name));
         item.SubItems().Add(ExtractFilePath(name));
-        item.SubItems().Add(name); // behind the columns: not shown
+        item.SubItems().Add(name); // there is no column for it: it is not shown
     }
     items.EndUpdate();
 }

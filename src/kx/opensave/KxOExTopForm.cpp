@@ -22,7 +22,7 @@ void TKxOpenExTopFrm::TabControl1Change(TObject*) {
     }
     const TAlive alive(*this);
     FDlg->ShowRecentFiles(TabControl1->TabIndex() != 0);
-    if (alive) { // what the application hears of the dialog's messages may have freed it, and with it the form
+    if (alive) { // a handler of the dialog's messages may have freed the dialog, and with it this form
         FDlg->DoTabChange(*TabControl1);
     }
 }

@@ -8,7 +8,7 @@ namespace kx {
 /// The dialog above which the tabs are, as far as the tabs need it.
 class IKxTabsHost {
 public:
-    /// Shows the recent files in the place of the shown folder's, or these again.
+    /// Shows the recent files in the place of the shown folder's files, or the folder's files again.
     virtual void ShowRecentFiles(bool recent) = 0;
     virtual void DoTabChanging(TTabControl& tabs, bool& allowChange) = 0;
     virtual void DoTabChange(TTabControl& tabs) = 0;

@@ -41,7 +41,7 @@ void TKxOkButton::Create(bool visible) {
     const std::string& caption = FDialog.DlgItemsCaptions().OK();
     button->SetCaption(caption.empty() ? KxWindowText(systemButton) : caption);
     button->SetOnClick([&core = FDialog](TObject*) { core.CloseDialog(mrOk); });
-    // The dialog is told of the window, and the application with it, which may free the dialog and this form.
+    // The dialog is told of the new window. The application hears of that too, and may free the dialog and this form.
     KxWhileAlive(
         *form, [&] { form->SetBoundsRect(r); }, [&] { form->SetVisible(true); },
         [&] {

@@ -16,9 +16,9 @@ public:
     TPopupMenu* Menu() const { return FPopupMenu.Get(); }
     void SetMenu(TPopupMenu* value) { FPopupMenu.Set(value); }
 
-    /// Makes the button if there is to be one, and is not yet, and shows or hides it as the dialog's controls are.
+    /// Makes the button if one is wanted and missing, and shows or hides it by the dialog's visible controls.
     void Show();
-    /// Puts the button where the system has put its own, which alone it moves when the dialog is laid out.
+    /// Puts the button where the system's own one is: the system moves that one alone when it lays out the dialog.
     void Align();
     void Free();
 

@@ -1,4 +1,4 @@
-// The full open dialog.
+// The full open dialog: its run, the order of its steps, and the system's answers.
 
 #include "kx/opensave/KxOpenDlg.h"
 
@@ -50,7 +50,7 @@ TKxCustomOpenDialog::TKxCustomOpenDialog(TComponent* owner)
 
 TKxCustomOpenDialog::~TKxCustomOpenDialog() {
     CloseShown();
-    // When a handler freed the dialog while it closed:
+    // DoClose has left these out when one of its handlers freed the dialog.
     using T = TKxCustomOpenDialog;
     RunSteps<T>(*this, {&T::FreePlacesBar, &T::FreeOkButton, &T::ReturnToolBar});
 }
@@ -61,7 +61,7 @@ TKxCustomOpenDialog* TKxCustomOpenDialog::CreationControl() { return TRunning::D
 
 bool TKxCustomOpenDialog::ExecuteWith(TWrapper* wrapper) {
     return DoExecute([this, wrapper](OPENFILENAMEA& record) {
-        const TRunning running = PrepareExecution(); // each time that the system has to show it
+        const TRunning running = PrepareExecution(); // the system may have to show the dialog more than once
         return wrapper(record);
     });
 }
@@ -127,8 +127,8 @@ void TKxCustomOpenDialog::MeasureDialog() {
 void TKxCustomOpenDialog::DoClose() {
     FList.Stop();
     using T = TKxCustomOpenDialog;
-    // The places first: what comes behind tells the application. The bar is still there when the application has kept
-    // WM_DESTROY from the dialog.
+    // The places are saved first: the other steps tell the application, which may free the dialog. There is a bar to
+    // free when the application has kept WM_DESTROY from the dialog.
     RunSteps<T>(*this, {&T::SavePlaces, &T::LeaveAtLast, &T::FreePlacesBar, &T::FreeOkButton, &T::ReturnToolBar,
                         &T::DetachDialog, &T::StopWatching, &T::FireInheritedClose, &T::ForgetList});
 }
@@ -150,8 +150,8 @@ void TKxCustomOpenDialog::ForgetList() {
 void TKxCustomOpenDialog::InstallHooks() {
     const DWORD thread = GetCurrentThreadId();
     FGlobals.g_KeybHook.reset(SetWindowsHookExA(WH_KEYBOARD, NewKeybHook, HInstance(), thread));
-    // Wine's shell does not ask for the selection when it has filled its list: nothing would come of watching, and a
-    // watched message takes it a hundred times as long.
+    // Wine's shell does not ask for the selection when it has filled its list, so that watching would be of no use. And
+    // a watched message takes Wine a hundred times as long.
     FGlobals.g_WndHook.reset(System().Wine ? nullptr
                                            : SetWindowsHookExA(WH_CALLWNDPROCRET, NewWndHook, HInstance(), thread));
 }
@@ -171,7 +171,7 @@ LRESULT CALLBACK TKxCustomOpenDialog::NewWndHook(int code, WPARAM wParam, LPARAM
     if (TKxCustomOpenDialog* const dialog = CreationControl()) {
         Guarded([=] { dialog->FList.MessageHandled(*reinterpret_cast<const CWPRETSTRUCT*>(lParam)); });
     }
-    return 0; // Deliberate: the next hook is not called, as one would expect.
+    return 0; // Deliberate: the next hook is not called, where one would expect it to be.
 }
 
 // --- Answers of the system
@@ -184,7 +184,7 @@ void TKxCustomOpenDialog::DoFolderChange() {
     }
 }
 
-/// The shell shows a new list, whatever stands in the place of the one before.
+/// The shell shows the list of the new folder, even where the custom form stood in place of the old one.
 void TKxCustomOpenDialog::ShowSelectionAgain() {
     if (FPlaced) {
         RefreshSelCtrl();
@@ -220,7 +220,7 @@ bool TKxCustomOpenDialog::FRealHook(TMessage& message) {
     FShareAsked = true;
     int32_t result = -1;
     if (!Outlives(Existence(), [&] { DoShareViolation(result, fileName ? fileName : ""); }) && result == -1) {
-        result = OFN_SHARENOWARN; // no word of the system's about a file that nobody will open
+        result = OFN_SHARENOWARN; // the dialog has been freed: the system need not speak of a file that nobody opens
     }
     message.Result = result;
     return result != -1;
@@ -231,7 +231,7 @@ void TKxCustomOpenDialog::ForgetShareViolation() {
     FShareAnswer.reset();
 }
 
-/// Windows asks twice about a file for which it has reported a share violation: once is enough for the application.
+/// Windows asks twice about a file for which it has reported a share violation. The application is asked once.
 bool TKxCustomOpenDialog::DoCanClose() {
     if (const std::optional<bool> answer = std::exchange(FShareAnswer, std::nullopt)) {
         return *answer;
@@ -239,7 +239,7 @@ bool TKxCustomOpenDialog::DoCanClose() {
     if (!std::exchange(FShareAsked, false)) {
         return AllowsSharedFiles() && TOpenDialog::DoCanClose();
     }
-    FShareAnswer = false; // if the handler fails
+    FShareAnswer = false; // stays the answer if the handler fails
     bool allowed = false;
     if (Outlives(Existence(), [&] { allowed = TOpenDialog::DoCanClose(); })) {
         FShareAnswer = allowed;
@@ -315,7 +315,7 @@ void TKxCustomOpenDialog::RefreshSelCtrl() {
 }
 
 void TKxCustomOpenDialog::ShowStdSelectionCtrls(bool show) {
-    const TRect& r = CustDlgParams().CustRect(); // a width and a height
+    const TRect& r = CustDlgParams().CustRect(); // its Right and Bottom are a width and a height
     Window().ShowFileList(show, r.Right, r.Bottom);
 }
 
@@ -431,7 +431,7 @@ void TKxCustomOpenDialog::WMSize(TMessage& message) {
     };
     const auto repaintForm = [&] {
         if (ShowsFileList()) {
-            return; // the custom form is not seen, and the application's thread is not waited for
+            return; // nobody sees the custom form: the application's thread need not be waited for
         }
         KxInFormsThread([&] {
             if (TForm* const custom = params.CustomForm()) {
@@ -443,7 +443,7 @@ void TKxCustomOpenDialog::WMSize(TMessage& message) {
         Existence(), growForm, [&] { params.OnResizeWindow(message); }, repaintForm);
 }
 
-/// By as much as the dialog's client area grows to this size.
+/// Grows the custom form by as much as the dialog's client area grows to this size.
 void TKxCustomOpenDialog::GrowCustomForm(int32_t width, int32_t height) {
     if (TForm* const custom = CustDlgParams().CustomForm()) {
         const TRect& before = CustDlgParams().ClientRect();

@@ -29,7 +29,7 @@ class TKxCustomOpenDialog : public TOpenDialog,
 
     bool Execute() override;
 
-    // Those of the library's file dialogs take the place of the inherited ones.
+    // These members of the library's file dialogs take the place of the inherited ones.
     using TKxFileDlgCore::OnShow;
     using TKxFileDlgCore::SetOnShow;
     using TKxFileDlgCore::SetTitle;
@@ -38,8 +38,8 @@ class TKxCustomOpenDialog : public TOpenDialog,
     // --- Parts
 
     TKxListViewStyles& ListViewStyles() { return FList.Styles(); }
-    /// Deliberate: takes the given object itself, not a copy of it. Not owned: null, and the end of the object, give
-    /// the dialog's own one back.
+    /// Deliberate: takes the given object itself, where one would expect a copy. It is not owned. Null, or the end of
+    /// the object, brings the dialog's own styles back.
     void SetLVOptions(TKxListViewStyles* value) { FList.SetStyles(value); }
     TKxPlacesBarOptions& PlacesBar() { return FPlaces.Options(); }
     TKxFileFilter& ExtFilter() { return FExtFilter; }
@@ -65,7 +65,7 @@ class TKxCustomOpenDialog : public TOpenDialog,
     HWND GetLVHandle() const { return Window().GetLVHandle(); } ///< The list inside it.
     /// The view style that the shell shows its files in; lvsIcon while the dialog is not shown.
     TKxListViewStyle FileListViewStyle() const { return GetKxLVStyle(); }
-    /// Has the shell change it, as its View menu does; as soon as it has made the list, when it has not yet.
+    /// Has the shell change it, as its View menu does. A shell that has not made the list yet changes it then.
     void SetFileListViewStyle(TKxListViewStyle value) { SetKxLVStyle(value); }
     TKxListViewStyle GetKxLVStyle() const { return FList.ViewStyle(); }
     void SetKxLVStyle(TKxListViewStyle value) { FList.SetViewStyle(value); }
@@ -209,7 +209,7 @@ private:
     TKxViewStyleEvent FOnStyleChange;
     TKxShareViolationEvent FOnShareEvent;
     bool FShareAsked = false;         ///< The system has reported a share violation since OK was pressed.
-    std::optional<bool> FShareAnswer; ///< To its question whether such a file may be taken.
+    std::optional<bool> FShareAnswer; ///< What the application has said about that file, for the second question.
 };
 
 /// The published open dialog.

@@ -25,7 +25,7 @@ const TClass& TKxOpenDlgCaptions::StaticClass() {
 }
 
 void TKxOpenDlgCaptions::SetCaptions(HWND dialog) const {
-    // All of them first: the application hears of each message, and may free the dialog with its captions.
+    // All captions are read first: the application hears of each message, and may free the dialog with its captions.
     const std::pair<int, std::string> texts[] = {{IDOK, OK()},
                                                  {IDCANCEL, Cancel()},
                                                  {KxHelpButtonId, Help()},

@@ -13,7 +13,7 @@ namespace {
 
 const char* const RecentSection = "RecentFiles";
 
-/// What there is only to look for files in folders.
+/// The controls that serve to find files in folders alone.
 constexpr TKxOpenDlgControls FolderControls{dcFolderCombo, dcFolderLabel, dcFileType, dcFileTypeLabel, dcToolBar};
 
 /// A value that is no text reads like a missing one.
@@ -25,7 +25,7 @@ std::string ReadFileName(const TRegIniFile& ini, int index) {
     }
 }
 
-/// TStrings itself compares without case.
+/// Whether the list has the text in that letter case: TStrings itself compares without case.
 bool ContainsExactly(const TStrings& list, const std::string& text) {
     int i = 0;
     while (i < list.Count() && list[i] != text) {
@@ -67,12 +67,12 @@ TKxOpenDialogEx::TKxOpenDialogEx(TComponent* owner)
 }
 
 TKxOpenDialogEx::~TKxOpenDialogEx() {
-    CloseShown(); // before the forms go that are in its window
+    CloseShown(); // before the forms go, which are in the dialog window
 }
 
 void TKxOpenDialogEx::Loaded() {
     TKxOpenDialog::Loaded();
-    TrimAndRefresh(); // a form file fills the list itself
+    TrimAndRefresh(); // a form file fills the list directly
 }
 
 // --- Running
@@ -120,7 +120,7 @@ void TKxOpenDialogEx::SetRecentRegKey(const std::string& value) {
 
 void TKxOpenDialogEx::AddToRecent(const std::string&) {
     const std::string& name = FileName();
-    // No name at all would end the list when it is read from the registry.
+    // An empty name would end the list when it is read from the registry.
     if (!name.empty() && !ContainsExactly(FFileList, name)) {
         FFileList.Insert(0, name);
     }

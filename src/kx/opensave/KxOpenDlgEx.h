@@ -30,14 +30,14 @@ class TKxOpenDialogEx : public TKxOpenDialog, private IKxTabsHost {
     const std::string& RecentRegKey() const { return FRegKey; }
     void SetRecentRegKey(const std::string& value);
 
-    /// Puts the dialog's FileName in front, unless the list has it already. Deliberate: `fileName` is not used, as one
-    /// would expect it to be, and a file that is in the list stays in its place.
+    /// Puts the dialog's FileName in front. Deliberate: `fileName` is not used, where one would expect it to be added,
+    /// and a file that is in the list stays in its place, where one would expect it to move to the front.
     void AddToRecent(const std::string& fileName);
     /// A key that is not there, or cannot be read, empties the list. The values in section "RecentFiles" are named by
     /// the file's index; the first one that is missing, empty or no text ends the list.
     void LoadFromRegistry();
-    /// Writes the files to the key and makes it if it is missing. Deliberate: deletes nothing, as one would expect it
-    /// to, so that files of a longer list before are found behind this one's.
+    /// Writes the files to the key and makes it if it is missing. Deliberate: it deletes nothing, where one would
+    /// expect it to, so that the files of a longer list that was stored before follow those of this one.
     /// @throws ERegistryException when a value cannot be written. A key that cannot be opened is passed over.
     void SaveToRegistry();
     /// Brings the shown list in line with the files.

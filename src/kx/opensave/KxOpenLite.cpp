@@ -1,4 +1,4 @@
-// The lite open and save dialogs.
+// The lite open and save dialogs: their run and their steps.
 
 #include "kx/opensave/KxOpenLite.h"
 

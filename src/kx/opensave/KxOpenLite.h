@@ -20,14 +20,14 @@ class TKxCustomOpenLiteDialog : public TOpenDialog, public TKxFileDlgCore {
     /// option stay as they were set.
     TKxPlacesBarLiteOptions& PlacesBar() { return FPBarOptions; }
 
-    // Those of the library's file dialogs take the place of the inherited ones.
+    // These members of the library's file dialogs take the place of the inherited ones.
     using TKxFileDlgCore::OnShow;
     using TKxFileDlgCore::SetOnShow;
     using TKxFileDlgCore::SetTitle;
     using TKxFileDlgCore::Title;
 
-    /// The lite dialog of this thread that was the last to start and has not put back its predecessor; null when there
-    /// is none.
+    /// The lite dialog of this thread that counts as running: the last one that was started, until it brings its
+    /// predecessor back. Null when there is none.
     static TKxCustomOpenLiteDialog* Running();
 
 protected:

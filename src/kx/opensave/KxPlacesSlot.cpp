@@ -16,14 +16,14 @@ namespace {
 
 constexpr int BarRoom = 90; ///< Pixels by which the dialog is widened for the places bar.
 
-/// The place cannot be the folder: its path begins in another place. Asking the shell about a path on a share that does
-/// not answer takes long.
+/// The place cannot be the folder, since their paths lie on different drives or shares. To ask the shell about a share
+/// that does not answer takes long.
 bool LiesElsewhere(const TKxPlace& place, const std::string& folder) {
     if (place.PlaceSpecPath() != ftNone) {
         return false;
     }
     const std::string path = place.FolderPath();
-    if (path.starts_with("::")) { // an object of the shell by its identifier, which is on no drive
+    if (path.starts_with("::")) { // an object of the shell, given by its identifier, is on no drive
         return false;
     }
     return path.empty() || !SameText(ExtractFileDrive(path), ExtractFileDrive(folder));
@@ -96,13 +96,13 @@ void TKxPlacesSlot::Create() {
     form->SetBorderStyle(bsNone);
     form->Panel1->SetBorderStyle(FPlaceOptions.BorderStyle());
     form->SetDialog(&FHost);
-    // The dialog is told of the window, and the application with it, as of a failure: each may free the dialog.
+    // The application hears of the new window, as the dialog does, and of failures. Its handlers may free the dialog.
     const bool there = KxWhileAlive(
         FDialog.Existence(), [this] { Load(); },
         [=, this] {
             form->SetAcceptFiles(FPlaceOptions.AllowDrop());
-            // Windows makes a scroller that scrolls while something is dragged a target of drops, in front of the form
-            // that it covers, and the form would never hear of them.
+            // A scroller that scrolls while something is dragged is a target of drops on Windows. It covers the form,
+            // which would never hear of a drop.
             form->ps1->SetDragScroll(!FPlaceOptions.AllowDrop());
             FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
             form->SetBounds(4, 33, FPBWidth, form->Height());
@@ -119,7 +119,7 @@ void TKxPlacesSlot::Create() {
     FPlaceOptions.Places().UpdatePlacesOn(*form->ToolBar1);
 }
 
-/// The places that could be read are shown.
+/// Reads the stored places. When that fails, those that were read before are shown.
 void TKxPlacesSlot::Load() {
     if (!FPlaceOptions.RegistryKey().empty()) {
         Guarded([this] { FPlaceOptions.LoadFromRegistry(); });
@@ -132,8 +132,8 @@ void TKxPlacesSlot::Save() {
     }
 }
 
-/// The dialog's width does not count the frame metric by which its controls make room for the places, and counts the
-/// bar's width in place of the room made for it. What is at the right edge would be cut off.
+/// The controls move by the room for the bar and the frame metric, but the dialog grows by the width of the bar alone:
+/// what is at its right edge would be cut off.
 void TKxPlacesSlot::KeepInside(HWND toolBar) {
     if (!FPlaceForm) {
         return;
@@ -190,7 +190,8 @@ void TKxPlacesSlot::ShowFolder() {
             return false;
         }
         const unique_pidl pidl = place.GetPlacePidl(*FShellFolder.get());
-        // Lists of different depth are different; to say so, the shell may look at all drives.
+        // Lists of different depth are different. The shell is not asked, which may look at all drives in order to say
+        // so.
         return pidl && DepthOf(pidl.get()) == depth &&
                HRESULT_CODE(FShellFolder.get()->CompareIDs(0, folder.get(), pidl.get())) == 0;
     };

@@ -21,11 +21,11 @@ public:
     /// Moves everything in the dialog aside, and its label and combo box of folders together.
     void MakeRoom();
     void Create();
-    /// Brings what making room has pushed over the dialog's right edge inside: the docked form and the dialog's own
-    /// tool bar, `toolBar`.
+    /// Brings back inside what making room has pushed over the dialog's right edge: the docked form and the dialog's
+    /// own tool bar, `toolBar`.
     void KeepInside(HWND toolBar);
     void Fit(); ///< Lets the bar end where the file type's combo box does.
-    /// Has the button of the place that the dialog shows down, and no other.
+    /// Presses the button of the place that the dialog shows, and no other.
     void ShowFolder();
     void Save(); ///< Writes the places to the registry when the bar has shown them.
     void Free();

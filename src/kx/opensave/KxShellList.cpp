@@ -24,11 +24,11 @@ unique_com<IShellView> ViewOf(HWND listView) {
     return shellView;
 }
 
-/// File name of an entry, its last identifier alone given; empty when it has no path.
+/// File name of an entry, of which only the last identifier is given; empty when the entry has no path.
 std::string FileNameOf(const ITEMIDLIST* child) {
     wchar_t path[MAX_PATH] = L"";
-    // The identifier list is relative to its folder. Taken as a full one, as here, it yields a path in some other
-    // folder; its last part is the entry's name all the same.
+    // The identifier list is relative to its folder. Taken as an absolute one, it yields a path in some other folder,
+    // whose last part is the entry's name all the same.
     if (!child || !SHGetPathFromIDListW(child, path)) {
         return {};
     }
@@ -79,14 +79,14 @@ TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) cons
     return entry;
 }
 
-/// Finds out what the entry is from the shell, which knows it without a look at a disk that may be far away.
+/// Asks the shell what the entry is. The shell knows it without a look at the disk, which may be far away.
 bool TKxShellList::AskShell(TEntry& entry, const ITEMIDLIST* child) const {
     SFGAOF traits = SFGAO_FOLDER | SFGAO_STREAM | SFGAO_FILESYSTEM;
     if (!FFolder || !child || FAILED(FFolder.get()->GetAttributesOf(1, &child, &traits))) {
         return false;
     }
-    // Archives that can be opened like folders are streams as well: to the user, and on the disk, they are files. What
-    // lies outside the file system has no path, and counts as a folder.
+    // An archive that can be opened like a folder is a stream as well: to the user, and on the disk, it is a file. What
+    // lies outside the file system has no path and counts as a folder.
     if (!(traits & SFGAO_FILESYSTEM) || (traits & (SFGAO_FOLDER | SFGAO_STREAM)) == SFGAO_FOLDER) {
         entry.Kind = TEntry::TKind::Folder;
         return true;
@@ -110,7 +110,7 @@ bool TKxShellList::RemoveEntry(const TEntry& entry) const {
         if (FRemover && entry.Child) {
             FRemover.get()->RemoveObject(entry.Child.get(), &index);
         }
-        return true; // a shell that does not do it will not do it the next time either
+        return true; // a shell that has not removed them will not do so in a further pass either
     }
     return ItemParam(entry.Index) == entry.Param &&
            SendMessageA(FListView, LVM_DELETEITEM, static_cast<WPARAM>(entry.Index), 0);
@@ -125,7 +125,7 @@ bool TKxShellList::Remove(const std::vector<TEntry>& entries) const {
     }
     SendMessageA(FListView, WM_SETREDRAW, FALSE, 0);
     bool all = true;
-    for (size_t i = entries.size(); all && i-- > 0;) { // the last one first: each deletion moves all items behind it
+    for (size_t i = entries.size(); all && i-- > 0;) { // backwards: each deletion moves all items behind it
         all = RemoveEntry(entries[i]);
     }
     SendMessageA(FListView, WM_SETREDRAW, TRUE, 0);

@@ -16,8 +16,8 @@ inline constexpr GUID KxShellFolderViewId{0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x6
 ///
 /// Such lists come in two kinds. The classic one keeps the identifier list of each entry in the item's parameter, and
 /// is told by message to delete an item. The virtual one, which Windows has had since Vista, keeps nothing: its shell
-/// view owns the entries, is asked for them and told to remove them. By message such a list would give away a line at
-/// its end and go on showing the entry.
+/// view owns the entries, is asked for them and told to remove them. If such a list were told by message to delete an
+/// item, it would lose the line at its end and go on showing the entry.
 ///
 /// Whatever cannot be found out or done leaves the list as it is.
 class TKxShellList {
@@ -35,8 +35,8 @@ public:
     explicit TKxShellList(HWND listView);
 
     int Count() const;
-    /// A name is being typed into the list. The shell renames what stands at the place of the edit then: no entry may
-    /// come or go.
+    /// A name is being typed into the list. At the end the shell renames the entry that stands at the place of the
+    /// edit: no entry may come or go meanwhile.
     bool IsEdited() const;
     /// `folder` is the path of the folder that the list shows.
     TEntry At(int index, const std::string& folder) const;

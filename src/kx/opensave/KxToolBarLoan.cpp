@@ -10,7 +10,7 @@ namespace kx {
 
 namespace {
 
-/// The bar tells the application of each step.
+/// Puts the bar back where it was, as it was. The application hears of each step.
 void GiveBack(TToolBar* bar, const TComponentRef<TWinControl>& home, bool visible, const TRect& rect) {
     KxWhileAlive(
         *bar, [=] { bar->SetVisible(visible); }, [=] { bar->SetParentWindow(nullptr); },
@@ -33,7 +33,7 @@ void TKxToolBarLoan::Borrow() {
         return;
     }
     FBorrowedBar.Set(bar);
-    TComponentRef<TWinControl> home; // known here too: the dialog may go on the way
+    TComponentRef<TWinControl> home; // kept here as well: the dialog and its fields may go meanwhile
     home.Set(bar->Parent());
     const bool visible = bar->Visible();
     const TRect before = bar->BoundsRect();
@@ -47,15 +47,15 @@ void TKxToolBarLoan::Borrow() {
     KxWhileAlive(
         {barAlive, there}, [=] { bar->SetParent(nullptr); }, [=] { bar->SetParentWindow(dialog); },
         [=] { bar->SetTop(CheckedSub(CheckedSub(CheckedAdd(r.Top, Height(r) / 2), bar->Height() / 2), 1)); },
-        [=] { bar->SetLeft(r.Left); }, // until the first painting puts it at the other edge
+        [=] { bar->SetLeft(r.Left); }, // the first painting puts it at the bar's right edge
         [=] { bar->Show(); });
-    if (barAlive && !there) { // the step in whose midst the dialog gave it back has taken it away again
+    if (barAlive && !there) { // the dialog gave the bar back in the middle of a step, whose rest took it away again
         GiveBack(bar, home, visible, before);
     }
 }
 
 void TKxToolBarLoan::Place() {
-    if (!FBorrowedBar.IsSet()) { // asked without waiting for the application's thread
+    if (!FBorrowedBar.IsSet()) { // this question need not wait for the application's thread
         return;
     }
     KxInFormsThread([this] {
@@ -73,7 +73,7 @@ void TKxToolBarLoan::Return() {
         if (!bar) {
             return;
         }
-        // What the bar is given back is read first: it tells the application of each step, which may free the dialog.
+        // The bar's former state is read first: the application hears of each step, and may free the dialog.
         FBorrowedBar.Set(nullptr);
         TComponentRef<TWinControl> home;
         home.Set(FTBPrevParent.Get());

@@ -7,7 +7,7 @@
 namespace kx {
 
 /// The tool bars of a running file dialog: its own one for navigation, and one of the application's that it borrows and
-/// shows beside that. The application's bar is the forms' thread's, and touched in it alone.
+/// shows beside that. The application's bar belongs to the thread of the forms, and is touched in that thread alone.
 class TKxToolBarLoan {
 public:
     /// `dialog` is the one whose tool bars these are.

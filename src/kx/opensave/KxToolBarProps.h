@@ -11,8 +11,8 @@ class TKxToolBarOptions : public TPersistent {
 
     bool Flat() const { return FFlat; } ///< Flat buttons.
     void SetFlat(bool value) { FFlat = value; }
-    /// A tool bar of the application that the dialog borrows and shows beside its own. Not owned; null: none, also once
-    /// the tool bar has been freed.
+    /// A tool bar of the application that the dialog borrows and shows beside its own. Not owned. Null when there is
+    /// none, or when it has been freed.
     TToolBar* CustomBar() const { return FBar.Get(); }
     void SetCustomBar(TToolBar* value) { FBar.Set(value); }
 

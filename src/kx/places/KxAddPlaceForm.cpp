@@ -16,7 +16,7 @@ namespace {
 
 enum TTargetType { ttPath, ttSpecFolder, ttRegistry };
 
-/// Icons kept while they are shown. A library may have more than the system has handles for.
+/// How many icons are kept while the form shows. A library may have more icons than the system has handles.
 constexpr size_t MaxKeptIcons = 1000;
 
 } // namespace
@@ -114,12 +114,12 @@ void TKxAddPlaceFrm::InitControls() {
     }
     eShort->SetText(FPlace->GetPlaceName());
     eHint->SetText(FPlace->PlaceDesc());
-    if (FPlace->AutoCaption()) { // a form that is used again keeps its check mark, which is deliberate
+    if (FPlace->AutoCaption()) { // else the check mark stays: a form that is used again keeps what is not set again
         chkAutoCap->SetChecked(true);
     }
     InitTarget();
     eIconLib->SetText(FPlace->PlaceIconDll());
-    // A box may tell of missing icons, and the place may go meanwhile.
+    // A message box may tell of missing icons, and the place may go while it is open.
     if (Outlives(*this, [this] { btnShowIconsClick(btnShowIcons); }) && FPlace) {
         ChooseIcons(FPlace->PlaceIcon(), FPlace->PlaceHotIcon());
     }
@@ -241,15 +241,15 @@ void TKxAddPlaceFrm::TIconChoice::SetIndex(int32_t value) {
 void TKxAddPlaceFrm::TIconChoice::SetCount(int value) {
     Grid->SetColCount(value);
     if (value == 0) {
-        Missing = Given; // what the user took from another file means nothing in this one
+        Missing = Given; // an index that the user took from another file means nothing in this one
     } else if (Missing && *Missing < value) {
         SetIndex(*Missing);
     } else {
-        Missing.reset(); // the columns of the new file are all there is to choose from
+        Missing.reset(); // only the columns of the new file can be chosen
     }
 }
 
-/// A press on the column that is current already takes it, which no change of the selection tells.
+/// A press on the current column chooses it too, although the selection does not change.
 void TKxAddPlaceFrm::IconGridMouseDown(TObject* sender, TMouseButton button, TShiftState, int x, int y) {
     TIconChoice& choice = ChoiceOf(sender);
     int col = -1;
@@ -286,7 +286,7 @@ void TKxAddPlaceFrm::DrawIconCell(TDrawGrid& grid, int col, int row, const TRect
     }
 }
 
-/// Extracting an icon opens the library anew, which takes too long to be done whenever a cell is drawn.
+/// Extracting an icon opens the library anew. That takes too long to be done whenever a cell is drawn.
 const TIcon& TKxAddPlaceFrm::IconAt(int index) {
     if (const auto found = FIcons.find(index); found != FIcons.end()) {
         return found->second;

@@ -13,11 +13,12 @@
 
 namespace kx {
 
-/// The dialog in which a place of the places bar is made or changed. Its opener sets the places, and, for a change, the
-/// place and then calls `InitControls`; after `ShowModal` with mrOk the place has been written. Nothing that the user
-/// enters is validated.
+/// The dialog in which a place of the places bar is made or changed. Whoever opens it sets the places; to change a
+/// place, also that place, and then calls `InitControls`. When `ShowModal` returns mrOk, the place has been written.
+/// Nothing that the user enters is validated.
 ///
-/// A form may be shown for several places, one after the other: what is not set again keeps what it showed before.
+/// A form may be shown for several places, one after the other. A control that is not set again keeps what it showed
+/// before.
 class TKxAddPlaceFrm : public TForm, private IKxPlacesWatcher {
     KX_CLASS()
 
@@ -63,7 +64,7 @@ class TKxAddPlaceFrm : public TForm, private IKxPlacesWatcher {
 
     /// Shows what the place holds; does nothing without one. A message box tells when its icon file has no icons.
     void InitControls();
-    /// Chooses icons of the file; those that it does not have stay chosen until the user takes others.
+    /// Chooses icons of the file. An icon that the file does not have stays chosen until the user takes another.
     void ChooseIcons(int32_t normal, int32_t hot);
 
     // --- Handlers
@@ -89,12 +90,12 @@ private:
     void PlacesChanged() override;
     void PlacesGone() override;
 
-    /// The icon chosen in a grid. One that the grid has no column for stays chosen until the user takes another: who
-    /// changes a place's caption where its icon file is missing does not lose its icon.
+    /// The icon chosen in a grid. One without a column in the grid stays chosen until the user takes another. So a user
+    /// who changes a place's caption while its icon file is missing does not lose the icon.
     struct TIconChoice {
         TDrawGrid* Grid = nullptr;
         int32_t Given = 0;              ///< The icon of the place, before the user took another.
-        std::optional<int32_t> Missing; ///< Without a column.
+        std::optional<int32_t> Missing; ///< The chosen icon, when it has no column.
 
         int32_t Index() const { return Missing.value_or(Grid->Col()); }
         void SetIndex(int32_t value); ///< Makes its column the first that is seen.

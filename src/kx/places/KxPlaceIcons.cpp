@@ -11,7 +11,7 @@ namespace kx {
 
 namespace {
 
-/// The system makes a handle of the noise in a broken file, which it can neither measure nor draw.
+/// Of the noise in a broken file the system may make an icon that it can neither measure nor draw.
 bool IsIcon(HICON icon) {
     ICONINFO info{};
     if (!GetIconInfo(icon, &info)) {

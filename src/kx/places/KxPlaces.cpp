@@ -33,7 +33,8 @@ std::string TKxPlace::GetPlaceName() const {
     if (FPlaceSpecPath != ftNone) {
         return GetSpecFolderName(FPlaceSpecPath);
     }
-    // Deliberate: a reference to the registry gives the caption itself, where one would expect the path it refers to.
+    // Deliberate: the caption comes from the reference to the registry itself, where one would expect it to come from
+    // the path that the reference means.
     const std::string& path = FPlaceRegPath.empty() ? FPlacePath : FPlaceRegPath;
     const std::string name = ExtractFileName(path);
     return name.empty() ? ExtractFilePath(path) : name;
@@ -47,7 +48,7 @@ unique_pidl TKxPlace::GetPlacePidl(IShellFolder& desktopFolder) const {
     unique_pidl pidl;
     if (std::find(KxOfferedFolders.begin(), KxOfferedFolders.end(), FPlaceSpecPath) != KxOfferedFolders.end()) {
         FindSpecialFolder(nullptr, FPlaceSpecPath, pidl);
-    } else { // Deliberate: every other special folder counts as none.
+    } else { // Deliberate: every other special folder counts as a plain path, where one would expect that folder.
         ParseFolderPath(desktopFolder, FolderPath(), pidl);
     }
     return pidl;
@@ -91,7 +92,7 @@ TKxPlaces::~TKxPlaces() {
 void TKxPlaces::Update(TCollectionItem* item) {
     TCollection::Update(item);
     if (!item) {
-        const std::vector<IKxPlacesWatcher*> watchers = FWatchers; // one that is told may leave
+        const std::vector<IKxPlacesWatcher*> watchers = FWatchers; // a watcher that is told may leave
         for (IKxPlacesWatcher* const watcher : watchers) {
             watcher->PlacesChanged();
         }

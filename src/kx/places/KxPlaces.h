@@ -77,7 +77,7 @@ private:
     TLifetime FLife;
 };
 
-/// Who keeps references to places is told when those may have gone.
+/// Implemented by whoever keeps references to places, in order to be told when those may have gone.
 class IKxPlacesWatcher {
 public:
     virtual void PlacesChanged() = 0; ///< Places were added, or have gone.
@@ -95,7 +95,8 @@ class TKxPlaces : public TCollection {
     explicit TKxPlaces(TKxPlacesBarOptions* options);
     ~TKxPlaces() override;
 
-    /// From now on `watcher` is told, until `Unwatch`, which it calls before it goes, or the end of the collection.
+    /// From now on `watcher` is told, until it calls `Unwatch`, as it has to before it goes, or until the collection
+    /// ends.
     void Watch(IKxPlacesWatcher& watcher) { FWatchers.push_back(&watcher); }
     void Unwatch(IKxPlacesWatcher& watcher) { std::erase(FWatchers, &watcher); }
 
@@ -108,9 +109,10 @@ class TKxPlaces : public TCollection {
     /// `name`, in that letter case. Null when there is none.
     TKxPlace* PlaceViaName(const std::string& name, TKxSpecShellFolder specFolder) const;
 
-    /// Frees all that the tool bar owns and makes a button for each place: the button at index i shows place i. Frees
-    /// the button whose handler calls it, too.
-    /// @throws ERangeError for a place with a negative icon index, when all buttons are made; that one lacks the icon.
+    /// Frees all that the tool bar owns, even a button whose handler calls this, and makes a button for each place: the
+    /// button at index i shows place i.
+    /// @throws ERangeError for a place with a negative icon index, once all buttons are made; its button lacks the
+    /// icon.
     void UpdatePlacesOn(TToolBar& toolBar) const;
 
     TPersistent* GetOwner() const override;
@@ -160,7 +162,7 @@ class TKxPlacesBarOptions : public TKxPlacesBarLiteOptions {
     bool Native() const { return FNative; } ///< The system's places bar in place of the library's.
     void SetNative(bool value) { FNative = value; }
 
-    /// The tool bar that shows the places, not owned; null when there is none, or none any more.
+    /// The tool bar that shows the places, not owned; null when there is none, or when it has been freed.
     TToolBar* PlacesBar() const;
     void SetPlacesBar(TToolBar* value);
     TComponent* Dlg() const { return FDlg; } ///< The dialog that owns the options; null when there is none.
@@ -180,9 +182,9 @@ class TKxPlacesBarOptions : public TKxPlacesBarLiteOptions {
     ///         EInvalidOperation when RegistryKey is empty: the keys to replace would be those of the whole user.
     void SaveToRegistry() const;
 
-    /// `SaveToRegistry` for a dialog that closes: what the user has not seen in the bar is not replaced. Does nothing
-    /// when the key holds places and the last `LoadFromRegistry` did not read all of them, be it that it failed, that
-    /// a key could not be opened, that RegistryKey was another one or that nothing was loaded.
+    /// `SaveToRegistry` for a dialog that closes. It replaces no places that the user has not seen in the bar: it does
+    /// nothing when the key holds places and the last `LoadFromRegistry` did not read all of them. That is so when the
+    /// loading failed, when a key could not be opened, when RegistryKey was another one, or when nothing was loaded.
     /// @throws ERegistryException as `SaveToRegistry` does.
     void SaveOnClose() const;
 

@@ -1,4 +1,4 @@
-// The bar of places and its buttons.
+// The buttons of a places bar: their looks, their mouse, and the bar made of them.
 
 #include "kx/places/KxPlacesBar.h"
 
@@ -34,7 +34,7 @@ TKxPlaceButton::TKxPlaceButton(TComponent* owner) : TToolButton(owner) {
 
 TKxPlaceButton::~TKxPlaceButton() = default;
 
-/// The tool bar is in a scroller, that in a panel, and that on the form.
+/// The form of the bar: the tool bar is in a scroller, which is in a panel, which is on the form.
 IKxPlacesBar* TKxPlaceButton::Bar() const {
     TWinControl* holder = ToolBar();
     for (int level = 0; holder && level < 3; ++level) {
@@ -83,7 +83,7 @@ void TKxPlaceButton::SetIconSelIdx(int32_t value) { LoadIcon(FIcoSel, FIconSel, 
 void TKxPlaceButton::ShowPlace(const TKxPlace& place) {
     SetCaption(place.GetPlaceName());
     SetHint(place.PlaceDesc());
-    FIconDll = place.PlaceIconDll(); // its setter would take an icon that nobody gets to see
+    FIconDll = place.PlaceIconDll(); // the setter would extract an icon that is replaced at once
     FIco.Clear();
     FIcoSel.Clear();
     FLook = {};
@@ -158,7 +158,7 @@ void TKxPlaceButton::DrawIcon(TCanvas& canvas, int textHeight) {
 bool TKxPlaceButton::IsHot() const {
     POINT mouse;
     const RECT client = ToRECT(ClientRect());
-    // Whose the mouse is takes long to find out, and of all buttons that are painted it is over one at most.
+    // To find out whose control is under the mouse takes long, and only one of the painted buttons can be under it.
     return GetCursorPos(&mouse) && PtInRect(&client, ToPOINT(ScreenToClient(FromPOINT(mouse)))) &&
            FindDragTarget(FromPOINT(mouse), true) == this;
 }
@@ -166,7 +166,7 @@ bool TKxPlaceButton::IsHot() const {
 void TKxPlaceButton::DrawFrame(TCanvas& canvas) {
     const int right = Width() - 1;
     const int bottom = Height() - 1;
-    const auto line = [&](const TPoint& from, const TPoint& to) { // without its last point
+    const auto line = [&](const TPoint& from, const TPoint& to) { // the last point is left out
         canvas.MoveTo(from.X, from.Y);
         canvas.LineTo(to.X, to.Y);
     };
@@ -214,14 +214,14 @@ void TKxPlaceButton::DrawCaption(TCanvas& canvas, const TPoint& extent) {
     const std::string dots = "...";
     const int left = 3;
     const int top = Height() - extent.Y - 2;
-    // Deliberate: the text stands two pixels above its rectangle, where one would expect it inside.
+    // Deliberate: the text begins two pixels above its rectangle, where one would expect it inside.
     canvas.TextRect({left, top, left + Width() - 4, top + extent.Y}, left, top - 2,
                     TooWideBeginning(canvas, caption, Width() - canvas.TextWidth(dots) - 6) + dots);
 }
 
 // --- Mouse
 
-/// Deliberate: a press alone does nothing.
+/// Deliberate: a press alone does nothing, where one would expect the button to go down.
 void TKxPlaceButton::MouseDown1(TObject*, TMouseButton, TShiftState, int, int) {}
 
 void TKxPlaceButton::MouseMove1(TObject*, TShiftState shift, int, int) {
@@ -247,8 +247,8 @@ void TKxPlaceButton::BTNOnDragOver(TObject* sender, TObject* source, int, int, T
 
 namespace {
 
-/// Moves the place at `from` to `to`, and those between by one towards the gap. What the places hold moves; the items
-/// of the collection stay.
+/// Moves the place at `from` to `to`, and the places between by one towards the gap. Their contents move, while the
+/// items of the collection stay.
 void MovePlace(TKxPlaces& places, int from, int to) {
     TKxPlace moved(nullptr);
     moved.Assign(&places[from]);
@@ -271,18 +271,19 @@ void TKxPlaceButton::BTNOnEndDrag(TObject* sender, TObject* target, int, int) {
         return;
     }
     MovePlace(*places, Index(), over->Index());
-    places->UpdatePlacesOn(*ToolBar()); // frees this button
+    places->UpdatePlacesOn(*ToolBar()); // this frees the button itself
 }
 
 // --- Building the bar
 
 void TKxPlaces::UpdatePlacesOn(TToolBar& toolBar) const {
-    std::exception_ptr error;  // the buttons have to match the places whatever happens to one of them
-    AsOneUpdate(toolBar, [&] { // the bar arranges its buttons once
+    std::exception_ptr error;  // kept until all buttons are made: they have to match the places
+    AsOneUpdate(toolBar, [&] { // so that the bar arranges its buttons once
         while (toolBar.ComponentCount() > 0) {
             toolBar.Components(0)->Free();
         }
-        // Deliberate: from the last to the first, since a new button comes before those already there.
+        // Deliberate: from the last to the first, where one would expect the other way round: a new button comes before
+        // those that are there.
         for (int i = Count() - 1; i >= 0; --i) {
             auto* const button = new TKxPlaceButton(&toolBar);
             button->SetParent(&toolBar);

@@ -12,7 +12,7 @@ namespace kx {
 class TKxPlace;
 class TKxPlaces;
 
-/// What place buttons need of the bar that they are on: of the form that holds the scroller with their tool bar.
+/// What place buttons need of their bar. The form that holds the scroller with their tool bar implements it.
 class IKxPlacesBar {
 public:
     /// Navigates to the place at `index`.
@@ -25,8 +25,8 @@ protected:
 };
 
 /// A button for one place: its icon above its caption, sunken while it is down and raised while the mouse is over it.
-/// A click navigates, dragging it onto another button puts its place there. The button draws all of itself; its tool
-/// bar must not draw anything of its own.
+/// A click navigates. Dragging the button onto another one puts its place there. The button draws all of itself: its
+/// tool bar must not draw anything of the button.
 ///
 /// It keeps copies of what it shows of the place: when the places change, the bar is rebuilt.
 class TKxPlaceButton : public TToolButton {
@@ -37,7 +37,8 @@ class TKxPlaceButton : public TToolButton {
 
     /// File that the icons are taken from: a program, a library or an icon file. A file without icons gives none.
     const std::string& IconDll() const { return FIconDll; }
-    /// Deliberate: takes the file's first icon, where one would expect that of `IconIndex`, which is set after it.
+    /// Deliberate: setting it takes the file's first icon, where one would expect that of `IconIndex`. The index is set
+    /// afterwards.
     void SetIconDll(const std::string& value);
     int32_t IconIndex() const { return FIcon; }
     void SetIconIndex(int32_t value) { SetIconIdx(value); }

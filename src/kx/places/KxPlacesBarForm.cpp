@@ -1,4 +1,4 @@
-// The form that holds the bar of places in a dialog.
+// The form with the bar of places in a dialog: navigation, the bar's menu, and drops.
 
 #include "kx/places/KxPlacesBarForm.h"
 
@@ -81,15 +81,15 @@ void TKxPlacesBarFrm::OnFolderClick(int index) {
     case ftDrives: OpenInLookIn(ftDrives); break;
     case ftPersonal: OpenSpecialFolder(ftPersonal); break;
     default:
-        // Deliberate: the favorites for every other special folder too, where one would expect that folder.
+        // Deliberate: every other special folder leads to the favorites, where one would expect it to lead to itself.
         OpenSpecialFolder(ftFavorites);
     }
 }
 
 namespace {
 
-/// Asks the dialog's browser itself for a folder: where the "look in" box keeps no texts, or others than the shell's
-/// name for the folder, its entry is not found.
+/// Asks the dialog's browser itself for a folder. This is needed where the "look in" box keeps no texts, or other texts
+/// than the shell's name for the folder: there the folder's entry is not found.
 void BrowseTo(HWND dialog, TKxSpecShellFolder folder) {
     IShellBrowser* const browser = KxShellBrowserOf(dialog);
     unique_pidl pidl;
@@ -105,7 +105,7 @@ void BrowseTo(HWND dialog, TKxSpecShellFolder folder) {
 void TKxPlacesBarFrm::OpenInLookIn(TKxSpecShellFolder folder) {
     const std::string name = GetSpecFolderName(folder);
     const HWND dialog = FDialog->GetCommonDialogHandle();
-    FDialog->SetSelPath(FDialog->GetSelPath()); // whose handlers may free the form
+    FDialog->SetSelPath(FDialog->GetSelPath()); // its handlers may free the form
     const HWND combo = GetDlgItem(dialog, LookInCombo);
     const LRESULT entry =
         SendMessageA(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(name.c_str()));
@@ -167,13 +167,13 @@ void TKxPlacesBarFrm::Changeplace1Click(TObject*) {
     if (!button || !FPlaces) {
         return;
     }
-    // Deliberate: the form stays with the application, where one would expect it to be freed.
+    // Deliberate: the form stays with the application, where one would expect it to be freed here.
     auto* const form = NewForm<TKxAddPlaceFrm>(&Application());
     form->SetPlaces(FPlaces);
     form->SetPlace(FPlaces->GetItem(button->Index()));
     const TAlive alive(*this);
     const TAlive buttonAlive(*button);
-    form->InitControls(); // may ask the user
+    form->InitControls(); // may show a message box
     if (alive && form->Place() && form->ShowModal() == mrOk && alive && buttonAlive) {
         button->ShowPlace(*FPlaces->GetItem(button->Index()));
         button->Repaint();
@@ -188,16 +188,16 @@ std::vector<std::string> DroppedNames(HDROP drop) {
     std::vector<std::string> names(DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0));
     for (UINT i = 0; i < names.size(); ++i) {
         const UINT length = DragQueryFileA(drop, i, nullptr, 0);
-        names[i].resize(length + 1); // with its end
+        names[i].resize(length + 1); // with room for its end
         names[i].resize(DragQueryFileA(drop, i, names[i].data(), length + 1));
     }
     return names;
 }
 
-/// Proposes a place for a file or folder. The form may have served another one before.
+/// Proposes a place for a file or folder in the form, which may have shown another place before.
 void Propose(TKxAddPlaceFrm& form, const std::string& name) {
     form.cbTargetType->SetItemIndex(0);
-    form.chkClick(form.cbTargetType); // else a list of special folders would not take the path
+    form.chkClick(form.cbTargetType); // a list of special folders, if it is still shown, would not take the path
     form.ePath->Items().Clear();
     GetSpecFolders(form.ePath->Items());
     form.ePath->SetText(name);
@@ -240,7 +240,7 @@ void TKxPlacesBarFrm::WMDropFiles(TMessage& message) {
         return;
     }
     const TAlive alive(*this);
-    std::exception_ptr error; // the bar shows those places that were made, whatever happens to the others
+    std::exception_ptr error; // kept until the bar shows the places that were made
     try {
         // Deliberate: the drop's handle is not released (DragFinish), where one would expect that.
         AddDropped(DroppedNames(reinterpret_cast<HDROP>(message.WParam)));

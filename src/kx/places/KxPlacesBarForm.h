@@ -42,7 +42,7 @@ class TKxPlacesBarFrm : public TForm, public IKxPlacesBar {
     TPageScroller* ps1 = nullptr;
     TToolBar* ToolBar1 = nullptr;
 
-    /// Not owned: whoever frees it frees the form, or sets null, before. So with the places.
+    /// Not owned: whoever frees the dialog frees the form before, or sets null. The same holds for the places.
     IKxPlacesHost* Dialog() const { return FDialog; }
     void SetDialog(IKxPlacesHost* value) { FDialog = value; }
     TKxPlaces* Places() const override { return FPlaces; }

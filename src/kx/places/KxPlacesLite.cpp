@@ -4,7 +4,8 @@
 
 namespace kx {
 
-// In a file of its own, since the linker takes object files whole: programs with lite dialogs alone do without places.
+// This is a file of its own because the linker takes object files whole: programs that use lite dialogs alone do
+// without the rest of the places.
 
 const TClass& TKxPlacesBarLiteOptions::StaticClass() {
     using T = TKxPlacesBarLiteOptions;

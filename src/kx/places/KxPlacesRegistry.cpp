@@ -1,4 +1,4 @@
-// How the registry keeps places.
+// Reads places from the registry and writes them to it.
 
 #include "kx/places/KxPlaces.h"
 #include "kx/win/Registry.h"
@@ -14,7 +14,7 @@ namespace kx {
 
 namespace {
 
-/// The special folder of a stored number. Only four come back; a place of any other is one of its path.
+/// The special folder of a stored number. Only four come back; a place of any other one becomes a place of its path.
 TKxSpecShellFolder GetTypedSpecFolder(int32_t value) {
     for (const TKxSpecShellFolder folder : KxOfferedFolders) {
         if (constFolders[folder] == value) {
@@ -43,7 +43,7 @@ std::string PlacesKey(const std::string& registryKey) {
     return key;
 }
 
-/// Nothing is kept there. A key that merely cannot be opened is not missing.
+/// The key is not there. A key that merely cannot be opened is not missing.
 bool IsMissing(const std::string& keyFromRoot) {
     unique_hkey key;
     return RegOpenKeyExA(HKEY_CURRENT_USER, keyFromRoot.c_str() + 1, 0, KEY_READ, key.put()) == ERROR_FILE_NOT_FOUND;
@@ -78,8 +78,8 @@ void ReadPlace(const TRegistry& key, TKxPlace& place) {
     place.SetAutoCaption(key.ReadBool("AutoCaption"));
 }
 
-/// Finds places as `TKxPlaces::PlaceViaName` does, while many of them are read: the time for one does not grow with
-/// their number.
+/// Finds places as `TKxPlaces::PlaceViaName` does while many of them are read. The time for one place does not grow
+/// with their number.
 class TPlaceIndex {
 public:
     explicit TPlaceIndex(TKxPlaces& places) : FPlaces(places) {
@@ -88,7 +88,8 @@ public:
         }
     }
 
-    /// The place's index; a new place is added when there is none. It is out of the index until it is inserted again.
+    /// The number of the place in the collection; a new place is added when there is none. The finder forgets the place
+    /// until it is inserted again.
     int Take(const std::string& name, TKxSpecShellFolder folder) {
         const auto found = FIndices.find(KeyOf(name, folder));
         if (found == FIndices.end()) {
@@ -131,7 +132,8 @@ void TKxPlacesBarOptions::LoadFromRegistry() {
         FReadKey = IsMissing(base) ? base : std::string();
         return;
     }
-    // Deliberate: the registry's order, which has Place_10 before Place_2, where one would expect that of the numbers.
+    // Deliberate: the places come in the registry's order, with Place_10 before Place_2, where one would expect the
+    // order of the numbers.
     TStringList names;
     registry.GetKeyNames(names);
     TPlaceIndex index(FPlaces);
@@ -175,7 +177,7 @@ void TKxPlacesBarOptions::SaveToRegistry() const {
             try {
                 WritePlace(key, FPlaces[i]);
             } catch (const ERegistryException&) {
-                // Another process that saves its places may have deleted the key meanwhile: the others go on.
+                // Another process that saves its places may have deleted this key meanwhile. The other places are read.
                 failure = std::current_exception();
             }
         }

@@ -9,10 +9,10 @@
 
 namespace kx::detail {
 
-// A client tells of its changes, and may be freed by those who hear of them, with its action. So the looks are copies,
+// A client tells its handlers of each change, and they may free it, and the action with it. So the looks are copies,
 // and each step says whether the client lives on.
 
-/// Sets what the action changed, where the client had the same as the action before.
+/// Sets what the action has changed, as far as the client had the same as the action before.
 template <class Client, class Get, class Set, class V>
 bool Follow(const Client& client, const V& before, const V& now, Get&& get, Set&& set) {
     return before == now || get() != before || Outlives(client, [&] { set(now); });
@@ -35,7 +35,7 @@ template <class Client, class F> bool Take(const Client& client, bool wanted, F&
     return !wanted || Outlives(client, std::forward<F>(step));
 }
 
-/// Takes the common part over at once; with `checkDefaults` where the client has nothing of its own.
+/// Takes the common part over at once; with `checkDefaults` only what the client has no setting of its own for.
 template <class Client> bool TakeLook(Client& c, const TActionLook& look, bool checkDefaults) {
     const bool all = !checkDefaults;
     return Take(c, all || c.Caption().empty() || c.Caption() == c.Name(), [&] { c.SetCaption(look.Caption); }) &&

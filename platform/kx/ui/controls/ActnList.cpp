@@ -32,7 +32,7 @@ TBasicAction::~TBasicAction() {
 }
 
 bool TBasicAction::Execute() {
-    const TNotifyEvent handler = FOnExecute; // which may free the action
+    const TNotifyEvent handler = FOnExecute; // a copy: the handler may free the action
     handler(this);
     return static_cast<bool>(handler);
 }
@@ -44,7 +44,7 @@ bool TBasicAction::Update() {
 }
 
 void TBasicAction::TellLinks(const TActionLook& before) {
-    // What follows the action may let go of it meanwhile, or go, or free it.
+    // A control that follows the action may meanwhile let go of it, go itself, or free it.
     const TAlive alive(*this);
     const std::vector<TActionLink*> links = FLinks;
     for (TActionLink* link : links) {

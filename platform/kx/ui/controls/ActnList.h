@@ -129,7 +129,7 @@ private:
 /// Ties one control or menu item to its action. Comes loose when either of them goes.
 class TActionLink {
 public:
-    /// Called after the action changed, with its look before; the action's own is the new one.
+    /// Called after the action has changed. `before` is its look before the change.
     using TChangeEvent = TEvent<void(TCustomAction& action, const TActionLook& before)>;
 
     explicit TActionLink(TChangeEvent onChange) : FOnChange(std::move(onChange)) {}

@@ -261,10 +261,10 @@ void TControl::SetParent(TWinControl* value) {
         FParent = nullptr;
         if (!old->IsDestroying()) {
             const TAlive valueAlive(value);
-            // The old parent closes the gap.
+            // Has the old parent close the gap.
             if (!Outlives(*this, [&] { CallOut([&] { old->AlignControls(); }); }) || FParent ||
                 (value && !valueAlive)) {
-                return; // gone, or moved on already, or there is nothing to move to any more
+                return; // the control or its new parent has gone, or a handler has moved the control elsewhere
             }
         }
     }
@@ -299,7 +299,7 @@ void TControl::SetZOrder(bool front) {
 }
 
 void TControl::ParentSettingsChanged() {
-    // Another font may give a control another size, of which handlers are told.
+    // Another font may give a control another size, and handlers hear of that.
     const TAlive alive(*this);
     if (FParent && FParentFont) {
         const TFieldScope following(*this, FFollowing, true);
@@ -443,7 +443,7 @@ void TControl::SetCursor(TCursor value) {
         FCursor = value;
         if (Showing()) {
             POINT mouse;
-            GetCursorPos(&mouse); // shows the new pointer if the mouse is here
+            GetCursorPos(&mouse); // the new pointer shows at once if the mouse is here
             SetCursorPos(mouse.x, mouse.y);
         }
     }

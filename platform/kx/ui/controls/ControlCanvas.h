@@ -60,8 +60,8 @@ protected:
 
 private:
     TControl& FControl;
-    HWND FWindow = nullptr; ///< Whose context we hold,
-    HDC FContext = nullptr; ///< and that context.
+    HWND FWindow = nullptr; ///< The window whose context is held.
+    HDC FContext = nullptr; ///< That context.
 };
 
 } // namespace kx

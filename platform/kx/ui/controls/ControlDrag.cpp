@@ -70,7 +70,7 @@ TPoint LocalPoint(TControl& control, const TPoint& screen) {
     return WindowOf(control) ? control.ScreenToClient(screen) : TPoint{};
 }
 
-/// Whoever is under the mouse, unless it belongs to another thread.
+/// The control under the mouse; null when that belongs to another thread.
 TControl* TargetAt(const TPoint& screen) {
     TControl* const target = FindDragTarget(screen, true);
     return target && GetWindowThreadProcessId(WindowOf(*target), nullptr) == GetCurrentThreadId() ? target : nullptr;
@@ -137,7 +137,7 @@ bool TDragSession::MouseMoved(WPARAM mouseKeys) {
         return false;
     }
     if ((mouseKeys & MK_LBUTTON) == 0) {
-        Current().reset(); // it was released where nobody saw it
+        Current().reset(); // the button was released where nobody saw it
         return false;
     }
     session->FMouse = MessageMouse();
@@ -236,14 +236,14 @@ void TDragSession::Finish(bool drop) {
     CloseDown();
     TControl* const source = FControl;
     if (!source) {
-        return; // who had to give the mouse back freed it
+        return; // a handler freed it when the session gave the mouse back
     }
     TControl* const over = FTarget;
     const bool dropped = drop && FAccepted;
     const TPoint at = dropped ? LocalPoint(*over, FMouse) : TPoint{};
     const TAlive sourceAlive(*source);
     const TAlive overAlive(over);
-    std::exception_ptr error; // whatever goes wrong at the target, the source is told of the end
+    std::exception_ptr error; // kept until the source has been told of the end
     try {
         if (dropped) {
             over->DragDrop(Source(), at.X, at.Y);
@@ -262,7 +262,7 @@ void TDragSession::Finish(bool drop) {
 }
 
 void TDragSession::CloseDown() {
-    Current().reset(); // the caller holds us
+    Current().reset(); // the caller keeps this object alive
     if (FKeyboard) {
         UnhookWindowsHookEx(std::exchange(FKeyboard, nullptr));
     }
@@ -282,7 +282,7 @@ void TDragSession::End(const TControl& control, bool drop) {
     if (session->FKeyboard) {
         session->OrFinish([&] { session->Finish(drop); });
     } else {
-        Current().reset(); // it has not really begun
+        Current().reset(); // the drag has not really begun
     }
 }
 
@@ -339,7 +339,7 @@ void TDragSession::Received(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_MOUSEMOVE:
         if (FButtonHeld && (wParam & MK_LBUTTON) == 0) {
-            Finish(false); // it was released where nobody saw it
+            Finish(false); // the button was released where nobody saw it
         } else {
             DragTo(MessageMouse());
         }
@@ -354,7 +354,7 @@ void TDragSession::Received(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-/// The focus is wherever it was, and the message loop may be a foreign dialog's.
+/// A hook, because the focus may be anywhere and the message loop may be a foreign dialog's.
 LRESULT CALLBACK TDragSession::KeyboardProc(int code, WPARAM wParam, LPARAM lParam) {
     constexpr LPARAM released = LPARAM{1} << 31;
     const auto session = Current();

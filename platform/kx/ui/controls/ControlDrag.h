@@ -58,7 +58,7 @@ public:
     static bool IsDragging(const TControl& control);
 
     static void ButtonPressed(TControl& control);
-    static void ButtonReleased();             ///< No drag will come of the press any more.
+    static void ButtonReleased();             ///< The press will not become a drag any more.
     static bool MouseMoved(WPARAM mouseKeys); ///< True when a drag began by this move.
     static void ControlGone(const TControl& control);
 

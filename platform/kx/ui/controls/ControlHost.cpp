@@ -8,7 +8,7 @@ namespace kx {
 
 namespace {
 
-/// Of a program with controls and without an application.
+/// The host of a program that has controls and no application.
 class TNoHost final : public IControlHost {
 public:
     void ControlGone(const TControl&) override {}
@@ -22,7 +22,7 @@ public:
 };
 
 constinit TNoHost NoHost;
-constinit IControlHost* Host = &NoHost; // static objects of the program may install theirs before any code here runs
+constinit IControlHost* Host = &NoHost; // a static object may install its host before any code of this source runs
 
 } // namespace
 

@@ -18,8 +18,8 @@ public:
     virtual void ControlGone(const TControl& control) = 0;
     /// The mouse, at that point of the screen, has come over the control. Null: over none.
     virtual void MouseOver(TControl* control, const TPoint& screenPoint) = 0;
-    virtual void HideHint() = 0;   ///< The hint that shows goes.
-    virtual void CancelHint() = 0; ///< So does the one that is about to show.
+    virtual void HideHint() = 0;   ///< Hides the hint that is shown.
+    virtual void CancelHint() = 0; ///< The same, and no hint is about to be shown.
     virtual void MenuItemSelected(const std::string& hint) = 0;
     virtual TCursor Cursor() const = 0;                ///< Of the whole program; crDefault: each control's own.
     virtual HCURSOR Cursors(TCursor cursor) const = 0; ///< The pointer of that number; not owned.

@@ -75,7 +75,7 @@ void TControl::ButtonDown(TMessage& message, TMouseButton button, bool isDouble)
     const TAlive alive(*this);
     DefaultHandler(message);
     if (alive && FControlStyle.Contains(csCaptureMouse)) {
-        SetMouseCapture(true); // whoever had it is told
+        SetMouseCapture(true); // the control that had the capture is told
     }
     if (!alive) {
         return;
@@ -161,7 +161,7 @@ void TControl::SetMouseCapture(bool value) {
     }
     if (value) {
         if (MessageWindow()) {
-            CaptureControl() = this; // before others are told, who may free this control
+            CaptureControl() = this; // set before others are told, whose handlers may free this control
             SetCapture(MessageWindow());
         }
     } else {

@@ -47,7 +47,7 @@ enum TControlStyleFlag : uint8_t {
     csDoubleClicks,    ///< Knows double clicks; without it the second press is another click.
     csOpaque,          ///< Paints every pixel of its rectangle.
     csSetCaption,      ///< Its text follows its name as long as they are equal.
-    csReflector        ///< Lives on the notifications that its parent window gets; a foreign one must send them back.
+    csReflector        ///< Needs the notifications that its parent window gets: a foreign one must send them back.
 };
 using TControlStyle = TSet<TControlStyleFlag>;
 

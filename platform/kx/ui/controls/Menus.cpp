@@ -17,11 +17,12 @@ namespace detail {
 
 namespace {
 
-// Below are the numbers that the system gives to buttons of dialogs, above those of its own window menu.
+// The numbers below are those of buttons of dialogs, the numbers above those of the system's own window menu.
 constexpr WORD FirstCommand = 0x0100;
 constexpr WORD LastCommand = 0xEFFF;
 
-/// Dialogs may run on threads of their own, with menus of their own, so it is locked.
+/// The items by their numbers. Dialogs may run in threads of their own, with menus of their own: every use takes the
+/// lock.
 struct TCommands {
     std::mutex Lock;
     std::unordered_map<WORD, TMenuItem*> Items;
@@ -95,7 +96,7 @@ TMenuItem::TMenuItem(TComponent* owner) : TComponent(owner), FCommand(detail::Re
 TMenuItem::~TMenuItem() {
     Destroying();
     if (FParent) {
-        Guarded([this] { FParent->Remove(this); }); // fires the menu's OnChange
+        Guarded([this] { FParent->Remove(this); }); // this fires the menu's OnChange
     }
     EmptyHandle();
     Clear();
@@ -145,7 +146,7 @@ void TMenuItem::Remove(TMenuItem* item) {
 
 void TMenuItem::Clear() {
     const TAlive alive(*this);
-    while (alive && !FItems.empty()) { // each change is told
+    while (alive && !FItems.empty()) { // handlers hear of each change
         TMenuItem* const item = FItems.back();
         if (item->IsGoing()) {
             CallOut([&] { Remove(item); }); // its destruction goes on without its parent
@@ -239,7 +240,7 @@ void TMenuItem::ReleaseFellows() {
         return item != this && item->FRadioItem && item->FChecked && item->FGroupIndex == FGroupIndex;
     };
     const TAlive alive(*this);
-    while (alive && FParent && FRadioItem && FChecked) { // each change is told
+    while (alive && FParent && FRadioItem && FChecked) { // handlers hear of each change
         const auto fellow = std::find_if(FParent->FItems.begin(), FParent->FItems.end(), isFellow);
         if (fellow == FParent->FItems.end()) {
             break;
@@ -251,7 +252,7 @@ void TMenuItem::ReleaseFellows() {
 void TMenuItem::SetDefault(bool value) {
     const auto isOther = [this](const TMenuItem* item) { return item != this && item->FDefault; };
     const TAlive alive(*this);
-    while (alive && value && FParent) { // each change is told
+    while (alive && value && FParent) { // handlers hear of each change
         const auto other = std::find_if(FParent->FItems.begin(), FParent->FItems.end(), isOther);
         if (other == FParent->FItems.end()) {
             break;
@@ -292,14 +293,14 @@ void TMenuItem::Click() {
     if (FEnabled && !FOnClick && Action()) {
         Action()->Execute();
     } else if (FEnabled) {
-        const TNotifyEvent handler = FOnClick; // which may free the item
+        const TNotifyEvent handler = FOnClick; // a copy: the handler may free the item
         handler(this);
     }
 }
 
 // --- The system's menu
 
-/// Takes all entries out of the submenu. Left in it, submenus of its own would be destroyed with it.
+/// Takes all entries out of the submenu. The system would destroy submenus that are left in it along with it.
 void TMenuItem::EmptyHandle() {
     while (FHandle && RemoveMenu(FHandle.get(), 0, MF_BYPOSITION)) {
     }

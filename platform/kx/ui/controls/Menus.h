@@ -102,7 +102,7 @@ private:
     void ReleaseFellows();
     void EmptyHandle();
     void AppendTo(HMENU menu);
-    void ItemsChanged(); ///< The submenu no longer shows what the items say.
+    void ItemsChanged(); ///< Has the submenu, and what shows it, follow the items again.
 
     std::string FCaption;
     std::string FHint;
@@ -195,9 +195,8 @@ class TPopupMenu : public TMenu {
     const TPoint& PopupPoint() const { return FPopupPoint; }
     void CloseMenu(); ///< Closes the menu that is open in the calling thread, whichever it is.
 
-    TComponent* PopupComponent() const {
-        return FPopupComponent.Get();
-    } ///< Whose menu it was the last time; not owned.
+    /// The component whose menu it was the last time; not owned.
+    TComponent* PopupComponent() const { return FPopupComponent.Get(); }
     void SetPopupComponent(TComponent* value) { FPopupComponent.Set(value); }
     TPopupAlignment Alignment() const { return FAlignment; }
     void SetAlignment(TPopupAlignment value) { FAlignment = value; }

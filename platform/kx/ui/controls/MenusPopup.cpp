@@ -90,7 +90,7 @@ TMenuItem* TMenu::FindShortCut(TShortCut shortCut) const {
 
 bool TMenu::IsShortCut(WPARAM wParam, LPARAM lParam) {
     const TShortCut shortCut = ShortCutFromKeyMessage(wParam, lParam);
-    // Each click may change the menu, so the way down to the item is looked for again after each. One that ends the
+    // Each click may change the menu, so the way down to the item is looked for again after each. A click that ends the
     // menu has used the key up.
     const TAlive alive(*this);
     for (int depth = 1; alive; ++depth) {
@@ -130,7 +130,7 @@ HMENU TMainMenu::NewHandle() const { return CreateMenu(); }
 
 namespace {
 
-/// The item that a message is about, if it is one of `menu`'s.
+/// The item that a message is about; null when it is none of `menu`'s.
 TMenuItem* ItemOf(const TMenu* menu, UINT command) {
     TMenuItem* item = detail::FindCommand(static_cast<WORD>(command));
     return item && (!menu || item->GetParentMenu() == menu) ? item : nullptr;
@@ -222,7 +222,7 @@ LRESULT CALLBACK PopupOwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM
 }
 
 /// The hidden window of the calling thread that owns its popup menus while they are open. The system destroys it with
-/// the thread: commands may arrive as long as that has a message loop.
+/// the thread, since commands may arrive as long as the thread has a message loop.
 HWND PopupOwner() {
     static const char className[] = "KxPopupMenuOwner";
     static const ATOM registered = [] {

@@ -2,8 +2,8 @@
 
 namespace kx::detail {
 
-/// A message that is being handled in this thread, on the stack. A form that was released goes when the message is done
-/// in which that happened, also when a dialog or another loop handles messages meanwhile.
+/// A message that is being handled in this thread, on the stack. A form that is released goes when the message in which
+/// that happened is done, even if a dialog or another loop handles messages in between.
 class TMessageFrame {
 public:
     TMessageFrame() noexcept { ++Count(); }

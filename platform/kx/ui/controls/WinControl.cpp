@@ -27,7 +27,7 @@ TWinControl::TWinControl(TComponent* owner) : TControl(owner) { FBrush.SetColor(
 
 TWinControl::~TWinControl() {
     Destroying();
-    TWinControl::SetParent(nullptr); // also destroys the window
+    TWinControl::SetParent(nullptr); // this also destroys the window
     DestroyHandle();
     while (!FControls.empty()) {
         TControl* const control = FControls.back();
@@ -79,7 +79,7 @@ bool TWinControl::HasChild(const TControl* control) const {
 }
 
 void TWinControl::GetChildren(const TGetChildProc& proc, TComponent* root) {
-    // By index: what runs meanwhile may add controls.
+    // By index, since handlers that run meanwhile may add controls.
     for (size_t i = 0; i < FControls.size(); ++i) {
         if (FControls[i]->Owner() == root) {
             proc(FControls[i]);
@@ -100,7 +100,7 @@ TControl* TWinControl::ControlAtPos(const TPoint& point, bool allowDisabled, boo
         return nullptr;
     };
     if (allowWinControls) {
-        if (TControl* const control = find(true)) { // windows lie above what has none
+        if (TControl* const control = find(true)) { // windows lie above controls that have none
             return control;
         }
     }
@@ -128,7 +128,7 @@ TPoint TWinControl::FrameExtent() const {
     constexpr DWORD frames = WS_BORDER | WS_DLGFRAME | WS_THICKFRAME;
     constexpr DWORD edges = WS_EX_CLIENTEDGE | WS_EX_STATICEDGE | WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE;
     if ((params.Style & frames) == 0 && (params.ExStyle & edges) == 0) {
-        return {}; // for its answer the system may measure the font of captions
+        return {}; // the system is not asked: it may measure the font of captions for its answer
     }
     RECT r{};
     AdjustWindowRectEx(&r, params.Style & ~static_cast<DWORD>(WS_HSCROLL | WS_VSCROLL), FALSE, params.ExStyle);
@@ -161,8 +161,8 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
     }
     const TRect bounds = LimitedBounds(left, top, width, height);
     if (BoundsRect() != bounds) {
-        // In a window that is not the framework's the erasing waits for the painting: else each of the forms docked
-        // there would have all of it erased that the ones before have uncovered.
+        // In a window that is not the framework's the erasing waits for the painting: else each docked form that is
+        // placed would have everything erased once more that the forms before it have uncovered.
         const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | (FParentWindow ? SWP_DEFERERASE : 0u);
         const auto place = [&] {
             SetWindowPos(FHandle, nullptr, left, top, kx::Width(bounds), kx::Height(bounds), flags);
@@ -212,7 +212,7 @@ void TWinControl::AlignControls() {
             PlaceAligned(side, rest);
         }
     }
-    for (size_t i = 0; alive && i < FControls.size(); ++i) { // what runs meanwhile may add or remove controls
+    for (size_t i = 0; alive && i < FControls.size(); ++i) { // handlers may add or remove controls
         if (FControls[i]->Align() == alNone) {
             FControls[i]->AnchoredBounds(client);
         }
@@ -227,7 +227,7 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
             list.push_back(control);
         }
     }
-    // The one nearest to the edge goes there first.
+    // The control nearest to the edge goes there first.
     std::stable_sort(list.begin(), list.end(), [side](const TControl* a, const TControl* b) {
         switch (side) {
         case alTop: return a->Top() < b->Top();
@@ -240,7 +240,7 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
     const TAlive alive(*this);
     for (TControl* control : list) {
         if (!alive || !HasChild(control)) {
-            continue; // gone meanwhile
+            continue; // a handler has removed it
         }
         const int width = std::max(kx::Width(rest), 0);
         const int height = std::max(kx::Height(rest), 0);
@@ -259,9 +259,9 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
         default: break;
         }
         if (!Outlives(*control, [&] { control->SetBoundsRect(place); })) {
-            continue; // it takes no place any more
+            continue; // the control has gone and takes no place
         }
-        switch (side) { // what it took may be less or more than it was given
+        switch (side) { // the control may be smaller or larger than the place that it was given
         case alTop: rest.Top = CheckedAdd(rest.Top, control->Height()); break;
         case alBottom: rest.Bottom = CheckedSub(rest.Bottom, control->Height()); break;
         case alLeft: rest.Left = CheckedAdd(rest.Left, control->Width()); break;
@@ -273,7 +273,7 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
 
 // --- Look
 
-/// The focus goes elsewhere, with all that the handlers of its coming and going do.
+/// Moves the focus elsewhere, which runs the handlers of its going and coming.
 void TWinControl::GiveUpFocus() {
     if (TParentForm* const form = ParentFormOf(this); form && form != this) {
         form->FocusLeaves(*this);
@@ -330,7 +330,7 @@ DWORD TWinControl::BiDiExStyle() const {
 void TWinControl::BiDiModeChanged() {
     const TAlive alive(*this);
     if (FSystemClass) {
-        RecreateWnd(); // the system's controls look at it once
+        RecreateWnd(); // the system's controls look at these bits when they are made
     } else if (FHandle) {
         constexpr DWORD all = WS_EX_RTLREADING | WS_EX_RIGHT | WS_EX_LEFTSCROLLBAR;
         const auto style = static_cast<DWORD>(GetWindowLongA(FHandle, GWL_EXSTYLE));

@@ -127,7 +127,7 @@ protected:
     /// them frees the control, an EControlGone leaves this method and all that override it, and ends where the window
     /// was asked for.
     virtual void CreateHandle();
-    virtual void CreateWnd(); ///< Makes the window; descendants then fill it. The same holds for it.
+    virtual void CreateWnd(); ///< Makes the window; descendants then fill it. It ends like CreateHandle.
     /// For the making of a window: runs `foreign`, which may free the control. @throws EControlGone when it did.
     template <class F> void MustOutlive(F&& foreign) const {
         if (!Outlives(*this, std::forward<F>(foreign))) {
@@ -189,8 +189,8 @@ protected:
     void ContextStale() override;
     /// Moves a window into another one; null: onto the screen. @throws EOSError when the system refuses it.
     static void ChangeParent(HWND window, HWND parent);
-    /// Stores the parent window and carries the change out. When that fails and the window is not there, all is as
-    /// before.
+    /// Stores the parent window and carries the change out. When that fails and no window has moved there, all is as it
+    /// was before.
     void ChangeParentWindow(HWND value, const std::function<void()>& carryOut);
     static HMENU NextControlId(); ///< A number for a child window that no dialog uses for a control of its own.
     /// Told when a control of the same form got the focus; descendants call the inherited method for those inside.
@@ -207,9 +207,9 @@ private:
     void AttachControl(TControl* control);
     void DetachControl(TControl* control);
     std::vector<TWinControl*> WindowOrder(); ///< The Z order that the windows inside are to have, the front first.
-    std::vector<HWND> WantedOrder();         ///< The windows in it, of the controls that have one.
-    void ArrangeWindows();                   ///< Brings them into it.
-    void ArrangeAllWindows();                ///< On all levels, where it is another than last time.
+    std::vector<HWND> WantedOrder();         ///< The same as windows, of the controls that have one.
+    void ArrangeWindows();                   ///< Brings the windows inside into that order.
+    void ArrangeAllWindows();                ///< The same on all levels, where the order has changed.
     void ParentSettingChanged();
     void GiveUpFocus();
 
@@ -255,7 +255,7 @@ private:
     bool FAcceptFiles = false;
     bool FIsMouseIn = false;
     bool FAligning = false;
-    bool FDestroyingWindow = false; ///< The window goes by our own will.
+    bool FDestroyingWindow = false; ///< DestroyHandle is destroying the window.
     int FWantedTabOrder = -1;       ///< Of the form file.
 
     TNotifyEvent FOnEnter;

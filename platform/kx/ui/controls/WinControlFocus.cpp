@@ -25,7 +25,7 @@ void TWinControl::SetTabOrder(int value) {
         return;
     }
     if (IsLoading()) {
-        FWantedTabOrder = value; // its siblings are not all there yet
+        FWantedTabOrder = value; // not all of its siblings are there yet
         return;
     }
     auto& list = Parent()->FTabList;
@@ -154,7 +154,7 @@ void TWinControl::DoExit() { FOnExit(this); }
 namespace {
 
 /// The letter of a character message as windows that are not Unicode get it: bytes of the code page that belongs to the
-/// keyboard's language, whatever the program's is. The first byte is the lowest. 0 when they are no letter.
+/// keyboard's language, whatever the program's code page is. The first byte is the lowest. 0 when they are no letter.
 wchar_t LetterOf(WPARAM bytes) {
     DWORD codePage = CP_ACP;
     const LCID language = MAKELCID(LOWORD(GetKeyboardLayout(0)), SORT_DEFAULT);
@@ -197,7 +197,7 @@ bool TWinControl::KeyHandler(TMessage& message) {
         return used;
     }
     case WM_CHAR: {
-        if (message.WParam > 0xFF) { // of a Unicode window of the system's: no char holds it
+        if (message.WParam > 0xFF) { // the character of a Unicode window of the system's, which no char holds
             return false;
         }
         auto key = static_cast<char>(message.WParam);
@@ -205,7 +205,7 @@ bool TWinControl::KeyHandler(TMessage& message) {
         message.WParam = static_cast<uint8_t>(key);
         return used;
     }
-    default: // WM_SYSCHAR, which a foreign message loop did not want
+    default: // WM_SYSCHAR that a foreign message loop has passed on
         return form && form->IsDocked() && form->DialogChar(LetterOf(message.WParam));
     }
 }
@@ -229,7 +229,7 @@ void TWinControl::GetDlgCode(TMessage& message) {
 
 bool TWinControl::WantsKey(uint16_t, TShiftState) { return false; }
 
-/// What the system's dialogs would let the control have, or what it asks for itself.
+/// Whether the key is one that the system's dialogs would leave to the control, or that the control asks for.
 bool TWinControl::KeepsKey(const MSG& message) {
     const auto code =
         static_cast<UINT>(SendMessageA(FHandle, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message)));

@@ -31,7 +31,7 @@ void TWinControl::WndProc(TMessage& message) {
         break;
     case WM_NCPAINT:
         if (!HasFrame()) {
-            return; // the system would take as long to paint nothing as for the erasing
+            return; // the system would take as long for painting nothing as for the erasing
         }
         break;
     case WM_ERASEBKGND:
@@ -124,7 +124,7 @@ void TWinControl::WndProc(TMessage& message) {
                 return;
             }
         } else if (message.Msg >= CN_BASE && message.Msg < CN_BASE + WM_USER) {
-            return; // a notification that the control does not care for is none of its window's messages
+            return; // the control has ignored a notification, which is no message for its window
         }
     }
     TControl::WndProc(message);
@@ -132,18 +132,18 @@ void TWinControl::WndProc(TMessage& message) {
 
 // --- Changes of the system's settings
 
-/// The system tells top-level windows only, so the message is handed to the controls inside.
+/// The system tells top-level windows only. So the message is handed on to the controls inside.
 void TWinControl::SystemChanged(TMessage& message) {
     const TAlive alive(*this);
     const TMessage original = message;
     if (message.Msg == WM_SYSCOLORCHANGE) {
-        ColorChanged(); // it may be one of the system's
+        ColorChanged(); // the control's colour may be one of the system's
     }
     if (alive) {
         DefaultHandler(message);
     }
     const std::vector<TControl*> inside = alive ? FControls : std::vector<TControl*>();
-    for (TControl* control : inside) { // what runs meanwhile may add or remove controls
+    for (TControl* control : inside) { // handlers may add or remove controls
         if (!alive || !HasChild(control)) {
             continue;
         }
@@ -221,7 +221,7 @@ bool TWinControl::GraphicMouseMessage(TMessage& message) {
         target->Perform(message.Msg, message.WParam, MakeLParam(pos.X - target->Left(), pos.Y - target->Top()));
     message.Result = result;
     if (message.Msg == WM_RBUTTONUP && IsWindow(window)) {
-        // The system makes the context menu's message of it.
+        // The system makes WM_CONTEXTMENU of it.
         message.Result = DefWindowProcA(window, message.Msg, message.WParam, message.LParam);
     }
     return true;
@@ -255,7 +255,7 @@ void TWinControl::MouseGone() {
     if (TControl* const old = std::exchange(FMouseControl, nullptr)) {
         old->MouseLeave();
     }
-    ControlHost().MouseOver(nullptr, {}); // fires OnHint
+    ControlHost().MouseOver(nullptr, {}); // this fires OnHint
     if (alive) {
         MouseLeave();
     }
@@ -299,7 +299,7 @@ bool TWinControl::ContextMenuInside(TMessage& message) {
 
 namespace {
 
-/// The control whose window, or whose window's inner part, that is.
+/// The control that the window belongs to: as its own, or as one of the system's inside its own.
 TWinControl* ControlOfWindow(HWND window) {
     for (; window; window = GetAncestor(window, GA_PARENT)) {
         if (TWinControl* const control = FindControl(window)) {

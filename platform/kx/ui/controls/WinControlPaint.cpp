@@ -11,7 +11,8 @@ namespace kx {
 
 namespace {
 
-/// BeginPaint and EndPaint. To begin sends messages of the window's frame and background, and may end the window.
+/// BeginPaint and EndPaint. BeginPaint sends messages for the window's frame and background, whose handlers may end the
+/// window.
 class TPaintScope {
 public:
     explicit TPaintScope(HWND window) : FWindow(window) { BeginPaint(window, &FPaint); }
@@ -30,7 +31,7 @@ private:
     PAINTSTRUCT FPaint{};
 };
 
-/// Restores everything that was selected into a context, unless that has gone meanwhile.
+/// Restores at the end of a scope what was selected into a context, unless the context has gone.
 class TSavedDC {
 public:
     explicit TSavedDC(HDC dc) : TSavedDC(TDrawTarget(dc)) {}
@@ -130,7 +131,7 @@ void TWinControl::PaintHandler(TMessage& message) {
     const TAlive alive(*this);
     const TPaintScope scope(FHandle);
     if (!alive || !scope.Lives()) {
-        return; // a window that was made instead gets a painting of its own
+        return; // the window that was made in its place gets a painting of its own
     }
     if (NeedsBuffer()) {
         PaintBuffered(scope.Paint().hdc, scope.Paint().rcPaint);
@@ -184,7 +185,7 @@ void TWinControl::PaintControls(HDC dc) {
             GetWindowOrgEx(dc, &origin);
             SetWindowOrgEx(dc, origin.x - bounds.left, origin.y - bounds.top, nullptr);
             IntersectClipRect(dc, 0, 0, control->Width(), control->Height());
-            Guarded([&] { control->PaintOn(dc); }); // one that fails leaves the others painted
+            Guarded([&] { control->PaintOn(dc); }); // when one fails, the others are painted all the same
         }
     }
 }

@@ -98,7 +98,7 @@ TWindowClass RegisterWindowClass(const std::string& className, const TCreatePara
     info.lpfnWndProc = initial;
     info.hInstance = HInstance();
     result.Name = className;
-    // Classes of one name in different namespaces, or in other modules of the process, make way for each other.
+    // Classes of the same name, from different namespaces or other modules of the process, get a number behind it.
     for (int i = 2;; ++i) {
         info.lpszClassName = result.Name.c_str();
         if (RegisterClassA(&info)) {
@@ -123,7 +123,7 @@ void TellDockedControls(UINT message, WPARAM wParam, LPARAM lParam) {
     for (const HWND window : Windows().All()) {
         const HWND parent = GetAncestor(window, GA_PARENT);
         if (parent && parent != GetDesktopWindow() && !FindControl(parent)) {
-            // The thread of a modeless dialog may be busy.
+            // With a limit of time: the thread of a modeless dialog may be busy.
             SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 1000, nullptr);
         }
     }
@@ -148,7 +148,7 @@ void TWinControl::HandleNeeded() {
     if (Parent()) {
         Parent()->HandleNeeded();
     }
-    if (alive && !FHandle) { // the parent's window brings ours
+    if (alive && !FHandle) { // the parent has usually made it with its own
         MakeHandle();
     }
 }
@@ -159,7 +159,7 @@ void TWinControl::MakeHandle() {
         CreateHandle();
     } catch (const EControlGone&) {
         if (alive) {
-            throw; // it was another one that went
+            throw; // another control has gone
         }
     }
 }
@@ -198,14 +198,14 @@ void TWinControl::CreateHandle() {
 
 void TWinControl::CreateChildHandles() {
     const TAlive alive(*this);
-    // The system puts each new window behind the others, so made in this order they need no arranging.
+    // The system puts each new window behind the others. Made in this order, they need not be arranged.
     for (TWinControl* control : WindowOrder()) {
         if (alive && FHandle && std::find(FTabList.begin(), FTabList.end(), control) != FTabList.end() &&
             !control->FHandle) {
             control->MakeHandle();
         }
     }
-    // Making a window may bring more controls, or end those that there are.
+    // Handlers of a new window may add controls, or end those that are there.
     for (size_t i = 0; alive && FHandle && i < FControls.size(); ++i) {
         if (auto* const control = dynamic_cast<TWinControl*>(FControls[i]); control && !control->FHandle) {
             control->MakeHandle();
@@ -274,7 +274,7 @@ LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wPara
         });
     }
     const TAlive alive(*control);
-    const bool isGoing = !alive; // in a destructor, which waits for the end of this message
+    const bool isGoing = !alive; // then its destructor waits for the end of this message
     Guarded([&] { control->WndProc(m); });
     if (alive || isGoing) {
         control->WindowDestroyed();
@@ -303,9 +303,9 @@ void TWinControl::DestroyHandle() {
         const HWND window = FHandle;
         const TFieldScope destroying(*this, FDestroyingWindow, true);
         const TAlive alive(*this);
-        const bool isGoing = !alive; // in a destructor, which nothing ends meanwhile
+        const bool isGoing = !alive; // then its destructor calls this, and the object stays
         DestroyWindow(window);
-        // Only the thread that made it can destroy it.
+        // Only the thread that has made a window can destroy it. Another thread lets go of it.
         if ((alive || isGoing) && FHandle == window) {
             SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
             WindowDestroyed();
@@ -318,7 +318,7 @@ void TWinControl::RecreateWnd() {
         return;
     }
     const HWND focus = ::GetFocus();
-    TWinControl* focused = nullptr; // a control may have the focus in an inner window that is none of ours
+    TWinControl* focused = nullptr; // a control may have the focus in a window of the system's inside its own
     if (focus == FHandle || IsChild(FHandle, focus)) {
         for (HWND window = focus; !focused; window = GetAncestor(window, GA_PARENT)) {
             focused = FindControl(window);
@@ -376,7 +376,7 @@ void TWinControl::ChangeParentWindow(HWND value, const std::function<void()>& ca
 
 void TWinControl::ChangeParent(HWND window, HWND parent) {
     SetLastError(ERROR_SUCCESS);
-    // What the messages of the move do may destroy the window.
+    // Handlers of the move's messages may destroy the window: that is no error of the system's.
     if (!::SetParent(window, parent) && GetLastError() != ERROR_SUCCESS && IsWindow(window)) {
         RaiseLastOSError();
     }
@@ -387,7 +387,7 @@ void TWinControl::SetParent(TWinControl* value) {
     if (old == value || (value && IsGoing())) {
         return;
     }
-    CheckParent(value); // before anything is lost
+    CheckParent(value); // it throws: nothing must have been changed by then
     const TAlive alive(*this);
     const TAlive valueAlive(value);
     // Handlers of the focus and of sizes run at each step. They may free everybody, or move the control elsewhere.
@@ -396,7 +396,7 @@ void TWinControl::SetParent(TWinControl* value) {
     if (TParentForm* const form = FHandle && old ? ParentFormOf(old) : nullptr) {
         form->ControlGone(*this);
         if (!form->IsDestroying() && form->HandleAllocated()) {
-            form->FocusLeaves(*this); // else the keyboard would reach nobody
+            form->FocusLeaves(*this); // a focus that stays in it would reach nobody
         }
     }
     if (goesOn(old)) {
@@ -433,7 +433,7 @@ TWinControl* TWinControl::TopParent() {
 
 std::vector<TWinControl*> TWinControl::WindowOrder() {
     if (TopParent()->FParentWindow) {
-        return FTabList; // a foreign dialog moves the focus in Z order
+        return FTabList; // a foreign dialog moves the focus in Z order, which is to be that of the tabs
     }
     std::vector<TWinControl*> order;
     for (auto i = FControls.rbegin(); i != FControls.rend(); ++i) {

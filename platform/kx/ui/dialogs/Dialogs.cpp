@@ -20,7 +20,8 @@ bool CanTakeFocus(HWND window) {
     return IsWindow(window) != 0 && IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0;
 }
 
-/// The system opens no boxes of its own about drives without a medium, which the dialog meets when it looks around.
+/// Keeps the system, for the length of a scope, from boxes of its own about drives without a medium, which the dialog
+/// meets when it looks around.
 class TQuietDrives {
 public:
     TQuietDrives() { SetThreadErrorMode(GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &FBefore); }
@@ -32,20 +33,20 @@ private:
     DWORD FBefore = 0;
 };
 
-/// How the thread calculates comes back as it was: drivers and extensions of the shell, which run inside the dialog,
-/// change it and leave it so.
+/// Restores the floating-point settings of the thread at the end of a scope: drivers and extensions of the shell, which
+/// run inside the dialog, change them and leave them so.
 class TKeptFloatingPoint {
 public:
     TKeptFloatingPoint() = default;
     TKeptFloatingPoint(const TKeptFloatingPoint&) = delete;
     TKeptFloatingPoint& operator=(const TKeptFloatingPoint&) = delete;
     ~TKeptFloatingPoint() {
-        _clearfp(); // what they have left would be raised when it counts as an error again
+        _clearfp(); // an error that they have left would be raised by the old settings
         _control87(FBefore, Kept);
     }
 
 private:
-    // The precision can be set in 32 bits alone.
+    // Only 32-bit programs can set the precision.
     static constexpr unsigned Kept = _MCW_EM | _MCW_RC | (sizeof(void*) == 4 ? _MCW_PC : 0);
 
     unsigned FBefore = _control87(0, 0);
@@ -68,8 +69,8 @@ public:
     TModalScope& operator=(const TModalScope&) = delete;
     ~TModalScope() {
         EnableTaskWindows(FDisabled);
-        // Any of the windows may have died with the dialog. One that was destroyed instead of ended left its owner
-        // disabled.
+        // Any of the windows may have died with the dialog. A dialog that was destroyed instead of ended has left its
+        // owner disabled.
         if (IsWindow(FOwner) != 0) {
             EnableWindow(FOwner, TRUE);
         }
@@ -197,7 +198,7 @@ void TCommonDialog::HandleMessage(TMessage& message) {
         FEnding = true;
         if (std::exchange(FShown, false)) {
             Guarded([this] { DoClose(); });
-            if (!going && !alive) { // freed by its own event
+            if (!going && !alive) { // a handler of OnClose has freed it
                 message.Result = previous(message.Msg, message.WParam, message.LParam);
                 return;
             }
@@ -220,7 +221,7 @@ bool TCommonDialog::TaskModalDialog(HWND owner, const std::function<bool()>& dia
     bool result = false;
     FRunning = running;
     try {
-        const TModalScope modal(owner); // the application's windows hear of it
+        const TModalScope modal(owner); // the application's windows hear of it, and may free the component
         result = alive && dialogFunc();
     } catch (...) {
         if (alive) {
@@ -253,13 +254,13 @@ void TCommonDialog::CloseShown() {
     }
     HWND dialog = DialogWindow();
     if (!FRunning || !dialog || FEnding) {
-        return; // a dialog that has no window yet finds out by its life
+        return; // a dialog without a window yet asks for its life when it gets one
     }
     const DWORD thread = ThreadOf(dialog);
     if (thread == GetCurrentThreadId()) {
         CloseFromInside(dialog);
     } else if (Application().IsAwaitedBy(thread)) {
-        SendMessageA(FHandle, CloseMessage(), 0, 0); // it answers, but cannot go on
+        SendMessageA(FHandle, CloseMessage(), 0, 0); // the thread answers messages, but waits for this one
     } else {
         CloseFromOutside(std::shared_ptr<void>(FRunning));
     }
@@ -271,8 +272,8 @@ const TDialogHold* TCommonDialog::HoldOfAnotherThread() const {
     return hold == FHolds.end() ? nullptr : *hold;
 }
 
-/// Ends the dialog and has nothing to do with it any more. The system may be in the middle of one of its messages and
-/// needs its windows until it is through with that: here they only vanish.
+/// Ends the dialog and lets go of it. The system may be in the middle of a message of its windows and needs them until
+/// then: here they only vanish.
 void TCommonDialog::CloseFromInside(HWND dialog) {
     FEnding = true;
     if (std::exchange(FShown, false)) {
@@ -283,13 +284,14 @@ void TCommonDialog::CloseFromInside(HWND dialog) {
     SendMessageA(dialog, WM_CANCELMODE, 0, 0); // a menu or a drag of its own
     DestroyOwnedWindows(dialog);
     EndSystemDialog(dialog);
-    // The loops of what was destroyed look whether they are over when a message wakes them.
+    // The message loops of the destroyed windows notice that they are over when a message wakes them.
     PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
 void TCommonDialog::EndSystemDialog(HWND dialog) { EndDialog(dialog, 0); }
 
-/// The dialog runs in another thread, which may need this one's message loop in order to end: until `over`.
+/// Cancels the dialog, which runs in another thread, and handles messages until `over` is signalled: that thread may
+/// need them handled in order to end.
 void TCommonDialog::CloseFromOutside(const std::shared_ptr<void>& over) const {
     constexpr DWORD patience = 100; // milliseconds until the next box, if one is open, is answered
     HANDLE event = over.get();

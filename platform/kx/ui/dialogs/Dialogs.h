@@ -19,13 +19,14 @@ class TDialogHold;
 /// While the dialog is shown, the application's other windows of this thread are disabled. An exception out of an event
 /// goes to the application's exception handling and the dialog goes on.
 ///
-/// A dialog component may be freed while it is shown, by `Free` or by its owner, also in its own events: `OnClose`
-/// fires as usual, the system dialog ends as cancelled, the boxes and dialogs that it opened included, and the
-/// `Execute` that shows it returns false without touching the component again. A descendant whose `Execute` or
-/// `DoClose` does anything with the object after the inherited one asks whether it `Outlives` that: the life of a
-/// dialog ends when it begins to go, before its `DoClose`. A destructor reached in another way (`delete`) closes the
-/// dialog too, but only what the object still is by then hears of it: a descendant that overrides `DoClose` or
-/// subclasses windows calls `CloseShown` first thing in its destructor.
+/// A dialog component may be freed while it is shown, by `Free` or by its owner, also in its own events. `OnClose`
+/// fires as usual. The system dialog ends as cancelled, with the boxes and dialogs that it opened, and the `Execute`
+/// that shows it returns false without touching the component again.
+///
+/// The life of a dialog ends when it begins to go, before its `DoClose`. A descendant whose `Execute` or `DoClose` does
+/// anything with the object after the inherited one asks whether it `Outlives` that. A destructor that is reached in
+/// another way (`delete`) closes the dialog too, but by then the descendants are no part of the object any more: one
+/// that overrides `DoClose` or subclasses windows calls `CloseShown` first thing in its own destructor.
 class TCommonDialog : public TComponent {
     KX_CLASS()
 
@@ -72,12 +73,12 @@ protected:
     bool TaskModalDialog(HWND owner, const std::function<bool()>& dialogFunc);
 
     /// Owner window for the system dialog: the active window of this thread, else the active form's, else the
-    /// application's. The last one alone is asked for by other threads than the application's.
+    /// application's. In other threads than the application's no form is asked for.
     static HWND OwnerWindow();
 
     /// Ends the component's life and closes the dialog if it is shown: for destructors only. When this returns, DoClose
-    /// has run and the component has nothing to do with the windows any more. They are gone from the screen; the system
-    /// destroys them as soon as it is through with the message of theirs that it may be in the middle of.
+    /// has run and the component has let go of the windows. They are gone from the screen. The system destroys them as
+    /// soon as it is through with a message of theirs that it may be in the middle of.
     void CloseShown();
 
 private:
@@ -104,9 +105,9 @@ private:
 /// Keeps a dialog component from going while another thread executes it. It is made in the thread that the component
 /// lives in, before the other one begins, and ends there too, once the other one has left `Execute`.
 ///
-/// Whoever frees the component meanwhile has its dialog cancelled and waits, handling messages, until the hold ends.
-/// Handlers of the dialog may free the component, in the thread that executes it or by what they synchronize, and
-/// nobody waits.
+/// Whoever frees the component meanwhile has its dialog cancelled and waits, handling messages, until the hold ends. A
+/// handler of the dialog that frees the component does not wait, whether it runs in the executing thread or by
+/// Synchronize.
 class TDialogHold {
 public:
     /// `threadId` is the thread that is going to execute the dialog.
@@ -117,8 +118,8 @@ public:
 
     TCommonDialog* Dialog() const { return FDialog; } ///< Null once it has gone.
     bool IsWanted() const;                            ///< Nobody has begun to free it.
-    /// Cancels the dialog, if it is shown, or the topmost of the boxes and dialogs that it opened. Does not wait: it
-    /// may take several calls until all are closed.
+    /// Cancels the dialog, if it is shown, or the topmost of the boxes and dialogs that it has opened. It does not
+    /// wait, and several calls may be needed until all are closed.
     void Cancel() const;
 
 private:
@@ -146,7 +147,7 @@ enum TOpenOption : uint8_t {
     ofNoTestFileCreate,
     ofNoNetworkButton,
     ofNoLongNames,
-    ofOldStyleDialog, ///< The dialog of the days before the Explorer; it has no child window and reports no changes.
+    ofOldStyleDialog, ///< The dialog from before the Explorer. It has no child window and reports no changes.
     ofNoDereferenceLinks,
     ofEnableIncludeNotify, ///< OnIncludeItem fires.
     ofEnableSizing,
@@ -194,8 +195,8 @@ class TOpenDialog : public TCommonDialog {
     void SetFilter(const std::string& value) { FFilter = value; }
     int FilterIndex() const { return FFilterIndex; } ///< Counted from 1.
     void SetFilterIndex(int value) { FFilterIndex = value; }
-    /// Folder to start in; empty, or a folder that is not there: the current one. One on another computer is left to
-    /// the system, which decides itself where to start when it is not there.
+    /// Folder to start in. When it is empty or names a missing folder, the dialog starts in the current one. A folder
+    /// on another computer is left to the system, which decides itself where to start when that is missing.
     const std::string& InitialDir() const { return FInitialDir; }
     void SetInitialDir(const std::string& value) { FInitialDir = value; }
     TOpenOptions Options() const { return FOptions; }
@@ -225,8 +226,8 @@ protected:
     /// buffer and arrive in any case, the filter index and the flags only in the record given to the wrapper.
     using TSystemDialogFunc = std::function<bool(OPENFILENAMEA& record)>;
 
-    /// Shows the dialog by `dialogFunc`. Descendants call it from their Execute. When the system refuses the name to
-    /// start with, it is called again with none, and when the names take more room than there is, with more of it.
+    /// Shows the dialog by `dialogFunc`. Descendants call this from their Execute. `dialogFunc` is called again without
+    /// a name when the system refuses the name to start with, and with more room when the chosen names need it.
     bool DoExecute(const TSystemDialogFunc& dialogFunc);
     /// Why the system's function failed, by its CommDlgExtendedError.
     virtual DWORD SystemError() const;

@@ -74,7 +74,7 @@ bool TOpenDialog::DoExecute(const TSystemDialogFunc& dialogFunc) {
 
 DWORD TOpenDialog::SystemError() const { return CommDlgExtendedError(); }
 
-/// FileName and Files from the names that the system has left.
+/// Sets FileName and Files by the names that the system has left.
 void TOpenDialog::TakeFiles() {
     FFiles.Clear();
     for (const std::string& file : FRun->Files()) {
@@ -85,7 +85,7 @@ void TOpenDialog::TakeFiles() {
 
 namespace {
 
-/// By which the dialog of the old style asks its hook whether it may close.
+/// The message by which a dialog of the old style asks its hook whether it may close.
 UINT FileOkMessage() {
     static const UINT message = RegisterWindowMessageA(FILEOKSTRINGA);
     return message;
@@ -100,11 +100,11 @@ UINT_PTR CALLBACK TOpenDialog::HookProc(HWND window, UINT message, WPARAM, LPARA
     return Guarded(UINT_PTR{0}, [&]() -> UINT_PTR {
         auto* record = reinterpret_cast<OPENFILENAMEA*>(lParam);
         auto& run = *reinterpret_cast<TRun*>(record->lCustData);
-        if (message == FileOkMessage()) { // the dialog of the Explorer style sends it too, beside a notification
+        if (message == FileOkMessage()) { // a dialog of the Explorer style sends it too, beside its notification
             return run.Alive && !run.Has(OFN_EXPLORER) && !run.Dialog->AllowsClose() ? 1 : 0;
         }
         run.SystemRecord = record;
-        if (!run.Alive) { // freed when there was no window to close; here the system bears no closing yet
+        if (!run.Alive) { // the component was freed when there was no window; the system cannot close this one yet
             PostMessageA(GetAncestor(window, GA_ROOT), WM_COMMAND, IDCANCEL, 0);
         } else {
             run.Dialog->SystemDialogCreated(window);
@@ -123,9 +123,9 @@ void TOpenDialog::SystemDialogCreated(HWND window) {
     }
 }
 
-/// The system forbids hooks to end its dialog: it has to be cancelled, as soon as it takes messages again.
+/// The system forbids hooks to end its dialog. So the dialog is cancelled as soon as it takes messages again.
 void TOpenDialog::EndSystemDialog(HWND dialog) {
-    // As when a dialog ends: without an owner to fall back to, another program's window would become the active one.
+    // Enables the owner as the end of a dialog does: else another program's window would become the active one.
     if (FRun->OwnerEnabled) {
         EnableWindow(FRun->Record.hwndOwner, TRUE);
     }
@@ -157,8 +157,8 @@ void TOpenDialog::WndProc(TMessage& message) {
 void TOpenDialog::WMNotify(TMessage& message) {
     switch (static_cast<int>(message.LParamAs<NMHDR>().code)) {
     case static_cast<int>(CDN_INITDONE):
-        // The first moment at which all controls have their places; nothing is visible yet. The file list may come
-        // later, as it does on Windows. A resizable dialog may still get the size that an earlier one was given, before
+        // This is the first moment at which all controls have their places, and nothing is visible yet. The file list
+        // may come later, as it does on Windows. A resizable dialog may still get the size of an earlier one, before
         // the next notification.
         DialogShown();
         break;
@@ -175,7 +175,7 @@ void TOpenDialog::WMNotify(TMessage& message) {
     }
 }
 
-/// Answers the system whether its dialog may close: an exception refuses it too.
+/// Answers the system whether its dialog may close. A handler that throws refuses it.
 bool TOpenDialog::AllowsClose() {
     TRun* const run = FRun;
     HWND window = Handle();
@@ -190,8 +190,8 @@ bool TOpenDialog::AllowsClose() {
     });
     run->Asking = false;
     if (!run->Alive) {
-        // A dialog that went with the component must not be closed by this too: the system would reach for what is
-        // gone. What cancels it was kept back, if it came already.
+        // A dialog whose component has gone must not be closed by this answer as well: the system would use what it has
+        // freed. The command that cancels the dialog has been kept back if it came already.
         allowed = false;
         PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
     } else if (allowed) {

@@ -16,21 +16,22 @@ namespace kx {
 
 namespace {
 
-// What the system's own dialogs check at run time, checked for the reference word size at compile time.
+// The system's dialogs check these at run time; here they are checked for the reference word size.
 static_assert(sizeof(void*) != 4 || sizeof(OPENFILENAMEA) == 88, "the record with the extended flags");
 static_assert(sizeof(void*) != 4 || offsetof(OPENFILENAMEA, FlagsEx) == 84, "the record with the extended flags");
 
 /// Bytes for one name: the longest path that the system knows, in characters.
 constexpr size_t NameSize = 32768;
-/// Bytes for several names. Hardly any choice takes more, and a system that does not follow its record to another
-/// block has room enough in the first one.
+/// Bytes for several names. Hardly any choice takes more. So the first block is large enough even for a system that
+/// does not notice when the record gets another block.
 constexpr size_t NamesSize = 1024 * 1024;
 constexpr size_t MostNamesSize = 64 * NamesSize;
 
-/// At most, in any code page. The dialog counts its answers in characters, and fills its buffers with bytes.
+/// Most bytes of a character in any code page. The dialog counts its answers in characters, and fills buffers with
+/// bytes.
 constexpr size_t BytesPerCharacter = 4;
 
-/// System flag of each option; 0 for the one that is the absence of a flag.
+/// System flag of each option; 0 for the option that means the absence of a flag.
 constexpr std::array<DWORD, 22> OptionFlags = {
     OFN_READONLY,
     OFN_OVERWRITEPROMPT,
@@ -63,7 +64,7 @@ DWORD FlagsOf(TOpenOptions options) {
             flags |= OptionFlags[i];
         }
     }
-    // Names of several files come separated by NUL in both styles only with long names on.
+    // Only with long names on are several names separated by NUL in both styles.
     return options.Contains(ofOldStyleDialog) ? flags | OFN_LONGNAMES : flags | OFN_EXPLORER;
 }
 
@@ -85,8 +86,8 @@ std::string CurrentFolder() {
     return path;
 }
 
-/// The folder to start in. A share that does not answer takes long to say so: its folders are left to the dialog, which
-/// starts in another one when there is none.
+/// The folder to start in. To ask about a share that does not answer takes long, so folders of shares are not looked
+/// for: the dialog itself starts in another folder when that one is missing.
 std::string StartFolder(const std::string& wanted) {
     return wanted.starts_with("\\\\") || DirectoryExists(wanted) ? wanted : CurrentFolder();
 }
@@ -106,7 +107,7 @@ std::string DialogText(HWND dialog, UINT request) {
     if (size <= 0) {
         return {};
     }
-    // One more: a text that just fits may come without its NUL.
+    // One byte more: a text that just fits may come without its NUL.
     std::string text(static_cast<size_t>(size) * BytesPerCharacter + 1, '\0');
     SendMessageA(dialog, request, text.size(), reinterpret_cast<LPARAM>(text.data()));
     return text.substr(0, text.find('\0'));
@@ -130,7 +131,7 @@ const std::vector<char>& TNameBlocks::Filled() const {
     return filled == FBlocks.rend() ? FBlocks.back() : *filled;
 }
 
-/// In the block: one full path, or a folder and the names in it.
+/// The names in the block: one full path, or a folder and the names in it.
 std::vector<std::string> TOpenDialog::TRun::Files() const {
     std::vector<std::string> files;
     const std::vector<char>& block = FNames.Filled();
@@ -168,7 +169,7 @@ void TOpenDialog::TRun::ReserveNames() {
     }
 }
 
-/// False when the edit holds a name that makes a path longer than the system knows: Wine 8 would write it over its
+/// False when the edit holds a name that makes a path too long for the system. Wine 8 would write such a path over its
 /// stack.
 bool TOpenDialog::TRun::NamesFit() const {
     HWND dialog = DialogMessages.Handle();
@@ -212,8 +213,8 @@ TOpenDialog::TRun::TRun(TOpenDialog& dialog)
     Record.lpstrInitialDir = FFolder.c_str();
     Record.lpstrTitle = TextOrNull(FTitle);
     Record.lpstrDefExt = TextOrNull(FExtension);
-    // No template: the system lays the child of a template over the whole client area, above every window that comes
-    // later, and would bury the forms and bars that belong into the dialog. Without one it is empty, out of the way,
+    // No template is given: the system would lay its child window over the whole client area, above every window that
+    // comes later, and so bury the forms and bars in the dialog. Without a template the child is empty, out of the way,
     // and gets the notifications just the same.
     Record.Flags = FlagsOf(dialog.FOptions);
     Record.FlagsEx = dialog.FOptionsEx.Contains(ofExNoPlacesBar) ? OFN_EX_NOPLACESBAR : 0;
@@ -228,9 +229,9 @@ bool TOpenDialog::TRun::Mend(DWORD error) {
         const std::string folder = DirectoryExists(name) ? name : ExtractFilePath(name);
         FFolder = folder.empty() ? FFolder : folder;
         std::fill(block.begin(), block.end(), '\0');
-    } else if (error == FNERR_BUFFERTOOSMALL && block.size() < MostNamesSize) { // the user has to choose once more
+    } else if (error == FNERR_BUFFERTOOSMALL && block.size() < MostNamesSize) { // the user has to choose again
         FFolder = FShownFolder.empty() ? FFolder : FShownFolder;
-        std::fill(block.begin(), block.end(), '\0'); // the system has left the size there that it wanted
+        std::fill(block.begin(), block.end(), '\0'); // the system has left in it the size that it wanted
         FNames.Add(block.size() * 8);
         SetBlock(Record);
     } else {
@@ -261,10 +262,10 @@ void TOpenDialog::TRun::HandleMessage(TMessage& message) {
     DialogMessages.CallPrevious(message);
 }
 
-/// True for what would harm the system, or bring back a dialog that only waits for its end.
+/// True for messages that would harm the system, or bring back a dialog that only waits for its end.
 bool TOpenDialog::TRun::KeepsBack(const TMessage& message) const {
     if (message.Msg == WM_COMMAND && message.WParamLo() == IDCANCEL) {
-        return Asking; // by a loop of OnCanClose: the system, in the middle of the names, would use what it has freed
+        return Asking; // a message loop in OnCanClose got it: the system is using the names that it would free
     }
     if (!Alive && message.Msg == WM_WINDOWPOSCHANGING) {
         message.LParamAs<WINDOWPOS>().flags &= ~static_cast<UINT>(SWP_SHOWWINDOW);
@@ -272,8 +273,8 @@ bool TOpenDialog::TRun::KeepsBack(const TMessage& message) const {
     return !Alive && message.Msg == WM_COMMAND;
 }
 
-/// OK takes names that were typed or pasted, of which nothing was heard before. The application hears of the questions
-/// that this asks the dialog, and may free the component.
+/// Looks at the names that OK takes: no notification tells of names that were typed or pasted. The application hears of
+/// the questions that this asks the dialog, and may free the component.
 bool TOpenDialog::TRun::TakesNames() {
     if (System().Wine && !NamesFit()) {
         HWND dialog = DialogMessages.Handle();

@@ -38,7 +38,7 @@ struct TOpenDialog::TRun {
     TAlive Alive; ///< Of the component.
     OPENFILENAMEA Record{};
     OPENFILENAMEA* SystemRecord = &Record; ///< The one that the system uses: a wrapper may have given it another.
-    bool OwnerEnabled = false;             ///< The owner window was, before the dialog came.
+    bool OwnerEnabled = false;             ///< The owner window was enabled before the dialog came.
     bool Asking = false;                   ///< The system waits to hear whether it may take the names.
     TSubclass DialogMessages;              ///< Of the dialog window.
 
@@ -49,7 +49,7 @@ struct TOpenDialog::TRun {
     void NoteExtension(const std::string& fileName);
     /// Makes room in the system's record for all that is selected or typed.
     void ReserveNames();
-    /// Takes out of the record what the system has refused the dialog for. False when that is beyond this.
+    /// Takes out of the record what made the system refuse the dialog. False when that cannot be helped here.
     bool Mend(DWORD error);
     /// Messages of the dialog window.
     void HandleMessage(TMessage& message);
@@ -63,7 +63,7 @@ private:
     TNameBlocks FNames;
     std::string FFilter;
     std::string FFolder;
-    std::string FShownFolder; ///< In which names were last reserved.
+    std::string FShownFolder; ///< The folder for whose names room was last reserved.
     std::string FExtension;
     std::string FTitle;
 };

@@ -104,7 +104,7 @@ struct TPrintDialog::TRun {
     explicit TRun(TPrintDialog& dialog) : Dialog(&dialog), Alive(dialog) {}
     TRun(const TRun&) = delete;
     TRun& operator=(const TRun&) = delete;
-    ~TRun() { // the system may have put others into the place of ours
+    ~TRun() { // the system may have replaced our blocks of memory by its own
         const unique_hglobal names(Record.hDevNames);
         const unique_hglobal mode(Record.hDevMode);
     }
@@ -194,7 +194,7 @@ UINT_PTR CALLBACK TPrintDialog::HookProc(HWND window, UINT message, WPARAM, LPAR
     if (message == WM_INITDIALOG) {
         Guarded([&] {
             const auto& run = *reinterpret_cast<const TRun*>(reinterpret_cast<const PRINTDLGA*>(lParam)->lCustData);
-            if (!run.Alive) { // freed when there was no window to close
+            if (!run.Alive) { // the component was freed when there was no window to close
                 PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
             } else {
                 run.Dialog->SystemDialogCreated(window);

@@ -14,7 +14,7 @@ const TClass& TCustomForm::StaticClass() {
         using T = TCustomForm;
         const auto never = [](const TObject&) { return false; };
         const auto always = [](const TObject&) { return true; };
-        c.Property("Width", &T::Width, &T::SetWidth).Stored = never; // the client area tells it
+        c.Property("Width", &T::Width, &T::SetWidth).Stored = never; // stored as the client area's
         c.Property("Height", &T::Height, &T::SetHeight).Stored = never;
         c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
         c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = false;
@@ -143,7 +143,7 @@ void TCustomForm::GetChildren(const TGetChildProc& proc, TComponent* root) {
 }
 
 void TCustomForm::Loaded() {
-    // What the form file says of the inside holds for the frame that it says.
+    // The client size in the form file goes with the frame in the form file.
     if (FWantedClientWidth >= 0 || FWantedClientHeight >= 0) {
         const TRect client = ClientRect();
         const int width = FWantedClientWidth >= 0 ? FWantedClientWidth : client.Right;
@@ -191,8 +191,8 @@ bool TCustomForm::CloseQuery() {
     return canClose;
 }
 
-/// The user logs off. A form that was closed and hidden has been asked already, and could not be seen to be the one
-/// that wants to stay.
+/// The user logs off. A form that was closed and hidden has been asked already; if it refused, the user could not see
+/// which form wants to stay.
 bool TCustomForm::SessionMayEnd() { return (!Visible() && Application().MainForm() != this) || CloseQuery(); }
 
 void TCustomForm::DoClose(TCloseAction& action) { FOnClose(this, action); }

@@ -85,7 +85,8 @@ class TCustomForm : public TParentForm {
     /// shown, modal or not, and of the main form; then false keeps the session. A docked form is not asked. When the
     /// session does end, no form is closed: the application ends as by `Terminate`, as far as the system lets it.
     virtual bool CloseQuery();
-    /// Frees the form when the message at hand is done, also when a handler of it goes on to show dialogs.
+    /// Frees the form when the message that is being handled is done. Dialogs that its handler shows do not end it
+    /// earlier.
     void Release();
 
     // --- Settings
@@ -96,11 +97,11 @@ class TCustomForm : public TParentForm {
     void SetBorderIcons(TBorderIcons value);
     TPosition Position() const { return FPosition; }
     void SetPosition(TPosition value) { FPosition = value; }
-    /// Of a form of its own. Docked, a form has its ordinary size, and its state comes back when it is a form of its
-    /// own again and is shown.
+    /// State of a form that is not docked. A docked form has its ordinary size; its state comes back when it is a
+    /// window of its own again and is shown.
     TWindowState WindowState() const { return FWindowState; }
     void SetWindowState(TWindowState value);
-    /// Its bounds, for an icon and for a form that fills the screen those that it has otherwise.
+    /// Its bounds. While it is an icon or fills the screen: those that it will have again.
     TRect NormalBounds() const;
     TFormStyle FormStyle() const { return FFormStyle; }
     void SetFormStyle(TFormStyle value);
@@ -393,12 +394,12 @@ class TApplication : public TComponent {
     /// thread are answered.
     /// @throws EAbort when the application ends.
     void Synchronize(const std::function<void()>& work);
-    /// In the application's thread: what is being done now is work that the thread waits for in Synchronize. Who waited
-    /// for that thread would wait for ever.
+    /// For the application's thread: whether it is doing work that the given thread waits for in Synchronize. To wait
+    /// for that thread would be to wait for ever.
     bool IsAwaitedBy(DWORD threadId) const;
-    /// Calls `work` whenever Run ends, and for programs without it when the application goes, before its components do.
-    /// There is no other time for threads to end: the system's end of the program has begun by then, and may hold locks
-    /// that a thread needs. The last one added is the first.
+    /// Calls `work` whenever Run ends; in programs without Run, when the application goes, before its components do.
+    /// The last work added is called first. Threads have to end at that time: later the system has begun to end the
+    /// program, and may hold locks that a thread needs.
     void AtEnd(std::function<void()> work) { FAtEnd.push_back(std::move(work)); }
 
     void InsertComponent(TComponent* component) override;

@@ -45,8 +45,8 @@ void InstallCodePage() {
 
 } // namespace
 
-/// The application and the screen as controls see them. Some of it makes the application when there is none yet; what
-/// is about an end does not.
+/// The application and the screen as controls see them. Most members make the application when there is none yet; those
+/// that tell of an end do not.
 class TFormsHost final : public IControlHost {
 public:
     void ControlGone(const TControl& control) override {
@@ -75,7 +75,8 @@ public:
 
 namespace {
 
-/// From the start of the program on: an exception, or a control's message, may come before the application's first use.
+/// Installed from the start of the program on: an exception, or a control's message, may come before the application is
+/// first used.
 const bool Installed = [] {
     static constinit TFormsHost host;
     SetControlHost(host);
@@ -128,7 +129,7 @@ TApplication::~TApplication() {
     Destroying();
     CancelHint();
     FHintWindow.reset();
-    DestroyComponents(); // threads of dialogs may end with them
+    DestroyComponents(); // this may end threads of dialogs
     RefuseSynchronized();
     if (FHelpOpened) {
         WinHelpA(FHandle, FHelpFile.c_str(), HELP_QUIT, 0);
@@ -180,8 +181,8 @@ int TApplication::MessageBox(const std::string& text, const std::string& caption
     const HWND focus = ::GetFocus();
     CancelHint();
     ModalStarted();
-    // The owner is left to the system, which enables it before the box goes: else some other program's window would be
-    // activated. Only a box that was destroyed instead of ended leaves it disabled.
+    // The owner is left to the system, which enables it before the box goes: else some other program's window would
+    // become the active one. Only a box that was destroyed instead of ended leaves its owner disabled.
     const bool ownerEnabled = IsWindowEnabled(owner) != 0;
     const TTaskWindowList disabled = DisableTaskWindows(owner);
     const int result = ::MessageBoxA(owner, text.c_str(), caption.c_str(), flags);
@@ -220,8 +221,8 @@ void TApplication::HandleException(TObject* sender) {
     if (!std::current_exception()) {
         return;
     }
-    // A control's work with the mouse ends here. A button of a system dialog keeps the mouse: its click would be lost
-    // with it, and where a hook of the dialog fails at each message the dialog could not be left any more.
+    // A control of the framework loses the mouse capture. A button of a system dialog keeps it, or its click would be
+    // lost: where a hook of the dialog fails at each message, nobody could leave the dialog any more.
     if (const HWND capture = GetCapture(); capture && FindControl(capture)) {
         SendMessageA(capture, WM_CANCELMODE, 0, 0);
     }
@@ -238,7 +239,7 @@ void TApplication::HandleException(TObject* sender) {
     try {
         throw;
     } catch (const EAbort&) {
-        // ends an operation silently
+        // EAbort ends an operation silently.
     } catch (const std::exception& e) {
         tell(e);
     } catch (...) {
@@ -299,7 +300,7 @@ bool TApplication::ProcessMessage(MSG& message) {
         Guarded([&] { handled = PreTranslate(message); });
     }
     if (!handled && message.hwnd == FHandle && message.message == WM_RUNQUEUE) {
-        Guarded([this] { RunQueue(detail::TMessageFrame::Depth() - 1); }); // no form was released in this message
+        Guarded([this] { RunQueue(detail::TMessageFrame::Depth() - 1); }); // this message has released no form
     } else if (!handled) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
@@ -343,7 +344,7 @@ LRESULT CALLBACK TApplication::WindowProc(HWND window, UINT message, WPARAM wPar
 
 LRESULT TApplication::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_RUNQUEUE: RunQueue(detail::TMessageFrame::Depth()); return 0; // in a loop that is not the framework's
+    case WM_RUNQUEUE: RunQueue(detail::TMessageFrame::Depth()); return 0; // from a loop that is not the framework's
     case WM_RUNSYNCHRONIZED: RunSynchronized(); return 0;
     case WM_TIMER:
         if (wParam == HintTimerId) {
@@ -393,8 +394,8 @@ void TApplication::MessageDone(int frames) {
     }
 }
 
-/// `frames` messages are being handled around this one. A form that was released in one of them stays until that is
-/// done.
+/// `frames` messages are being handled around this one. A form that was released in one of them stays until that
+/// message is done.
 void TApplication::RunQueue(int frames) {
     const auto isDone = [=](const TReleased& released) { return released.Frames > frames; };
     for (;;) {

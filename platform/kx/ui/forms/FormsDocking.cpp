@@ -4,8 +4,6 @@
 
 #include "kx/win/Windows.h"
 
-// A form's window in other styles, and in windows that are not the framework's.
-
 namespace kx {
 
 TRect TCustomForm::NormalBounds() const {
@@ -29,7 +27,7 @@ struct TCustomForm::TStyles {
     bool Child() const { return (Style & WS_CHILD) != 0; }
     bool Shown() const { return (Style & WS_VISIBLE) != 0; }
     bool OnTop() const { return (ExStyle & WS_EX_TOPMOST) != 0; }
-    /// Takes over what the settings of a form do not decide.
+    /// Takes over the bits that the settings of a form do not decide.
     void KeepState(const TStyles& old) {
         constexpr DWORD kept = WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE;
         Style = (Style & ~kept) | (old.Style & kept);
@@ -48,7 +46,7 @@ struct TCustomForm::TStyles {
     DWORD ExStyle;
 };
 
-/// The window stays: what is in it, the focus, selections and scroll positions, is not touched.
+/// The window is not made anew: its controls keep their selections and scroll positions, and the focus stays.
 void TCustomForm::UpdateWindowStyle() {
     const HWND window = WindowHandle();
     if (!window || Parent()) {
@@ -66,7 +64,7 @@ void TCustomForm::UpdateWindowStyle() {
 
     const TAlive alive(*this);
     if (moves && old.Shown()) {
-        ShowWindow(window, SW_HIDE); // the focus leaves, of which handlers are told
+        ShowWindow(window, SW_HIDE); // the focus leaves, and handlers hear of that
     }
     if (!alive || WindowHandle() != window) {
         return;
@@ -125,7 +123,7 @@ void TCustomForm::EnterParent(HWND parent, const TStyles& styles) {
         throw;
     }
     if (IsIconic(window) || IsZoomed(window)) {
-        ShowWindow(window, SW_SHOWNOACTIVATE); // gives it its ordinary size, of which handlers are told
+        ShowWindow(window, SW_SHOWNOACTIVATE); // the window gets its ordinary size, and handlers hear of that
         if (alive && WindowHandle() == window) {
             ShowWindow(window, SW_HIDE);
         }

@@ -96,8 +96,8 @@ void TCustomForm::ControlFocused(TWinControl& control) {
     FocusChanged(&control);
 }
 
-/// Fires OnExit of `old` and of what is around it, as far as `next` is not inside. False: a handler has moved the focus
-/// on or ended the form.
+/// Fires OnExit of `old` and of the controls around it that `next` is not in. False: a handler has moved the focus on
+/// or ended the form.
 bool TCustomForm::Leave(TWinControl* old, TWinControl* next) {
     const TAlive alive(*this);
     const TAlive nextAlive(next);
@@ -112,13 +112,13 @@ bool TCustomForm::Leave(TWinControl* old, TWinControl* next) {
 }
 
 void TCustomForm::ExitFocused() {
-    if (!IsDestroying()) { // else its handlers cannot be called any more
+    if (!IsDestroying()) { // the handlers of a form that goes cannot be called any more
         Leave(std::exchange(FFocusedControl, nullptr), nullptr);
     }
 }
 
-/// In a dialog that is not the framework's, the focus may go to one of the dialog's own controls, of which nothing else
-/// tells us. When another top-level window becomes the active one, the control keeps the focus within its dialog.
+/// In a dialog that is not the framework's, the focus may go to one of the dialog's own controls, and only this message
+/// tells of that. When another top-level window becomes the active one, the control keeps the focus within its dialog.
 void TCustomForm::FocusLost(TWinControl& control, HWND to) {
     if (!IsDocked() || !to || !FFocusedControl || !control.ContainsControl(FFocusedControl)) {
         return;
@@ -151,7 +151,7 @@ void TCustomForm::FocusLeaves(TWinControl& control) {
     ::SetFocus(FActiveControl ? FActiveControl->WindowHandle() : WindowHandle());
 }
 
-/// The control, with all inside it, leaves the form or goes.
+/// The control, with all that is inside it, leaves the form or goes.
 void TCustomForm::ControlGone(const TControl& control) {
     const auto inside = [&](const TControl* c) {
         while (c && c != &control) {
@@ -178,7 +178,7 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
     case WM_SYSKEYDOWN: {
         const TAlive controlAlive(control);
         bool used = false;
-        // The clicks on the items above may end it all, or disable the item.
+        // The clicks on the items above may end form and menu, or disable the item.
         const auto offer = [&] { used = FMenu && FMenu->IsShortCut(message.wParam, message.lParam); };
         if (!Outlives(*this, offer) || !controlAlive || used) {
             return true;

@@ -46,7 +46,7 @@ protected:
 
     void WndProc(TMessage& message) override {
         if (message.Msg == WM_NCHITTEST) {
-            message.Result = HTTRANSPARENT; // the mouse acts on what lies below
+            message.Result = HTTRANSPARENT; // the mouse acts on the window below
         } else {
             TCustomControl::WndProc(message);
         }
@@ -69,7 +69,7 @@ const TClass& THintWindow::StaticClass() {
 
 namespace {
 
-/// The control, or the nearest around it, that has a hint.
+/// The control if it has a hint, else the nearest one around it that has one.
 TControl* HintedControl(TControl* control) {
     while (control && control->Hint().empty()) {
         control = control->Parent();

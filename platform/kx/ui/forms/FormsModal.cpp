@@ -65,20 +65,20 @@ TModalResult TCustomForm::ShowModal() {
         SetWindowLongPtrA(WindowHandle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(OwnerWindow()));
     }
     try {
-        HandleNeeded(); // its owner is still active
+        HandleNeeded(); // now, since the window that is to own it is still the active one
         if (!alive) {
             return mrCancel;
         }
         Application().ModalStarted();
     } catch (...) {
         if (alive) {
-            FModal = false; // else the form could never be shown again
+            FModal = false; // a form that counts as modal could never be shown again
         }
         throw;
     }
     const TTaskWindowList disabled = alive ? DisableTaskWindows(WindowHandle()) : TTaskWindowList();
 
-    // Whatever happens, the other windows come back.
+    // Whatever happens, the other windows are enabled again.
     std::exception_ptr failure;
     TModalResult result = mrCancel;
     try {
@@ -92,7 +92,7 @@ TModalResult TCustomForm::ShowModal() {
             if (!alive) {
                 break;
             }
-            // Without a window, which went with its owner for instance, nobody could close the form any more.
+            // A form without a window cannot be closed by anybody; the window may have gone with its owner.
             if (!HandleAllocated() || Application().Terminated()) {
                 FModalResult = mrCancel;
             } else if (FModalResult != mrNone) {
@@ -103,7 +103,7 @@ TModalResult TCustomForm::ShowModal() {
     } catch (...) {
         failure = std::current_exception();
     }
-    EnableTaskWindows(disabled); // before the form goes: else another program would be activated
+    EnableTaskWindows(disabled); // before the form goes, or another program would become the active one
     if (active && IsWindow(active) && IsWindowEnabled(active)) {
         SetActiveWindow(active);
     }
@@ -125,10 +125,10 @@ void TCustomForm::WakeModalLoop() const {
     }
 }
 
-/// A modal result was set: the form's handlers have a say in it.
+/// A modal result was set: asks the form's handlers whether it may close.
 void TCustomForm::CloseModal() {
     const TAlive alive(*this);
-    bool stays = true; // also when a handler fails
+    bool stays = true; // holds when a handler fails
     Guarded([&] {
         if (!CloseQuery() || !alive) {
             return;
@@ -150,7 +150,7 @@ void TApplication::ModalStarted() {
         try {
             FOnModalBegin(this);
         } catch (...) {
-            --FModalLevel; // the dialog does not come to be
+            --FModalLevel; // the dialog is not shown
             throw;
         }
     }

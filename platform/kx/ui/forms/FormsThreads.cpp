@@ -9,8 +9,6 @@
 
 #include <deque>
 
-// What other threads do with the application.
-
 namespace kx {
 
 void WaitAnswering(HANDLE object) {
@@ -29,10 +27,10 @@ struct TSynchronized {
     DWORD ThreadId = GetCurrentThreadId();
     unique_handle_object Done{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
     std::exception_ptr Failure = nullptr;
-    TSynchronized* Outer = nullptr; ///< In the midst of whose work this one is done.
+    TSynchronized* Outer = nullptr; ///< This one's work is done in the middle of that one's.
 };
 
-/// Whose work is being done. The application's thread's.
+/// The innermost whose work is being done. The application's thread alone touches it.
 TSynchronized* Served = nullptr;
 
 struct TSynchronizedQueue {
@@ -40,7 +38,7 @@ struct TSynchronizedQueue {
     std::deque<TSynchronized*> Waiting;
     bool Closed = false;
 
-    /// False: the application does not take any more.
+    /// False: the application ends and takes no more work.
     bool Add(TSynchronized& call) {
         AcquireSRWLockExclusive(&Lock);
         const bool open = !Closed;
@@ -88,8 +86,8 @@ void TApplication::Synchronize(const std::function<void()>& work) {
     if (!Queue().Add(call)) {
         std::rethrow_exception(ApplicationEnds());
     }
-    // Neither posted, which a thread that waits for an answer of this one would not see, nor sent, which would keep the
-    // work from calling COM objects of other threads.
+    // A posted message would not be seen by a thread that waits for an answer of this one. In a sent message the work
+    // could not call COM objects of other threads. So it is neither.
     SendNotifyMessageA(FHandle, WM_RUNSYNCHRONIZED, 0, 0);
     WaitAnswering(call.Done.get());
     if (call.Failure) {
@@ -132,15 +130,15 @@ void RefuseSynchronized() {
     }
 }
 
-// Dialogs of other threads have the application own what they make; the list of components is the application's
-// thread's.
+// Dialogs of other threads make components that the application owns. The list of components belongs to the
+// application's thread.
 
 void TApplication::InsertComponent(TComponent* component) {
     Synchronize([&] { TComponent::InsertComponent(component); });
 }
 
 void TApplication::RemoveComponent(TComponent* component) {
-    Guarded([&] { Synchronize([&] { TComponent::RemoveComponent(component); }); }); // destructors call it
+    Guarded([&] { Synchronize([&] { TComponent::RemoveComponent(component); }); }); // destructors call this
 }
 
 } // namespace kx

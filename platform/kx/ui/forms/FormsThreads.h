@@ -12,7 +12,7 @@ constexpr UINT WM_RUNSYNCHRONIZED = WM_APP + 2;
 /// that were posted stay where they are.
 void WaitAnswering(HANDLE object);
 
-/// From now on no thread gets anything done by the application, nor those that wait for it now.
+/// From now on the application does no more work for other threads. Those that wait for it now are let go.
 void RefuseSynchronized();
 
 } // namespace kx

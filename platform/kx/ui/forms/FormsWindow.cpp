@@ -14,7 +14,7 @@ void TCustomForm::CreateParams(TCreateParams& params) {
     TWinControl::CreateParams(params);
     if (Parent() || ParentWindow()) {
         if (!Parent()) {
-            params.Style &= ~static_cast<DWORD>(WS_VISIBLE); // shown after OnShow
+            params.Style &= ~static_cast<DWORD>(WS_VISIBLE); // it is shown after OnShow
         }
     } else {
         params.Style &= ~static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_TABSTOP);
@@ -84,7 +84,7 @@ TPoint TCustomForm::FrameExtent() const {
 void TCustomForm::CreateHandle() {
     MustOutlive([this] { AfterConstruction(); });
     if (HandleAllocated()) {
-        return; // OnCreate did it
+        return; // OnCreate has made the window
     }
     MustOutlive([this] { PlaceFirst(); });
     TWinControl::CreateHandle();
@@ -106,7 +106,8 @@ void TCustomForm::CreateWnd() {
     MustOutlive([this] { Resize(); });
 }
 
-/// Another window took ours along: the form is no part of it any more, and not to be seen.
+/// The window was destroyed with another one that it was in. The form is no part of that one any more, and counts as
+/// hidden.
 void TCustomForm::WindowLost() {
     FIsActive = false;
     WakeModalLoop();
@@ -171,7 +172,7 @@ void TCustomForm::VisibleChanged() {
                 HandleNeeded();
             } catch (...) {
                 if (alive) {
-                    FVisible = false; // else it could never be shown again
+                    FVisible = false; // a form that counts as visible could never be shown again
                 }
                 throw;
             }
@@ -182,7 +183,7 @@ void TCustomForm::VisibleChanged() {
         if (alive && Visible() && HandleAllocated()) {
             ShowWindowNow();
         }
-        // The system may have left the focus in the form while that was hidden.
+        // The system may have left the focus in the form while the form was hidden.
         if (alive && IsDocked() && Visible() && Focused(*this)) {
             if (TWinControl* const focused = FindControl(::GetFocus())) {
                 ControlFocused(*focused);
@@ -261,7 +262,7 @@ bool TCustomForm::ShowHelp(TMessage& message) {
     const TControl* control = nullptr;
     for (HWND window = static_cast<HWND>(info.hItemHandle); window && !control;
          window = GetAncestor(window, GA_PARENT)) {
-        control = FindControl(window); // the focus may be in an inner window of the system's
+        control = FindControl(window); // the focus may be in a window of the system's inside a control
     }
     const int context = control ? control->NearestHelpContext() : HelpContext();
     if (context == 0) {

@@ -44,7 +44,7 @@ public:
         bool first = false;
         {
             const TExclusiveLock lock(FLock);
-            // The objects of threads that free themselves go before their threads do.
+            // An object that frees itself goes before its thread ends.
             std::erase_if(FThreads,
                           [](const TEntry& e) { return !e.Thread && WaitForSingleObject(e.Handle.get(), 0) == 0; });
             FThreads.push_back({&thread, std::move(handle)});
@@ -91,8 +91,8 @@ private:
         }
     }
     /// The next thread, from the entry `index` on, that is to be asked to end; null when there is none. It does not go
-    /// before `Asked`, unless what it is asked frees it. It is asked without the lock: its TerminatedSet may make and
-    /// free threads.
+    /// before `Asked`, unless its TerminatedSet frees it. The lock is not held while it is asked: TerminatedSet may
+    /// make and free threads.
     TThread* NextToAsk(size_t& index) {
         const TExclusiveLock lock(FLock);
         while (index < FThreads.size() && !(FThreads[index].Thread && Runs(FThreads[index]))) {
@@ -116,7 +116,7 @@ private:
         return runs == FThreads.end() ? unique_handle_object() : SameObject(runs->Handle.get());
     }
     static bool Runs(const TEntry& entry) {
-        // A suspended one ends with whoever owns it.
+        // A suspended thread ends with its owner.
         return WaitForSingleObject(entry.Handle.get(), 0) != 0 && !(entry.Thread && entry.Thread->Suspended());
     }
 
@@ -157,10 +157,10 @@ void TThread::BeforeDestruction() {
 }
 
 void TThread::EndAndWait() {
-    TRunning::Instance().Remove(*this); // it is not asked to end while it goes
+    TRunning::Instance().Remove(*this); // so that it is not asked to end while it goes
     if (GetCurrentThreadId() != FThreadId) {
         Terminate();
-        Resume(); // without Execute: the system's thread has to end
+        Resume(); // the system's thread has to end; Execute is not called
         WaitFor();
     }
 }
@@ -215,7 +215,7 @@ void TThread::Run() {
         try {
             Execute();
         } catch (const EAbort&) {
-            // ends an operation silently
+            // EAbort ends an operation silently.
         } catch (...) {
             FFatalException = std::current_exception();
         }

@@ -23,10 +23,10 @@ KX_EXCEPTION(EThread, Exception);
 /// apartment of COM is made for it: an Execute that uses COM, OLE or the shell's dialogs initializes it, and cleans up,
 /// by itself.
 ///
-/// `Free` asks the thread to end and waits for that; a thread that never started does not run. What the thread itself
-/// synchronizes cannot free it; it sets FreeOnTerminate. A descendant that is
-/// destroyed in another way (`delete`, a local variable) calls `EndAndWait` first thing in its destructor: Execute uses
-/// the object. At the end of the application's Run all threads are asked to end and waited for, 10 seconds at most.
+/// `Free` asks the thread to end and waits for that; a thread that has not started never runs. Work that the thread
+/// itself synchronizes cannot free it, and sets FreeOnTerminate instead. A descendant that is destroyed in another way
+/// (`delete`, a local variable) calls `EndAndWait` first thing in its destructor, since Execute uses the object. At the
+/// end of the application's Run all threads are asked to end and waited for, 10 seconds at most.
 class TThread : public TObject {
     KX_CLASS()
 
@@ -43,8 +43,8 @@ class TThread : public TObject {
     bool Terminated() const { return FTerminated; }
     bool Finished() const { return FFinished; } ///< Execute has returned.
 
-    /// Waits until the thread is over and returns its ReturnValue. What the thread synchronizes runs meanwhile, and
-    /// messages sent by other threads are answered. A thread may be one that frees itself.
+    /// Waits until the thread is over and returns its ReturnValue. Meanwhile the work that the thread synchronizes is
+    /// done, and messages that other threads send are answered. The thread may be one that frees itself.
     /// @throws EThread in the thread itself, and in what it synchronizes.
     int WaitFor();
 

@@ -83,7 +83,7 @@ void TSpeedButton::SetDown(bool value) {
 
 void TSpeedButton::WndProc(TMessage& message) {
     if (message.Msg == WM_CANCELMODE) {
-        FHeld = false; // the press has become something else, as a drag
+        FHeld = false; // the press has become something else, a drag for instance
         Change(FPressed, false);
     }
     TGraphicControl::WndProc(message);
@@ -204,7 +204,7 @@ void TSpeedButton::PaintContent(TButtonState state) {
     if (margin < 0) {
         margin = (room - glyphExtent - spacing - textExtent) / 2;
     }
-    // Along the layout's direction, from the side where the picture stands.
+    // The places are along the direction of the layout, and counted from the side on which the picture stands.
     int glyphAt = margin;
     int textAt = margin + glyphExtent + spacing;
     if (FLayout == blGlyphRight || FLayout == blGlyphBottom) {
@@ -234,7 +234,7 @@ void TSpeedButton::PaintGlyph(const TPoint& at, TButtonState state) {
     if (!FPictures) {
         TBitmap strip;
         strip.Assign(&FGlyph);
-        strip.SetSize(size.X * FNumGlyphs, size.Y); // a rest that is no picture is left out
+        strip.SetSize(size.X * FNumGlyphs, size.Y); // a rest that is no whole picture is left out
         FPictures = std::make_unique<TImageList>(size.X, size.Y);
         FPictures->AddMasked(&strip, FGlyph.TransparentColor());
     }

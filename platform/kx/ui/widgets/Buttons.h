@@ -28,9 +28,8 @@ class TSpeedButton : public TGraphicControl {
 
     explicit TSpeedButton(TComponent* owner = nullptr);
 
-    bool AllowAllUp() const {
-        return FAllowAllUp;
-    } ///< A click on the one that is down releases it. Of the whole group.
+    /// A click on the button of the group that is down releases it. Holds for the whole group.
+    bool AllowAllUp() const { return FAllowAllUp; }
     void SetAllowAllUp(bool value);
     int GroupIndex() const { return FGroupIndex; } ///< 0: in no group.
     void SetGroupIndex(int value);

@@ -6,7 +6,8 @@
 
 namespace kx {
 
-/// Brings the window's columns in line with ours, each in its place: with a column the system drops the texts in it.
+/// Brings the window's columns in line with ours, and changes each in its place: with a column that is taken out the
+/// system drops its texts.
 void TListView::ApplyColumns() {
     while (FWindowColumns > FColumns.Count()) {
         SendMessageA(WindowHandle(), LVM_DELETECOLUMN, static_cast<WPARAM>(--FWindowColumns), 0);
@@ -42,7 +43,7 @@ void TListView::ColumnsChanged(const TCollectionItem* column) {
     } else {
         ApplyColumns();
         for (int i = 0; i < FItems.Count(); ++i) {
-            FItems[i].ShowAt(i); // other texts may be in the columns now
+            FItems[i].ShowAt(i); // the columns may show other texts now
         }
     }
     FFilling = false;

@@ -74,7 +74,7 @@ void TListView::CreateWnd() {
 
 void TListView::SaveWindowState() {
     TWinControl::SaveWindowState();
-    FFilling = true; // the items stay; the window forgets them
+    FFilling = true; // the window loses its items, while ours stay: handlers are not told
     for (const auto& item : FItems.FItems) {
         item->FWasSelected = item->Selected();
     }
@@ -376,7 +376,7 @@ void TListView::Notified(TMessage& message) {
         }
         break;
     }
-    case LVN_ENDLABELEDITW: { // from a list whose notifications are Unicode, as a page scroller has its child's
+    case LVN_ENDLABELEDITW: { // some parents, a page scroller for instance, make the notifications Unicode
         const LVITEMW& item = message.LParamAs<NMLVDISPINFOW>().item;
         if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
             FItems[item.iItem].FCaption = FromWide(item.pszText);

@@ -43,7 +43,7 @@ void TPageScroller::Notification(TComponent* component, TOperation operation) {
         FControl = nullptr;
         FContent = 0;
         if (!IsDestroying()) {
-            RecreateWnd(); // else the arrows stay
+            RecreateWnd(); // an old window would keep its arrows
         }
     }
 }
@@ -107,9 +107,9 @@ int TPageScroller::Content() const {
     return height >= 0 ? height : FContent;
 }
 
-/// The system only looks at the sizes, and at which arrows are needed, when it is given its child.
+/// The system looks at the sizes, and which arrows are needed, only when it is given its child.
 void TPageScroller::ContentChanged() {
-    constexpr int mostTurns = 3; // across the scroller the control's new size may change the length of its content
+    constexpr int mostTurns = 3; // another size across the scroller may change the length of the content
     for (int turn = 0; turn < mostTurns && !FMeasuring; ++turn) {
         const TPoint size{Content(), FOrientation == soVertical ? Height() : Width()};
         if (size == FMeasuredSize) {
@@ -119,8 +119,8 @@ void TPageScroller::ContentChanged() {
         const auto give = [this, scroller = WindowHandle(), content = FAttached, position = Position()] {
             const TFieldScope measuring(*this, FMeasuring, true);
             SendMessageA(scroller, PGM_SETCHILD, 0, 0);
-            SendMessageA(scroller, PGM_SETCHILD, 0, reinterpret_cast<LPARAM>(content)); // gives it another size
-            SendMessageA(scroller, PGM_RECALCSIZE, 0, 0); // where giving it the same child changes nothing
+            SendMessageA(scroller, PGM_SETCHILD, 0, reinterpret_cast<LPARAM>(content)); // it gets another size
+            SendMessageA(scroller, PGM_RECALCSIZE, 0, 0); // for systems on which the same child changes nothing
             SendMessageA(scroller, PGM_SETPOS, 0, position);
         };
         if (!Outlives(*this, give) || !HandleAllocated()) {

@@ -214,7 +214,8 @@ void TToolBar::FillWindow() {
     for (TToolButton* button : FButtons) {
         infos.push_back(SystemButton(*button, texts[infos.size()]));
     }
-    // A descendant hears of each message, and may free the bar or have its window made anew, which fills that one.
+    // A descendant hears of each message. It may free the bar, or have its window made anew, which fills the new
+    // window.
     const TAlive alive(*this);
     HWND window = WindowHandle();
     const auto isThere = [&] { return alive && WindowHandle() == window; };
@@ -265,7 +266,7 @@ void TToolBar::ApplyImages() {
     }
 }
 
-/// The system takes these only once it has its images and buttons.
+/// Sets the sizes of images and buttons, which the system takes only once it has images and buttons.
 void TToolBar::ApplySizes() {
     if (HandleAllocated()) {
         const TPoint image = FImages ? TPoint{FImages->Width(), FImages->Height()} : TPoint{};
@@ -273,7 +274,7 @@ void TToolBar::ApplySizes() {
         HWND window = WindowHandle();
         const TPoint size{std::max(FButtonWidth, least.X), std::max(FButtonHeight, least.Y)};
         SendMessageA(window, TB_SETBITMAPSIZE, 0, MakeLParam(image.X, image.Y));
-        if (IsWindow(window)) { // else a descendant heard of it, and another window gets its own size
+        if (IsWindow(window)) { // a descendant may have had it made anew: the new window has got its sizes by then
             SendMessageA(window, TB_SETBUTTONSIZE, 0, MakeLParam(size.X, size.Y));
         }
     }
@@ -312,7 +313,7 @@ TPoint TToolBar::ButtonExtent() const {
 void TToolBar::FindRows(int width) {
     constexpr int arrowWidth = 15;
     const TPoint extent = ButtonExtent();
-    TToolButton* last = nullptr; // in the row so far
+    TToolButton* last = nullptr; // the last one in the row so far
     int right = FIndent;
     FRowCount = FButtons.empty() ? 0 : 1;
     for (TToolButton* button : FButtons) {
@@ -348,7 +349,7 @@ void TToolBar::Arrange() {
             }
         }
         if (changed) {
-            ApplySizes(); // has the system find the places anew
+            ApplySizes(); // this has the system find the places anew
         }
     }
     PlaceButtons();
@@ -384,7 +385,7 @@ void TToolBar::AdjustHeight(int bottom) {
     }
     if (dynamic_cast<IContentScroller*>(Parent())) {
         if (changed) {
-            RequestAlign(); // it asks for the height
+            RequestAlign(); // the parent asks for the height
         }
     } else if (bottom > 0) {
         SetBounds(Left(), Top(), Width(), height);

@@ -28,7 +28,7 @@ TPoint TToolBar::FrameExtent() const {
 }
 
 void TToolBar::NonClientSize(TMessage& message) {
-    RECT& r = message.LParamAs<RECT>(); // the first rectangle of either form of the message
+    RECT& r = message.LParamAs<RECT>(); // both forms of the message begin with this rectangle
     const auto edge = [this](TEdgeBorder side) { return FEdgeBorders.Contains(side) ? EdgeSize() : 0; };
     r.left += edge(ebLeft);
     r.top += edge(ebTop);

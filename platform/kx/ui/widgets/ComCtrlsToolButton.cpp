@@ -42,7 +42,7 @@ void TToolButton::SetParent(TWinControl* value) {
     if (Parent() == value) {
         return;
     }
-    // The bars are as high as their buttons need, and tell of their size.
+    // A bar is as high as its buttons need. Its handlers hear of a new size.
     const TAlive alive(*this);
     const TAlive valueAlive(value);
     if (FToolBar) {
@@ -107,7 +107,7 @@ BYTE TToolButton::SystemStyle() const {
     case tbsSeparator:
     case tbsDivider: return BTNS_SEP;
     case tbsDropDown: return BTNS_DROPDOWN;
-    default: return BTNS_BUTTON; // which of a group is down is decided here
+    default: return BTNS_BUTTON; // not the system but this class decides which button of a group is down
     }
 }
 
@@ -195,7 +195,7 @@ void TToolButton::SetMenuItem(TMenuItem* value) {
     }
 }
 
-/// The bar arranges itself for each change, and tells of its size.
+/// Takes over the look of the menu item. The bar arranges itself at each change, and its handlers hear of a new size.
 void TToolButton::TakeItemsLook() {
     if (!Outlives(*this, [this] { SetCaption(FMenuItem->Caption()); }) || !FMenuItem) {
         return;
@@ -221,7 +221,7 @@ void TToolButton::SetDropdownMenu(TPopupMenu* value) {
 
 void TToolButton::WndProc(TMessage& message) {
     if (message.Msg == WM_CANCELMODE) {
-        FHeld = false; // the press has become something else, as a drag
+        FHeld = false; // the press has become something else, a drag for instance
         SetPressed(false);
     }
     TGraphicControl::WndProc(message);

@@ -46,7 +46,7 @@ void TPanel::SetBorderStyle(TBorderStyle value) {
 
 namespace {
 
-/// Takes `by` pixels off each side of the rectangle. Of a smaller one nothing is left.
+/// Takes `by` pixels off each side of the rectangle. A smaller one ends empty.
 void Inset(TRect& rect, int by) {
     by = std::clamp(by, 0, std::max({Width(rect), Height(rect), 0}));
     rect = {rect.Left + by, rect.Top + by, rect.Right - by, rect.Bottom - by};
@@ -195,7 +195,7 @@ TImage::TImage(TComponent* owner) : TGraphicControl(owner) {
 
 void TImage::PictureChanged() {
     if (FPicture.Graphic() && FPicture.Graphic()->Transparent() != FTransparent) {
-        FPicture.Graphic()->SetTransparent(FTransparent); // comes back here
+        FPicture.Graphic()->SetTransparent(FTransparent); // this comes back here
         return;
     }
     Invalidate();

@@ -11,7 +11,7 @@ namespace kx {
 
 namespace {
 
-/// Nothing is drawn outside a rectangle until the end of the scope.
+/// Keeps the drawing inside a rectangle until the end of the scope.
 class TClipScope {
 public:
     TClipScope(const TDrawTarget& target, const TRect& rect)
@@ -120,7 +120,7 @@ void TDrawGrid::SetFixedRows(int value) {
 }
 
 void TDrawGrid::SetSize(int& field, int least, int value) {
-    constexpr int greatest = 1 << 24; // the edges of cells that are seen fit into 32 bits
+    constexpr int greatest = 1 << 24; // so that the edges of all visible cells fit into 32 bits
     field = std::clamp(value, least, greatest);
     LayoutChanged();
 }
@@ -295,7 +295,7 @@ void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {
         canvas.Brush().SetColor(clHighlight);
         canvas.Font().SetColor(clHighlightText);
     }
-    canvas.FillRect(rect); // the program may leave parts of it alone
+    canvas.FillRect(rect); // the program may leave parts of the cell undrawn
     const TDrawTarget target(canvas.Handle());
     const auto draw = [&] {
         const TClipScope clip(target, rect);
@@ -313,7 +313,7 @@ void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {
     }
 }
 
-/// The lines right of the cell and below it, or the background where there are to be none.
+/// Draws the lines right of the cell and below it, or the background where no lines are wanted.
 void TDrawGrid::PaintLines(const TRect& cell, bool fixed) {
     const TColor line = fixed ? clBlack : clSilver;
     const TColor none = fixed ? FFixedColor : Color();

@@ -26,7 +26,8 @@ void TDrawGrid::ScrollTo(int left, int top) {
         FRows.First = top;
         return;
     }
-    // What is still to be painted would move along. The painting may change everything.
+    // Painting what is due first: areas that are still unpainted would be moved along. Handlers of the painting may
+    // change everything.
     if (!Outlives(*this, [this] { Update(); }) || !HandleAllocated()) {
         return;
     }
@@ -36,7 +37,7 @@ void TDrawGrid::ScrollTo(int left, int top) {
     UpdateScrollBars();
 }
 
-/// Moves what is seen already; only what comes into view is painted.
+/// Moves the part that is seen already, and leaves to painting what comes into view.
 void TDrawGrid::ScrollWindowBy(int columns, int rows) {
     const RECT client = ToRECT(ClientRect());
     const auto scroll = [&](const TAxis& axis, int cells, bool horizontal) {
@@ -71,8 +72,8 @@ void TDrawGrid::UpdateScrollBars() {
         return;
     }
     const TFieldScope updating(*this, FUpdatingBars, true);
-    const TAlive alive(*this);             // a bar that comes takes room from the controls inside
-    for (int turn = 0; turn < 2; ++turn) { // and from the other axis
+    const TAlive alive(*this);             // a new bar takes room from the controls inside: their handlers run
+    for (int turn = 0; turn < 2; ++turn) { // and it takes room from the other axis, which may need a bar then
         if (alive && (FScrollBars == ssHorizontal || FScrollBars == ssBoth)) {
             UpdateScrollBar(SB_HORZ, FColumns, ColumnsShown());
         }
@@ -100,7 +101,7 @@ void TDrawGrid::Scrolled(int bar, const TMessage& message) {
     int64_t to = axis.First;
     SCROLLINFO info{};
     info.cbSize = sizeof info;
-    info.fMask = SIF_TRACKPOS; // the message itself has room for 16 bits only
+    info.fMask = SIF_TRACKPOS; // the message itself carries 16 bits only
     switch (message.WParamLo()) {
     case SB_LINEUP: --to; break;
     case SB_LINEDOWN: ++to; break;
@@ -323,7 +324,7 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
 void TDrawGrid::MouseMove(TShiftState shift, int x, int y) {
     const TAlive alive(*this);
     if (FSelecting && shift.Contains(ssLeft) && FColumns.Count > 0 && FRows.Count > 0) {
-        // Beside the cells the next one is meant, so that the grid scrolls.
+        // A point beside the visible cells means the next cell there, so that the grid scrolls.
         const auto cell = [this](const TAxis& axis, int at, int shown) {
             const int64_t begin = int64_t{axis.Fixed} * (axis.Size + FLineWidth);
             const int64_t place =

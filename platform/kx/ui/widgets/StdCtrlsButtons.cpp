@@ -86,7 +86,7 @@ void TButton::SetButtonStyle(bool isDefault) {
 }
 
 void TButton::FocusChanged(TWinControl* focused) {
-    // A button that has the focus takes over from the default button.
+    // While a button has the focus, it is the active one in place of the default button.
     SetActive(dynamic_cast<TButton*>(focused) ? focused == this : FDefault);
     TButtonControl::FocusChanged(focused);
 }
@@ -106,7 +106,7 @@ bool TButton::DialogKey(uint16_t key, TShiftState shift) {
     return TButtonControl::DialogKey(key, shift);
 }
 
-/// In a foreign dialog Return would press that dialog's own button.
+/// In a foreign dialog, Return would press the default button of that dialog.
 bool TButton::WantsKey(uint16_t key, TShiftState shift) {
     const TCustomForm* const form = GetParentForm(this);
     return key == VK_RETURN && shift.IsEmpty() && form && form->IsDocked();
@@ -181,7 +181,7 @@ const TClass& TRadioButton::StaticClass() {
 }
 
 TRadioButton::TRadioButton(TComponent* owner) : TButtonControl(owner) {
-    SetTabStop(false); // the chosen one has it
+    SetTabStop(false); // the chosen button of the group has it
     SetBoundsFields(0, 0, 113, 17);
 }
 

@@ -11,8 +11,8 @@ namespace kx {
 
 namespace {
 
-/// Positions in an edit's text: bytes for the program, something else for the window. An edit that keeps its text as
-/// UTF-16 counts that, one that keeps bytes counts bytes; which it is shows by its own idea of the text's length.
+/// Positions in an edit's text. The program counts in bytes. An edit that keeps its text as UTF-16 counts in that, one
+/// that keeps bytes in bytes: the length that the edit itself tells shows which it is.
 class TTextPositions {
 public:
     TTextPositions(HWND edit, std::string text) : FText(std::move(text)), FWide(ToWide(FText)) {
@@ -113,7 +113,8 @@ void TCustomEdit::CreateWnd() {
         TWinControl::CreateWnd();
     }
     SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
-    // A byte that is no character of the code page would show what it is there to hide: then the system's own does.
+    // A byte that is no character of the code page would leave the text readable. Then the system's own character
+    // stays.
     if (FPasswordChar && (GetACP() != CP_UTF8 || IsAscii({&FPasswordChar, 1}))) {
         SendMessageA(WindowHandle(), EM_SETPASSWORDCHAR, static_cast<uint8_t>(FPasswordChar), 0);
     }

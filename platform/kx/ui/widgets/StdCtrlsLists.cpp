@@ -50,7 +50,7 @@ void TControlItems::Clear() {
         const std::string text = FControl.Text();
         SendMessageA(FControl.WindowHandle(), FMessages.Reset, 0, 0);
         if (FMessages.Reset == CB_RESETCONTENT) {
-            FControl.SetText(text); // emptying the list is no reason to lose what was typed
+            FControl.SetText(text); // the system has emptied the edit as well
         }
     }
 }
@@ -201,7 +201,7 @@ void TListBox::SetBorderStyle(TBorderStyle value) {
 void TListBox::SetMultiSelect(bool value) {
     if (FMultiSelect != value) {
         const bool had = HandleAllocated();
-        if (!Outlives(*this, [this] { DestroyHandle(); })) { // keeps the selection as it was
+        if (!Outlives(*this, [this] { DestroyHandle(); })) { // this saves the selection in the old way
             return;
         }
         FMultiSelect = value;
@@ -290,12 +290,12 @@ void TComboBox::SaveWindowState() {
     TWinControl::SaveWindowState();
     FItemIndex = ItemIndex();
     if (FItemIndex >= 0 && FItems.Get(FItemIndex) != TControl::Text()) {
-        FItemIndex = -1; // something else was typed since
+        FItemIndex = -1; // the user has typed something else since
     }
 }
 
-/// The system is told the height with the open list when it makes the window, and makes the closed one as high as its
-/// edit.
+/// The system takes the height that a window is made with as that of the open list, and makes the closed box as high as
+/// its edit.
 int TComboBox::DropDownHeight() const {
     const int itemHeight = IsOwnerDrawn() ? FItemHeight : std::abs(Font().Height()) + 4;
     return FStyle == csSimple ? 0 : FDropDownCount * itemHeight + 2;
@@ -313,10 +313,10 @@ void TComboBox::WndProc(TMessage& message) {
         message.Result = TRUE;
         return;
     case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORLISTBOX: // of its own parts
+    case WM_CTLCOLORLISTBOX: // its own parts ask
         message.Result = reinterpret_cast<LRESULT>(ControlColor(message.WParamDC()));
         return;
-    case WM_DESTROY: // while an item is drawn
+    case WM_DESTROY: // may come while an item is drawn
         FCanvas->SetHandle(nullptr);
         break;
     }
@@ -349,7 +349,7 @@ void TComboBox::Notified(int code) {
     }
 }
 
-/// The keys go to the edit inside; their events are the combo box's.
+/// The keys go to the edit inside: watches them, since their events are the combo box's.
 void TComboBox::WatchEdit() {
     const HWND edit = !HasEdit() ? nullptr : FindWindowExA(WindowHandle(), nullptr, "EDIT", nullptr);
     if (!edit) {

@@ -90,7 +90,7 @@ constexpr std::string_view LineBreak = "\r\n";
 // --- Reading
 
 TMemoLines::TLines& TMemoLines::Lines() const {
-    // A foreign parent window may keep to itself that the text changes.
+    // A foreign parent window may not hand on the notification that the text has changed.
     if (!FRead || (FMemo.HandleAllocated() && !FMemo.Parent())) {
         Read(FMemo.Text());
         FRead = true;
@@ -202,17 +202,17 @@ void TMemoLines::ChangeWindow(const TChange& change) {
     const auto select = [window](size_t start, size_t end) {
         SendMessageA(window, EM_SETSEL, start, static_cast<LPARAM>(end));
     };
-    select(INT_MAX, INT_MAX); // the end of the text tells what the window counts in
+    select(INT_MAX, INT_MAX); // the position of the end shows what the window counts in
     const size_t total = caret();
     const bool wide = total == change.Before.Wide;
     if (!wide && total != change.Before.Bytes) {
-        FMemo.SetText(Joined()); // it has another text than we know of
+        FMemo.SetText(Joined()); // the window has another text than the lines say
         return;
     }
     const auto length = [wide](const TLength& value) { return wide ? value.Wide : value.Bytes; };
     const size_t start = length(change.Start);
     select(start, start + length(change.Removed));
-    SendMessageA(window, EM_LIMITTEXT, 0, 0); // MaxLength is about what the user types
+    SendMessageA(window, EM_LIMITTEXT, 0, 0); // MaxLength limits the user, not the program
     FOwnChange = true;
     if (!Outlives(FMemo,
                   [&] { SendMessageA(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(change.Text.c_str())); })) {
@@ -301,7 +301,7 @@ std::string TMemo::Text() const {
 
 void TMemo::SetText(const std::string& value) {
     if (!HandleAllocated()) {
-        FLines->Flush(); // a text that is the control's own already would change nothing
+        FLines->Flush(); // else a text equal to the outdated one would count as no change
     }
     TCustomEdit::SetText(value);
 }
@@ -316,9 +316,9 @@ void TMemo::WndProc(TMessage& message) {
         return;
     }
     if (message.Msg == WM_SETTEXT) {
-        DoChange(); // of this change an edit with lines does not tell
+        DoChange(); // an edit with lines does not tell of this change
     } else if (message.Msg == WM_GETDLGCODE) {
-        // The system's edit asks for every key once it has lines.
+        // The system's edit with lines asks for every key.
         message.Result &= ~static_cast<LRESULT>(DLGC_WANTTAB | DLGC_WANTALLKEYS);
         message.Result |= FWantTabs ? DLGC_WANTTAB : 0;
         const auto* const key = reinterpret_cast<const MSG*>(message.LParam);

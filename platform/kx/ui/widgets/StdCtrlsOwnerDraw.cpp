@@ -63,7 +63,7 @@ void TComboBox::DrawItemNotification(const DRAWITEMSTRUCT& item) {
     if (index >= 0 && index < FItems.Count()) {
         Guarded([&] { DrawItem(index, rect, state); });
     }
-    if (alive && target.Lives()) { // else the canvas has let go of it
+    if (alive && target.Lives()) { // else the canvas has let go of the context
         if (state.Contains(odFocused)) {
             canvas.DrawFocusRect(rect);
         }
