@@ -1,27 +1,6 @@
 #include "BoxDialogTest.h"
 
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
-
 namespace kx::test {
-
-TBoxDialogTest::TBoxDialogTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
-    Owner->SetCaption("Owner");
-    Owner->SetBounds(200, 150, 600, 500);
-    Owner->Show();
-    Application().SetOnException([this](TObject*, const std::exception& e) { FExceptions.emplace_back(e.what()); });
-}
-
-TBoxDialogTest::~TBoxDialogTest() {
-    EXPECT_THAT(FExceptions, testing::IsEmpty());
-    Application().SetOnException(FPrevious);
-}
-
-bool TBoxDialogTest::Look(TCommonDialog& dialog, const TAction& look) {
-    return RunDialog(dialog, {{"the dialog is shown", Shown(dialog), look}, Press(dialog, IDCANCEL)});
-}
-
-HWND ItemOf(const TCommonDialog& dialog, int id) { return GetDlgItem(dialog.DialogWindow(), id); }
 
 std::string ItemText(const TCommonDialog& dialog, int id) { return TextOf(ItemOf(dialog, id)); }
 
@@ -70,27 +49,6 @@ TKxCtrlQueryEvent Answer(std::vector<std::string>& log, const TObject& sender, c
         log.push_back(name);
         proceed = allow;
     };
-}
-
-std::string WriteText(TComponent& component) {
-    TMemoryStream stream;
-    WriteComponent(stream, component, TStreamFormat::Text);
-    return std::string(stream.Bytes());
-}
-
-void ReadText(TComponent& component, const std::string& text) {
-    TMemoryStream stream{std::string_view(text)};
-    ReadComponent(stream, &component);
-}
-
-std::vector<std::string> OwnProperties(const TClass& cls) {
-    std::vector<std::string> names;
-    for (const TPropInfo* property : cls.Properties()) {
-        if (!cls.Parent()->FindProperty(property->Name)) {
-            names.push_back(property->Name);
-        }
-    }
-    return names;
 }
 
 } // namespace kx::test

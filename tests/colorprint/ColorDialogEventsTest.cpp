@@ -7,8 +7,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 // --- The full part
 
@@ -31,30 +29,30 @@ TEST_F(ColorDialog, OpeningTheFullPartIsAskedAndTold) {
             log.emplace_back("hook");
         }
     });
-    RunDialog(dialog, {ClickItem(dialog, DefineButton), WaitFor("the full part is open", IsFull(dialog)),
+    RunDialog(dialog, {ClickItem(dialog, DefineButton), Await("the full part is open", IsFull(dialog)),
                        ClickItem(dialog, IDCANCEL)});
     EXPECT_THAT(log, ElementsAre("opening", "open", "hook"));
 }
 
 TEST_F(ColorDialog, AVetoKeepsTheDialogInItsShortForm) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 50, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetBottomForm(bottom.get());
     std::vector<std::string> log;
     dialog.SetOnFullOpening(Answer(log, dialog, "opening", false));
     dialog.SetOnFullOpen(Note(log, dialog, "open"));
     TRect before;
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                        [&] {
-                            before = ScreenRectOf(dialog.Handle());
-                            Click(ItemOf(dialog, DefineButton));
-                        }},
-                       {"it has been asked", [&] { return !log.empty(); },
-                        [&] {
-                            EXPECT_FALSE(IsFull(dialog)());
-                            EXPECT_EQ(ScreenRectOf(dialog.Handle()), before);
-                        }},
-                       ClickItem(dialog, IDCANCEL)});
+    RunDialog(dialog,
+              [&] {
+                  before = ScreenRectOf(dialog.Handle());
+                  Click(ItemOf(dialog, DefineButton));
+              },
+              {{"it has been asked", [&] { return !log.empty(); },
+                [&] {
+                    EXPECT_FALSE(IsFull(dialog)());
+                    EXPECT_EQ(ScreenRectOf(dialog.Handle()), before);
+                }},
+               ClickItem(dialog, IDCANCEL)});
     EXPECT_THAT(log, ElementsAre("opening"));
 }
 
@@ -78,7 +76,7 @@ private:
 };
 
 TEST_F(ColorDialog, AFullPartThatDoesNotOpenMakesNoRoomForTheForm) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 50, 60);
     TShortDialog dialog(Owner.get());
     dialog.CustDlgParams().SetBottomForm(bottom.get());
     int told = 0;
@@ -122,10 +120,9 @@ TEST_F(ColorDialog, ACustomColourIsAskedForAndTold) {
             log.emplace_back("hook");
         }
     });
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { SetComponents(dialog, 0, 128, 128); }},
-                                    ClickItem(dialog, AddButton),
-                                    WaitFor("it is added", [&] { return log.size() == 3; }),
-                                    ClickItem(dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(dialog, [&] { SetComponents(dialog, 0, 128, 128); },
+                           {ClickItem(dialog, AddButton), Await("it is added", [&] { return log.size() == 3; }),
+                            ClickItem(dialog, IDCANCEL)}));
     EXPECT_THAT(log, ElementsAre("adding clTeal", "added clTeal", "hook"));
     EXPECT_EQ(dialog.CustomColors().Values("ColorA"), "808000"); // added for good, although the dialog was cancelled
 }
@@ -167,11 +164,11 @@ TEST_F(ColorDialog, ARefusedColourIsNotAdded) {
         allow = false;
     });
     dialog.SetOnCustomColorAdd([&](TObject*, TColor) { ++told; });
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { SetComponents(dialog, 1, 2, 3); }},
-                       ClickItem(dialog, AddButton),
-                       {"it has been asked", [&] { return asked == 1; },
-                        [&] { EXPECT_EQ(Components(dialog), "1,2,3") << "a refused colour is not written"; }},
-                       ClickItem(dialog, IDCANCEL)});
+    RunDialog(dialog, [&] { SetComponents(dialog, 1, 2, 3); },
+              {ClickItem(dialog, AddButton),
+               {"it has been asked", [&] { return asked == 1; },
+                [&] { EXPECT_EQ(Components(dialog), "1,2,3") << "a refused colour is not written"; }},
+               ClickItem(dialog, IDCANCEL)});
     EXPECT_EQ(told, 0);
     EXPECT_EQ(dialog.CustomColors().Values("ColorA"), "FFFFFF");
 }
@@ -181,10 +178,9 @@ TEST_F(ColorDialog, ATextThatIsNoNumberIsAConversionErrorAndNothingIsAdded) {
     int events = 0;
     dialog.SetOnCustomColorAdding([&](TObject*, TColor&, bool&) { ++events; });
     dialog.SetOnCustomColorAdd([&](TObject*, TColor) { ++events; });
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { SetDlgItemTextA(dialog.Handle(), Green, ""); }},
-                       ClickItem(dialog, AddButton),
-                       WaitFor("the error is told", [&] { return HasExceptions(); }),
-                       ClickItem(dialog, IDCANCEL)});
+    RunDialog(dialog, [&] { SetDlgItemTextA(dialog.Handle(), Green, ""); },
+              {ClickItem(dialog, AddButton), Await("the error is told", [&] { return HasExceptions(); }),
+               ClickItem(dialog, IDCANCEL)});
     EXPECT_THAT(TakeExceptions(), ElementsAre("'' is not a valid integer value"));
     EXPECT_EQ(events, 0);
     EXPECT_EQ(dialog.CustomColors().Values("ColorA"), "FFFFFF");
@@ -211,159 +207,15 @@ TEST_F(ColorDialog, AComponentAbove255IsARangeErrorAndNothingIsAdded) {
 
 // --- Closing and messages
 
-TEST_F(ColorDialog, OnCanCloseMayKeepItOpen) {
-    auto& dialog = NewDialog();
-    int asked = 0;
-    int reported = 0;
-    dialog.SetOnCanClose([&](TObject* sender, bool& allow) {
-        EXPECT_EQ(sender, &dialog);
-        EXPECT_TRUE(allow);
-        allow = ++asked > 1;
-    });
-    dialog.SetOnEventHook([&](TMessage& m) { reported += m.Msg == WM_COMMAND && m.WParam == IDOK ? 1 : 0; });
-    EXPECT_TRUE(RunDialog(dialog, {ClickItem(dialog, IDOK),
-                                   {"it has been asked", [&] { return asked == 1; },
-                                    [&] {
-                                        EXPECT_TRUE(IsWindowVisible(dialog.Handle()));
-                                        EXPECT_EQ(reported, 0);
-                                    }},
-                                   ClickItem(dialog, IDOK)}));
-    EXPECT_EQ(asked, 2);
-}
-
-TEST_F(ColorDialog, OnCanCloseIsNotAskedWhenItIsCancelled) {
-    auto& dialog = NewDialog();
-    dialog.SetOnCanClose([](TObject*, bool& allow) {
-        ADD_FAILURE();
-        allow = false;
-    });
-    EXPECT_FALSE(RunDialog(dialog, {ClickItem(dialog, IDCANCEL)}));
-}
-
-TEST_F(ColorDialog, ItCanBeClosedAsIfAButtonWasPressed) {
-    auto& dialog = NewDialog();
-    bool allow = false;
-    dialog.SetOnCanClose([&](TObject*, bool& canClose) { canClose = allow; });
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] {
-                                        dialog.CloseDialog(3);
-                                        dialog.CloseDialog(mrOk);
-                                        EXPECT_TRUE(IsWindowVisible(dialog.Handle()));
-                                        allow = true;
-                                        dialog.CloseDialog(mrOk);
-                                    }}}));
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { dialog.CloseDialog(mrCancel); }}}));
-    dialog.CloseDialog(mrOk); // not shown: nothing happens
-}
-
-TEST_F(ColorDialog, AVetoedOkIsNeitherPassedOnNorReported) {
-    auto& dialog = NewDialog();
-    int vetoed = 0;
-    int reported = 0;
-    const auto isOk = [](const TMessage& m) { return m.Msg == WM_COMMAND && m.WParam == IDOK; };
-    dialog.SetOnEventHooking([&](TObject* sender, TMessage& m, bool& allow) {
-        EXPECT_EQ(sender, &dialog);
-        if (isOk(m)) {
-            ++vetoed;
-            allow = false;
-            m.Result = 4711;
-        }
-    });
-    dialog.SetOnEventHook([&](TMessage& m) { reported += isOk(m) ? 1 : 0; });
-    dialog.SetOnCanClose([](TObject*, bool&) { ADD_FAILURE(); });
-    EXPECT_FALSE(RunDialog(dialog, {ClickItem(dialog, IDOK),
-                                    {"it has been vetoed", [&] { return vetoed == 1; },
-                                     [&] { EXPECT_EQ(SendMessageA(dialog.Handle(), WM_COMMAND, IDOK, 0), 4711); }},
-                                    ClickItem(dialog, IDCANCEL)}));
-    EXPECT_EQ(vetoed, 2);
-    EXPECT_EQ(reported, 0);
-}
-
-TEST_F(ColorDialog, MessagesAreReportedOnceTheSystemHasAnswered) {
-    auto& dialog = NewDialog();
-    LRESULT result = 0;
-    dialog.SetOnEventHook([&](TMessage& m) {
-        if (m.Msg == DM_GETDEFID) {
-            result = m.Result;
-            m.Result = 99;
-        }
-    });
-    Look(dialog, [&] { EXPECT_EQ(SendMessageA(dialog.Handle(), DM_GETDEFID, 0, 0), 99); });
-    EXPECT_EQ(result, MAKELONG(IDOK, DC_HASDEFID));
-}
-
 TEST_F(ColorDialog, TheWindowHasItsOwnProcedureBackWhenItCloses) {
     auto& dialog = NewDialog();
     int after = 0;
     bool closed = false;
     dialog.SetOnClose([&](TObject*) { closed = true; });
     dialog.SetOnEventHooking([&](TObject*, TMessage& m, bool&) { after += closed && m.Msg != WM_DESTROY ? 1 : 0; });
-    Look(dialog, [] {});
+    Look(dialog);
     EXPECT_TRUE(closed);
     EXPECT_EQ(after, 0);
-}
-
-TEST_F(ColorDialog, AVetoedDestructionUndocksTheFormAllTheSame) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
-    auto& dialog = NewDialog();
-    dialog.CustDlgParams().SetBottomForm(bottom.get());
-    dialog.SetOnEventHooking([](TObject*, TMessage& m, bool& allow) { allow = m.Msg != WM_DESTROY; });
-    int closed = 0;
-    dialog.SetOnClose([&](TObject*) { ++closed; });
-    Look(dialog, [] {});
-    EXPECT_EQ(closed, 1);
-    EXPECT_FALSE(bottom->IsDocked());
-    EXPECT_EQ(dialog.Handle(), nullptr);
-    dialog.SetOnEventHooking({});
-    Look(dialog, [&] { EXPECT_TRUE(IsWindowVisible(bottom->WindowHandle())); });
-    EXPECT_EQ(closed, 2);
-}
-
-TEST_F(ColorDialog, ContextMenusAreNotTracked) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
-    TPopupMenu menu;
-    bottom->SetPopupMenu(&menu);
-    auto& dialog = NewDialog();
-    dialog.CustDlgParams().SetBottomForm(bottom.get());
-    int reported = 0;
-    dialog.SetOnEventHook([&](TMessage& m) { reported += m.Msg == WM_CONTEXTMENU ? 1 : 0; });
-    Look(dialog, [&] {
-        const TPoint centre = CenterOf(bottom->Handle());
-        SendMessageA(dialog.Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(bottom->Handle()),
-                     MakeLParam(centre.X, centre.Y));
-    });
-    EXPECT_EQ(reported, 1);
-}
-
-// --- As a component
-
-TEST_F(ColorDialog, SurvivesAFormFile) {
-    TKxColorDialog dialog(nullptr);
-    dialog.SetName("ColorDialog1");
-    dialog.SetColor(clTeal);
-    dialog.CustomColors().Add("ColorA=FFEEDD");
-    dialog.SetOptions({cdFullOpen, cdAnyColor});
-    dialog.SetTitle("Pen colour");
-    dialog.CustDlgParams().SetBottomFormName("Samples");
-    dialog.CustDlgParams().SetPosition(dpOwnerCenter);
-    dialog.DlgItemsCaptions().SetOK("&Take");
-    dialog.DlgItemsCaptions().SetAddCustomColor("&Keep");
-    const std::string text = WriteText(dialog);
-    for (const char* line :
-         {"Color = clTeal", "CustomColors.Strings = (", "'ColorA=FFEEDD'", "Options = [cdFullOpen, cdAnyColor]",
-          "CustDlgParams.Position = dpOwnerCenter", "CustDlgParams.BottomFormName = 'Samples'",
-          "DlgItemsCaptions.OK = '&Take'", "DlgItemsCaptions.AddCustomColor = '&Keep'", "Title = 'Pen colour'"}) {
-        EXPECT_THAT(text, HasSubstr(line));
-    }
-    TKxColorDialog copy(nullptr);
-    ReadText(copy, text);
-    EXPECT_EQ(WriteText(copy), text);
-}
-
-TEST_F(ColorDialog, PublishesItsPropertiesInTheirOrder) {
-    EXPECT_THAT(OwnProperties(TKxColorDialog::StaticClass()),
-                ElementsAre("CustDlgParams", "DlgItemsCaptions", "Title", "OnFullOpen", "OnFullOpening",
-                            "OnCustomColorAdd", "OnCustomColorAdding", "OnEventHook", "OnEventHooking", "OnCanClose"));
-    EXPECT_THAT(OwnProperties(TKxColorDlgCaptions::StaticClass()), ElementsAre("AddCustomColor", "DefineCustomColor"));
 }
 
 } // namespace

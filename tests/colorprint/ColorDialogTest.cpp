@@ -4,7 +4,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 // --- What is shown
 
@@ -46,15 +45,6 @@ TEST_F(ColorDialog, EmptyCaptionsLeaveTheSystemsTexts) {
     });
 }
 
-TEST_F(ColorDialog, ATitleReplacesTheSystemsAndAnEmptyOneDoesNot) {
-    auto& dialog = NewDialog();
-    std::string system;
-    Look(dialog, [&] { system = TextOf(dialog.DialogWindow()); });
-    EXPECT_NE(system, "");
-    dialog.SetTitle("Pen colour");
-    Look(dialog, [&] { EXPECT_EQ(TextOf(dialog.DialogWindow()), "Pen colour"); });
-}
-
 TEST_F(ColorDialog, TheButtonForSolidColoursIsHidden) {
     for (const TColorDialogOptions options : {TColorDialogOptions{}, TColorDialogOptions{cdFullOpen}}) {
         auto& dialog = NewDialog(options);
@@ -65,71 +55,25 @@ TEST_F(ColorDialog, TheButtonForSolidColoursIsHidden) {
 TEST_F(ColorDialog, TheChosenColourIsTheResult) {
     auto& dialog = NewDialog({cdFullOpen});
     dialog.SetColor(clTeal);
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                    [&] {
-                                        EXPECT_EQ(Components(dialog), "0,128,128");
-                                        SetComponents(dialog, 10, 20, 30);
-                                    }},
-                                   ClickItem(dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_EQ(Components(dialog), "0,128,128");
+                              SetComponents(dialog, 10, 20, 30);
+                          },
+                          {ClickItem(dialog, IDOK)}));
     EXPECT_EQ(dialog.Color(), static_cast<TColor>(RGB(10, 20, 30)));
 }
 
 // --- Order of the showing
 
-TEST_F(ColorDialog, OnShowComesWhenAllIsDoneAndTheInternalNotificationBehindIt) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
-    auto& dialog = NewDialog();
-    dialog.CustDlgParams().SetBottomForm(bottom.get());
-    dialog.CustDlgParams().SetPosition(dpScrCenter);
-    dialog.SetTitle("Complete");
-    std::vector<std::string> log;
-    TRect place;
-    dialog.SetOnShow([&](TObject* sender) {
-        EXPECT_EQ(sender, &dialog);
-        log.emplace_back("show");
-        EXPECT_EQ(TextOf(dialog.Handle()), "Complete");
-        EXPECT_EQ(GetParent(bottom->WindowHandle()), dialog.Handle());
-        EXPECT_EQ(dialog.GetCommonDialogHandle(), dialog.Handle());
-        EXPECT_FALSE(IsWindowVisible(dialog.Handle()));
-        place = ScreenRectOf(dialog.Handle());
-    });
-    dialog.SetCommonDialogInternalShowEvent(Note(log, dialog, "internal"));
-    Look(dialog, [&] { EXPECT_EQ(ScreenRectOf(dialog.Handle()), place); });
-    EXPECT_THAT(log, ElementsAre("show", "internal"));
-    EXPECT_EQ(dialog.GetCommonDialogHandle(), nullptr);
-}
-
-TEST_F(ColorDialog, TheInheritedOnShowIsAnEventOfItsOwnAndComesFirst) {
-    auto& dialog = NewDialog();
-    std::vector<std::string> log;
-    static_cast<TCommonDialog&>(dialog).SetOnShow(Note(log, dialog, "inherited"));
-    dialog.SetOnShow(Note(log, dialog, "own"));
-    Look(dialog, [] {});
-    EXPECT_THAT(log, ElementsAre("inherited", "own"));
-}
-
 TEST_F(ColorDialog, ItsClientAreaIsKnownOnceTheFormIsDocked) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 50, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetBottomForm(bottom.get());
     Look(dialog, [&] { EXPECT_EQ(dialog.CustDlgParams().ClientRect(), ClientRectOf(dialog.Handle())); });
 }
 
 // --- Placement
-
-TEST_F(ColorDialog, IsPlacedWithItsForm) {
-    const TDockedForm bottom(clMoneyGreen, 50, 77);
-    auto& dialog = NewDialog();
-    dialog.CustDlgParams().SetBottomForm(bottom.get());
-    dialog.CustDlgParams().SetPosition(dpScrCenter);
-    dialog.CustDlgParams().PosParams().SetShiftX(11);
-    dialog.CustDlgParams().PosParams().SetShiftY(-7);
-    Look(dialog, [&] {
-        const TRect r = ScreenRectOf(dialog.Handle());
-        EXPECT_EQ(r.Left, (GetSystemMetrics(SM_CXSCREEN) - Width(r)) / 2 + 11);
-        EXPECT_EQ(r.Top, (GetSystemMetrics(SM_CYSCREEN) - Height(r)) / 2 - 7);
-    });
-}
 
 TEST_F(ColorDialog, IsCentredOverItsOwner) {
     auto& dialog = NewDialog();
@@ -159,7 +103,7 @@ TEST_F(ColorDialog, ABottomFormIsDockedInTheShortAndInTheFullDialog) {
         auto& dialog = NewDialog(options);
         TRect bare;
         Look(dialog, [&] { bare = ClientRectOf(dialog.Handle()); });
-        const TDockedForm bottom(clMoneyGreen, 50, 60);
+        const TFormPtr bottom = MakeForm(clMoneyGreen, 50, 60);
         dialog.CustDlgParams().SetBottomForm(bottom.get());
         Look(dialog, [&] {
             EXPECT_EQ(ClientRectOf(dialog.Handle()), (TRect{0, 0, bare.Right, bare.Bottom + 60}));
@@ -206,7 +150,7 @@ TEST_F(ColorDialog, OtherSidesThanTheBottomAreRefusedWithAMessageInAFormDesigner
 }
 
 TEST_F(ColorDialog, OpeningTheFullPartGrowsTheWindowByTheBottomFormAgain) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 50, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetBottomForm(bottom.get());
     TColorDialog full(Owner.get());
@@ -216,12 +160,11 @@ TEST_F(ColorDialog, OpeningTheFullPartGrowsTheWindowByTheBottomFormAgain) {
     Look(full, [&] { fullClient = ClientRectOf(full.Handle()); });
     RunDialog(
         dialog,
-        {{"the dialog is shown", Shown(dialog),
-          [&] {
-              shortClient = ClientRectOf(dialog.Handle());
-              Click(ItemOf(dialog, DefineButton));
-          }},
-         {"the full part is open", IsFull(dialog),
+        [&] {
+            shortClient = ClientRectOf(dialog.Handle());
+            Click(ItemOf(dialog, DefineButton));
+        },
+        {{"the full part is open", IsFull(dialog),
           [&] {
               EXPECT_EQ(ClientRectOf(dialog.Handle()), (TRect{0, 0, fullClient.Right, fullClient.Bottom + 60}));
               ExpectDocked(dialog, *bottom.get(), {0, shortClient.Bottom - 60, fullClient.Right, shortClient.Bottom});
@@ -232,7 +175,7 @@ TEST_F(ColorDialog, OpeningTheFullPartGrowsTheWindowByTheBottomFormAgain) {
 }
 
 TEST_F(ColorDialog, ACommandToOpenWhatIsOpenDoesNotGrowTheWindow) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 50, 60);
     auto& dialog = NewDialog({cdFullOpen});
     dialog.CustDlgParams().SetBottomForm(bottom.get());
     Look(dialog, [&] {
@@ -245,7 +188,7 @@ TEST_F(ColorDialog, ACommandToOpenWhatIsOpenDoesNotGrowTheWindow) {
 }
 
 TEST_F(ColorDialog, TheBottomFormFollowsTheWidthOfTheDialog) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 50, 60);
     auto& dialog = NewDialog({cdFullOpen});
     dialog.CustDlgParams().SetBottomForm(bottom.get());
     Look(dialog, [&] {

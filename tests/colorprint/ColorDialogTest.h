@@ -12,7 +12,7 @@ inline constexpr int SolidButton = 713;
 inline constexpr int DefineButton = 719;
 inline constexpr int HelpButton = 1038;
 
-class ColorDialog : public TBoxDialogTest {
+class ColorDialog : public TDialogTest {
 protected:
     TKxColorDialog& NewDialog(TColorDialogOptions options = {}) {
         auto* dialog = new TKxColorDialog(Owner.get());

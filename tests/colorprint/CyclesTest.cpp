@@ -17,12 +17,12 @@ template <class T> TCensus GrowthOf(T& dialog, int count) {
     return Growth(count, [&] { ASSERT_FALSE(dialog.Execute()); });
 }
 
-class BoxDialogCycles : public TBoxDialogTest {};
+class BoxDialogCycles : public TDialogTest {};
 
 TEST_F(BoxDialogCycles, OfTheColourDialogLeaveNothingBehindThatTheSystemsDoesNot) {
     TColorDialog plain(Owner.get());
     const TCensus system = GrowthOf(plain, SystemCycles);
-    const TDockedForm bottom(clMoneyGreen, 120, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 120, 60);
     TKxColorDialog dialog(Owner.get());
     dialog.SetTitle("Cycles");
     dialog.DlgItemsCaptions().SetAddCustomColor("&Keep");
@@ -38,10 +38,10 @@ TEST_F(BoxDialogCycles, OfThePrintDialogLeaveNothingBehindThatTheSystemsDoesNot)
     ASSERT_GE(InstalledPrinters().size(), 2u) << NoPrinters;
     TPrintDialog plain(Owner.get());
     const TCensus system = GrowthOf(plain, SystemCycles);
-    const TDockedForm left(clMoneyGreen, 120, 60);
-    const TDockedForm top(clSkyBlue, 120, 60);
-    const TDockedForm right(clCream, 120, 60);
-    const TDockedForm bottom(clSilver, 120, 60);
+    const TFormPtr left = MakeForm(clMoneyGreen, 120, 60);
+    const TFormPtr top = MakeForm(clSkyBlue, 120, 60);
+    const TFormPtr right = MakeForm(clCream, 120, 60);
+    const TFormPtr bottom = MakeForm(clSilver, 120, 60);
     TKxPrintDialog dialog(Owner.get());
     dialog.SetTitle("Cycles");
     dialog.DlgItemsCaptions().SetGroupCopies("How many");

@@ -9,10 +9,10 @@ namespace {
 using namespace test;
 
 /// The dialogs are freed at each of their messages in turn, with a form docked to them.
-class BoxDialogFreed : public TBoxDialogTest, public testing::WithParamInterface<bool> {
+class BoxDialogFreed : public TDialogTest, public testing::WithParamInterface<bool> {
 protected:
     template <class T> void FreeAtAnyMessage() {
-        const TDockedForm bottom(clMoneyGreen, 80, 50);
+        const TFormPtr bottom = MakeForm(clMoneyGreen, 80, 50);
         FreeAtEachMessage<T>(
             GetParam(),
             [&] {
@@ -39,10 +39,10 @@ INSTANTIATE_TEST_SUITE_P(Hooks, BoxDialogFreed, testing::Bool(),
 
 // --- In the midst of what the user does
 
-class BoxFreedDuring : public TBoxDialogTest, public testing::WithParamInterface<TCourse> {
+class BoxFreedDuring : public TDialogTest, public testing::WithParamInterface<TCourse> {
 protected:
     template <class T> void RunCourse() {
-        const TDockedForm bottom(clMoneyGreen, 80, 50);
+        const TFormPtr bottom = MakeForm(clMoneyGreen, 80, 50);
         TFreedAtMessages<T>([&] {
             auto* dialog = new T(Owner.get());
             dialog->CustDlgParams().SetBottomForm(bottom.get());
@@ -94,7 +94,7 @@ KX_COURSE(PrintFreedDuring, Copies);
 
 // --- By their docked forms
 
-class BoxDeeds : public TBoxDialogTest, public testing::WithParamInterface<TDeedIn> {};
+class BoxDeeds : public TDialogTest, public testing::WithParamInterface<TDeedIn> {};
 
 TEST_P(BoxDeeds, AtTheBottomOfAColorDialog) {
     TDockedDeeds<TKxColorDialog>(new TKxColorDialog(Owner.get()), [](TKxColorDialog& dialog, TForm* acting, TForm*) {

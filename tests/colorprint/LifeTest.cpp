@@ -10,8 +10,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::Contains;
-using testing::ElementsAre;
 
 constexpr int AddButton = 712;
 constexpr int DefineButton = 719;
@@ -19,7 +17,7 @@ constexpr int PropertiesButton = 1025;
 constexpr int PrinterCombo = 1139;
 constexpr int CopiesEdit = 1154;
 
-class DialogLife : public TBoxDialogTest {
+class DialogLife : public TDialogTest {
 protected:
     void SetUp() override { ASSERT_GE(InstalledPrinters().size(), 2u) << NoPrinters; }
 
@@ -174,7 +172,7 @@ std::vector<TFreeingCase<TKxPrintDialog>> PrintCases() {
 template <class T> class TFreedIn : public DialogLife, public testing::WithParamInterface<TFreeingCase<T>> {
 protected:
     void Run() {
-        const TDockedForm bottom(clMoneyGreen, 120, 60);
+        const TFormPtr bottom = MakeForm(clMoneyGreen, 120, 60);
         auto* dialog = new T(nullptr);
         dialog->CustDlgParams().SetBottomForm(bottom.get());
         int freed = 0;
@@ -206,15 +204,15 @@ INSTANTIATE_TEST_SUITE_P(All, PrintFreedIn, testing::ValuesIn(PrintCases()), Cas
 // --- Freed otherwise
 
 TEST_F(DialogLife, TheOwnerMayBeFreedWhileADialogIsShown) {
-    const TDockedForm bottom(clMoneyGreen, 120, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 120, 60);
     auto* color = new TKxColorDialog(Owner.get());
     color->CustDlgParams().SetBottomForm(bottom.get());
-    EXPECT_FALSE(RunDialog(*color, {{"the dialog is shown", Shown(*color), [&] { Owner.reset(); }}}));
+    EXPECT_FALSE(RunDialog(*color, [&] { Owner.reset(); }));
     EXPECT_FALSE(bottom->IsDocked());
     Owner.reset(NewForm<TForm>(nullptr));
     auto* print = new TKxPrintDialog(Owner.get());
     print->CustDlgParams().SetBottomForm(bottom.get());
-    EXPECT_FALSE(RunDialog(*print, {{"the dialog is shown", Shown(*print), [&] { Owner.reset(); }}}));
+    EXPECT_FALSE(RunDialog(*print, [&] { Owner.reset(); }));
     EXPECT_FALSE(bottom->IsDocked());
     EXPECT_EQ(ActiveDialog(), nullptr);
 }
@@ -232,16 +230,16 @@ TEST_F(DialogLife, APrintDialogMayBeFreedWhileThePropertiesAreOpen) {
 }
 
 TEST_F(DialogLife, AFormMayBeFreedWhileItIsDocked) {
-    TDockedForm bottom(clMoneyGreen, 120, 60);
+    TFormPtr bottom = MakeForm(clMoneyGreen, 120, 60);
     TKxColorDialog dialog(nullptr);
     dialog.CustDlgParams().SetBottomForm(bottom.get());
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                        [&] {
-                            bottom.Free();
-                            Click(ItemOf(dialog, DefineButton));
-                        }},
-                       {"the full part is open", [&] { return IsWindowVisible(ItemOf(dialog, AddButton)) != 0; }, {}},
-                       ClickItem(dialog, IDCANCEL)});
+    RunDialog(dialog,
+              [&] {
+                  bottom.reset();
+                  Click(ItemOf(dialog, DefineButton));
+              },
+              {{"the full part is open", [&] { return IsWindowVisible(ItemOf(dialog, AddButton)) != 0; }, {}},
+               ClickItem(dialog, IDCANCEL)});
     EXPECT_EQ(dialog.CustDlgParams().BottomForm(), nullptr);
 }
 
@@ -251,7 +249,7 @@ TEST_F(DialogLife, ExceptionsOfTheColourDialogsEventsReachTheApplicationAndItGoe
     const auto notify = [](const char* what) {
         return TNotifyEvent([what](TObject*) { throw std::runtime_error(what); });
     };
-    const TDockedForm bottom(clMoneyGreen, 120, 60);
+    const TFormPtr bottom = MakeForm(clMoneyGreen, 120, 60);
     TKxColorDialog dialog(nullptr);
     dialog.CustDlgParams().SetBottomForm(bottom.get());
     dialog.SetOnShow(notify("show"));
@@ -262,43 +260,43 @@ TEST_F(DialogLife, ExceptionsOfTheColourDialogsEventsReachTheApplicationAndItGoe
     dialog.SetOnCustomColorAdd([](TObject*, TColor) { throw std::runtime_error("add"); });
     dialog.SetOnCanClose([](TObject*, bool&) { throw std::runtime_error("can close"); });
     int height = 0;
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("show", "internal"));
-                                        Click(ItemOf(dialog, DefineButton));
-                                    }},
-                                   {"the opening failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("opening"));
-                                        EXPECT_FALSE(IsWindowVisible(ItemOf(dialog, AddButton))) << "no consent";
-                                        dialog.SetOnFullOpening({});
-                                        height = Height(ScreenRectOf(dialog.Handle()));
-                                        Click(ItemOf(dialog, DefineButton));
-                                    }},
-                                   {"the opened event failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("open"));
-                                        EXPECT_EQ(Height(ScreenRectOf(dialog.Handle())), height)
-                                            << "the form is visible all the same";
-                                        Click(ItemOf(dialog, AddButton));
-                                    }},
-                                   {"the adding failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("adding"));
-                                        dialog.SetOnCustomColorAdding({});
-                                        Click(ItemOf(dialog, AddButton));
-                                    }},
-                                   {"the added event failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("add"));
-                                        Click(ItemOf(dialog, IDOK));
-                                    }},
-                                   {"the closing failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("can close"));
-                                        dialog.SetOnCanClose({});
-                                    }},
-                                   ClickItem(dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_THAT(TakeExceptions(), ElementsAre("show", "internal"));
+                              Click(ItemOf(dialog, DefineButton));
+                          },
+                          {{"the opening failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("opening"));
+                                EXPECT_FALSE(IsWindowVisible(ItemOf(dialog, AddButton))) << "no consent";
+                                dialog.SetOnFullOpening({});
+                                height = Height(ScreenRectOf(dialog.Handle()));
+                                Click(ItemOf(dialog, DefineButton));
+                            }},
+                           {"the opened event failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("open"));
+                                EXPECT_EQ(Height(ScreenRectOf(dialog.Handle())), height)
+                                    << "the form is visible all the same";
+                                Click(ItemOf(dialog, AddButton));
+                            }},
+                           {"the adding failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("adding"));
+                                dialog.SetOnCustomColorAdding({});
+                                Click(ItemOf(dialog, AddButton));
+                            }},
+                           {"the added event failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("add"));
+                                Click(ItemOf(dialog, IDOK));
+                            }},
+                           {"the closing failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("can close"));
+                                dialog.SetOnCanClose({});
+                            }},
+                           ClickItem(dialog, IDOK)}));
     EXPECT_EQ(dialog.CustomColors().Values("ColorA"), "000000") << "the one whose event failed was added";
 }
 
@@ -311,37 +309,37 @@ TEST_F(DialogLife, ExceptionsOfThePrintDialogsEventsReachTheApplicationAndItGoes
     dialog.SetOnPrinterSetupShowing([](TObject*, bool&) { throw std::runtime_error("setup"); });
     dialog.SetOnPrinterChange(notify("printer"));
     dialog.SetOnCanClose([](TObject*, bool&) { throw std::runtime_error("can close"); });
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("show"));
-                                        Click(ItemOf(dialog, PropertiesButton));
-                                    }},
-                                   {"the setup failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("setup"));
-                                        EXPECT_EQ(ActiveDialog(), dialog.Handle());
-                                        dialog.SetOnCopiesChange(notify("copies"));
-                                        SetFocus(ItemOf(dialog, CopiesEdit));
-                                        TypeText("4");
-                                    }},
-                                   {"the copies failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("copies"));
-                                        dialog.SetOnCopiesChange({});
-                                        SetFocus(ItemOf(dialog, PrinterCombo));
-                                        PressKey(VK_DOWN);
-                                    }},
-                                   {"the printer failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("printer"));
-                                        Click(ItemOf(dialog, IDOK));
-                                    }},
-                                   {"the closing failed", [&] { return HasExceptions(); },
-                                    [&] {
-                                        EXPECT_THAT(TakeExceptions(), ElementsAre("can close"));
-                                        dialog.SetOnCanClose({});
-                                    }},
-                                   ClickItem(dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_THAT(TakeExceptions(), ElementsAre("show"));
+                              Click(ItemOf(dialog, PropertiesButton));
+                          },
+                          {{"the setup failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("setup"));
+                                EXPECT_EQ(ActiveDialog(), dialog.Handle());
+                                dialog.SetOnCopiesChange(notify("copies"));
+                                SetFocus(ItemOf(dialog, CopiesEdit));
+                                TypeText("4");
+                            }},
+                           {"the copies failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("copies"));
+                                dialog.SetOnCopiesChange({});
+                                SetFocus(ItemOf(dialog, PrinterCombo));
+                                PressKey(VK_DOWN);
+                            }},
+                           {"the printer failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("printer"));
+                                Click(ItemOf(dialog, IDOK));
+                            }},
+                           {"the closing failed", [&] { return HasExceptions(); },
+                            [&] {
+                                EXPECT_THAT(TakeExceptions(), ElementsAre("can close"));
+                                dialog.SetOnCanClose({});
+                            }},
+                           ClickItem(dialog, IDOK)}));
     EXPECT_EQ(dialog.Printer().Device(), InstalledPrinters()[1]);
 }
 
@@ -368,8 +366,8 @@ TEST_F(DialogLife, HooksThatAlwaysFailDoNotStopADialog) {
 // --- Dialogs inside dialogs
 
 TEST_F(DialogLife, DialogsOpenFromInsideEachOther) {
-    const TDockedForm outerForm(clMoneyGreen, 120, 60);
-    const TDockedForm innerForm(clSkyBlue, 100, 60);
+    const TFormPtr outerForm = MakeForm(clMoneyGreen, 120, 60);
+    const TFormPtr innerForm = MakeForm(clSkyBlue, 100, 60);
     TKxPrintDialog outer(Owner.get());
     TKxColorDialog inner(Owner.get());
     outer.CustDlgParams().SetRightForm(outerForm.get());
@@ -378,13 +376,13 @@ TEST_F(DialogLife, DialogsOpenFromInsideEachOther) {
     TRect outerPlace;
     outer.SetOnPrinterSetupShowing([&](TObject*, bool& allow) {
         outerPlace = ScreenRectOf(outer.Handle());
-        EXPECT_TRUE(RunDialog(inner, {{"the inner dialog is shown", Shown(inner),
-                                       [&] {
-                                           EXPECT_FALSE(IsWindowEnabled(outer.Handle()));
-                                           EXPECT_EQ(GetParent(innerForm->WindowHandle()), inner.Handle());
-                                           Screenshot("color_in_print");
-                                       }},
-                                      ClickItem(inner, IDOK)}));
+        EXPECT_TRUE(RunDialog(inner,
+                              [&] {
+                                  EXPECT_FALSE(IsWindowEnabled(outer.Handle()));
+                                  EXPECT_EQ(GetParent(innerForm->WindowHandle()), inner.Handle());
+                                  Screenshot("color_in_print");
+                              },
+                              {ClickItem(inner, IDOK)}));
         allow = false;
     });
     EXPECT_TRUE(RunDialog(outer, {ClickItem(outer, PropertiesButton),
@@ -401,7 +399,7 @@ TEST_F(DialogLife, DialogsOpenFromInsideEachOther) {
 TEST_F(DialogLife, ADialogOpensFromTheShowingOfAnother) {
     TKxColorDialog outer(Owner.get());
     TKxPrintDialog inner(Owner.get());
-    outer.SetOnShow([&](TObject*) { EXPECT_FALSE(Look(inner, [] {})); });
+    outer.SetOnShow([&](TObject*) { EXPECT_FALSE(Look(inner)); });
     EXPECT_TRUE(RunDialog([&] { return outer.Execute(); }, {ClickItem(outer, IDOK)}));
 }
 

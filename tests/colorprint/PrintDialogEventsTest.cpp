@@ -9,9 +9,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 // --- The printer
 
@@ -42,7 +39,7 @@ TEST_F(PrintDialog, AnotherPrinterIsAskedForAndTold) {
         hooked |= m.Msg == WM_COMMAND && m.WParamLo() == PrinterCombo && m.WParamHi() == CBN_SELCHANGE;
     });
     std::vector<TStep> steps = TypeOtherPrinter(dialog);
-    steps.push_back(WaitFor("it is told", [&] { return log.size() == 2; }));
+    steps.push_back(Await("it is told", [&] { return log.size() == 2; }));
     steps.push_back(ClickItem(dialog, IDOK));
     EXPECT_TRUE(RunDialog(dialog, std::move(steps)));
     EXPECT_THAT(log, ElementsAre("changing " + Printers[0], "changed " + Printers[1]));
@@ -103,7 +100,7 @@ TEST_F(PrintDialog, AQueryForAPrinterThatFailsIsNoConsent) {
 TEST_F(PrintDialog, TheNextShowingBeginsWithTheChosenPrinter) {
     auto& dialog = NewDialog();
     std::vector<TStep> steps = TypeOtherPrinter(dialog);
-    steps.push_back(WaitFor("it is chosen", [&] { return dialog.SelectedDevice() == Printers[1]; }));
+    steps.push_back(Await("it is chosen", [&] { return dialog.SelectedDevice() == Printers[1]; }));
     steps.push_back(ClickItem(dialog, IDOK));
     EXPECT_TRUE(RunDialog(dialog, std::move(steps)));
     Look(dialog, [&] { EXPECT_EQ(dialog.SelectedDevice(), Printers[1]); });
@@ -216,18 +213,17 @@ TEST_F(PrintDialog, OneNotificationOfEachControlIsToldAndNoOther) {
 TEST_F(PrintDialog, TypingCopiesIsToldOncePerChange) {
     auto& dialog = NewDialog();
     std::vector<std::string> log;
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                        [&] {
-                            SetFocus(ItemOf(dialog, CopiesEdit));
-                            SendMessageA(ItemOf(dialog, CopiesEdit), EM_SETSEL, 0, -1);
-                            dialog.SetOnCopiesChange([&](TObject* sender) {
-                                EXPECT_EQ(sender, &dialog);
-                                log.push_back(ItemText(dialog, CopiesEdit));
-                            });
-                            TypeText("12");
-                        }},
-                       WaitFor("it is typed", [&] { return log.size() >= 2; }),
-                       ClickItem(dialog, IDOK)});
+    RunDialog(dialog,
+              [&] {
+                  SetFocus(ItemOf(dialog, CopiesEdit));
+                  SendMessageA(ItemOf(dialog, CopiesEdit), EM_SETSEL, 0, -1);
+                  dialog.SetOnCopiesChange([&](TObject* sender) {
+                      EXPECT_EQ(sender, &dialog);
+                      log.push_back(ItemText(dialog, CopiesEdit));
+                  });
+                  TypeText("12");
+              },
+              {Await("it is typed", [&] { return log.size() >= 2; }), ClickItem(dialog, IDOK)});
     EXPECT_THAT(log, ElementsAre("1", "12"));
     EXPECT_EQ(dialog.Copies(), 12);
 }
@@ -252,61 +248,6 @@ TEST_F(PrintDialog, AVetoedMessageOfTheCopiesIsNotTold) {
 
 // --- Closing and messages
 
-TEST_F(PrintDialog, OnCanCloseMayKeepItOpen) {
-    auto& dialog = NewDialog();
-    int asked = 0;
-    dialog.SetOnCanClose([&](TObject* sender, bool& allow) {
-        EXPECT_EQ(sender, &dialog);
-        EXPECT_TRUE(allow);
-        allow = ++asked > 1;
-    });
-    int reported = 0;
-    dialog.SetOnEventHook([&](TMessage& m) { reported += m.Msg == WM_COMMAND && m.WParam == IDOK ? 1 : 0; });
-    EXPECT_TRUE(RunDialog(dialog, {ClickItem(dialog, IDOK),
-                                   {"it has been asked", [&] { return asked == 1; },
-                                    [&] {
-                                        EXPECT_TRUE(IsWindowVisible(dialog.Handle()));
-                                        EXPECT_EQ(reported, 0);
-                                    }},
-                                   ClickItem(dialog, IDOK)}));
-    EXPECT_EQ(asked, 2);
-    EXPECT_EQ(reported, 1);
-}
-
-TEST_F(PrintDialog, ItCanBeClosedAsIfAButtonWasPressed) {
-    auto& dialog = NewDialog();
-    bool allow = false;
-    dialog.SetOnCanClose([&](TObject*, bool& canClose) { canClose = allow; });
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] {
-                                        dialog.CloseDialog(3);
-                                        dialog.CloseDialog(mrOk);
-                                        EXPECT_TRUE(IsWindowVisible(dialog.Handle()));
-                                        allow = true;
-                                        dialog.CloseDialog(mrOk);
-                                    }}}));
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { dialog.CloseDialog(mrCancel); }}}));
-    dialog.CloseDialog(mrOk); // not shown: nothing happens
-}
-
-TEST_F(PrintDialog, AVetoedOkIsNeitherPassedOnNorReported) {
-    auto& dialog = NewDialog();
-    int vetoed = 0;
-    int reported = 0;
-    const auto isOk = [](const TMessage& m) { return m.Msg == WM_COMMAND && m.WParam == IDOK; };
-    dialog.SetOnEventHooking([&](TObject* sender, TMessage& m, bool& allow) {
-        EXPECT_EQ(sender, &dialog);
-        if (isOk(m)) {
-            ++vetoed;
-            allow = false;
-        }
-    });
-    dialog.SetOnEventHook([&](TMessage& m) { reported += isOk(m) ? 1 : 0; });
-    dialog.SetOnCanClose([](TObject*, bool&) { ADD_FAILURE(); });
-    EXPECT_FALSE(RunDialog(dialog, {ClickItem(dialog, IDOK), WaitFor("it has been vetoed", [&] { return vetoed == 1; }),
-                                    ClickItem(dialog, IDCANCEL)}));
-    EXPECT_EQ(reported, 0);
-}
-
 TEST_F(PrintDialog, TheWindowKeepsItsProcedureToTheLastMessage) {
     auto& dialog = NewDialog();
     std::vector<UINT> after;
@@ -317,76 +258,9 @@ TEST_F(PrintDialog, TheWindowKeepsItsProcedureToTheLastMessage) {
             after.push_back(m.Msg);
         }
     });
-    Look(dialog, [] {});
+    Look(dialog);
     EXPECT_THAT(after, Contains(static_cast<UINT>(WM_NCDESTROY)));
     EXPECT_EQ(dialog.GetCommonDialogHandle(), nullptr);
-}
-
-TEST_F(PrintDialog, AVetoedDestructionUndocksTheFormsAllTheSame) {
-    const TDockedForm left(clMoneyGreen, 120, 60);
-    auto& dialog = NewDialog();
-    dialog.CustDlgParams().SetLeftForm(left.get());
-    dialog.SetOnEventHooking([](TObject*, TMessage& m, bool& allow) { allow = m.Msg != WM_DESTROY; });
-    Look(dialog, [] {});
-    EXPECT_FALSE(left->IsDocked());
-    EXPECT_EQ(dialog.Handle(), nullptr);
-    dialog.SetOnEventHooking({});
-    Look(dialog, [&] { EXPECT_TRUE(IsWindowVisible(left->WindowHandle())); });
-}
-
-TEST_F(PrintDialog, ContextMenusAreNotTracked) {
-    const TDockedForm bottom(clMoneyGreen, 50, 60);
-    TPopupMenu menu;
-    bottom->SetPopupMenu(&menu);
-    auto& dialog = NewDialog();
-    dialog.CustDlgParams().SetBottomForm(bottom.get());
-    int reported = 0;
-    dialog.SetOnEventHook([&](TMessage& m) { reported += m.Msg == WM_CONTEXTMENU ? 1 : 0; });
-    Look(dialog, [&] {
-        const TPoint centre = CenterOf(bottom->Handle());
-        SendMessageA(dialog.Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(bottom->Handle()),
-                     MakeLParam(centre.X, centre.Y));
-    });
-    EXPECT_EQ(reported, 1);
-}
-
-// --- As a component
-
-TEST_F(PrintDialog, SurvivesAFormFile) {
-    TKxPrintDialog dialog(nullptr);
-    dialog.SetName("PrintDialog1");
-    dialog.SetCopies(3);
-    dialog.SetOptions({poPageNums, poWarning});
-    dialog.SetPrintRange(prPageNums);
-    dialog.SetTitle("Print the drawing");
-    dialog.CustDlgParams().SetLeftFormName("Samples");
-    dialog.DlgItemsCaptions().SetGroupCopies("How many");
-    dialog.DlgItemsCaptions().SetOK("&Print");
-    const std::string text = WriteText(dialog);
-    for (const char* line : {"Copies = 3", "Options = [poPageNums, poWarning]", "PrintRange = prPageNums",
-                             "CustDlgParams.LeftFormName = 'Samples'", "DlgItemsCaptions.OK = '&Print'",
-                             "DlgItemsCaptions.GroupCopies = 'How many'", "Title = 'Print the drawing'"}) {
-        EXPECT_THAT(text, HasSubstr(line));
-    }
-    TKxPrintDialog copy(nullptr);
-    ReadText(copy, text);
-    EXPECT_EQ(WriteText(copy), text);
-}
-
-TEST_F(PrintDialog, PublishesItsPropertiesInTheirOrder) {
-    EXPECT_THAT(OwnProperties(TKxPrintDialog::StaticClass()),
-                ElementsAre("CustDlgParams", "DlgItemsCaptions", "Title", "OnEventHook", "OnEventHooking",
-                            "OnPrinterChange", "OnPrinterChanging", "OnPrinterSetupShow", "OnPrinterSetupShowing",
-                            "OnCopiesChange", "OnCanClose"));
-    std::vector<std::string> captions{"OK", "Cancel", "Help"};
-    for (const std::string& name : OwnProperties(TKxPrintDlgCaptions::StaticClass())) {
-        captions.push_back(name);
-    }
-    std::vector<std::string> expected;
-    for (const TCaptionCase& caption : Captions) {
-        expected.emplace_back(caption.Name);
-    }
-    EXPECT_EQ(captions, expected);
 }
 
 } // namespace

@@ -37,7 +37,7 @@ inline constexpr TCaptionCase Captions[] = {{"OK", 1},
                                             {"GroupRange", 1072},
                                             {"GroupCopies", 1073}};
 
-class PrintDialog : public TBoxDialogTest {
+class PrintDialog : public TDialogTest {
 protected:
     void SetUp() override {
         Printers = InstalledPrinters();

@@ -2,7 +2,6 @@
 #include "kx/core/TypInfo.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 

@@ -5,7 +5,6 @@
 #include "kx/core/Components.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <exception>
 #include <functional>

@@ -4,7 +4,6 @@
 namespace kx::sample {
 namespace {
 
-using testing::AnyOf;
 using testing::HasSubstr;
 
 /// Whatever is read, what is left behind is nothing: see FormTest::TearDown.

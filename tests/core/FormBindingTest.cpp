@@ -3,7 +3,6 @@
 namespace kx::sample {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 /// References and events, which are bound by name.

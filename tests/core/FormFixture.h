@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/SampleForm.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,6 +10,8 @@
 #include <string>
 
 namespace kx::sample {
+
+using test::ErrorOf;
 
 struct TFreeComponent {
     void operator()(TComponent* component) const { component->Free(); }
@@ -49,15 +52,6 @@ inline std::string Written(TComponent& root, TStreamFormat format = TStreamForma
 inline TOwned<TForm> ReadForm(std::string_view form, const std::function<void(TReader&)>& prepare = {}) {
     TMemoryStream stream(form);
     return TOwned<TForm>(dynamic_cast<TForm*>(ReadComponent(stream, nullptr, prepare)));
-}
-
-template <class E> std::string ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const E& error) {
-        return error.Message();
-    }
-    return "no error";
 }
 
 /// Registers the sample classes, and sees to it that a test leaves no component behind.

@@ -1,23 +1,16 @@
 #include "kx/core/Strings.h"
 #include "kx/core/Streams.h"
 #include "kx/core/TypInfo.h"
+#include "tests/support/Texts.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kx {
 namespace {
 
+using test::TextsOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::vector<std::string> All(const TStrings& list) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < list.Count(); ++i) {
-        texts.push_back(list[i]);
-    }
-    return texts;
-}
 
 /// A list that keeps nothing but what every list must have, so that the common part does the rest.
 class TPlainList : public TStrings {
@@ -50,16 +43,16 @@ TYPED_TEST(AnyStrings, AddInsertDeleteMoveAndExchange) {
     EXPECT_EQ(list.Add("a"), 0);
     EXPECT_EQ(list.Add("c"), 1);
     list.Insert(1, "b");
-    EXPECT_THAT(All(list), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a", "b", "c"));
     list.Move(0, 2);
-    EXPECT_THAT(All(list), ElementsAre("b", "c", "a"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("b", "c", "a"));
     list.Move(2, 1);
-    EXPECT_THAT(All(list), ElementsAre("b", "a", "c"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("b", "a", "c"));
     list.Exchange(0, 2);
-    EXPECT_THAT(All(list), ElementsAre("c", "a", "b"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("c", "a", "b"));
     list.Put(1, "z");
     list.Delete(0);
-    EXPECT_THAT(All(list), ElementsAre("z", "b"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("z", "b"));
     list.Clear();
     EXPECT_EQ(list.Count(), 0);
 }
@@ -77,21 +70,21 @@ TYPED_TEST(AnyStrings, IndicesOutOfBoundsAreErrors) {
         EXPECT_THROW(list.Move(index, 0), EStringListError);
         EXPECT_THROW(list.Exchange(0, index), EStringListError);
     }
-    EXPECT_THAT(All(list), ElementsAre("a"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a"));
 }
 
 TYPED_TEST(AnyStrings, TextSplitsAtEveryKindOfLineEnd) {
     TStrings& list = this->List;
     list.SetText("a\r\nb\nc\rd\r\n\r\n\n");
-    EXPECT_THAT(All(list), ElementsAre("a", "b", "c", "d", "", ""));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a", "b", "c", "d", "", ""));
     EXPECT_EQ(list.Text(), "a\r\nb\r\nc\r\nd\r\n\r\n\r\n");
     list.SetText("last");
-    EXPECT_THAT(All(list), ElementsAre("last"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("last"));
     list.SetText("");
-    EXPECT_THAT(All(list), IsEmpty());
+    EXPECT_THAT(TextsOf(list), IsEmpty());
     EXPECT_EQ(list.Text(), "");
     list.SetText("\n");
-    EXPECT_THAT(All(list), ElementsAre(""));
+    EXPECT_THAT(TextsOf(list), ElementsAre(""));
 }
 
 TYPED_TEST(AnyStrings, CommaTextQuotesWhatNeedsIt) {
@@ -109,15 +102,15 @@ TYPED_TEST(AnyStrings, CommaTextQuotesWhatNeedsIt) {
 TYPED_TEST(AnyStrings, CommaTextSplitsAtCommasAndBlanks) {
     TStrings& list = this->List;
     list.SetCommaText(" a , b  c,, \"d\"e ");
-    EXPECT_THAT(All(list), ElementsAre("a", "b", "c", "", "d", "e"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a", "b", "c", "", "d", "e"));
     list.SetCommaText("");
-    EXPECT_THAT(All(list), IsEmpty());
+    EXPECT_THAT(TextsOf(list), IsEmpty());
     list.SetCommaText("a,");
-    EXPECT_THAT(All(list), ElementsAre("a", ""));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a", ""));
     list.SetCommaText("\"open");
-    EXPECT_THAT(All(list), ElementsAre("open"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("open"));
     list.SetCommaText("\"\"");
-    EXPECT_THAT(All(list), ElementsAre(""));
+    EXPECT_THAT(TextsOf(list), ElementsAre(""));
     EXPECT_EQ(list.CommaText(), "\"\"");
 }
 
@@ -135,7 +128,7 @@ TYPED_TEST(AnyStrings, NamesAndValues) {
     list.SetValue("three", "3");
     list.SetValue("Two", "");
     list.SetValue("missing", "");
-    EXPECT_THAT(All(list), ElementsAre("one=11", "plain", "=empty name", "once=x", "once=y", "three=3"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("one=11", "plain", "=empty name", "once=x", "once=y", "three=3"));
 }
 
 TYPED_TEST(AnyStrings, AssignAddAndCompare) {
@@ -147,7 +140,7 @@ TYPED_TEST(AnyStrings, AssignAddAndCompare) {
     EXPECT_TRUE(list.Equals(source));
     list.Assign(&list);
     list.AddStrings(list);
-    EXPECT_THAT(All(list), ElementsAre("a", "b", "a", "b"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a", "b", "a", "b"));
     EXPECT_FALSE(list.Equals(source));
     source.SetText("A\nb\na\nb");
     EXPECT_FALSE(list.Equals(source)); // case matters
@@ -162,7 +155,7 @@ TYPED_TEST(AnyStrings, LoadsAndSavesAsText) {
     TMemoryStream stream("skipped\nfirst\r\nsecond");
     stream.SetPosition(8);
     list.LoadFromStream(stream);
-    EXPECT_THAT(All(list), ElementsAre("first", "second"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("first", "second"));
     TMemoryStream saved;
     list.SaveToStream(saved);
     EXPECT_EQ(saved.Bytes(), "first\r\nsecond\r\n");
@@ -193,7 +186,7 @@ TEST(StringList, ASortedListKeepsItsOrder) {
     TStringList list;
     list.SetText("pear\nApple\nfig");
     list.SetSorted(true);
-    EXPECT_THAT(All(list), ElementsAre("Apple", "fig", "pear"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("Apple", "fig", "pear"));
     EXPECT_EQ(list.Add("banana"), 1);
     EXPECT_EQ(list.IndexOf("FIG"), 2);
     EXPECT_EQ(list.IndexOf("grape"), -1);
@@ -201,7 +194,7 @@ TEST(StringList, ASortedListKeepsItsOrder) {
     EXPECT_THROW(list.Put(0, "x"), EStringListError);
     EXPECT_THROW(list.Exchange(0, 1), EStringListError);
     EXPECT_THROW(list.Move(0, 1), EStringListError);
-    EXPECT_THAT(All(list), ElementsAre("Apple", "banana", "fig", "pear"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("Apple", "banana", "fig", "pear"));
     list.SetSorted(false);
     list.Insert(0, "x");
     EXPECT_EQ(list.Count(), 5);
@@ -212,7 +205,7 @@ TEST(StringList, DuplicatesInASortedList) {
     list.SetSorted(true);
     list.Add("a");
     EXPECT_EQ(list.Add("A"), 0); // ignored
-    EXPECT_THAT(All(list), ElementsAre("a"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a"));
     list.SetDuplicates(dupError);
     EXPECT_THROW(list.Add("A"), EStringListError);
     list.SetDuplicates(dupAccept);
@@ -232,9 +225,9 @@ TEST(StringList, CaseMayMatter) {
     EXPECT_EQ(list.IndexOf("B"), 1);
     EXPECT_EQ(list.IndexOf("A"), -1);
     list.SetSorted(true);
-    EXPECT_THAT(All(list), ElementsAre("B", "a", "b"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("B", "a", "b"));
     list.SetCaseSensitive(false);
-    EXPECT_THAT(All(list), ElementsAre("a", "B", "b"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a", "B", "b"));
     EXPECT_TRUE(list.Sorted());
 }
 

@@ -1,5 +1,6 @@
 #include "kx/core/SysUtils.h"
 #include "kx/core/Types.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,8 @@
 
 namespace kx {
 namespace {
+
+using test::ErrorOf;
 
 /// Makes a byte a lead byte for the time of a test, as in the Japanese code page.
 class TLeadByte {
@@ -117,12 +120,8 @@ TEST(Text, IntegersInDecimalAndHexadecimal) {
 TEST(Text, WhatIsNoIntegerIsAnError) {
     for (const char* text : {"", " ", "x", "1x", "--1", "$", "0x", "$G", "1.5", "9223372036854775808", "- 1"}) {
         EXPECT_EQ(StrToIntDef(text, -99), -99) << text;
-        try {
-            StrToInt(text);
-            FAIL() << text;
-        } catch (const EConvertError& error) {
-            EXPECT_EQ(error.Message(), "'" + std::string(text) + "' is not a valid integer value");
-        }
+        EXPECT_EQ(ErrorOf<EConvertError>([&] { StrToInt(text); }),
+                  "'" + std::string(text) + "' is not a valid integer value");
     }
 }
 
@@ -193,15 +192,7 @@ TEST(Text, TheNextCharacterBeginsBehindAllBytesOfThisOne) {
     SetCodePageIsUtf8(false);
 }
 
-TEST(Errors, ARangeErrorHasItsText) {
-    std::string text;
-    try {
-        RaiseRangeError();
-    } catch (const ERangeError& e) {
-        text = e.what();
-    }
-    EXPECT_EQ(text, "Range check error");
-}
+TEST(Errors, ARangeErrorHasItsText) { EXPECT_EQ(ErrorOf<ERangeError>(RaiseRangeError), "Range check error"); }
 
 TEST(FileNames, TheSecondByteOfACharacterIsNoBackslash) {
     const TLeadByte lead(0x83);

@@ -1,8 +1,8 @@
 #include "kx/core/TypInfo.h"
 #include "kx/core/Components.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kx {
 
@@ -31,6 +31,7 @@ template <class T> constexpr bool CanChange = requires(T set) {
 static_assert(CanChange<TSet<TShade>&>);
 static_assert(!CanChange<TSet<TShade>&&>, "a change of a copy would be lost");
 
+using test::ErrorOf;
 using testing::ElementsAre;
 
 class TPart : public TPersistent {
@@ -206,12 +207,7 @@ TEST(PropertyAccess, ReadsAndWritesByName) {
 
 TEST(PropertyAccess, ErrorsAreClear) {
     TBase base;
-    try {
-        GetOrdProp(base, "Nothing");
-        FAIL();
-    } catch (const EPropertyError& error) {
-        EXPECT_EQ(error.Message(), "Property Nothing does not exist");
-    }
+    EXPECT_EQ(ErrorOf<EPropertyError>([&] { GetOrdProp(base, "Nothing"); }), "Property Nothing does not exist");
     EXPECT_THROW(GetOrdProp(base, "Text"), EPropertyError);
     EXPECT_THROW(GetStrProp(base, "Zeta"), EPropertyError);
     EXPECT_THROW(GetEnumProp(base, "Zeta"), EPropertyError);

@@ -2,7 +2,7 @@
 
 #include "kx/dropdown/KxDropDownButton.h"
 #include "kx/ui/forms/Forms.h"
-#include "tests/support/TestDriver.h"
+#include "tests/support/FormTest.h"
 
 #include <gtest/gtest.h>
 
@@ -21,15 +21,10 @@ inline TStep MenuKey(WPARAM key) {
 }
 
 /// A form with a drop-down button of 100 x 25 pixels, which another button keeps the focus from.
-class BitBtn : public testing::Test {
+class BitBtn : public TFormTest {
 protected:
-    BitBtn() : Form(NewForm<TForm>(nullptr)), Button(new TKxBitBtn(Form.get())), Other(new TButton(Form.get())) {
-        Form->SetBounds(100, 100, 300, 200);
-        Other->SetParent(Form.get());
-        Other->SetBounds(20, 100, 75, 25);
+    BitBtn() {
         Other->SetCaption("Other");
-        Button->SetParent(Form.get());
-        Button->SetBounds(20, 20, 100, 25);
         Button->SetCaption("Open");
         Button->SetOnClick([this](TObject*) { ++Clicks; });
         FillMenu(MenuA, "a");
@@ -49,8 +44,7 @@ protected:
         menu.SetOnPopup([this](TObject*) { ++Popups; });
     }
     void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
+        TFormTest::Show();
         Other->SetFocus();
         Settle();
     }
@@ -110,11 +104,10 @@ protected:
         return -1;
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
     TPopupMenu MenuA;
     TPopupMenu MenuB;
-    TKxBitBtn* Button;
-    TButton* Other;
+    TButton* Other = Add<TButton>(20, 100, 75, 25);
+    TKxBitBtn* Button = Add<TKxBitBtn>(20, 20, 100, 25);
     int Clicks = 0;
     int Popups = 0;
     std::vector<std::string> Chosen;

@@ -1,8 +1,7 @@
 #include "ButtonFixture.h"
 
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
 #include "kx/ui/controls/ActnList.h"
+#include "tests/support/FormFiles.h"
 #include "tests/support/SysColors.h"
 
 namespace kx::test {
@@ -12,12 +11,7 @@ namespace {
 
 TEST_F(BitBtn, ANewOne) {
     const TKxBitBtn button;
-    EXPECT_EQ(button.Margin(), -1);
-    EXPECT_EQ(button.Spacing(), 4);
-    EXPECT_EQ(button.NumGlyphs(), 1);
-    EXPECT_EQ(button.Style(), bsAutoDetect);
     EXPECT_EQ(button.Kind(), bkCustom);
-    EXPECT_EQ(button.DropDownMenu(), nullptr);
     EXPECT_EQ(button.SelectedDropDownMenuIndex(), -1);
     EXPECT_FALSE(button.PressingDropDown());
     EXPECT_TRUE(button.ControlStyle().Contains(csReflector));
@@ -30,31 +24,17 @@ TEST_F(BitBtn, ItsArrowIsTheEmbeddedPicture) {
     EXPECT_EQ(Button->GetPalette(), nullptr);
 }
 
-TEST_F(BitBtn, PublishesItsOwnProperties) {
-    for (const char* name :
-         {"Glyph", "Margin", "NumGlyphs", "Style", "Spacing", "CaptionAlignment", "DropDownMenu", "Action", "Anchors",
-          "BiDiMode", "ParentBiDiMode", "Caption", "Constraints", "Enabled", "TabStop", "Visible"}) {
-        EXPECT_TRUE(IsPublishedProp(*Button, name)) << name;
-    }
+TEST_F(BitBtn, HasOneToFourGlyphs) {
     EXPECT_THROW(SetOrdProp(*Button, "NumGlyphs", 5), ERangeError);
     EXPECT_THROW(SetOrdProp(*Button, "NumGlyphs", 0), ERangeError);
 }
 
-TEST_F(BitBtn, TravelsWithAFormFile) {
+TEST_F(BitBtn, ItsArrowTravelsWithAFormFile) {
     RegisterClasses<TKxBitBtn, TButton>();
     Button->SetName("Go");
-    Button->SetMargin(6);
-    Button->SetSpacing(2);
-    Button->SetCaptionAlignment(taCenter);
-    TMemoryStream stream;
-    WriteComponent(stream, *Form, TStreamFormat::Binary);
-    const std::unique_ptr<TForm, TFreeDeleter> read(NewForm<TForm>(nullptr));
-    stream.SetPosition(0);
-    ReadComponent(stream, read.get());
+    const TFormPtr read(NewForm<TForm>(nullptr));
+    ReadFormOver(*read, FormTextOf(*Form));
     auto& button = dynamic_cast<TKxBitBtn&>(*read->FindComponent("Go"));
-    EXPECT_EQ(button.Margin(), 6);
-    EXPECT_EQ(button.Spacing(), 2);
-    EXPECT_EQ(button.CaptionAlignment(), taCenter);
     EXPECT_EQ(button.Glyph().Width(), 8);
     EXPECT_EQ(button.Glyph().Canvas().Pixels(3, 9), clBlack);
 }

@@ -3,12 +3,8 @@
 #include "tests/support/Census.h"
 #include "tests/support/ExceptionLog.h"
 
-#include <gmock/gmock.h>
-
 namespace kx::test {
 namespace {
-
-using testing::ElementsAre;
 
 // --- Presses
 

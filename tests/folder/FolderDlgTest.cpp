@@ -2,13 +2,6 @@
 
 namespace kx::test {
 
-TFormPtr MakeForm(TColor color, int width, int height) {
-    TFormPtr form(NewForm<TForm>(nullptr));
-    form->SetColor(color);
-    form->SetBounds(30, 40, width, height);
-    return form;
-}
-
 const TClass& TPaneForm::StaticClass() {
     static const TClassBuilder<TPaneForm> cls("TPaneForm", TForm::StaticClass());
     return cls.Class();
@@ -20,8 +13,6 @@ TPaneForm::TPaneForm(TComponent* owner) : TForm(owner) {
 }
 
 // --- The running browser
-
-HWND ItemOf(const TKxCustomFolderDialog& dialog, int id) { return GetDlgItem(dialog.DialogWindow(), id); }
 
 HWND TreeOf(HWND browser) { return FindChild(browser, "SysTreeView32"); }
 
@@ -110,7 +101,7 @@ void SettleAccessTime(const std::string& folder) {
 
 } // namespace
 
-TFolderDlgTest::TFolderDlgTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
+TFolderDlgTest::TFolderDlgTest() {
     Folder.AddFolder("alpha");
     Folder.AddFolder("beta\\inner");
     Folder.AddFile("letter.txt");
@@ -118,27 +109,17 @@ TFolderDlgTest::TFolderDlgTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(App
                                       Folder.Path("beta"), Folder.Path("beta\\inner")}) {
         SettleAccessTime(folder);
     }
-    Owner->SetCaption("Owner");
-    Owner->SetBounds(260, 180, 500, 400);
-    Owner->Show();
-    Application().SetOnException([this](TObject*, const std::exception& e) { FExceptions.emplace_back(e.what()); });
 }
 
 TFolderDlgTest::~TFolderDlgTest() {
-    EXPECT_THAT(FExceptions, testing::IsEmpty());
     EXPECT_EQ(TKxCustomFolderDialog::Running(), nullptr);
     EXPECT_EQ(ActiveDialog(), nullptr);
-    Application().SetOnException(FPrevious);
 }
 
 TKxFolderDialog& TFolderDlgTest::NewDialog() {
     auto* dialog = new TKxFolderDialog(Owner.get());
     dialog->SetInitialDir(Folder.Path());
     return *dialog;
-}
-
-bool TFolderDlgTest::Look(TKxCustomFolderDialog& dialog, const TAction& look) {
-    return RunDialog(dialog, {{"look at the dialog", {}, look}, Cancel(dialog)});
 }
 
 TStep TFolderDlgTest::Choose(const TKxCustomFolderDialog& dialog, const std::string& item) {
@@ -149,7 +130,5 @@ TStep TFolderDlgTest::Choose(const TKxCustomFolderDialog& dialog, const std::str
                 PressButton(ItemOf(dialog, IDOK));
             }};
 }
-
-std::vector<std::string> TFolderDlgTest::TakeExceptions() { return std::exchange(FExceptions, {}); }
 
 } // namespace kx::test

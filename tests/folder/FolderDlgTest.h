@@ -1,20 +1,13 @@
 #pragma once
 
 #include "kx/folder/KxFolderDlg.h"
-#include "tests/support/TestDriver.h"
+#include "tests/support/DialogTest.h"
 #include "tests/support/Painted.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace kx::test {
-
-using TFormPtr = std::unique_ptr<TForm, TFreeDeleter>;
-
-TFormPtr MakeForm(TColor color, int width, int height);
 
 /// A form that docking finds by its name, "PaneForm" in any letter case.
 class TPaneForm : public TForm {
@@ -22,9 +15,6 @@ class TPaneForm : public TForm {
 
     explicit TPaneForm(TComponent* owner);
 };
-
-/// A step that only waits.
-inline TStep Await(std::string what, TCondition condition) { return {std::move(what), std::move(condition), {}}; }
 
 // --- The running browser
 
@@ -34,7 +24,6 @@ constexpr int NameLabelId = 0x3744;
 constexpr int NameId = 0x3745;
 constexpr int NewFolderId = 0x3746;
 
-HWND ItemOf(const TKxCustomFolderDialog& dialog, int id);
 HWND TreeOf(HWND browser);
 HWND TreeOf(const TKxCustomFolderDialog& dialog);
 
@@ -46,9 +35,8 @@ void ClickTreeItem(HWND tree, const std::string& text);
 /// Selects the item by message.
 void SelectTreeItem(HWND tree, const std::string& text);
 
-/// A folder that holds the folders "alpha" and "beta", a folder in the latter, and a file; a form that owns the
-/// dialogs; and a look at the exceptions that reach the application: none is expected unless a test takes them out.
-class TFolderDlgTest : public testing::Test {
+/// A folder that holds the folders "alpha" and "beta", a folder in the latter, and a file.
+class TFolderDlgTest : public TDialogTest {
 protected:
     TFolderDlgTest();
     ~TFolderDlgTest() override;
@@ -56,21 +44,10 @@ protected:
     /// A new dialog, owned by `Owner`, with the folder as the tree's root.
     TKxFolderDialog& NewDialog();
 
-    /// Runs the dialog; `look` acts in it once it is shown, then it is cancelled.
-    bool Look(TKxCustomFolderDialog& dialog, const TAction& look);
     /// Selects an item and presses OK.
     static TStep Choose(const TKxCustomFolderDialog& dialog, const std::string& item);
-    static TStep Cancel(const TKxCustomFolderDialog& dialog) { return Press(dialog, IDCANCEL); }
-
-    /// The messages of the exceptions so far; forgets them.
-    std::vector<std::string> TakeExceptions();
 
     TTempFolder Folder{"folder"};
-    TFormPtr Owner;
-
-private:
-    TExceptionEvent FPrevious;
-    std::vector<std::string> FExceptions;
 };
 
 } // namespace kx::test

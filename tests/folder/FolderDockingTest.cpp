@@ -9,8 +9,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class FolderDocking : public TFolderDlgTest {
 protected:

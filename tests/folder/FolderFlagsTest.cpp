@@ -128,16 +128,15 @@ TEST_F(FolderFlags, FilesCanBeChosenWhenTheyAreIncluded) {
 TEST_F(FolderFlags, TheNewStyleMakesFolders) {
     auto& dialog = NewDialog();
     dialog.SetOptionsEx({ffNewDialogStyle});
-    EXPECT_TRUE(RunDialog(
-        dialog, {Perform("select the root", [&] { ClickTreeItem(TreeOf(dialog), ExtractFileName(Folder.Path())); }),
-                 {"the root is selected", [&] { return dialog.SelFolder() == Folder.Path(); },
-                  [&] { Click(ItemOf(dialog, NewFolderId)); }},
-                 {"the name of a new folder is edited",
-                  [&] { return SendMessageA(TreeOf(dialog), TVM_GETEDITCONTROL, 0, 0) != 0; },
-                  [&] {
-                      Screenshot("folder_new_style", dialog.DialogWindow());
-                      Click(ItemOf(dialog, IDOK));
-                  }}}));
+    EXPECT_TRUE(RunDialog(dialog, [&] { ClickTreeItem(TreeOf(dialog), ExtractFileName(Folder.Path())); },
+                          {{"the root is selected", [&] { return dialog.SelFolder() == Folder.Path(); },
+                            [&] { Click(ItemOf(dialog, NewFolderId)); }},
+                           {"the name of a new folder is edited",
+                            [&] { return SendMessageA(TreeOf(dialog), TVM_GETEDITCONTROL, 0, 0) != 0; },
+                            [&] {
+                                Screenshot("folder_new_style", dialog.DialogWindow());
+                                Click(ItemOf(dialog, IDOK));
+                            }}}));
     EXPECT_EQ(ExtractFileDir(dialog.Folder()), Folder.Path());
     EXPECT_TRUE(Folder.Contains(ToUtf8(ExtractFileName(dialog.Folder()))));
     EXPECT_NE(GetFileAttributesA(dialog.Folder().c_str()), INVALID_FILE_ATTRIBUTES);

@@ -8,10 +8,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
 
 class FolderLife : public TFolderDlgTest {};
 
@@ -34,10 +30,10 @@ TEST_F(FolderLife, AVetoedOkKeepsTheDialogOpenAndIsNotReported) {
         }
     });
     dialog.SetOnEventHook([&](TMessage& m) { reported += IsOk(m) ? 1 : 0; });
-    EXPECT_FALSE(RunDialog(dialog, {Perform("click OK", [&] { Click(ItemOf(dialog, IDOK)); }),
-                                    {"the click is vetoed", [&] { return vetoed == 1; },
-                                     [&] { EXPECT_TRUE(IsWindowVisible(dialog.DialogWindow())); }},
-                                    Cancel(dialog)}));
+    EXPECT_FALSE(RunDialog(dialog, [&] { Click(ItemOf(dialog, IDOK)); },
+                           {{"the click is vetoed", [&] { return vetoed == 1; },
+                             [&] { EXPECT_TRUE(IsWindowVisible(dialog.DialogWindow())); }},
+                            Cancel(dialog)}));
     EXPECT_EQ(reported, 0);
     EXPECT_EQ(asked, 0);
 }
@@ -64,14 +60,14 @@ TEST_F(FolderLife, OnCanCloseKeepsTheDialogOpenOrLetsItGo) {
         canClose = ++asked > 2;
     });
     EXPECT_TRUE(RunDialog(
-        dialog, {Perform("select", [&] { ClickTreeItem(TreeOf(dialog), "alpha"); }),
-                 {"selected", [&] { return dialog.SelFolder() == Folder.Path("alpha"); }, [] { PressKey(VK_RETURN); }},
-                 {"refused by key", [&] { return asked == 1; }, [&] { Click(ItemOf(dialog, IDOK)); }},
-                 {"refused by mouse", [&] { return asked == 2; },
-                  [&] {
-                      EXPECT_TRUE(IsWindowVisible(dialog.DialogWindow()));
-                      dialog.CloseDialog(mrOk);
-                  }}}));
+        dialog, [&] { ClickTreeItem(TreeOf(dialog), "alpha"); },
+        {{"selected", [&] { return dialog.SelFolder() == Folder.Path("alpha"); }, [] { PressKey(VK_RETURN); }},
+         {"refused by key", [&] { return asked == 1; }, [&] { Click(ItemOf(dialog, IDOK)); }},
+         {"refused by mouse", [&] { return asked == 2; },
+          [&] {
+              EXPECT_TRUE(IsWindowVisible(dialog.DialogWindow()));
+              dialog.CloseDialog(mrOk);
+          }}}));
     EXPECT_EQ(asked, 3);
     EXPECT_EQ(dialog.Folder(), Folder.Path("alpha"));
 }
@@ -79,7 +75,7 @@ TEST_F(FolderLife, OnCanCloseKeepsTheDialogOpenOrLetsItGo) {
 TEST_F(FolderLife, CancellingAsksNobody) {
     auto& dialog = NewDialog();
     dialog.SetOnCanClose([](TObject*, bool& canClose) { canClose = false; });
-    EXPECT_FALSE(RunDialog(dialog, {Perform("escape", [] { PressKey(VK_ESCAPE); })}));
+    EXPECT_FALSE(RunDialog(dialog, [] { PressKey(VK_ESCAPE); }));
 }
 
 TEST_F(FolderLife, IsDrivenByTheCommonInterface) {
@@ -114,7 +110,7 @@ TEST_F(FolderLife, AVetoedDestructionIsTolerated) {
     dialog.CustDlgParams().SetRightForm(form.get());
     dialog.SetOnEventHooking(
         [](TObject*, TMessage& m, bool& allow) { allow = m.Msg != WM_DESTROY && m.Msg != WM_NCDESTROY; });
-    Look(dialog, [] {});
+    Look(dialog);
     EXPECT_EQ(dialog.GetCommonDialogHandle(), nullptr);
     EXPECT_EQ(dialog.Handle(), nullptr);
     EXPECT_FALSE(form->IsDocked());
@@ -160,18 +156,18 @@ TEST_F(FolderLife, ADialogOpensFromAnEventOfAnother) {
             EXPECT_EQ(TKxCustomFolderDialog::Running(), &outer);
         }
     });
-    EXPECT_TRUE(RunDialog(
-        outer, {Perform("click", [&] { ClickTreeItem(TreeOf(outer), "alpha"); }),
-                {"the outer dialog goes on", [&] { return opened == 1 && Shown(outer)() && IsPainted(*outerForm); },
-                 [&] { ClickTreeItem(TreeOf(outer), "beta"); }},
-                {"its own event", [&] { return opened == 2; },
-                 [&] {
-                     EXPECT_EQ(outer.SelFolder(), Folder.Path("beta"));
-                     EXPECT_EQ(GetParent(outerForm->WindowHandle()), outer.DialogWindow());
-                     ClickTreeItem(TreeOf(outer), "alpha");
-                 }},
-                Await("the last click", [&] { return opened == 3; }),
-                Press(outer, IDOK)}));
+    EXPECT_TRUE(
+        RunDialog(outer, [&] { ClickTreeItem(TreeOf(outer), "alpha"); },
+                  {{"the outer dialog goes on", [&] { return opened == 1 && Shown(outer)() && IsPainted(*outerForm); },
+                    [&] { ClickTreeItem(TreeOf(outer), "beta"); }},
+                   {"its own event", [&] { return opened == 2; },
+                    [&] {
+                        EXPECT_EQ(outer.SelFolder(), Folder.Path("beta"));
+                        EXPECT_EQ(GetParent(outerForm->WindowHandle()), outer.DialogWindow());
+                        ClickTreeItem(TreeOf(outer), "alpha");
+                    }},
+                   Await("the last click", [&] { return opened == 3; }),
+                   Press(outer, IDOK)}));
     EXPECT_EQ(inner.Folder(), Folder.Path("beta"));
     EXPECT_EQ(outer.Folder(), Folder.Path("alpha"));
 }
@@ -196,7 +192,7 @@ TEST_F(FolderLife, NotificationsGoToTheInnermostDialog) {
 TEST_F(FolderLife, ADialogOpensFromTheShowingOfAnother) {
     auto& outer = NewDialog();
     auto& inner = NewDialog();
-    outer.SetOnShow([&](TObject*) { EXPECT_FALSE(Look(inner, [] {})); });
+    outer.SetOnShow([&](TObject*) { EXPECT_FALSE(Look(inner)); });
     EXPECT_TRUE(RunDialog(outer, {Choose(outer, "alpha")}));
     EXPECT_EQ(outer.Folder(), Folder.Path("alpha"));
 }
@@ -205,12 +201,11 @@ TEST_F(FolderLife, TheOuterDialogMayBeFreedInsideTheInner) {
     auto* outer = new TKxFolderDialog(nullptr);
     outer->SetInitialDir(Folder.Path());
     auto& inner = NewDialog();
-    EXPECT_FALSE(RunDialog([&] { return outer->Execute(); },
-                           {{"the outer dialog is shown", Shown(*outer), [&] {
-                                 EXPECT_TRUE(RunDialog(inner, {Perform("free the outer one", [&] { outer->Free(); }),
-                                                               Choose(inner, "beta")}));
-                                 EXPECT_EQ(TKxCustomFolderDialog::Running(), nullptr);
-                             }}}));
+    EXPECT_FALSE(RunDialog([&] { return outer->Execute(); }, {{"the outer dialog is shown", Shown(*outer), [&] {
+                                                                   EXPECT_TRUE(RunDialog(inner, [&] { outer->Free(); },
+                                                                                         {Choose(inner, "beta")}));
+                                                                   EXPECT_EQ(TKxCustomFolderDialog::Running(), nullptr);
+                                                               }}}));
     EXPECT_EQ(inner.Folder(), Folder.Path("beta"));
 }
 
@@ -290,7 +285,7 @@ TEST_F(FolderLife, TheOwnerMayBeFreedWhileTheDialogIsShown) {
     const TFormPtr form = MakeForm(clCream, 120, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetRightForm(form.get());
-    EXPECT_FALSE(RunDialog(dialog, {Perform("free", [&] { Owner.reset(); })}));
+    EXPECT_FALSE(RunDialog(dialog, [&] { Owner.reset(); }));
     EXPECT_FALSE(form->IsDocked());
     EXPECT_FALSE(form->Visible());
 }
@@ -450,20 +445,19 @@ TEST_F(FolderLife, ExceptionsOfEveryEventReachTheApplicationAndTheDialogGoesOn) 
     dialog.SetOnCanClose([](TObject*, bool&) { throw std::runtime_error("close?"); });
     dialog.SetOptions({ffStatusText});
     dialog.SetStatusText("ready");
-    EXPECT_TRUE(RunDialog(dialog, {Perform("look",
-                                           [&] {
-                                               EXPECT_THAT(TakeExceptions(),
-                                                           ElementsAre("form", "custom", "show", "internal"));
-                                               EXPECT_EQ(TextOf(ItemOf(dialog, StatusId)), "ready");
-                                               SelectTreeItem(TreeOf(dialog), "alpha");
-                                               EXPECT_THAT(TakeExceptions(), ElementsAre("selection"));
-                                               // A query that fails is no consent
-                                               PressButton(ItemOf(dialog, IDOK));
-                                               EXPECT_THAT(TakeExceptions(), ElementsAre("close?"));
-                                               EXPECT_TRUE(IsWindowVisible(dialog.DialogWindow()));
-                                               dialog.SetOnCanClose({});
-                                           }),
-                                   Press(dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_THAT(TakeExceptions(), ElementsAre("form", "custom", "show", "internal"));
+                              EXPECT_EQ(TextOf(ItemOf(dialog, StatusId)), "ready");
+                              SelectTreeItem(TreeOf(dialog), "alpha");
+                              EXPECT_THAT(TakeExceptions(), ElementsAre("selection"));
+                              // A query that fails is no consent
+                              PressButton(ItemOf(dialog, IDOK));
+                              EXPECT_THAT(TakeExceptions(), ElementsAre("close?"));
+                              EXPECT_TRUE(IsWindowVisible(dialog.DialogWindow()));
+                              dialog.SetOnCanClose({});
+                          },
+                          {Press(dialog, IDOK)}));
     EXPECT_THAT(TakeExceptions(), ElementsAre("close"));
     EXPECT_EQ(dialog.Folder(), Folder.Path("alpha"));
     EXPECT_FALSE(form->IsDocked());
@@ -482,8 +476,8 @@ TEST_F(FolderLife, AHookThatAlwaysFailsDoesNotStopTheDialog) {
     });
     dialog.SetOnEventHook([](TMessage&) { throw std::runtime_error("hook"); });
     // By key: an exception while a button is held down takes the mouse from it.
-    EXPECT_TRUE(RunDialog(dialog, {Perform("select", [&] { SelectTreeItem(TreeOf(dialog), "beta"); }),
-                                   Perform("confirm", [] { PressKey(VK_RETURN); })}));
+    EXPECT_TRUE(RunDialog(dialog, [&] { SelectTreeItem(TreeOf(dialog), "beta"); },
+                          {Perform("confirm", [] { PressKey(VK_RETURN); })}));
     const auto messages = TakeExceptions();
     EXPECT_THAT(messages, Contains("hooking"));
     EXPECT_THAT(messages, Contains("hook"));

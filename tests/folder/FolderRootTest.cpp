@@ -8,11 +8,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
-using testing::SizeIs;
 
 /// One of the user's special folders is in another place for the length of a scope.
 class TMovedFolder {
@@ -118,7 +113,7 @@ TEST_F(FolderRoot, AnInitialDirThatIsNotThereIsAnErrorBeforeTheBrowserOpens) {
     EXPECT_EQ(dialog.SelFolder(), "");
     EXPECT_TRUE(IsWindowEnabled(Owner->Handle()));
     dialog.SetInitialDir(Folder.Path());
-    EXPECT_FALSE(Look(dialog, [] {})); // it works still
+    EXPECT_FALSE(Look(dialog)); // it works still
     EXPECT_TRUE(shown);
 }
 
@@ -162,8 +157,7 @@ TEST_F(FolderRoot, CancellingLeavesTheFormerFolder) {
     const std::vector<TAction> ways = {[&] { Click(ItemOf(dialog, IDCANCEL)); }, [] { PressKey(VK_ESCAPE); },
                                        [&] { PostMessageA(dialog.DialogWindow(), WM_CLOSE, 0, 0); }};
     for (const TAction& way : ways) {
-        EXPECT_FALSE(RunDialog(
-            dialog, {Perform("select", [&] { SelectTreeItem(TreeOf(dialog), "beta"); }), Perform("leave", way)}));
+        EXPECT_FALSE(RunDialog(dialog, [&] { SelectTreeItem(TreeOf(dialog), "beta"); }, {Perform("leave", way)}));
         EXPECT_EQ(dialog.Folder(), Folder.Path("alpha"));
         EXPECT_EQ(dialog.DispName(), name);
         EXPECT_EQ(dialog.Pidl(), nullptr);
@@ -176,11 +170,11 @@ TEST_F(FolderRoot, AFolderOutsideTheFileSystemHasNoPath) {
     auto& dialog = NewDialog();
     ASSERT_TRUE(RunDialog(dialog, {Choose(dialog, "alpha")}));
     dialog.SetSpecialIniFolder(ftDrives);
-    EXPECT_TRUE(RunDialog(dialog, {Perform("choose", [&] {
-                              HWND tree = TreeOf(dialog);
-                              SelectTreeItem(tree, TreeTexts(tree).at(0));
-                              PressButton(ItemOf(dialog, IDOK));
-                          })}));
+    EXPECT_TRUE(RunDialog(dialog, [&] {
+        HWND tree = TreeOf(dialog);
+        SelectTreeItem(tree, TreeTexts(tree).at(0));
+        PressButton(ItemOf(dialog, IDOK));
+    }));
     EXPECT_EQ(dialog.Folder(), "");
     EXPECT_NE(dialog.Pidl(), nullptr);
 }

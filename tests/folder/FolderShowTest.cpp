@@ -1,21 +1,12 @@
 #include "FolderDlgTest.h"
 
-#include "kx/core/FormText.h"
-
 #include <tuple>
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::AllOf;
-using testing::Contains;
-using testing::Each;
-using testing::ElementsAre;
-using testing::Gt;
-using testing::IsEmpty;
 using testing::Not;
-using testing::StartsWith;
 
 class FolderShow : public TFolderDlgTest {};
 
@@ -77,14 +68,13 @@ TEST_F(FolderShow, UmlautsReachTheWindow) {
     dialog.SetTitle(FromUtf8("Ordner wählen"));
     dialog.SetText(FromUtf8(std::string(126, 'x') + "ö")); // in UTF-8 its two bytes would not fit
     Folder.AddFolder("Übersicht");
-    EXPECT_TRUE(RunDialog(dialog, {Perform("look",
-                                           [&] {
-                                               EXPECT_EQ(ToUtf8(TextOf(dialog.DialogWindow())), "Ordner wählen");
-                                               const std::string text = ToUtf8(TextOf(ItemOf(dialog, TitleId)));
-                                               EXPECT_EQ(text,
-                                                         std::string(126, 'x') + (GetACP() == CP_UTF8 ? "" : "ö"));
-                                           }),
-                                   Choose(dialog, FromUtf8("Übersicht"))}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_EQ(ToUtf8(TextOf(dialog.DialogWindow())), "Ordner wählen");
+                              const std::string text = ToUtf8(TextOf(ItemOf(dialog, TitleId)));
+                              EXPECT_EQ(text, std::string(126, 'x') + (GetACP() == CP_UTF8 ? "" : "ö"));
+                          },
+                          {Choose(dialog, FromUtf8("Übersicht"))}));
     EXPECT_EQ(ToUtf8(dialog.Folder()), ToUtf8(Folder.Path("Übersicht")));
 }
 
@@ -125,9 +115,8 @@ TEST_F(FolderShow, TheStatusFollowsTheSelection) {
     auto& dialog = NewDialog();
     dialog.SetOptions({ffStatusText});
     dialog.SetOnSelectionChange([&](TObject*) { dialog.SetStatusText(ExtractFileName(dialog.SelFolder())); });
-    RunDialog(dialog,
-              {Perform("click", [&] { ClickTreeItem(TreeOf(dialog), "alpha"); }),
-               Await("the status", [&] { return TextOf(ItemOf(dialog, StatusId)) == "alpha"; }), Cancel(dialog)});
+    RunDialog(dialog, [&] { ClickTreeItem(TreeOf(dialog), "alpha"); },
+              {Await("the status", [&] { return TextOf(ItemOf(dialog, StatusId)) == "alpha"; }), Cancel(dialog)});
 }
 
 // --- OK and the selection
@@ -149,14 +138,14 @@ TEST_F(FolderShow, OkIsEnabledAndDisabled) {
 TEST_F(FolderShow, OkDisabledForAFolderTakesNoClick) {
     auto& dialog = NewDialog();
     dialog.SetOnSelectionChange([&](TObject*) { dialog.SetOk(dialog.SelFolder() != Folder.Path("alpha")); });
-    EXPECT_TRUE(RunDialog(dialog, {Perform("click a folder", [&] { ClickTreeItem(TreeOf(dialog), "alpha"); }),
-                                   {"OK is disabled", [&] { return !IsWindowEnabled(ItemOf(dialog, IDOK)); },
-                                    [&] {
-                                        ClickAt(CenterOf(ItemOf(dialog, IDOK)));
-                                        ClickTreeItem(TreeOf(dialog), "beta");
-                                    }},
-                                   {"OK is enabled", [&] { return IsWindowEnabled(ItemOf(dialog, IDOK)) != 0; },
-                                    [&] { Click(ItemOf(dialog, IDOK)); }}}));
+    EXPECT_TRUE(RunDialog(dialog, [&] { ClickTreeItem(TreeOf(dialog), "alpha"); },
+                          {{"OK is disabled", [&] { return !IsWindowEnabled(ItemOf(dialog, IDOK)); },
+                            [&] {
+                                ClickAt(CenterOf(ItemOf(dialog, IDOK)));
+                                ClickTreeItem(TreeOf(dialog), "beta");
+                            }},
+                           {"OK is enabled", [&] { return IsWindowEnabled(ItemOf(dialog, IDOK)) != 0; },
+                            [&] { Click(ItemOf(dialog, IDOK)); }}}));
     EXPECT_EQ(dialog.Folder(), Folder.Path("beta"));
 }
 
@@ -167,28 +156,28 @@ TEST_F(FolderShow, AFolderIsSelectedByItsPath) {
         EXPECT_EQ(sender, &dialog);
         ++changes;
     });
-    EXPECT_TRUE(RunDialog(dialog, {Perform("select",
-                                           [&] {
-                                               dialog.SetSelFolder(Folder.Path("beta\\inner"));
-                                               EXPECT_EQ(changes, 1);
-                                               EXPECT_EQ(dialog.SelFolder(), Folder.Path("beta\\inner"));
-                                               EXPECT_NE(dialog.SelPidl(), nullptr);
-                                           }),
-                                   Press(dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              dialog.SetSelFolder(Folder.Path("beta\\inner"));
+                              EXPECT_EQ(changes, 1);
+                              EXPECT_EQ(dialog.SelFolder(), Folder.Path("beta\\inner"));
+                              EXPECT_NE(dialog.SelPidl(), nullptr);
+                          },
+                          {Press(dialog, IDOK)}));
     EXPECT_EQ(dialog.Folder(), Folder.Path("beta\\inner"));
 }
 
 TEST_F(FolderShow, AFolderIsSelectedByItsItemList) {
     auto& dialog = NewDialog();
     dialog.SetOnShow([&](TObject*) { dialog.SetSelPidl(CreatePIDLFromPath(Folder.Path("alpha")).get()); });
-    EXPECT_TRUE(RunDialog(dialog, {Perform("look",
-                                           [&] {
-                                               EXPECT_EQ(dialog.SelFolder(), Folder.Path("alpha"));
-                                               // Only the first item of the list is kept
-                                               ASSERT_NE(dialog.SelPidl(), nullptr);
-                                               EXPECT_EQ(GetNextItemID(dialog.SelPidl()), nullptr);
-                                           }),
-                                   Press(dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_EQ(dialog.SelFolder(), Folder.Path("alpha"));
+                              // Only the first item of the list is kept
+                              ASSERT_NE(dialog.SelPidl(), nullptr);
+                              EXPECT_EQ(GetNextItemID(dialog.SelPidl()), nullptr);
+                          },
+                          {Press(dialog, IDOK)}));
     EXPECT_EQ(dialog.Folder(), Folder.Path("alpha"));
 }
 
@@ -336,124 +325,12 @@ TEST_F(FolderPlace, StaysInsideTheScreen) {
 
 // --- Properties
 
-TEST(FolderProperties, ArePublishedInOrder) {
-    const TKxFolderDialog dialog;
-    std::vector<std::string> names;
-    for (const TPropInfo* p : dialog.ClassType().Properties()) {
-        names.push_back(p->Name);
-    }
-    EXPECT_THAT(names,
-                ElementsAre("Name", "Tag", "OnClose", "OnShow", "CustDlgParams", "DlgItemsCaptions", "InitialDir",
-                            "SpecialIniFolder", "StatusText", "Options", "OptionsEx", "SelectionType", "ParentForm",
-                            "Text", "Title", "OnSelectionChange", "OnCanClose", "OnEventHook", "OnEventHooking"));
-}
-
-TEST(FolderProperties, AreEmptyAtFirst) {
+TEST(FolderProperties, HaveNoFolderAtFirst) {
     TKxFolderDialog dialog;
-    EXPECT_EQ(dialog.Title() + dialog.InitialDir() + dialog.Text() + dialog.StatusText() + dialog.Folder(), "");
-    EXPECT_EQ(dialog.SpecialIniFolder(), ftNone);
-    EXPECT_EQ(dialog.ParentForm(), nullptr);
-    EXPECT_TRUE(dialog.Options().IsEmpty());
-    EXPECT_TRUE(dialog.OptionsEx().IsEmpty());
-    EXPECT_EQ(dialog.SelectionType(), stStandard);
-    EXPECT_EQ(dialog.CustDlgParams().Dlg(), &dialog);
+    EXPECT_EQ(dialog.Folder(), "");
     EXPECT_EQ(dialog.Pidl(), nullptr);
+    EXPECT_EQ(dialog.CustDlgParams().Dlg(), &dialog);
 }
-
-/// A form with dialogs on it, as form files have them.
-class TDialogHost : public TForm {
-    KX_CLASS()
-
-    explicit TDialogHost(TComponent* owner = nullptr) : TForm(owner) {}
-
-    void Selected(TObject*) { ++Events; }
-    void CanClose(TObject*, bool&) { ++Events; }
-    void Hook(TMessage&) { ++Events; }
-    void Hooking(TObject*, TMessage&, bool&) { ++Events; }
-    int Events = 0;
-};
-
-const TClass& TDialogHost::StaticClass() {
-    static const TClassBuilder<TDialogHost> cls("TDialogHost", TForm::StaticClass(), [](auto& c) {
-        c.Creatable();
-        c.Method("Selected", &TDialogHost::Selected);
-        c.Method("CanClose", &TDialogHost::CanClose);
-        c.Method("Hook", &TDialogHost::Hook);
-        c.Method("Hooking", &TDialogHost::Hooking);
-    });
-    return cls.Class();
-}
-
-void FillIn(TKxFolderDialog& dialog, TDialogHost& host) {
-    dialog.SetName("FolderDialog1");
-    dialog.CustDlgParams().SetPosition(dpOwnerCenter);
-    dialog.CustDlgParams().SetLeftFormName("LeftForm");
-    dialog.CustDlgParams().SetCustFormName("CustForm");
-    dialog.DlgItemsCaptions().SetOK("&Take");
-    dialog.SetInitialDir("C:\\windows");
-    dialog.SetStatusText("ready");
-    dialog.SetOptions({ffReturnOnlyFSDirs, ffStatusText});
-    dialog.SetOptionsEx({ffNewDialogStyle, ffShareable});
-    dialog.SetSelectionType(stCustom);
-    dialog.SetParentForm(&host);
-    dialog.SetText("Choose");
-    dialog.SetTitle("Where?");
-    dialog.SetOnSelectionChange({&host, &TDialogHost::Selected, "Selected"});
-    dialog.SetOnCanClose({&host, &TDialogHost::CanClose, "CanClose"});
-    dialog.SetOnEventHook({&host, &TDialogHost::Hook, "Hook"});
-    dialog.SetOnEventHooking({&host, &TDialogHost::Hooking, "Hooking"});
-}
-
-class FolderStreaming : public testing::TestWithParam<TStreamFormat> {};
-
-TEST_P(FolderStreaming, EveryPropertyComesBack) {
-    RegisterClass(TDialogHost::StaticClass());
-    RegisterClass(TKxFolderDialog::StaticClass());
-    const TFormPtr host(NewForm<TDialogHost>(nullptr));
-    host->SetName("Host");
-    auto& written = *new TKxFolderDialog(host.get());
-    FillIn(written, static_cast<TDialogHost&>(*host));
-    auto& special = *new TKxFolderDialog(host.get());
-    special.SetName("FolderDialog2");
-    special.SetSpecialIniFolder(ftPersonal);
-    TMemoryStream stream;
-    WriteComponent(stream, *host, GetParam());
-
-    TMemoryStream source(stream.Bytes());
-    const TFormPtr read(dynamic_cast<TForm*>(ReadComponent(source, nullptr)));
-    ASSERT_TRUE(read);
-    auto* const back = dynamic_cast<TKxFolderDialog*>(read->FindComponent("FolderDialog1"));
-    ASSERT_TRUE(back);
-    EXPECT_EQ(back->CustDlgParams().Position(), dpOwnerCenter);
-    EXPECT_EQ(back->CustDlgParams().LeftFormName(), "LeftForm");
-    EXPECT_EQ(back->CustDlgParams().CustFormName(), "CustForm");
-    EXPECT_EQ(back->DlgItemsCaptions().OK(), "&Take");
-    EXPECT_EQ(back->InitialDir(), "C:\\windows");
-    EXPECT_EQ(back->SpecialIniFolder(), ftNone);
-    EXPECT_EQ(back->StatusText(), "ready");
-    EXPECT_EQ(back->Options(), written.Options());
-    EXPECT_EQ(back->OptionsEx(), written.OptionsEx());
-    EXPECT_EQ(back->SelectionType(), stCustom);
-    EXPECT_EQ(back->ParentForm(), read.get());
-    EXPECT_EQ(back->Text(), "Choose");
-    EXPECT_EQ(back->Title(), "Where?");
-    TMessage message;
-    bool allow = true;
-    back->OnSelectionChange()(back);
-    back->OnCanClose()(back, allow);
-    back->OnEventHook()(message);
-    back->OnEventHooking()(back, message, allow);
-    EXPECT_EQ(static_cast<TDialogHost&>(*read).Events, 4);
-    auto* const other = dynamic_cast<TKxFolderDialog*>(read->FindComponent("FolderDialog2"));
-    ASSERT_TRUE(other);
-    EXPECT_EQ(other->SpecialIniFolder(), ftPersonal);
-    EXPECT_EQ(other->InitialDir(), "");
-}
-
-INSTANTIATE_TEST_SUITE_P(Both, FolderStreaming, testing::Values(TStreamFormat::Text, TStreamFormat::Binary),
-                         [](const testing::TestParamInfo<TStreamFormat>& format) {
-                             return format.param == TStreamFormat::Text ? "Text" : "Binary";
-                         });
 
 } // namespace
 } // namespace kx

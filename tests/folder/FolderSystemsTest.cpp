@@ -14,7 +14,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 using testing::EndsWith;
 
 // --- What the system is asked for
@@ -181,23 +180,23 @@ TEST_F(FolderSystems, WhatWasSaidOfOneSelectionDoesNotMeetTheNext) {
             dialog.SetOk(false);
         }
     });
-    RunDialog(dialog, {Perform("two folders, one after the other",
-                               [&] {
-                                   SelectTreeItem(TreeOf(dialog), "alpha");
-                                   SelectTreeItem(TreeOf(dialog), "beta");
-                               }),
-                       Perform("the second one may be chosen",
-                               [&] {
-                                   EXPECT_EQ(dialog.SelFolder(), Folder.Path("beta"));
-                                   EXPECT_TRUE(IsWindowEnabled(ItemOf(dialog, IDOK)));
-                                   SelectTreeItem(TreeOf(dialog), "alpha");
-                               }),
-                       Perform("the first one may not",
-                               [&] {
-                                   EXPECT_FALSE(IsWindowEnabled(ItemOf(dialog, IDOK)));
-                                   SelectTreeItem(TreeOf(dialog), "beta");
-                               }),
-                       Press(dialog, IDOK)});
+    RunDialog(dialog,
+              [&] {
+                  SelectTreeItem(TreeOf(dialog), "alpha");
+                  SelectTreeItem(TreeOf(dialog), "beta");
+              },
+              {Perform("the second one may be chosen",
+                       [&] {
+                           EXPECT_EQ(dialog.SelFolder(), Folder.Path("beta"));
+                           EXPECT_TRUE(IsWindowEnabled(ItemOf(dialog, IDOK)));
+                           SelectTreeItem(TreeOf(dialog), "alpha");
+                       }),
+               Perform("the first one may not",
+                       [&] {
+                           EXPECT_FALSE(IsWindowEnabled(ItemOf(dialog, IDOK)));
+                           SelectTreeItem(TreeOf(dialog), "beta");
+                       }),
+               Press(dialog, IDOK)});
     EXPECT_EQ(dialog.Folder(), Folder.Path("beta"));
 }
 
@@ -212,21 +211,21 @@ TEST_F(FolderSystems, OnWindowsNothingIsToldTwiceOrWithoutNeed) {
         refusals += m.Msg == BFFM_ENABLEOK && m.LParam == 0 ? 1 : 0; // the browser below has a say of its own
         texts += m.Msg == BFFM_SETSTATUSTEXTA ? 1 : 0;
     });
-    RunDialog(dialog, {Perform("there is no status to tell",
-                               [&] {
-                                   EXPECT_EQ(texts, 0);
-                                   dialog.SetOnSelectionChange([&](TObject*) {
-                                       ++selections;
-                                       dialog.SetOk(false);
-                                   });
-                                   SelectTreeItem(TreeOf(dialog), "alpha");
-                               }),
-                       Perform("OK is refused once a selection",
-                               [&] {
-                                   EXPECT_GT(selections, 0);
-                                   EXPECT_EQ(refusals, selections);
-                               }),
-                       Cancel(dialog)});
+    RunDialog(dialog,
+              [&] {
+                  EXPECT_EQ(texts, 0);
+                  dialog.SetOnSelectionChange([&](TObject*) {
+                      ++selections;
+                      dialog.SetOk(false);
+                  });
+                  SelectTreeItem(TreeOf(dialog), "alpha");
+              },
+              {Perform("OK is refused once a selection",
+                       [&] {
+                           EXPECT_GT(selections, 0);
+                           EXPECT_EQ(refusals, selections);
+                       }),
+               Cancel(dialog)});
 }
 
 // --- The first selection
@@ -251,16 +250,16 @@ TEST_F(FolderSystems, TheFirstSelectionIsMadeAgainOnceTheTreeIsBuilt) {
             }
             EXPECT_EQ(sent, 1);
         });
-        RunDialog(dialog, {Await("it is made again", [&] { return sent == 2; }),
-                           Perform("one made later is not",
-                                   [&] {
-                                       EXPECT_EQ(dialog.SelFolder(), Folder.Path("beta\\inner"));
-                                       EXPECT_EQ(changes, 1);
-                                       dialog.SetSelFolder(Folder.Path("alpha"));
-                                       EXPECT_EQ(sent, 3);
-                                   }),
-                           Perform("and stays", [&] { EXPECT_EQ(dialog.SelFolder(), Folder.Path("alpha")); }),
-                           Press(dialog, IDCANCEL)});
+        RunDialog(dialog,
+                  {Await("it is made again", [&] { return sent == 2; }),
+                   Perform("one made later is not",
+                           [&] {
+                               EXPECT_EQ(dialog.SelFolder(), Folder.Path("beta\\inner"));
+                               EXPECT_EQ(changes, 1);
+                               dialog.SetSelFolder(Folder.Path("alpha"));
+                               EXPECT_EQ(sent, 3);
+                           }),
+                   Perform("and stays", [&] { EXPECT_EQ(dialog.SelFolder(), Folder.Path("alpha")); }), Cancel(dialog)});
         EXPECT_EQ(sent, 3);
     }
 }
@@ -282,7 +281,7 @@ TEST_F(FolderSystems, TheFirstSelectionIsScrolledIntoSight) {
         SendMessageA(TreeOf(dialog), WM_VSCROLL, SB_BOTTOM, 0); // as if the tree went on being built
         EXPECT_FALSE(isSeen("inner"));
     });
-    RunDialog(dialog, {Await("it is seen", [&] { return isSeen("inner"); }), Press(dialog, IDCANCEL)});
+    RunDialog(dialog, {Await("it is seen", [&] { return isSeen("inner"); }), Cancel(dialog)});
 }
 
 TEST_F(FolderSystems, ADialogWithoutAFirstSelectionIsLeftAlone) {
@@ -290,7 +289,7 @@ TEST_F(FolderSystems, ADialogWithoutAFirstSelectionIsLeftAlone) {
     int sent = 0;
     dialog.SetOnEventHook([&](TMessage& m) { sent += m.Msg == BFFM_SETSELECTIONA ? 1 : 0; });
     dialog.SetSelFolder(Folder.Path("alpha")); // before the showing: merely kept
-    Look(dialog, [] {});
+    Look(dialog);
     EXPECT_EQ(sent, 0);
 }
 
@@ -326,12 +325,12 @@ TEST_F(FolderSystems, AControlWithoutATreeIsReported) {
     auto& dialog = NewDialog();
     ArrangeAsWindows(dialog);
     std::string text;
-    RunDialog(dialog, {Perform("the tree goes",
-                               [&] {
-                                   DestroyWindow(TreeInside(dialog));
-                                   dialog.SetSelectionType(stCustom);
-                               }),
-                       AnswerBox(IDOK, [&](const std::string& shown) { text = shown; }), Press(dialog, IDCANCEL)});
+    RunDialog(dialog,
+              [&] {
+                  DestroyWindow(TreeInside(dialog));
+                  dialog.SetSelectionType(stCustom);
+              },
+              {AnswerBox(IDOK, [&](const std::string& shown) { text = shown; }), Cancel(dialog)});
     EXPECT_EQ(text, "Could not hide window. Child SysTreeView32 not found.");
 }
 
@@ -351,7 +350,7 @@ TEST_F(FolderSystems, ACustomFormFollowsTheTreeWhenTheNewStyleIsResized) {
                             EXPECT_EQ(Width(grown), Width(placed) + 70);
                             EXPECT_EQ(Height(grown), Height(placed) + 50);
                         }},
-                       Press(dialog, IDCANCEL)});
+                       Cancel(dialog)});
 }
 
 TEST_F(FolderSystems, ACustomFormThatComesAfterTheNewStyleWasResizedHasTheTreesPlace) {

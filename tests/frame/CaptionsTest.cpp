@@ -2,8 +2,6 @@
 
 #include "tests/support/TestDriver.h"
 
-#include <gtest/gtest.h>
-
 namespace kx::test {
 namespace {
 
@@ -30,7 +28,7 @@ protected:
                                  texts = {TextOf(GetDlgItem(window, IDOK)), TextOf(GetDlgItem(window, IDCANCEL)),
                                           TextOf(GetDlgItem(window, HelpButton))};
                              }},
-                            Press(FDialog, IDCANCEL)});
+                            Cancel(FDialog)});
         return texts;
     }
 
@@ -58,15 +56,6 @@ TEST_F(Captions, AllThreeAreApplied) {
     EXPECT_EQ(Shown(), (TTexts{"&Take", "Leave", "Why?"}));
 }
 
-TEST_F(Captions, ArePublishedInOrderWithoutDefaults) {
-    std::vector<std::string> names;
-    for (const TPropInfo* property : TKxDlgCaptions::StaticClass().Properties()) {
-        names.push_back(property->Name);
-        EXPECT_FALSE(property->Default.has_value());
-    }
-    EXPECT_EQ(names, (std::vector<std::string>{"OK", "Cancel", "Help"}));
-}
-
 TEST_F(Captions, ADialogWithoutTheButtonIsLeftAlone) {
     TKxDlgCaptions captions;
     captions.SetHelp("Why?");
@@ -84,7 +73,7 @@ protected:
 TEST_F(CommonDialog, HasAHandleOnlyWhileItIsShown) {
     EXPECT_EQ(Common().GetCommonDialogHandle(), nullptr);
     RunDialog(FDialog, {{"", {}, [&] { EXPECT_EQ(Common().GetCommonDialogHandle(), FDialog.DialogWindow()); }},
-                        Press(FDialog, IDCANCEL)});
+                        Cancel(FDialog)});
     EXPECT_EQ(Common().GetCommonDialogHandle(), nullptr);
 }
 
@@ -99,7 +88,7 @@ TEST_F(CommonDialog, CloseDialogWithAnyOtherResultDoesNothing) {
                          }},
                         {"messages went by", [] { return true; },
                          [&] { stillShown = IsWindowVisible(FDialog.DialogWindow()) != 0; }},
-                        Press(FDialog, IDCANCEL)});
+                        Cancel(FDialog)});
     EXPECT_TRUE(stillShown);
 }
 
@@ -136,7 +125,7 @@ TEST_F(CommonDialog, TheInternalShowEventComesBehindOnShow) {
         EXPECT_EQ(sender, &FDialog);
     });
     EXPECT_TRUE(Common().GetCommonDialogInternalShowEvent());
-    RunDialog(FDialog, {Press(FDialog, IDCANCEL)});
+    RunDialog(FDialog, {Cancel(FDialog)});
     EXPECT_EQ(order, "show internal");
 }
 

@@ -5,8 +5,8 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/Painted.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 
@@ -69,6 +69,14 @@ protected:
         };
     }
 
+    /// Runs the dialog; `look` acts in it once all docked forms are painted, then the steps do. At the end it is
+    /// cancelled.
+    void LookPainted(TAction look = {}, std::vector<TStep> steps = {}) {
+        steps.insert(steps.begin(), {"the forms are painted", AllPainted(), std::move(look)});
+        steps.push_back(Cancel(FDialog));
+        RunDialog(FDialog, std::move(steps));
+    }
+
     /// All docked forms stand around the middle of a client area of this size.
     void ExpectFormsAround(int32_t width, int32_t height) {
         const int32_t left = Params().LeftForm() ? FLeft->Width() : 0;
@@ -89,13 +97,11 @@ protected:
         }
     }
 
-    TStep Cancel() { return Press(FDialog, IDCANCEL); }
-
     TTempFolder FFolder;
-    TFormPtr<TLeftForm> FLeft = MakeForm<TLeftForm>();
-    TFormPtr<TTopForm> FTop = MakeForm<TTopForm>();
-    TFormPtr<TRightForm> FRight = MakeForm<TRightForm>();
-    TFormPtr<TBottomForm> FBottom = MakeForm<TBottomForm>();
+    TFormPtr FLeft = MakeForm<TLeftForm>();
+    TFormPtr FTop = MakeForm<TTopForm>();
+    TFormPtr FRight = MakeForm<TRightForm>();
+    TFormPtr FBottom = MakeForm<TBottomForm>();
     TFrameDialog FDialog;
 };
 

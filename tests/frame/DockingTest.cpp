@@ -16,25 +16,22 @@ TEST_P(DockedSides, FormsStandAroundTheDialogWhichGrowsByTheirSizes) {
     DockByForm(sides);
     const int32_t width = ((sides & Left) != 0 ? 120 : 0) + ((sides & Right) != 0 ? 70 : 0);
     const int32_t height = ((sides & Top) != 0 ? 50 : 0) + ((sides & Bottom) != 0 ? 80 : 0);
-    RunDialog(FDialog, {{"forms are painted", AllPainted(),
-                         [&] {
-                             Screenshot("docked-" + NameOf(sides), Window());
-                             const TRect now = KxWindowRect(Window());
-                             const TRect& before = FDialog.SystemRect();
-                             EXPECT_EQ(Width(now), Width(before) + width);
-                             EXPECT_EQ(Height(now), Height(before) + height);
-                             EXPECT_EQ(Params().IncX(), width);
-                             EXPECT_EQ(Params().IncY(), height);
-                             EXPECT_EQ(Params().Handle(), Window());
-                             ExpectFormsAround(FDialog.SystemClient().Right + width,
-                                               FDialog.SystemClient().Bottom + height);
-                             for (TForm* form : DockedForms()) {
-                                 EXPECT_EQ(form->BorderStyle(), bsNone);
-                                 EXPECT_EQ(form->ParentWindow(), Window());
-                                 EXPECT_TRUE(IsWindowVisible(form->WindowHandle()));
-                             }
-                         }},
-                        Cancel()});
+    LookPainted([&] {
+        Screenshot("docked-" + NameOf(sides), Window());
+        const TRect now = KxWindowRect(Window());
+        const TRect& before = FDialog.SystemRect();
+        EXPECT_EQ(Width(now), Width(before) + width);
+        EXPECT_EQ(Height(now), Height(before) + height);
+        EXPECT_EQ(Params().IncX(), width);
+        EXPECT_EQ(Params().IncY(), height);
+        EXPECT_EQ(Params().Handle(), Window());
+        ExpectFormsAround(FDialog.SystemClient().Right + width, FDialog.SystemClient().Bottom + height);
+        for (TForm* form : DockedForms()) {
+            EXPECT_EQ(form->BorderStyle(), bsNone);
+            EXPECT_EQ(form->ParentWindow(), Window());
+            EXPECT_TRUE(IsWindowVisible(form->WindowHandle()));
+        }
+    });
 }
 
 TEST_P(DockedSides, DialogControlsMakeRoomForTheLeftAndTheTopForm) {
@@ -49,7 +46,7 @@ TEST_P(DockedSides, DialogControlsMakeRoomForTheLeftAndTheTopForm) {
                 << ClassOf(child) << ' ' << GetDlgCtrlID(child);
         }
     });
-    RunDialog(FDialog, {Cancel()});
+    RunDialog(FDialog, {Cancel(FDialog)});
     EXPECT_FALSE(FDialog.SystemChildren().empty());
 }
 
@@ -59,21 +56,19 @@ TEST_P(DockedSides, FormsFollowTheRunningDialogsSize) {
         const TRect r = KxWindowRect(Window());
         SetWindowPos(Window(), nullptr, 0, 0, Width(r) + dx, Height(r) + dy, SWP_NOMOVE | SWP_NOZORDER);
     };
-    RunDialog(FDialog, {{"forms are painted", AllPainted(), [&] { resizeBy(150, 90); }},
-                        {"forms are painted anew", AllPainted(),
-                         [&] {
-                             Screenshot("resized-" + NameOf(GetParam()), Window());
-                             ExpectFormsAround(ClientSize().Right, ClientSize().Bottom);
-                             resizeBy(-70, -40);
-                         }},
-                        {"forms are painted once more", AllPainted(),
-                         [&] { ExpectFormsAround(ClientSize().Right, ClientSize().Bottom); }},
-                        Cancel()});
+    LookPainted([&] { resizeBy(150, 90); }, {{"forms are painted anew", AllPainted(),
+                                              [&] {
+                                                  Screenshot("resized-" + NameOf(GetParam()), Window());
+                                                  ExpectFormsAround(ClientSize().Right, ClientSize().Bottom);
+                                                  resizeBy(-70, -40);
+                                              }},
+                                             {"forms are painted once more", AllPainted(),
+                                              [&] { ExpectFormsAround(ClientSize().Right, ClientSize().Bottom); }}});
 }
 
 TEST_P(DockedSides, FormsLeaveTheClosingDialogUnharmed) {
     DockByForm(GetParam());
-    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}}, Cancel()});
+    LookPainted();
     for (TForm* form : DockedForms()) {
         EXPECT_FALSE(form->Visible());
         EXPECT_EQ(form->ParentWindow(), nullptr);
@@ -91,20 +86,17 @@ TEST_F(Docking, FormsStayInFrontOfTheListsOfOtherFolders) {
     FFolder.AddFile("inside\\other.txt");
     DockByForm(AllSides);
     const auto redraw = [&] { RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN); };
-    RunDialog(FDialog, {{"forms are painted", AllPainted(), {}},
-                        EnterFileName(FDialog, "inside"),
-                        {"the folder is shown", FolderIs(FDialog, FFolder.Path("inside")), redraw},
-                        {"forms are painted", AllPainted(),
-                         [&] {
-                             Screenshot("docked-other-folder", Window());
-                             ExpectFormsAround(ClientSize().Right, ClientSize().Bottom);
-                             const TRect list = RectIn(Window(), FileListOf(Window()));
-                             EXPECT_GE(list.Left, 120);
-                             EXPECT_GE(list.Top, 50);
-                             EXPECT_LE(list.Right, ClientSize().Right - 70);
-                             EXPECT_LE(list.Bottom, ClientSize().Bottom - 80);
-                         }},
-                        Cancel()});
+    LookPainted({}, {EnterFileName(FDialog, "inside"),
+                     {"the folder is shown", FolderIs(FDialog, FFolder.Path("inside")), redraw},
+                     {"forms are painted", AllPainted(), [&] {
+                          Screenshot("docked-other-folder", Window());
+                          ExpectFormsAround(ClientSize().Right, ClientSize().Bottom);
+                          const TRect list = RectIn(Window(), FileListOf(Window()));
+                          EXPECT_GE(list.Left, 120);
+                          EXPECT_GE(list.Top, 50);
+                          EXPECT_LE(list.Right, ClientSize().Right - 70);
+                          EXPECT_LE(list.Bottom, ClientSize().Bottom - 80);
+                      }}});
 }
 
 TEST_F(Docking, IconsAndFormsThatFillTheScreenAreDockedInTheirOrdinarySize) {
@@ -115,14 +107,12 @@ TEST_F(Docking, IconsAndFormsThatFillTheScreenAreDockedInTheirOrdinarySize) {
             form->Show();
             form->SetWindowState(state);
         }
-        RunDialog(FDialog, {{"forms are painted", AllPainted(),
-                             [&] {
-                                 EXPECT_EQ(Params().IncX(), 120 + 70);
-                                 EXPECT_EQ(Params().IncY(), 50 + 80);
-                                 const TRect& client = FDialog.SystemClient();
-                                 ExpectFormsAround(client.Right + 190, client.Bottom + 130);
-                             }},
-                            Cancel()});
+        LookPainted([&] {
+            EXPECT_EQ(Params().IncX(), 120 + 70);
+            EXPECT_EQ(Params().IncY(), 50 + 80);
+            const TRect& client = FDialog.SystemClient();
+            ExpectFormsAround(client.Right + 190, client.Bottom + 130);
+        });
         for (TForm* form : DockedForms()) {
             EXPECT_EQ(form->WindowState(), state);
         }
@@ -132,25 +122,21 @@ TEST_F(Docking, IconsAndFormsThatFillTheScreenAreDockedInTheirOrdinarySize) {
 TEST_F(Docking, ADialogOfFixedSizeGrowsLikewise) {
     FDialog.SetOptions(FDialog.Options() - TOpenOptions{ofEnableSizing});
     DockByForm(AllSides);
-    RunDialog(FDialog, {{"forms are painted", AllPainted(),
-                         [&] {
-                             Screenshot("docked-fixed-size", Window());
-                             const TRect& client = FDialog.SystemClient();
-                             ExpectFormsAround(client.Right + 190, client.Bottom + 130);
-                         }},
-                        Cancel()});
+    LookPainted([&] {
+        Screenshot("docked-fixed-size", Window());
+        const TRect& client = FDialog.SystemClient();
+        ExpectFormsAround(client.Right + 190, client.Bottom + 130);
+    });
 }
 
 TEST_F(Docking, ADialogWithTheSystemsPlacesBarGrowsLikewise) {
     FDialog.SetOptionsEx({});
     DockByForm(AllSides);
-    RunDialog(FDialog, {{"forms are painted", AllPainted(),
-                         [&] {
-                             Screenshot("docked-places-bar", Window());
-                             const TRect& client = FDialog.SystemClient();
-                             ExpectFormsAround(client.Right + 190, client.Bottom + 130);
-                         }},
-                        Cancel()});
+    LookPainted([&] {
+        Screenshot("docked-places-bar", Window());
+        const TRect& client = FDialog.SystemClient();
+        ExpectFormsAround(client.Right + 190, client.Bottom + 130);
+    });
 }
 
 /// A preview such as applications dock: a label, an edit that follows the form's width, and a button.
@@ -202,8 +188,8 @@ TEST_F(Docking, AFormIsFoundByItsNameInAnyLetterCase) {
     Params().SetTopFormName("topform");
     Params().SetRightFormName("RightForm");
     Params().SetBottomFormName("bOTTOMfORM");
-    RunDialog(FDialog,
-              {{"forms are painted", [&] { return DockedForms().size() == 4 && AllPainted()(); }, {}}, Cancel()});
+    RunDialog(FDialog, {{"forms are painted", [&] { return DockedForms().size() == 4 && AllPainted()(); }, {}},
+                        Cancel(FDialog)});
     EXPECT_EQ(Params().LeftForm(), FLeft.get());
     EXPECT_EQ(Params().TopForm(), FTop.get());
     EXPECT_EQ(Params().RightForm(), FRight.get());
@@ -214,7 +200,7 @@ TEST_F(Docking, AFormIsFoundByItsNameInAnyLetterCase) {
 TEST_F(Docking, ANameWithoutAFormLeavesTheSideEmpty) {
     Params().SetLeftFormName("NoSuchForm");
     Params().SetBottomFormName("TBottomForm"); // a class name is not a form name
-    RunDialog(FDialog, {Cancel()});
+    RunDialog(FDialog, {Cancel(FDialog)});
     EXPECT_EQ(Params().LeftForm(), nullptr);
     EXPECT_EQ(Params().BottomForm(), nullptr);
     EXPECT_EQ(Params().IncX(), 0);
@@ -222,7 +208,7 @@ TEST_F(Docking, ANameWithoutAFormLeavesTheSideEmpty) {
 }
 
 TEST_F(Docking, TheFirstFormOfAClassIsTaken) {
-    const TFormPtr<TLeftForm> second = MakeForm<TLeftForm>();
+    const TFormPtr second = MakeForm<TLeftForm>();
     TForm* found = nullptr;
     TKxCustDlgParams::CreateFormAs(found, "LeftForm");
     EXPECT_EQ(found, FLeft.get());
@@ -240,12 +226,12 @@ TEST_F(Docking, AFormThatIsGivenIsNotLookedUp) {
 TEST_F(Docking, NothingIsCreatedForAName) {
     const int before = Application().ComponentCount();
     Params().SetLeftFormName("OtherForm");
-    RunDialog(FDialog, {Cancel()});
+    RunDialog(FDialog, {Cancel(FDialog)});
     EXPECT_EQ(Application().ComponentCount(), before);
 }
 
 TEST_F(Docking, TheCustomFormIsFoundAndBorderlessButNotDocked) {
-    const TFormPtr<TCentreForm> centre = MakeForm<TCentreForm>();
+    const TFormPtr centre = MakeForm<TCentreForm>();
     Params().SetCustFormName("CentreForm");
     RunDialog(FDialog, {{"custom form is found", [&] { return Params().CustomForm() == centre.get(); },
                          [&] {
@@ -254,12 +240,12 @@ TEST_F(Docking, TheCustomFormIsFoundAndBorderlessButNotDocked) {
                              EXPECT_FALSE(centre->Visible());
                              EXPECT_EQ(Params().IncX(), 0);
                          }},
-                        Cancel()});
+                        Cancel(FDialog)});
 }
 
 TEST_F(Docking, TheReferenceFormOfThePositionIsFoundAndKeepsItsBorder) {
     Params().PosParams().SetFormName("LeftForm");
-    RunDialog(FDialog, {Cancel()});
+    RunDialog(FDialog, {Cancel(FDialog)});
     EXPECT_EQ(Params().PosParams().Form(), FLeft.get());
     EXPECT_EQ(FLeft->BorderStyle(), bsSizeable);
 }
@@ -285,7 +271,7 @@ TEST_F(Docking, WithoutFormsTheDialogStillComesToTheTopInItsOwnSize) {
                              EXPECT_EQ(order.front(), Window());
                              FTop->Hide();
                          }},
-                        Cancel()});
+                        Cancel(FDialog)});
 }
 
 TEST_F(Docking, AFormNamedWhileTheDialogRunsKeepsItsSizeUntilItIsDocked) {
@@ -300,7 +286,7 @@ TEST_F(Docking, AFormNamedWhileTheDialogRunsKeepsItsSizeUntilItIsDocked) {
                              Params().ConnectForms(Window());
                              EXPECT_EQ(FBottom->Width(), KxClientRect(Window()).Right);
                          }},
-                        Cancel()});
+                        Cancel(FDialog)});
 }
 
 TEST_F(Docking, MoveLeftShiftsChildrenByTheFrameHeightAndLeavesGrandchildren) {
@@ -325,11 +311,11 @@ TEST_F(Docking, MoveLeftShiftsChildrenByTheFrameHeightAndLeavesGrandchildren) {
                              EXPECT_EQ(RectIn(Window(), ok),
                                        At(okBefore.Left + dx, okBefore.Top + dy, Width(okBefore), Height(okBefore)));
                          }},
-                        Cancel()});
+                        Cancel(FDialog)});
 }
 
 TEST_F(Docking, MovingBeyondTheCoordinatesIsReportedAndEndsNoEnumeration) {
-    const TCaughtExceptions caught;
+    const TExceptionLog caught;
     RunDialog(FDialog, {{"",
                          {},
                          [&] {
@@ -340,8 +326,8 @@ TEST_F(Docking, MovingBeyondTheCoordinatesIsReportedAndEndsNoEnumeration) {
                              EXPECT_EQ(MoveDown(ok, INT32_MAX), TRUE);
                              EXPECT_EQ(RectIn(Window(), ok), before);
                          }},
-                        Cancel()});
-    EXPECT_EQ(caught.Messages.size(), 2u);
+                        Cancel(FDialog)});
+    EXPECT_EQ(caught.Messages().size(), 2u);
 }
 
 TEST_F(Docking, TheDialogWindowGetsTheIcon) {
@@ -354,7 +340,7 @@ TEST_F(Docking, TheDialogWindowGetsTheIcon) {
                              const LRESULT small = SendMessageA(Window(), WM_GETICON, ICON_SMALL, 0);
                              EXPECT_EQ(reinterpret_cast<HICON>(small), Params().Icon().Handle());
                          }},
-                        Cancel()});
+                        Cancel(FDialog)});
 }
 
 TEST_F(Docking, WithoutAnIconTheDialogWindowKeepsItsOwn) {
@@ -365,19 +351,17 @@ TEST_F(Docking, WithoutAnIconTheDialogWindowKeepsItsOwn) {
                              Params().SetIcon2(Window());
                              EXPECT_EQ(SendMessageA(Window(), WM_GETICON, ICON_SMALL, 0), before);
                          }},
-                        Cancel()});
+                        Cancel(FDialog)});
 }
 
 TEST_F(Docking, RectanglesOfTheDialogAndItsSelectionFollowTheSize) {
     DockByForm(Right | Bottom);
     Params().SetCustRect({10, 20, 310, 220});
-    RunDialog(FDialog, {{"forms are painted", AllPainted(),
-                         [&] {
-                             const TRect& client = FDialog.SystemClient();
-                             EXPECT_EQ(Params().ClientRect(), (TRect{0, 0, client.Right + 70, client.Bottom + 80}));
-                             EXPECT_EQ(Params().CustRect(), (TRect{10, 20, 380, 300}));
-                         }},
-                        Cancel()});
+    LookPainted([&] {
+        const TRect& client = FDialog.SystemClient();
+        EXPECT_EQ(Params().ClientRect(), (TRect{0, 0, client.Right + 70, client.Bottom + 80}));
+        EXPECT_EQ(Params().CustRect(), (TRect{10, 20, 380, 300}));
+    });
 }
 
 } // namespace

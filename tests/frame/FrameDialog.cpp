@@ -102,12 +102,6 @@ TSideForm::TSideForm(TColor color, int width, int height) : TForm(&Application()
     SetBounds(300, 300, width, height);
 }
 
-TCaughtExceptions::TCaughtExceptions() {
-    Application().SetOnException([this](TObject*, const std::exception& e) { Messages.emplace_back(e.what()); });
-}
-
-TCaughtExceptions::~TCaughtExceptions() { Application().SetOnException(nullptr); }
-
 TMainFormScope::TMainFormScope(const TRect& bounds) {
     Application().CreateForm(&FForm);
     FForm->SetBoundsRect(bounds);

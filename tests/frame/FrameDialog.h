@@ -1,6 +1,8 @@
 #pragma once
 
 #include "kx/frame/KxDlgCore.h"
+#include "tests/support/ExceptionLog.h"
+#include "tests/support/TestForms.h"
 
 #include <functional>
 #include <string>
@@ -83,18 +85,7 @@ class TCentreForm : public TSideForm {
     TCentreForm() : TSideForm(clTeal, 200, 100) {}
 };
 
-template <class F> using TFormPtr = std::unique_ptr<F, TFreeDeleter>;
-template <class F> TFormPtr<F> MakeForm() { return TFormPtr<F>(new F); }
-
-/// Exceptions that reach the application, for the length of a scope.
-class TCaughtExceptions {
-public:
-    TCaughtExceptions();
-    TCaughtExceptions(const TCaughtExceptions&) = delete;
-    TCaughtExceptions& operator=(const TCaughtExceptions&) = delete;
-    ~TCaughtExceptions();
-    std::vector<std::string> Messages;
-};
+template <class F> TFormPtr MakeForm() { return TFormPtr(new F); }
 
 /// A main form of the application for the length of a scope, at these screen coordinates.
 class TMainFormScope {

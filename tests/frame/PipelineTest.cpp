@@ -3,10 +3,7 @@
 #include "kx/ui/controls/Menus.h"
 #include "tests/support/TestDriver.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
-#include <string>
 
 namespace kx::test {
 namespace {
@@ -21,12 +18,11 @@ protected:
     }
 
     HWND Window() const { return FDialog->DialogWindow(); }
-    TStep Cancel() { return Press(*FDialog, IDCANCEL); }
     /// Does something inside the shown dialog and cancels it.
-    void Inside(const TAction& action) { RunDialog(*FDialog, {{"", {}, action}, Cancel()}); }
+    void Inside(const TAction& action) { Look(*FDialog, action); }
 
     TTempFolder FFolder;
-    TFormPtr<TFrameDialog> FDialog{new TFrameDialog};
+    std::unique_ptr<TFrameDialog, TFreeDeleter> FDialog{new TFrameDialog};
 };
 
 TEST_F(Pipeline, HookingOwnCasesSystemAndHookFollowEachOther) {
@@ -113,7 +109,7 @@ TEST_F(Pipeline, VetoingTheOkCommandKeepsTheDialogOpenAndUnreported) {
                                            FDialog->CloseDialog(mrOk);
                                            shownAfterwards = IsWindowVisible(Window()) != 0;
                                        }},
-                                      Cancel()}));
+                                      Cancel(*FDialog)}));
     EXPECT_TRUE(vetoed);
     EXPECT_TRUE(shownAfterwards);
     EXPECT_FALSE(reported);
@@ -172,19 +168,19 @@ TEST_F(Pipeline, AnInternalNotificationThatOnShowHasTakenAwayIsNotSent) {
 }
 
 TEST_F(Pipeline, AnOnShowThatFailsDoesNotKeepTheInternalNotification) {
-    const TCaughtExceptions caught;
+    const TExceptionLog caught;
     bool sent = false;
     FDialog->SetCommonDialogInternalShowEvent([&](TObject*) { sent = true; });
     FDialog->SetOnShow([](TObject*) { throw Exception("no"); });
     Inside([] {});
     EXPECT_TRUE(sent);
-    EXPECT_EQ(caught.Messages, std::vector<std::string>{"no"});
+    EXPECT_EQ(caught.Messages(), std::vector<std::string>{"no"});
 }
 
 // --- Exceptions
 
 TEST_F(Pipeline, AHookingHandlerThatAlwaysThrowsStopsCommandsAndNothingElse) {
-    const TCaughtExceptions caught;
+    const TExceptionLog caught;
     const auto form = MakeForm<TBottomForm>();
     FDialog->CustDlgParams().SetBottomForm(form.get());
     FDialog->SetOnEventHooking([](TObject*, TMessage&, bool&) { throw Exception("no"); });
@@ -196,15 +192,15 @@ TEST_F(Pipeline, AHookingHandlerThatAlwaysThrowsStopsCommandsAndNothingElse) {
                               shownAfterCancel = IsWindowVisible(Window()) != 0;
                               FDialog->SetOnEventHooking(nullptr);
                           }},
-                         Cancel()});
+                         Cancel(*FDialog)});
     EXPECT_TRUE(shownAfterCancel);
-    EXPECT_FALSE(caught.Messages.empty());
-    EXPECT_EQ(std::set<std::string>(caught.Messages.begin(), caught.Messages.end()), std::set<std::string>{"no"});
+    EXPECT_FALSE(caught.Messages().empty());
+    EXPECT_EQ(std::set<std::string>(caught.Messages().begin(), caught.Messages().end()), std::set<std::string>{"no"});
     EXPECT_EQ(form->ParentWindow(), nullptr);
 }
 
 TEST_F(Pipeline, AHookingHandlerThatThrowsWhileTheDialogGoesDoesNotKeepItsFormsOrItsProcedure) {
-    const TCaughtExceptions caught;
+    const TExceptionLog caught;
     const auto form = MakeForm<TBottomForm>();
     FDialog->CustDlgParams().SetBottomForm(form.get());
     FDialog->SetOnEventHooking([](TObject*, TMessage& m, bool&) {
@@ -212,23 +208,23 @@ TEST_F(Pipeline, AHookingHandlerThatThrowsWhileTheDialogGoesDoesNotKeepItsFormsO
             throw Exception("no");
         }
     });
-    RunDialog(*FDialog, {Cancel()});
-    EXPECT_GE(caught.Messages.size(), 1u);
+    RunDialog(*FDialog, {Cancel(*FDialog)});
+    EXPECT_GE(caught.Messages().size(), 1u);
     EXPECT_EQ(FDialog->GetCommonDialogHandle(), nullptr);
     FDialog->SetOnEventHooking(nullptr);
-    RunDialog(*FDialog, {Cancel()});
+    RunDialog(*FDialog, {Cancel(*FDialog)});
     EXPECT_EQ(form->ParentWindow(), nullptr);
 }
 
 TEST_F(Pipeline, AHookHandlerThatAlwaysThrowsDoesNotHarmTheDialog) {
-    const TCaughtExceptions caught;
+    const TExceptionLog caught;
     FDialog->SetOnEventHook([](TMessage&) { throw Exception("late"); });
     EXPECT_TRUE(RunDialog(*FDialog, {EnterFileName(*FDialog, "drawing.txt")}));
-    EXPECT_FALSE(caught.Messages.empty());
+    EXPECT_FALSE(caught.Messages().empty());
 }
 
 TEST_F(Pipeline, OwnCasesThatThrowInACommandRefuseIt) {
-    const TCaughtExceptions caught;
+    const TExceptionLog caught;
     FDialog->SetOwnCases([](TMessage& m) {
         if (m.Msg == WM_COMMAND && m.WParamLo() == IDOK) {
             throw EConvertError("'x' is not a valid integer value");
@@ -243,9 +239,9 @@ TEST_F(Pipeline, OwnCasesThatThrowInACommandRefuseIt) {
                                            FDialog->CloseDialog(mrOk);
                                            shown = IsWindowVisible(Window()) != 0;
                                        }},
-                                      Cancel()}));
+                                      Cancel(*FDialog)}));
     EXPECT_TRUE(shown);
-    EXPECT_EQ(caught.Messages, std::vector<std::string>{"'x' is not a valid integer value"});
+    EXPECT_EQ(caught.Messages(), std::vector<std::string>{"'x' is not a valid integer value"});
 }
 
 // --- Changes in the middle of a message

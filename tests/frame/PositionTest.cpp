@@ -2,8 +2,6 @@
 
 #include "tests/support/TestDriver.h"
 
-#include <gtest/gtest.h>
-
 namespace kx::test {
 namespace {
 
@@ -30,8 +28,7 @@ protected:
     /// Where the dialog shows.
     TRect Placed() {
         TRect placed;
-        RunDialog(FDialog,
-                  {{"", {}, [&] { placed = KxWindowRect(FDialog.DialogWindow()); }}, Press(FDialog, IDCANCEL)});
+        RunDialog(FDialog, {{"", {}, [&] { placed = KxWindowRect(FDialog.DialogWindow()); }}, Cancel(FDialog)});
         return placed;
     }
 
@@ -113,7 +110,7 @@ TEST_F(Position, OwnerCenterCentresOverTheFormThatOwnsTheDialog) {
     dialog->SetInitialDir(FFolder.Path());
     dialog->CustDlgParams().SetPosition(dpOwnerCenter);
     TRect placed;
-    RunDialog(*dialog, {{"", {}, [&] { placed = KxWindowRect(dialog->DialogWindow()); }}, Press(*dialog, IDCANCEL)});
+    RunDialog(*dialog, {{"", {}, [&] { placed = KxWindowRect(dialog->DialogWindow()); }}, Cancel(*dialog)});
     EXPECT_EQ(CornerOf(placed), CornerOver(dialog->SystemRect(), owner->BoundsRect()));
 }
 
@@ -135,7 +132,7 @@ TEST_F(Position, OwnerCenterWithoutAnyOwnerFallsBackToo) {
     orphan.SetInitialDir(FFolder.Path());
     orphan.CustDlgParams().SetPosition(dpOwnerCenter);
     TRect placed;
-    RunDialog(orphan, {{"", {}, [&] { placed = KxWindowRect(orphan.DialogWindow()); }}, Press(orphan, IDCANCEL)});
+    RunDialog(orphan, {{"", {}, [&] { placed = KxWindowRect(orphan.DialogWindow()); }}, Cancel(orphan)});
     EXPECT_EQ(CornerOf(placed), CornerOnScreen(placed));
 }
 
@@ -205,17 +202,17 @@ TEST_F(Position, AShiftOfMoreThan32BitsIsAnIntegerOverflow) {
                              EXPECT_THROW(KxSetPosition(window, Params()), EIntOverflow);
                              EXPECT_EQ(KxWindowRect(window), before);
                          }},
-                        Press(FDialog, IDCANCEL)});
+                        Cancel(FDialog)});
 }
 
 TEST_F(Position, AnOverflowWhileTheDialogShowsReachesTheApplicationAndTheDialogShows) {
-    const TCaughtExceptions caught;
+    const TExceptionLog caught;
     TMainFormScope main({500, 400, 901, 703});
     Params().SetPosition(dpMainFormCenter);
     Details().SetShiftX(INT32_MAX);
     Placed();
-    ASSERT_EQ(caught.Messages.size(), 1u);
-    EXPECT_EQ(caught.Messages[0], EIntOverflow("Integer overflow").Message());
+    ASSERT_EQ(caught.Messages().size(), 1u);
+    EXPECT_EQ(caught.Messages()[0], EIntOverflow("Integer overflow").Message());
 }
 
 TEST_F(Position, ResizeWindowSetsTheOuterSizeAndKeepsTheCorner) {
@@ -229,7 +226,7 @@ TEST_F(Position, ResizeWindowSetsTheOuterSizeAndKeepsTheCorner) {
               ResizeWindow(window, Width(before) + 33, Height(before) + 44);
               EXPECT_EQ(KxWindowRect(window), (TRect{before.Left, before.Top, before.Right + 33, before.Bottom + 44}));
           }},
-         Press(FDialog, IDCANCEL)});
+         Cancel(FDialog)});
 }
 
 TEST(FitRectToScreen, UsesTheRealScreen) {

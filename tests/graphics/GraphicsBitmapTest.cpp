@@ -1,8 +1,7 @@
 #include "GraphicsSamples.h"
-#include "kx/core/Streams.h"
 #include "kx/win/FileStreams.h"
-#include "tests/support/Census.h"
 #include "support/TempFolder.h"
+#include "tests/support/Census.h"
 
 #include <gtest/gtest.h>
 
@@ -10,17 +9,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-
-void Load(TBitmap& bitmap, const TBytes& bytes) {
-    TMemoryStream stream(bytes.Text());
-    bitmap.LoadFromStream(stream);
-}
-
-std::string Saved(const TBitmap& bitmap) {
-    TMemoryStream stream;
-    bitmap.SaveToStream(stream);
-    return std::string(stream.Bytes());
-}
 
 TBitmap& Filled(TBitmap& bitmap, TColor color) {
     bitmap.Canvas().Brush().SetColor(color);

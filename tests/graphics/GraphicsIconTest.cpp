@@ -1,8 +1,7 @@
 #include "GraphicsSamples.h"
-#include "kx/core/Streams.h"
 #include "kx/win/FileStreams.h"
-#include "tests/support/Census.h"
 #include "support/TempFolder.h"
+#include "tests/support/Census.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -11,17 +10,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-
-void Load(TIcon& icon, const TBytes& bytes) {
-    TMemoryStream stream(bytes.Text());
-    icon.LoadFromStream(stream);
-}
-
-std::string Saved(const TIcon& icon) {
-    TMemoryStream stream;
-    icon.SaveToStream(stream);
-    return std::string(stream.Bytes());
-}
 
 /// What the icon shows on a ground of that colour.
 std::string Picture(const TIcon& icon, TColor ground) {

@@ -1,6 +1,7 @@
 #include "GraphicsSamples.h"
 #include "kx/core/Classes.h"
 #include "support/TempFolder.h"
+#include "tests/support/FormFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -46,17 +47,6 @@ const TClass& TAlbum::StaticClass() {
     return cls.Class();
 }
 
-std::string AsText(TComponent& component) {
-    TMemoryStream stream;
-    WriteComponent(stream, component, TStreamFormat::Text);
-    return std::string(stream.Bytes());
-}
-
-void FromText(TComponent& component, const std::string& text) {
-    TMemoryStream stream(text);
-    ReadComponent(stream, &component);
-}
-
 std::string Hex(const std::string& bytes) {
     std::string text;
     for (const char byte : bytes) {
@@ -64,11 +54,6 @@ std::string Hex(const std::string& bytes) {
         text += "0123456789ABCDEF"[byte & 15];
     }
     return text;
-}
-
-void Load(TGraphic& graphic, const TBytes& bytes) {
-    TMemoryStream stream(bytes.Text());
-    graphic.LoadFromStream(stream);
 }
 
 /// The text without its line ends and indentation.
@@ -84,7 +69,7 @@ std::string Squeezed(const std::string& text) {
 
 TEST(FormFile, EmptyPicturesAreNotStored) {
     TAlbum album;
-    const std::string text = AsText(album);
+    const std::string text = FormTextOf(album);
     EXPECT_EQ(text.find("Glyph"), std::string::npos) << text;
     EXPECT_EQ(text.find("Icon"), std::string::npos);
     EXPECT_EQ(text.find("Picture"), std::string::npos);
@@ -97,17 +82,17 @@ TEST(FormFile, ColorsAndFontsAreStoredByTheirNames) {
     album.Font().SetHeight(-13);
     album.Font().SetName("Tahoma");
     album.Font().SetStyle({fsBold});
-    const std::string text = AsText(album);
+    const std::string text = FormTextOf(album);
     for (const char* line : {"Color = clInfoBk", "Font.Charset = DEFAULT_CHARSET", "Font.Color = clRed",
                              "Font.Height = -13", "Font.Name = 'Tahoma'", "Font.Style = [fsBold]"}) {
         EXPECT_NE(text.find(line), std::string::npos) << line << "\n" << text;
     }
     EXPECT_EQ(text.find("Font.Size"), std::string::npos);
     TAlbum again;
-    FromText(again, text);
+    ReadFormOver(again, text);
     EXPECT_EQ(again.Color(), clInfoBk);
     EXPECT_TRUE(again.Font().Equals(album.Font()));
-    FromText(again, "object TAlbum\n  Color = -2147483633\nend\n");
+    ReadFormOver(again, "object TAlbum\n  Color = -2147483633\nend\n");
     EXPECT_EQ(ColorToRGB(again.Color()), GetSysColor(COLOR_BTNFACE));
 }
 
@@ -117,49 +102,49 @@ TEST(FormFile, ABitmapIsALengthAndABitmapFile) {
     TMemoryStream file;
     album.Glyph().SaveToStream(file);
     const std::string bytes(file.Bytes());
-    const std::string text = AsText(album);
+    const std::string text = FormTextOf(album);
     EXPECT_NE(Squeezed(text).find("Glyph.Data={" + Hex(TBytes().Add(static_cast<DWORD>(bytes.size())).Text()) +
                                   Hex(bytes) + "}"),
               std::string::npos)
         << text;
     TAlbum again;
-    FromText(again, text);
+    ReadFormOver(again, text);
     EXPECT_EQ(again.Glyph().PixelFormat(), pf4bit);
     EXPECT_EQ(again.Glyph().Canvas().Pixels(2, 1), Color4(6));
-    EXPECT_EQ(AsText(again), text);
+    EXPECT_EQ(FormTextOf(again), text);
 }
 
 TEST(FormFile, AnIconIsTheIconFile) {
     TAlbum album;
     const TBytes file = IconFile({{16, clRed}, {32, clBlue}});
     Load(album.Icon(), file);
-    const std::string text = AsText(album);
+    const std::string text = FormTextOf(album);
     EXPECT_NE(Squeezed(text).find("Icon.Data={" + Hex(file.Text()) + "}"), std::string::npos);
     TAlbum again;
-    FromText(again, text);
-    EXPECT_EQ(AsText(again), text);
+    ReadFormOver(again, text);
+    EXPECT_EQ(FormTextOf(again), text);
 }
 
 TEST(FormFile, APictureIsItsClassNameAndItsData) {
     TAlbum album;
     Load(album.Picture().Bitmap(), Bitmap24());
-    std::string text = AsText(album);
+    std::string text = FormTextOf(album);
     EXPECT_NE(Squeezed(text).find("Picture.Data={0754426974"
                                   "6D6170"),
               std::string::npos)
         << text;
     TAlbum again;
-    FromText(again, text);
+    ReadFormOver(again, text);
     ASSERT_NE(dynamic_cast<TBitmap*>(again.Picture().Graphic()), nullptr);
     EXPECT_EQ(again.Picture().Bitmap().Canvas().Pixels(0, 1), clBlue);
-    EXPECT_EQ(AsText(again), text);
+    EXPECT_EQ(FormTextOf(again), text);
 
     Load(album.Picture().Icon(), IconFile({{32, clRed}}));
-    text = AsText(album);
+    text = FormTextOf(album);
     EXPECT_NE(Squeezed(text).find("Picture.Data={055449636F6E"), std::string::npos);
-    FromText(again, text);
+    ReadFormOver(again, text);
     ASSERT_NE(dynamic_cast<TIcon*>(again.Picture().Graphic()), nullptr);
-    EXPECT_EQ(AsText(again), text);
+    EXPECT_EQ(FormTextOf(again), text);
 }
 
 TEST(FormFile, DamagedPicturesAreToldByTheReader) {
@@ -167,7 +152,7 @@ TEST(FormFile, DamagedPicturesAreToldByTheReader) {
          {"Glyph.Data = {FFFFFFFF}", "Glyph.Data = {01}", "Glyph.Data = {0400000042414400}", "Icon.Data = {00000100}",
           "Picture.Data = {07}", "Picture.Data = {0754426974}", "Picture.Data = {03414243}", "Picture.Data = {}"}) {
         TAlbum album;
-        EXPECT_THROW(FromText(album, std::string("object TAlbum\n  ") + data + "\nend\n"), Exception) << data;
+        EXPECT_THROW(ReadFormOver(album, std::string("object TAlbum\n  ") + data + "\nend\n"), Exception) << data;
     }
 }
 

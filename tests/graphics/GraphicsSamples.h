@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kx/core/Streams.h"
 #include "kx/graphics/Graphics.h"
 
 #include <cstring>
@@ -40,6 +41,17 @@ public:
 private:
     std::string FBytes;
 };
+
+template <class T> void Load(T& graphic, const TBytes& bytes) {
+    TMemoryStream stream(bytes.Text());
+    graphic.LoadFromStream(stream);
+}
+
+template <class T> std::string Saved(const T& graphic) {
+    TMemoryStream stream;
+    graphic.SaveToStream(stream);
+    return std::string(stream.Bytes());
+}
 
 inline TBytes DibHeader(int width, int height, int bits, DWORD compression = BI_RGB, DWORD imageSize = 0,
                         DWORD colors = 0) {

@@ -2,6 +2,7 @@
 #include "GraphicsSamples.h"
 #include "kx/core/Classes.h"
 #include "tests/support/Census.h"
+#include "tests/support/FormFiles.h"
 
 #include <gtest/gtest.h>
 #include <objidl.h>
@@ -324,34 +325,23 @@ TEST_F(ImageList, LinksMayGoWhileOthersAreTold) {
 
 // --- Form files
 
-std::string AsText(TComponent& component) {
-    TMemoryStream stream;
-    WriteComponent(stream, component, TStreamFormat::Text);
-    return std::string(stream.Bytes());
-}
-
-void FromText(TComponent& component, const std::string& text) {
-    TMemoryStream stream(text);
-    ReadComponent(stream, &component);
-}
-
 TEST_F(ImageList, FormFilesHoldItsImages) {
     for (const int count : {0, 1, 4, 9}) {
         List.Clear();
         for (int i = 0; i < count; ++i) {
             AddColor(static_cast<TColor>(0x101010 * (i + 1)));
         }
-        const std::string text = AsText(List);
+        const std::string text = FormTextOf(List);
         EXPECT_EQ(text.find("Bitmap") != std::string::npos, count > 0);
         TImageList again;
-        FromText(again, text);
+        ReadFormOver(again, text);
         ASSERT_EQ(again.Count(), count);
         EXPECT_EQ(again.Width(), 8);
         for (int i = 0; i < count; ++i) {
             EXPECT_EQ(Shown(again, i), static_cast<TColor>(0x101010 * (i + 1)));
             EXPECT_EQ(Shown(again, i, 0), Ground);
         }
-        EXPECT_EQ(AsText(again), text);
+        EXPECT_EQ(FormTextOf(again), text);
     }
 }
 
@@ -359,7 +349,7 @@ TEST_F(ImageList, WithoutMasksItIsStoredToo) {
     List.SetMasked(false);
     AddColor(clRed);
     TImageList again;
-    FromText(again, AsText(List));
+    ReadFormOver(again, FormTextOf(List));
     EXPECT_FALSE(again.Masked());
     EXPECT_EQ(Shown(again, 0), clRed);
 }
@@ -401,7 +391,7 @@ TEST_F(ImageList, TheSystemReadsAndWritesTheSameBytes) {
     for (int i = 0; i < 6; ++i) {
         AddColor(static_cast<TColor>(0x101010 * (i + 1)));
     }
-    const std::string bytes = DataOf(AsText(List));
+    const std::string bytes = DataOf(FormTextOf(List));
     IStream* stream = nullptr;
     ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, &stream), S_OK);
     stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
@@ -422,7 +412,7 @@ TEST_F(ImageList, TheSystemReadsAndWritesTheSameBytes) {
     stream->Read(written.data(), static_cast<ULONG>(written.size()), nullptr);
     stream->Release();
     TImageList again;
-    FromText(again, TextOf(written));
+    ReadFormOver(again, TextOf(written));
     ASSERT_EQ(again.Count(), 6);
     for (int i = 0; i < 6; ++i) {
         EXPECT_EQ(Shown(again, i), static_cast<TColor>(0x101010 * (i + 1)));
@@ -433,7 +423,7 @@ TEST_F(ImageList, TheSystemReadsAndWritesTheSameBytes) {
 TEST_F(ImageList, DamageIsToldAndTheListKeepsItsImages) {
     AddColor(clRed);
     AddColor(clBlue);
-    const std::string good = DataOf(AsText(List));
+    const std::string good = DataOf(FormTextOf(List));
     std::vector<std::string> damaged;
     for (size_t size = 0; size < good.size(); size += size < 120 ? 1 : 37) {
         damaged.push_back(good.substr(0, size));
@@ -457,7 +447,7 @@ TEST_F(ImageList, DamageIsToldAndTheListKeepsItsImages) {
         TImageList list(8, 8);
         TBitmap bitmap;
         list.AddMasked(&Paint(bitmap, 8, 8, clLime, clFuchsia), clFuchsia);
-        EXPECT_THROW(FromText(list, TextOf(damaged[i])), Exception) << i;
+        EXPECT_THROW(ReadFormOver(list, TextOf(damaged[i])), Exception) << i;
         ASSERT_EQ(list.Count(), 1) << i;
         ASSERT_EQ(Shown(list, 0), clLime);
     }

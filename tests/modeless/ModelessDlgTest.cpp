@@ -9,8 +9,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class Modeless : public TModelessTest {};
 
@@ -20,20 +18,8 @@ TEST_F(Modeless, ComponentBeginsClosedAndWithoutADialog) {
     const TKxModelessDialog runner;
     EXPECT_EQ(runner.Dialog(), nullptr);
     EXPECT_TRUE(runner.Closed());
-    EXPECT_TRUE(runner.AutoClosePopups());
     EXPECT_FALSE(runner.DialogResult());
     EXPECT_EQ(runner.Thread(), nullptr);
-}
-
-TEST_F(Modeless, PropertiesArePublished) {
-    auto& dialog = NewDialog();
-    const TClass& cls = TKxModelessDialog::StaticClass();
-    const TPropInfo* const reference = cls.FindProperty("Dialog");
-    ASSERT_NE(reference, nullptr);
-    EXPECT_EQ(reference->Kind, TTypeKind::Interface);
-    EXPECT_NE(cls.FindProperty("OnDialogClosed"), nullptr);
-    EXPECT_NE(cls.FindProperty("AutoClosePopups"), nullptr);
-    EXPECT_EQ(reference->GetObj(*Runner), static_cast<TObject*>(&dialog));
 }
 
 TEST_F(Modeless, TheDialogIsForgottenWhenItIsFreed) {
@@ -70,12 +56,12 @@ TEST_F(Modeless, ASecondShowOnlyBringsTheDialogToTheTop) {
     const TKxModelessThread* thread = nullptr;
     int shown = 0;
     dialog.SetOnShow([&](TObject*) { ++shown; });
-    Show({{"the dialog is shown", Shown(dialog),
-           [&] {
-               window = dialog.DlgHandle();
-               thread = Runner->Thread();
-           }},
-          // Which of two threads' windows is in front settles late: whoever is late is asked again.
+    Show(dialog,
+         [&] {
+             window = dialog.DlgHandle();
+             thread = Runner->Thread();
+         },
+         {// Which of two threads' windows is in front settles late: whoever is late is asked again.
           {"the main form is in front",
            [&] {
                Main->BringToFront();
@@ -89,7 +75,7 @@ TEST_F(Modeless, ASecondShowOnlyBringsTheDialogToTheTop) {
            },
            [&] { EXPECT_EQ(Runner->Thread(), thread); }},
           {"it is the same dialog", {}, [&] { EXPECT_EQ(dialog.DlgHandle(), window); }},
-          Press(dialog, IDCANCEL)});
+          Cancel(dialog)});
     EXPECT_EQ(shown, 1);
     EXPECT_THAT(Results, ElementsAre(false));
 }
@@ -117,14 +103,14 @@ TEST_F(Modeless, CloseLeavesTheDialogOpen) {
     Runner->Close(); // while it is not shown
     for (const bool popups : {true, false}) {
         Runner->SetAutoClosePopups(popups);
-        Show({{"the dialog is shown", Shown(dialog), [&] { Runner->Close(); }},
-              {"the dialog has got its messages", [&] { return SendMessageA(dialog.DlgHandle(), WM_NULL, 0, 0) == 0; },
+        Show(dialog, [&] { Runner->Close(); },
+             {{"the dialog has got its messages", [&] { return SendMessageA(dialog.DlgHandle(), WM_NULL, 0, 0) == 0; },
                [&] {
                    EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle()));
                    EXPECT_TRUE(IsWindowEnabled(dialog.DlgHandle()));
                    EXPECT_FALSE(Runner->Closed());
                }},
-              Press(dialog, IDCANCEL)});
+              Cancel(dialog)});
     }
     EXPECT_THAT(Results, ElementsAre(false, false));
 }
@@ -157,14 +143,13 @@ TEST_F(Modeless, TheInternalNotificationIsGivenBack) {
     dialog.SetCommonDialogInternalShowEvent([&](TObject*) { ++notified; });
     ShowAndCancel(dialog);
     EXPECT_EQ(notified, 0);
-    EXPECT_FALSE(RunDialog(dialog, {Press(dialog, IDCANCEL)})); // blocks again, in this thread
+    EXPECT_FALSE(RunDialog(dialog, {Cancel(dialog)})); // blocks again, in this thread
     EXPECT_EQ(notified, 1);
 }
 
 TEST_F(Modeless, ADialogThatIsShownAlreadyFails) {
     auto& dialog = NewDialog();
-    EXPECT_FALSE(
-        RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { Show({}); }}, Press(dialog, IDCANCEL)}));
+    EXPECT_FALSE(Look(dialog, [&] { Show({}); }));
     EXPECT_THAT(Results, ElementsAre(false));
     ShowAndCancel(dialog);
 }
@@ -178,7 +163,7 @@ TEST_F(Modeless, AHandlerOfTheEndMayShowAgainLater) {
             Application().QueueCall([&] { Runner->Show(); });
         }
     });
-    const auto cancel = [&] { return Press(dialog, IDCANCEL); };
+    const auto cancel = [&] { return Cancel(dialog); };
     RunDialog(
         [&] {
             Runner->Show();
@@ -205,7 +190,7 @@ TEST_F(Modeless, TheEndOfAShowingThatWasTerminatedLeavesTheNextOneAlone) {
           }},
          {"the second one is, and the first has ended", [&] { return Shown(second)() && Results.size() == 1; },
           [&] { EXPECT_FALSE(Runner->Closed()); }},
-         Press(second, IDCANCEL)});
+         Cancel(second)});
     EXPECT_THAT(Results, ElementsAre(false, false));
 }
 
@@ -267,18 +252,18 @@ TEST_F(Modeless, AllWindowsOfTheApplicationAreEnabledWhenTheDialogIsShown) {
 
 TEST_F(Modeless, AnotherDialogMayBlockTheApplicationMeanwhile) {
     auto& dialog = NewDialog<TKxOpenDialog>();
-    TKxOpenDialog inner(Main.get());
+    TKxOpenDialog inner(Main);
     inner.SetInitialDir(Folder.Path());
-    Show({{"the dialog is shown", Shown(dialog),
-           [&] {
-               EXPECT_TRUE(RunDialog(inner, {{"the other one is shown", Shown(inner),
-                                              [&] {
-                                                  EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), &inner);
-                                                  EXPECT_TRUE(IsWindowEnabled(dialog.DlgHandle()));
-                                              }},
-                                             EnterFileName(inner, "one.txt")}));
-           }},
-          EnterFileName(dialog, "two.txt")});
+    Show(dialog,
+         [&] {
+             EXPECT_TRUE(RunDialog(inner,
+                                   [&] {
+                                       EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), &inner);
+                                       EXPECT_TRUE(IsWindowEnabled(dialog.DlgHandle()));
+                                   },
+                                   {EnterFileName(inner, "one.txt")}));
+         },
+         {EnterFileName(dialog, "two.txt")});
     EXPECT_EQ(inner.FileName(), Folder.Path("one.txt"));
     EXPECT_EQ(dialog.FileName(), Folder.Path("two.txt"));
 }
@@ -286,13 +271,13 @@ TEST_F(Modeless, AnotherDialogMayBlockTheApplicationMeanwhile) {
 TEST_F(Modeless, TwoDialogsAreOpenAtOnce) {
     auto& first = NewDialog<TKxOpenDialog>();
     TKxModelessDialog second;
-    TKxSaveDialog save(Main.get());
+    TKxSaveDialog save(Main);
     save.SetInitialDir(Folder.Path());
     second.SetDialog(&save);
     bool saved = false;
     second.SetOnDialogClosed([&](TObject*, bool result) { saved = result; });
-    Show({{"the first is shown", Shown(first), [&] { second.Show(); }},
-          {"the second is shown", Shown(save),
+    Show(first, [&] { second.Show(); },
+         {{"the second is shown", Shown(save),
            [&] { EXPECT_NE(ThreadOf(save.DlgHandle()), ThreadOf(first.DlgHandle())); }},
           EnterFileName(save, "fresh.txt"),
           Await("the second has closed", [&] { return second.Closed() && saved; }),
@@ -319,8 +304,7 @@ TEST_F(Modeless, EventsOfTheDialogFireInItsThread) {
         });
     });
     DWORD own = 0;
-    Show({{"the dialog is shown", Shown(dialog), [&] { own = Runner->Thread()->ThreadID(); }},
-          EnterFileName(dialog, "one.txt")});
+    Show(dialog, [&] { own = Runner->Thread()->ThreadID(); }, {EnterFileName(dialog, "one.txt")});
     EXPECT_THAT(threads, testing::SizeIs(testing::Ge(3u)));
     EXPECT_THAT(threads, testing::Each(own));
     EXPECT_EQ(synchronized, MainThread);
@@ -332,7 +316,7 @@ TEST_F(Modeless, AHandlerMaySynchronizeWhileTheApplicationClosesTheDialog) {
     bool asked = false;
     dialog.SetFileName("one.txt");
     dialog.SetOnCanClose([&](TObject*, bool&) { TThread::Synchronize([&] { asked = true; }); });
-    Show({{"the dialog is shown", Shown(dialog), [&] { dialog.CloseDialog(mrOk); }}}); // waits for the dialog's answer
+    Show(dialog, [&] { dialog.CloseDialog(mrOk); }); // waits for the dialog's answer
     EXPECT_TRUE(asked);
     EXPECT_THAT(Results, ElementsAre(true));
 }
@@ -343,13 +327,13 @@ TEST_F(Modeless, HandlersMayThrow) {
     dialog.SetOnShow(fail("show"));
     dialog.SetOnClose(fail("close"));
     dialog.SetOnUpLevelNavigate(fail("up"));
-    Show({{"the dialog is shown", Shown(dialog),
-           [&] {
-               EXPECT_THAT(TakeExceptions(), ElementsAre("show"));
-               SendMessageA(dialog.DlgHandle(), WM_COMMAND, 40961, 0);
-               EXPECT_THAT(TakeExceptions(), ElementsAre("up"));
-           }},
-          Press(dialog, IDCANCEL)});
+    Show(dialog,
+         [&] {
+             EXPECT_THAT(TakeExceptions(), ElementsAre("show"));
+             SendMessageA(dialog.DlgHandle(), WM_COMMAND, 40961, 0);
+             EXPECT_THAT(TakeExceptions(), ElementsAre("up"));
+         },
+         {Cancel(dialog)});
     EXPECT_THAT(TakeExceptions(), ElementsAre("close"));
     EXPECT_THAT(Results, ElementsAre(false));
 }
@@ -361,14 +345,14 @@ TEST_F(Modeless, AFailureIsShownInABoxOfTheDialog) {
     dialog.SetOnUpLevelNavigating([](TObject*, bool&) { throw std::runtime_error("refused"); });
     std::string text;
     HWND window = nullptr;
-    Show({{"the dialog is shown", Shown(dialog),
-           [&] {
-               window = dialog.DlgHandle();
-               PostMessageA(window, WM_COMMAND, 40961, 0);
-           }},
-          {"the box is shown", BoxShown(), [&] { EXPECT_EQ(GetWindow(ShownMessageBox(), GW_OWNER), window); }},
+    Show(dialog,
+         [&] {
+             window = dialog.DlgHandle();
+             PostMessageA(window, WM_COMMAND, 40961, 0);
+         },
+         {{"the box is shown", BoxShown(), [&] { EXPECT_EQ(GetWindow(ShownMessageBox(), GW_OWNER), window); }},
           AnswerBox(IDOK, [&](const std::string& t) { text = t; }),
-          Press(dialog, IDCANCEL)});
+          Cancel(dialog)});
     EXPECT_EQ(text, "refused");
     Application().SetOnException(previous);
 }

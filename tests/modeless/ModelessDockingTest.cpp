@@ -1,15 +1,11 @@
 #include "ModelessTest.h"
 
-#include "support/TempFolder.h"
-
 #include <stdexcept>
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::Each;
-using testing::ElementsAre;
 
 class ModelessDocking : public TModelessTest {
 protected:
@@ -81,7 +77,7 @@ TEST_F(ModelessDocking, AFormAtEachSideAndInPlaceOfTheList) {
                    }
                    Screenshot("modeless_all_forms", dialog.DlgHandle());
                }},
-              Press(dialog, IDCANCEL)});
+              Cancel(dialog)});
         for (const TNoteForm* form : forms) {
             EXPECT_FALSE(form->IsDocked());
             EXPECT_TRUE(IsWindow(form->WindowHandle()));
@@ -184,24 +180,20 @@ TEST_F(ModelessDocking, FormsAreDockedAgainInABlockingDialog) {
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetLeftForm(&form);
     ShowAndCancel(dialog);
-    EXPECT_FALSE(RunDialog(
-        dialog, {{"the dialog is shown", Shown(dialog), [&] { ExpectDocked(form, dialog.DlgHandle(), MainThread); }},
-                 Press(dialog, IDCANCEL)}));
+    EXPECT_FALSE(Look(dialog, [&] { ExpectDocked(form, dialog.DlgHandle(), MainThread); }));
 }
 
 TEST_F(ModelessDocking, AFormThatTheDialogDidNotComeToDockIsAWindowAgainThatNobodySees) {
     TNoteForm& form = NewNoteForm();
     auto& dialog = NewDialog();
-    RunDialog(dialog, {{"the dialog is shown, and cannot be once more", Shown(dialog),
-                        [&] {
-                            form.Show();
-                            dialog.CustDlgParams().SetLeftForm(&form);
-                            Show({});
-                            EXPECT_FALSE(form.IsDocked());
-                            EXPECT_FALSE(form.Visible());
-                            dialog.CustDlgParams().SetLeftForm(nullptr);
-                        }},
-                       Press(dialog, IDCANCEL)});
+    Look(dialog, [&] {
+        form.Show();
+        dialog.CustDlgParams().SetLeftForm(&form);
+        Show({});
+        EXPECT_FALSE(form.IsDocked());
+        EXPECT_FALSE(form.Visible());
+        dialog.CustDlgParams().SetLeftForm(nullptr);
+    });
     EXPECT_THAT(Results, ElementsAre(false));
 }
 

@@ -2,10 +2,9 @@
 
 #include "kx/colorprint/KxColorDlg.h"
 #include "kx/colorprint/KxPrintDlg.h"
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
 #include "kx/folder/KxFolderDlg.h"
 #include "kx/opensave/KxOpenDlgEx.h"
+#include "tests/support/FormFiles.h"
 
 // What holds for every dialog of the library, through ICommonDialog alone.
 
@@ -13,7 +12,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 struct TKind {
     const char* Name;
@@ -38,7 +36,7 @@ const TKind Kinds[] = {
 
 class ModelessKinds : public TModelessTest, public testing::WithParamInterface<TKind> {
 protected:
-    ModelessKinds() : Component(GetParam().Make(Main.get(), Folder)), Dialog(dynamic_cast<ICommonDialog*>(Component)) {
+    ModelessKinds() : Component(GetParam().Make(Main, Folder)), Dialog(dynamic_cast<ICommonDialog*>(Component)) {
         Runner->SetDialog(Dialog);
     }
     TStep CloseBy(TModalResult result) {
@@ -54,18 +52,17 @@ TEST_P(ModelessKinds, ShowWithoutBlockingAndTellTheirResult) {
     Application().CreateForm(&note);
     const TFormPtr owned(note);
     Dialog->GetCustDlgParams().SetBottomFormName("NoteForm");
-    Show({{"the dialog is shown", Shown(*Component),
-           [&] {
-               HWND window = Dialog->GetCommonDialogHandle();
-               EXPECT_EQ(window, Component->DialogWindow());
-               EXPECT_NE(ThreadOf(window), MainThread);
-               EXPECT_EQ(GetParent(note->WindowHandle()), window);
-               EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
-               SetWindowPos(window, nullptr, 330, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-               Click(Main->Button->Handle());
-           }},
-          {"the button was clicked", [&] { return Main->Clicks == 1; }, [&] { Runner->Close(); }},
-          CloseBy(mrCancel)});
+    Show(*Component,
+         [&] {
+             HWND window = Dialog->GetCommonDialogHandle();
+             EXPECT_EQ(window, Component->DialogWindow());
+             EXPECT_NE(ThreadOf(window), MainThread);
+             EXPECT_EQ(GetParent(note->WindowHandle()), window);
+             EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
+             SetWindowPos(window, nullptr, 330, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+             Click(Main->Button->Handle());
+         },
+         {{"the button was clicked", [&] { return Main->Clicks == 1; }, [&] { Runner->Close(); }}, CloseBy(mrCancel)});
     Show({CloseBy(mrOk)});
     EXPECT_THAT(Results, ElementsAre(false, true));
     EXPECT_FALSE(note->IsDocked());
@@ -91,9 +88,8 @@ TEST_P(ModelessKinds, AreNamedByAFormFile) {
                              "  end\n"
                              "  object TheDialog: " +
                              Component->ClassName() + "\n  end\nend\n";
-    TMemoryStream stream(text);
     TForm form;
-    ReadComponent(stream, &form);
+    ReadFormOver(form, text);
     const auto* const runner = dynamic_cast<TKxModelessDialog*>(form.FindComponent("Runner"));
     ASSERT_NE(runner, nullptr);
     EXPECT_EQ(dynamic_cast<const TComponent*>(runner->Dialog()), form.FindComponent("TheDialog"));

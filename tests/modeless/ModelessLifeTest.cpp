@@ -6,8 +6,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ModelessLife : public TModelessTest {
 protected:
@@ -168,7 +166,7 @@ TEST_F(ModelessLife, TheOwnerFormIsFreed) {
     dialog.CustDlgParams().SetRightForm(Note.get());
     Runner->Show();
     EXPECT_TRUE(PumpUntil(Shown(dialog)));
-    Main.reset(); // with the runner, in whatever order
+    Owner.reset(); // with the runner, in whatever order
     EXPECT_EQ(ActiveDialog(), nullptr) << AllWindowTrees();
     EXPECT_FALSE(Note->IsDocked());
 }
@@ -179,7 +177,7 @@ TEST_F(ModelessLife, TheOwnerFormClosesAndGoes) {
     Runner->Show();
     EXPECT_TRUE(PumpUntil(Shown(dialog)));
     bool gone = false;
-    TMainForm* const form = Main.release();
+    TForm* const form = Owner.release();
     form->SetOnDestroy([&](TObject*) { gone = true; });
     PostMessageA(form->Handle(), WM_CLOSE, 0, 0);
     EXPECT_TRUE(PumpUntil([&] { return gone; }));

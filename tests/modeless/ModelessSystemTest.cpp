@@ -14,13 +14,12 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 class ModelessSystem : public TModelessTest {
 protected:
     /// A new dialog of another kind, owned by the main form.
     template <class T> T& NewOther() {
-        auto* dialog = new T(Main.get());
+        auto* dialog = new T(Main);
         Runner->SetDialog(dialog);
         return *dialog;
     }
@@ -37,7 +36,7 @@ TEST_F(ModelessSystem, TheShellsDialogsHaveOleInTheirThreadExceptUnderWine) {
                 OleUninitialize();
             }
         });
-        Show({{"the dialog is shown", Shown(dialog), {}}, Press(dialog, IDCANCEL)});
+        Show(dialog, {}, {Cancel(dialog)});
         EXPECT_EQ(ole, wine ? RPC_E_CHANGED_MODE : S_FALSE) << "the thread has its apartment already";
         dialog.Free();
     }
@@ -89,14 +88,14 @@ TEST_F(ModelessSystem, AFolderDialogIsOwnedByItsParentFormWhoseWindowIsTheApplic
     const TFormPtr parent(NewForm<TForm>(nullptr));
     parent->SetBounds(600, 400, 200, 100);
     dialog.SetParentForm(parent.get()); // has no window yet
-    Show({{"the dialog is shown", Shown(dialog),
-           [&] {
-               EXPECT_EQ(GetWindow(dialog.DialogWindow(), GW_OWNER), parent->WindowHandle());
-               EXPECT_EQ(ThreadOf(parent->WindowHandle()), MainThread);
-               EXPECT_TRUE(IsWindowEnabled(parent->WindowHandle()));
-               EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
-           }},
-          Press(dialog, IDOK)});
+    Show(dialog,
+         [&] {
+             EXPECT_EQ(GetWindow(dialog.DialogWindow(), GW_OWNER), parent->WindowHandle());
+             EXPECT_EQ(ThreadOf(parent->WindowHandle()), MainThread);
+             EXPECT_TRUE(IsWindowEnabled(parent->WindowHandle()));
+             EXPECT_TRUE(IsWindowEnabled(Main->Handle()));
+         },
+         {Press(dialog, IDOK)});
     EXPECT_TRUE(IsWindow(parent->WindowHandle()));
     EXPECT_TRUE(IsWindowEnabled(parent->WindowHandle()));
     EXPECT_EQ(Results.size(), 1u);
@@ -115,12 +114,12 @@ TEST_F(ModelessSystem, AColourDialogOpensItsFullPartAboveTheForm) {
     TRect before;
     dialog.SetOnFullOpening([&](TObject*, bool&) { opening = GetCurrentThreadId(); });
     dialog.SetOnFullOpen([&](TObject*) { opened = GetCurrentThreadId(); });
-    Show({{"the dialog is shown", Shown(dialog),
-           [&] {
-               before = ScreenRectOf(dialog.DialogWindow());
-               PostMessageA(GetDlgItem(dialog.DialogWindow(), DefineButton), BM_CLICK, 0, 0);
-           }},
-          {"the full part is open, and the form below it",
+    Show(dialog,
+         [&] {
+             before = ScreenRectOf(dialog.DialogWindow());
+             PostMessageA(GetDlgItem(dialog.DialogWindow(), DefineButton), BM_CLICK, 0, 0);
+         },
+         {{"the full part is open, and the form below it",
            [&] {
                const TRect outer = ScreenRectOf(dialog.DialogWindow());
                return opened != 0 && IsWindowVisible(GetDlgItem(dialog.DialogWindow(), RedEdit)) &&
@@ -136,7 +135,7 @@ TEST_F(ModelessSystem, AColourDialogOpensItsFullPartAboveTheForm) {
                EXPECT_EQ(Width(form), ClientRectOf(dialog.DialogWindow()).Right);
                Screenshot("modeless_color_full", dialog.DialogWindow());
            }},
-          Press(dialog, IDCANCEL)});
+          Cancel(dialog)});
     EXPECT_THAT(Results, ElementsAre(false));
     EXPECT_FALSE(note->IsDocked());
 }

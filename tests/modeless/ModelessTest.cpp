@@ -28,27 +28,15 @@ TMainForm::TMainForm(TComponent* owner) : TForm(owner), Button(new TButton(this)
     Edit->SetBounds(20, 60, 200, 21);
 }
 
-TModelessTest::TModelessTest()
-    : Main(NewForm<TMainForm>(nullptr)), Runner(new TKxModelessDialog(Main.get())),
-      FPrevious(Application().OnException()) {
+TModelessTest::TModelessTest() : TDialogTest(NewForm<TMainForm>(nullptr)), Runner(new TKxModelessDialog(Main)) {
     Folder.AddFile("one.txt");
     Folder.AddFile("two.txt");
     Folder.AddFile("inner\\deep.txt");
-    Main->Show();
     Runner->SetOnDialogClosed([this](TObject* sender, bool result) {
         EXPECT_EQ(sender, Runner);
         EXPECT_EQ(GetCurrentThreadId(), MainThread);
         Results.push_back(result);
     });
-    Application().SetOnException([this](TObject*, const std::exception& e) {
-        EXPECT_EQ(GetCurrentThreadId(), MainThread);
-        FExceptions.emplace_back(e.what());
-    });
-}
-
-TModelessTest::~TModelessTest() {
-    EXPECT_THAT(FExceptions, testing::IsEmpty());
-    Application().SetOnException(FPrevious);
 }
 
 void TModelessTest::Show(std::vector<TStep> steps) {
@@ -61,11 +49,12 @@ void TModelessTest::Show(std::vector<TStep> steps) {
         std::move(steps)));
 }
 
-void TModelessTest::ShowAndCancel(TOpenDialog& dialog, const TAction& look) {
-    Show({{"the dialog is shown", Shown(dialog), look}, Press(dialog, IDCANCEL)});
+void TModelessTest::Show(const TCommonDialog& dialog, TAction act, std::vector<TStep> steps) {
+    steps.insert(steps.begin(), {"the dialog is shown", Shown(dialog), std::move(act)});
+    Show(std::move(steps));
 }
 
-std::vector<std::string> TModelessTest::TakeExceptions() { return std::exchange(FExceptions, {}); }
+void TModelessTest::ShowAndCancel(TOpenDialog& dialog, const TAction& look) { Show(dialog, look, {Cancel(dialog)}); }
 
 TStep MoveAside(const TCommonDialog& dialog) {
     return {"the dialog is shown", Shown(dialog), [&dialog] {

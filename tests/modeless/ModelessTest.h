@@ -5,19 +5,13 @@
 #include "kx/opensave/KxOpenLite.h"
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/TestDriver.h"
-#include "support/TempFolder.h"
+#include "tests/support/DialogTest.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 namespace kx::test {
-
-using TFormPtr = std::unique_ptr<TForm, TFreeDeleter>;
 
 inline DWORD ThreadOf(HWND window) { return GetWindowThreadProcessId(window, nullptr); }
 
@@ -39,16 +33,14 @@ public:
     std::vector<DWORD> ClickThreads;
 };
 
-/// Shows dialogs modelessly from the application's thread, where the tests run. No exception is expected at the
-/// application unless a test takes it.
-class TModelessTest : public testing::Test {
+/// Shows dialogs modelessly from the application's thread, where the tests run.
+class TModelessTest : public TDialogTest {
 protected:
     TModelessTest();
-    ~TModelessTest() override;
 
     /// A new dialog that starts in the folder, owned by the main form.
     template <class T = TKxOpenLiteDialog> T& NewDialog() {
-        auto* dialog = new T(Main.get());
+        auto* dialog = new T(Main);
         dialog->SetInitialDir(Folder.Path());
         Runner->SetDialog(dialog);
         return *dialog;
@@ -57,24 +49,17 @@ protected:
     /// Shows the runner's dialog and carries out the steps while the application's message loop runs, until the showing
     /// has ended.
     void Show(std::vector<TStep> steps);
+    /// The same; the dialog shown, `act` runs in it, and then the steps.
+    void Show(const TCommonDialog& dialog, TAction act, std::vector<TStep> steps = {});
     /// Shows and cancels it.
     void ShowAndCancel(TOpenDialog& dialog, const TAction& look = {});
 
-    std::vector<std::string> TakeExceptions();
-
     const DWORD MainThread = GetCurrentThreadId();
     TTempFolder Folder{"modeless"};
-    std::unique_ptr<TMainForm, TFreeDeleter> Main;
+    TMainForm* const Main = static_cast<TMainForm*>(Owner.get());
     TKxModelessDialog* Runner; ///< The main form owns it.
     std::vector<bool> Results; ///< What OnDialogClosed told.
-
-private:
-    TExceptionEvent FPrevious;
-    std::vector<std::string> FExceptions;
 };
-
-/// A step that only waits.
-inline TStep Await(std::string what, TCondition condition) { return {std::move(what), std::move(condition), {}}; }
 
 /// A step that moves the dialog to where it does not cover the main form.
 TStep MoveAside(const TCommonDialog& dialog);

@@ -11,7 +11,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 class Closing : public TOpenDialogTest {};
 
@@ -34,26 +33,24 @@ template <class T> void ExpectNoLimitsWhileClosing(T& dialog, TForm& form) {
         EXPECT_EQ(AskForLimits(dialog.DlgHandle()).ptMinTrackSize.x, 7) << "a dialog that goes has no least size";
         EXPECT_EQ(reported, 1) << "the application hears of the question";
     });
-    RunDialog(dialog, {Perform("ask the shown dialog",
-                               [&] { EXPECT_GT(AskForLimits(dialog.DlgHandle()).ptMinTrackSize.x, 7); }),
-                       Press(dialog, IDCANCEL)});
+    Look(dialog, [&] { EXPECT_GT(AskForLimits(dialog.DlgHandle()).ptMinTrackSize.x, 7); });
     EXPECT_TRUE(hidden);
 }
 
 TEST_F(Closing, AFullDialogHasNoLeastSize) {
-    const TFormPtr form = MakeForm(clCream, 80, 50);
+    const TFormPtr form = MakeMarkedForm(clCream, 80, 50);
     ExpectNoLimitsWhileClosing(Dialog, *form);
 }
 
 TEST_F(Closing, ALiteDialogHasNoLeastSize) {
-    const TFormPtr form = MakeForm(clCream, 80, 50);
+    const TFormPtr form = MakeMarkedForm(clCream, 80, 50);
     ExpectNoLimitsWhileClosing(NewDialog<TKxOpenLiteDialog>(), *form);
 }
 
 TEST_F(Closing, TheCustomFormIsUndockedBehindThoseAtTheSides) {
     std::vector<std::string> order;
-    const TFormPtr left = MakeForm(clCream, 80, 50);
-    const TFormPtr custom = MakeForm(clSkyBlue, 80, 50);
+    const TFormPtr left = MakeMarkedForm(clCream, 80, 50);
+    const TFormPtr custom = MakeMarkedForm(clSkyBlue, 80, 50);
     left->SetOnHide([&](TObject*) { order.emplace_back("left"); });
     custom->SetOnHide([&](TObject*) { order.emplace_back("custom"); });
     Dialog.CustDlgParams().SetLeftForm(left.get());
@@ -75,13 +72,11 @@ template <class T> std::vector<int> ReportedCommands(T& dialog, const TAction& c
             ids.push_back(m.WParamLo());
         }
     });
-    RunDialog(dialog, {Perform("the command",
-                               [&] {
-                                   ids.clear();
-                                   command();
-                                   dialog.SetOnEventHook(nullptr);
-                               }),
-                       Press(dialog, IDCANCEL)});
+    Look(dialog, [&] {
+        ids.clear();
+        command();
+        dialog.SetOnEventHook(nullptr);
+    });
     return ids;
 }
 
@@ -118,7 +113,7 @@ TEST_F(Closing, WhatALiteDialogIsRefusedIsNotReported) {
 // --- Sizes
 
 TEST_F(Closing, ASizeWithTheCustomFormHasEverythingInTheDialogPaintedAgain) {
-    const TFormPtr custom = MakeForm(clSkyBlue, 80, 50);
+    const TFormPtr custom = MakeMarkedForm(clSkyBlue, 80, 50);
     Dialog.CustDlgParams().SetCustomForm(custom.get());
     Look(Dialog, [&] {
         HWND label = ItemOf(Dialog, KxFolderLabelId);
@@ -139,7 +134,7 @@ TEST_F(Closing, ASizeWithTheCustomFormHasEverythingInTheDialogPaintedAgain) {
 }
 
 TEST_F(Closing, ASizeHasTheCustomFormPaintedAtOnce) {
-    const TFormPtr custom = MakeForm(clSkyBlue, 80, 50);
+    const TFormPtr custom = MakeMarkedForm(clSkyBlue, 80, 50);
     int paintings = 0;
     custom->SetOnPaint([&](TObject*) { ++paintings; });
     Dialog.CustDlgParams().SetCustomForm(custom.get());
@@ -202,7 +197,7 @@ TEST_F(Closing, ADialogFreedInTheMidstOfItsClosingLeavesNoHook) {
         }
     });
     TKxOpenDialog* const running = dialog;
-    RunDialog([&] { return running->Execute(); }, {Press(*running, IDCANCEL)});
+    RunDialog([&] { return running->Execute(); }, {Cancel(*running)});
     EXPECT_EQ(dialog, nullptr);
     const unique_hhook hook(SetWindowsHookExA(WH_CALLWNDPROCRET, CountMessages, nullptr, GetCurrentThreadId()));
     HookedMessages = 0;
@@ -219,7 +214,7 @@ template <class T> void ExpectRefusedBeforeTheWindow(T& dialog) {
         EXPECT_THROW(dialog.Execute(), EInvalidOperation);
         ++refused;
     });
-    RunDialog(dialog, {Perform("", [&] { EXPECT_EQ(refused, 1); }), Press(dialog, IDCANCEL)});
+    Look(dialog, [&] { EXPECT_EQ(refused, 1); });
     Application().SetOnModalBegin(before);
 }
 

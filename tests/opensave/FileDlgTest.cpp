@@ -38,13 +38,11 @@ const TClass& TPreviewForm::StaticClass() {
     return cls.Class();
 }
 
-TFormPtr MakeForm(TColor color, int width, int height) {
+TFormPtr MakeMarkedForm(TColor color, int width, int height) {
     return TFormPtr(new TMarkedForm(nullptr, color, width, height));
 }
 
 // --- Dialog windows
-
-HWND ItemOf(const TKxFileDlgCore& dialog, int id) { return GetDlgItem(dialog.DlgHandle(), id); }
 
 HWND NavigationBarOf(const TKxFileDlgCore& dialog) {
     for (HWND child = GetWindow(dialog.DlgHandle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
@@ -241,25 +239,10 @@ void LogNavigation(TKxFileDlgCore& dialog, const TObject& sender, std::vector<st
 
 // --- The fixture
 
-TFileDlgTest::TFileDlgTest() : Owner(NewForm<TForm>(nullptr)), FPrevious(Application().OnException()) {
+TFileDlgTest::TFileDlgTest() {
     Folder.AddFile("one.txt");
     Folder.AddFile("two.txt");
     Folder.AddFile("inner\\deep.txt");
-    Owner->SetCaption("Owner");
-    Owner->SetBounds(260, 180, 500, 400);
-    Owner->Show();
-    Application().SetOnException([this](TObject*, const std::exception& e) { FExceptions.emplace_back(e.what()); });
 }
-
-TFileDlgTest::~TFileDlgTest() {
-    EXPECT_THAT(FExceptions, testing::IsEmpty());
-    Application().SetOnException(FPrevious);
-}
-
-bool TFileDlgTest::Look(TOpenDialog& dialog, const TAction& look) {
-    return RunDialog(dialog, {{"the dialog is shown", Shown(dialog), look}, Press(dialog, IDCANCEL)});
-}
-
-std::vector<std::string> TFileDlgTest::TakeExceptions() { return std::exchange(FExceptions, {}); }
 
 } // namespace kx::test

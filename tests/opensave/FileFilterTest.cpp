@@ -4,10 +4,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 /// The filter on the list of a running dialog. The folder holds the folder inner and the files one.txt and two.txt.
 class FileFilter : public TFileDlgTest {

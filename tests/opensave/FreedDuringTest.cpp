@@ -6,8 +6,7 @@
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "tests/support/FreedAtMessages.h"
 #include "tests/support/Grow.h"
-
-#include <functional>
+#include "tests/support/TestKey.h"
 
 namespace kx {
 namespace {
@@ -57,9 +56,9 @@ protected:
         EXPECT_THAT(TakeExceptions(), testing::IsEmpty());
     }
 
-    TFormPtr Left = MakeForm(clMoneyGreen, 80, 50);
-    TFormPtr Bottom = MakeForm(clCream, 80, 50);
-    TFormPtr Custom = MakeForm(clSkyBlue, 80, 50);
+    TFormPtr Left = MakeMarkedForm(clMoneyGreen, 80, 50);
+    TFormPtr Bottom = MakeMarkedForm(clCream, 80, 50);
+    TFormPtr Custom = MakeMarkedForm(clSkyBlue, 80, 50);
 };
 
 // --- Lite dialogs
@@ -132,7 +131,7 @@ protected:
         auto& dialog = NewDialog<T>();
         dialog.SetFilter("Text|*.txt|Pictures|*.png");
         dialog.PlacesBar().SetNative(false);
-        dialog.PlacesBar().SetRegistryKey(Key);
+        dialog.PlacesBar().SetRegistryKey(Key.Path());
         TKxPlace& place = *dialog.PlacesBar().Places().Add();
         place.SetPlaceName("Inner");
         place.SetPlacePath(Folder.Path("inner"));
@@ -144,7 +143,6 @@ protected:
         dialog.ExtFilter().SetEnabled(true);
         return dialog;
     }
-    ~FullFreedDuring() override { TRegistry().DeleteKey(Key); }
 
     void DoFull(const std::string& course, TKxCustomOpenDialog& dialog) const {
         if (course == "CustomSelection") {
@@ -186,7 +184,7 @@ protected:
         return course;
     }
 
-    const std::string Key = "Software\\KxTests\\FreedDuring" + IntToStr(GetCurrentProcessId());
+    TTestKey Key;
     TPopupMenu Menu;
     TMenuItem Item{nullptr};
     TToolBar* Bar = new TToolBar(Owner.get());

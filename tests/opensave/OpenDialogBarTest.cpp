@@ -10,7 +10,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 /// The properties form that is shown and waits for the user; null when there is none.
 TKxAddPlaceFrm* Properties() {
@@ -60,21 +59,21 @@ protected:
 TEST_F(OpenDialogBar, ADroppedFolderBecomesAPlaceThatOpens) {
     AddPlace("Folder", Folder.Path());
     HWND target = nullptr;
-    RunDialog(Dialog, {Perform("the folder is dropped on a button",
-                               [&] {
-                                   target = DropTargetAt(Middle(0));
-                                   ASSERT_EQ(target, Dialog.PlacesForm()->WindowHandle());
-                                   DropOn(target, {Folder.Path("inner")});
-                               }),
-                       PressInProperties("inner", [&] { EXPECT_FALSE(IsWindowEnabled(Dialog.DlgHandle())); }),
-                       {"the place is on the bar", [&] { return ShownPlaces().size() == 2; },
-                        [&] {
-                            EXPECT_THAT(ShownPlaces(), ElementsAre("Folder", "inner"));
-                            EXPECT_TRUE(IsWindowEnabled(Dialog.DlgHandle()));
-                            ClickPlace(1);
-                        }},
-                       Await("it opens", FolderIs(Dialog, Folder.Path("inner"))),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  target = DropTargetAt(Middle(0));
+                  ASSERT_EQ(target, Dialog.PlacesForm()->WindowHandle());
+                  DropOn(target, {Folder.Path("inner")});
+              },
+              {PressInProperties("inner", [&] { EXPECT_FALSE(IsWindowEnabled(Dialog.DlgHandle())); }),
+               {"the place is on the bar", [&] { return ShownPlaces().size() == 2; },
+                [&] {
+                    EXPECT_THAT(ShownPlaces(), ElementsAre("Folder", "inner"));
+                    EXPECT_TRUE(IsWindowEnabled(Dialog.DlgHandle()));
+                    ClickPlace(1);
+                }},
+               Await("it opens", FolderIs(Dialog, Folder.Path("inner"))),
+               Cancel(Dialog)});
     EXPECT_EQ(Dialog.PlacesBar().Places()[1].PlacePath(), Folder.Path("inner"));
 }
 
@@ -99,7 +98,7 @@ TEST_F(OpenDialogBar, APlaceIsDeletedByItsMenu) {
                          EXPECT_THAT(ShownPlaces(), ElementsAre("2"));
                          EXPECT_TRUE(IsWindowEnabled(Dialog.DlgHandle()));
                      }});
-    steps.push_back(Press(Dialog, IDCANCEL));
+    steps.push_back(Cancel(Dialog));
     RunDialog(Dialog, std::move(steps));
     EXPECT_EQ(Dialog.PlacesBar().Places().Count(), 1);
 }
@@ -111,7 +110,7 @@ TEST_F(OpenDialogBar, APlacesPropertiesAreChangedByItsMenu) {
     steps.push_back(PressInProperties("1", [] { Properties()->eShort->SetText("changed"); }));
     steps.push_back({"it is changed", [&] { return ShownPlaces().front() == "changed"; }, [&] { ClickPlace(0); }});
     steps.push_back(Await("it opens as before", FolderIs(Dialog, Folder.Path("inner"))));
-    steps.push_back(Press(Dialog, IDCANCEL));
+    steps.push_back(Cancel(Dialog));
     RunDialog(Dialog, std::move(steps));
     EXPECT_EQ(Dialog.PlacesBar().Places()[0].PlaceName(), "changed");
 }
@@ -130,7 +129,7 @@ TEST_F(OpenDialogBar, WhereNothingMayBeDeletedTheMenuDoesNotAndPlacesOpen) {
                                  }},
                                 {"the menu has closed", [] { return ShownMenu() == nullptr; }, [&] { ClickPlace(0); }},
                                 Await("the place opens", FolderIs(Dialog, Folder.Path("inner"))),
-                                Press(Dialog, IDCANCEL)};
+                                Cancel(Dialog)};
     RunDialog(Dialog, std::move(steps));
     EXPECT_EQ(Dialog.PlacesBar().Places().Count(), 1);
 }
@@ -160,29 +159,29 @@ protected:
 TEST_F(SaveDialogBar, AClickOpensTheFolderWhereTheTypedNameIsSaved) {
     Add(Folder.Path());
     Add(Folder.Path("inner"));
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("a name is typed", [&] { Dialog.SetFilenameText("new.txt"); }),
-                                   ClickPlace(1),
-                                   {"the folder is shown", FolderIs(Dialog, Folder.Path("inner")),
-                                    [&] {
-                                        EXPECT_EQ(Dialog.FilenameText(), "new.txt");
-                                        EXPECT_TRUE(Dialog.PlacesForm()->ToolBar1->Buttons(1)->Down());
-                                    }},
-                                   Press(Dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] { Dialog.SetFilenameText("new.txt"); },
+                          {ClickPlace(1),
+                           {"the folder is shown", FolderIs(Dialog, Folder.Path("inner")),
+                            [&] {
+                                EXPECT_EQ(Dialog.FilenameText(), "new.txt");
+                                EXPECT_TRUE(Dialog.PlacesForm()->ToolBar1->Buttons(1)->Down());
+                            }},
+                           Press(Dialog, IDOK)}));
     EXPECT_EQ(Dialog.FileName(), Folder.Path("inner\\new.txt"));
 }
 
 TEST_F(SaveDialogBar, AFilesPlaceNamesTheFile) {
     Add(Folder.Path("inner\\deep.txt"));
-    RunDialog(Dialog, {ClickPlace(0), Await("the folder is shown", FolderIs(Dialog, Folder.Path("inner"))),
-                       Await("the file is named", [&] { return Dialog.FilenameText() == "deep.txt"; }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              {ClickPlace(0), Await("the folder is shown", FolderIs(Dialog, Folder.Path("inner"))),
+               Await("the file is named", [&] { return Dialog.FilenameText() == "deep.txt"; }), Cancel(Dialog)});
 }
 
 TEST_F(SaveDialogBar, TheDesktopOpens) {
     Add("", ftDesktop);
     char desktop[MAX_PATH] = {};
     SHGetSpecialFolderPathA(nullptr, desktop, CSIDL_DESKTOPDIRECTORY, TRUE);
-    RunDialog(Dialog, {ClickPlace(0), Await("it is shown", FolderIs(Dialog, desktop)), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, {ClickPlace(0), Await("it is shown", FolderIs(Dialog, desktop)), Cancel(Dialog)});
 }
 
 // --- A "look in" box that does not find its entries
@@ -201,18 +200,17 @@ TEST_F(OpenDialogBar, TheComputerOpensWhereTheBoxOfFoldersKeepsNoTexts) {
     HWND combo = nullptr;
     RunDialog(
         Dialog,
-        {Perform("a click on the computer",
-                 [&] {
-                     combo = ItemOf(Dialog, KxFolderComboId);
-                     before = reinterpret_cast<WNDPROC>(
-                         SetWindowLongPtrA(combo, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(TBox::Proc)));
-                     original = before;
-                     ClickPlace(0);
-                 }),
-         {"it is shown", [&] { return Dialog.SelectedFolder().starts_with("::{"); }, [&] { ClickPlace(1); }},
+        [&] {
+            combo = ItemOf(Dialog, KxFolderComboId);
+            before = reinterpret_cast<WNDPROC>(
+                SetWindowLongPtrA(combo, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(TBox::Proc)));
+            original = before;
+            ClickPlace(0);
+        },
+        {{"it is shown", [&] { return Dialog.SelectedFolder().starts_with("::{"); }, [&] { ClickPlace(1); }},
          {"the desktop is shown", [&] { return FolderOf(Dialog.DlgHandle()).find("Desktop") != std::string::npos; },
           [&] { SetWindowLongPtrA(combo, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before)); }},
-         Press(Dialog, IDCANCEL)});
+         Cancel(Dialog)});
 }
 
 } // namespace

@@ -8,14 +8,12 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OpenDialogControls : public TOpenDialogTest {
 protected:
     /// A form over the file list, and the dialog that selects with it.
     TForm& UseCustomForm() {
-        Custom = MakeForm(clCream, 80, 60);
+        Custom = MakeMarkedForm(clCream, 80, 60);
         Dialog.CustDlgParams().SetCustomForm(Custom.get());
         Dialog.SetSelectionType(stCustom);
         return *Custom;
@@ -137,15 +135,15 @@ TEST_F(OpenDialogControls, TheCustomFormTakesThePlaceOfTheList) {
 
 TEST_F(OpenDialogControls, TheCustomFormStaysWhenTheFolderChanges) {
     TForm& form = UseCustomForm();
-    RunDialog(Dialog, {Perform("another folder", [&] { Dialog.SetSelectedFolder(Folder.Path("inner")); }),
-                       Await("it is shown", FolderIs(Dialog, Folder.Path("inner"))),
-                       Await("its list is not", [&] { return !IsWindowVisible(View()); }),
-                       Perform("the form is", [&] { EXPECT_TRUE(IsWindowVisible(form.WindowHandle())); }),
-                       Perform("up by the list's own way",
-                               [&] { SendMessageA(Dialog.DlgHandle(), WM_COMMAND, KxCmdUpLevel, 0); }),
-                       Await("its list is not shown either",
-                             [&] { return Dialog.SelectedFolder() == Folder.Path() && !IsWindowVisible(View()); }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(
+        Dialog, [&] { Dialog.SetSelectedFolder(Folder.Path("inner")); },
+        {Await("it is shown", FolderIs(Dialog, Folder.Path("inner"))),
+         Await("its list is not", [&] { return !IsWindowVisible(View()); }),
+         Perform("the form is", [&] { EXPECT_TRUE(IsWindowVisible(form.WindowHandle())); }),
+         Perform("up by the list's own way", [&] { SendMessageA(Dialog.DlgHandle(), WM_COMMAND, KxCmdUpLevel, 0); }),
+         Await("its list is not shown either",
+               [&] { return Dialog.SelectedFolder() == Folder.Path() && !IsWindowVisible(View()); }),
+         Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogControls, TheCustomFormGrowsWithTheDialog) {
@@ -164,7 +162,7 @@ TEST_F(OpenDialogControls, TheCustomFormGrowsWithTheDialog) {
         Dialog.SetSelectionType(stStandard);
         EXPECT_EQ(Width(RectIn(Dialog.DlgHandle(), View())), Width(before) + 80);
     }));
-    steps.push_back(Press(Dialog, IDCANCEL));
+    steps.push_back(Cancel(Dialog));
     RunDialog(Dialog, steps);
 }
 
@@ -243,27 +241,27 @@ TEST_F(OpenDialogOkMenu, HasTheReplacedCaption) {
 }
 
 TEST_F(OpenDialogOkMenu, AClickTakesTheFile) {
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("a click", [&] {
-                              Dialog.SetFilenameText("one.txt");
-                              ClickAt(Button()->ClientToScreen({10, 10}));
-                          })}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        Dialog.SetFilenameText("one.txt");
+        ClickAt(Button()->ClientToScreen({10, 10}));
+    }));
     EXPECT_EQ(Dialog.FileName(), Folder.Path("one.txt"));
 }
 
 TEST_F(OpenDialogOkMenu, ItsMenuOpensAndItsItemsWork) {
     int clicks = 0;
     Item->SetOnClick([&](TObject*) { ++clicks; });
-    RunDialog(Dialog, {Perform("a click on the arrow",
-                               [&] {
-                                   ClickAt(Button()->ClientToScreen({Button()->Width() - 8, 10}));
-                               }),
-                       Await("the menu is open", [] { return ShownMenu() != nullptr; }),
-                       Perform("the first item",
-                               [] {
-                                   PressKey(VK_DOWN);
-                                   PressKey(VK_RETURN);
-                               }),
-                       Await("it was clicked", [&] { return clicks == 1; }), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  ClickAt(Button()->ClientToScreen({Button()->Width() - 8, 10}));
+              },
+              {Await("the menu is open", [] { return ShownMenu() != nullptr; }),
+               Perform("the first item",
+                       [] {
+                           PressKey(VK_DOWN);
+                           PressKey(VK_RETURN);
+                       }),
+               Await("it was clicked", [&] { return clicks == 1; }), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogOkMenu, FollowsTheButtonAndItsVisibility) {
@@ -283,7 +281,7 @@ TEST_F(OpenDialogOkMenu, FollowsTheButtonAndItsVisibility) {
         EXPECT_FALSE(IsWindowVisible(ItemOf(Dialog, IDOK)));
         Screenshot("open_ok_menu_larger", Dialog.DlgHandle());
     }));
-    steps.push_back(Press(Dialog, IDCANCEL));
+    steps.push_back(Cancel(Dialog));
     RunDialog(Dialog, steps);
 }
 
@@ -313,17 +311,17 @@ protected:
 };
 
 TEST_F(OpenDialogToolBar, IsBorrowedAndGivenBack) {
-    RunDialog(Dialog, {Perform("it stands beside the dialog's own",
-                               [&] {
-                                   HWND window = Dialog.DlgHandle();
-                                   const TRect own = RectIn(window, NavigationBarOf(Dialog));
-                                   EXPECT_EQ(GetParent(Bar.WindowHandle()), window);
-                                   EXPECT_EQ(Bar.Left(), own.Right + 1);
-                                   EXPECT_EQ(Bar.Top(), own.Top + Height(own) / 2 - Bar.Height() / 2 - 1);
-                                   Screenshot("open_tool_bar", window);
-                                   ClickAt(Bar.ClientToScreen({12, 12}));
-                               }),
-                       Await("its buttons work", [&] { return Clicks == 1; }), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  HWND window = Dialog.DlgHandle();
+                  const TRect own = RectIn(window, NavigationBarOf(Dialog));
+                  EXPECT_EQ(GetParent(Bar.WindowHandle()), window);
+                  EXPECT_EQ(Bar.Left(), own.Right + 1);
+                  EXPECT_EQ(Bar.Top(), own.Top + Height(own) / 2 - Bar.Height() / 2 - 1);
+                  Screenshot("open_tool_bar", window);
+                  ClickAt(Bar.ClientToScreen({12, 12}));
+              },
+              {Await("its buttons work", [&] { return Clicks == 1; }), Cancel(Dialog)});
     EXPECT_EQ(Bar.Parent(), Owner.get());
     EXPECT_EQ(Bar.BoundsRect(), (TRect{7, 9, 33, 37}));
     EXPECT_TRUE(Bar.Visible());

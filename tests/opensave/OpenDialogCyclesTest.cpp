@@ -4,6 +4,7 @@
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/win/Registry.h"
 #include "tests/support/Cycles.h"
+#include "tests/support/TestKey.h"
 
 namespace kx {
 namespace {
@@ -15,17 +16,16 @@ class OpenDialogCycles : public TOpenDialogTest {
 protected:
     OpenDialogCycles() {
         for (TFormPtr& form : Forms) {
-            form = MakeForm(clMoneyGreen, 80, 50);
+            form = MakeMarkedForm(clMoneyGreen, 80, 50);
         }
         Item.SetCaption("Item");
         Menu.Items().Add(&Item);
         Bar.SetParent(Owner.get());
     }
-    ~OpenDialogCycles() override { TRegistry().DeleteKey("Software\\KxTests"); }
 
     void SwitchAllOn(TKxOpenDialog& dialog) {
         dialog.PlacesBar().SetNative(false);
-        dialog.PlacesBar().SetRegistryKey("Software\\KxTests\\Cycles" + IntToStr(GetCurrentProcessId()));
+        dialog.PlacesBar().SetRegistryKey(Key.Path());
         TKxPlace& place = *dialog.PlacesBar().Places().Add();
         place.SetPlaceName("Inner");
         place.SetPlacePath(Folder.Path("inner"));
@@ -99,6 +99,7 @@ protected:
     TMenuItem Item{nullptr};
     TToolBar& Bar = *new TToolBar(Owner.get());
     int Messages = 0;
+    TTestKey Key;
 };
 
 TEST_F(OpenDialogCycles, EndedByOkLeaveNothingBehind) {

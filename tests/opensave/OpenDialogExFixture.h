@@ -4,6 +4,7 @@
 
 #include "kx/opensave/KxOpenDlgEx.h"
 #include "kx/win/Registry.h"
+#include "tests/support/TestKey.h"
 
 #include <string>
 #include <vector>
@@ -13,12 +14,6 @@ namespace kx::test {
 /// Dialogs with recent files, and a registry key of the test's own, gone at the end.
 class TExDlgTest : public TFileDlgTest {
 protected:
-    TExDlgTest() : Key("Software\\KxTests\\Recent" + IntToStr(GetCurrentProcessId())) { TRegistry().DeleteKey(Key); }
-    ~TExDlgTest() override {
-        TRegistry().DeleteKey(Key);
-        RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\KxTests");
-    }
-
     /// A dialog whose recent files are these names, in the test's folder.
     TKxOpenDialogEx& NewRecent(std::initializer_list<const char*> names) {
         auto& dialog = NewDialog<TKxOpenDialogEx>();
@@ -61,8 +56,6 @@ protected:
         return Await("the folder's files are shown", [&dialog] { return IsWindowVisible(ListOf(dialog)) != 0; });
     }
 
-    static TStep Cancel(const TKxOpenDialogEx& dialog) { return Press(dialog, IDCANCEL); }
-
     /// Writes a value of the section of recent files.
     void WriteValue(const std::string& name, const std::string& value) const {
         TRegIniFile(Key).WriteString("RecentFiles", name, value);
@@ -76,7 +69,11 @@ protected:
         return texts;
     }
 
-    const std::string Key;
+private:
+    TTestKey FKey;
+
+protected:
+    const std::string Key = FKey.Path();
 };
 
 } // namespace kx::test

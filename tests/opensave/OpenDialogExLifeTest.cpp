@@ -10,15 +10,16 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OpenDialogExLife : public TExDlgTest {
 protected:
     /// Runs a dialog that is freed meanwhile.
-    static void RunFreed(TKxOpenDialogEx& dialog, std::vector<TStep> steps) {
+    static void RunFreed(TKxOpenDialogEx& dialog, std::vector<TStep> steps = {}) {
         EXPECT_FALSE(RunDialog([&] { return dialog.Execute(); }, std::move(steps)));
         EXPECT_THAT(TopWindows("#32770"), IsEmpty());
+    }
+    static void RunFreed(TKxOpenDialogEx& dialog, TAction act) {
+        RunFreed(dialog, {{"the dialog is shown", Shown(dialog), std::move(act)}});
     }
 };
 
@@ -28,22 +29,18 @@ TEST_F(OpenDialogExLife, AHandlerThatThrowsAtTheStartKeepsTheDialogFromShowing) 
     EXPECT_THROW(dialog.Execute(), std::runtime_error);
     EXPECT_FALSE(dialog.DlgHandle());
     dialog.SetOnTabChange({});
-    EXPECT_FALSE(Look(dialog, [] {})) << "it can be shown again";
+    EXPECT_FALSE(Look(dialog)) << "it can be shown again";
 }
 
 TEST_F(OpenDialogExLife, HandlersThatThrowInTheDialogAreReportedAndTheTabsGoOn) {
     auto& dialog = NewRecent({"one.txt"});
     RunDialog(dialog,
-              {{"the dialog is shown", Shown(dialog),
-                [&] {
-                    dialog.SetOnTabChanging([](TObject*, bool&) { throw std::runtime_error("changing failed"); });
-                    dialog.SetOnTabChange([](TObject*) { throw std::runtime_error("change failed"); });
-                    ClickAt(TabAt(dialog, 1));
-                }},
-               AwaitRecent(dialog),
-               ClickTab(dialog, 0),
-               AwaitFolder(dialog),
-               Press(dialog, IDCANCEL)});
+              [&] {
+                  dialog.SetOnTabChanging([](TObject*, bool&) { throw std::runtime_error("changing failed"); });
+                  dialog.SetOnTabChange([](TObject*) { throw std::runtime_error("change failed"); });
+                  ClickAt(TabAt(dialog, 1));
+              },
+              {AwaitRecent(dialog), ClickTab(dialog, 0), AwaitFolder(dialog), Cancel(dialog)});
     EXPECT_THAT(TakeExceptions(), ElementsAre("changing failed", "change failed", "changing failed", "change failed"));
 }
 
@@ -54,7 +51,7 @@ TEST_F(OpenDialogExLife, AHandlerMayReplaceItself) {
         dialog.SetOnTabChange([&log](TObject*) { log.emplace_back("second"); });
         log.emplace_back("first");
     });
-    RunDialog(dialog, {ClickTab(dialog, 1), AwaitRecent(dialog), Press(dialog, IDCANCEL)});
+    RunDialog(dialog, {ClickTab(dialog, 1), AwaitRecent(dialog), Cancel(dialog)});
     EXPECT_THAT(log, ElementsAre("first", "second"));
 }
 
@@ -67,19 +64,19 @@ TEST_F(OpenDialogExLife, MayBeFreedAtTheStart) {
 TEST_F(OpenDialogExLife, MayBeFreedInTheShow) {
     auto& dialog = NewRecent({"one.txt"});
     dialog.SetOnShow([&](TObject*) { dialog.Free(); });
-    RunFreed(dialog, {});
+    RunFreed(dialog);
 }
 
 TEST_F(OpenDialogExLife, MayBeFreedWhenTheTabChanges) {
     auto& dialog = NewRecent({"one.txt"});
     bool freed = false;
-    RunFreed(dialog, {{"the dialog is shown", Shown(dialog), [&] {
-                           dialog.SetOnTabChange([&](TObject*) {
-                               freed = true;
-                               dialog.Free();
-                           });
-                           ClickAt(TabAt(dialog, 1));
-                       }}});
+    RunFreed(dialog, [&] {
+        dialog.SetOnTabChange([&](TObject*) {
+            freed = true;
+            dialog.Free();
+        });
+        ClickAt(TabAt(dialog, 1));
+    });
     EXPECT_TRUE(freed);
 }
 
@@ -102,7 +99,7 @@ TEST_F(OpenDialogExLife, MayBeFreedByWhatADoubleClickBringsAbout) {
         freed = true;
         dialog.Free();
     });
-    RunFreed(dialog, {{"the files are shown", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 0)); }}});
+    RunFreed(dialog, [&] { DoubleClickAt(FileAt(dialog, 0)); });
     EXPECT_TRUE(freed);
 }
 
@@ -114,7 +111,7 @@ TEST_F(OpenDialogExLife, MayBeFreedByWhatAChosenFileBringsAbout) {
         freed = true;
         dialog.Free();
     });
-    RunFreed(dialog, {{"the files are shown", Shown(dialog), [&] { ClickAt(FileAt(dialog, 0)); }}});
+    RunFreed(dialog, [&] { ClickAt(FileAt(dialog, 0)); });
     EXPECT_TRUE(freed);
 }
 
@@ -122,10 +119,10 @@ TEST_F(OpenDialogExLife, MayBeDeletedWhileItIsShown) {
     auto& dialog = NewRecent({"one.txt"});
     dialog.SetTabIndex(1);
     bool deleted = false;
-    RunFreed(dialog, {{"the files are shown", Shown(dialog), [&] {
-                           deleted = true;
-                           delete &dialog;
-                       }}});
+    RunFreed(dialog, [&] {
+        deleted = true;
+        delete &dialog;
+    });
     EXPECT_TRUE(deleted);
 }
 
@@ -133,17 +130,17 @@ TEST_F(OpenDialogExLife, ADialogInsideOfAnotherHasTabsOfItsOwn) {
     auto& outer = NewRecent({"one.txt"});
     auto& inner = NewRecent({"two.txt"});
     outer.SetTabIndex(1);
-    RunDialog(outer, {{"the outer dialog is shown", Shown(outer),
-                       [&] {
-                           Look(inner, [&] {
-                               EXPECT_TRUE(IsWindowVisible(ListOf(inner)));
-                               EXPECT_TRUE(IsWindowVisible(TabsOf(inner)));
-                               EXPECT_TRUE(IsWindowVisible(RecentList(outer).WindowHandle()));
-                           });
-                       }},
-                      {"the outer one goes on", Shown(outer), [&] { ClickAt(TabAt(outer, 0)); }},
-                      AwaitFolder(outer),
-                      Press(outer, IDCANCEL)});
+    RunDialog(outer,
+              [&] {
+                  Look(inner, [&] {
+                      EXPECT_TRUE(IsWindowVisible(ListOf(inner)));
+                      EXPECT_TRUE(IsWindowVisible(TabsOf(inner)));
+                      EXPECT_TRUE(IsWindowVisible(RecentList(outer).WindowHandle()));
+                  });
+              },
+              {{"the outer one goes on", Shown(outer), [&] { ClickAt(TabAt(outer, 0)); }},
+               AwaitFolder(outer),
+               Cancel(outer)});
 }
 
 TEST_F(OpenDialogExLife, ManyRunsAndManyDialogsLeaveNothingBehind) {
@@ -154,7 +151,7 @@ TEST_F(OpenDialogExLife, ManyRunsAndManyDialogsLeaveNothingBehind) {
             dialog->RecentFiles().Add(Folder.Path("one.txt"));
             for (int tab = 0; tab < 2; ++tab) {
                 dialog->SetTabIndex(tab);
-                Look(*dialog, [] {});
+                Look(*dialog);
             }
         }
     };

@@ -65,20 +65,20 @@ TEST_F(OpenDialogExWithPlaces, BothTabsFitBesideTheLibrarysPlacesBarAndAboveAFor
     TKxPlace& place = *dialog.PlacesBar().Places().Add();
     place.SetPlaceName("Here");
     place.SetPlacePath(Folder.Path());
-    const TFormPtr bottom = MakeForm(clCream, 100, 60);
+    const TFormPtr bottom = MakeMarkedForm(clCream, 100, 60);
     dialog.CustDlgParams().SetBottomForm(bottom.get());
-    RunDialog(dialog, {{"the folder is shown", Shown(dialog),
-                        [&] {
-                            ExpectCleanLayout(dialog);
-                            ClickAt(TabAt(dialog, 1));
-                        }},
-                       AwaitRecent(dialog),
-                       Perform("the recent files fit too",
-                               [&] {
-                                   ExpectCleanLayout(dialog);
-                                   Screenshot("ex-places-bar", dialog.DlgHandle());
-                               }),
-                       Cancel(dialog)});
+    RunDialog(dialog,
+              [&] {
+                  ExpectCleanLayout(dialog);
+                  ClickAt(TabAt(dialog, 1));
+              },
+              {AwaitRecent(dialog),
+               Perform("the recent files fit too",
+                       [&] {
+                           ExpectCleanLayout(dialog);
+                           Screenshot("ex-places-bar", dialog.DlgHandle());
+                       }),
+               Cancel(dialog)});
 }
 
 class OpenDialogExSizing : public OpenDialogExSizes {};

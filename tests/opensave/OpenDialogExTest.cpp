@@ -8,8 +8,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OpenDialogEx : public TExDlgTest {};
 
@@ -205,12 +203,11 @@ TEST_F(OpenDialogEx, TheRecentFilesStayWhenTheFolderChanges) {
     auto& dialog = NewRecent({"one.txt"});
     dialog.SetTabIndex(1);
     RunDialog(dialog,
-              {{"the recent files are shown", Shown(dialog),
-                [&] {
-                    SendMessageA(dialog.DlgHandle(), WM_COMMAND, 41060, // the desktop in the places bar
-                                 reinterpret_cast<LPARAM>(PlacesBarOf(dialog)));
-                }},
-               {"the desktop", [&] { return dialog.SelectedFolder() != Folder.Path(); },
+              [&] {
+                  SendMessageA(dialog.DlgHandle(), WM_COMMAND, 41060, // the desktop in the places bar
+                               reinterpret_cast<LPARAM>(PlacesBarOf(dialog)));
+              },
+              {{"the desktop", [&] { return dialog.SelectedFolder() != Folder.Path(); },
                 [&] {
                     EXPECT_EQ(VisibleItems(dialog), "1 2 1090 ");
                     dialog.SetSelectedFolder(Folder.Path("inner"));
@@ -234,7 +231,7 @@ TEST_F(OpenDialogEx, TheTabChangeIsToldOnceBeforeTheDialogShows) {
     });
     dialog.SetOnTabChanging([&](TObject*, bool&) { log.emplace_back("changing"); });
     dialog.SetOnShow([&](TObject*) { log.emplace_back("show"); });
-    Look(dialog, [] {});
+    Look(dialog);
     EXPECT_THAT(log, ElementsAre("change", "show"));
 }
 
@@ -280,9 +277,8 @@ TEST_F(OpenDialogEx, ARefusedTabChangeLeavesTheTab) {
 TEST_F(OpenDialogEx, AClickPutsTheFullNameIntoTheFileNameControl) {
     auto& dialog = NewRecent({"one.txt", "inner\\deep.txt"});
     dialog.SetTabIndex(1);
-    RunDialog(dialog,
-              {{"the files are shown", Shown(dialog), [&] { ClickAt(FileAt(dialog, 1)); }},
-               Await("the name is there", [&] { return dialog.FilenameText() == Folder.Path("inner\\deep.txt"); }),
+    RunDialog(dialog, [&] { ClickAt(FileAt(dialog, 1)); },
+              {Await("the name is there", [&] { return dialog.FilenameText() == Folder.Path("inner\\deep.txt"); }),
                Perform("it counts as selected",
                        [&] {
                            EXPECT_EQ(dialog.SelectedFiles(), Folder.Path("inner\\deep.txt"));
@@ -300,7 +296,7 @@ TEST_F(OpenDialogEx, ADoubleClickClosesTheDialogThroughOk) {
     std::vector<std::string> log;
     dialog.SetOnFilenameEntering([&](TObject*, bool&) { log.push_back("entering " + dialog.FilenameText()); });
     dialog.SetOnCanClose([&](TObject*, bool&) { log.push_back("closing " + dialog.FileName()); });
-    EXPECT_TRUE(RunDialog(dialog, {{"the files are shown", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 1)); }}}));
+    EXPECT_TRUE(RunDialog(dialog, [&] { DoubleClickAt(FileAt(dialog, 1)); }));
     const std::string name = Folder.Path("inner\\deep.txt");
     EXPECT_THAT(log, ElementsAre("entering " + name, "closing " + name));
     EXPECT_EQ(dialog.FileName(), name);
@@ -315,9 +311,8 @@ TEST_F(OpenDialogEx, ADoubleClickThatTheApplicationRefusesKeepsTheDialog) {
         allow = false;
         ++refused;
     });
-    EXPECT_FALSE(RunDialog(dialog, {{"the files are shown", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 0)); }},
-                                    Await("OK was refused", [&] { return refused == 1; }),
-                                    Cancel(dialog)}));
+    EXPECT_FALSE(RunDialog(dialog, [&] { DoubleClickAt(FileAt(dialog, 0)); },
+                           {Await("OK was refused", [&] { return refused == 1; }), Cancel(dialog)}));
 }
 
 TEST_F(OpenDialogEx, ADoubleClickBelowTheFilesIsAnOkWithTheNameAsItIs) {
@@ -326,22 +321,21 @@ TEST_F(OpenDialogEx, ADoubleClickBelowTheFilesIsAnOkWithTheNameAsItIs) {
     int entered = 0;
     dialog.SetOnFilenameEntering([&](TObject*, bool&) { ++entered; });
     EXPECT_FALSE(RunDialog(
-        dialog, {{"the files are shown", Shown(dialog),
-                  [&] {
-                      const TRect r = ScreenRectOf(RecentList(dialog).WindowHandle());
-                      DoubleClickAt({r.Left + 40, r.Bottom - 30});
-                  }},
-                 Await("OK was pressed", [&] { return entered == 1; }),
-                 Perform("without a name the dialog stays", [&] { EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle())); }),
-                 Cancel(dialog)}));
+        dialog,
+        [&] {
+            const TRect r = ScreenRectOf(RecentList(dialog).WindowHandle());
+            DoubleClickAt({r.Left + 40, r.Bottom - 30});
+        },
+        {Await("OK was pressed", [&] { return entered == 1; }),
+         Perform("without a name the dialog stays", [&] { EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle())); }),
+         Cancel(dialog)}));
 }
 
 TEST_F(OpenDialogEx, TheKeyboardChoosesARecentFileToo) {
     auto& dialog = NewRecent({"one.txt", "two.txt", "inner\\deep.txt"});
     dialog.SetTabIndex(1);
-    EXPECT_TRUE(
-        RunDialog(dialog, {{"the files are shown", Shown(dialog), [&] { ClickAt(FileAt(dialog, 0)); }},
-                           {"the first is chosen", [&] { return dialog.FilenameText() == Folder.Path("one.txt"); },
+    EXPECT_TRUE(RunDialog(dialog, [&] { ClickAt(FileAt(dialog, 0)); },
+                          {{"the first is chosen", [&] { return dialog.FilenameText() == Folder.Path("one.txt"); },
                             [] { PressKey(VK_DOWN); }},
                            {"the second is chosen", [&] { return dialog.FilenameText() == Folder.Path("two.txt"); },
                             [] { PressKey(VK_RETURN); }}}));
@@ -352,9 +346,9 @@ TEST_F(OpenDialogEx, AFileThatIsGoneIsListedAndTheSystemSaysSo) {
     auto& dialog = NewRecent({"gone.txt", "two.txt"});
     dialog.SetOptions(dialog.Options() + TOpenOptions{ofFileMustExist});
     dialog.SetTabIndex(1);
-    EXPECT_TRUE(RunDialog(dialog, {{"the files are shown", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 0)); }},
-                                   AnswerBox(IDOK),
-                                   {"the dialog is back", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 1)); }}}));
+    EXPECT_TRUE(
+        RunDialog(dialog, [&] { DoubleClickAt(FileAt(dialog, 0)); },
+                  {AnswerBox(IDOK), {"the dialog is back", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 1)); }}}));
     EXPECT_EQ(dialog.FileName(), Folder.Path("two.txt"));
 }
 
@@ -373,7 +367,7 @@ TEST_F(OpenDialogEx, ADoubleClickWorksWithAnOkButtonThatHasAMenu) {
     TPopupMenu menu(nullptr);
     dialog.SetOkButtonMenu(&menu);
     dialog.SetTabIndex(1);
-    EXPECT_TRUE(RunDialog(dialog, {{"the files are shown", Shown(dialog), [&] { DoubleClickAt(FileAt(dialog, 0)); }}}));
+    EXPECT_TRUE(RunDialog(dialog, [&] { DoubleClickAt(FileAt(dialog, 0)); }));
     EXPECT_EQ(dialog.FileName(), Folder.Path("one.txt"));
 }
 

@@ -1,16 +1,11 @@
 #include "OpenDialogFillingTest.h"
 
 #include <algorithm>
-#include <memory>
-#include <utility>
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 // --- Each file once a filling
 
@@ -31,7 +26,7 @@ TEST_F(OpenDialogFilling, AsksAboutEachFileOnce) {
                         }},
                        {"so is the first one again", Lists({"inner", "one.txt", "two.txt"}),
                         [&] { EXPECT_THAT(TakeAsked(), UnorderedElementsAre("one.txt", "three.log", "two.txt")); }},
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogFilling, AsksAgainWhenTheFolderIsReadAgain) {
@@ -60,7 +55,7 @@ TEST_F(OpenDialogFilling, AsksAgainWhenTheFolderIsReadAgain) {
                             PaintNow(List());
                             EXPECT_THAT(TakeAsked(), UnorderedElementsAre("one.txt", "two.txt"));
                         }},
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 /// Keeps from the dialog what its list gets when it is filled, but for one message.
@@ -110,7 +105,7 @@ TEST_F(OpenDialogFilling, AsksAgainWhateverTellsThatTheFolderIsReadAgain) {
                             ChooseInCombo(ItemOf(Dialog, KxFileTypeId), 1, CBN_SELENDOK);
                         }},
                        {"another type does", isAskedAgain(2), [&] { secret.reset(); }},
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogFilling, AsksAboutFilesThatComeLater) {
@@ -122,7 +117,7 @@ TEST_F(OpenDialogFilling, AsksAboutFilesThatComeLater) {
                         }},
                        {"they are filtered", Lists({"inner", "one.txt", "two.txt", "late.txt"}),
                         [&] { EXPECT_THAT(TakeAsked(), UnorderedElementsAre("late.txt", "late.log")); }},
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogFilling, EnablingTheFilterWaitsForTheNextFilling) {
@@ -137,7 +132,7 @@ TEST_F(OpenDialogFilling, EnablingTheFilterWaitsForTheNextFilling) {
                             SendMessageA(List(), WM_KEYDOWN, VK_F5, 0);
                         }},
                        Await("it is filtered", Lists({"inner", "one.txt", "two.txt"})),
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 // --- Never seen unfiltered, never in the shell's way
@@ -178,7 +173,7 @@ TEST_F(OpenDialogFilling, NothingIsTakenOutWhileANameIsTyped) {
                         }},
                        Await("it has the name", [&] { return Folder.Contains("abc"); }),
                        Await("the list is filtered again", Lists({"one.txt", "two.txt"})),
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
     EXPECT_TRUE(Folder.Contains("one.txt"));
     EXPECT_TRUE(Folder.Contains("two.txt"));
     EXPECT_TRUE(Folder.Contains("three.log"));
@@ -209,7 +204,7 @@ TEST_F(OpenDialogFilling, NothingIsTakenOutWhenTheHandlerHasANameTyped) {
                             SendMessageA(List(), LVM_CANCELEDITLABEL, 0, 0);
                         }},
                        Await("the list is filtered again", Lists({"inner", "two.txt", "three.log"})),
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
     EXPECT_THAT(Asked, UnorderedElementsAre("one.txt", "three.log", "two.txt"));
 }
 
@@ -222,8 +217,8 @@ TEST_F(OpenDialogFilling, AHandlerMayLetEntriesComeAndGo) {
             TellOf(Folder.AddFile("came.txt")); // comes in front of the others
         }
     });
-    RunDialog(Dialog, {Await("the list is filtered", Lists({"inner", "one.txt", "two.txt", "came.txt"})),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              {Await("the list is filtered", Lists({"inner", "one.txt", "two.txt", "came.txt"})), Cancel(Dialog)});
     EXPECT_THAT(Asked, UnorderedElementsAre("one.txt", "three.log", "two.txt", "came.txt"));
 }
 
@@ -239,7 +234,7 @@ TEST_F(OpenDialogFilling, AHandlerMayHaveOneEntryTakeThePlaceOfAnother) {
         }
     });
     RunDialog(Dialog, {Await("what is wanted stays, and the rest goes", Lists({"came.txt", "inner", "one.txt"})),
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogFilling, AHandlerMayGoToAnotherFolder) {
@@ -259,7 +254,7 @@ TEST_F(OpenDialogFilling, AHandlerMayGoToAnotherFolder) {
                             SendMessageA(List(), WM_KEYDOWN, VK_F5, 0);
                         }},
                        Await("the other one is filtered", Lists({"deep.txt"})),
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
     EXPECT_THAT(Asked, UnorderedElementsAre("deep.txt", "deep.log")) << "and no more about the one that was left";
 }
 

@@ -4,8 +4,6 @@
 #include "tests/support/FreedAtMessages.h"
 #include "tests/support/Grow.h"
 
-#include <functional>
-
 namespace kx {
 namespace {
 
@@ -16,8 +14,8 @@ using namespace test;
 class OpenDialogFreed : public TOpenDialogTest {
 protected:
     OpenDialogFreed() {
-        Left = MakeForm(clMoneyGreen, 80, 50);
-        Bottom = MakeForm(clCream, 80, 50);
+        Left = MakeMarkedForm(clMoneyGreen, 80, 50);
+        Bottom = MakeMarkedForm(clCream, 80, 50);
         Item.SetCaption("Free it");
         Menu.Items().Add(&Item);
         Folder.AddFile("picture.png");

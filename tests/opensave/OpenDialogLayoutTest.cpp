@@ -77,11 +77,11 @@ protected:
     }
     void Resize(int width, int height) { SetWindowPos(Dialog.DlgHandle(), nullptr, 0, 0, width, height, SWP_NOZORDER); }
 
-    TFormPtr Left = MakeForm(clMoneyGreen, 70, 60);
-    TFormPtr Top = MakeForm(clSkyBlue, 60, 40);
-    TFormPtr Right = MakeForm(clCream, 80, 60);
-    TFormPtr Bottom = MakeForm(clSilver, 60, 50);
-    TFormPtr Custom = MakeForm(clWhite, 60, 60);
+    TFormPtr Left = MakeMarkedForm(clMoneyGreen, 70, 60);
+    TFormPtr Top = MakeMarkedForm(clSkyBlue, 60, 40);
+    TFormPtr Right = MakeMarkedForm(clCream, 80, 60);
+    TFormPtr Bottom = MakeMarkedForm(clSilver, 60, 50);
+    TFormPtr Custom = MakeMarkedForm(clWhite, 60, 60);
     TPopupMenu Menu;
     TMenuItem* Item = nullptr;
 };
@@ -125,7 +125,7 @@ TEST_P(OpenDialogLayout, DoesNotChangeAfterTheFirstPainting) {
     RunDialog(Dialog,
               {Await("it is painted, and its list has its styles", [&] { return !painted.empty() && styled(); }),
                Perform("nothing has moved", [&] { EXPECT_EQ(PlacesIn(Dialog.DlgHandle()), painted); }),
-               Press(Dialog, IDCANCEL)});
+               Cancel(Dialog)});
 }
 
 INSTANTIATE_TEST_SUITE_P(All, OpenDialogLayout,

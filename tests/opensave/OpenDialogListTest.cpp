@@ -4,9 +4,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 class OpenDialogList : public TOpenDialogTest {
 protected:
@@ -62,10 +59,10 @@ TEST_F(OpenDialogList, TheHandlerGetsFullNamesOfFilesOnly) {
 TEST_F(OpenDialogList, EachFolderIsFiltered) {
     FilterTexts();
     Folder.AddFile("inner\\seen.txt");
-    RunDialog(Dialog, {Perform("a folder is opened", [&] { OpenFolder(Folder.Path("inner")); }),
-                       Await("it is filtered", Lists({"deep.txt", "seen.txt"})),
-                       Perform("back", [&] { OpenFolder(Folder.Path()); }),
-                       Await("it is filtered again", Lists({"inner", "one.txt", "two.txt"})), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { OpenFolder(Folder.Path("inner")); },
+              {Await("it is filtered", Lists({"deep.txt", "seen.txt"})),
+               Perform("back", [&] { OpenFolder(Folder.Path()); }),
+               Await("it is filtered again", Lists({"inner", "one.txt", "two.txt"})), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, AFolderOpenedFromTheKeyboardIsFiltered) {
@@ -74,38 +71,36 @@ TEST_F(OpenDialogList, AFolderOpenedFromTheKeyboardIsFiltered) {
     RunDialog(Dialog,
               {Await("it is shown, filtered", Lists({"deep.txt"})),
                Perform("the list has the focus", [&] { FocusList(); }), Perform("back up", [] { PressKey(VK_BACK); }),
-               Await("its parent is filtered", Lists({"inner", "one.txt", "two.txt"})), Press(Dialog, IDCANCEL)});
+               Await("its parent is filtered", Lists({"inner", "one.txt", "two.txt"})), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, ReadingTheFolderAgainIsFiltered) {
     FilterTexts();
     RunDialog(Dialog,
-              {Perform("another file comes",
-                       [&] {
-                           Folder.AddFile("four.txt");
-                           Folder.AddFile("four.log");
-                           FocusList();
-                           PressKey(VK_F5);
-                       }),
-               Await("it is listed", Lists({"inner", "one.txt", "two.txt", "four.txt"})), Press(Dialog, IDCANCEL)});
+              [&] {
+                  Folder.AddFile("four.txt");
+                  Folder.AddFile("four.log");
+                  FocusList();
+                  PressKey(VK_F5);
+              },
+              {Await("it is listed", Lists({"inner", "one.txt", "two.txt", "four.txt"})), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, AnotherFileTypeIsFiltered) {
     FilterTexts();
     Dialog.SetFilter("All|*.*|With an o|*o*");
-    RunDialog(Dialog, {Perform("the other type is chosen",
-                               [&] { ChooseInCombo(ItemOf(Dialog, KxFileTypeId), 1, CBN_SELENDOK); }),
-                       Await("it is filtered too", Lists({"inner", "one.txt", "two.txt"})),
-                       Perform("logs would match the type", [&] { EXPECT_EQ(FindItem(List(), "three.log"), -1); }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ChooseInCombo(ItemOf(Dialog, KxFileTypeId), 1, CBN_SELENDOK); },
+              {Await("it is filtered too", Lists({"inner", "one.txt", "two.txt"})),
+               Perform("logs would match the type", [&] { EXPECT_EQ(FindItem(List(), "three.log"), -1); }),
+               Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, ShowingFoldersTakesEffectAtOnce) {
     FilterTexts();
-    RunDialog(Dialog, {Perform("without folders", [&] { Dialog.ExtFilter().SetShowFolders(false); }),
-                       Await("there is none", Lists({"one.txt", "two.txt"})),
-                       Perform("with folders", [&] { Dialog.ExtFilter().SetShowFolders(true); }),
-                       Await("there it is", Lists({"inner", "one.txt", "two.txt"})), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { Dialog.ExtFilter().SetShowFolders(false); },
+              {Await("there is none", Lists({"one.txt", "two.txt"})),
+               Perform("with folders", [&] { Dialog.ExtFilter().SetShowFolders(true); }),
+               Await("there it is", Lists({"inner", "one.txt", "two.txt"})), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, AHandlerThatThrowsEndsThePassAndIsReported) {
@@ -149,7 +144,7 @@ TEST_F(OpenDialogList, StylesAreForcedOnEachList) {
     RunDialog(Dialog, {Await("the first list has them", forced),
                        Perform("a folder is opened", [&] { OpenFolder(Folder.Path("inner")); }),
                        Await("it is shown", Lists({"deep.log", "deep.txt"})), Await("its list has them", forced),
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, AHandMeansOneClick) {
@@ -160,7 +155,7 @@ TEST_F(OpenDialogList, AHandMeansOneClick) {
                                  return style & LVS_EX_ONECLICKACTIVATE && style & LVS_EX_UNDERLINEHOT &&
                                         !(style & LVS_EX_TWOCLICKACTIVATE);
                              }),
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, AStyleTakenBackStaysOnTheListThatHasIt) {
@@ -172,7 +167,7 @@ TEST_F(OpenDialogList, AStyleTakenBackStaysOnTheListThatHasIt) {
                             Dialog.RefreshListViewStyles();
                             EXPECT_TRUE(ListExStyle() & LVS_EX_FLATSB);
                         }},
-                       Press(Dialog, IDCANCEL)});
+                       Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, StylesOfTheApplicationAreInForceWhileTheyLive) {
@@ -194,7 +189,7 @@ TEST_F(OpenDialogList, StylesOfTheApplicationAreInForceWhileTheyLive) {
                 }},
                Await("the next list has the dialog's own",
                      [&] { return (ListExStyle() & both) == LVS_EX_FULLROWSELECT && ListStyle() & LVS_EDITLABELS; }),
-               Press(Dialog, IDCANCEL)});
+               Cancel(Dialog)});
     TKxListViewStyles other;
     Dialog.SetLVOptions(&other);
     EXPECT_EQ(&Dialog.ListViewStyles(), &other);
@@ -231,33 +226,32 @@ TEST_F(OpenDialogList, WithoutRenamingF2DoesNothing) {
                 }},
                Await("the keys have arrived", [&] { return !GetQueueStatus(QS_KEY); }),
                Perform("nothing is edited", [&] { EXPECT_EQ(SendMessageA(List(), LVM_GETEDITCONTROL, 0, 0), 0); }),
-               Press(Dialog, IDCANCEL)});
+               Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, WithRenamingF2EditsTheName) {
-    RunDialog(Dialog, {Perform("F2",
-                               [&] {
-                                   FocusList();
-                                   SelectItem(List(), "one.txt");
-                                   PressKey(VK_F2);
-                               }),
-                       {"the name is edited", [&] { return SendMessageA(List(), LVM_GETEDITCONTROL, 0, 0) != 0; },
-                        [&] { SendMessageA(List(), LVM_CANCELEDITLABEL, 0, 0); }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  FocusList();
+                  SelectItem(List(), "one.txt");
+                  PressKey(VK_F2);
+              },
+              {{"the name is edited", [&] { return SendMessageA(List(), LVM_GETEDITCONTROL, 0, 0) != 0; },
+                [&] { SendMessageA(List(), LVM_CANCELEDITLABEL, 0, 0); }},
+               Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogList, WithoutDeletingTheDeleteKeyWorksInTheEditOnly) {
     Dialog.ListViewStyles().SetEnableDelete(false);
     HWND edit = nullptr;
     RunDialog(Dialog,
-              {Perform("Delete in the list",
-                       [&] {
-                           FocusList();
-                           SelectItem(List(), "one.txt");
-                           PressKey(VK_DELETE);
-                           PressKey(VK_DOWN);
-                       }),
-               Await("the keys have arrived",
+              [&] {
+                  FocusList();
+                  SelectItem(List(), "one.txt");
+                  PressKey(VK_DELETE);
+                  PressKey(VK_DOWN);
+              },
+              {Await("the keys have arrived",
                      [&] { return ListView_GetNextItem(List(), -1, LVNI_SELECTED) != FindItem(List(), "one.txt"); }),
                Perform("no box has come up",
                        [&] {
@@ -268,20 +262,19 @@ TEST_F(OpenDialogList, WithoutDeletingTheDeleteKeyWorksInTheEditOnly) {
                            SendMessageA(edit, EM_SETSEL, 0, 1);
                            PressKey(VK_DELETE);
                        }),
-               Await("the letter is gone", [&] { return TextOf(edit) == "yz"; }), Press(Dialog, IDCANCEL)});
+               Await("the letter is gone", [&] { return TextOf(edit) == "yz"; }), Cancel(Dialog)});
     EXPECT_TRUE(Folder.Contains("one.txt"));
 }
 
 TEST_F(OpenDialogList, WithDeletingTheDeleteKeyAsks) {
     RunDialog(Dialog,
-              {Perform("Delete in the list",
-                       [&] {
-                           FocusList();
-                           SelectItem(List(), "one.txt");
-                           PressKey(VK_DELETE);
-                       }),
-               Await("it is asked", [] { return TextOf(ActiveDialog()) == "Confirm file deletion"; }),
-               Perform("no", [] { SendMessageA(ActiveDialog(), WM_COMMAND, IDNO, 0); }), Press(Dialog, IDCANCEL)});
+              [&] {
+                  FocusList();
+                  SelectItem(List(), "one.txt");
+                  PressKey(VK_DELETE);
+              },
+              {Await("it is asked", [] { return TextOf(ActiveDialog()) == "Confirm file deletion"; }),
+               Perform("no", [] { SendMessageA(ActiveDialog(), WM_COMMAND, IDNO, 0); }), Cancel(Dialog)});
     EXPECT_TRUE(Folder.Contains("one.txt"));
 }
 

@@ -4,8 +4,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OpenDialogNavigation : public TOpenDialogTest {
 protected:
@@ -52,26 +50,25 @@ TEST_F(OpenDialogNavigation, TheOthersCanBeVetoedToo) {
 
 TEST_F(OpenDialogNavigation, OkIsAskedAboutWhereverTheFocusIs) {
     LogEvents("enter?");
-    RunDialog(Dialog, {Perform("a click on OK",
-                               [&] {
-                                   FocusList();
-                                   SelectItem(List(), "one.txt");
-                                   Log.clear();
-                                   Click(ItemOf(Dialog, IDOK));
-                               }),
-                       Await("it was asked", [&] { return Log == std::vector<std::string>{"enter?"}; }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  FocusList();
+                  SelectItem(List(), "one.txt");
+                  Log.clear();
+                  Click(ItemOf(Dialog, IDOK));
+              },
+              {Await("it was asked", [&] { return Log == std::vector<std::string>{"enter?"}; }), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogNavigation, TypingANameIsReported) {
     LogEvents();
-    RunDialog(Dialog, {Perform("two letters",
-                               [&] {
-                                   SetFocus(FileNameEditOf(Dialog.DlgHandle()));
-                                   TypeText("ab");
-                               }),
-                       Await("they are there", [&] { return Dialog.FilenameText() == "ab"; }),
-                       Await("both were reported", [&] { return Log.size() == 2; }), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  SetFocus(FileNameEditOf(Dialog.DlgHandle()));
+                  TypeText("ab");
+              },
+              {Await("they are there", [&] { return Dialog.FilenameText() == "ab"; }),
+               Await("both were reported", [&] { return Log.size() == 2; }), Cancel(Dialog)});
     EXPECT_THAT(Log, ElementsAre("change", "change"));
 }
 

@@ -1,14 +1,13 @@
 #include "OpenDialogTest.h"
 
 #include "kx/win/Registry.h"
+#include "tests/support/TestKey.h"
 #include "tests/support/UnevenFrames.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 std::string SpecialFolder(int csidl) {
     char path[MAX_PATH] = {};
@@ -19,15 +18,16 @@ std::string SpecialFolder(int csidl) {
 class OpenDialogPlaces : public TOpenDialogTest {
 protected:
     OpenDialogPlaces() { ShowPlaces(); }
-    ~OpenDialogPlaces() override { TRegistry().DeleteKey("Software\\KxTests"); }
 
     TKxPlace& AddSpecial(TKxSpecShellFolder folder) {
         TKxPlace& place = AddPlace("special");
         place.SetPlaceSpecPath(folder);
         return place;
     }
-    void KeepPlaces() { Dialog.PlacesBar().SetRegistryKey("Software\\KxTests\\Bar" + IntToStr(GetCurrentProcessId())); }
+    void KeepPlaces() { Dialog.PlacesBar().SetRegistryKey(Key.Path()); }
     const TKxPlacesBarFrm& Bar() const { return *Dialog.PlacesForm(); }
+
+    TTestKey Key;
 };
 
 // --- Which bar
@@ -50,13 +50,13 @@ TEST_F(OpenDialogPlaces, TheSystemsBarOnRequest) {
     AddPlace("a");
     Dialog.PlacesBar().SetNative(true);
     Dialog.SetFilter("Text|*.txt|All|*.*");
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("the system's bar",
-                                           [&] {
-                                               EXPECT_TRUE(IsWindowVisible(PlacesBarOf(Dialog)));
-                                               EXPECT_EQ(Dialog.PlacesForm(), nullptr);
-                                               ChooseInCombo(ItemOf(Dialog, KxFileTypeId), 1, CBN_SELENDOK);
-                                           }),
-                                   EnterFileName(Dialog, "one.txt")}));
+    EXPECT_TRUE(RunDialog(Dialog,
+                          [&] {
+                              EXPECT_TRUE(IsWindowVisible(PlacesBarOf(Dialog)));
+                              EXPECT_EQ(Dialog.PlacesForm(), nullptr);
+                              ChooseInCombo(ItemOf(Dialog, KxFileTypeId), 1, CBN_SELENDOK);
+                          },
+                          {EnterFileName(Dialog, "one.txt")}));
     EXPECT_EQ(Dialog.FilterIndex(), 2) << "the system's answers come back";
     EXPECT_EQ(Dialog.FileName(), Folder.Path("one.txt"));
 }
@@ -145,62 +145,61 @@ TEST_F(OpenDialogPlaces, WhatTheUserMayDoIsSet) {
 TEST_F(OpenDialogPlaces, AClickOpensTheFolderAndKeepsTheFileName) {
     AddPlace("Folder", Folder.Path());
     AddPlace("Inner", Folder.Path("inner"));
-    RunDialog(Dialog, {Perform("a click on the second place",
-                               [&] {
-                                   Dialog.SetFilenameText("kept");
-                                   EXPECT_EQ(PlaceDown(), 0);
-                                   ClickPlace(1);
-                               }),
-                       {"its folder is shown", FolderIs(Dialog, Folder.Path("inner")),
-                        [&] {
-                            EXPECT_EQ(Dialog.FilenameText(), "kept");
-                            EXPECT_EQ(PlaceDown(), 1);
-                            Screenshot("open_places", Dialog.DlgHandle());
-                        }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  Dialog.SetFilenameText("kept");
+                  EXPECT_EQ(PlaceDown(), 0);
+                  ClickPlace(1);
+              },
+              {{"its folder is shown", FolderIs(Dialog, Folder.Path("inner")),
+                [&] {
+                    EXPECT_EQ(Dialog.FilenameText(), "kept");
+                    EXPECT_EQ(PlaceDown(), 1);
+                    Screenshot("open_places", Dialog.DlgHandle());
+                }},
+               Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogPlaces, AFilesPlaceOpensItsFolderAndNamesIt) {
     AddPlace("File", Folder.Path("inner\\deep.txt"));
-    RunDialog(Dialog, {Perform("a click", [&] { ClickPlace(0); }),
-                       Await("the folder is shown", FolderIs(Dialog, Folder.Path("inner"))),
-                       Await("the file is named", [&] { return Dialog.FilenameText() == "deep.txt"; }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickPlace(0); },
+              {Await("the folder is shown", FolderIs(Dialog, Folder.Path("inner"))),
+               Await("the file is named", [&] { return Dialog.FilenameText() == "deep.txt"; }), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogPlaces, ADeadPathDoesNothing) {
     AddPlace("Gone", Folder.Path("gone"));
     AddPlace("Share", "\\\\kx-no-such-server\\share");
-    RunDialog(Dialog, {Perform("a click", [&] { ClickPlace(0); }), Await("it has arrived", MouseInputTaken),
-                       Perform("the folder stays", [&] { EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path()); }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickPlace(0); },
+              {Await("it has arrived", MouseInputTaken),
+               Perform("the folder stays", [&] { EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path()); }),
+               Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogPlaces, TheDesktopAndTheComputerOpen) {
     AddSpecial(ftDesktop);
     AddSpecial(ftDrives);
-    RunDialog(Dialog, {Perform("a click on the desktop", [&] { ClickPlace(0); }),
-                       Await("it is shown", FolderIs(Dialog, SpecialFolder(CSIDL_DESKTOPDIRECTORY))),
-                       Await("its place is down", [&] { return PlaceDown() == 0; }),
-                       Perform("a click on the computer", [&] { ClickPlace(1); }),
-                       Await("it is shown", [&] { return Dialog.SelectedFolder().starts_with("::{"); }),
-                       Await("its place is down", [&] { return PlaceDown() == 1; }), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickPlace(0); },
+              {Await("it is shown", FolderIs(Dialog, SpecialFolder(CSIDL_DESKTOPDIRECTORY))),
+               Await("its place is down", [&] { return PlaceDown() == 0; }),
+               Perform("a click on the computer", [&] { ClickPlace(1); }),
+               Await("it is shown", [&] { return Dialog.SelectedFolder().starts_with("::{"); }),
+               Await("its place is down", [&] { return PlaceDown() == 1; }), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogPlaces, DocumentsOpenAndEveryOtherSpecialFolderIsTheFavorites) {
     AddSpecial(ftPersonal);
     AddSpecial(ftRecent);
-    RunDialog(Dialog, {Perform("a click on the documents", [&] { ClickPlace(0); }),
-                       Await("they are shown", FolderIs(Dialog, SpecialFolder(CSIDL_PERSONAL))),
-                       Perform("a click on the recent files", [&] { ClickPlace(1); }),
-                       Await("the favorites are shown", FolderIs(Dialog, SpecialFolder(CSIDL_FAVORITES))),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickPlace(0); },
+              {Await("they are shown", FolderIs(Dialog, SpecialFolder(CSIDL_PERSONAL))),
+               Perform("a click on the recent files", [&] { ClickPlace(1); }),
+               Await("the favorites are shown", FolderIs(Dialog, SpecialFolder(CSIDL_FAVORITES))), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogPlaces, ARegistryPlaceOpens) {
     AddPlace("Documents").SetPlaceRegPath("Personal");
-    RunDialog(Dialog, {Perform("a click", [&] { ClickPlace(0); }),
-                       Await("it is shown", FolderIs(Dialog, SpecialFolder(CSIDL_PERSONAL))), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickPlace(0); },
+              {Await("it is shown", FolderIs(Dialog, SpecialFolder(CSIDL_PERSONAL))), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogPlaces, TheBarFollowsTheUser) {
@@ -217,7 +216,7 @@ TEST_F(OpenDialogPlaces, TheBarFollowsTheUser) {
                                }),
                        Await("its place is down", [&] { return PlaceDown() == 0; }),
                        Perform("up to a folder without a place", [&] { PressToolButton(Dialog, 40961); }),
-                       Await("none is down", [&] { return PlaceDown() == -1; }), Press(Dialog, IDCANCEL)});
+                       Await("none is down", [&] { return PlaceDown() == -1; }), Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogPlaces, APlaceGivenByAnIdentifierIsDownInItsFolder) {
@@ -225,10 +224,9 @@ TEST_F(OpenDialogPlaces, APlaceGivenByAnIdentifierIsDownInItsFolder) {
     AddPlace("Elsewhere", Folder.Path("inner"));
     AddPlace("Computer", "::{20D04FE0-3AEA-1069-A2D8-08002B30309D}");
     AddSpecial(ftDrives);
-    RunDialog(Dialog,
-              {Perform("a click on the computer", [&] { ClickPlace(3); }),
-               Await("it is shown", [&] { return Dialog.SelectedFolder().starts_with("::{"); }),
-               Await("the first of its places is down", [&] { return PlaceDown() == 2; }), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickPlace(3); },
+              {Await("it is shown", [&] { return Dialog.SelectedFolder().starts_with("::{"); }),
+               Await("the first of its places is down", [&] { return PlaceDown() == 2; }), Cancel(Dialog)});
 }
 
 // --- Keeping the places
@@ -258,11 +256,11 @@ TEST_F(OpenDialogPlaces, PlacesAreNotSavedWithoutAKeyOrForTheSystemsBar) {
     KeepPlaces();
     AddPlace("a");
     Dialog.PlacesBar().SetNative(true);
-    Look(Dialog, [] {});
+    Look(Dialog);
     EXPECT_FALSE(TRegistry().KeyExists(Dialog.PlacesBar().RegistryKey()));
     Dialog.PlacesBar().SetNative(false);
     Dialog.PlacesBar().SetVisible(false);
-    Look(Dialog, [] {});
+    Look(Dialog);
     EXPECT_FALSE(TRegistry().KeyExists(Dialog.PlacesBar().RegistryKey()));
 }
 
@@ -294,7 +292,7 @@ TEST_F(OpenDialogPlaces, ABadIconIndexIsReportedAndTheBarComesAllTheSame) {
 TEST_F(OpenDialogPlaces, AVetoedDestructionTakesTheBarAlong) {
     AddPlace("a");
     Dialog.SetOnEventHooking([](TObject*, TMessage& m, bool& allow) { allow = m.Msg != WM_DESTROY; });
-    Look(Dialog, [] {});
+    Look(Dialog);
     EXPECT_EQ(Dialog.PlacesForm(), nullptr);
     Dialog.SetOnEventHooking({});
     Look(Dialog, [&] { ExpectCleanLayout(Dialog); });

@@ -5,15 +5,11 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
-#include <memory>
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 // --- Shells that tell of nothing
 
@@ -83,7 +79,7 @@ TEST_F(OpenDialogShells, AViewThatComesLateIsTreatedLikeAnother) {
                                         0);
                            EXPECT_EQ(ShownMenu(), nullptr);
                        }),
-               Press(Other, IDCANCEL)});
+               Cancel(Other)});
     EXPECT_THAT(styles, ElementsAre(vsReport)) << "as if the user had chosen it, and once";
     EXPECT_THAT(Asked, UnorderedElementsAre("one.txt", "three.log", "two.txt"));
 }
@@ -94,18 +90,18 @@ TEST_F(OpenDialogShells, AViewWishedForInAnotherShowingIsForgotten) {
     Other.SetOnShow([&](TObject*) { Other.SetFileListViewStyle(lvsReport); });
     RunDialog([&] { return Other.Execute(); },
               {{"the dialog is shown", [&] { return Other.DlgHandle() && IsWindowVisible(Other.DlgHandle()); }, {}},
-               Press(Other, IDCANCEL)});
+               Cancel(Other)});
     late.reset();
     Other.Treat = [](HWND) {};
     Other.SetOnShow({});
     RunDialog(Other, {{"the list is there", [&] { return IsFiltered(); },
                        [&] { EXPECT_EQ(Other.FileListViewStyle(), lvsList); }},
-                      Press(Other, IDCANCEL)});
+                      Cancel(Other)});
 }
 
 TEST_F(OpenDialogShells, ACustomSelectionStaysWhenTheViewComesLate) {
     std::unique_ptr<TLateView> late;
-    const TFormPtr form = MakeForm(clCream, 50, 50);
+    const TFormPtr form = MakeMarkedForm(clCream, 50, 50);
     Other.Treat = [&](HWND dialog) { late = std::make_unique<TLateView>(dialog); };
     Other.CustDlgParams().SetCustomForm(form.get());
     Other.SetSelectionType(stCustom);
@@ -114,7 +110,7 @@ TEST_F(OpenDialogShells, ACustomSelectionStaysWhenTheViewComesLate) {
                 [&] { late->Come(); }},
                Await("the list is put away", [&] { return Other.GetDVHandle() && !IsWindowVisible(ListOf(Other)); }),
                Perform("the form is shown", [&] { EXPECT_TRUE(IsWindowVisible(form->Handle())); }),
-               Press(Other, IDCANCEL)});
+               Cancel(Other)});
 }
 
 TEST_F(OpenDialogShells, AViewThatIsMadeAnewIsTreatedLikeAnother) {
@@ -133,7 +129,7 @@ TEST_F(OpenDialogShells, AViewThatIsMadeAnewIsTreatedLikeAnother) {
                        }},
                       Await("it is filtered again", [&] { return IsFiltered(); }),
                       Await("it has the styles again", [&] { return HasStyles(); }),
-                      Press(Other, IDCANCEL)});
+                      Cancel(Other)});
     std::erase(Asked, "deep.txt"); // of the folder between, when there was time to show it
     EXPECT_THAT(Asked, UnorderedElementsAre("one.txt", "three.log", "two.txt"));
 }
@@ -153,7 +149,7 @@ TEST_F(OpenDialogShells, ANewViewThatTheApplicationKeepsSecretIsFoundInTime) {
                            BrowseTo(Other.DlgHandle(), Folder.Path());
                        }},
                       Await("it is filtered again", [&] { return IsFiltered() && HasStyles(); }),
-                      Press(Other, IDCANCEL)});
+                      Cancel(Other)});
 }
 
 TEST_F(OpenDialogShells, EntriesThatNoMessageTellsOfAreFoundInTime) {
@@ -167,7 +163,7 @@ TEST_F(OpenDialogShells, EntriesThatNoMessageTellsOfAreFoundInTime) {
                            Other.PostRefreshListViewStyles();
                        }},
                       Await("it is filtered again", texts),
-                      Press(Other, IDCANCEL)});
+                      Cancel(Other)});
 }
 
 TEST_F(OpenDialogShells, AnEntryThatComesIntoAListNobodySeesIsFiltered) {
@@ -183,7 +179,7 @@ TEST_F(OpenDialogShells, AnEntryThatComesIntoAListNobodySeesIsFiltered) {
                            EXPECT_EQ(ItemTexts(ListOf(Other)).size(), 3u);
                        }},
                       Await("it is filtered again", [&] { return FindItem(ListOf(Other), "came") < 0; }),
-                      Press(Other, IDCANCEL)});
+                      Cancel(Other)});
 }
 
 TEST_F(OpenDialogShells, AViewMayHaveOtherChildrenThanTheList) {
@@ -201,7 +197,7 @@ TEST_F(OpenDialogShells, AViewMayHaveOtherChildrenThanTheList) {
 }
 
 TEST_F(OpenDialogShells, APlaceholderThatStaysBehindMovesNothingElse) {
-    const TFormPtr form = MakeForm(clCream, 50, 50);
+    const TFormPtr form = MakeMarkedForm(clCream, 50, 50);
     std::vector<std::array<TRect, 3>> places;
     for (const bool stays : {false, true}) {
         auto& dialog = NewDialog<TTreatedDialog>();
@@ -254,7 +250,7 @@ TEST_F(OpenDialogQuestion, HasANewListTakenOver) {
 }
 
 TEST_F(OpenDialogQuestion, OfAnotherListTellsNothing) {
-    const TFormPtr form = MakeForm(clCream, 50, 50);
+    const TFormPtr form = MakeMarkedForm(clCream, 50, 50);
     const unique_hwnd foreign(
         CreateWindowExA(0, WC_LISTVIEWA, "", WS_CHILD, 0, 0, 9, 9, form->Handle(), nullptr, HInstance(), nullptr));
     LookAtSecretList([&] {
@@ -281,7 +277,7 @@ TEST_F(OpenDialogQuestion, HasEntriesFiltered) {
                       {"it is filtered again", texts, [&] { passes = 0; }},
                       Perform("the question again", [&] { SendMessageA(ListOf(Other), LVM_GETSELECTEDCOUNT, 0, 0); }),
                       Perform("nothing had come", [&] { EXPECT_EQ(passes, 0); }),
-                      Press(Other, IDCANCEL)});
+                      Cancel(Other)});
 }
 
 } // namespace

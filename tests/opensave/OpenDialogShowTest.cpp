@@ -6,9 +6,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OpenDialogShow : public TOpenDialogTest {
 protected:
@@ -27,12 +24,12 @@ TEST_F(OpenDialogShow, OpensAndReturnsTheChosenFile) {
 
 TEST_F(OpenDialogShow, TheSaveDialogIsTheSystemsToo) {
     auto& dialog = NewDialog<TKxSaveDialog>();
-    EXPECT_TRUE(RunDialog(dialog, {Perform("it is the system's save dialog",
-                                           [&] {
-                                               EXPECT_EQ(TextOf(dialog.DlgHandle()), "Save As");
-                                               EXPECT_NE(PlacesBarOf(dialog), nullptr);
-                                           }),
-                                   EnterFileName(dialog, "new.txt")}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_EQ(TextOf(dialog.DlgHandle()), "Save As");
+                              EXPECT_NE(PlacesBarOf(dialog), nullptr);
+                          },
+                          {EnterFileName(dialog, "new.txt")}));
     EXPECT_EQ(dialog.FileName(), Folder.Path("new.txt"));
 }
 
@@ -73,7 +70,7 @@ TEST_F(OpenDialogShow, AVetoedNameIsNotSaved) {
     });
     EXPECT_FALSE(RunDialog(dialog, {EnterFileName(dialog, "new.txt"),
                                     Perform("it stays", [&] { EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle())); }),
-                                    Press(dialog, IDCANCEL)}));
+                                    Cancel(dialog)}));
     EXPECT_EQ(asked, 1);
 }
 
@@ -88,7 +85,7 @@ TEST_F(OpenDialogShow, AResizableDialogReopensAsTheUserLeftIt) {
         std::vector<TStep> steps = DragCorner(dialog, 70, 60);
         steps.insert(steps.begin(), Perform("its size", [&] { first = SizeOf(dialog); }));
         steps.push_back(Await("it is larger", [&] { return SizeOf(dialog) == TPoint{first.X + 70, first.Y + 60}; }));
-        steps.push_back(Press(dialog, IDCANCEL));
+        steps.push_back(Cancel(dialog));
         RunDialog(dialog, steps);
         for (int i = 0; i < 2; ++i) {
             Look(dialog, [&] {
@@ -136,7 +133,7 @@ TEST_F(OpenDialogShow, AVetoedDestructionKeepsTheSizeFromBefore) {
 TEST_F(OpenDialogShow, OnShowComesWhenAllIsInPlaceAndTheInternalOneAfterIt) {
     std::vector<std::string> log;
     ShowPlaces();
-    const TFormPtr form = MakeForm(clCream, 90, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 90, 60);
     Dialog.CustDlgParams().SetRightForm(form.get());
     Dialog.DlgItemsCaptions().SetOK("&Take");
     Dialog.SetOnShow([&](TObject* sender) {
@@ -149,7 +146,7 @@ TEST_F(OpenDialogShow, OnShowComesWhenAllIsInPlaceAndTheInternalOneAfterIt) {
     });
     Dialog.SetCommonDialogInternalShowEvent([&](TObject*) { log.emplace_back("internal"); });
     Dialog.SetOnClose([&](TObject*) { log.emplace_back("close"); });
-    Look(Dialog, [] {});
+    Look(Dialog);
     EXPECT_THAT(log, ElementsAre("show", "internal", "close"));
     EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), nullptr);
 }
@@ -193,10 +190,8 @@ TEST_F(OpenDialogShow, ADialogInsideAnothersEventLeavesThatIntact) {
             EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), &Dialog);
         }
     });
-    RunDialog(Dialog,
-              {Perform("a folder is opened, and a dialog inside of its event",
-                       [&] { Dialog.SetSelectedFolder(Folder.Path("inner")); }),
-               Await("the inner dialog was there", [&] { return opened && !inner.DlgHandle(); }),
+    RunDialog(Dialog, [&] { Dialog.SetSelectedFolder(Folder.Path("inner")); },
+              {Await("the inner dialog was there", [&] { return opened && !inner.DlgHandle(); }),
                Await("the outer one is shown", Shown(Dialog)),
                Perform("back", [&] { Dialog.SetSelectedFolder(Folder.Path()); }),
                Await("the outer filter works", Lists({"inner", "one.txt"})),
@@ -209,7 +204,7 @@ TEST_F(OpenDialogShow, ADialogInsideAnothersEventLeavesThatIntact) {
                        }),
                Await("it was swallowed",
                      [&] { return ListView_GetNextItem(List(), -1, LVNI_SELECTED) != FindItem(List(), "one.txt"); }),
-               Press(Dialog, IDCANCEL)});
+               Cancel(Dialog)});
     EXPECT_EQ(TKxCustomOpenDialog::CreationControl(), nullptr);
     EXPECT_TRUE(Folder.Contains("one.txt"));
 }
@@ -272,9 +267,8 @@ TEST_F(OpenDialogSharing, AHeldFileIsTakenWhenTheHandlerSaysSo) {
 
 TEST_F(OpenDialogSharing, AHeldFileIsRefusedWithoutAWord) {
     Answer(OFN_SHARENOWARN);
-    EXPECT_FALSE(
-        RunDialog(Dialog, {EnterFileName(Dialog, "one.txt"), Await("it was asked", [&] { return Asked == 1; }),
-                           Perform("no box", [] { EXPECT_EQ(ShownMessageBox(), nullptr); }), Press(Dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(Dialog, {EnterFileName(Dialog, "one.txt"), Await("it was asked", [&] { return Asked == 1; }),
+                                    Perform("no box", [] { EXPECT_EQ(ShownMessageBox(), nullptr); }), Cancel(Dialog)}));
 }
 
 TEST_F(OpenDialogSharing, AHeldFileIsRefusedWithAMessage) {
@@ -284,7 +278,7 @@ TEST_F(OpenDialogSharing, AHeldFileIsRefusedWithAMessage) {
                                               [&](const std::string& text) {
                                                   EXPECT_THAT(text, testing::HasSubstr(Folder.Path("one.txt")));
                                               }),
-                                    Press(Dialog, IDCANCEL)}));
+                                    Cancel(Dialog)}));
     EXPECT_EQ(Asked, 1);
 }
 
@@ -295,47 +289,12 @@ TEST_F(OpenDialogSharing, AFileThatNobodyHoldsIsNotAskedAbout) {
     EXPECT_EQ(Asked, 0);
 }
 
-// --- Published properties
-
-/// What the class publishes beyond the system's dialog, whose Title and OnShow it takes over.
-std::vector<std::string> OwnProperties(const TClass& cls) {
-    std::vector<std::string> names;
-    for (const TPropInfo* property : cls.Properties()) {
-        if (!TOpenDialog::StaticClass().FindProperty(property->Name)) {
-            names.push_back(property->Name);
-        }
-    }
-    return names;
-}
-
-TEST(OpenDialogClasses, PublishTheirPropertiesInOrder) {
-    EXPECT_THAT(OwnProperties(TKxOpenDialog::StaticClass()),
-                ElementsAre("SelectionType", "SelectionStyle", "CustDlgParams", "DlgItemsCaptions", "VisibleControls",
-                            "ListViewStyles", "PlacesBar", "ExtFilter", "ToolBar", "OkButtonMenu", "OnIncludeFile",
-                            "OnDesktopNavigate", "OnDesktopNavigating", "OnUpLevelNavigate", "OnUpLevelNavigating",
-                            "OnLastFolderNavigate", "OnLastFolderNavigating", "OnSelectionStyleChange",
-                            "OnSelectionStyleChanging", "OnFolderCreating", "OnFilenameChange", "OnFilenameEntering",
-                            "OnEventHook", "OnEventHooking", "OnShareViolation"));
-    EXPECT_THAT(OwnProperties(TKxSaveDialog::StaticClass()),
-                ElementsAre("SelectionType", "SelectionStyle", "CustDlgParams", "DlgItemsCaptions", "VisibleControls",
-                            "ListViewStyles", "PlacesBar", "ExtFilter", "ToolBar", "OnIncludeFile", "OnDesktopNavigate",
-                            "OnDesktopNavigating", "OnUpLevelNavigate", "OnUpLevelNavigating", "OnLastFolderNavigate",
-                            "OnLastFolderNavigating", "OnFolderCreating", "OnFilenameChange", "OnFilenameEntering",
-                            "OnEventHook", "OnEventHooking", "OnShareViolation", "OnSelectionStyleChange"));
-}
-
-TEST(OpenDialogClasses, StartWithTheirDefaults) {
+TEST(OpenDialogClasses, KnowTheirPartsAndNoListAtFirst) {
     TKxOpenDialog dialog;
-    EXPECT_EQ(dialog.OptionsEx(), TOpenOptionsEx{ofExNoPlacesBar});
-    EXPECT_EQ(dialog.SelectionType(), stStandard);
-    EXPECT_EQ(dialog.VisibleControls(), KxAllOpenDlgControls);
-    EXPECT_TRUE(dialog.PlacesBar().Native());
     EXPECT_EQ(dialog.PlacesBar().Dlg(), &dialog);
     EXPECT_EQ(dialog.ExtFilter().GetOwner(), &dialog);
     EXPECT_EQ(dialog.CustDlgParams().Dlg(), &dialog);
-    EXPECT_EQ(dialog.OkButtonMenu(), nullptr);
     EXPECT_EQ(dialog.FileListViewStyle(), lvsIcon);
-    EXPECT_EQ(dialog.SelectionStyle(), vsIcon);
     EXPECT_EQ(dialog.EditHandle(), nullptr);
 }
 

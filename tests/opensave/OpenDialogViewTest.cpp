@@ -6,8 +6,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OpenDialogView : public TOpenDialogTest {
 protected:
@@ -56,7 +54,7 @@ protected:
         for (const std::vector<TStep>& part : parts) {
             steps.insert(steps.end(), part.begin(), part.end());
         }
-        steps.push_back(Press(Dialog, IDCANCEL));
+        steps.push_back(Cancel(Dialog));
         RunDialog(Dialog, steps);
     }
 
@@ -68,9 +66,8 @@ protected:
 
 TEST_F(OpenDialogView, AClickOnDetailsIsAskedAndReported) {
     LogStyles();
-    RunDialog(Dialog,
-              {Perform("details", [&] { PressToolButton(Dialog, 40964); }),
-               Await("they are shown", [&] { return Dialog.SelectionStyle() == vsReport; }), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { PressToolButton(Dialog, 40964); },
+              {Await("they are shown", [&] { return Dialog.SelectionStyle() == vsReport; }), Cancel(Dialog)});
     EXPECT_EQ(Dialog.FileListViewStyle(), lvsIcon) << "while the dialog is not shown";
     EXPECT_THAT(Log, ElementsAre("changing to 3", "changed to 3"));
 }
@@ -108,13 +105,13 @@ TEST_F(OpenDialogView, ThumbnailsAndTilesAreReportedAsIcons) {
 }
 
 TEST_F(OpenDialogView, TheStyleStaysFromFolderToFolder) {
-    RunDialog(Dialog, {Perform("details, and another folder",
-                               [&] {
-                                   Dialog.SetFileListViewStyle(lvsReport);
-                                   Dialog.SetSelectedFolder(Folder.Path("inner"));
-                               }),
-                       {"it is shown", Lists({"deep.txt"}), [&] { EXPECT_EQ(Dialog.FileListViewStyle(), lvsReport); }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  Dialog.SetFileListViewStyle(lvsReport);
+                  Dialog.SetSelectedFolder(Folder.Path("inner"));
+              },
+              {{"it is shown", Lists({"deep.txt"}), [&] { EXPECT_EQ(Dialog.FileListViewStyle(), lvsReport); }},
+               Cancel(Dialog)});
 }
 
 TEST_F(OpenDialogView, AHandlerMayThrowOrCloseTheDialog) {
@@ -126,7 +123,7 @@ TEST_F(OpenDialogView, AHandlerMayThrowOrCloseTheDialog) {
     EXPECT_THAT(TakeExceptions(), ElementsAre("no style"));
     Dialog.SetOnSelectionStyleChanging({});
     Dialog.SetOnSelectionStyleChange([&](TObject*, TViewStyle) { Dialog.CloseDialog(mrCancel); });
-    EXPECT_FALSE(RunDialog(Dialog, {Perform("a change", [&] { Dialog.SetFileListViewStyle(lvsReport); })}));
+    EXPECT_FALSE(RunDialog(Dialog, [&] { Dialog.SetFileListViewStyle(lvsReport); }));
 }
 
 // --- Shells before system 5.1, which tell of a style by their list alone

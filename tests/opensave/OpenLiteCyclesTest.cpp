@@ -17,10 +17,10 @@ TEST_F(LiteCycles, LeaveNothingBehindThatTheSystemsDialogDoesNot) {
     plain.SetOnShow([&](TObject*) { PostMessageA(plain.DialogWindow(), WM_COMMAND, IDCANCEL, 0); });
     const TCensus system = Growth(SystemCycles, [&] { ASSERT_FALSE(plain.Execute()); });
 
-    const TFormPtr left = MakeForm(clMoneyGreen, 120, 60);
-    const TFormPtr top = MakeForm(clSkyBlue, 120, 60);
-    const TFormPtr right = MakeForm(clCream, 120, 60);
-    const TFormPtr bottom = MakeForm(clSilver, 120, 60);
+    const TFormPtr left = MakeMarkedForm(clMoneyGreen, 120, 60);
+    const TFormPtr top = MakeMarkedForm(clSkyBlue, 120, 60);
+    const TFormPtr right = MakeMarkedForm(clCream, 120, 60);
+    const TFormPtr bottom = MakeMarkedForm(clSilver, 120, 60);
     auto& dialog = NewDialog();
     dialog.SetTitle("Cycles");
     dialog.DlgItemsCaptions().SetOK("&Take");

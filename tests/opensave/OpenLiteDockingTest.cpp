@@ -70,11 +70,11 @@ protected:
         EXPECT_EQ(client.Bottom, top + ownHeight + (params.BottomForm() ? BottomH : 0));
     }
 
-    TFormPtr Left = MakeForm(clMoneyGreen, LeftW, 33);
-    TFormPtr Top = MakeForm(clSkyBlue, 44, TopH);
-    TFormPtr Right = MakeForm(clCream, RightW, 55);
-    TFormPtr Bottom = MakeForm(clSilver, 66, BottomH);
-    TFormPtr Custom = MakeForm(clYellow, 222, 111);
+    TFormPtr Left = MakeMarkedForm(clMoneyGreen, LeftW, 33);
+    TFormPtr Top = MakeMarkedForm(clSkyBlue, 44, TopH);
+    TFormPtr Right = MakeMarkedForm(clCream, RightW, 55);
+    TFormPtr Bottom = MakeMarkedForm(clSilver, 66, BottomH);
+    TFormPtr Custom = MakeMarkedForm(clYellow, 222, 111);
 };
 
 // --- Every combination of sides, with and without the system's places bar, resizable and not
@@ -194,7 +194,7 @@ TEST_F(LiteDocking, AResizableDialogReopensAtTheSizeItWasLeftAt) {
     std::vector<TStep> steps = DragCorner(dialog, 70, 60);
     steps.insert(steps.begin(), Await("the dialog is shown", Shown(dialog)));
     steps.push_back(Await("it is larger", SizeIs(dialog, width, height)));
-    steps.push_back(Press(dialog, IDCANCEL));
+    steps.push_back(Cancel(dialog));
     RunDialog(dialog, steps);
     for (int run = 0; run < 2; ++run) {
         Look(dialog, [&] {
@@ -331,13 +331,13 @@ TEST_F(LiteDocking, FolderChangesLeaveTheLayoutAlone) {
     auto& dialog = NewDialog();
     Dock(dialog, true, true, true, true);
     const TBare bare = Measure(dialog);
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { PressToolButton(dialog, 40961); }},
-                       {"the parent folder is shown", FolderIs(dialog, ExtractFileDir(Folder.Path())),
-                        [&] {
-                            ExpectDocked(dialog, bare.Client.Right, bare.Client.Bottom);
-                            ExpectCleanLayout(dialog);
-                        }},
-                       Press(dialog, IDCANCEL)});
+    RunDialog(dialog, [&] { PressToolButton(dialog, 40961); },
+              {{"the parent folder is shown", FolderIs(dialog, ExtractFileDir(Folder.Path())),
+                [&] {
+                    ExpectDocked(dialog, bare.Client.Right, bare.Client.Bottom);
+                    ExpectCleanLayout(dialog);
+                }},
+               Cancel(dialog)});
 }
 
 TEST_F(LiteDocking, DockedFormsTakeTheMouse) {
@@ -347,11 +347,11 @@ TEST_F(LiteDocking, DockedFormsTakeTheMouse) {
     for (TForm* form : {Left.get(), Right.get(), Bottom.get()}) {
         form->SetOnClick([&](TObject*) { ++clicks; });
     }
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { Click(Left->Handle()); }},
-                       {"the left form was clicked", [&] { return clicks == 1; }, [&] { Click(Right->Handle()); }},
-                       {"the right form was clicked", [&] { return clicks == 2; }, [&] { Click(Bottom->Handle()); }},
-                       Await("the bottom form was clicked", [&] { return clicks == 3; }),
-                       Press(dialog, IDCANCEL)});
+    RunDialog(dialog, [&] { Click(Left->Handle()); },
+              {{"the left form was clicked", [&] { return clicks == 1; }, [&] { Click(Right->Handle()); }},
+               {"the right form was clicked", [&] { return clicks == 2; }, [&] { Click(Bottom->Handle()); }},
+               Await("the bottom form was clicked", [&] { return clicks == 3; }),
+               Cancel(dialog)});
 }
 
 } // namespace

@@ -8,16 +8,8 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::Contains;
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
-using testing::SizeIs;
 
 class LiteLife : public TFileDlgTest {};
-
-TStep Cancel(const TKxCustomOpenLiteDialog& dialog) { return Press(dialog, IDCANCEL); }
 
 // --- Messages of the dialog window
 
@@ -36,13 +28,11 @@ TEST_F(LiteLife, AVetoedOkKeepsTheDialogOpenAndIsNotReported) {
         }
     });
     dialog.SetOnEventHook([&](TMessage& m) { reported += isOk(m) ? 1 : 0; });
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                     [&] {
-                                         dialog.SetFilenameText("two.txt");
-                                         EXPECT_EQ(SendMessageA(dialog.DlgHandle(), WM_COMMAND, IDOK, 0), 4711);
-                                         EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle()));
-                                     }},
-                                    Cancel(dialog)}));
+    EXPECT_FALSE(Look(dialog, [&] {
+        dialog.SetFilenameText("two.txt");
+        EXPECT_EQ(SendMessageA(dialog.DlgHandle(), WM_COMMAND, IDOK, 0), 4711);
+        EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle()));
+    }));
     EXPECT_EQ(vetoed, 1);
     EXPECT_EQ(reported, 0);
 }
@@ -62,7 +52,7 @@ TEST_F(LiteLife, MessagesAreReportedOnceTheSystemHasAnswered) {
 }
 
 TEST_F(LiteLife, AVetoedDestructionIsTolerated) {
-    const TFormPtr form = MakeForm(clCream, 120, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 120, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetRightForm(form.get());
     dialog.SetOnEventHooking([](TObject*, TMessage& m, bool& allow) { allow = m.Msg != WM_DESTROY; });
@@ -79,7 +69,7 @@ TEST_F(LiteLife, AVetoedDestructionIsTolerated) {
 }
 
 TEST_F(LiteLife, AContextMenuOverAControlWithOneOfItsOwnDoesNotReachTheSystem) {
-    const TFormPtr form = MakeForm(clCream, 150, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 150, 60);
     TPopupMenu menu;
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetRightForm(form.get());
@@ -106,8 +96,8 @@ TEST_F(LiteLife, AContextMenuOverAControlWithOneOfItsOwnDoesNotReachTheSystem) {
 // --- Dialogs inside dialogs
 
 TEST_F(LiteLife, ADialogOpensFromInsideAnother) {
-    const TFormPtr outerForm = MakeForm(clCream, 120, 60);
-    const TFormPtr innerForm = MakeForm(clSkyBlue, 100, 60);
+    const TFormPtr outerForm = MakeMarkedForm(clCream, 120, 60);
+    const TFormPtr innerForm = MakeMarkedForm(clSkyBlue, 100, 60);
     auto& outer = NewDialog();
     auto& inner = NewDialog();
     outer.CustDlgParams().SetLeftForm(outerForm.get());
@@ -115,25 +105,25 @@ TEST_F(LiteLife, ADialogOpensFromInsideAnother) {
     inner.CustDlgParams().SetPosition(dpScrCenter);
     outer.SetOnUpLevelNavigating([&](TObject*, bool& allow) {
         EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &outer);
-        EXPECT_TRUE(RunDialog(inner, {{"the inner dialog is shown", Shown(inner),
-                                       [&] {
-                                           EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &inner);
-                                           EXPECT_FALSE(IsWindowEnabled(outer.DlgHandle()));
-                                           ExpectCleanLayout(inner);
-                                           Screenshot("lite_nested");
-                                       }},
-                                      EnterFileName(inner, "one.txt")}));
+        EXPECT_TRUE(RunDialog(inner,
+                              [&] {
+                                  EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &inner);
+                                  EXPECT_FALSE(IsWindowEnabled(outer.DlgHandle()));
+                                  ExpectCleanLayout(inner);
+                                  Screenshot("lite_nested");
+                              },
+                              {EnterFileName(inner, "one.txt")}));
         EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &outer);
         allow = false;
     });
-    EXPECT_TRUE(RunDialog(outer, {{"the outer dialog is shown", Shown(outer), [&] { PressToolButton(outer, 40961); }},
-                                  {"the outer dialog is on top again", Shown(outer),
-                                   [&] {
-                                       EXPECT_TRUE(IsWindowEnabled(outer.DlgHandle()));
-                                       EXPECT_EQ(GetParent(outerForm->WindowHandle()), outer.DlgHandle());
-                                       ExpectCleanLayout(outer);
-                                   }},
-                                  EnterFileName(outer, "two.txt")}));
+    EXPECT_TRUE(RunDialog(outer, [&] { PressToolButton(outer, 40961); },
+                          {{"the outer dialog is on top again", Shown(outer),
+                            [&] {
+                                EXPECT_TRUE(IsWindowEnabled(outer.DlgHandle()));
+                                EXPECT_EQ(GetParent(outerForm->WindowHandle()), outer.DlgHandle());
+                                ExpectCleanLayout(outer);
+                            }},
+                           EnterFileName(outer, "two.txt")}));
     EXPECT_EQ(inner.FileName(), Folder.Path("one.txt"));
     EXPECT_EQ(outer.FileName(), Folder.Path("two.txt"));
     EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), nullptr);
@@ -142,7 +132,7 @@ TEST_F(LiteLife, ADialogOpensFromInsideAnother) {
 TEST_F(LiteLife, ADialogOpensFromTheShowingOfAnother) {
     auto& outer = NewDialog();
     auto& inner = NewDialog();
-    outer.SetOnShow([&](TObject*) { EXPECT_FALSE(Look(inner, [] {})); });
+    outer.SetOnShow([&](TObject*) { EXPECT_FALSE(Look(inner)); });
     Look(outer, [&] { EXPECT_EQ(outer.SelectedFolder(), Folder.Path()); });
 }
 
@@ -163,20 +153,20 @@ TEST_F(LiteLife, AShownDialogIsNotShownTwice) {
 // --- The save dialog
 
 TEST_F(LiteLife, TheSaveDialogSavesUnderANewName) {
-    const TFormPtr form = MakeForm(clCream, 120, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 120, 60);
     auto& dialog = NewDialog<TKxSaveLiteDialog>();
     dialog.SetDefaultExt("txt");
     dialog.SetTitle("Keep it");
     dialog.CustDlgParams().SetBottomForm(form.get());
     dialog.DlgItemsCaptions().SetOK("&Keep");
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                    [&] {
-                                        EXPECT_EQ(TextOf(dialog.DlgHandle()), "Keep it");
-                                        EXPECT_EQ(TextOf(ItemOf(dialog, IDOK)), "&Keep");
-                                        ExpectCleanLayout(dialog);
-                                        Screenshot("lite_save", dialog.DlgHandle());
-                                    }},
-                                   EnterFileName(dialog, "fresh")}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              EXPECT_EQ(TextOf(dialog.DlgHandle()), "Keep it");
+                              EXPECT_EQ(TextOf(ItemOf(dialog, IDOK)), "&Keep");
+                              ExpectCleanLayout(dialog);
+                              Screenshot("lite_save", dialog.DlgHandle());
+                          },
+                          {EnterFileName(dialog, "fresh")}));
     EXPECT_EQ(dialog.FileName(), Folder.Path("fresh.txt"));
     EXPECT_FALSE(Folder.Contains("fresh.txt")); // choosing a name writes nothing
 }
@@ -196,12 +186,12 @@ TEST_F(LiteLife, TheSaveDialogStaysTheRunningOneAndDisturbsNobody) {
     EXPECT_TRUE(RunDialog(save, {EnterFileName(save, "fresh.txt")}));
     EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &save);
     save.PlacesBar().SetVisible(false);
-    EXPECT_TRUE(RunDialog(open, {{"the dialog is shown", Shown(open),
-                                  [&] {
-                                      EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &open);
-                                      EXPECT_NE(PlacesBarOf(open), nullptr); // its own choice, not the save dialog's
-                                  }},
-                                 EnterFileName(open, "one.txt")}));
+    EXPECT_TRUE(RunDialog(open,
+                          [&] {
+                              EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &open);
+                              EXPECT_NE(PlacesBarOf(open), nullptr); // its own choice, not the save dialog's
+                          },
+                          {EnterFileName(open, "one.txt")}));
     EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), &save);
     EXPECT_FALSE(Look(save, [&] { EXPECT_EQ(PlacesBarOf(save), nullptr); }));
     save.Free();
@@ -211,39 +201,39 @@ TEST_F(LiteLife, TheSaveDialogStaysTheRunningOneAndDisturbsNobody) {
 // --- Freed in the middle
 
 TEST_F(LiteLife, AFormMayBeFreedWhileItIsDocked) {
-    TFormPtr left = MakeForm(clCream, 120, 60);
-    TFormPtr bottom = MakeForm(clSkyBlue, 120, 60);
+    TFormPtr left = MakeMarkedForm(clCream, 120, 60);
+    TFormPtr bottom = MakeMarkedForm(clSkyBlue, 120, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetLeftForm(left.get());
     dialog.CustDlgParams().SetBottomForm(bottom.get());
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                    [&] {
-                                        left.reset();
-                                        EXPECT_EQ(dialog.CustDlgParams().LeftForm(), nullptr);
-                                        const TRect outer = ScreenRectOf(dialog.DlgHandle());
-                                        SetWindowPos(dialog.DlgHandle(), nullptr, 0, 0, Width(outer) + 50,
-                                                     Height(outer) + 50, SWP_NOMOVE | SWP_NOZORDER);
-                                        ExpectCleanLayout(dialog);
-                                    }},
-                                   EnterFileName(dialog, "two.txt")}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              left.reset();
+                              EXPECT_EQ(dialog.CustDlgParams().LeftForm(), nullptr);
+                              const TRect outer = ScreenRectOf(dialog.DlgHandle());
+                              SetWindowPos(dialog.DlgHandle(), nullptr, 0, 0, Width(outer) + 50, Height(outer) + 50,
+                                           SWP_NOMOVE | SWP_NOZORDER);
+                              ExpectCleanLayout(dialog);
+                          },
+                          {EnterFileName(dialog, "two.txt")}));
     EXPECT_FALSE(bottom->IsDocked());
     EXPECT_FALSE(Look(dialog, [&] { ExpectCleanLayout(dialog); }));
 }
 
 TEST_F(LiteLife, AFormFreedBetweenShowingsIsForgotten) {
-    TFormPtr form = MakeForm(clCream, 120, 60);
+    TFormPtr form = MakeMarkedForm(clCream, 120, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetTopForm(form.get());
-    Look(dialog, [] {});
+    Look(dialog);
     form.reset();
     Look(dialog, [&] { EXPECT_EQ(dialog.CustDlgParams().IncY(), 0); });
 }
 
 TEST_F(LiteLife, TheOwnerMayBeFreedWhileTheDialogIsShown) {
-    const TFormPtr form = MakeForm(clCream, 120, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 120, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetRightForm(form.get());
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] { Owner.reset(); }}}));
+    EXPECT_FALSE(RunDialog(dialog, [&] { Owner.reset(); }));
     EXPECT_FALSE(form->IsDocked());
     EXPECT_FALSE(form->Visible());
     EXPECT_EQ(TKxCustomOpenLiteDialog::Running(), nullptr);
@@ -255,7 +245,7 @@ class LiteFreedIn : public LiteLife, public testing::WithParamInterface<const ch
 
 TEST_P(LiteFreedIn, AHandlerItIsGoneWithoutATrace) {
     const std::string event = GetParam();
-    const TFormPtr form = MakeForm(clCream, 120, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 120, 60);
     auto* dialog = new TKxOpenLiteDialog(nullptr);
     dialog->SetInitialDir(Folder.Path());
     dialog->CustDlgParams().SetLeftForm(form.get());
@@ -325,58 +315,55 @@ TEST_F(LiteLife, ExceptionsOfEveryEventReachTheApplicationAndTheDialogGoesOn) {
     };
     dialog.SetOnShow(notify("show"));
     dialog.SetCommonDialogInternalShowEvent(notify("internal"));
-    EXPECT_FALSE(
-        RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("show", "internal"));
-                                // A query that fails is no consent: nothing happens.
-                                dialog.SetOnUpLevelNavigating(query("up?"));
-                                dialog.SetOnDesktopNavigating(query("desktop?"));
-                                dialog.SetOnLastFolderNavigating(query("back?"));
-                                dialog.SetOnFolderCreating(query("folder?"));
-                                dialog.SetOnFilenameEntering(query("enter?"));
-                                for (const WORD command : {WORD{40961}, WORD{40969}, WORD{40971}, WORD{40962}}) {
-                                    PressToolButton(dialog, command);
-                                }
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("up?", "desktop?", "back?", "folder?"));
-                                EXPECT_EQ(dialog.SelectedFolder(), Folder.Path());
-                                dialog.SetFilenameText("two.txt");
-                                SetFocus(FileNameEditOf(dialog.DlgHandle()));
-                                SendMessageA(dialog.DlgHandle(), WM_COMMAND, IDOK, 0);
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("enter?"));
-                                EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle()));
+    EXPECT_FALSE(Look(dialog, [&] {
+        EXPECT_THAT(TakeExceptions(), ElementsAre("show", "internal"));
+        // A query that fails is no consent: nothing happens.
+        dialog.SetOnUpLevelNavigating(query("up?"));
+        dialog.SetOnDesktopNavigating(query("desktop?"));
+        dialog.SetOnLastFolderNavigating(query("back?"));
+        dialog.SetOnFolderCreating(query("folder?"));
+        dialog.SetOnFilenameEntering(query("enter?"));
+        for (const WORD command : {WORD{40961}, WORD{40969}, WORD{40971}, WORD{40962}}) {
+            PressToolButton(dialog, command);
+        }
+        EXPECT_THAT(TakeExceptions(), ElementsAre("up?", "desktop?", "back?", "folder?"));
+        EXPECT_EQ(dialog.SelectedFolder(), Folder.Path());
+        dialog.SetFilenameText("two.txt");
+        SetFocus(FileNameEditOf(dialog.DlgHandle()));
+        SendMessageA(dialog.DlgHandle(), WM_COMMAND, IDOK, 0);
+        EXPECT_THAT(TakeExceptions(), ElementsAre("enter?"));
+        EXPECT_TRUE(IsWindowVisible(dialog.DlgHandle()));
 
-                                dialog.SetOnUpLevelNavigating({});
-                                dialog.SetOnDesktopNavigating({});
-                                dialog.SetOnLastFolderNavigating({});
-                                dialog.SetOnUpLevelNavigate(notify("up"));
-                                dialog.SetOnDesktopNavigate(notify("desktop"));
-                                dialog.SetOnLastFolderNavigate(notify("back"));
-                                dialog.SetOnFilenameChange(notify("change"));
-                                dialog.SetOnFolderChange(notify("shown"));
-                                for (const WORD command : {WORD{40961}, WORD{40969}, WORD{40971}}) {
-                                    PressToolButton(dialog, command);
-                                }
-                                dialog.SetFilenameText("x");
-                                const auto messages = TakeExceptions();
-                                for (const char* what : {"up", "desktop", "back", "change", "shown"}) {
-                                    EXPECT_THAT(messages, Contains(what));
-                                }
-                                dialog.SetOnFilenameChange({});
-                            }},
-                           Cancel(dialog)}));
+        dialog.SetOnUpLevelNavigating({});
+        dialog.SetOnDesktopNavigating({});
+        dialog.SetOnLastFolderNavigating({});
+        dialog.SetOnUpLevelNavigate(notify("up"));
+        dialog.SetOnDesktopNavigate(notify("desktop"));
+        dialog.SetOnLastFolderNavigate(notify("back"));
+        dialog.SetOnFilenameChange(notify("change"));
+        dialog.SetOnFolderChange(notify("shown"));
+        for (const WORD command : {WORD{40961}, WORD{40969}, WORD{40971}}) {
+            PressToolButton(dialog, command);
+        }
+        dialog.SetFilenameText("x");
+        const auto messages = TakeExceptions();
+        for (const char* what : {"up", "desktop", "back", "change", "shown"}) {
+            EXPECT_THAT(messages, Contains(what));
+        }
+        dialog.SetOnFilenameChange({});
+    }));
     TakeExceptions();
-    EXPECT_TRUE(RunDialog(dialog, {{"it works still", Shown(dialog),
-                                    [&] {
-                                        dialog.SetOnFilenameEntering({});
-                                        dialog.SetSelectedFolder(Folder.Path());
-                                    }},
-                                   EnterFileName(dialog, "two.txt")}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              dialog.SetOnFilenameEntering({});
+                              dialog.SetSelectedFolder(Folder.Path());
+                          },
+                          {EnterFileName(dialog, "two.txt")}));
     TakeExceptions();
 }
 
 TEST_F(LiteLife, AHookThatAlwaysFailsDoesNotStopTheDialog) {
-    const TFormPtr form = MakeForm(clCream, 120, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 120, 60);
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetLeftForm(form.get());
     dialog.SetOnEventHooking([](TObject*, TMessage& m, bool&) {
@@ -396,7 +383,7 @@ TEST_F(LiteLife, AHookThatAlwaysFailsDoesNotStopTheDialog) {
 }
 
 TEST_F(LiteLife, AFormWhoseShowingFailsDoesNotStopTheDialog) {
-    const TFormPtr form = MakeForm(clCream, 120, 60);
+    const TFormPtr form = MakeMarkedForm(clCream, 120, 60);
     form->SetOnShow([](TObject*) { throw std::runtime_error("form"); });
     auto& dialog = NewDialog();
     dialog.CustDlgParams().SetLeftForm(form.get());

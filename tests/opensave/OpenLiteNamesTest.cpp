@@ -32,21 +32,21 @@ TEST_F(LiteNames, TheProgramsCodePageHoldsTheNamesItShould) {
 }
 
 TEST_F(LiteNames, FilesAreChosenInADockedDialog) {
-    const TFormPtr left = MakeForm(clCream, 120, 60);
-    const TFormPtr bottom = MakeForm(clSkyBlue, 60, 70);
+    const TFormPtr left = MakeMarkedForm(clCream, 120, 60);
+    const TFormPtr bottom = MakeMarkedForm(clSkyBlue, 60, 70);
     for (const std::string& utf8 : Names()) {
         const std::string name = FromUtf8(utf8);
         auto& dialog = NewDialog();
         dialog.CustDlgParams().SetLeftForm(left.get());
         dialog.CustDlgParams().SetBottomForm(bottom.get());
-        EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                        [&] {
-                                            ASSERT_TRUE(SelectItem(ListOf(dialog), name)) << utf8;
-                                            EXPECT_EQ(dialog.SelectedFiles(), name);
-                                            EXPECT_EQ(dialog.FilenameText(), name);
-                                            Screenshot("lite_names", dialog.DlgHandle());
-                                        }},
-                                       Press(dialog, IDOK)}));
+        EXPECT_TRUE(RunDialog(dialog,
+                              [&] {
+                                  ASSERT_TRUE(SelectItem(ListOf(dialog), name)) << utf8;
+                                  EXPECT_EQ(dialog.SelectedFiles(), name);
+                                  EXPECT_EQ(dialog.FilenameText(), name);
+                                  Screenshot("lite_names", dialog.DlgHandle());
+                              },
+                              {Press(dialog, IDOK)}));
         EXPECT_EQ(dialog.FileName(), Folder.Path(utf8));
     }
 }
@@ -59,12 +59,12 @@ TEST_F(LiteNames, SeveralFilesAreChosenTogether) {
     list.Add("one.txt");
     auto& dialog = NewDialog();
     dialog.SetOptions({ofAllowMultiSelect, ofHideReadOnly});
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                    [&] {
-                                        dialog.SetSelectedFilesList(list);
-                                        EXPECT_TRUE(dialog.SelectedFilesList().Equals(list));
-                                    }},
-                                   Press(dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(dialog,
+                          [&] {
+                              dialog.SetSelectedFilesList(list);
+                              EXPECT_TRUE(dialog.SelectedFilesList().Equals(list));
+                          },
+                          {Press(dialog, IDOK)}));
     ASSERT_EQ(dialog.Files().Count(), list.Count());
     for (int i = 0; i < list.Count(); ++i) {
         EXPECT_EQ(dialog.Files()[i], Folder.Path() + "\\" + list[i]);

@@ -4,8 +4,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class LiteNavigation : public TFileDlgTest {
 protected:
@@ -40,19 +38,18 @@ void ClickToolButton(const TKxFileDlgCore& dialog, WORD command) {
 
 TEST_F(LiteNavigation, UpOneLevelIsAskedAndReported) {
     LogEvents();
-    RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] { ClickToolButton(Dialog, 40961); }},
-                       Await("the parent is shown", FolderIs(Dialog, ExtractFileDir(Folder.Path()))),
-                       Await("it was reported", [&] { return Log.size() == 2; }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickToolButton(Dialog, 40961); },
+              {Await("the parent is shown", FolderIs(Dialog, ExtractFileDir(Folder.Path()))),
+               Await("it was reported", [&] { return Log.size() == 2; }), Cancel(Dialog)});
     EXPECT_THAT(Log, ElementsAre("up?", "up"));
 }
 
 TEST_F(LiteNavigation, AVetoedUpOneLevelStaysInTheFolder) {
     LogEvents("up?");
-    RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] { ClickToolButton(Dialog, 40961); }},
-                       {"it was asked", [&] { return !Log.empty(); },
-                        [&] { EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path()); }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(
+        Dialog, [&] { ClickToolButton(Dialog, 40961); },
+        {{"it was asked", [&] { return !Log.empty(); }, [&] { EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path()); }},
+         Cancel(Dialog)});
     EXPECT_THAT(Log, ElementsAre("up?"));
 }
 
@@ -63,19 +60,18 @@ WORD DesktopButton(const TKxFileDlgCore& dialog) {
 
 TEST_F(LiteNavigation, TheDesktopIsAskedAndReported) {
     LogEvents();
-    RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] { ClickToolButton(Dialog, DesktopButton(Dialog)); }},
-                       Await("the desktop is shown", FolderIs(Dialog, DesktopFolder())),
-                       Await("it was reported", [&] { return Log.size() == 2; }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickToolButton(Dialog, DesktopButton(Dialog)); },
+              {Await("the desktop is shown", FolderIs(Dialog, DesktopFolder())),
+               Await("it was reported", [&] { return Log.size() == 2; }), Cancel(Dialog)});
     EXPECT_THAT(Log, ElementsAre("desktop?", "desktop"));
 }
 
 TEST_F(LiteNavigation, AVetoedDesktopStaysInTheFolder) {
     LogEvents("desktop?");
-    RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] { ClickToolButton(Dialog, DesktopButton(Dialog)); }},
-                       {"it was asked", [&] { return !Log.empty(); },
-                        [&] { EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path()); }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(
+        Dialog, [&] { ClickToolButton(Dialog, DesktopButton(Dialog)); },
+        {{"it was asked", [&] { return !Log.empty(); }, [&] { EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path()); }},
+         Cancel(Dialog)});
     EXPECT_THAT(Log, ElementsAre("desktop?"));
 }
 
@@ -87,19 +83,18 @@ TEST_F(LiteNavigation, TheDesktopCommandOfWindowsIsKnownEverywhere) {
 
 TEST_F(LiteNavigation, ANewFolderIsAskedFor) {
     LogEvents();
-    RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] { ClickToolButton(Dialog, 40962); }},
-                       {"the folder is made", [&] { return Folder.Contains("New Folder"); },
-                        [&] { SendMessageA(ListOf(Dialog), LVM_CANCELEDITLABEL, 0, 0); }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickToolButton(Dialog, 40962); },
+              {{"the folder is made", [&] { return Folder.Contains("New Folder"); },
+                [&] { SendMessageA(ListOf(Dialog), LVM_CANCELEDITLABEL, 0, 0); }},
+               Cancel(Dialog)});
     EXPECT_THAT(Log, testing::Contains("folder?"));
 }
 
 TEST_F(LiteNavigation, AVetoedNewFolderIsNotMade) {
     LogEvents("folder?");
-    RunDialog(Dialog,
-              {{"the dialog is shown", Shown(Dialog), [&] { ClickToolButton(Dialog, 40962); }},
-               {"it was asked", [&] { return !Log.empty(); }, [&] { EXPECT_FALSE(Folder.Contains("New Folder")); }},
-               Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { ClickToolButton(Dialog, 40962); },
+              {{"it was asked", [&] { return !Log.empty(); }, [&] { EXPECT_FALSE(Folder.Contains("New Folder")); }},
+               Cancel(Dialog)});
     EXPECT_THAT(Log, ElementsAre("folder?"));
 }
 
@@ -133,11 +128,11 @@ TEST_F(LiteNavigation, TypingReportsEachChangeOfTheFileName) {
         Log.emplace_back("change");
         typed = Dialog.FilenameText();
     });
-    RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] { Click(FileNameEditOf(Dialog.DlgHandle())); }},
-                       {"the field has the focus", [&] { return GetFocus() == FileNameEditOf(Dialog.DlgHandle()); },
-                        [&] { TypeText("abc"); }},
-                       Await("all of it was reported", [&] { return typed == "abc"; }),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { Click(FileNameEditOf(Dialog.DlgHandle())); },
+              {{"the field has the focus", [&] { return GetFocus() == FileNameEditOf(Dialog.DlgHandle()); },
+                [&] { TypeText("abc"); }},
+               Await("all of it was reported", [&] { return typed == "abc"; }),
+               Cancel(Dialog)});
     EXPECT_THAT(Log, testing::SizeIs(testing::Ge(3u)));
     EXPECT_THAT(Log, testing::Each("change"));
 }
@@ -158,62 +153,61 @@ TEST_F(LiteNavigation, TheClassicEditReportsItsChangesToo) {
 
 TEST_F(LiteNavigation, EnterInTheFileNameFieldIsAsked) {
     LogEvents();
-    EXPECT_TRUE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] {
-                                        Dialog.SetFilenameText("two.txt");
-                                        SetFocus(FileNameEditOf(Dialog.DlgHandle()));
-                                        PressKey(VK_RETURN);
-                                    }}}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        Dialog.SetFilenameText("two.txt");
+        SetFocus(FileNameEditOf(Dialog.DlgHandle()));
+        PressKey(VK_RETURN);
+    }));
     EXPECT_THAT(Log, testing::Contains("enter?"));
     EXPECT_EQ(Dialog.FileName(), Folder.Path("two.txt"));
 }
 
 TEST_F(LiteNavigation, AVetoedNameKeepsTheDialogOpen) {
     LogEvents("enter?");
-    const bool confirmed = RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog),
-                                               [&] {
-                                                   Dialog.SetFilenameText("two.txt");
-                                                   Log.clear();
-                                                   SetFocus(FileNameEditOf(Dialog.DlgHandle()));
-                                                   PressKey(VK_RETURN);
-                                               }},
-                                              {"it was asked", [&] { return !Log.empty(); },
-                                               [&] { EXPECT_TRUE(IsWindowVisible(Dialog.DlgHandle())); }},
-                                              Press(Dialog, IDCANCEL)});
+    const bool confirmed = RunDialog(
+        Dialog,
+        [&] {
+            Dialog.SetFilenameText("two.txt");
+            Log.clear();
+            SetFocus(FileNameEditOf(Dialog.DlgHandle()));
+            PressKey(VK_RETURN);
+        },
+        {{"it was asked", [&] { return !Log.empty(); }, [&] { EXPECT_TRUE(IsWindowVisible(Dialog.DlgHandle())); }},
+         Cancel(Dialog)});
     EXPECT_FALSE(confirmed);
     EXPECT_THAT(Log, ElementsAre("enter?"));
 }
 
 TEST_F(LiteNavigation, OkWithTheFocusInTheFileListIsNotAsked) {
     LogEvents("enter?");
-    EXPECT_TRUE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] {
-                                        Dialog.SetFilenameText("two.txt");
-                                        Log.clear();
-                                        SetFocus(ListOf(Dialog));
-                                        SendMessageA(Dialog.DlgHandle(), WM_COMMAND, IDOK,
-                                                     reinterpret_cast<LPARAM>(ItemOf(Dialog, IDOK)));
-                                    }}}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        Dialog.SetFilenameText("two.txt");
+        Log.clear();
+        SetFocus(ListOf(Dialog));
+        SendMessageA(Dialog.DlgHandle(), WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(ItemOf(Dialog, IDOK)));
+    }));
     EXPECT_THAT(Log, IsEmpty());
 }
 
 TEST_F(LiteNavigation, AMouseClickOnOkIsNotAskedSinceItTakesTheFocus) {
     LogEvents("enter?");
-    EXPECT_TRUE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] {
-                                        Dialog.SetFilenameText("two.txt");
-                                        Log.clear();
-                                        SetFocus(ListOf(Dialog));
-                                        Click(ItemOf(Dialog, IDOK));
-                                    }}}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        Dialog.SetFilenameText("two.txt");
+        Log.clear();
+        SetFocus(ListOf(Dialog));
+        Click(ItemOf(Dialog, IDOK));
+    }));
     EXPECT_THAT(Log, IsEmpty());
 }
 
 TEST_F(LiteNavigation, ClosingByTheProgramIsNotAskedSinceItIsLikeAClick) {
     LogEvents("enter?");
-    EXPECT_TRUE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] {
-                                        Dialog.SetFilenameText("two.txt");
-                                        Log.clear();
-                                        SetFocus(FileNameEditOf(Dialog.DlgHandle()));
-                                        Dialog.CloseDialog(mrOk);
-                                    }}}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        Dialog.SetFilenameText("two.txt");
+        Log.clear();
+        SetFocus(FileNameEditOf(Dialog.DlgHandle()));
+        Dialog.CloseDialog(mrOk);
+    }));
     EXPECT_THAT(Log, IsEmpty());
 }
 
@@ -259,12 +253,12 @@ TEST_F(LiteNavigation, AListOfTwoNamesIsWrittenInQuotesAndTakenByOk) {
     list.Add("one.txt");
     list.Add("two.txt");
     Dialog.SetOptions({ofAllowMultiSelect});
-    EXPECT_TRUE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog),
-                                    [&] {
-                                        Dialog.SetSelectedFilesList(list);
-                                        EXPECT_EQ(Dialog.FilenameText(), "\"one.txt\" \"two.txt\"");
-                                    }},
-                                   Press(Dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(Dialog,
+                          [&] {
+                              Dialog.SetSelectedFilesList(list);
+                              EXPECT_EQ(Dialog.FilenameText(), "\"one.txt\" \"two.txt\"");
+                          },
+                          {Press(Dialog, IDOK)}));
     ASSERT_EQ(Dialog.Files().Count(), 2);
     EXPECT_EQ(Dialog.Files()[0], Folder.Path("one.txt"));
     EXPECT_EQ(Dialog.Files()[1], Folder.Path("two.txt"));
@@ -333,21 +327,21 @@ TEST_F(LiteNavigation, TheFoldersIdentifierListBelongsToTheDialog) {
 }
 
 TEST_F(LiteNavigation, TheListIsReadAgainOnRequest) {
-    RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog),
-                        [&] {
-                            Folder.AddFile("added.txt");
-                            EXPECT_EQ(FindItem(ListOf(Dialog), "added.txt"), -1);
-                            Dialog.SetFilenameText("unfinished");
-                            SelectItem(ListOf(Dialog), "inner"); // must not be entered
-                            Dialog.SetFilenameText("unfinished");
-                            Dialog.RefreshFileList();
-                        }},
-                       {"the new file is listed", [&] { return FindItem(ListOf(Dialog), "added.txt") >= 0; },
-                        [&] {
-                            EXPECT_EQ(Dialog.FilenameText(), "unfinished");
-                            EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path());
-                        }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog,
+              [&] {
+                  Folder.AddFile("added.txt");
+                  EXPECT_EQ(FindItem(ListOf(Dialog), "added.txt"), -1);
+                  Dialog.SetFilenameText("unfinished");
+                  SelectItem(ListOf(Dialog), "inner"); // must not be entered
+                  Dialog.SetFilenameText("unfinished");
+                  Dialog.RefreshFileList();
+              },
+              {{"the new file is listed", [&] { return FindItem(ListOf(Dialog), "added.txt") >= 0; },
+                [&] {
+                    EXPECT_EQ(Dialog.FilenameText(), "unfinished");
+                    EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path());
+                }},
+               Cancel(Dialog)});
 }
 
 TEST_F(LiteNavigation, ADialogThatIsNotShownReadsAsEmptyAndTakesNothing) {
@@ -379,17 +373,17 @@ TEST_F(LiteNavigation, ADialogThatIsNotShownReadsAsEmptyAndTakesNothing) {
 TEST_F(LiteNavigation, CloseDialogPressesTheButtonOfItsResult) {
     bool mayClose = false;
     Dialog.SetOnCanClose([&](TObject*, bool& canClose) { canClose = mayClose; });
-    EXPECT_TRUE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] {
-                                        Dialog.SetFilenameText("two.txt");
-                                        Dialog.CloseDialog(3);
-                                        Dialog.CloseDialog(0);
-                                        Dialog.CloseDialog(1); // refused
-                                        EXPECT_TRUE(IsWindowVisible(Dialog.DlgHandle()));
-                                        mayClose = true;
-                                        Dialog.CloseDialog(1);
-                                    }}}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        Dialog.SetFilenameText("two.txt");
+        Dialog.CloseDialog(3);
+        Dialog.CloseDialog(0);
+        Dialog.CloseDialog(1); // refused
+        EXPECT_TRUE(IsWindowVisible(Dialog.DlgHandle()));
+        mayClose = true;
+        Dialog.CloseDialog(1);
+    }));
     EXPECT_EQ(Dialog.FileName(), Folder.Path("two.txt"));
-    EXPECT_FALSE(RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), [&] { Dialog.CloseDialog(2); }}}));
+    EXPECT_FALSE(RunDialog(Dialog, [&] { Dialog.CloseDialog(2); }));
 }
 
 TEST_F(LiteNavigation, TheInternalNotificationComesBehindOnShow) {
@@ -406,7 +400,7 @@ TEST_F(LiteNavigation, TheInternalNotificationComesBehindOnShow) {
         order.emplace_back("internal");
     });
     EXPECT_TRUE(common.GetCommonDialogInternalShowEvent());
-    Look(Dialog, [] {});
+    Look(Dialog);
     EXPECT_THAT(order, ElementsAre("show", "internal"));
 }
 

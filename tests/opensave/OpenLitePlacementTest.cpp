@@ -47,9 +47,7 @@ protected:
 TEST_F(LitePlacement, StaysWhereTheSystemPutsIt) {
     TRect system;
     TOpenDialog plain(Owner.get());
-    RunDialog(plain,
-              {{"the plain dialog is shown", test::Shown(plain), [&] { system = ScreenRectOf(plain.DialogWindow()); }},
-               Press(plain, IDCANCEL)});
+    Look(plain, [&] { system = ScreenRectOf(plain.DialogWindow()); });
     const TRect ours = SystemsPlace();
     EXPECT_EQ(ours.Left, system.Left);
     EXPECT_EQ(ours.Top, system.Top);
@@ -70,7 +68,7 @@ TEST_F(LitePlacement, CentresOnTheScreen) {
 }
 
 TEST_F(LitePlacement, CentresWithItsDockedForms) {
-    const TFormPtr right = MakeForm(clCream, 201, 50);
+    const TFormPtr right = MakeMarkedForm(clCream, 201, 50);
     const TRect r = Shown([&](TKxCustDlgParams& p) {
         p.SetPosition(dpScrCenter);
         p.SetRightForm(right.get());
@@ -98,7 +96,7 @@ TEST_F(LitePlacement, CentresOverTheMainForm) {
 }
 
 TEST_F(LitePlacement, CentresOverAChosenForm) {
-    const TFormPtr form = MakeForm(clCream, 300, 200);
+    const TFormPtr form = MakeMarkedForm(clCream, 300, 200);
     form->SetBounds(600, 500, 301, 202);
     form->Show();
     const TRect r = Shown([&](TKxCustDlgParams& p) {

@@ -2,7 +2,6 @@
 #include "kx/opensave/KxToolBarProps.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kx {
 namespace {
@@ -17,18 +16,10 @@ TEST(OpenDlgControls, KnowTheIdsOfTheSystemsDialog) {
     EXPECT_EQ(KxAllOpenDlgControls.Bits(), 0x3FFu);
 }
 
-TEST(OpenDlgCaptions, AreEmptyAtFirst) {
-    const TKxOpenDlgCaptions captions;
-    EXPECT_EQ(captions.ReadOnlyFlag() + captions.FileName() + captions.FileType() + captions.LookIn(), "");
-}
-
 // --- List styles
 
-TEST(ListViewStyles, HaveTheirDefaults) {
+TEST(ListViewStyles, LeaveTheViewToTheSystemAtFirst) {
     const TKxListViewStyles styles;
-    EXPECT_FALSE(styles.HotTrack() || styles.FlatScrollBars() || styles.GridLines() || styles.RowSelect());
-    EXPECT_TRUE(styles.EnableRename() && styles.EnableDelete() && styles.PopupOnEmpty() && styles.PopupOnSelection());
-    EXPECT_TRUE(styles.HotTrackStyles().IsEmpty());
     EXPECT_FALSE(styles.ApplyViewStyle());
     EXPECT_EQ(styles.ViewStyle(), lvsList);
 }
@@ -163,11 +154,6 @@ TEST(PlacesBar, IsSupportedFromWindows2000AndMeOn) {
     EXPECT_FALSE(PlacesBarSupported(1, 4, 10));
     EXPECT_FALSE(PlacesBarSupported(0, 6, 0));
     EXPECT_TRUE(PlacesBarSupported()); // every system that this runs on
-}
-
-TEST(PlacesBar, OfTheLiteDialogsIsVisibleAtFirst) {
-    const TKxPlacesBarLiteOptions options;
-    EXPECT_TRUE(options.Visible());
 }
 
 TEST(PlacesBar, TheRecordThatShowsItKeepsAllElse) {

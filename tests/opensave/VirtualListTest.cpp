@@ -6,9 +6,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 /// The filter on the lists of newer shells, whose entries belong to the shell view. The folder holds the folder inner
 /// and the files one.txt and two.txt.

@@ -10,8 +10,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr int OldNameEditId = 1152;
 
@@ -38,29 +36,29 @@ TEST_F(FileNameOnWindows, MayBeAPlainEdit) {
     auto& dialog = NewDialog<TDialogWithEdit>();
     std::vector<std::string> log;
     LogNavigation(dialog, dialog, log);
-    EXPECT_TRUE(RunDialog(dialog, {Perform("look", [&] {
-                              HWND edit = ItemOf(dialog, OldNameEditId);
-                              ASSERT_NE(edit, nullptr);
-                              ASSERT_EQ(ItemOf(dialog, 1148), nullptr);
-                              EXPECT_EQ(dialog.EditHandle(), edit);
-                              log.clear();
-                              dialog.SetFilenameText("set");
-                              EXPECT_EQ(TextOf(edit), "set");
-                              EXPECT_EQ(dialog.FilenameText(), "set");
-                              EXPECT_EQ(dialog.SelectedFiles(), "set");
-                              EXPECT_THAT(log, ElementsAre("change"));
-                              dialog.SetSelectedFolder(Folder.Path("inner"));
-                              EXPECT_EQ(dialog.SelectedFolder(), Folder.Path("inner"));
-                              EXPECT_EQ(TextOf(edit), "set");
-                              dialog.SetVisibleControls(dialog.VisibleControls() - TKxOpenDlgControls{dcFileName});
-                              EXPECT_FALSE(IsWindowVisible(edit));
-                              dialog.SetVisibleControls(KxAllOpenDlgControls);
-                              EXPECT_TRUE(IsWindowVisible(edit));
-                              log.clear();
-                              SetFocus(edit);
-                              SetWindowTextA(edit, "deep.txt");
-                              PressKey(VK_RETURN);
-                          })}));
+    EXPECT_TRUE(RunDialog(dialog, [&] {
+        HWND edit = ItemOf(dialog, OldNameEditId);
+        ASSERT_NE(edit, nullptr);
+        ASSERT_EQ(ItemOf(dialog, 1148), nullptr);
+        EXPECT_EQ(dialog.EditHandle(), edit);
+        log.clear();
+        dialog.SetFilenameText("set");
+        EXPECT_EQ(TextOf(edit), "set");
+        EXPECT_EQ(dialog.FilenameText(), "set");
+        EXPECT_EQ(dialog.SelectedFiles(), "set");
+        EXPECT_THAT(log, ElementsAre("change"));
+        dialog.SetSelectedFolder(Folder.Path("inner"));
+        EXPECT_EQ(dialog.SelectedFolder(), Folder.Path("inner"));
+        EXPECT_EQ(TextOf(edit), "set");
+        dialog.SetVisibleControls(dialog.VisibleControls() - TKxOpenDlgControls{dcFileName});
+        EXPECT_FALSE(IsWindowVisible(edit));
+        dialog.SetVisibleControls(KxAllOpenDlgControls);
+        EXPECT_TRUE(IsWindowVisible(edit));
+        log.clear();
+        SetFocus(edit);
+        SetWindowTextA(edit, "deep.txt");
+        PressKey(VK_RETURN);
+    }));
     EXPECT_THAT(log, ElementsAre("change", "enter?"));
     EXPECT_EQ(dialog.FileName(), Folder.Path("inner\\deep.txt"));
 }
@@ -84,7 +82,7 @@ class InactiveDialog : public TOpenDialogTest {
 protected:
     /// Another window of the program is the active one, and the dialog's buttons take no clicks by message.
     void GoAway() {
-        Other = MakeForm(clWhite, 100, 60);
+        Other = MakeMarkedForm(clWhite, 100, 60);
         Other->Show();
         EnableWindow(Other->Handle(), TRUE);
         SetForegroundWindow(Other->Handle());
@@ -107,23 +105,23 @@ protected:
 };
 
 TEST_F(InactiveDialog, OpensFoldersAndTakesFiles) {
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("navigate and close it", [&] {
-                              GoAway();
-                              Dialog.SetSelectedFolder(Folder.Path("inner"));
-                              EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path("inner"));
-                              EXPECT_EQ(GetFocus(), Other->Handle()) << "as it was";
-                              Dialog.SetFilenameText("deep.txt");
-                              Dialog.CloseDialog(mrOk);
-                          })}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        GoAway();
+        Dialog.SetSelectedFolder(Folder.Path("inner"));
+        EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path("inner"));
+        EXPECT_EQ(GetFocus(), Other->Handle()) << "as it was";
+        Dialog.SetFilenameText("deep.txt");
+        Dialog.CloseDialog(mrOk);
+    }));
     EXPECT_EQ(Dialog.FileName(), Folder.Path("inner\\deep.txt"));
 }
 
 TEST_F(InactiveDialog, IsCancelled) {
     Dialog.SetFileName("before.txt");
-    EXPECT_FALSE(RunDialog(Dialog, {Perform("cancel it", [&] {
-                               GoAway();
-                               Dialog.CloseDialog(mrCancel);
-                           })}));
+    EXPECT_FALSE(RunDialog(Dialog, [&] {
+        GoAway();
+        Dialog.CloseDialog(mrCancel);
+    }));
     EXPECT_EQ(Dialog.FileName(), "before.txt");
 }
 
@@ -280,8 +278,8 @@ protected:
         RedrawWindow(Dialog.DlgHandle(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW | RDW_NOCHILDREN);
     }
 
-    TFormPtr Right = MakeForm(clCream, 120, 60);
-    TFormPtr Bottom = MakeForm(clSilver, 60, 80);
+    TFormPtr Right = MakeMarkedForm(clCream, 120, 60);
+    TFormPtr Bottom = MakeMarkedForm(clSilver, 60, 80);
 };
 
 TEST_F(OverlappingControls, ArePushedDownOnce) {

@@ -9,7 +9,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 // --- Where the dialog shows, and how large
 
@@ -23,7 +22,7 @@ protected:
     }
     TRect RectOf(const TKxFileDlgCore& dialog) { return ScreenRectOf(dialog.DlgHandle()); }
 
-    TFormPtr Right = MakeForm(clCream, 120, 60);
+    TFormPtr Right = MakeMarkedForm(clCream, 120, 60);
 };
 using TFileDialogs = testing::Types<TKxOpenLiteDialog, TKxOpenDialog>;
 TYPED_TEST_SUITE(DialogOfWindows, TFileDialogs);
@@ -31,8 +30,8 @@ TYPED_TEST_SUITE(DialogOfWindows, TFileDialogs);
 TYPED_TEST(DialogOfWindows, AMaximisedOneLeavesTheNextTheSizeOfARestoredOne) {
     TypeParam& dialog = this->New();
     TRect normal;
-    this->Look(dialog, [&] { normal = this->RectOf(dialog); });
-    this->Look(dialog, [&] {
+    Look(dialog, [&] { normal = this->RectOf(dialog); });
+    Look(dialog, [&] {
         HWND window = dialog.DlgHandle();
         ShowWindow(window, SW_MAXIMIZE);
         ASSERT_TRUE(IsZoomed(window));
@@ -41,7 +40,7 @@ TYPED_TEST(DialogOfWindows, AMaximisedOneLeavesTheNextTheSizeOfARestoredOne) {
         const TRect form = RectIn(window, this->Right->WindowHandle());
         EXPECT_EQ(form.Bottom, client.Bottom);
     });
-    this->Look(dialog, [&] {
+    Look(dialog, [&] {
         EXPECT_EQ(Width(this->RectOf(dialog)), Width(normal)) << "the size of the screen was not remembered";
         EXPECT_EQ(Height(this->RectOf(dialog)), Height(normal));
         ShowWindow(dialog.DlgHandle(), SW_MAXIMIZE);
@@ -61,7 +60,7 @@ TYPED_TEST(DialogOfWindows, IsPlacedOnceMoreWhenTheSystemPutsItWhereItWas) {
             }
         });
         TRect shown;
-        this->Look(dialog, [&] {
+        Look(dialog, [&] {
             shown = this->RectOf(dialog);
             ExpectCleanLayout(dialog);
         });
@@ -88,14 +87,14 @@ TYPED_TEST(DialogOfWindows, IsInItsPlaceBeforeItIsSeen) {
             unseen = this->RectOf(dialog);
         }
     });
-    this->Look(dialog, [&] { EXPECT_EQ(this->RectOf(dialog), unseen); });
+    Look(dialog, [&] { EXPECT_EQ(this->RectOf(dialog), unseen); });
 }
 
 TYPED_TEST(DialogOfWindows, IsPlacedByItsFirstPaintingWhenNothingElseTellsOfItsShowing) {
     TypeParam& dialog = this->New();
     dialog.CustDlgParams().SetPosition(dpScrCenter);
     TRect told;
-    this->Look(dialog, [&] { told = this->RectOf(dialog); });
+    Look(dialog, [&] { told = this->RectOf(dialog); });
     bool painted = false;
     TPoint before;
     dialog.SetOnEventHooking([&](TObject*, TMessage& message, bool& allow) {
@@ -104,7 +103,7 @@ TYPED_TEST(DialogOfWindows, IsPlacedByItsFirstPaintingWhenNothingElseTellsOfItsS
             before = {this->RectOf(dialog).Left, this->RectOf(dialog).Top};
         }
     });
-    this->Look(dialog, [&] {
+    Look(dialog, [&] {
         EXPECT_EQ(this->RectOf(dialog), told);
         ExpectCleanLayout(dialog);
     });
@@ -118,7 +117,7 @@ TYPED_TEST(DialogOfWindows, OfTheOldStyleIsTakenOverItselfAndNotItsOwner) {
     dialog.SetOptions({ofOldStyleDialog, ofHideReadOnly});
     dialog.SetTitle("An old dialog");
     const TRect ownerRect = ScreenRectOf(this->Owner->Handle());
-    this->Look(dialog, [&] {
+    Look(dialog, [&] {
         HWND window = dialog.DlgHandle();
         EXPECT_EQ(window, dialog.DialogWindow());
         EXPECT_EQ(TextOf(window), "An old dialog");
@@ -131,7 +130,7 @@ TYPED_TEST(DialogOfWindows, OfTheOldStyleIsTakenOverItselfAndNotItsOwner) {
     EXPECT_EQ(ScreenRectOf(this->Owner->Handle()), ownerRect);
     EXPECT_EQ(TextOf(this->Owner->Handle()), "Owner");
     EXPECT_FALSE(this->Right->Visible());
-    EXPECT_FALSE(RunDialog(dialog, {Perform("close it", [&] { dialog.CloseDialog(mrCancel); })}));
+    EXPECT_FALSE(RunDialog(dialog, [&] { dialog.CloseDialog(mrCancel); }));
 }
 
 TYPED_TEST(DialogOfWindows, OfTheOldStyleNeedsNoOwner) {
@@ -139,7 +138,7 @@ TYPED_TEST(DialogOfWindows, OfTheOldStyleNeedsNoOwner) {
     TypeParam dialog;
     dialog.SetInitialDir(this->Folder.Path());
     dialog.SetOptions({ofOldStyleDialog, ofHideReadOnly});
-    this->Look(dialog, [&] { EXPECT_EQ(dialog.DlgHandle(), dialog.DialogWindow()); });
+    Look(dialog, [&] { EXPECT_EQ(dialog.DlgHandle(), dialog.DialogWindow()); });
 }
 
 // --- The OK button's caption
@@ -161,7 +160,7 @@ TYPED_TEST(DialogOfWindows, KeepsTheCaptionOfOkWhenTheSystemGivesItAnother) {
         SendMessageA(dialog.DlgHandle(), WM_COMMAND, MAKEWPARAM(1148, CBN_SETFOCUS), reinterpret_cast<LPARAM>(control));
     };
     dialog.DlgItemsCaptions().SetOK("&Take it");
-    this->Look(dialog, [&] {
+    Look(dialog, [&] {
         for (const UINT code : {CDN_SELCHANGE, CDN_FOLDERCHANGE, CDN_TYPECHANGE}) {
             EXPECT_EQ(okAfter([&] { notify(code); }), "&Take it") << static_cast<int>(code);
         }
@@ -271,9 +270,9 @@ TEST_F(SharingOnWindows, ADescendantIsAskedWithoutAHandler) {
     const unique_hfile held(
         CreateFileA(Folder.Path("one.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     auto& dialog = NewDialog<TSharingDialog>();
-    EXPECT_FALSE(RunDialog(dialog, {EnterFileName(dialog, "one.txt"),
-                                    Await("it was asked", [&] { return !dialog.Violations.empty(); }),
-                                    test::Press(dialog, IDCANCEL)}));
+    EXPECT_FALSE(
+        RunDialog(dialog, {EnterFileName(dialog, "one.txt"),
+                           Await("it was asked", [&] { return !dialog.Violations.empty(); }), test::Cancel(dialog)}));
     EXPECT_THAT(dialog.Violations, ElementsAre(Folder.Path("one.txt")));
 }
 

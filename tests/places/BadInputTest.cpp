@@ -18,7 +18,7 @@ TEST_F(PlacesKey, APlaceWithoutANumberEndsTheReadingBehindThosePlacesBefore) {
     TKxPlacesBarOptions other;
     other.SetRegistryKey(Key);
     AddPlace(other.Places(), "Place 4", "as it was");
-    EXPECT_EQ(RegistryErrorOf([&] { other.LoadFromRegistry(); }), "Failed to get data for 'IconHot'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { other.LoadFromRegistry(); }), "Failed to get data for 'IconHot'");
     EXPECT_THAT(CaptionsOf(other.Places()), ElementsAre("Place 4", "Place 0", "Place 1", "Place 2", "Place 3"));
     EXPECT_EQ(other.Places()[3].PlacePath(), "C:\\folder 2");
     EXPECT_EQ(other.Places()[4].PlacePath(), "C:\\folder 3") << "what was read of it before";
@@ -31,11 +31,11 @@ TEST_F(PlacesKey, EachMissingOrForeignNumberIsAnError) {
         Options.Places().Clear();
         SavePlaces(1);
         Opened("Place_0")->DeleteValue(name);
-        EXPECT_EQ(RegistryErrorOf([&] { Loaded(); }), "Failed to get data for '" + name + "'");
+        EXPECT_EQ(ErrorOf<ERegistryException>([&] { Loaded(); }), "Failed to get data for '" + name + "'");
         Opened("Place_0")->WriteString(name, "7");
-        EXPECT_EQ(RegistryErrorOf([&] { Loaded(); }), "Invalid data type for '" + name + "'");
+        EXPECT_EQ(ErrorOf<ERegistryException>([&] { Loaded(); }), "Invalid data type for '" + name + "'");
         Opened("Place_0")->WriteBinaryData(name, "\1\0\0\0\0\0\0\0", 8);
-        EXPECT_EQ(RegistryErrorOf([&] { Loaded(); }), "Invalid data type for '" + name + "'");
+        EXPECT_EQ(ErrorOf<ERegistryException>([&] { Loaded(); }), "Invalid data type for '" + name + "'");
     }
 }
 
@@ -46,7 +46,7 @@ TEST_F(PlacesKey, EachMissingTextIsEmptyAndEachForeignOneAnError) {
         Opened("Place_0")->DeleteValue(name);
         EXPECT_EQ(Loaded()->Places().Count(), 1) << name;
         Opened("Place_0")->WriteInteger(name, 7);
-        EXPECT_EQ(RegistryErrorOf([&] { Loaded(); }), "Invalid data type for '" + name + "'");
+        EXPECT_EQ(ErrorOf<ERegistryException>([&] { Loaded(); }), "Invalid data type for '" + name + "'");
     }
 }
 
@@ -63,7 +63,7 @@ TEST_F(PlacesKey, ATextWithoutItsZeroAndAnExpandableOneAreRead) {
 TEST_F(PlacesKey, AnErrorInTheMiddleLosesNothingThatIsStored) {
     SavePlaces(4);
     Opened("Place_1")->DeleteValue("Icon");
-    EXPECT_NE(RegistryErrorOf([&] { Loaded(); }), "nothing raised");
+    EXPECT_NE(ErrorOf<ERegistryException>([&] { Loaded(); }), "no error");
     EXPECT_THAT(SubKeys(), ElementsAre("Place_0", "Place_1", "Place_2", "Place_3"));
     EXPECT_EQ(Opened("Place_3")->ReadString("Path"), "C:\\folder 3");
 }

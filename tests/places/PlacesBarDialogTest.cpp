@@ -1,18 +1,18 @@
 #include "PlacesBarFixture.h"
 
 #include "kx/opensave/KxOpenLite.h"
+#include "tests/support/DialogTest.h"
+#include "tests/support/TestKey.h"
 
 // The places bar in the system's Open dialog, navigated with the mouse.
 
 namespace kx::test {
 namespace {
 
-using testing::ElementsAre;
-
 /// An Open dialog with the bar in place of the system's.
-class PlacesBarDialog : public testing::Test, protected IKxPlacesHost {
+class PlacesBarDialog : public TDialogTest, protected IKxPlacesHost {
 protected:
-    PlacesBarDialog() : Owner(NewForm<TForm>(nullptr)), Dialog(Owner.get()) {
+    PlacesBarDialog() {
         Inner = Folder.AddFolder("inner");
         File = Folder.AddFile("inner\\b.txt");
         Folder.AddFile("one.txt");
@@ -20,7 +20,6 @@ protected:
         Dialog.SetOnShow([this](TObject*) { ShowBar(); });
         MoveMouse({5, 5});
     }
-    ~PlacesBarDialog() override { EXPECT_THAT(Log.Messages(), testing::IsEmpty()); }
 
     HWND GetCommonDialogHandle() const override { return Dialog.DlgHandle(); }
     std::string GetSelPath() const override { return Dialog.SelectedFolder(); }
@@ -55,8 +54,9 @@ protected:
     TStep IsDown(int index = 0, TAction look = {}) {
         return {"the button is down", [this, index] { return Frm->ToolBar1->Buttons(index)->Down(); }, std::move(look)};
     }
-    TStep Await(std::string what, TCondition condition, TAction look = {}) {
-        return {std::move(what), std::move(condition), std::move(look)};
+    /// A click on the place shows this folder.
+    void ExpectToShow(const std::string& folder) {
+        RunDialog(Dialog, {ClickPlace(), Await("the folder is shown", FolderIs(Dialog, folder)), Cancel(Dialog)});
     }
     std::string LookIn() const {
         const HWND combo = GetDlgItem(Dialog.DlgHandle(), 1137);
@@ -74,11 +74,9 @@ protected:
     TTempFolder Folder{"bar"};
     std::string Inner;
     std::string File;
-    std::unique_ptr<TForm, TFreeDeleter> Owner;
-    TKxOpenLiteDialog Dialog;
+    TKxOpenLiteDialog Dialog{Owner.get()};
     TKxPlacesBarOptions Options;
     std::unique_ptr<TKxPlacesBarFrm, TFreeDeleter> Frm;
-    TExceptionLog Log;
 };
 
 TEST_F(PlacesBarDialog, AClickOnAFolderOpensIt) {
@@ -90,14 +88,13 @@ TEST_F(PlacesBarDialog, AClickOnAFolderOpensIt) {
                                   EXPECT_THAT(ItemTexts(FileListOf(Dialog.DlgHandle())), ElementsAre("b.txt"));
                                   Screenshot("places-bar-dialog", Dialog.DlgHandle());
                               }),
-                       ClickPlace(0), Await("and back", FolderIs(Dialog, Folder.Path())), Press(Dialog, IDCANCEL)});
+                       ClickPlace(0), Await("and back", FolderIs(Dialog, Folder.Path())), Cancel(Dialog)});
 }
 
 TEST_F(PlacesBarDialog, AClickOnAFileOpensItsFolderAndNamesIt) {
     Add(File);
-    RunDialog(Dialog,
-              {ClickPlace(), Await("the folder is shown", FolderIs(Dialog, Inner)),
-               Await("the file is named", [&] { return Dialog.FilenameText() == "b.txt"; }), Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, {ClickPlace(), Await("the folder is shown", FolderIs(Dialog, Inner)),
+                       Await("the file is named", [&] { return Dialog.FilenameText() == "b.txt"; }), Cancel(Dialog)});
 }
 
 TEST_F(PlacesBarDialog, AClickOnAFileAndOkTakeTheFile) {
@@ -117,66 +114,53 @@ TEST_F(PlacesBarDialog, AClickOnAPathThatIsNotThereDoesNothing) {
         EXPECT_EQ(Dialog.FilenameText(), "unfinished");
         EXPECT_EQ(ShownMessageBox(), nullptr);
     };
-    RunDialog(Dialog, {{"the name is typed", Shown(Dialog), [&] { Dialog.SetFilenameText("unfinished"); }},
-                       ClickPlace(0),
-                       IsDown(0, unchanged),
-                       ClickPlace(1),
-                       IsDown(1, unchanged),
-                       ClickPlace(2),
-                       IsDown(2, unchanged),
-                       ClickPlace(3),
-                       IsDown(3, unchanged),
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, [&] { Dialog.SetFilenameText("unfinished"); },
+              {ClickPlace(0), IsDown(0, unchanged), ClickPlace(1), IsDown(1, unchanged), ClickPlace(2),
+               IsDown(2, unchanged), ClickPlace(3), IsDown(3, unchanged), Cancel(Dialog)});
 }
 
 TEST_F(PlacesBarDialog, AClickOnTheDesktopOpensIt) {
     Add("", ftDesktop);
     RunDialog(Dialog, {ClickPlace(), Await("the desktop is shown", FolderIs(Dialog, PathOf(CSIDL_DESKTOPDIRECTORY))),
-                       IsDown(0, [&] { EXPECT_EQ(LookIn(), GetSpecFolderName(ftDesktop)); }), Press(Dialog, IDCANCEL)});
+                       IsDown(0, [&] { EXPECT_EQ(LookIn(), GetSpecFolderName(ftDesktop)); }), Cancel(Dialog)});
 }
 
 TEST_F(PlacesBarDialog, AClickOnTheComputerOpensIt) {
     Add("", ftDrives);
     const auto listsDrives = [&] { return FindItem(FileListOf(Dialog.DlgHandle()), " (C:)") >= 0; };
     RunDialog(Dialog, {ClickPlace(), Await("the drives are listed", listsDrives),
-                       IsDown(0, [&] { EXPECT_EQ(LookIn(), GetSpecFolderName(ftDrives)); }), Press(Dialog, IDCANCEL)});
+                       IsDown(0, [&] { EXPECT_EQ(LookIn(), GetSpecFolderName(ftDrives)); }), Cancel(Dialog)});
 }
 
 TEST_F(PlacesBarDialog, AClickOnTheDocumentsOpensThem) {
     Add("", ftPersonal);
-    RunDialog(Dialog, {ClickPlace(), Await("the documents are shown", FolderIs(Dialog, PathOf(CSIDL_PERSONAL))),
-                       Press(Dialog, IDCANCEL)});
+    ExpectToShow(PathOf(CSIDL_PERSONAL));
 }
 
 TEST_F(PlacesBarDialog, AClickOnTheFavoritesOpensThem) {
     Add("", ftFavorites);
-    RunDialog(Dialog, {ClickPlace(), Await("the favorites are shown", FolderIs(Dialog, PathOf(CSIDL_FAVORITES))),
-                       Press(Dialog, IDCANCEL)});
+    ExpectToShow(PathOf(CSIDL_FAVORITES));
 }
 
 TEST_F(PlacesBarDialog, AClickOnTheRecentFilesOpensTheFavorites) {
     Add(Inner, ftRecent);
-    RunDialog(Dialog, {ClickPlace(), Await("the favorites are shown", FolderIs(Dialog, PathOf(CSIDL_FAVORITES))),
-                       Press(Dialog, IDCANCEL)});
+    ExpectToShow(PathOf(CSIDL_FAVORITES));
 }
 
 TEST_F(PlacesBarDialog, ARegistryReferenceIsFollowed) {
-    const std::string key = "Software\\KxTests\\Bar" + IntToStr(GetCurrentProcessId());
+    const TTestKey key;
     {
         TRegistry registry;
-        ASSERT_TRUE(registry.OpenKey(key, true));
+        ASSERT_TRUE(registry.OpenKey(key.Path(), true));
         registry.WriteString("Dir", Inner);
     }
-    Add(Folder.Path()).SetPlaceRegPath("\\" + key + "\\Dir");
-    RunDialog(Dialog, {ClickPlace(), Await("the folder is shown", FolderIs(Dialog, Inner)), Press(Dialog, IDCANCEL)});
-    TRegistry().DeleteKey(key);
-    RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\KxTests");
+    Add(Folder.Path()).SetPlaceRegPath("\\" + key.Path() + "\\Dir");
+    ExpectToShow(Inner);
 }
 
 TEST_F(PlacesBarDialog, AReferenceToTheDocumentsOpensThem) {
     Add(Folder.Path()).SetPlaceRegPath("Personal");
-    RunDialog(Dialog, {ClickPlace(), Await("the documents are shown", FolderIs(Dialog, PathOf(CSIDL_PERSONAL))),
-                       Press(Dialog, IDCANCEL)});
+    ExpectToShow(PathOf(CSIDL_PERSONAL));
 }
 
 TEST_F(PlacesBarDialog, DraggingReordersInsideTheDialogWithoutNavigating) {
@@ -184,20 +168,20 @@ TEST_F(PlacesBarDialog, DraggingReordersInsideTheDialogWithoutNavigating) {
     Add(Inner).SetPlaceName("2");
     Add(Inner).SetPlaceName("3");
     const auto middle = [&](int index) { return Frm->ToolBar1->Buttons(index)->ClientToScreen({40, 20}); };
-    RunDialog(Dialog, {{"a button is dragged", Shown(Dialog),
-                        [&] {
-                            PressAt(middle(2));
-                            MoveMouse(middle(1));
-                        }},
-                       {"it is being dragged", [&] { return Frm->ToolBar1->Buttons(2)->Dragging(); },
-                        [&] { MoveMouse(middle(0)); }},
-                       {"it is over the first", [] { return MouseInputTaken(); }, [&] { ReleaseAt(middle(0)); }},
-                       {"it has moved", [&] { return Options.Places()[0].PlaceName() == "3"; },
-                        [&] {
-                            EXPECT_THAT(CaptionsOf(Options.Places()), ElementsAre("3", "1", "2"));
-                            EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path());
-                        }},
-                       Press(Dialog, IDCANCEL)});
+    RunDialog(
+        Dialog,
+        [&] {
+            PressAt(middle(2));
+            MoveMouse(middle(1));
+        },
+        {{"it is being dragged", [&] { return Frm->ToolBar1->Buttons(2)->Dragging(); }, [&] { MoveMouse(middle(0)); }},
+         {"it is over the first", [] { return MouseInputTaken(); }, [&] { ReleaseAt(middle(0)); }},
+         {"it has moved", [&] { return Options.Places()[0].PlaceName() == "3"; },
+          [&] {
+              EXPECT_THAT(CaptionsOf(Options.Places()), ElementsAre("3", "1", "2"));
+              EXPECT_EQ(Dialog.SelectedFolder(), Folder.Path());
+          }},
+         Cancel(Dialog)});
 }
 
 } // namespace

@@ -3,8 +3,9 @@
 #include "PlacesFixture.h"
 #include "kx/places/KxPlacesBarForm.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
 #include <gmock/gmock.h>
 #include <memory>
@@ -36,8 +37,8 @@ protected:
     std::vector<TStep> ChooseFromMenu(int index, const TMenuItem& item);
 
     TKxPlacesBarOptions Options;
-    std::unique_ptr<TForm, TFreeDeleter> Host; ///< The window that the bar is in.
-    TKxPlacesBarFrm* Frm;                      ///< Null when the test has freed it.
+    TFormPtr Host;        ///< The window that the bar is in.
+    TKxPlacesBarFrm* Frm; ///< Null when the test has freed it.
     TExceptionLog Log;
     std::vector<std::string> ExpectedErrors; ///< Of exceptions that reach the application.
 };

@@ -5,8 +5,6 @@
 namespace kx::test {
 namespace {
 
-using testing::ElementsAre;
-
 TEST_F(PlacesBar, DeletingTheMiddleOneLeavesTheOthersInOrderWithoutARebuild) {
     AddPlaces({"1", "2", "3"});
     Show();

@@ -8,8 +8,6 @@
 namespace kx::test {
 namespace {
 
-using testing::ElementsAre;
-
 class PlacesBarProperties : public TPlacesBarTest {
 protected:
     ~PlacesBarProperties() override {

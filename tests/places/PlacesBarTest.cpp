@@ -7,8 +7,6 @@
 namespace kx::test {
 namespace {
 
-using testing::ElementsAre;
-
 // --- The form
 
 TEST_F(PlacesBar, TheFormIsAsItsFileSays) {

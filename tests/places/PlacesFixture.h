@@ -3,6 +3,9 @@
 #include "kx/places/KxPlaces.h"
 #include "kx/win/Registry.h"
 #include "support/TempFolder.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/TestKey.h"
+#include "tests/support/Texts.h"
 
 #include <gtest/gtest.h>
 
@@ -27,27 +30,10 @@ inline TKxPlace& AddPlace(TKxPlaces& places, const std::string& name, const std:
     return place;
 }
 
-/// Message of the registry error that `f` raises.
-template <class F> std::string RegistryErrorOf(F&& f) {
-    try {
-        f();
-    } catch (const ERegistryException& e) {
-        return e.Message();
-    }
-    return "nothing raised";
-}
-
 /// A registry key of the test's own, gone at the end.
 class PlacesKey : public testing::Test {
 protected:
-    PlacesKey() : Key("Software\\KxTests\\Places" + IntToStr(GetCurrentProcessId())) {
-        TRegistry().DeleteKey(Key);
-        Options.SetRegistryKey(Key);
-    }
-    ~PlacesKey() override {
-        TRegistry().DeleteKey(Key);
-        RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\KxTests");
-    }
+    PlacesKey() { Options.SetRegistryKey(Key); }
 
     /// The open key of a stored place, made when it is missing.
     std::unique_ptr<TRegistry> Opened(const std::string& name) const {
@@ -61,11 +47,7 @@ protected:
         if (registry.OpenKeyReadOnly(Key)) {
             registry.GetKeyNames(names);
         }
-        std::vector<std::string> list;
-        for (int i = 0; i < names.Count(); ++i) {
-            list.push_back(names[i]);
-        }
-        return list;
+        return TextsOf(names);
     }
     /// What a dialog of a later run would have.
     std::unique_ptr<TKxPlacesBarOptions> Loaded() const {
@@ -81,7 +63,11 @@ protected:
         Options.SaveToRegistry();
     }
 
-    const std::string Key;
+private:
+    TTestKey FKey;
+
+protected:
+    const std::string Key = FKey.Path();
     TKxPlacesBarOptions Options;
 };
 

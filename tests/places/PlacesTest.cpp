@@ -1,7 +1,6 @@
 #include "PlacesFixture.h"
 
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
+#include "tests/support/FormFiles.h"
 
 #include <gmock/gmock.h>
 
@@ -26,25 +25,6 @@ void Fill(TKxPlace& place) {
 }
 
 // --- TKxPlace
-
-TEST(Place, ANewOneIsZeroEmptyAndFalse) {
-    TKxPlace place(nullptr);
-    EXPECT_EQ(place.PlaceName(), "");
-    EXPECT_EQ(place.PlacePath(), "");
-    EXPECT_EQ(place.PlaceRegPath(), "");
-    EXPECT_EQ(place.PlaceSpecPath(), ftNone);
-    EXPECT_EQ(place.PlaceDesc(), "");
-    EXPECT_EQ(place.PlaceIconDll(), "");
-    EXPECT_EQ(place.PlaceIcon(), 0);
-    EXPECT_EQ(place.PlaceHotIcon(), 0);
-    EXPECT_FALSE(place.AutoCaption());
-}
-
-TEST(Place, PublishesItsPropertiesWithoutDefaults) {
-    for (const TPropInfo* property : TKxPlace::StaticClass().Properties()) {
-        EXPECT_FALSE(property->Default.has_value()) << property->Name;
-    }
-}
 
 TEST(Place, AssigningCopiesEverything) {
     TKxPlace source(nullptr);
@@ -303,34 +283,32 @@ TEST(PlacesBarOptions, TravelWithAFormFile) {
     dialog.PlacesBar().SetBorderStyle(bsSingle);
     Fill(*dialog.PlacesBar().Places().Add());
     dialog.PlacesBar().Places().Add();
-    TMemoryStream stream;
-    WriteComponent(stream, dialog, TStreamFormat::Text);
-    EXPECT_EQ(std::string(stream.Bytes()), "object Dialog: TDialogWithPlaces\r\n"
-                                           "  PlacesBar.RegistryKey = 'Software\\Acme\\Places'\r\n"
-                                           "  PlacesBar.Places = <\r\n"
-                                           "    item\r\n"
-                                           "      PlaceName = 'Favorites'\r\n"
-                                           "      PlacePath = 'D:\\Drawings'\r\n"
-                                           "      PlaceRegPath = '\\Software\\Acme\\Dirs\\Data'\r\n"
-                                           "      PlaceSpecPath = ftFavorites\r\n"
-                                           "      PlaceDesc = 'All drawings'\r\n"
-                                           "      PlaceIconDll = 'shell32.dll'\r\n"
-                                           "      PlaceIcon = 3\r\n"
-                                           "      PlaceHotIcon = -4\r\n"
-                                           "      AutoCaption = True\r\n"
-                                           "    end\r\n"
-                                           "    item\r\n"
-                                           "      PlaceSpecPath = ftNone\r\n"
-                                           "      PlaceIcon = 0\r\n"
-                                           "      PlaceHotIcon = 0\r\n"
-                                           "      AutoCaption = False\r\n"
-                                           "    end>\r\n"
-                                           "  PlacesBar.BorderStyle = bsSingle\r\n"
-                                           "  PlacesBar.Native = False\r\n"
-                                           "end\r\n");
+    const std::string text = FormTextOf(dialog);
+    EXPECT_EQ(text, "object Dialog: TDialogWithPlaces\r\n"
+                    "  PlacesBar.RegistryKey = 'Software\\Acme\\Places'\r\n"
+                    "  PlacesBar.Places = <\r\n"
+                    "    item\r\n"
+                    "      PlaceName = 'Favorites'\r\n"
+                    "      PlacePath = 'D:\\Drawings'\r\n"
+                    "      PlaceRegPath = '\\Software\\Acme\\Dirs\\Data'\r\n"
+                    "      PlaceSpecPath = ftFavorites\r\n"
+                    "      PlaceDesc = 'All drawings'\r\n"
+                    "      PlaceIconDll = 'shell32.dll'\r\n"
+                    "      PlaceIcon = 3\r\n"
+                    "      PlaceHotIcon = -4\r\n"
+                    "      AutoCaption = True\r\n"
+                    "    end\r\n"
+                    "    item\r\n"
+                    "      PlaceSpecPath = ftNone\r\n"
+                    "      PlaceIcon = 0\r\n"
+                    "      PlaceHotIcon = 0\r\n"
+                    "      AutoCaption = False\r\n"
+                    "    end>\r\n"
+                    "  PlacesBar.BorderStyle = bsSingle\r\n"
+                    "  PlacesBar.Native = False\r\n"
+                    "end\r\n");
     TDialogWithPlaces read;
-    stream.SetPosition(0);
-    ReadComponent(stream, &read);
+    ReadFormOver(read, text);
     EXPECT_EQ(read.PlacesBar().RegistryKey(), "Software\\Acme\\Places");
     EXPECT_FALSE(read.PlacesBar().Native());
     ASSERT_EQ(read.PlacesBar().Places().Count(), 2);

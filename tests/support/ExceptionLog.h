@@ -3,6 +3,7 @@
 #include "kx/ui/forms/Forms.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kx::test {
@@ -18,6 +19,8 @@ public:
     ~TExceptionLog() { Application().SetOnException(FPrevious); }
 
     const std::vector<std::string>& Messages() const { return FMessages; }
+    /// The messages so far; forgets them.
+    std::vector<std::string> Take() { return std::exchange(FMessages, {}); }
 
 private:
     TExceptionEvent FPrevious;

@@ -2,8 +2,6 @@
 
 #include "support/Screen.h"
 
-#include <gtest/gtest.h>
-
 namespace kx::test {
 
 namespace {
@@ -51,6 +49,13 @@ bool RunDialog(TCommonDialog& dialog, std::vector<TStep> steps) {
     return RunDialog([&] { return dialog.Execute(); }, std::move(steps));
 }
 
+bool RunDialog(TCommonDialog& dialog, TAction act, std::vector<TStep> steps) {
+    steps.insert(steps.begin(), Perform("act in the dialog", std::move(act)));
+    return RunDialog(dialog, std::move(steps));
+}
+
+bool Look(TCommonDialog& dialog, TAction look) { return RunDialog(dialog, std::move(look), {Cancel(dialog)}); }
+
 bool PumpUntil(const TCondition& condition, unsigned seconds) {
     const ULONGLONG end = GetTickCount64() + seconds * 1000ULL;
     while (!condition()) {
@@ -74,6 +79,8 @@ std::string Screenshot(const std::string& name, HWND window) {
     const std::string path = ShotPath(name);
     return (window ? CaptureWindow(window, path) : CaptureScreen(path)) ? path : std::string();
 }
+
+HWND ItemOf(const TCommonDialog& dialog, int id) { return GetDlgItem(dialog.DialogWindow(), id); }
 
 TCondition Shown(const TCommonDialog& dialog) {
     return [&dialog] { return IsShown(dialog); };
@@ -109,6 +116,8 @@ TStep Press(const TCommonDialog& dialog, int buttonId) {
             [&dialog, buttonId] { PressButton(FindChild(dialog.DialogWindow(), "Button", buttonId)); }};
 }
 
+TStep Cancel(const TCommonDialog& dialog) { return Press(dialog, IDCANCEL); }
+
 TStep EnterFileName(const TOpenDialog& dialog, const std::string& name) {
     return {"the name " + name + " can be entered",
             [&dialog] { return dialog.DialogWindow() && IsWindowEnabled(dialog.DialogWindow()) != 0; },
@@ -120,5 +129,7 @@ TStep EnterFileName(const TOpenDialog& dialog, const std::string& name) {
 }
 
 TStep Perform(std::string what, TAction action) { return {std::move(what), {}, std::move(action)}; }
+
+TStep Await(std::string what, TCondition condition) { return {std::move(what), std::move(condition), {}}; }
 
 } // namespace kx::test

@@ -7,8 +7,8 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/FormTest.h"
 
 #include <gtest/gtest.h>
 
@@ -16,8 +16,7 @@ namespace kx::test {
 
 /// Draws itself, and counts how often.
 class TPaintedButton : public TToolButton {
-    KX_CLASS()
-
+public:
     using TToolButton::TToolButton;
     int Paints = 0;
 
@@ -29,22 +28,15 @@ protected:
     }
 };
 
-inline const TClass& TPaintedButton::StaticClass() {
-    static const TClassBuilder<TPaintedButton> cls("TPaintedButton", TToolButton::StaticClass());
-    return cls.Class();
-}
-
-class ToolBar : public ::testing::Test {
+class ToolBar : public TFormTest {
 protected:
-    ToolBar() : Form(NewForm<TForm>(nullptr)), Bar(new TToolBar(Form.get())) {
+    ToolBar() : Bar(new TToolBar(Form.get())) {
         Form->SetBorderStyle(bsNone);
-        Form->SetBounds(100, 100, 400, 300);
         Bar->SetEdgeBorders({});
         Bar->SetParent(Form.get());
     }
     void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
+        TFormTest::Show();
         Bar->Update();
     }
     /// As a bar of places: one column.
@@ -85,16 +77,12 @@ protected:
         SendMessageA(Bar->Handle(), TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
         return FromRECT(r);
     }
-    static TPoint Middle(TControl& control) {
-        return control.ClientToScreen({control.Width() / 2, control.Height() / 2});
-    }
     COLORREF ColorIn(TControl& control) {
         Bar->Update();
         const TWindowDC dc(Bar->Handle());
         return GetPixel(dc.Handle(), control.Left() + control.Width() / 2, control.Top() + control.Height() / 2);
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
     TToolBar* Bar;
 };
 

@@ -1,6 +1,7 @@
 #include "kx/win/FileStreams.h"
 #include "kx/core/Strings.h"
 #include "support/TempFolder.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -8,15 +9,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-
-template <class E, class F> std::string MessageOf(F&& f) {
-    try {
-        f();
-    } catch (const E& e) {
-        return e.Message();
-    }
-    return "nothing raised";
-}
 
 TEST(FileStream, WritesReadsAndSeeks) {
     const TTempFolder folder;
@@ -49,11 +41,11 @@ TEST(FileStream, WritesReadsAndSeeks) {
 TEST(FileStream, NamesTheFileAndTheReasonWhenItCannotBeOpened) {
     const TTempFolder folder;
     const std::string missing = folder.Path("missing.txt");
-    const std::string opening = MessageOf<EFOpenError>([&] { TFileStream(missing, fmOpenRead); });
+    const std::string opening = ErrorOf<EFOpenError>([&] { TFileStream(missing, fmOpenRead); });
     EXPECT_EQ(opening.rfind("Cannot open file \"" + missing + "\". ", 0), 0u) << opening;
     EXPECT_GT(opening.size(), missing.size() + 25) << "the system's reason is missing";
     const std::string nowhere = folder.Path("no\\such\\folder.txt");
-    const std::string creating = MessageOf<EFCreateError>([&] { TFileStream(nowhere, fmCreate); });
+    const std::string creating = ErrorOf<EFCreateError>([&] { TFileStream(nowhere, fmCreate); });
     EXPECT_EQ(creating.rfind("Cannot create file \"" + nowhere + "\". ", 0), 0u) << creating;
 }
 
@@ -102,9 +94,9 @@ TEST(ResourceStream, ReadsAndDoesNotWrite) {
     resource.ReadBuffer(magic, 2);
     EXPECT_EQ(std::string(magic, 2), "BM");
     EXPECT_THROW(resource.WriteBuffer("x", 1), EWriteError);
-    EXPECT_EQ(MessageOf<EResNotFound>([] { TResourceStream(HInstance(), "NoSuchThing", RT_RCDATA); }),
+    EXPECT_EQ(ErrorOf<EResNotFound>([] { TResourceStream(HInstance(), "NoSuchThing", RT_RCDATA); }),
               "Resource NoSuchThing not found");
-    EXPECT_EQ(MessageOf<EResNotFound>([] { TResourceStream(HInstance(), 99, RT_RCDATA); }), "Resource 99 not found");
+    EXPECT_EQ(ErrorOf<EResNotFound>([] { TResourceStream(HInstance(), 99, RT_RCDATA); }), "Resource 99 not found");
 }
 
 TEST(Files, AreNoFoldersAndFoldersAreNoFiles) {

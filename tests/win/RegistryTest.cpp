@@ -1,31 +1,16 @@
 #include "kx/win/Registry.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/Texts.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <vector>
 
 namespace kx {
 namespace {
 
+using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-template <class F> std::string ErrorOf(F&& f) {
-    try {
-        f();
-    } catch (const ERegistryException& e) {
-        return e.Message();
-    }
-    return "nothing raised";
-}
-
-std::vector<std::string> ListOf(const TStrings& strings) {
-    std::vector<std::string> list;
-    for (int i = 0; i < strings.Count(); ++i) {
-        list.push_back(strings[i]);
-    }
-    return list;
-}
 
 /// A key of the test's own, deleted at the end.
 class Registry : public testing::Test {
@@ -44,12 +29,12 @@ protected:
     std::vector<std::string> KeyNames() const {
         TStringList names;
         Reg.GetKeyNames(names);
-        return ListOf(names);
+        return TextsOf(names);
     }
     std::vector<std::string> ValueNames() const {
         TStringList names;
         Reg.GetValueNames(names);
-        return ListOf(names);
+        return TextsOf(names);
     }
     void PutRaw(const char* name, DWORD type, const std::string& bytes) const {
         RegSetValueExA(Reg.CurrentKey(), name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
@@ -125,11 +110,11 @@ TEST_F(Registry, ReadOnlyKeysRefuseToBeWritten) {
     Reg.WriteString("text", "old");
     ASSERT_TRUE(Reg.OpenKeyReadOnly("\\" + Root));
     EXPECT_EQ(Reg.ReadString("text"), "old");
-    EXPECT_EQ(ErrorOf([&] { Reg.WriteString("text", "new"); }), "Failed to set data for 'text'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.WriteString("text", "new"); }), "Failed to set data for 'text'");
     EXPECT_EQ(Reg.ReadString("text"), "old");
     Reg.SetAccess(KEY_READ);
     ASSERT_TRUE(Reg.OpenKey("\\" + Root, false));
-    EXPECT_EQ(ErrorOf([&] { Reg.WriteInteger("n", 1); }), "Failed to set data for 'n'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.WriteInteger("n", 1); }), "Failed to set data for 'n'");
     Reg.SetAccess(KEY_ALL_ACCESS);
 }
 
@@ -182,7 +167,7 @@ TEST_F(Registry, NamesMayHave255Characters) {
 
 TEST_F(Registry, ReportsAKeyThatCannotBeMade) {
     const std::string name(100000, 'x');
-    EXPECT_EQ(ErrorOf([&] { Reg.CreateKey(name); }), "Failed to create key " + name);
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.CreateKey(name); }), "Failed to create key " + name);
     EXPECT_FALSE(Reg.OpenKey(name, true));
     EXPECT_EQ(Reg.CurrentPath(), Root);
 }
@@ -234,24 +219,25 @@ TEST_F(Registry, IntegersAreThirtyTwoBits) {
 }
 
 TEST_F(Registry, AMissingIntegerIsAnError) {
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadInteger("IconHot"); }), "Failed to get data for 'IconHot'");
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadBool("AutoCaption"); }), "Failed to get data for 'AutoCaption'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadInteger("IconHot"); }), "Failed to get data for 'IconHot'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadBool("AutoCaption"); }),
+              "Failed to get data for 'AutoCaption'");
     Reg.CloseKey();
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadInteger("IconHot"); }), "Failed to get data for 'IconHot'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadInteger("IconHot"); }), "Failed to get data for 'IconHot'");
 }
 
 TEST_F(Registry, AValueOfAnotherTypeIsAnError) {
     Reg.WriteString("text", "12");
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadInteger("text"); }), "Invalid data type for 'text'");
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadBool("text"); }), "Invalid data type for 'text'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadInteger("text"); }), "Invalid data type for 'text'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadBool("text"); }), "Invalid data type for 'text'");
     Reg.WriteInteger("number", 12);
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadString("number"); }), "Invalid data type for 'number'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadString("number"); }), "Invalid data type for 'number'");
     PutRaw("short", REG_DWORD, "ab");
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadInteger("short"); }), "Invalid data type for 'short'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadInteger("short"); }), "Invalid data type for 'short'");
     PutRaw("long", REG_DWORD, "abcdefgh");
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadInteger("long"); }), "Invalid data type for 'long'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadInteger("long"); }), "Invalid data type for 'long'");
     PutRaw("list", REG_MULTI_SZ, std::string("a\0b\0\0", 5));
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadString("list"); }), "Invalid data type for 'list'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadString("list"); }), "Invalid data type for 'list'");
     EXPECT_EQ(Reg.GetDataType("list"), TRegDataType::Unknown);
 }
 
@@ -263,8 +249,10 @@ TEST_F(Registry, BinaryDataMustFit) {
     EXPECT_EQ(Reg.ReadBinaryData("bytes", buffer, sizeof(buffer)), 5u);
     EXPECT_EQ(std::string(buffer, 5), std::string(data, 5));
     EXPECT_EQ(buffer[5], 9);
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadBinaryData("bytes", buffer, 4); }), "Failed to get data for 'bytes'");
-    EXPECT_EQ(ErrorOf([&] { Reg.ReadBinaryData("none", buffer, 4); }), "Failed to get data for 'none'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadBinaryData("bytes", buffer, 4); }),
+              "Failed to get data for 'bytes'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.ReadBinaryData("none", buffer, 4); }),
+              "Failed to get data for 'none'");
     Reg.WriteBinaryData("empty", nullptr, 0);
     EXPECT_EQ(Reg.ReadBinaryData("empty", buffer, 0), 0u);
 }
@@ -281,7 +269,7 @@ TEST_F(Registry, ListsAndDeletesValues) {
 
 TEST_F(Registry, WritingWithoutAnOpenKeyIsAnError) {
     Reg.CloseKey();
-    EXPECT_EQ(ErrorOf([&] { Reg.WriteString("text", "x"); }), "Failed to set data for 'text'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.WriteString("text", "x"); }), "Failed to set data for 'text'");
     EXPECT_FALSE(Reg.DeleteValue("text"));
 }
 
@@ -289,7 +277,7 @@ TEST_F(Registry, WritingToAKeyThatIsGoneIsAnError) {
     ASSERT_TRUE(Reg.OpenKey("gone", true));
     TRegistry other;
     EXPECT_TRUE(other.DeleteKey(Root + "\\gone"));
-    EXPECT_EQ(ErrorOf([&] { Reg.WriteInteger("n", 1); }), "Failed to set data for 'n'");
+    EXPECT_EQ(ErrorOf<ERegistryException>([&] { Reg.WriteInteger("n", 1); }), "Failed to set data for 'n'");
     EXPECT_EQ(Reg.ReadString("n"), "");
 }
 
@@ -344,20 +332,20 @@ TEST_F(Registry, AnIniFileListsAndErases) {
     ini.WriteString("Two", "c", "3");
     TStringList list;
     ini.ReadSections(list);
-    EXPECT_THAT(ListOf(list), ElementsAre("One", "Two"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("One", "Two"));
     ini.ReadSection("One", list);
-    EXPECT_THAT(ListOf(list), ElementsAre("a", "b"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a", "b"));
     ini.ReadSectionValues("One", list);
-    EXPECT_THAT(ListOf(list), ElementsAre("a=1", "b=2"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("a=1", "b=2"));
     ini.DeleteKey("One", "a");
     ini.DeleteKey("One", "missing");
     ini.DeleteKey("Missing", "a");
     ini.ReadSection("One", list);
-    EXPECT_THAT(ListOf(list), ElementsAre("b"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("b"));
     ini.EraseSection("One");
     ini.EraseSection("Missing");
     ini.ReadSections(list);
-    EXPECT_THAT(ListOf(list), ElementsAre("Two"));
+    EXPECT_THAT(TextsOf(list), ElementsAre("Two"));
     ini.ReadSection("One", list);
     EXPECT_EQ(list.Count(), 0);
 }
@@ -406,9 +394,9 @@ TEST_F(RegistryView, SectionsOfAnIniFileKeepToIt) {
     EXPECT_EQ(ini.ReadString("section", "name", ""), "value");
     TStringList names;
     ini.ReadSection("section", names);
-    EXPECT_THAT(ListOf(names), ElementsAre("name"));
+    EXPECT_THAT(TextsOf(names), ElementsAre("name"));
     ini.ReadSectionValues("section", names);
-    EXPECT_THAT(ListOf(names), ElementsAre("name=value"));
+    EXPECT_THAT(TextsOf(names), ElementsAre("name=value"));
     ini.EraseSection("section");
     EXPECT_EQ(ini.ReadString("section", "name", "none"), "none");
 }

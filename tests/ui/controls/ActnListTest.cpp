@@ -1,22 +1,18 @@
 #include "kx/ui/controls/ActnList.h"
 
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
 #include "kx/ui/controls/Menus.h"
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/TestDriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FormFiles.h"
+#include "tests/support/FormTest.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
 
-class Action : public testing::Test {
+class Action : public TFormTest {
 protected:
-    Action() : Form(NewForm<TForm>(nullptr)), Save(Form.get()), Button(new TButton(Form.get())), Item(Form.get()) {
+    Action() : Save(Form.get()), Button(new TButton(Form.get())), Item(Form.get()) {
         Button->SetParent(Form.get());
         Save.SetCaption("&Save");
         Save.SetHint("Saves it");
@@ -24,7 +20,6 @@ protected:
         Save.SetOnExecute([this](TObject*) { ++Executed; });
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
     kx::TAction Save;
     TButton* Button;
     TMenuItem Item;
@@ -136,9 +131,8 @@ TEST_F(Action, OfAFormFileLeavesWhatTheFileSays) {
                              "    end\r\n"
                              "  end\r\n"
                              "end\r\n";
-    const std::unique_ptr<TForm, TFreeDeleter> read(NewForm<TForm>(nullptr));
-    TStaticMemoryStream stream(text.data(), text.size());
-    ReadComponent(stream, read.get());
+    const TFormPtr read(NewForm<TForm>(nullptr));
+    ReadFormOver(*read, text);
     const auto& named = dynamic_cast<TButton&>(*read->FindComponent("Named"));
     const auto& plain = dynamic_cast<TButton&>(*read->FindComponent("Plain"));
     const auto& list = dynamic_cast<TActionList&>(*read->FindComponent("List"));

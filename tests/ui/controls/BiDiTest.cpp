@@ -1,13 +1,9 @@
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FormFiles.h"
+#include "tests/support/FormTest.h"
 
 // Reading order of controls.
 
@@ -16,18 +12,9 @@ namespace {
 
 using namespace test;
 
-class BiDi : public ::testing::Test {
+class BiDi : public TFormTest {
 protected:
-    BiDi() : Form(NewForm<TForm>(nullptr)) {
-        Form->SetBorderStyle(bsNone);
-        Form->SetBounds(100, 100, 400, 300);
-    }
-    template <class T> T* Add(int left, int top, int width, int height, TWinControl* parent = nullptr) {
-        auto* const control = new T(Form.get());
-        control->SetBounds(left, top, width, height);
-        control->SetParent(parent ? parent : Form.get());
-        return control;
-    }
+    BiDi() { Form->SetBorderStyle(bsNone); }
     static DWORD ExStyle(TWinControl& control) {
         constexpr DWORD all = WS_EX_RTLREADING | WS_EX_RIGHT | WS_EX_LEFTSCROLLBAR;
         return static_cast<DWORD>(GetWindowLongA(control.Handle(), GWL_EXSTYLE)) & all;
@@ -46,8 +33,6 @@ protected:
         }
         return columns;
     }
-
-    std::unique_ptr<TForm, TFreeDeleter> Form;
 };
 
 TEST_F(BiDi, IsLeftToRightAndFollowsTheParentAtFirst) {
@@ -156,11 +141,7 @@ TEST_F(BiDi, TextsThatStandLeftStandRight) {
 TEST_F(BiDi, IsStoredWhenItDoesNotFollow) {
     auto* const label = Add<TLabel>(0, 0, 50, 13);
     label->SetName("Label1");
-    const auto written = [&] {
-        TMemoryStream stream;
-        WriteComponent(stream, *Form, TStreamFormat::Text);
-        return std::string(stream.Bytes());
-    };
+    const auto written = [&] { return FormTextOf(*Form); };
     EXPECT_EQ(written().find("BiDiMode"), std::string::npos);
     Form->SetBiDiMode(bdRightToLeft);
     EXPECT_NE(written().find("  BiDiMode = bdRightToLeft\r\n  ParentBiDiMode = False\r\n"), std::string::npos)

@@ -1,19 +1,13 @@
 // What a control's canvas draws on.
 
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/TestDriver.h"
-
-#include <gtest/gtest.h>
-#include <memory>
+#include "tests/support/FormTest.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
-
-using TFormPtr = std::unique_ptr<TForm, TFreeDeleter>;
 
 constexpr COLORREF Red = 0x0000FF;
 
@@ -49,7 +43,9 @@ const TClass& TSelfPaintingForm::StaticClass() {
     return cls.Class();
 }
 
-TEST(ControlCanvas, AFormThatPaintsItselfDrawsOnWhatItIsGivenFromItsFirstPaintingOn) {
+class ControlCanvas : public TFormTest {};
+
+TEST_F(ControlCanvas, AFormThatPaintsItselfDrawsOnWhatItIsGivenFromItsFirstPaintingOn) {
     const std::unique_ptr<TSelfPaintingForm, TFreeDeleter> form(NewForm<TSelfPaintingForm>(nullptr));
     form->SetDoubleBuffered(true); // the picture in memory is not the window's
     form->Show();
@@ -58,13 +54,9 @@ TEST(ControlCanvas, AFormThatPaintsItselfDrawsOnWhatItIsGivenFromItsFirstPaintin
     EXPECT_EQ(form->Used, form->Given);
 }
 
-TEST(ControlCanvas, OutsideOfPaintingItFollowsAWindowThatIsMadeAnew) {
-    const TFormPtr form(NewForm<TForm>(nullptr));
-    auto* const panel = new TPanel(form.get());
-    panel->SetBounds(20, 20, 100, 50);
-    panel->SetParent(form.get());
-    form->Show();
-    ASSERT_TRUE(PumpUntil([&] { return form->Active(); }));
+TEST_F(ControlCanvas, OutsideOfPaintingItFollowsAWindowThatIsMadeAnew) {
+    auto* const panel = Add<TPanel>(20, 20, 100, 50);
+    Show();
     FillRed(panel->Canvas());
     ASSERT_EQ(PixelOf(*panel, 50, 25), Red);
     panel->RecreateWnd();
@@ -74,61 +66,45 @@ TEST(ControlCanvas, OutsideOfPaintingItFollowsAWindowThatIsMadeAnew) {
     EXPECT_EQ(PixelOf(*panel, 50, 25), Red);
 }
 
-TEST(ControlCanvas, OutsideOfPaintingItFollowsAFormsWindowToo) {
-    const TFormPtr form(NewForm<TForm>(nullptr));
-    form->Show();
-    ASSERT_TRUE(PumpUntil([&] { return form->Active(); }));
-    const HDC before = form->Canvas().Handle();
-    ASSERT_EQ(WindowFromDC(before), form->WindowHandle());
-    form->RecreateWnd();
-    EXPECT_EQ(WindowFromDC(form->Canvas().Handle()), form->WindowHandle());
+TEST_F(ControlCanvas, OutsideOfPaintingItFollowsAFormsWindowToo) {
+    Show();
+    const HDC before = Form->Canvas().Handle();
+    ASSERT_EQ(WindowFromDC(before), Form->WindowHandle());
+    Form->RecreateWnd();
+    EXPECT_EQ(WindowFromDC(Form->Canvas().Handle()), Form->WindowHandle());
 }
 
-TEST(ControlCanvas, OutsideOfPaintingItFollowsAControlWithoutAWindow) {
-    const TFormPtr form(NewForm<TForm>(nullptr));
-    auto* const label = new TPaintBox(form.get());
-    label->SetBounds(10, 10, 20, 20);
-    label->SetParent(form.get());
-    form->Show();
-    ASSERT_TRUE(PumpUntil([&] { return form->Active(); }));
+TEST_F(ControlCanvas, OutsideOfPaintingItFollowsAControlWithoutAWindow) {
+    auto* const label = Add<TPaintBox>(10, 10, 20, 20);
+    Show();
     FillRed(label->Canvas());
-    ASSERT_EQ(PixelOf(*form, 15, 15), Red);
-    ASSERT_NE(PixelOf(*form, 60, 60), Red);
+    ASSERT_EQ(PixelOf(*Form, 15, 15), Red);
+    ASSERT_NE(PixelOf(*Form, 60, 60), Red);
     label->SetBounds(50, 50, 30, 30);
-    form->Repaint();
-    ASSERT_NE(PixelOf(*form, 15, 15), Red);
+    Form->Repaint();
+    ASSERT_NE(PixelOf(*Form, 15, 15), Red);
     FillRed(label->Canvas());
-    EXPECT_EQ(PixelOf(*form, 75, 75), Red) << "at its new place, in its new size";
-    EXPECT_NE(PixelOf(*form, 15, 15), Red);
+    EXPECT_EQ(PixelOf(*Form, 75, 75), Red) << "at its new place, in its new size";
+    EXPECT_NE(PixelOf(*Form, 15, 15), Red);
 }
 
-TEST(ControlCanvas, OutsideOfPaintingItFollowsAControlToAnotherParent) {
-    const TFormPtr form(NewForm<TForm>(nullptr));
-    auto* const panel = new TPanel(form.get());
-    panel->SetBounds(100, 100, 100, 50);
-    panel->SetParent(form.get());
-    auto* const box = new TPaintBox(form.get());
-    box->SetBounds(10, 10, 20, 20);
-    box->SetParent(form.get());
-    form->Show();
-    ASSERT_TRUE(PumpUntil([&] { return form->Active(); }));
+TEST_F(ControlCanvas, OutsideOfPaintingItFollowsAControlToAnotherParent) {
+    auto* const panel = Add<TPanel>(100, 100, 100, 50);
+    auto* const box = Add<TPaintBox>(10, 10, 20, 20);
+    Show();
     FillRed(box->Canvas());
     box->SetParent(panel);
-    form->Repaint();
+    Form->Repaint();
     FillRed(box->Canvas());
     EXPECT_EQ(PixelOf(*panel, 15, 15), Red);
 }
 
-TEST(ControlCanvas, AWindowThatGoesTakesTheContextsOfTheControlsInItAlong) {
-    const TFormPtr form(NewForm<TForm>(nullptr));
-    auto* const box = new TPaintBox(form.get());
-    box->SetBounds(10, 10, 20, 20);
-    box->SetParent(form.get());
-    form->Show();
-    ASSERT_TRUE(PumpUntil([&] { return form->Active(); }));
+TEST_F(ControlCanvas, AWindowThatGoesTakesTheContextsOfTheControlsInItAlong) {
+    auto* const box = Add<TPaintBox>(10, 10, 20, 20);
+    Show();
     FillRed(box->Canvas());
-    form->RecreateWnd();
-    EXPECT_EQ(WindowFromDC(box->Canvas().Handle()), form->WindowHandle());
+    Form->RecreateWnd();
+    EXPECT_EQ(WindowFromDC(box->Canvas().Handle()), Form->WindowHandle());
 }
 
 } // namespace

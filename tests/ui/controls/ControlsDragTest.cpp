@@ -1,11 +1,9 @@
 #include "kx/ui/controls/Menus.h"
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/FormTest.h"
 
-#include <gtest/gtest.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -16,11 +14,10 @@ using namespace test;
 using TLines = std::vector<std::string>;
 
 /// Two panels to drag between, a graphic control, and a log of what they are told.
-class Drag : public ::testing::Test {
+class Drag : public TFormTest {
 protected:
-    Drag() : Form(NewForm<TForm>(nullptr)) {
+    Drag() {
         Form->SetBorderStyle(bsNone);
-        Form->SetBounds(100, 100, 400, 300);
         Source = Add<TPanel>("source", 10, 10);
         Target = Add<TPanel>("target", 150, 10);
         Graphic = Add<TPaintBox>("graphic", 10, 150);
@@ -35,16 +32,13 @@ protected:
         });
         Source->SetOnClick([this](TObject*) { Log.emplace_back("click"); });
         Source->SetOnMouseUp([this](TObject*, TMouseButton, TShiftState, int, int) { Log.emplace_back("up"); });
-        Form->Show();
-        PumpUntil([this] { return Form->Active(); });
+        Show();
     }
     ~Drag() override { ReleaseAt({5, 5}); }
 
     template <class T> T* Add(const char* name, int left, int top) {
-        auto* const control = new T(Form.get());
+        auto* const control = TFormTest::Add<T>(left, top, 100, 100);
         control->SetName(name);
-        control->SetBounds(left, top, 100, 100);
-        control->SetParent(Form.get());
         return control;
     }
     static std::string NameOf(TObject* object) {
@@ -75,7 +69,6 @@ protected:
         MoveMouse(In(control));
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
     TPanel* Source;
     TPanel* Target;
     TPaintBox* Graphic;

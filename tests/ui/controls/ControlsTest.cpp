@@ -1,12 +1,10 @@
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/FormTest.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace kx {
@@ -14,23 +12,9 @@ namespace {
 
 using namespace test;
 
-class ControlsTest : public ::testing::Test {
+class ControlsTest : public TFormTest {
 protected:
-    ControlsTest() : Form(NewForm<TForm>(nullptr)) {
-        Form->SetBorderStyle(bsNone);
-        Form->SetBounds(100, 100, 400, 300);
-    }
-    template <class T> T* Add(int left, int top, int width, int height, TWinControl* parent = nullptr) {
-        auto* const control = new T(Form.get());
-        control->SetBounds(left, top, width, height);
-        control->SetParent(parent ? parent : Form.get());
-        return control;
-    }
-    void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
-    }
-    std::unique_ptr<TForm, TFreeDeleter> Form;
+    ControlsTest() { Form->SetBorderStyle(bsNone); }
 };
 
 /// Writes down what happens to it.

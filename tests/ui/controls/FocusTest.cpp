@@ -2,8 +2,6 @@
 
 #include "tests/support/TestDriver.h"
 
-#include <gtest/gtest.h>
-
 namespace kx {
 namespace {
 

@@ -1,6 +1,5 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "support/TempFolder.h"
 #include "tests/ui/ControlFixture.h"
 
 // Built twice: into a program whose code page is the system's, and into one whose code page is UTF-8.
@@ -26,7 +25,7 @@ TEST(Accelerators, AreWholeLettersOfAnyCase) {
 }
 
 TEST(Accelerators, OfBothUmlautsPressTheirOwnButtons) {
-    const std::unique_ptr<TForm, TFreeDeleter> form(NewForm<TForm>(nullptr));
+    const TFormPtr form(NewForm<TForm>(nullptr));
     std::string log;
     const auto add = [&](const std::string& caption, const char* what) {
         auto* const button = new TButton(form.get());
@@ -50,7 +49,7 @@ TEST(Accelerators, OfBothUmlautsPressTheirOwnButtons) {
 }
 
 TEST(Accelerators, AreThoseOfLettersInADialogsMessageLoopToo) {
-    const std::unique_ptr<TForm, TFreeDeleter> form(NewForm<TForm>(nullptr));
+    const TFormPtr form(NewForm<TForm>(nullptr));
     const HWND host =
         CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 300, nullptr, nullptr, nullptr, nullptr);
     std::string log;

@@ -2,15 +2,11 @@
 
 #include "tests/ui/HostDialog.h"
 
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
 
-#include <functional>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 
@@ -18,8 +14,6 @@ namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Two forms, one of them possibly in a window of the system, with a panel, and in it the control that it is about.
 struct TScene {

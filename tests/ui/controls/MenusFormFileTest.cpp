@@ -1,6 +1,7 @@
 #include "kx/core/Classes.h"
 #include "kx/ui/controls/Menus.h"
 #include "tests/support/Census.h"
+#include "tests/support/FormFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -75,8 +76,7 @@ end
 TEST(MenuInAFormFile, IsReadAndWritten) {
     RegisterClasses<TPopupMenu, TMenuItem, TImageList>();
     THost host;
-    TMemoryStream stream{std::string_view(FormText)};
-    ReadComponent(stream, &host);
+    ReadFormOver(host, FormText);
     ASSERT_NE(host.PopupMenu1, nullptr);
     ASSERT_NE(host.Open1, nullptr);
     EXPECT_EQ(host.PopupMenu1->Items().Count(), 3);
@@ -93,13 +93,11 @@ TEST(MenuInAFormFile, IsReadAndWritten) {
     host.Open1->Click();
     EXPECT_EQ(host.Clicks, 1);
 
-    TMemoryStream written;
-    WriteComponent(written, host, TStreamFormat::Text);
     std::string expected;
     for (const char* c = FormText; *c; ++c) {
         expected += *c == '\n' ? std::string("\r\n") : std::string(1, *c);
     }
-    EXPECT_EQ(std::string(written.Bytes()), expected);
+    EXPECT_EQ(FormTextOf(host), expected);
 }
 
 TEST(MenuInAFormFile, AThousandLivesLeaveNothingBehind) {
@@ -107,8 +105,7 @@ TEST(MenuInAFormFile, AThousandLivesLeaveNothingBehind) {
     const auto work = [] {
         for (int i = 0; i < 100; ++i) {
             THost host;
-            TMemoryStream stream{std::string_view(FormText)};
-            ReadComponent(stream, &host);
+            ReadFormOver(host, FormText);
             EXPECT_EQ(GetMenuItemCount(host.PopupMenu1->Handle()), 3);
             host.Open1->SetCaption("other");
         }

@@ -1,10 +1,7 @@
 #include "kx/ui/controls/Menus.h"
-#include "kx/ui/forms/Forms.h"
 #include "tests/support/Census.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/TestDriver.h"
 
 namespace kx {
 namespace {

@@ -1,9 +1,7 @@
-#include "kx/ui/forms/Forms.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestForms.h"
 
 #include <gtest/gtest.h>
-
-#include <memory>
 
 // Controls without windows, painted by the window that they are in.
 
@@ -35,7 +33,7 @@ private:
 
 TEST(PaintingOfControls, OneThatFailsLeavesTheOthersPainted) {
     const TExceptionLog log;
-    const std::unique_ptr<TForm, TFreeDeleter> form(NewForm<TForm>(nullptr));
+    const TFormPtr form(NewForm<TForm>(nullptr));
     form->SetBorderStyle(bsNone);
     form->SetBounds(100, 100, 100, 40);
     new TSquare(*form, 0, clRed);

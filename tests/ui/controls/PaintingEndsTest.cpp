@@ -1,6 +1,5 @@
 // Code of the application frees a control, or has its window made anew, while it is painted.
 
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/ui/widgets/ExtCtrls.h"
@@ -8,13 +7,8 @@
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
 #include "kx/win/ReflectedMessages.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
-
-#include <functional>
-#include <gtest/gtest.h>
-#include <memory>
-#include <utility>
+#include "tests/support/FormTest.h"
 
 namespace kx {
 namespace {
@@ -49,9 +43,8 @@ protected:
     }
 };
 
-class PaintingEnds : public testing::Test {
+class PaintingEnds : public TFormTest {
 protected:
-    PaintingEnds() : Form(NewForm<TForm>(nullptr)) { Form->SetBounds(100, 100, 400, 300); }
     ~PaintingEnds() override { EXPECT_TRUE(Exceptions.Messages().empty()) << Exceptions.Messages().front(); }
 
     template <class T> T* Add(TWinControl* parent = nullptr) {
@@ -69,12 +62,7 @@ protected:
         second->SetBounds(50, 40, 20, 20);
         return {first, second};
     }
-    void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
-    }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
     TExceptionLog Exceptions;
 };
 

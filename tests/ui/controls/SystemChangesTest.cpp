@@ -239,16 +239,15 @@ bool MayLogOff() {
     return allowed;
 }
 
-class LoggingOff : public ::testing::Test {
+class LoggingOff : public TFormTest {
 protected:
-    LoggingOff() : Form(NewForm<TForm>(nullptr)) {
+    LoggingOff() {
         Form->SetOnCloseQuery([this](TObject*, bool& canClose) {
             ++Asked;
             canClose = Allow;
         });
         Form->SetOnClose([this](TObject*, TCloseAction&) { ++Closed; });
     }
-    std::unique_ptr<TForm, TFreeDeleter> Form;
     int Asked = 0;
     int Closed = 0;
     bool Allow = false;
@@ -292,7 +291,7 @@ TEST_F(LoggingOff, AsksTheMainFormAlsoWhenItIsHidden) {
 TEST_F(LoggingOff, AsksAModalFormAndTheFormBehindIt) {
     Form->Show();
     int modalAsked = 0;
-    const std::unique_ptr<TForm, TFreeDeleter> modal(NewForm<TForm>(nullptr));
+    const TFormPtr modal(NewForm<TForm>(nullptr));
     modal->SetOnCloseQuery([&](TObject*, bool& canClose) {
         ++modalAsked;
         canClose = Allow || modal->ModalResult() != mrNone;

@@ -1,21 +1,16 @@
 #include "kx/ui/dialogs/DialogsColor.h"
 #include "tests/support/TestDriver.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/TestForms.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 constexpr int Red = 706;
 constexpr int AddButton = 712;
 constexpr int DefineButton = 719;
 constexpr int HelpButton = 1038;
-
-HWND ItemOf(const TColorDialog& dialog, int id) { return GetDlgItem(dialog.Handle(), id); }
 
 void SetComponents(const TColorDialog& dialog, std::initializer_list<int> components) {
     int edit = Red;
@@ -28,21 +23,21 @@ TEST(ColorDialogComponent, AConfirmedColourIsTaken) {
     TColorDialog dialog;
     dialog.SetColor(clTeal);
     dialog.SetOptions({cdFullOpen});
-    EXPECT_TRUE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] {
-                                        EXPECT_EQ(TextOf(ItemOf(dialog, Red + 1)), "128");
-                                        SetComponents(dialog, {10, 20, 30});
-                                        Click(ItemOf(dialog, IDOK));
-                                    }}}));
+    EXPECT_TRUE(RunDialog(dialog, [&] {
+        EXPECT_EQ(TextOf(ItemOf(dialog, Red + 1)), "128");
+        SetComponents(dialog, {10, 20, 30});
+        Click(ItemOf(dialog, IDOK));
+    }));
     EXPECT_EQ(dialog.Color(), static_cast<TColor>(RGB(10, 20, 30)));
 }
 
 TEST(ColorDialogComponent, ACancelledColourIsNotTaken) {
     TColorDialog dialog;
     dialog.SetColor(clTeal);
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] {
-                                         SetComponents(dialog, {10, 20, 30});
-                                         Click(ItemOf(dialog, IDCANCEL));
-                                     }}}));
+    EXPECT_FALSE(RunDialog(dialog, [&] {
+        SetComponents(dialog, {10, 20, 30});
+        Click(ItemOf(dialog, IDCANCEL));
+    }));
     EXPECT_EQ(dialog.Color(), clTeal);
 }
 
@@ -65,13 +60,11 @@ TEST(ColorDialogComponent, OptionsReachTheDialog) {
                                   TSample{{cdShowHelp, cdAnyColor, cdSolidColor}, false, true, true}}) {
         TColorDialog dialog;
         dialog.SetOptions(sample.Options);
-        RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                            [&] {
-                                EXPECT_EQ(IsWindowVisible(ItemOf(dialog, Red)) != 0, sample.IsFull);
-                                EXPECT_EQ(IsWindowEnabled(ItemOf(dialog, DefineButton)) != 0, sample.CanOpen);
-                                EXPECT_EQ(IsWindowVisible(ItemOf(dialog, HelpButton)) != 0, sample.HasHelp);
-                            }},
-                           Press(dialog, IDCANCEL)});
+        Look(dialog, [&] {
+            EXPECT_EQ(IsWindowVisible(ItemOf(dialog, Red)) != 0, sample.IsFull);
+            EXPECT_EQ(IsWindowEnabled(ItemOf(dialog, DefineButton)) != 0, sample.CanOpen);
+            EXPECT_EQ(IsWindowVisible(ItemOf(dialog, HelpButton)) != 0, sample.HasHelp);
+        });
     }
 }
 
@@ -83,11 +76,11 @@ TEST(ColorDialogComponent, CustomColoursGoIntoTheDialogAndComeBackEvenWhenItIsCa
     dialog.CustomColors().Add("ColorD=1000000");
     dialog.CustomColors().Add("ColorP=12");
     dialog.CustomColors().Add("ColorQ=000000");
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog), [&] {
-                                         SetComponents(dialog, {1, 2, 3});
-                                         Click(ItemOf(dialog, AddButton));
-                                         Click(ItemOf(dialog, IDCANCEL));
-                                     }}}));
+    EXPECT_FALSE(RunDialog(dialog, [&] {
+        SetComponents(dialog, {1, 2, 3});
+        Click(ItemOf(dialog, AddButton));
+        Click(ItemOf(dialog, IDCANCEL));
+    }));
     ASSERT_EQ(dialog.CustomColors().Count(), TColorDialog::MaxCustomColors);
     EXPECT_EQ(dialog.CustomColors()[0], "ColorA=030201"); // the first box; the digits run from blue to red
     EXPECT_EQ(dialog.CustomColors()[1], "ColorB=FFEEDD");
@@ -117,18 +110,16 @@ TEST(ColorDialogComponent, OnShowComesBeforeItIsVisibleAndOnCloseBeforeItIsGone)
 }
 
 TEST(ColorDialogComponent, OtherWindowsWaitMeanwhile) {
-    const std::unique_ptr<TForm, TFreeDeleter> owner(NewForm<TForm>(nullptr));
-    const std::unique_ptr<TForm, TFreeDeleter> other(NewForm<TForm>(nullptr));
+    const TFormPtr owner(NewForm<TForm>(nullptr));
+    const TFormPtr other(NewForm<TForm>(nullptr));
     owner->Show();
     other->Show();
     TColorDialog dialog;
-    RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                        [&] {
-                            EXPECT_FALSE(IsWindowEnabled(owner->Handle()));
-                            EXPECT_FALSE(IsWindowEnabled(other->Handle()));
-                            EXPECT_THROW(dialog.Execute(), EInvalidOperation);
-                        }},
-                       Press(dialog, IDCANCEL)});
+    Look(dialog, [&] {
+        EXPECT_FALSE(IsWindowEnabled(owner->Handle()));
+        EXPECT_FALSE(IsWindowEnabled(other->Handle()));
+        EXPECT_THROW(dialog.Execute(), EInvalidOperation);
+    });
     EXPECT_TRUE(IsWindowEnabled(owner->Handle()));
     EXPECT_TRUE(IsWindowEnabled(other->Handle()));
 }
@@ -137,7 +128,7 @@ TEST(ColorDialogComponent, MayBeFreedWhileItIsShown) {
     auto* dialog = new TColorDialog;
     int closed = 0;
     dialog->SetOnClose([&](TObject*) { ++closed; });
-    EXPECT_FALSE(RunDialog(*dialog, {{"the dialog is shown", Shown(*dialog), [&] { dialog->Free(); }}}));
+    EXPECT_FALSE(RunDialog(*dialog, [&] { dialog->Free(); }));
     EXPECT_EQ(closed, 1);
     EXPECT_EQ(ActiveDialog(), nullptr);
 }

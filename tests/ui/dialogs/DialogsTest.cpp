@@ -1,14 +1,10 @@
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TestDriver.h"
-
-#include <functional>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 /// A folder with two text files, a picture and a folder, and an open dialog that starts there.
 class OpenDialog : public testing::Test {
@@ -25,28 +21,11 @@ protected:
     TOpenDialog Dialog;
 };
 
-TEST_F(OpenDialog, HasTheDefaultsOfANewComponent) {
+TEST_F(OpenDialog, HasNoFilesAndNoWindowAtFirst) {
     const TOpenDialog dialog;
-    EXPECT_EQ(dialog.Options(), (TOpenOptions{ofHideReadOnly, ofEnableSizing}));
-    EXPECT_EQ(dialog.OptionsEx(), TOpenOptionsEx{});
-    EXPECT_EQ(dialog.FilterIndex(), 1);
-    EXPECT_EQ(dialog.FileName(), "");
     EXPECT_EQ(dialog.Files().Count(), 0);
     EXPECT_EQ(dialog.Handle(), nullptr);
     EXPECT_EQ(dialog.DialogWindow(), nullptr);
-}
-
-TEST_F(OpenDialog, PublishesItsPropertiesByName) {
-    SetSetProp(Dialog, "Options", "[ofAllowMultiSelect,ofPathMustExist]");
-    EXPECT_EQ(Dialog.Options(), (TOpenOptions{ofAllowMultiSelect, ofPathMustExist}));
-    SetSetProp(Dialog, "OptionsEx", "[ofExNoPlacesBar]");
-    EXPECT_EQ(Dialog.OptionsEx(), TOpenOptionsEx{ofExNoPlacesBar});
-    SetStrProp(Dialog, "Filter", "All|*.*");
-    EXPECT_EQ(Dialog.Filter(), "All|*.*");
-    for (const char* name : {"OnShow", "OnClose", "OnCanClose", "OnFolderChange", "OnSelectionChange", "OnTypeChange",
-                             "OnIncludeItem", "DefaultExt", "FileName", "FilterIndex", "InitialDir", "Title"}) {
-        EXPECT_TRUE(IsPublishedProp(Dialog, name)) << name;
-    }
 }
 
 TEST_F(OpenDialog, ReturnsTheFullPathOfATypedName) {
@@ -57,24 +36,23 @@ TEST_F(OpenDialog, ReturnsTheFullPathOfATypedName) {
 }
 
 TEST_F(OpenDialog, ReturnsTheFileChosenInTheListByKeyboard) {
-    const bool confirmed =
-        RunDialog(Dialog, {Perform("choose a file",
-                                   [&] {
-                                       SetFocus(FileListOf(Dialog.DialogWindow()));
-                                       TypeText("three");
-                                   }),
-                           {"the name is in the edit",
-                            [&] { return TextOf(FileNameEditOf(Dialog.DialogWindow())) == "three.png"; },
-                            [] { PressKey(VK_RETURN); }}});
+    const bool confirmed = RunDialog(
+        Dialog,
+        [&] {
+            SetFocus(FileListOf(Dialog.DialogWindow()));
+            TypeText("three");
+        },
+        {{"the name is in the edit", [&] { return TextOf(FileNameEditOf(Dialog.DialogWindow())) == "three.png"; },
+          [] { PressKey(VK_RETURN); }}});
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(Dialog.FileName(), Folder.Path("three.png"));
 }
 
 TEST_F(OpenDialog, ReturnsTheFileChosenByDoubleClick) {
-    const bool confirmed = RunDialog(Dialog, {Perform("double click", [&] {
-                                         HWND list = FileListOf(Dialog.DialogWindow());
-                                         DoubleClickAt(ItemCenter(list, FindItem(list, "one.txt")));
-                                     })});
+    const bool confirmed = RunDialog(Dialog, [&] {
+        HWND list = FileListOf(Dialog.DialogWindow());
+        DoubleClickAt(ItemCenter(list, FindItem(list, "one.txt")));
+    });
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(Dialog.FileName(), Folder.Path("one.txt"));
 }
@@ -93,7 +71,7 @@ TEST_F(OpenDialog, GivesUpOnCancelEscapeAndClosing) {
             ++closed;
         });
         Dialog.SetFileName("before.txt");
-        EXPECT_FALSE(RunDialog(Dialog, {Perform("leave", way)}));
+        EXPECT_FALSE(RunDialog(Dialog, way));
         EXPECT_EQ(closed, 1);
         EXPECT_EQ(Dialog.FileName(), "before.txt");
         EXPECT_EQ(Dialog.Handle(), nullptr);
@@ -113,8 +91,7 @@ TEST_F(OpenDialog, IsCompleteButHiddenInOnShow) {
         files = ItemCount(FileListOf(window));
         shownRect = ScreenRectOf(window);
     });
-    RunDialog(Dialog, {Perform("compare", [&] { EXPECT_EQ(ScreenRectOf(Dialog.DialogWindow()), shownRect); }),
-                       Press(Dialog, IDCANCEL)});
+    Look(Dialog, [&] { EXPECT_EQ(ScreenRectOf(Dialog.DialogWindow()), shownRect); });
     EXPECT_EQ(files, 4);
     EXPECT_GT(Width(shownRect), 300);
 }
@@ -149,12 +126,12 @@ TEST_F(OpenDialog, FiresItsEventsInOrder) {
 
 TEST_F(OpenDialog, ReportsEachNewSelection) {
     int changes = 0;
-    const bool confirmed = RunDialog(
-        Dialog, {Perform("listen", [&] { Dialog.SetOnSelectionChange([&](TObject*) { ++changes; }); }),
-                 Perform("select", [&] { EXPECT_TRUE(SelectItem(FileListOf(Dialog.DialogWindow()), "one.txt")); }),
-                 {"the selection was reported", [&] { return changes > 0; },
-                  [&] { EXPECT_EQ(TextOf(FileNameEditOf(Dialog.DialogWindow())), "one.txt"); }},
-                 Press(Dialog, IDOK)});
+    const bool confirmed =
+        RunDialog(Dialog, [&] { Dialog.SetOnSelectionChange([&](TObject*) { ++changes; }); },
+                  {Perform("select", [&] { EXPECT_TRUE(SelectItem(FileListOf(Dialog.DialogWindow()), "one.txt")); }),
+                   {"the selection was reported", [&] { return changes > 0; },
+                    [&] { EXPECT_EQ(TextOf(FileNameEditOf(Dialog.DialogWindow())), "one.txt"); }},
+                   Press(Dialog, IDOK)});
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(Dialog.FileName(), Folder.Path("one.txt"));
 }
@@ -187,7 +164,7 @@ TEST_F(OpenDialog, AsksAboutEachFileWhenItemsAreToBeIncluded) {
         EXPECT_EQ(notification.hdr.hwndFrom, Dialog.DialogWindow());
         ++asked;
     });
-    RunDialog(Dialog, {Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, {Cancel(Dialog)});
     EXPECT_EQ(asked, 3) << "three files, and a folder, about which nobody is asked";
 }
 
@@ -199,33 +176,21 @@ TEST_F(OpenDialog, CanBeShownAgainAndAgain) {
 }
 
 TEST_F(OpenDialog, RefusesToBeShownWhileItIsShown) {
-    std::string message;
-    RunDialog(Dialog, {Perform("show it again",
-                               [&] {
-                                   try {
-                                       Dialog.Execute();
-                                   } catch (const EInvalidOperation& e) {
-                                       message = e.Message();
-                                   }
-                               }),
-                       Press(Dialog, IDCANCEL)});
-    EXPECT_EQ(message, "Dialog is already shown");
+    Look(Dialog, [&] { EXPECT_EQ(ErrorOf<EInvalidOperation>([&] { Dialog.Execute(); }), "Dialog is already shown"); });
 }
 
 TEST_F(OpenDialog, ShowsItsTitleAndTheTextOfItsFilters) {
     Dialog.SetTitle("Choose a drawing");
     Dialog.SetFilter("Text files|*.txt|Pictures|*.png;*.bmp");
-    RunDialog(Dialog, {Perform("look",
-                               [&] {
-                                   EXPECT_EQ(TextOf(Dialog.DialogWindow()), "Choose a drawing");
-                                   HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", 1136);
-                                   EXPECT_EQ(SendMessageA(types, CB_GETCOUNT, 0, 0), 2);
-                                   EXPECT_EQ(TextOf(types), "Text files");
-                                   EXPECT_THAT(ItemTexts(FileListOf(Dialog.DialogWindow())),
-                                               testing::UnorderedElementsAre("inner", "one.txt", "two.txt"));
-                                   Screenshot("open-dialog");
-                               }),
-                       Press(Dialog, IDCANCEL)});
+    Look(Dialog, [&] {
+        EXPECT_EQ(TextOf(Dialog.DialogWindow()), "Choose a drawing");
+        HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", 1136);
+        EXPECT_EQ(SendMessageA(types, CB_GETCOUNT, 0, 0), 2);
+        EXPECT_EQ(TextOf(types), "Text files");
+        EXPECT_THAT(ItemTexts(FileListOf(Dialog.DialogWindow())),
+                    testing::UnorderedElementsAre("inner", "one.txt", "two.txt"));
+        Screenshot("open-dialog");
+    });
 }
 
 TEST(SaveDialog, AppendsTheDefaultExtension) {

@@ -1,18 +1,11 @@
-#include "kx/ui/forms/Forms.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
+#include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr int TypeComboId = 1136;
 
@@ -87,7 +80,7 @@ TEST_F(DialogEvents, AnExceptionInOnCanCloseRefusesTheClosing) {
 
 TEST_F(DialogEvents, WhatIsNoExceptionOfOursEndsThereToo) {
     Dialog.SetOnShow([](TObject*) { throw std::runtime_error("of the standard library"); });
-    EXPECT_FALSE(RunDialog(Dialog, {Press(Dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(Dialog, {Cancel(Dialog)}));
     EXPECT_THAT(Log.Messages(), ElementsAre("of the standard library"));
 }
 
@@ -120,27 +113,25 @@ protected:
     }
 
     TTempFolder Folder;
-    std::unique_ptr<TForm, TFreeDeleter> Main;
-    std::unique_ptr<TForm, TFreeDeleter> Other;
+    TFormPtr Main;
+    TFormPtr Other;
     HWND Edit = nullptr;
     std::unique_ptr<TOpenDialog> Dialog;
 };
 
 TEST_F(DialogOfAForm, DisablesAllWindowsOfTheApplicationWhileItIsShown) {
-    RunDialog(*Dialog, {Perform("look",
-                                [&] {
-                                    EXPECT_EQ(IsWindowEnabled(Main->Handle()), 0);
-                                    EXPECT_EQ(IsWindowEnabled(Other->Handle()), 0);
-                                    EXPECT_EQ(GetWindow(Dialog->DialogWindow(), GW_OWNER), Main->Handle());
-                                    EXPECT_EQ(GetActiveWindow(), Dialog->DialogWindow());
-                                }),
-                        Press(*Dialog, IDCANCEL)});
+    Look(*Dialog, [&] {
+        EXPECT_EQ(IsWindowEnabled(Main->Handle()), 0);
+        EXPECT_EQ(IsWindowEnabled(Other->Handle()), 0);
+        EXPECT_EQ(GetWindow(Dialog->DialogWindow(), GW_OWNER), Main->Handle());
+        EXPECT_EQ(GetActiveWindow(), Dialog->DialogWindow());
+    });
     EXPECT_NE(IsWindowEnabled(Main->Handle()), 0);
     EXPECT_NE(IsWindowEnabled(Other->Handle()), 0);
 }
 
 TEST_F(DialogOfAForm, GivesTheFocusBack) {
-    RunDialog(*Dialog, {Press(*Dialog, IDCANCEL)});
+    RunDialog(*Dialog, {Cancel(*Dialog)});
     EXPECT_EQ(GetActiveWindow(), Main->Handle());
     EXPECT_EQ(GetFocus(), Edit);
     TypeText("abc");
@@ -148,7 +139,7 @@ TEST_F(DialogOfAForm, GivesTheFocusBack) {
 }
 
 TEST_F(DialogOfAForm, LeavesTheFormsClickable) {
-    RunDialog(*Dialog, {Press(*Dialog, IDCANCEL)});
+    RunDialog(*Dialog, {Cancel(*Dialog)});
     int clicks = 0;
     Other->SetOnMouseDown([&](TObject*, TMouseButton, TShiftState, int, int) { ++clicks; });
     Click(Other->Handle());
@@ -181,24 +172,23 @@ TEST_F(DialogOfAForm, NestsInAnotherDialog) {
     inner.SetInitialDir(innerFolder.Path());
     bool innerResult = false;
     const bool outerResult =
-        RunDialog(*Dialog, {Perform("open the inner dialog",
+        RunDialog(*Dialog,
+                  [&] {
+                      innerResult =
+                          RunDialog(inner,
                                     [&] {
-                                        innerResult = RunDialog(
-                                            inner, {Perform("look",
-                                                            [&] {
-                                                                EXPECT_EQ(GetWindow(inner.DialogWindow(), GW_OWNER),
-                                                                          Dialog->DialogWindow());
-                                                                EXPECT_EQ(IsWindowEnabled(Dialog->DialogWindow()), 0);
-                                                            }),
-                                                    EnterFileName(inner, "inner.txt")});
-                                    }),
-                            Perform("look",
-                                    [&] {
-                                        EXPECT_NE(IsWindowEnabled(Dialog->DialogWindow()), 0);
-                                        EXPECT_EQ(IsWindowEnabled(Main->Handle()), 0);
-                                        EXPECT_EQ(GetActiveWindow(), Dialog->DialogWindow());
-                                    }),
-                            EnterFileName(*Dialog, Folder.Path("outer.txt"))});
+                                        EXPECT_EQ(GetWindow(inner.DialogWindow(), GW_OWNER), Dialog->DialogWindow());
+                                        EXPECT_EQ(IsWindowEnabled(Dialog->DialogWindow()), 0);
+                                    },
+                                    {EnterFileName(inner, "inner.txt")});
+                  },
+                  {Perform("look",
+                           [&] {
+                               EXPECT_NE(IsWindowEnabled(Dialog->DialogWindow()), 0);
+                               EXPECT_EQ(IsWindowEnabled(Main->Handle()), 0);
+                               EXPECT_EQ(GetActiveWindow(), Dialog->DialogWindow());
+                           }),
+                   EnterFileName(*Dialog, Folder.Path("outer.txt"))});
     EXPECT_TRUE(innerResult);
     EXPECT_TRUE(outerResult);
     EXPECT_EQ(inner.FileName(), innerFolder.Path("inner.txt"));
@@ -216,7 +206,7 @@ TEST_F(DialogOfAForm, NestsInAnEventOfADialogThatIsNotVisibleYet) {
         Dialog->SetOnShow(nullptr);
         innerResult = RunDialog(inner, {EnterFileName(inner, "a.txt")});
     });
-    EXPECT_FALSE(RunDialog(*Dialog, {Press(*Dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(*Dialog, {Cancel(*Dialog)}));
     EXPECT_TRUE(innerResult);
     EXPECT_EQ(inner.FileName(), Folder.Path("a.txt"));
 }
@@ -226,7 +216,7 @@ TEST_F(DialogOfAForm, TellsTheApplicationWhenModalityBeginsAndEnds) {
     Application().SetOnModalBegin([&](TObject*) { events.emplace_back("begin"); });
     Application().SetOnModalEnd([&](TObject*) { events.emplace_back("end"); });
     Dialog->SetOnShow([&](TObject*) { events.emplace_back("show"); });
-    RunDialog(*Dialog, {Press(*Dialog, IDCANCEL)});
+    RunDialog(*Dialog, {Cancel(*Dialog)});
     Application().SetOnModalBegin(nullptr);
     Application().SetOnModalEnd(nullptr);
     EXPECT_THAT(events, ElementsAre("begin", "show", "end"));

@@ -1,25 +1,13 @@
 #include "tests/support/TestDriver.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Texts.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 constexpr int ReadOnlyBoxId = 1040;
 constexpr int TypeComboId = 1136;
-
-std::vector<std::string> TextsOf(const TStrings& strings) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < strings.Count(); ++i) {
-        texts.push_back(strings[i]);
-    }
-    return texts;
-}
 
 std::string CurrentFolder() {
     char path[MAX_PATH + 1] = "";
@@ -43,7 +31,7 @@ TEST_F(ChosenFiles, SeveralSelectedFilesComeBackWithFullPaths) {
     Folder.AddFile("c.txt");
     Folder.AddFile("d.txt");
     AllowSeveral();
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("select", [&] { SelectAllItems(List()); }), Press(Dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] { SelectAllItems(List()); }, {Press(Dialog, IDOK)}));
     EXPECT_THAT(TextsOf(Dialog.Files()),
                 UnorderedElementsAre(Folder.Path("a b.txt"), Folder.Path("c.txt"), Folder.Path("d.txt")));
     EXPECT_EQ(Dialog.FileName(), Dialog.Files()[0]);
@@ -52,7 +40,7 @@ TEST_F(ChosenFiles, SeveralSelectedFilesComeBackWithFullPaths) {
 TEST_F(ChosenFiles, OneSelectedFileOfADialogForSeveralIsOneFullPath) {
     Folder.AddFile("only one.txt");
     AllowSeveral();
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("select", [&] { SelectAllItems(List()); }), Press(Dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] { SelectAllItems(List()); }, {Press(Dialog, IDOK)}));
     EXPECT_THAT(TextsOf(Dialog.Files()), ElementsAre(Folder.Path("only one.txt")));
 }
 
@@ -71,12 +59,12 @@ TEST_F(ChosenFiles, FiveThousandFilesComeBackComplete) {
         Folder.AddFile(nameOf(i));
     }
     AllowSeveral();
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("select all",
-                                           [&] {
-                                               EXPECT_EQ(ItemCount(List()), count);
-                                               SelectAllItems(List());
-                                           }),
-                                   Press(Dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(Dialog,
+                          [&] {
+                              EXPECT_EQ(ItemCount(List()), count);
+                              SelectAllItems(List());
+                          },
+                          {Press(Dialog, IDOK)}));
     std::vector<std::string> files = TextsOf(Dialog.Files());
     std::sort(files.begin(), files.end());
     ASSERT_EQ(files.size(), count);
@@ -102,8 +90,7 @@ TEST_F(ChosenFiles, TwoThousandPastedNamesComeBackComplete) {
 TEST_F(ChosenFiles, TheStartingNameIsInTheEdit) {
     Folder.AddFile("start.txt");
     Dialog.SetFileName("start.txt");
-    EXPECT_TRUE(
-        RunDialog(Dialog, {Perform("look", [&] { EXPECT_EQ(TextOf(Edit()), "start.txt"); }), Press(Dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] { EXPECT_EQ(TextOf(Edit()), "start.txt"); }, {Press(Dialog, IDOK)}));
     EXPECT_EQ(Dialog.FileName(), Folder.Path("start.txt"));
 }
 
@@ -127,9 +114,9 @@ TEST_F(ChosenFiles, AMissingInitialFolderGivesTheCurrentOne) {
     const TTempFolder current;
     SetCurrentDirectoryA(current.Path().c_str());
     Dialog.SetInitialDir(Folder.Path("not there"));
-    RunDialog(Dialog, {{"the current folder is open", FolderIs(Dialog, current.Path()), {}}, Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, {{"the current folder is open", FolderIs(Dialog, current.Path()), {}}, Cancel(Dialog)});
     Dialog.SetInitialDir("");
-    RunDialog(Dialog, {{"the current folder is open", FolderIs(Dialog, current.Path()), {}}, Press(Dialog, IDCANCEL)});
+    RunDialog(Dialog, {{"the current folder is open", FolderIs(Dialog, current.Path()), {}}, Cancel(Dialog)});
 }
 
 TEST_F(ChosenFiles, RelativeNamesAreTakenFromTheFolderThatIsShown) {
@@ -156,23 +143,19 @@ TEST_F(ChosenFiles, TheFilterIndexGoesInAndComesOut) {
     Folder.AddFile("a.txt");
     Dialog.SetFilter("Text|*.txt|Pictures|*.png|All|*.*");
     Dialog.SetFilterIndex(3);
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("choose a type",
-                                           [&] {
-                                               HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", TypeComboId);
-                                               EXPECT_EQ(TextOf(types), "All");
-                                               ChooseInCombo(types, 1, CBN_SELENDOK);
-                                           }),
-                                   EnterFileName(Dialog, "a.txt")}));
+    EXPECT_TRUE(RunDialog(Dialog,
+                          [&] {
+                              HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", TypeComboId);
+                              EXPECT_EQ(TextOf(types), "All");
+                              ChooseInCombo(types, 1, CBN_SELENDOK);
+                          },
+                          {EnterFileName(Dialog, "a.txt")}));
     EXPECT_EQ(Dialog.FilterIndex(), 2);
 }
 
 TEST_F(ChosenFiles, ACancelledDialogKeepsTheFilterIndex) {
     Dialog.SetFilter("Text|*.txt|Pictures|*.png");
-    RunDialog(
-        Dialog,
-        {Perform("choose a type",
-                 [&] { ChooseInCombo(FindChild(Dialog.DialogWindow(), "ComboBox", TypeComboId), 1, CBN_SELENDOK); }),
-         Press(Dialog, IDCANCEL)});
+    Look(Dialog, [&] { ChooseInCombo(FindChild(Dialog.DialogWindow(), "ComboBox", TypeComboId), 1, CBN_SELENDOK); });
     EXPECT_EQ(Dialog.FilterIndex(), 1);
 }
 
@@ -181,7 +164,7 @@ TEST_F(ChosenFiles, OddFiltersAndIndexesDoNoHarm) {
         for (const int index : {-1, 0, 1, 99}) {
             Dialog.SetFilter(filter);
             Dialog.SetFilterIndex(index);
-            EXPECT_FALSE(RunDialog(Dialog, {Press(Dialog, IDCANCEL)})) << filter << " " << index;
+            EXPECT_FALSE(RunDialog(Dialog, {Cancel(Dialog)})) << filter << " " << index;
         }
     }
 }
@@ -196,24 +179,23 @@ TEST_F(ChosenFiles, AVeryLongFilterWorks) {
     filter.back() = '|';
     Dialog.SetFilter(filter + "All|*.*");
     Dialog.SetFilter(filter.substr(0, filter.size() - 1));
-    RunDialog(Dialog, {Perform("look", [&] { EXPECT_THAT(ItemTexts(List()), ElementsAre("a.ext4999")); }),
-                       Press(Dialog, IDCANCEL)});
+    Look(Dialog, [&] { EXPECT_THAT(ItemTexts(List()), ElementsAre("a.ext4999")); });
 }
 
 TEST_F(ChosenFiles, TheReadOnlyBoxGoesInAndComesOut) {
     Folder.AddFile("a.txt");
     Dialog.SetOptions({ofEnableSizing});
     const auto run = [&](bool before, bool after) {
-        return RunDialog(Dialog, {Perform("look",
-                                          [&, before, after] {
-                                              HWND box = FindChild(Dialog.DialogWindow(), "Button", ReadOnlyBoxId);
-                                              EXPECT_NE(IsWindowVisible(box), 0);
-                                              EXPECT_EQ(SendMessageA(box, BM_GETCHECK, 0, 0) == BST_CHECKED, before);
-                                              if (before != after) {
-                                                  PressButton(box);
-                                              }
-                                          }),
-                                  EnterFileName(Dialog, "a.txt")});
+        return RunDialog(Dialog,
+                         [&, before, after] {
+                             HWND box = FindChild(Dialog.DialogWindow(), "Button", ReadOnlyBoxId);
+                             EXPECT_NE(IsWindowVisible(box), 0);
+                             EXPECT_EQ(SendMessageA(box, BM_GETCHECK, 0, 0) == BST_CHECKED, before);
+                             if (before != after) {
+                                 PressButton(box);
+                             }
+                         },
+                         {EnterFileName(Dialog, "a.txt")});
     };
     EXPECT_TRUE(run(false, true));
     EXPECT_TRUE(Dialog.Options().Contains(ofReadOnly));
@@ -271,20 +253,16 @@ TEST_F(ChosenFiles, APathThatIsTooLongIsRefusedWithABox) {
 TEST_F(ChosenFiles, AnEndlessStartingNameIsLeftOut) {
     for (const size_t size : {259U, 260U, 300U, 70000U}) {
         Dialog.SetFileName(std::string(size, 'x'));
-        RunDialog(Dialog, {Press(Dialog, IDCANCEL)});
+        RunDialog(Dialog, {Cancel(Dialog)});
         EXPECT_EQ(Dialog.FileName(), std::string(size, 'x'));
     }
 }
 
 TEST_F(ChosenFiles, ThePlacesBarIsThereUnlessToldNotTo) {
     constexpr int placesBarId = 1184;
-    RunDialog(Dialog,
-              {Perform("look", [&] { EXPECT_TRUE(FindChild(Dialog.DialogWindow(), "ToolbarWindow32", placesBarId)); }),
-               Press(Dialog, IDCANCEL)});
+    Look(Dialog, [&] { EXPECT_TRUE(FindChild(Dialog.DialogWindow(), "ToolbarWindow32", placesBarId)); });
     Dialog.SetOptionsEx({ofExNoPlacesBar});
-    RunDialog(Dialog,
-              {Perform("look", [&] { EXPECT_FALSE(FindChild(Dialog.DialogWindow(), "ToolbarWindow32", placesBarId)); }),
-               Press(Dialog, IDCANCEL)});
+    Look(Dialog, [&] { EXPECT_FALSE(FindChild(Dialog.DialogWindow(), "ToolbarWindow32", placesBarId)); });
 }
 
 TEST_F(ChosenFiles, TheOldStyleDialogWorksToo) {
@@ -295,12 +273,12 @@ TEST_F(ChosenFiles, TheOldStyleDialogWorksToo) {
     Dialog.SetOnShow([&](TObject*) { ++shown; });
     Dialog.SetOnClose([&](TObject*) { ++closed; });
     constexpr int oldNameEditId = 1152;
-    EXPECT_TRUE(RunDialog(Dialog, {Perform("enter a name", [&] {
-                              HWND window = Dialog.DialogWindow();
-                              EXPECT_EQ(window, Dialog.Handle());
-                              SetWindowTextA(FindChild(window, "Edit", oldNameEditId), Folder.Path("old.txt").c_str());
-                              PressButton(FindChild(window, "Button", IDOK));
-                          })}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] {
+        HWND window = Dialog.DialogWindow();
+        EXPECT_EQ(window, Dialog.Handle());
+        SetWindowTextA(FindChild(window, "Edit", oldNameEditId), Folder.Path("old.txt").c_str());
+        PressButton(FindChild(window, "Button", IDOK));
+    }));
     EXPECT_EQ(Dialog.FileName(), Folder.Path("old.txt"));
     EXPECT_EQ(shown, 1);
     EXPECT_EQ(closed, 1);
@@ -327,14 +305,14 @@ TEST(WrappedDialog, GetsTheNamesFromTheBufferAndNothingElse) {
     dialog.SetInitialDir(folder.Path());
     dialog.SetFilter("Text|*.txt|All|*.*");
     dialog.SetOptions({ofAllowMultiSelect});
-    const bool confirmed = RunDialog(
-        dialog, {Perform("choose",
-                         [&] {
-                             HWND window = dialog.DialogWindow();
-                             ChooseInCombo(FindChild(window, "ComboBox", TypeComboId), 1, CBN_SELENDOK);
-                             PressButton(FindChild(window, "Button", ReadOnlyBoxId));
-                         }),
-                 Perform("select", [&] { SelectAllItems(FileListOf(dialog.DialogWindow())); }), Press(dialog, IDOK)});
+    const bool confirmed =
+        RunDialog(dialog,
+                  [&] {
+                      HWND window = dialog.DialogWindow();
+                      ChooseInCombo(FindChild(window, "ComboBox", TypeComboId), 1, CBN_SELENDOK);
+                      PressButton(FindChild(window, "Button", ReadOnlyBoxId));
+                  },
+                  {Perform("select", [&] { SelectAllItems(FileListOf(dialog.DialogWindow())); }), Press(dialog, IDOK)});
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(dialog.Files().Count(), 1000);
     EXPECT_EQ(dialog.FilterIndex(), 1);

@@ -1,10 +1,7 @@
-#include "kx/ui/forms/Forms.h"
 #include "kx/win/Subclass.h"
 #include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
 #include <thread>
 
 namespace kx {
@@ -77,50 +74,62 @@ protected:
         return dialog.release();
     }
 
-    /// Executes the dialog, which one of the steps or one of its events frees.
-    void RunToItsEnd(std::vector<TStep> steps) {
+    /// Executes the dialog, which `act`, once it is shown, the steps behind it or an event frees.
+    void RunToItsEnd(TAction act = {}, std::vector<TStep> steps = {}) {
+        if (act) {
+            steps.insert(steps.begin(), {"the dialog is shown", Shown(*Dialog), std::move(act)});
+        }
         EXPECT_FALSE(RunDialog([&] { return Dialog->Execute(); }, std::move(steps)));
         EXPECT_EQ(Record.Destroyed, 1);
+        EXPECT_EQ(Record.Closed, Closings);
         EXPECT_FALSE(ActiveDialog()) << AllWindowTrees();
         MSG message;
         EXPECT_EQ(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE), 0);
     }
-    void ExpectClosedOnce() const { EXPECT_EQ(Record.Closed, 1); }
 
     TPoint FileAt(const char* name) const {
         HWND list = FileListOf(Dialog->DialogWindow());
         return ItemCenter(list, FindItem(list, name));
     }
 
+    /// Frees the dialog when the watched window gets that message.
+    void FreeAt(UINT due) {
+        Watch.SetHandler([this, due](TMessage& message) {
+            if (message.Msg == due && Dialog) {
+                std::exchange(Dialog, nullptr)->Free();
+            }
+            Watch.CallPrevious(message);
+        });
+    }
     TNotifyEvent FreeIt() {
         return [this](TObject*) { Dialog->Free(); };
     }
 
     TTempFolder Folder;
     TRecord Record;
+    int Closings = 1;                   ///< Expected.
     TRecordingDialog* Dialog = nullptr; ///< Freed by the test.
+    TSubclass Watch;
 };
 
 TEST_F(FreedDialog, FromTheMessageLoop) {
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] { Dialog->Free(); }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] { Dialog->Free(); });
 }
 
 TEST_F(FreedDialog, ItsLifeIsOverWhenItCloses) {
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      EXPECT_TRUE(TAlive(*Dialog));
-                      Dialog->Free();
-                  }}});
+    RunToItsEnd([&] {
+        EXPECT_TRUE(TAlive(*Dialog));
+        Dialog->Free();
+    });
     EXPECT_FALSE(Record.LivedAtClose);
     Dialog = NewDialog(nullptr);
-    EXPECT_FALSE(RunDialog(*Dialog, {Press(*Dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(*Dialog, {Cancel(*Dialog)}));
     EXPECT_TRUE(Record.LivedAtClose) << "a cancelled dialog lives on";
     Dialog->Free();
 }
 
 TEST_F(FreedDialog, ByDelete) {
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] { delete Dialog; }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] { delete Dialog; });
 }
 
 TEST_F(FreedDialog, WithItsOwner) {
@@ -128,112 +137,94 @@ TEST_F(FreedDialog, WithItsOwner) {
     Record = {};
     TComponent* owner = new TComponent;
     Dialog = NewDialog(owner);
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] { owner->Free(); }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] { owner->Free(); });
 }
 
 TEST_F(FreedDialog, InOnShow) {
     Dialog->SetOnShow(FreeIt());
-    RunToItsEnd({});
-    ExpectClosedOnce();
+    RunToItsEnd();
 }
 
 TEST_F(FreedDialog, InOnClose) {
     Dialog->SetOnClose(FreeIt());
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog),
-                  [&] { PressButton(FindChild(Dialog->DialogWindow(), "Button", IDCANCEL)); }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] { PressButton(FindChild(Dialog->DialogWindow(), "Button", IDCANCEL)); });
 }
 
 TEST_F(FreedDialog, InOnCloseAfterOk) {
     Dialog->SetOnClose(FreeIt());
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), EnterFileName(*Dialog, "one.txt").Do}});
-    ExpectClosedOnce();
+    RunToItsEnd(EnterFileName(*Dialog, "one.txt").Do);
 }
 
 TEST_F(FreedDialog, InOnCanClose) {
     Dialog->SetOnCanClose([this](TObject*, bool&) { Dialog->Free(); });
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), EnterFileName(*Dialog, "one.txt").Do}});
-    ExpectClosedOnce();
+    RunToItsEnd(EnterFileName(*Dialog, "one.txt").Do);
 }
 
 TEST_F(FreedDialog, InOnCanCloseByAClick) {
     Dialog->SetOnCanClose([this](TObject*, bool&) { Dialog->Free(); });
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      SetWindowTextA(FileNameEditOf(Dialog->DialogWindow()), "one.txt");
-                      Click(GetDlgItem(Dialog->DialogWindow(), IDOK));
-                  }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] {
+        SetWindowTextA(FileNameEditOf(Dialog->DialogWindow()), "one.txt");
+        Click(GetDlgItem(Dialog->DialogWindow(), IDOK));
+    });
 }
 
 TEST_F(FreedDialog, InTheFirstFolderChange) {
     Dialog->SetOnFolderChange(FreeIt());
-    RunToItsEnd({});
-    ExpectClosedOnce();
+    RunToItsEnd();
 }
 
 TEST_F(FreedDialog, InALaterFolderChange) {
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      Dialog->SetOnFolderChange(FreeIt());
-                      EnterFileName(*Dialog, "inner").Do();
-                  }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] {
+        Dialog->SetOnFolderChange(FreeIt());
+        EnterFileName(*Dialog, "inner").Do();
+    });
 }
 
 TEST_F(FreedDialog, InOnSelectionChange) {
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      Dialog->SetOnSelectionChange(FreeIt());
-                      SelectItem(FileListOf(Dialog->DialogWindow()), "one.txt");
-                  }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] {
+        Dialog->SetOnSelectionChange(FreeIt());
+        SelectItem(FileListOf(Dialog->DialogWindow()), "one.txt");
+    });
 }
 
 TEST_F(FreedDialog, InOnTypeChange) {
     Dialog->SetOnTypeChange(FreeIt());
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      ChooseInCombo(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId), 1, CBN_SELENDOK);
-                  }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] { ChooseInCombo(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId), 1, CBN_SELENDOK); });
 }
 
 TEST_F(FreedDialog, InALaterFolderChangeByADoubleClick) {
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      Dialog->SetOnFolderChange(FreeIt());
-                      DoubleClickAt(FileAt("inner"));
-                  }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] {
+        Dialog->SetOnFolderChange(FreeIt());
+        DoubleClickAt(FileAt("inner"));
+    });
 }
 
 TEST_F(FreedDialog, InOnSelectionChangeByAClick) {
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      Dialog->SetOnSelectionChange(FreeIt());
-                      ClickAt(FileAt("one.txt"));
-                  }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] {
+        Dialog->SetOnSelectionChange(FreeIt());
+        ClickAt(FileAt("one.txt"));
+    });
 }
 
 TEST_F(FreedDialog, InOnTypeChangeByTheKeyboard) {
     Dialog->SetOnTypeChange(FreeIt());
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      SetFocus(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId));
-                      PressKey(VK_DOWN);
-                      PressKey(VK_RETURN);
-                  }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] {
+        SetFocus(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId));
+        PressKey(VK_DOWN);
+        PressKey(VK_RETURN);
+    });
 }
 
 TEST_F(FreedDialog, InOnIncludeItemBeforeItWasShown) {
     Dialog->SetOptions({ofEnableIncludeNotify});
     Dialog->SetOnIncludeItem([this](const OFNOTIFYEXA&, bool&) { Dialog->Free(); });
-    RunToItsEnd({});
-    EXPECT_EQ(Record.Closed, 0) << "OnClose goes with OnShow";
+    Closings = 0; // OnClose goes with OnShow
+    RunToItsEnd();
 }
 
 TEST_F(FreedDialog, WhileABoxOfItsOwnIsOpen) {
     Dialog->SetOptions({ofFileMustExist});
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), EnterFileName(*Dialog, "missing.txt").Do},
-                 {"the box is shown", BoxShown(), [&] { Dialog->Free(); }}});
-    ExpectClosedOnce();
+    RunToItsEnd(EnterFileName(*Dialog, "missing.txt").Do, {{"the box is shown", BoxShown(), [&] { Dialog->Free(); }}});
     EXPECT_FALSE(ShownMessageBox());
 }
 
@@ -241,30 +232,29 @@ TEST_F(FreedDialog, WhileAnotherDialogIsOpenAboveIt) {
     TOpenDialog inner;
     inner.SetInitialDir(Folder.Path());
     bool innerResult = true;
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] { innerResult = inner.Execute(); }},
-                 {"the inner dialog is shown", Shown(inner), [&] { Dialog->Free(); }}});
-    ExpectClosedOnce();
+    RunToItsEnd([&] { innerResult = inner.Execute(); },
+                {{"the inner dialog is shown", Shown(inner), [&] { Dialog->Free(); }}});
     EXPECT_FALSE(innerResult);
     EXPECT_EQ(inner.Handle(), nullptr);
-    EXPECT_FALSE(RunDialog(inner, {Press(inner, IDCANCEL)})) << "the inner dialog can be shown again";
+    EXPECT_FALSE(RunDialog(inner, {Cancel(inner)})) << "the inner dialog can be shown again";
 }
 
 TEST_F(FreedDialog, AboveAnotherDialogThatGoesOn) {
     TOpenDialog outer;
     outer.SetInitialDir(Folder.Path());
-    const bool confirmed = RunDialog(outer, {Perform("open the inner dialog", [&] { EXPECT_FALSE(Dialog->Execute()); }),
-                                             {"the inner dialog is shown", Shown(*Dialog), [&] { Dialog->Free(); }},
-                                             {"the outer dialog is enabled", Shown(outer), {}},
-                                             EnterFileName(outer, "one.txt")});
+    const bool confirmed = RunDialog(outer, [&] { EXPECT_FALSE(Dialog->Execute()); },
+                                     {{"the inner dialog is shown", Shown(*Dialog), [&] { Dialog->Free(); }},
+                                      {"the outer dialog is enabled", Shown(outer), {}},
+                                      EnterFileName(outer, "one.txt")});
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(Record.Destroyed, 1);
-    ExpectClosedOnce();
+    EXPECT_EQ(Record.Closed, 1);
     EXPECT_EQ(outer.FileName(), Folder.Path("one.txt"));
 }
 
 TEST_F(FreedDialog, WhileItsWindowIsBeingMade) {
     // The owner window is told that it is disabled before the dialog has a window.
-    const auto form = std::unique_ptr<TForm, TFreeDeleter>(NewForm<TForm>(nullptr));
+    const TFormPtr form(NewForm<TForm>(nullptr));
     form->Show();
     PumpUntil([&] { return GetActiveWindow() == form->Handle(); });
     TSubclass watch;
@@ -275,24 +265,17 @@ TEST_F(FreedDialog, WhileItsWindowIsBeingMade) {
         watch.CallPrevious(message);
     });
     watch.Install(form->Handle());
-    RunToItsEnd({});
-    EXPECT_EQ(Record.Closed, 0);
+    Closings = 0;
+    RunToItsEnd();
     EXPECT_NE(IsWindowEnabled(form->Handle()), 0);
 }
 
 TEST_F(FreedDialog, WhileItsWindowIsBeingDestroyed) {
-    TSubclass watch;
-    watch.SetHandler([&](TMessage& message) {
-        if (message.Msg == WM_DESTROY && Dialog) {
-            std::exchange(Dialog, nullptr)->Free();
-        }
-        watch.CallPrevious(message);
+    FreeAt(WM_DESTROY);
+    RunToItsEnd([&] {
+        Watch.Install(Dialog->DialogWindow());
+        PressButton(FindChild(Dialog->DialogWindow(), "Button", IDCANCEL));
     });
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      watch.Install(Dialog->DialogWindow());
-                      PressButton(FindChild(Dialog->DialogWindow(), "Button", IDCANCEL));
-                  }}});
-    ExpectClosedOnce();
 }
 
 TEST_F(FreedDialog, InOnShowIsNeverSeen) {
@@ -308,14 +291,14 @@ TEST_F(FreedDialog, InOnShowIsNeverSeen) {
         watch.Install(Dialog->DialogWindow());
         Dialog->Free();
     });
-    RunToItsEnd({});
+    RunToItsEnd();
     EXPECT_GT(messages, 0);
     EXPECT_FALSE(seen);
 }
 
 TEST_F(FreedDialog, IsCancelledByACommandAndOutOfSightAtOnce) {
     // The system forbids its hooks to end the dialog in another way.
-    const auto form = std::unique_ptr<TForm, TFreeDeleter>(NewForm<TForm>(nullptr));
+    const TFormPtr form(NewForm<TForm>(nullptr));
     form->Show();
     PumpUntil([&] { return GetActiveWindow() == form->Handle(); });
     std::vector<int> commands;
@@ -326,27 +309,27 @@ TEST_F(FreedDialog, IsCancelledByACommandAndOutOfSightAtOnce) {
         }
         watch.CallPrevious(message);
     });
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      HWND window = Dialog->DialogWindow();
-                      watch.Install(window);
-                      EXPECT_EQ(GetWindow(window, GW_OWNER), form->Handle());
-                      Dialog->Free();
-                      EXPECT_EQ(IsWindowVisible(window), 0);
-                      EXPECT_NE(IsWindowEnabled(form->Handle()), 0) << "or another program's window came to the front";
-                  }}});
+    RunToItsEnd([&] {
+        HWND window = Dialog->DialogWindow();
+        watch.Install(window);
+        EXPECT_EQ(GetWindow(window, GW_OWNER), form->Handle());
+        Dialog->Free();
+        EXPECT_EQ(IsWindowVisible(window), 0);
+        EXPECT_NE(IsWindowEnabled(form->Handle()), 0) << "or another program's window came to the front";
+    });
     EXPECT_THAT(commands, testing::ElementsAre(IDCANCEL));
 }
 
 TEST_F(FreedDialog, LeavesAnOwnerDisabledThatWasSo) {
-    const auto form = std::unique_ptr<TForm, TFreeDeleter>(NewForm<TForm>(nullptr));
+    const TFormPtr form(NewForm<TForm>(nullptr));
     form->Show();
     PumpUntil([&] { return GetActiveWindow() == form->Handle(); });
     EnableWindow(form->Handle(), FALSE);
     ASSERT_EQ(GetActiveWindow(), form->Handle());
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      Dialog->Free();
-                      EXPECT_EQ(IsWindowEnabled(form->Handle()), 0);
-                  }}});
+    RunToItsEnd([&] {
+        Dialog->Free();
+        EXPECT_EQ(IsWindowEnabled(form->Handle()), 0);
+    });
 }
 
 TEST_F(FreedDialog, TakesNoCommandAnyMore) {
@@ -368,12 +351,12 @@ TEST_F(FreedDialog, TakesNoCommandAnyMore) {
     bool confirmed = true;
     auto* const dialog = new TTellingDialog(confirmed);
     dialog->SetInitialDir(Folder.Path());
-    EXPECT_FALSE(RunDialog(*dialog, {Perform("press OK, and free it before", [&] {
+    EXPECT_FALSE(RunDialog(*dialog, [&] {
         HWND window = dialog->DialogWindow();
         SetWindowTextA(FileNameEditOf(window), "one.txt");
         PostMessageA(window, WM_COMMAND, IDOK, 0);
         dialog->Free();
-    })}));
+    }));
     EXPECT_FALSE(confirmed);
 }
 
@@ -387,45 +370,30 @@ TEST_F(FreedDialog, InAnOnCanCloseThatGoesOnWithALoop) {
             DispatchMessageA(&message);
         }
     });
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), EnterFileName(*Dialog, "one.txt").Do}});
-    ExpectClosedOnce();
+    RunToItsEnd(EnterFileName(*Dialog, "one.txt").Do);
 }
 
 TEST_F(FreedDialog, WhenItAsksForTheNames) {
     Dialog->SetOptions({ofAllowMultiSelect});
-    TSubclass watch;
-    watch.SetHandler([&](TMessage& message) {
-        if (message.Msg == CDM_GETSPEC && Dialog) {
-            std::exchange(Dialog, nullptr)->Free();
-        }
-        watch.CallPrevious(message);
+    FreeAt(CDM_GETSPEC);
+    RunToItsEnd([&] {
+        HWND window = Dialog->DialogWindow();
+        SetWindowTextA(FileNameEditOf(window), "one.txt");
+        Watch.Install(window);
+        PressButton(FindChild(window, "Button", IDOK));
     });
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      HWND window = Dialog->DialogWindow();
-                      SetWindowTextA(FileNameEditOf(window), "one.txt");
-                      watch.Install(window);
-                      PressButton(FindChild(window, "Button", IDOK));
-                  }}});
-    ExpectClosedOnce();
 }
 
 TEST_F(FreedDialog, WhenItAsksForTheNamesOfANewSelection) {
     Dialog->SetOptions({ofAllowMultiSelect});
     int changes = 0;
     Dialog->SetOnSelectionChange([&](TObject*) { ++changes; });
-    TSubclass watch;
-    watch.SetHandler([&](TMessage& message) {
-        if (message.Msg == CDM_GETSPEC && Dialog) {
-            std::exchange(Dialog, nullptr)->Free();
-        }
-        watch.CallPrevious(message);
+    FreeAt(CDM_GETSPEC);
+    RunToItsEnd([&] {
+        Watch.Install(Dialog->DialogWindow());
+        changes = 0;
+        SelectItem(FileListOf(Watch.Handle()), "one.txt");
     });
-    RunToItsEnd({{"the dialog is shown", Shown(*Dialog), [&] {
-                      watch.Install(Dialog->DialogWindow());
-                      changes = 0;
-                      SelectItem(FileListOf(watch.Handle()), "one.txt");
-                  }}});
-    ExpectClosedOnce();
     EXPECT_EQ(changes, 0);
 }
 
@@ -438,7 +406,7 @@ TEST_F(FreedDialog, ByAnotherThreadThanTheOneThatShowsIt) {
     worker.join();
     EXPECT_FALSE(result);
     EXPECT_EQ(Record.Destroyed, 1);
-    ExpectClosedOnce();
+    EXPECT_EQ(Record.Closed, 1);
 }
 
 TEST_F(FreedDialog, ByAnotherThreadWhileABoxIsOpen) {

@@ -1,8 +1,5 @@
 #include "tests/support/TestDriver.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 // Built twice: into a program whose code page is the system's, and into one whose code page is UTF-8.
 
 namespace kx {
@@ -36,14 +33,14 @@ TEST_P(FileNames, AreShownChosenAndComeBack) {
     Folder.AddFile(GetParam());
     const std::string name = FromUtf8(GetParam());
     std::string inEdit;
-    const bool confirmed = RunDialog(Dialog, {Perform("choose",
-                                                      [&] {
-                                                          HWND window = Dialog.DialogWindow();
-                                                          EXPECT_EQ(ItemText(FileListOf(window), 0), name);
-                                                          SelectAllItems(FileListOf(window));
-                                                          inEdit = TextOf(FileNameEditOf(window));
-                                                      }),
-                                              Press(Dialog, IDOK)});
+    const bool confirmed = RunDialog(Dialog,
+                                     [&] {
+                                         HWND window = Dialog.DialogWindow();
+                                         EXPECT_EQ(ItemText(FileListOf(window), 0), name);
+                                         SelectAllItems(FileListOf(window));
+                                         inEdit = TextOf(FileNameEditOf(window));
+                                     },
+                                     {Press(Dialog, IDOK)});
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(inEdit, name);
     EXPECT_EQ(Dialog.FileName(), Folder.Path(GetParam()));
@@ -89,14 +86,14 @@ TEST_P(FileNames, GoInAsFileNameFolderTitleAndFilter) {
     dialog.SetFileName(name);
     dialog.SetTitle(name);
     dialog.SetFilter(name + "|*.txt");
-    const bool confirmed = RunDialog(dialog, {Perform("look",
-                                                      [&] {
-                                                          HWND window = dialog.DialogWindow();
-                                                          EXPECT_EQ(TextOf(window), name);
-                                                          EXPECT_EQ(TextOf(FileNameEditOf(window)), name);
-                                                          EXPECT_EQ(TextOf(FindChild(window, "ComboBox", 1136)), name);
-                                                      }),
-                                              Press(dialog, IDOK)});
+    const bool confirmed = RunDialog(dialog,
+                                     [&] {
+                                         HWND window = dialog.DialogWindow();
+                                         EXPECT_EQ(TextOf(window), name);
+                                         EXPECT_EQ(TextOf(FileNameEditOf(window)), name);
+                                         EXPECT_EQ(TextOf(FindChild(window, "ComboBox", 1136)), name);
+                                     },
+                                     {Press(dialog, IDOK)});
     EXPECT_TRUE(confirmed);
     EXPECT_EQ(dialog.FileName(), Folder.Path("in\\" + std::string(GetParam())));
 }

@@ -8,14 +8,11 @@
 
 #include <cderr.h>
 #include <cfloat>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 class OnWindows : public testing::Test {
 protected:
@@ -30,11 +27,7 @@ protected:
     /// The name in the edit, and the folder, with which the dialog starts.
     std::vector<std::string> Start() {
         std::vector<std::string> start;
-        RunDialog(Dialog, {Perform("look",
-                                   [&] {
-                                       start = {TypedName(), ExcludeTrailingPathDelimiter(FolderOf(Window()))};
-                                   }),
-                           Press(Dialog, IDCANCEL)});
+        Look(Dialog, [&] { start = {TypedName(), ExcludeTrailingPathDelimiter(FolderOf(Window()))}; });
         return start;
     }
 
@@ -127,8 +120,7 @@ TEST_F(OnWindows, NamesInTheFirstBlockAreFoundWhenThereIsALargerOne) {
         sizeInTheEnd = record.nMaxFile;
         return confirmed;
     };
-    EXPECT_TRUE(
-        RunDialog(Dialog, {Perform("select", [&] { SelectAllItems(FileListOf(Window())); }), Press(Dialog, IDOK)}));
+    EXPECT_TRUE(RunDialog(Dialog, [&] { SelectAllItems(FileListOf(Window())); }, {Press(Dialog, IDOK)}));
     EXPECT_GT(sizeInTheEnd, Dialog.FirstSize);
     ASSERT_EQ(Dialog.Files().Count(), count + 1);
     EXPECT_EQ(Dialog.FileName(), Dialog.Files()[0]);
@@ -213,9 +205,8 @@ TEST_F(OnWindows, LongNamesAreLeftToTheSystem) {
         }
     });
     const std::string address = "https://example.invalid/" + std::string(400, 'x');
-    EXPECT_FALSE(
-        RunDialog(Dialog, {EnterFileName(Dialog, address),
-                           Perform("look", [&] { EXPECT_EQ(ShownMessageBox(), nullptr); }), Press(Dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(Dialog, {EnterFileName(Dialog, address),
+                                    Perform("look", [&] { EXPECT_EQ(ShownMessageBox(), nullptr); }), Cancel(Dialog)}));
     EXPECT_EQ(entered, 1);
 }
 

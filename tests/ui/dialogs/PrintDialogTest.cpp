@@ -1,11 +1,9 @@
 #include "kx/ui/dialogs/DialogsPrint.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/Printers.h"
+#include "tests/support/TestDriver.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kx {
 namespace {
@@ -22,8 +20,6 @@ constexpr int FromEdit = 1152;
 constexpr int ToEdit = 1153;
 constexpr int CopiesEdit = 1154;
 constexpr int HelpButton = 1038;
-
-HWND ItemOf(const TPrintDialog& dialog, int id) { return GetDlgItem(dialog.Handle(), id); }
 
 /// What a system dialog answers with; the caller frees it.
 HGLOBAL DevNames(const std::string& driver, const std::string& device, const std::string& port) {
@@ -57,12 +53,7 @@ protected:
     bool IsEnabled(int id) const { return IsWindowEnabled(ItemOf(Dialog, id)) != 0; }
     bool IsVisible(int id) const { return IsWindowVisible(ItemOf(Dialog, id)) != 0; }
 
-    bool Look(const TAction& look) {
-        return RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), look}, Press(Dialog, IDCANCEL)});
-    }
-    bool Confirm(const TAction& act = {}) {
-        return RunDialog(Dialog, {{"the dialog is shown", Shown(Dialog), act}, Press(Dialog, IDOK)});
-    }
+    bool Confirm(const TAction& act = {}) { return RunDialog(Dialog, act, {Press(Dialog, IDOK)}); }
 
     int ComboIndex(const std::string& printer) const {
         return static_cast<int>(SendMessageA(ItemOf(Dialog, PrinterCombo), CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
@@ -80,7 +71,7 @@ TEST_F(PrintDialogComponent, SettingsReachTheDialog) {
     Dialog.SetPrintRange(prPageNums);
     Dialog.SetFromPage(2);
     Dialog.SetToPage(5);
-    Look([&] {
+    Look(Dialog, [&] {
         EXPECT_EQ(TextOf(ItemOf(Dialog, CopiesEdit)), "3");
         EXPECT_TRUE(IsChecked(CollateBox));
         EXPECT_TRUE(IsChecked(PrintToFileBox));
@@ -113,14 +104,14 @@ TEST_F(PrintDialogComponent, AnswersComeBackWhenItIsConfirmed) {
 
 TEST_F(PrintDialogComponent, TheRangeCanBeTheSelection) {
     Dialog.SetPrintRange(prSelection);
-    Look([&] { EXPECT_TRUE(IsChecked(SelectionRadio)); });
+    Look(Dialog, [&] { EXPECT_TRUE(IsChecked(SelectionRadio)); });
     EXPECT_TRUE(Confirm());
     EXPECT_EQ(Dialog.PrintRange(), prSelection);
 }
 
 TEST_F(PrintDialogComponent, NothingComesBackWhenItIsCancelled) {
     Dialog.SetCopies(2);
-    Look([&] { SetDlgItemTextA(Dialog.Handle(), CopiesEdit, "9"); });
+    Look(Dialog, [&] { SetDlgItemTextA(Dialog.Handle(), CopiesEdit, "9"); });
     EXPECT_EQ(Dialog.Copies(), 2);
     EXPECT_FALSE(Dialog.Printer());
     EXPECT_EQ(Dialog.Printer().DevMode(), nullptr);
@@ -128,7 +119,7 @@ TEST_F(PrintDialogComponent, NothingComesBackWhenItIsCancelled) {
 
 TEST_F(PrintDialogComponent, OptionsReachTheDialog) {
     Dialog.SetOptions({poPrintToFile, poPageNums, poSelection, poHelp, poDisablePrintToFile});
-    Look([&] {
+    Look(Dialog, [&] {
         EXPECT_TRUE(IsVisible(PrintToFileBox));
         EXPECT_FALSE(IsEnabled(PrintToFileBox));
         EXPECT_TRUE(IsEnabled(PagesRadio));
@@ -136,7 +127,7 @@ TEST_F(PrintDialogComponent, OptionsReachTheDialog) {
         EXPECT_TRUE(IsVisible(HelpButton));
     });
     Dialog.SetOptions({});
-    Look([&] {
+    Look(Dialog, [&] {
         EXPECT_FALSE(IsVisible(PrintToFileBox));
         EXPECT_FALSE(IsEnabled(PagesRadio));
         EXPECT_FALSE(IsEnabled(SelectionRadio));
@@ -149,7 +140,7 @@ TEST_F(PrintDialogComponent, PagesOutsideTheLimitsDoNotKeepItFromShowing) {
     Dialog.SetFromPage(-5);
     Dialog.SetToPage(100000);
     Dialog.SetCopies(-1);
-    Look([&] {
+    Look(Dialog, [&] {
         EXPECT_EQ(TextOf(ItemOf(Dialog, FromEdit)), "1");
         EXPECT_EQ(TextOf(ItemOf(Dialog, ToEdit)), "20");
     });
@@ -168,7 +159,7 @@ TEST_F(PrintDialogComponent, TheChosenPrinterIsTheApplications) {
     ASSERT_TRUE(dc);
     EXPECT_GT(GetDeviceCaps(dc.get(), HORZRES), 0);
     // The next showing begins with it.
-    Look([&] { EXPECT_EQ(TextOf(ItemOf(Dialog, PrinterCombo)), Printers[1]); });
+    Look(Dialog, [&] { EXPECT_EQ(TextOf(ItemOf(Dialog, PrinterCombo)), Printers[1]); });
     EXPECT_EQ(Dialog.Printer().Device(), Printers[1]);
 }
 
@@ -176,9 +167,7 @@ TEST_F(PrintDialogComponent, APrinterGoesFromOneDialogToAnother) {
     EXPECT_TRUE(Confirm([&] { ChooseInCombo(ItemOf(Dialog, PrinterCombo), ComboIndex(Printers[1])); }));
     TPrintDialog other;
     other.SetPrinter(Dialog.Printer());
-    RunDialog(other, {{"the dialog is shown", Shown(other),
-                       [&] { EXPECT_EQ(TextOf(ItemOf(other, PrinterCombo)), Printers[1]); }},
-                      Press(other, IDCANCEL)});
+    Look(other, [&] { EXPECT_EQ(TextOf(ItemOf(other, PrinterCombo)), Printers[1]); });
 }
 
 TEST_F(PrintDialogComponent, APrinterThatIsGoneGivesWayToTheDefaultOne) {
@@ -190,14 +179,14 @@ TEST_F(PrintDialogComponent, APrinterThatIsGoneGivesWayToTheDefaultOne) {
     EXPECT_EQ(gone.Driver(), "nodriver");
     EXPECT_EQ(gone.Port(), "NUL:");
     Dialog.SetPrinter(gone);
-    Look([&] { EXPECT_EQ(TextOf(ItemOf(Dialog, PrinterCombo)), Printers[0]); });
+    Look(Dialog, [&] { EXPECT_EQ(TextOf(ItemOf(Dialog, PrinterCombo)), Printers[0]); });
 }
 
 TEST_F(PrintDialogComponent, MayBeFreedWhileItIsShown) {
     auto* dialog = new TPrintDialog;
     int closed = 0;
     dialog->SetOnClose([&](TObject*) { ++closed; });
-    EXPECT_FALSE(RunDialog(*dialog, {{"the dialog is shown", Shown(*dialog), [&] { dialog->Free(); }}}));
+    EXPECT_FALSE(RunDialog(*dialog, [&] { dialog->Free(); }));
     EXPECT_EQ(closed, 1);
     EXPECT_EQ(ActiveDialog(), nullptr);
 }

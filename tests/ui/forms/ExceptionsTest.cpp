@@ -1,10 +1,9 @@
 #include "kx/core/Barrier.h"
-#include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestForms.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <stdexcept>
 
 namespace kx {
@@ -35,7 +34,7 @@ TEST_F(PressedButton, KeepsTheMouseWhenAnExceptionIsHandled) {
 
 TEST(PressedControl, LetsGoOfTheMouseWhenAnExceptionIsHandled) {
     const TExceptionLog log;
-    const std::unique_ptr<TForm, TFreeDeleter> form(new TForm(nullptr));
+    const TFormPtr form(new TForm(nullptr));
     form->Show();
     SetCapture(form->Handle());
     Fail();

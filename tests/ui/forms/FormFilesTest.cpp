@@ -1,10 +1,7 @@
 #include "tests/ui/SampleForms.h"
 
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
+#include "tests/support/FormFiles.h"
 #include "tests/support/TestDriver.h"
-
-#include <gtest/gtest.h>
 
 namespace kx {
 namespace {
@@ -135,26 +132,20 @@ TEST(FormFiles, OnDestroyOfALocalFormDoesNotCallAMethodOfTheGoneForm) {
 TEST(FormFiles, AWrittenFormReadsBackTheSame) {
     const TFormPtr form(NewForm<TAllControlsForm>(nullptr));
     form->HandleNeeded(); // what the windows hold is written too
-    TMemoryStream first;
-    WriteComponent(first, *form, TStreamFormat::Text);
+    const std::string first = FormTextOf(*form);
     form->Show();
     form->Hide();
-    TMemoryStream shown;
-    WriteComponent(shown, *form, TStreamFormat::Text);
-    EXPECT_EQ(first.Bytes(), shown.Bytes());
+    EXPECT_EQ(FormTextOf(*form), first);
 
     TAllControlsForm copy;
-    shown.SetPosition(0);
     for (int i = copy.ControlCount(); i-- > 0;) {
         copy.Controls(i)->Free();
     }
     copy.PopupMenu1->Free();
-    ReadComponent(shown, &copy);
+    ReadFormOver(copy, first);
     copy.HandleNeeded();
-    TMemoryStream second;
     copy.SetName(form->Name());
-    WriteComponent(second, copy, TStreamFormat::Text);
-    EXPECT_EQ(second.Bytes(), first.Bytes());
+    EXPECT_EQ(FormTextOf(copy), first);
 }
 
 TEST(FormFiles, AClassWithoutAFormFileKeepsItsDefaults) {

@@ -3,8 +3,6 @@
 #include "tests/support/Census.h"
 #include "tests/support/TestDriver.h"
 
-#include <gtest/gtest.h>
-
 namespace kx {
 namespace {
 

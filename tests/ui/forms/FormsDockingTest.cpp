@@ -1,11 +1,11 @@
 #include "tests/ui/HostDialog.h"
 #include "tests/ui/SampleForms.h"
 
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 
 // Forms inside windows that are not the framework's.
 
@@ -305,7 +305,7 @@ TEST_F(FormsDocking, AControlKeepsTheFocusInItsDialogWhileAnotherWindowIsActive)
     LogFocus(Form->Edit1, "edit", log);
     Dock();
     Form->Edit1->SetFocus();
-    const std::unique_ptr<TForm, TFreeDeleter> other(NewForm<TForm>(nullptr));
+    const TFormPtr other(NewForm<TForm>(nullptr));
     other->Show();
     SetActiveWindow(other->WindowHandle());
     ASSERT_NE(GetFocus(), Form->Edit1->WindowHandle());

@@ -3,26 +3,18 @@
 #include "tests/ui/HostDialog.h"
 
 #include "kx/ui/controls/Menus.h"
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
+#include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-using TFormPtr = std::unique_ptr<TForm, TFreeDeleter>;
 
 [[noreturn]] void Fail(TObject*) { throw Exception("thrown"); }
 

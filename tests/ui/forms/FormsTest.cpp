@@ -1,17 +1,15 @@
 #include "tests/ui/SampleForms.h"
 
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace kx {
 namespace {
 
 using namespace test;
-using TFormPtr = std::unique_ptr<TForm, TFreeDeleter>;
-
 DWORD StyleOf(const TForm& form) { return static_cast<DWORD>(GetWindowLongA(form.WindowHandle(), GWL_STYLE)); }
 DWORD ExStyleOf(const TForm& form) { return static_cast<DWORD>(GetWindowLongA(form.WindowHandle(), GWL_EXSTYLE)); }
 

@@ -1,13 +1,8 @@
-#include "kx/core/FormText.h"
-#include "kx/core/Streams.h"
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
-#include "support/Input.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FormFiles.h"
+#include "tests/support/FormTest.h"
 
 // Help topics of controls, F1, and the system's help program.
 
@@ -63,23 +58,11 @@ private:
     unique_hwnd FWindow;
 };
 
-class HelpTopics : public ::testing::Test {
+class HelpTopics : public TFormTest {
 protected:
-    HelpTopics() : Form(NewForm<TForm>(nullptr)) {
-        Form->SetBounds(100, 100, 300, 200);
-        Panel = Add<TPanel>(*Form, 10, 10, 200, 100);
-        Edit = Add<TEdit>(*Panel, 10, 10, 100, 21);
-        Combo = Add<TComboBox>(*Panel, 10, 40, 100, 21);
-    }
     ~HelpTopics() override {
         Application().SetOnHelp({});
         Application().SetHelpFile("");
-    }
-    template <class T> T* Add(TWinControl& parent, int left, int top, int width, int height) {
-        auto* const control = new T(Form.get());
-        control->SetBounds(left, top, width, height);
-        control->SetParent(&parent);
-        return control;
     }
     void LogTopics() {
         Application().SetOnHelp([this](uint16_t command, LPARAM data, bool& callHelp) {
@@ -89,15 +72,13 @@ protected:
         });
     }
     void Show(TWinControl& focused) {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
+        TFormTest::Show();
         focused.SetFocus();
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
-    TPanel* Panel;
-    TEdit* Edit;
-    TComboBox* Combo;
+    TPanel* Panel = Add<TPanel>(10, 10, 200, 100);
+    TEdit* Edit = Add<TEdit>(10, 10, 100, 21, Panel);
+    TComboBox* Combo = Add<TComboBox>(10, 40, 100, 21, Panel);
     std::vector<int> Topics;
 };
 
@@ -114,11 +95,7 @@ TEST_F(HelpTopics, AControlsTopicIsItsOwnOrThatOfTheNearestAround) {
 }
 
 TEST_F(HelpTopics, TheTopicIsStoredWhenThereIsOne) {
-    const auto written = [&] {
-        TMemoryStream stream;
-        WriteComponent(stream, *Form, TStreamFormat::Text);
-        return std::string(stream.Bytes());
-    };
+    const auto written = [&] { return FormTextOf(*Form); };
     EXPECT_EQ(written().find("HelpContext"), std::string::npos);
     Edit->SetHelpContext(17);
     EXPECT_NE(written().find("HelpContext = 17\r\n"), std::string::npos) << written();

@@ -1,7 +1,6 @@
 #include "kx/win/Windows.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 

@@ -1,10 +1,6 @@
-#include "kx/ui/forms/Forms.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ImportPatch.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
+#include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
 // The application's message box, and the windows around it.
 
@@ -47,8 +43,8 @@ protected:
         EXPECT_TRUE(PumpUntil([this] { return Owner->Active(); }));
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Owner;
-    std::unique_ptr<TForm, TFreeDeleter> Other;
+    TFormPtr Owner;
+    TFormPtr Other;
 };
 
 TEST_F(MessageBoxOwner, IsTheSystemsToDisableAndToEnable) {

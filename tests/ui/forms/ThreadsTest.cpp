@@ -2,13 +2,10 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/win/Handles.h"
 #include "tests/support/Census.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
+#include "tests/support/TestForms.h"
 
-#include <functional>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
 #include <stdexcept>
 
 namespace kx {
@@ -319,19 +316,18 @@ TEST_F(Threads, SynchronizeWorksInTheLoopOfASystemDialog) {
     dialog.SetInitialDir(folder.Path());
     TWorkerPtr worker;
     bool shown = false;
-    EXPECT_FALSE(RunDialog(dialog, {{"the dialog is shown", Shown(dialog),
-                                     [&] {
-                                         worker = RunWorker([&](TWorker&) {
-                                             TThread::Synchronize([&] { shown = dialog.Handle() != nullptr; });
-                                         });
-                                     }},
-                                    {"the thread is over", [&] { return worker->Finished(); }, {}},
-                                    Press(dialog, IDCANCEL)}));
+    EXPECT_FALSE(RunDialog(dialog,
+                           [&] {
+                               worker = RunWorker([&](TWorker&) {
+                                   TThread::Synchronize([&] { shown = dialog.Handle() != nullptr; });
+                               });
+                           },
+                           {{"the thread is over", [&] { return worker->Finished(); }, {}}, Cancel(dialog)}));
     EXPECT_TRUE(shown);
 }
 
 TEST_F(Threads, SynchronizeWorksInTheLoopOfAMenu) {
-    const auto form = std::unique_ptr<TForm, TFreeDeleter>(NewForm<TForm>(nullptr));
+    const TFormPtr form(NewForm<TForm>(nullptr));
     form->SetBounds(100, 100, 300, 200);
     form->Show();
     TPopupMenu menu;
@@ -445,7 +441,7 @@ TEST_F(Threads, TheScreenListsTheFormsOfTheApplicationsThread) {
     const int before = Screen().FormCount();
     int during = 0;
     const TWorkerPtr worker = RunWorker([&](TWorker&) {
-        const std::unique_ptr<TForm, TFreeDeleter> form(NewForm<TForm>(nullptr));
+        const TFormPtr form(NewForm<TForm>(nullptr));
         form->Show();
         TThread::Synchronize([&] { during = Screen().FormCount(); });
     });

@@ -1,34 +1,22 @@
 #include "kx/ui/widgets/Buttons.h"
 
-#include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FormTest.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
 
-class SpeedButton : public ::testing::Test {
+class SpeedButton : public TFormTest {
 protected:
-    SpeedButton() : Form(NewForm<TForm>(nullptr)) {
+    SpeedButton() {
         Form->SetBorderStyle(bsNone);
-        Form->SetBounds(100, 100, 300, 200);
         Form->SetColor(clYellow);
         MoveMouse({5, 5});
     }
-    void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
-    }
     TSpeedButton* Add(int left, int top, int width = 23, int height = 22) {
-        auto* const button = new TSpeedButton(Form.get());
-        button->SetCaption("");
-        button->SetBounds(left, top, width, height);
-        button->SetParent(Form.get());
-        return button;
+        return TFormTest::Add<TSpeedButton>(left, top, width, height);
     }
     /// Squares of red, green, blue and white on fuchsia, 10 by 10 each.
     static void MakeGlyph(TSpeedButton& button, int count) {
@@ -48,10 +36,6 @@ protected:
         const TWindowDC dc(Form->Handle());
         return GetPixel(dc.Handle(), button.Left() + x, button.Top() + y);
     }
-    static TPoint Middle(TSpeedButton& button) {
-        return button.ClientToScreen({button.Width() / 2, button.Height() / 2});
-    }
-    std::unique_ptr<TForm, TFreeDeleter> Form;
 };
 
 TEST_F(SpeedButton, AClickNeedsPressAndReleaseOverTheButton) {

@@ -1,6 +1,5 @@
 #include "kx/ui/widgets/StdCtrls.h"
 #include "tests/support/ProcessorTime.h"
-#include "support/TempFolder.h"
 #include "tests/ui/ControlFixture.h"
 
 #include <algorithm>

@@ -1,11 +1,9 @@
 #include "kx/ui/widgets/Grids.h"
 
-#include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/FormTest.h"
 
-#include <gtest/gtest.h>
 #include <map>
 #include <set>
 
@@ -16,13 +14,10 @@ using namespace test;
 using TCell = std::pair<int, int>;
 
 /// A row of icons, as it is used to choose one.
-class DrawGrid : public ::testing::Test {
+class DrawGrid : public TFormTest {
 protected:
-    DrawGrid() : Form(NewForm<TForm>(nullptr)), Grid(new TDrawGrid(Form.get())) {
+    DrawGrid() {
         Form->SetBorderStyle(bsNone);
-        Form->SetBounds(100, 100, 400, 300);
-        Grid->SetParent(Form.get());
-        Grid->SetBounds(20, 16, 129, 65);
         Grid->SetFixedCols(0);
         Grid->SetRowCount(1);
         Grid->SetDefaultColWidth(40);
@@ -36,8 +31,7 @@ protected:
         });
     }
     void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
+        TFormTest::Show();
         Grid->Update();
     }
     /// What is drawn when everything outstanding is painted.
@@ -58,8 +52,7 @@ protected:
         return Grid->ClientToScreen({(r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2});
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
-    TDrawGrid* Grid;
+    TDrawGrid* Grid = Add<TDrawGrid>(20, 16, 129, 65);
     std::set<TCell> Drawn;
     std::map<TCell, TGridDrawState> States;
 };

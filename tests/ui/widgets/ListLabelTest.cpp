@@ -1,10 +1,5 @@
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrls.h"
-#include "tests/support/TestDriver.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
+#include "tests/support/FormTest.h"
 
 // The label of an item that the user has edited, as lists tell of it.
 
@@ -13,10 +8,9 @@ namespace {
 
 using namespace test;
 
-class ListLabel : public testing::Test {
+class ListLabel : public TFormTest {
 protected:
-    ListLabel() : Form(NewForm<TForm>(nullptr)), List(new TListView(Form.get())) {
-        List->SetParent(Form.get());
+    ListLabel() {
         List->Items().Add().SetCaption("first");
         List->Items().Add().SetCaption("second");
         List->HandleNeeded();
@@ -31,8 +25,7 @@ protected:
         return SendMessageA(Form->Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
-    TListView* List;
+    TListView* List = Add<TListView>(0, 0, 250, 150);
 };
 
 TEST_F(ListLabel, IsTakenFromAUnicodeNotification) {

@@ -1,11 +1,8 @@
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
 
-#include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/ui/widgets/ExtCtrls.h"
-#include "tests/support/TestDriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FormTest.h"
 
 namespace kx {
 namespace {
@@ -13,11 +10,10 @@ namespace {
 using namespace test;
 
 /// A column of buttons in a scroller in a panel, as a bar of places is built.
-class PageScroller : public ::testing::Test {
+class PageScroller : public TFormTest {
 protected:
     PageScroller()
-        : Form(NewForm<TForm>(nullptr)), Panel(new TPanel(Form.get())), Scroller(new TPageScroller(Form.get())),
-          Bar(new TToolBar(Form.get())) {
+        : Panel(new TPanel(Form.get())), Scroller(new TPageScroller(Form.get())), Bar(new TToolBar(Form.get())) {
         Form->SetBorderStyle(bsNone);
         Form->SetBounds(100, 100, 91, 232);
         Form->SetColor(clBtnShadow);
@@ -37,10 +33,6 @@ protected:
         Bar->SetParent(Scroller);
         Scroller->SetControl(Bar);
         MoveMouse({5, 5});
-    }
-    void Show() {
-        Form->Show();
-        ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
     }
     void Fill(int count) {
         Bar->BeginUpdate();
@@ -62,7 +54,6 @@ protected:
         return {(r.Left + r.Right) / 2, r.Bottom - 4};
     }
 
-    std::unique_ptr<TForm, TFreeDeleter> Form;
     TPanel* Panel;
     TPageScroller* Scroller;
     TToolBar* Bar;

@@ -1,5 +1,6 @@
 #include "tests/ui/ToolBarFixture.h"
 
+#include "tests/support/FormFiles.h"
 #include "tests/support/ImportPatch.h"
 
 #include <algorithm>
@@ -125,11 +126,8 @@ TEST_F(ToolBar, AFormFileBringsTheBarBackAsItWas) {
         button->SetParent(Bar);
     }
     Bar->Buttons(1)->SetDown(true);
-    TMemoryStream stream;
-    WriteComponent(stream, *Form, TStreamFormat::Text);
-    stream.SetPosition(0);
-    const std::unique_ptr<TForm, TFreeDeleter> copy(new TForm);
-    ReadComponent(stream, copy.get());
+    const TFormPtr copy(new TForm);
+    ReadFormOver(*copy, FormTextOf(*Form));
     auto* const bar = dynamic_cast<TToolBar*>(copy->FindComponent("Bar"));
     ASSERT_NE(bar, nullptr);
     ASSERT_EQ(bar->ButtonCount(), 3);
