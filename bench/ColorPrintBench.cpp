@@ -1,3 +1,5 @@
+// Measures the first paint of the colour and the print dialog.
+
 #include "ColorPrintBench.h"
 
 #include "Showing.h"

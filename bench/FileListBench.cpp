@@ -1,3 +1,5 @@
+// Measures the file filter and the styles of the file list.
+
 #include "FileListBench.h"
 
 #include "Showing.h"

@@ -1,3 +1,5 @@
+// Measures the first paint of the folder dialog.
+
 #include "FolderDialogBench.h"
 
 #include "Showing.h"

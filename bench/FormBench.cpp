@@ -1,3 +1,5 @@
+// Measures the reading of form files.
+
 #include "FormBench.h"
 
 #include "kx/core/FormText.h"

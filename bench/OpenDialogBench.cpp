@@ -1,3 +1,5 @@
+// Measures the first paint of the open dialog, and what a message costs.
+
 #include "OpenDialogBench.h"
 
 #include "Showing.h"

@@ -1,3 +1,5 @@
+// Measures the making and painting of the places bar.
+
 #include "PlacesBarBench.h"
 
 #include "kx/places/KxPlacesBarForm.h"

@@ -1,3 +1,5 @@
+// Measures the places in the registry.
+
 #include "PlacesBench.h"
 
 #include "kx/places/KxPlaces.h"

@@ -1,3 +1,5 @@
+// Statistics, and the printed table.
+
 #include "Report.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Shows dialogs and takes the time.
+
 #include "Showing.h"
 
 #include "Report.h"

@@ -1,3 +1,5 @@
+// Drives dialogs from inside their message loops.
+
 #include "support/DialogDriver.h"
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Sends input of the mouse and the keyboard.
+
 #include "support/Input.h"
 
 #include "kx/core/SysUtils.h"

@@ -1,3 +1,5 @@
+// Takes pictures of windows.
+
 #include "support/Screen.h"
 
 #include "kx/win/Handles.h"

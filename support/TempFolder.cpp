@@ -1,3 +1,5 @@
+// Makes folders and files that go at the end.
+
 #include "support/TempFolder.h"
 
 #include "kx/core/SysUtils.h"

@@ -1,3 +1,5 @@
+// Reads windows as a user sees them.
+
 #include "support/WindowTools.h"
 
 #include "kx/core/SysUtils.h"

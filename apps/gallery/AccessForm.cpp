@@ -1,3 +1,5 @@
+// The docked form for what a program opens and in which way.
+
 #include "AccessForm.h"
 
 namespace kx::gallery {

@@ -1,3 +1,5 @@
+// The page on which captions are replaced and standard controls hidden.
+
 #include "CaptionsPage.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The form in the place of the file list.
+
 #include "ChoiceForm.h"
 
 namespace kx::gallery {

@@ -1,3 +1,5 @@
+// The page of the colour dialog.
+
 #include "ColorPage.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The page on which forms are docked to the sides and the dialog is placed.
+
 #include "DockingPage.h"
 
 #include "kx/win/Windows.h"

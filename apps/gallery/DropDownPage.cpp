@@ -1,3 +1,5 @@
+// The page of the drop-down buttons.
+
 #include "DropDownPage.h"
 
 #include "Tour.h"

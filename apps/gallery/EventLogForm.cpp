@@ -1,3 +1,5 @@
+// The docked form that lists the events of a dialog.
+
 #include "EventLogForm.h"
 
 namespace kx::gallery {

@@ -1,3 +1,5 @@
+// The docked form with folders to go to.
+
 #include "FavouritesForm.h"
 
 #include <algorithm>

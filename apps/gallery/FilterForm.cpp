@@ -1,3 +1,5 @@
+// The docked form with a search field.
+
 #include "FilterForm.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The form in the place of the folder tree.
+
 #include "FolderChoiceForm.h"
 
 #include "SampleFiles.h"

@@ -1,3 +1,5 @@
+// The page of the folder dialog.
+
 #include "FolderPage.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The docked form in which the events of the folder dialog are refused.
+
 #include "FolderVetoForm.h"
 
 namespace kx::gallery {

@@ -1,3 +1,5 @@
+// The program: shows the gallery, or walks through it.
+
 #include "AccessForm.h"
 #include "ChoiceForm.h"
 #include "EventLogForm.h"

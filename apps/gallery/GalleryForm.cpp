@@ -1,3 +1,5 @@
+// The main window: the list of pages, the page, and what the dialogs returned.
+
 #include "GalleryForm.h"
 
 #include "Tour.h"

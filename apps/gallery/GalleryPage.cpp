@@ -1,3 +1,5 @@
+// What all pages share.
+
 #include "GalleryPage.h"
 
 #include "SampleFiles.h"

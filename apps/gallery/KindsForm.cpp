@@ -1,3 +1,5 @@
+// The docked form in which the kinds of files to be shown are chosen.
+
 #include "KindsForm.h"
 
 #include "TextFiles.h"

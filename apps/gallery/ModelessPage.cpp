@@ -1,3 +1,5 @@
+// The page of a dialog that does not block the program.
+
 #include "ModelessPage.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The page on which the steps of the user are told, and refused.
+
 #include "NavigationPage.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The page of the open dialog with all that the library adds to it.
+
 #include "OpenPage.h"
 
 #include "KindsForm.h"

@@ -1,3 +1,5 @@
+// The list of all pages.
+
 #include "CaptionsPage.h"
 #include "ColorPage.h"
 #include "DockingPage.h"

@@ -1,3 +1,5 @@
+// The page of the places bar.
+
 #include "PlacesPage.h"
 
 #include "SampleFiles.h"

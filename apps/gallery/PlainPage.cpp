@@ -1,3 +1,5 @@
+// The page of the dialogs as the system has them.
+
 #include "PlainPage.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The docked form that shows the selected file.
+
 #include "PreviewForm.h"
 
 namespace kx::gallery {

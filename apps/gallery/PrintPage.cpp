@@ -1,3 +1,5 @@
+// The page of the print dialog.
+
 #include "PrintPage.h"
 
 #include "kx/win/Windows.h"

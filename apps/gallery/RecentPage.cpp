@@ -1,3 +1,5 @@
+// The page of the open dialog with recent files.
+
 #include "RecentPage.h"
 
 #include "SampleFiles.h"

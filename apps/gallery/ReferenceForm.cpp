@@ -1,3 +1,5 @@
+// The form that a dialog is centred over.
+
 #include "ReferenceForm.h"
 
 namespace kx::gallery {

@@ -1,3 +1,5 @@
+// Makes the files and folders that the pages open.
+
 #include "SampleFiles.h"
 
 #include "kx/win/FileStreams.h"

@@ -1,3 +1,5 @@
+// Draws the sample pictures.
+
 #include "SampleFiles.h"
 
 #include "kx/graphics/Graphics.h"

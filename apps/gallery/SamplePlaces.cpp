@@ -1,3 +1,5 @@
+// Makes the places of the sample places bars.
+
 #include "SamplePlaces.h"
 
 #include "SampleFiles.h"

@@ -1,3 +1,5 @@
+// The page of the save dialog with all that the library adds to it.
+
 #include "SavePage.h"
 
 #include "FilterForm.h"

@@ -1,3 +1,5 @@
+// Reads and writes text files in their encodings.
+
 #include "TextFiles.h"
 
 #include "kx/win/FileStreams.h"

@@ -1,3 +1,5 @@
+// Walks through the gallery.
+
 #include "Tour.h"
 
 #include "kx/opensave/KxFileDlgWindow.h"

@@ -1,3 +1,5 @@
+// The docked form that lists the events of a file dialog, and refuses some.
+
 #include "VetoForm.h"
 
 #include <string>

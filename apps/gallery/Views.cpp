@@ -1,3 +1,5 @@
+// The controls that the gallery draws itself.
+
 #include "Views.h"
 
 #include "kx/win/Windows.h"

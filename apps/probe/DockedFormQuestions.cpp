@@ -1,3 +1,5 @@
+// Asks about typed text, drops and scrollers in docked forms.
+
 #include "Report.h"
 
 #include "kx/opensave/KxOpenDlg.h"

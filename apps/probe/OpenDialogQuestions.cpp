@@ -1,3 +1,5 @@
+// Asks how the open dialog fills, shows and resizes its list.
+
 #include "SystemDialog.h"
 
 #include "kx/opensave/KxShellList.h"

@@ -1,3 +1,5 @@
+// The questions, the answers, and the steps inside a dialog.
+
 #include "Report.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// Asks about large selections and about the save dialog.
+
 #include "SystemDialog.h"
 
 #include "kx/win/Windows.h"

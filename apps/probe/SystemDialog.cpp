@@ -1,3 +1,5 @@
+// Shows the system's own file dialog.
+
 #include "SystemDialog.h"
 
 #include "kx/win/Windows.h"
