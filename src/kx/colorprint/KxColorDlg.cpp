@@ -137,8 +137,7 @@ bool TKxCustomColorDialog::AllowsAdding() {
     if (!Outlives(*this, [&] { DoAddingCustomColor(color, allow); })) {
         return false;
     }
-    // Deliberate: OnCustomColorAdd tells the colour before the event, where one would expect the one that the system
-    // adds.
+    // Deliberate: OnCustomColorAdd tells the colour before the event, where one would expect the added one.
     FAdded = color;
     return allow;
 }

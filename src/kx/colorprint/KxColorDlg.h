@@ -46,8 +46,7 @@ class TKxCustomColorDialog : public TKxBoxDialog<TColorDialog> {
     void SetOnFullOpen(TNotifyEvent value) { FOnFullOpen = std::move(value); }
     const TKxCtrlQueryEvent& OnFullOpening() const { return FOnFullOpening; }
     void SetOnFullOpening(TKxCtrlQueryEvent value) { FOnFullOpening = std::move(value); }
-    /// A custom colour has been added. The event tells the colour that the edits held before OnCustomColorAdding
-    /// changed it.
+    /// A custom colour has been added: the event tells what the edits held before OnCustomColorAdding changed it.
     const TKxColorEvent& OnCustomColorAdd() const { return FOnCustomColorAdd; }
     void SetOnCustomColorAdd(TKxColorEvent value) { FOnCustomColorAdd = std::move(value); }
     /// A custom colour is about to be added. The system adds the colour that the handler leaves.

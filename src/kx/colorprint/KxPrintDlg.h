@@ -55,8 +55,7 @@ class TKxCustomPrintDialog : public TKxBoxDialog<TPrintDialog> {
     /// Name of the printer that the dialog shows, or showed at last.
     const std::string& SelectedDevice() const { return FPrnDev; }
 
-    /// The user has chosen another printer. OnPrinterChanging comes before; by its veto the dialog keeps the one it
-    /// has.
+    /// The user has chosen another printer. OnPrinterChanging comes before; its veto keeps the printer as it was.
     const TNotifyEvent& OnPrinterChange() const { return FOnChangePrn; }
     void SetOnPrinterChange(TNotifyEvent value) { FOnChangePrn = std::move(value); }
     const TKxCtrlQueryEvent& OnPrinterChanging() const { return FOnChangingPrn; }

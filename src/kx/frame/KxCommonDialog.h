@@ -27,8 +27,7 @@ class ICommonDialog {
 public:
     /// The dialog window while it is shown, else null.
     virtual HWND GetCommonDialogHandle() const = 0;
-    /// Fires behind OnShow, when the dialog is completely set up, with the dialog as sender. It is no event of the
-    /// application's.
+    /// Fires behind OnShow, when the dialog is set up, with the dialog as sender. It is not the application's event.
     virtual TNotifyEvent GetCommonDialogInternalShowEvent() const = 0;
     virtual void SetCommonDialogInternalShowEvent(const TNotifyEvent& event) = 0;
     /// Closes the shown dialog as if a button was pressed: mrOk or mrCancel; other values do nothing.

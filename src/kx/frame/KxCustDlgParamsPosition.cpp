@@ -57,8 +57,7 @@ void KxCenterWindow(HWND window) {
 
 void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
     const TKxPosParams& details = params.PosParams();
-    // All parameters are read first: moving sends messages, whose handlers may free the dialog and the parameters with
-    // it.
+    // All parameters are read first: handlers of the messages that moving sends may free the dialog with them.
     const TPoint shift{details.ShiftX(), details.ShiftY()};
     const bool fitToScreen = details.FitToScreen();
     switch (params.Position()) {

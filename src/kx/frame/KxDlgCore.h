@@ -26,8 +26,7 @@ public:
     /// The dialog is complete and about to become visible.
     const TNotifyEvent& OnShow() const { return FMyOnShow; }
     void SetOnShow(TNotifyEvent value) { FMyOnShow = std::move(value); }
-    /// Each message of the dialog window: OnEventHook after the dialog has handled it, OnEventHooking before, with a
-    /// veto.
+    /// Each message of the dialog window: OnEventHook after the dialog handled it, OnEventHooking before, with a veto.
     const TWndMethod& OnEventHook() const { return FOnHookEvent; }
     void SetOnEventHook(TWndMethod value) { FOnHookEvent = std::move(value); }
     const TKxMsgQueryEvent& OnEventHooking() const { return FHooking; }
@@ -82,8 +81,8 @@ protected:
     void AttachDialog(HWND window); ///< @throws EOSError
     /// Gives the window its own procedure back.
     void DetachDialog();
-    /// Docks the forms and grows the dialog by them. When the OnShow of a form fails, that is reported and the dialog
-    /// goes on.
+    /// Docks the forms and grows the dialog by them. The failure of a form's OnShow is reported, and the dialog goes
+    /// on.
     void DockForms();
     /// Gives the dialog window its title, if there is one.
     void ShowTitle();

@@ -49,8 +49,7 @@ void ResizeWindow(HWND handle, int width, int height) {
         return; // nothing would change, but the system would send its messages
     }
     // Deliberate: without SWP_NOZORDER, which one would expect, so that the window comes to the top as well.
-    // SWP_DEFERERASE leaves the erasing to the next painting; else the whole dialog would be erased once more before it
-    // is shown.
+    // SWP_DEFERERASE leaves the erasing to the next painting; else all of the dialog would be erased twice.
     SetWindowPos(handle, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOACTIVATE | SWP_DEFERERASE);
 }
 

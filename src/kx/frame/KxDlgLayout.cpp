@@ -43,8 +43,7 @@ TPoint CenterOver(const TRect& window, const TRect& reference) {
     return {CheckedSub(window.Left, dx), CheckedSub(window.Top, dy)};
 }
 
-// Deliberate: each adds the other extent of the frame, where one would expect its width at the left and its height at
-// the top.
+// Deliberate: each adds the other extent of the frame, where one would expect its width left and its height on top.
 int32_t RoomAtLeft(int32_t width, const TDlgFrame& frame) { return CheckedAdd(width, frame.Height); }
 int32_t RoomAtTop(int32_t height, const TDlgFrame& frame) { return CheckedAdd(height, frame.Width); }
 

@@ -10,8 +10,7 @@ namespace kx {
 
 /// Makes a dialog the running one of its kind, T, in this thread for the length of a scope: that of its `Execute`.
 /// Hooks and callbacks of the system get no object and find the dialog here. A handler of a dialog may run another one;
-/// at the end of the inner scope the outer dialog is the running one again. A dialog that has been freed counts as
-/// none.
+/// at the end of the inner scope the outer dialog is the running one again. A freed dialog counts as none.
 template <class T> class TKxRunning {
 public:
     explicit TKxRunning(T& dialog) : FBefore(std::exchange(*Current, TRef(dialog, this))) {}

@@ -43,8 +43,7 @@ KX_ENUM(TKxSpecShellFolder, "ftNone", "ftRecycleBin", "ftCommonDesktopDir", "ftC
         "ftPersonal", "ftFavorites", "ftPrinters", "ftPrograms", "ftRecent", "ftSendTo", "ftStartMenu", "ftStartup",
         "ftTemplates")
 
-/// The shell's identifier (CSIDL) of each special folder. The shell has none for ftNone: callers test for ftNone
-/// before.
+/// The shell's identifier (CSIDL) of each special folder. The shell has none for ftNone: callers test for that before.
 inline constexpr std::array<int32_t, 22> constFolders = {-1976, 10, 25, 23, 22, 24, 3, 0, 16, 17, 20,
                                                          19,    18, 5,  6,  4,  2,  8, 9, 11, 7,  21};
 

@@ -15,8 +15,7 @@ namespace {
 
 /// The shell's dialogs, and what they load, need OLE in their thread. Wine is the exception: with OLE its shell view
 /// registers for drag and drop. Where apartments come and go, the system's server for calls between them fails to start
-/// now and then, and the dialog waits for it for ever. So under Wine the thread gets an apartment in which nothing can
-/// be dropped.
+/// now and then, and the dialog waits for ever. So under Wine the thread gets an apartment without drag and drop.
 class TDialogApartment {
 public:
     TDialogApartment()

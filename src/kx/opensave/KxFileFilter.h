@@ -49,8 +49,7 @@ class TKxFileFilter : public TPersistent {
     /// or because the handler had the list change. The handler may also free the filter.
     bool ProcessViaFilter(HWND listView, const std::string& folder, TKxFilterPass pass = TKxFilterPass::All);
 
-    /// The list has been filled anew, or is about to be: a pass that is under way ends, and the next one asks about
-    /// every file.
+    /// The list has been, or will be, filled anew: a pass that is under way ends, and the next asks about every file.
     void Forget();
 
     TPersistent* GetOwner() const override { return FOwner; }

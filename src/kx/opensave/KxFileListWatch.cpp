@@ -80,8 +80,7 @@ void TKxFileListWatch::LoseList() {
 
 LRESULT TKxFileListWatch::EntryCount() const { return SendMessageA(FLVH, LVM_GETITEMCOUNT, 0, 0); }
 
-/// Takes the list of the first folder, which may be there before the hooks are. Windows makes its view later, and
-/// several times.
+/// Takes the first folder's list, which may be there before the hooks. Windows makes its view later, several times.
 void TKxFileListWatch::TakeFirst() {
     MayBeFilled();
     PostApplyStyles();
@@ -191,8 +190,7 @@ TKxListViewStyle TKxFileListWatch::ViewStyle() const {
     }
     const LRESULT view = SendMessageA(list, LVM_GETVIEW, 0, 0);
     if (view == LV_VIEW_ICON) {
-        // Deliberate: the vertical spacing is held against the horizontal metric, where one would expect the vertical
-        // one.
+        // Deliberate: the vertical spacing against the horizontal metric, where one would expect the vertical metric.
         const int spacing = HIWORD(SendMessageA(list, LVM_GETITEMSPACING, FALSE, 0));
         return spacing > GetSystemMetrics(SM_CXICONSPACING) ? lvsThumbnail : lvsIcon;
     }
@@ -321,8 +319,7 @@ void TKxFileListWatch::NewDVProc(TMessage& message) {
     FViewMessages.CallPrevious(message);
 }
 
-/// Newer shells change the view by a command of their own, whoever asks for the change. True: the command has been
-/// dealt with.
+/// Newer shells change the view by a command, whoever asks for the change. True: the command has been dealt with.
 bool TKxFileListWatch::ViewStyleCommand(TMessage& message) {
     if (message.WParam < KxViewCommand(lvsIcon) || message.WParam > KxViewCommand(lvsTile)) {
         PostApplyStyles();

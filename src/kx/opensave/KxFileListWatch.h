@@ -47,8 +47,8 @@ public:
 
     void TakeFirst();
     /// To be called for everything that may mean a new list or new entries: the shell's question for the selection, a
-    /// view that is made inside the dialog, another folder, the timer. Each system leaves some of these out and repeats
-    /// others.
+    /// view that is made inside the dialog, another folder, the timer. Systems leave some of these out, and repeat
+    /// some.
     void MayBeFilled();
     /// The shell reads the folder again. The filter asks anew: the application may give other answers by now.
     void FillingBegins();

@@ -190,8 +190,7 @@ void TKxPlacesSlot::ShowFolder() {
             return false;
         }
         const unique_pidl pidl = place.GetPlacePidl(*FShellFolder.get());
-        // Lists of different depth are different. The shell is not asked, which may look at all drives in order to say
-        // so.
+        // Lists of different depth are different. To say so, the shell may look at all drives: it is not asked.
         return pidl && DepthOf(pidl.get()) == depth &&
                HRESULT_CODE(FShellFolder.get()->CompareIDs(0, folder.get(), pidl.get())) == 0;
     };

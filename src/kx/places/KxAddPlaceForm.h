@@ -17,8 +17,7 @@ namespace kx {
 /// place, also that place, and then calls `InitControls`. When `ShowModal` returns mrOk, the place has been written.
 /// Nothing that the user enters is validated.
 ///
-/// A form may be shown for several places, one after the other. A control that is not set again keeps what it showed
-/// before.
+/// A form may be shown for several places, one after the other. A control that is not set again keeps what it shows.
 class TKxAddPlaceFrm : public TForm, private IKxPlacesWatcher {
     KX_CLASS()
 

@@ -95,8 +95,7 @@ class TKxPlaces : public TCollection {
     explicit TKxPlaces(TKxPlacesBarOptions* options);
     ~TKxPlaces() override;
 
-    /// From now on `watcher` is told, until it calls `Unwatch`, as it has to before it goes, or until the collection
-    /// ends.
+    /// From now on `watcher` is told, until it calls `Unwatch`, which it does before it goes, or the collection ends.
     void Watch(IKxPlacesWatcher& watcher) { FWatchers.push_back(&watcher); }
     void Unwatch(IKxPlacesWatcher& watcher) { std::erase(FWatchers, &watcher); }
 
@@ -111,8 +110,7 @@ class TKxPlaces : public TCollection {
 
     /// Frees all that the tool bar owns, even a button whose handler calls this, and makes a button for each place: the
     /// button at index i shows place i.
-    /// @throws ERangeError for a place with a negative icon index, once all buttons are made; its button lacks the
-    /// icon.
+    /// @throws ERangeError for a place with a negative icon index, once all buttons are made; its icon is missing.
     void UpdatePlacesOn(TToolBar& toolBar) const;
 
     TPersistent* GetOwner() const override;

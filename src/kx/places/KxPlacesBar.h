@@ -37,8 +37,7 @@ class TKxPlaceButton : public TToolButton {
 
     /// File that the icons are taken from: a program, a library or an icon file. A file without icons gives none.
     const std::string& IconDll() const { return FIconDll; }
-    /// Deliberate: setting it takes the file's first icon, where one would expect that of `IconIndex`. The index is set
-    /// afterwards.
+    /// Deliberate: takes the file's first icon, where one would expect that of `IconIndex`, which is set afterwards.
     void SetIconDll(const std::string& value);
     int32_t IconIndex() const { return FIcon; }
     void SetIconIndex(int32_t value) { SetIconIdx(value); }

@@ -21,8 +21,7 @@ namespace {
 constexpr WORD FirstCommand = 0x0100;
 constexpr WORD LastCommand = 0xEFFF;
 
-/// The items by their numbers. Dialogs may run in threads of their own, with menus of their own: every use takes the
-/// lock.
+/// The items by their numbers. Every use takes the lock: dialogs may run in other threads, with menus of their own.
 struct TCommands {
     std::mutex Lock;
     std::unordered_map<WORD, TMenuItem*> Items;

@@ -189,8 +189,7 @@ protected:
     void ContextStale() override;
     /// Moves a window into another one; null: onto the screen. @throws EOSError when the system refuses it.
     static void ChangeParent(HWND window, HWND parent);
-    /// Stores the parent window and carries the change out. When that fails and no window has moved there, all is as it
-    /// was before.
+    /// Stores the parent window and carries the change out. When that fails and no window has moved, all is as before.
     void ChangeParentWindow(HWND value, const std::function<void()>& carryOut);
     static HMENU NextControlId(); ///< A number for a child window that no dialog uses for a control of its own.
     /// Told when a control of the same form got the focus; descendants call the inherited method for those inside.

@@ -11,8 +11,7 @@ namespace kx {
 
 namespace {
 
-/// BeginPaint and EndPaint. BeginPaint sends messages for the window's frame and background, whose handlers may end the
-/// window.
+/// BeginPaint and EndPaint. BeginPaint has frame and background drawn by messages, whose handlers may end the window.
 class TPaintScope {
 public:
     explicit TPaintScope(HWND window) : FWindow(window) { BeginPaint(window, &FPaint); }

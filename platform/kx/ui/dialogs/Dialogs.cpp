@@ -69,8 +69,7 @@ public:
     TModalScope& operator=(const TModalScope&) = delete;
     ~TModalScope() {
         EnableTaskWindows(FDisabled);
-        // Any of the windows may have died with the dialog. A dialog that was destroyed instead of ended has left its
-        // owner disabled.
+        // Any of the windows may have died with the dialog. One that was destroyed, not ended, left its owner disabled.
         if (IsWindow(FOwner) != 0) {
             EnableWindow(FOwner, TRUE);
         }

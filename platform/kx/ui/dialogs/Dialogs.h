@@ -106,8 +106,7 @@ private:
 /// lives in, before the other one begins, and ends there too, once the other one has left `Execute`.
 ///
 /// Whoever frees the component meanwhile has its dialog cancelled and waits, handling messages, until the hold ends. A
-/// handler of the dialog that frees the component does not wait, whether it runs in the executing thread or by
-/// Synchronize.
+/// handler of the dialog that frees the component does not wait, be it in the executing thread or by Synchronize.
 class TDialogHold {
 public:
     /// `threadId` is the thread that is going to execute the dialog.

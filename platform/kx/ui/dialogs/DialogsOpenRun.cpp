@@ -27,8 +27,7 @@ constexpr size_t NameSize = 32768;
 constexpr size_t NamesSize = 1024 * 1024;
 constexpr size_t MostNamesSize = 64 * NamesSize;
 
-/// Most bytes of a character in any code page. The dialog counts its answers in characters, and fills buffers with
-/// bytes.
+/// Most bytes of a character in any code page. The dialog counts its answers in characters, and writes bytes.
 constexpr size_t BytesPerCharacter = 4;
 
 /// System flag of each option; 0 for the option that means the absence of a flag.

@@ -85,8 +85,7 @@ class TCustomForm : public TParentForm {
     /// shown, modal or not, and of the main form; then false keeps the session. A docked form is not asked. When the
     /// session does end, no form is closed: the application ends as by `Terminate`, as far as the system lets it.
     virtual bool CloseQuery();
-    /// Frees the form when the message that is being handled is done. Dialogs that its handler shows do not end it
-    /// earlier.
+    /// Frees the form when the message that is being handled is done, even if its handler shows dialogs meanwhile.
     void Release();
 
     // --- Settings

@@ -75,8 +75,7 @@ public:
 
 namespace {
 
-/// Installed from the start of the program on: an exception, or a control's message, may come before the application is
-/// first used.
+/// Installed when the program starts: an exception or a control's message may come before the application's first use.
 const bool Installed = [] {
     static constinit TFormsHost host;
     SetControlHost(host);

@@ -106,8 +106,7 @@ void TCustomForm::CreateWnd() {
     MustOutlive([this] { Resize(); });
 }
 
-/// The window was destroyed with another one that it was in. The form is no part of that one any more, and counts as
-/// hidden.
+/// The window was destroyed with the one that it was in. The form is no part of that any more, and counts as hidden.
 void TCustomForm::WindowLost() {
     FIsActive = false;
     WakeModalLoop();

@@ -214,8 +214,7 @@ void TToolBar::FillWindow() {
     for (TToolButton* button : FButtons) {
         infos.push_back(SystemButton(*button, texts[infos.size()]));
     }
-    // A descendant hears of each message. It may free the bar, or have its window made anew, which fills the new
-    // window.
+    // A descendant hears of each message. It may free the bar, or have another window made, which has its buttons then.
     const TAlive alive(*this);
     HWND window = WindowHandle();
     const auto isThere = [&] { return alive && WindowHandle() == window; };

@@ -26,8 +26,7 @@ void TDrawGrid::ScrollTo(int left, int top) {
         FRows.First = top;
         return;
     }
-    // Painting what is due first: areas that are still unpainted would be moved along. Handlers of the painting may
-    // change everything.
+    // Paints first, or unpainted areas would be moved along. Handlers of the painting may change everything.
     if (!Outlives(*this, [this] { Update(); }) || !HandleAllocated()) {
         return;
     }

@@ -113,8 +113,7 @@ void TCustomEdit::CreateWnd() {
         TWinControl::CreateWnd();
     }
     SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
-    // A byte that is no character of the code page would leave the text readable. Then the system's own character
-    // stays.
+    // A byte that is no character of the code page would leave the text readable: the system's own character stays.
     if (FPasswordChar && (GetACP() != CP_UTF8 || IsAscii({&FPasswordChar, 1}))) {
         SendMessageA(WindowHandle(), EM_SETPASSWORDCHAR, static_cast<uint8_t>(FPasswordChar), 0);
     }

@@ -294,8 +294,7 @@ void TComboBox::SaveWindowState() {
     }
 }
 
-/// The system takes the height that a window is made with as that of the open list, and makes the closed box as high as
-/// its edit.
+/// The system takes a new window's height as that of the open list, and makes the closed box as high as its edit.
 int TComboBox::DropDownHeight() const {
     const int itemHeight = IsOwnerDrawn() ? FItemHeight : std::abs(Font().Height()) + 4;
     return FStyle == csSimple ? 0 : FDropDownCount * itemHeight + 2;
