@@ -289,7 +289,7 @@ TEST_F(LoggingOff, AsksTheMainFormAlsoWhenItIsHidden) {
 }
 
 TEST_F(LoggingOff, AsksAModalFormAndTheFormBehindIt) {
-    Form->Show();
+    Show(); // it owns the modal one only when it is the active one
     int modalAsked = 0;
     const TFormPtr modal(NewForm<TForm>(nullptr));
     modal->SetOnCloseQuery([&](TObject*, bool& canClose) {
