@@ -171,7 +171,7 @@ void TOpenQuestions::Items() {
         item.mask = LVIF_PARAM;
         item.iItem = i;
         const bool told = SendMessageA(list, LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) != 0;
-        FReport.Say(2, "item " + Number(i) + " \"" + ItemTextOf(list, i) + "\": LVM_GETITEM " + Number(told) +
+        FReport.Say(2, "item " + Number(i) + " \"" + test::ItemText(list, i) + "\": LVM_GETITEM " + Number(told) +
                            ", lParam " + Hex(static_cast<UINT_PTR>(item.lParam)));
     }
 }
@@ -180,7 +180,7 @@ void TOpenQuestions::DeleteItem() {
     HWND list = FDialog.List();
     const LRESULT done = SendMessageA(list, LVM_DELETEITEM, 0, 0);
     FReport.Say(2, "LVM_DELETEITEM of item 0 answers " + Number(done) + "; then there are " +
-                       Number(FDialog.ItemCount()) + " items, the first of them \"" + ItemTextOf(list, 0) + "\"");
+                       Number(FDialog.ItemCount()) + " items, the first of them \"" + test::ItemText(list, 0) + "\"");
 }
 
 void TOpenQuestions::RemoveObject() {
@@ -203,7 +203,7 @@ void TOpenQuestions::RemoveObject() {
         const HRESULT result = folderView->RemoveObject(pidl, &index);
         FReport.Say(2, "RemoveObject of item 0 answers " + Hex(static_cast<DWORD>(result)) + ", index " +
                            Number(index) + "; then there are " + Number(FDialog.ItemCount()) +
-                           " items, the first of them \"" + ItemTextOf(FDialog.List(), 0) + "\"");
+                           " items, the first of them \"" + test::ItemText(FDialog.List(), 0) + "\"");
     }
     CoTaskMemFree(pidl);
     for (IUnknown* object :

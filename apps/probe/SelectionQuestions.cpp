@@ -33,7 +33,7 @@ void AskSelection(TReport& report, int fileCount) {
             SendMessageA(dialog.List(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
             dialog.Select("inner"); // a folder in the selection would be opened
             for (int i = 0; i < dialog.ItemCount(); ++i) {
-                state.state = ItemTextOf(dialog.List(), i) == "inner" ? 0 : LVIS_SELECTED;
+                state.state = test::ItemText(dialog.List(), i) == "inner" ? 0 : LVIS_SELECTED;
                 SendMessageA(dialog.List(), LVM_SETITEMSTATE, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&state));
             }
         });

@@ -43,32 +43,12 @@ UINT_PTR CALLBACK TSystemDialog::Hook(HWND window, UINT message, WPARAM, LPARAM 
     return 0;
 }
 
-int TSystemDialog::ItemCount() const {
-    HWND list = List();
-    return list ? static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0)) : 0;
-}
-
 void TSystemDialog::Select(const std::string& text) const {
-    HWND list = List();
-    LVITEMA state = {};
-    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
-    for (int i = 0; i < ItemCount() && !text.empty(); ++i) {
-        if (ItemTextOf(list, i) == text) {
-            state.state = state.stateMask;
-            SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&state));
-            return;
-        }
+    if (text.empty() || !test::SelectItem(List(), text)) {
+        LVITEMA none = {};
+        none.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
     }
-}
-
-std::string ItemTextOf(HWND list, int index) {
-    wchar_t text[MAX_PATH] = {};
-    LVITEMW item = {};
-    item.pszText = text;
-    item.cchTextMax = MAX_PATH;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
-    return Utf8(text);
 }
 
 } // namespace kx::probe

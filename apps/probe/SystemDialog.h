@@ -21,7 +21,7 @@ public:
     HWND View() const { return test::FindDescendant(FRoot, "SHELLDLL_DefView"); }
     HWND List() const { return test::FindDescendant(FRoot, "SysListView32"); }
     HWND Name() const { return test::FindDescendant(GetDlgItem(FRoot, 1148), "Edit"); }
-    int ItemCount() const;
+    int ItemCount() const { return List() ? test::ItemCount(List()) : 0; }
     bool IsFilled() const { return ItemCount() > 0; }
     /// Selects the only item of that text, or with an empty one none.
     void Select(const std::string& text) const;
@@ -39,7 +39,5 @@ private:
     std::vector<char> FNames;
     HWND FRoot = nullptr;
 };
-
-std::string ItemTextOf(HWND list, int index);
 
 } // namespace kx::probe

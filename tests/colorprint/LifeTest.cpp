@@ -22,6 +22,14 @@ protected:
     void SetUp() override { ASSERT_GE(InstalledPrinters().size(), 2u) << NoPrinters; }
 
     static bool IsOf(const TMessage& m, int control) { return m.Msg == WM_COMMAND && m.WParamLo() == control; }
+    /// A step of what is done once an event has failed with that message.
+    TStep Failed(const char* message, TAction act) {
+        return {std::string("failed: ") + message, [this] { return HasExceptions(); },
+                [this, message, act] {
+                    EXPECT_THAT(TakeExceptions(), ElementsAre(message));
+                    act();
+                }};
+    }
 };
 
 // --- Freed in an event
@@ -265,38 +273,26 @@ TEST_F(DialogLife, ExceptionsOfTheColourDialogsEventsReachTheApplicationAndItGoe
                               EXPECT_THAT(TakeExceptions(), ElementsAre("show", "internal"));
                               Click(ItemOf(dialog, DefineButton));
                           },
-                          {{"the opening failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("opening"));
-                                EXPECT_FALSE(IsWindowVisible(ItemOf(dialog, AddButton))) << "no consent";
-                                dialog.SetOnFullOpening({});
-                                height = Height(ScreenRectOf(dialog.Handle()));
-                                Click(ItemOf(dialog, DefineButton));
-                            }},
-                           {"the opened event failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("open"));
-                                EXPECT_EQ(Height(ScreenRectOf(dialog.Handle())), height)
-                                    << "the form is visible all the same";
-                                Click(ItemOf(dialog, AddButton));
-                            }},
-                           {"the adding failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("adding"));
-                                dialog.SetOnCustomColorAdding({});
-                                Click(ItemOf(dialog, AddButton));
-                            }},
-                           {"the added event failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("add"));
-                                Click(ItemOf(dialog, IDOK));
-                            }},
-                           {"the closing failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("can close"));
-                                dialog.SetOnCanClose({});
-                            }},
-                           ClickItem(dialog, IDOK)}));
+                          {Failed("opening",
+                                  [&] {
+                                      EXPECT_FALSE(IsWindowVisible(ItemOf(dialog, AddButton))) << "no consent";
+                                      dialog.SetOnFullOpening({});
+                                      height = Height(ScreenRectOf(dialog.Handle()));
+                                      Click(ItemOf(dialog, DefineButton));
+                                  }),
+                           Failed("open",
+                                  [&] {
+                                      EXPECT_EQ(Height(ScreenRectOf(dialog.Handle())), height)
+                                          << "the form is visible all the same";
+                                      Click(ItemOf(dialog, AddButton));
+                                  }),
+                           Failed("adding",
+                                  [&] {
+                                      dialog.SetOnCustomColorAdding({});
+                                      Click(ItemOf(dialog, AddButton));
+                                  }),
+                           Failed("add", [&] { Click(ItemOf(dialog, IDOK)); }),
+                           Failed("can close", [&] { dialog.SetOnCanClose({}); }), ClickItem(dialog, IDOK)}));
     EXPECT_EQ(dialog.CustomColors().Values("ColorA"), "000000") << "the one whose event failed was added";
 }
 
@@ -314,32 +310,21 @@ TEST_F(DialogLife, ExceptionsOfThePrintDialogsEventsReachTheApplicationAndItGoes
                               EXPECT_THAT(TakeExceptions(), ElementsAre("show"));
                               Click(ItemOf(dialog, PropertiesButton));
                           },
-                          {{"the setup failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("setup"));
-                                EXPECT_EQ(ActiveDialog(), dialog.Handle());
-                                dialog.SetOnCopiesChange(notify("copies"));
-                                SetFocus(ItemOf(dialog, CopiesEdit));
-                                TypeText("4");
-                            }},
-                           {"the copies failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("copies"));
-                                dialog.SetOnCopiesChange({});
-                                SetFocus(ItemOf(dialog, PrinterCombo));
-                                PressKey(VK_DOWN);
-                            }},
-                           {"the printer failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("printer"));
-                                Click(ItemOf(dialog, IDOK));
-                            }},
-                           {"the closing failed", [&] { return HasExceptions(); },
-                            [&] {
-                                EXPECT_THAT(TakeExceptions(), ElementsAre("can close"));
-                                dialog.SetOnCanClose({});
-                            }},
-                           ClickItem(dialog, IDOK)}));
+                          {Failed("setup",
+                                  [&] {
+                                      EXPECT_EQ(ActiveDialog(), dialog.Handle());
+                                      dialog.SetOnCopiesChange(notify("copies"));
+                                      SetFocus(ItemOf(dialog, CopiesEdit));
+                                      TypeText("4");
+                                  }),
+                           Failed("copies",
+                                  [&] {
+                                      dialog.SetOnCopiesChange({});
+                                      SetFocus(ItemOf(dialog, PrinterCombo));
+                                      PressKey(VK_DOWN);
+                                  }),
+                           Failed("printer", [&] { Click(ItemOf(dialog, IDOK)); }),
+                           Failed("can close", [&] { dialog.SetOnCanClose({}); }), ClickItem(dialog, IDOK)}));
     EXPECT_EQ(dialog.Printer().Device(), InstalledPrinters()[1]);
 }
 
