@@ -1,6 +1,6 @@
 // Measures the first paint of the colour and the print dialog.
 
-#include "ColorPrintBench.h"
+#include "Benches.h"
 
 #include "Showing.h"
 #include "kx/colorprint/KxColorDlg.h"

@@ -1,6 +1,6 @@
 // Measures the file filter and the styles of the file list.
 
-#include "FileListBench.h"
+#include "Benches.h"
 
 #include "Showing.h"
 #include "kx/opensave/KxOpenDlg.h"

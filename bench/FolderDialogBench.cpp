@@ -1,6 +1,6 @@
 // Measures the first paint of the folder dialog.
 
-#include "FolderDialogBench.h"
+#include "Benches.h"
 
 #include "Showing.h"
 #include "kx/folder/KxFolderDlg.h"

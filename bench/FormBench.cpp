@@ -1,6 +1,6 @@
 // Measures the reading of form files.
 
-#include "FormBench.h"
+#include "Benches.h"
 
 #include "kx/core/FormText.h"
 

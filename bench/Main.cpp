@@ -1,13 +1,7 @@
 // Benchmarks. Each figure stands beside what it is held against, measured in the same run: only the ratios mean
 // something on another machine.
 
-#include "ColorPrintBench.h"
-#include "FileListBench.h"
-#include "FolderDialogBench.h"
-#include "FormBench.h"
-#include "OpenDialogBench.h"
-#include "PlacesBarBench.h"
-#include "PlacesBench.h"
+#include "Benches.h"
 #include "kx/ui/forms/Forms.h"
 
 #include <algorithm>

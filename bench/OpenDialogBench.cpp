@@ -1,6 +1,6 @@
 // Measures the first paint of the open dialog, and what a message costs.
 
-#include "OpenDialogBench.h"
+#include "Benches.h"
 
 #include "Showing.h"
 #include "kx/opensave/KxOpenDlg.h"

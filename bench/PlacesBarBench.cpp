@@ -1,6 +1,6 @@
 // Measures the making and painting of the places bar.
 
-#include "PlacesBarBench.h"
+#include "Benches.h"
 
 #include "kx/places/KxPlacesBarForm.h"
 #include "kx/win/Handles.h"

@@ -1,6 +1,6 @@
 // Measures the places in the registry.
 
-#include "PlacesBench.h"
+#include "Benches.h"
 
 #include "kx/places/KxPlaces.h"
 #include "kx/win/Registry.h"

@@ -62,6 +62,7 @@ LRESULT CALLBACK CbtHook(int code, WPARAM wParam, LPARAM lParam) {
 
 UINT_PTR CALLBACK EmptyHook(HWND, UINT, WPARAM, LPARAM) { return 0; }
 
+/// The seconds from the call to the end of the dialog's first WM_PAINT.
 double Show(const std::function<void()>& showDialog, std::function<void(HWND)> onIdle) {
     TShowing showing;
     showing.OnIdle = std::move(onIdle);
@@ -75,8 +76,6 @@ double Show(const std::function<void()>& showDialog, std::function<void(HWND)> o
 
 } // namespace
 
-double SecondsToFirstPaint(const std::function<void()>& showDialog) { return Show(showDialog, {}); }
-
 void WithShownDialog(const std::function<void()>& showDialog, const std::function<void(HWND)>& measure) {
     Show(showDialog, measure);
 }
@@ -88,8 +87,8 @@ TRow CompareFirstPaint(const std::string& what, const std::function<void()>& bar
     std::vector<double> bareTimes;
     std::vector<double> ourTimes;
     for (int i = 0; i < warmUps + runs; ++i) {
-        const double bareTime = SecondsToFirstPaint(bare) * 1000;
-        const double ourTime = SecondsToFirstPaint(ours) * 1000;
+        const double bareTime = Show(bare, {}) * 1000;
+        const double ourTime = Show(ours, {}) * 1000;
         if (i >= warmUps) {
             bareTimes.push_back(bareTime);
             ourTimes.push_back(ourTime);

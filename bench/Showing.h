@@ -8,11 +8,8 @@
 
 namespace kx::bench {
 
-/// Runs `showDialog`, which shows a system dialog modally in this thread, and returns the seconds from its call to the
-/// end of the dialog's first WM_PAINT. The dialog is then cancelled.
-double SecondsToFirstPaint(const std::function<void()>& showDialog);
-
-/// Runs `showDialog` likewise and calls `measure` with the dialog's window once it has been painted and is idle.
+/// Runs `showDialog`, which shows a system dialog modally in this thread, and calls `measure` with the dialog's window
+/// once it has been painted and is idle. The dialog is then cancelled.
 void WithShownDialog(const std::function<void()>& showDialog, const std::function<void(HWND dialog)>& measure);
 
 /// The medians of the first paint of two dialogs, in milliseconds, and of their ratios; prints their 95th percentiles.

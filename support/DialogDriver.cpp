@@ -219,11 +219,7 @@ void TDialogDriver::Perform(const TStep& step) {
     }
 }
 
-void TDialogDriver::GiveUp(const std::string& reason) {
-    if (FWatchdog) {
-        FWatchdog->GiveUp(reason);
-    }
-}
+void TDialogDriver::GiveUp(const std::string& reason) { FWatchdog->GiveUp(reason); }
 
 std::string TDialogDriver::Pending() const {
     return FNext < FSteps.size() ? FSteps[FNext].What : "the end of the dialog, all steps being done";

@@ -44,6 +44,13 @@ bool Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& resul
     return true;
 }
 
+void SetItemSelected(HWND listView, int index, bool selected) {
+    LVITEMA item{};
+    item.state = selected ? LVIS_SELECTED : 0;
+    item.stateMask = LVIS_SELECTED;
+    SendMessageA(listView, LVM_SETITEMSTATE, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+}
+
 } // namespace
 
 std::string ClassOf(HWND window) {
@@ -202,17 +209,6 @@ int FindItem(HWND listView, std::string_view text) {
     }
     return -1;
 }
-
-namespace {
-
-void SetItemSelected(HWND listView, int index, bool selected) {
-    LVITEMA item{};
-    item.state = selected ? LVIS_SELECTED : 0;
-    item.stateMask = LVIS_SELECTED;
-    SendMessageA(listView, LVM_SETITEMSTATE, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
-}
-
-} // namespace
 
 TPoint ItemCenter(HWND listView, int index) {
     RECT r{LVIR_LABEL, 0, 0, 0};

@@ -145,16 +145,11 @@ void TFolderPage::DialogEventHooking(TObject*, TMessage& message, bool& allowDis
 
 // --- The tour
 
-bool TFolderPage::IsReady() const {
-    HWND window = Dialog->DialogWindow();
-    return window && IsWindowVisible(window) && IsWindowEnabled(window);
-}
-
 void TFolderPage::AddTour(TTour& tour) {
     tour.Then(
         "the page of the folder dialog", [this] { return Showing(); }, [this] { BrowseButton->Click(); });
     tour.Then(
-        "the folder dialog", [this] { return IsReady(); },
+        "the folder dialog", [this] { return IsShown(*Dialog); },
         [this] {
             FolderVetoForm->CloseBox->SetChecked(true);
             Dialog->SetSelFolder(Samples().Path("Drawings"));
@@ -191,7 +186,7 @@ void TFolderPage::AddEndOfTour(TTour& tour) {
             BrowseButton->Click();
         });
     tour.Then(
-        "the folder dialog in the new style", [this] { return IsReady(); },
+        "the folder dialog in the new style", [this] { return IsShown(*Dialog); },
         [this] { Dialog->SetSelFolder(Samples().Path("Drawings")); });
     tour.Then(
         "the folder selected there", [this] { return Dialog->SelFolder() == Samples().Path("Drawings"); },

@@ -25,7 +25,6 @@ private:
     void ApplyTexts();
     void ApplyBrowser();
     void ApplyForms();
-    bool IsReady() const; ///< The dialog waits for the user.
     void AddEndOfTour(TTour& tour);
 
     TEdit* TitleEdit = nullptr;

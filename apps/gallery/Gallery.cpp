@@ -1,4 +1,6 @@
-// The program: shows the gallery, or walks through it.
+// gallery                 shows what the library can do
+// gallery --tour FOLDER   walks through all pages, leaves pictures in FOLDER, prints what the dialogs returned, and
+//                         fails when that is not what was chosen
 
 #include "AccessForm.h"
 #include "ChoiceForm.h"
@@ -20,11 +22,6 @@
 
 #include <cstdlib>
 #include <string_view>
-
-// gallery                 shows what the library can do
-// gallery --tour FOLDER   walks through all pages by itself, leaves a picture of each in FOLDER, prints what the
-// dialogs
-//                         returned, and fails when that is not what was chosen in them
 
 namespace kx::gallery {
 

@@ -65,7 +65,7 @@ std::string Drag(const std::string& path, TPoint to) {
     const HRESULT result = SHDoDragDrop(nullptr, data, nullptr, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
     mouse.join();
     data->Release();
-    return "SHDoDragDrop " + Hex(static_cast<DWORD>(result)) + ", effect " + Number(effect);
+    return "SHDoDragDrop " + Hex(static_cast<DWORD>(result)) + ", effect " + IntToStr(effect);
 }
 
 class TDockedQuestions {
@@ -101,8 +101,9 @@ void TDockedQuestions::Typed() {
     for (const char c : FEdit->Text()) {
         bytes += " " + Hex(static_cast<unsigned char>(c));
     }
-    FReport.Say(9, "code page " + Number(GetACP()) + ", the edit is " + (IsWindowUnicode(FEdit->Handle()) ? "W" : "A") +
-                       ", it has the focus: " + Number(GetFocus() == FEdit->Handle()));
+    FReport.Say(9, "code page " + IntToStr(GetACP()) + ", the edit is " +
+                       (IsWindowUnicode(FEdit->Handle()) ? "W" : "A") +
+                       ", it has the focus: " + IntToStr(GetFocus() == FEdit->Handle()));
     FReport.Say(9, "typed U+00E9 U+0416 U+20AC U+1F600, read \"" + TextOf(FEdit->Handle()) + "\", bytes" + bytes);
 }
 
@@ -122,8 +123,8 @@ void TDockedQuestions::Drop(bool dragScroll) {
 void TDockedQuestions::Dropped(bool dragScroll) {
     HWND popup = GetLastActivePopup(FDialog->DlgHandle());
     const bool asks = popup != FDialog->DlgHandle();
-    FReport.Say(10, std::string("DragScroll ") + (dragScroll ? "on" : "off") + ": " + FDrag + "; " + Number(FPlaces) +
-                        " places before, " + Number(FDialog->PlacesBar().Places().Count()) + " after" +
+    FReport.Say(10, std::string("DragScroll ") + (dragScroll ? "on" : "off") + ": " + FDrag + "; " + IntToStr(FPlaces) +
+                        " places before, " + IntToStr(FDialog->PlacesBar().Places().Count()) + " after" +
                         (asks ? ", \"" + TextOf(popup) + "\" is shown" : ""));
     if (asks) {
         PostMessageA(popup, WM_CLOSE, 0, 0);

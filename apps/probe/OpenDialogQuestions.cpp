@@ -23,7 +23,7 @@ private:
     void Receive(TMessage& message) {
         std::string line;
         switch (message.Msg) {
-        case WM_SHOWWINDOW: line = "WM_SHOWWINDOW " + Number(static_cast<int>(message.WParam)); break;
+        case WM_SHOWWINDOW: line = "WM_SHOWWINDOW " + IntToStr(static_cast<int>(message.WParam)); break;
         case WM_NCPAINT: line = "WM_NCPAINT"; break;
         case WM_PAINT: line = "WM_PAINT"; break;
         case WM_WINDOWPOSCHANGING:
@@ -31,7 +31,7 @@ private:
             const auto& pos = message.LParamAs<WINDOWPOS>();
             line = Format("%s %s,%s %sx%s flags %s",
                           {message.Msg == WM_WINDOWPOSCHANGED ? "WM_WINDOWPOSCHANGED" : "WM_WINDOWPOSCHANGING",
-                           Number(pos.x), Number(pos.y), Number(pos.cx), Number(pos.cy), Hex(pos.flags)});
+                           IntToStr(pos.x), IntToStr(pos.y), IntToStr(pos.cx), IntToStr(pos.cy), Hex(pos.flags)});
             break;
         }
         default: break;
@@ -57,9 +57,9 @@ public:
     TAnswered() : FHook(SetWindowsHookExA(WH_CALLWNDPROCRET, Hook, nullptr, GetCurrentThreadId())) {}
 
     static std::string Look() {
-        return Format(
-            "LVM_GETSELECTEDCOUNT %s times, WM_SETREDRAW(1) %s, WM_PARENTNOTIFY of a view %s",
-            {Number(std::exchange(Asked, 0)), Number(std::exchange(Redrawn, 0)), Number(std::exchange(Created, 0))});
+        return Format("LVM_GETSELECTEDCOUNT %s times, WM_SETREDRAW(1) %s, WM_PARENTNOTIFY of a view %s",
+                      {IntToStr(std::exchange(Asked, 0)), IntToStr(std::exchange(Redrawn, 0)),
+                       IntToStr(std::exchange(Created, 0))});
     }
 
 private:
@@ -112,7 +112,7 @@ private:
             const auto menu = reinterpret_cast<HMENU>(message.WParam);
             std::string ids;
             for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-                ids += " " + Number(static_cast<int>(GetMenuItemID(menu, i)));
+                ids += " " + IntToStr(static_cast<int>(GetMenuItemID(menu, i)));
             }
             FReport.Say(7, std::exchange(FMenuOf, {}) + ":" + ids);
         }
@@ -127,19 +127,19 @@ void TOpenQuestions::Kinds(const std::string& when) {
     const auto kind = [](HWND window) { return std::string(!window ? "none" : IsWindowUnicode(window) ? "W" : "A"); };
     FReport.Say(8, when + ": dialog " + kind(FDialog.Root()) + ", view " + kind(FDialog.View()) + ", list " +
                        kind(list) + ", name " + kind(FDialog.Name()) + "; the list tells its header NF " +
-                       Number(SendMessageA(list, WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(header), NF_QUERY)) +
+                       IntToStr(SendMessageA(list, WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(header), NF_QUERY)) +
                        " (2: Unicode), tool tips " +
                        kind(reinterpret_cast<HWND>(SendMessageA(list, LVM_GETTOOLTIPS, 0, 0))));
 }
 
 void TOpenQuestions::ToolBar() {
     for (HWND bar = nullptr; (bar = FindWindowExA(FDialog.Root(), bar, TOOLBARCLASSNAMEA, nullptr)) != nullptr;) {
-        std::string line = "tool bar " + Number(GetDlgCtrlID(bar)) + ":";
+        std::string line = "tool bar " + IntToStr(GetDlgCtrlID(bar)) + ":";
         const LRESULT count = SendMessageA(bar, TB_BUTTONCOUNT, 0, 0);
         for (LRESULT i = 0; i < count; ++i) {
             TBBUTTON button = {};
             SendMessageA(bar, TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
-            line += " " + Number(button.idCommand);
+            line += " " + IntToStr(button.idCommand);
         }
         FReport.Say(6, line);
     }
@@ -164,14 +164,14 @@ void TOpenQuestions::Items() {
     HWND list = FDialog.List();
     const LONG style = GetWindowLongA(list, GWL_STYLE);
     FReport.Say(2, ClassOf(list) + " style " + Hex(static_cast<DWORD>(style)) +
-                       (style & LVS_OWNERDATA ? ", virtual" : ", not virtual") + ", " + Number(FDialog.ItemCount()) +
+                       (style & LVS_OWNERDATA ? ", virtual" : ", not virtual") + ", " + IntToStr(FDialog.ItemCount()) +
                        " items");
     for (int i = 0; i < 2; ++i) {
         LVITEMA item = {};
         item.mask = LVIF_PARAM;
         item.iItem = i;
         const bool told = SendMessageA(list, LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) != 0;
-        FReport.Say(2, "item " + Number(i) + " \"" + test::ItemText(list, i) + "\": LVM_GETITEM " + Number(told) +
+        FReport.Say(2, "item " + IntToStr(i) + " \"" + test::ItemText(list, i) + "\": LVM_GETITEM " + IntToStr(told) +
                            ", lParam " + Hex(static_cast<UINT_PTR>(item.lParam)));
     }
 }
@@ -179,8 +179,8 @@ void TOpenQuestions::Items() {
 void TOpenQuestions::DeleteItem() {
     HWND list = FDialog.List();
     const LRESULT done = SendMessageA(list, LVM_DELETEITEM, 0, 0);
-    FReport.Say(2, "LVM_DELETEITEM of item 0 answers " + Number(done) + "; then there are " +
-                       Number(FDialog.ItemCount()) + " items, the first of them \"" + test::ItemText(list, 0) + "\"");
+    FReport.Say(2, "LVM_DELETEITEM of item 0 answers " + IntToStr(done) + "; then there are " +
+                       IntToStr(FDialog.ItemCount()) + " items, the first of them \"" + test::ItemText(list, 0) + "\"");
 }
 
 void TOpenQuestions::RemoveObject() {
@@ -196,13 +196,14 @@ void TOpenQuestions::RemoveObject() {
     view->QueryInterface(KxShellFolderViewId, reinterpret_cast<void**>(&folderView));
     PITEMID_CHILD pidl = nullptr;
     if (!items || FAILED(items->Item(0, &pidl)) || !folderView) {
-        FReport.Say(2, Format("IFolderView: %s, item 0: %s, IShellFolderView: %s",
-                              {Number(items != nullptr), Number(pidl != nullptr), Number(folderView != nullptr)}));
+        FReport.Say(2,
+                    Format("IFolderView: %s, item 0: %s, IShellFolderView: %s",
+                           {IntToStr(items != nullptr), IntToStr(pidl != nullptr), IntToStr(folderView != nullptr)}));
     } else {
         UINT index = 0;
         const HRESULT result = folderView->RemoveObject(pidl, &index);
         FReport.Say(2, "RemoveObject of item 0 answers " + Hex(static_cast<DWORD>(result)) + ", index " +
-                           Number(index) + "; then there are " + Number(FDialog.ItemCount()) +
+                           IntToStr(index) + "; then there are " + IntToStr(FDialog.ItemCount()) +
                            " items, the first of them \"" + test::ItemText(FDialog.List(), 0) + "\"");
     }
     CoTaskMemFree(pidl);
@@ -229,7 +230,7 @@ void TOpenQuestions::Ask() {
         if (code == CDN_INITDONE || code == CDN_FOLDERCHANGE) {
             FReport.Say(1, Format("before %s: %s; list with %s items",
                                   {code == CDN_INITDONE ? "CDN_INITDONE" : "CDN_FOLDERCHANGE", TAnswered::Look(),
-                                   Number(FDialog.ItemCount())}));
+                                   IntToStr(FDialog.ItemCount())}));
         }
     };
     const auto filled = [this] { return FDialog.IsFilled(); };

@@ -26,9 +26,9 @@ std::string SystemText() {
         getVersion(&version);
     }
     const bool wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
-    return "Windows " + Number(version.dwMajorVersion) + "." + Number(version.dwMinorVersion) + "." +
-           Number(version.dwBuildNumber) + (wine ? " (Wine)" : "") + ", " + Number(sizeof(void*) * 8) +
-           " bits, code page " + Number(GetACP()) + "\r\n";
+    return "Windows " + IntToStr(version.dwMajorVersion) + "." + IntToStr(version.dwMinorVersion) + "." +
+           IntToStr(version.dwBuildNumber) + (wine ? " (Wine)" : "") + ", " + IntToStr(sizeof(void*) * 8) +
+           " bits, code page " + IntToStr(GetACP()) + "\r\n";
 }
 
 int Run(const std::string& fileName, int count) {

@@ -51,8 +51,6 @@ std::string TReport::Text() const {
     return text;
 }
 
-std::string Number(int64_t value) { return IntToStr(value); }
-
 std::string Hex(uint64_t value) {
     char text[20];
     std::snprintf(text, sizeof text, "0x%llX", static_cast<unsigned long long>(value));
@@ -60,11 +58,10 @@ std::string Hex(uint64_t value) {
 }
 
 std::string RectText(HWND window) {
-    RECT r = {};
-    if (!GetWindowRect(window, &r)) {
-        return "none";
-    }
-    return Number(r.left) + "," + Number(r.top) + " " + Number(r.right - r.left) + "x" + Number(r.bottom - r.top);
+    const TRect r = test::ScreenRectOf(window);
+    return IsWindow(window)
+               ? IntToStr(r.Left) + "," + IntToStr(r.Top) + " " + IntToStr(Width(r)) + "x" + IntToStr(Height(r))
+               : "none";
 }
 
 std::string TextOf(HWND window) {
@@ -107,7 +104,7 @@ bool TScript::Run(const std::function<bool()>& dialog) {
 TSampleFolder::TSampleFolder(int fileCount) {
     FFolder.AddFolder("inner");
     for (int i = 0; i < fileCount; ++i) {
-        FFolder.AddFile("file " + Number(i) + ".txt");
+        FFolder.AddFile("file " + IntToStr(i) + ".txt");
     }
 }
 

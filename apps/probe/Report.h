@@ -28,7 +28,6 @@ private:
     std::array<std::vector<std::string>, QuestionCount> FAnswers;
 };
 
-std::string Number(int64_t value);
 std::string Hex(uint64_t value);
 std::string RectText(HWND window); ///< In screen coordinates.
 std::string TextOf(HWND window);   ///< In UTF-8.

@@ -39,8 +39,8 @@ void AskSelection(TReport& report, int fileCount) {
         });
     dialog.Script.Wait(500);
     dialog.Script.Then({}, [&] {
-        report.Say(3, Number(SendMessageA(dialog.List(), LVM_GETSELECTEDCOUNT, 0, 0)) + " of " +
-                          Number(dialog.ItemCount()) + " items are selected");
+        report.Say(3, IntToStr(SendMessageA(dialog.List(), LVM_GETSELECTEDCOUNT, 0, 0)) + " of " +
+                          IntToStr(dialog.ItemCount()) + " items are selected");
         dialog.Press(IDOK);
     });
     dialog.Script.Wait(2000);
@@ -57,9 +57,9 @@ void AskSelection(TReport& report, int fileCount) {
         return number;
     };
     first[sizeof first - 1] = first[sizeof first - 2] = 0;
-    report.Say(3, "returned " + Number(chosen) + ", error " + Hex(CommDlgExtendedError()) +
-                      "; texts in the first buffer " + Number(count(first)) + ", in the one of CDN_SELCHANGE " +
-                      Number(count(larger)));
+    report.Say(3, "returned " + IntToStr(chosen) + ", error " + Hex(CommDlgExtendedError()) +
+                      "; texts in the first buffer " + IntToStr(count(first)) + ", in the one of CDN_SELCHANGE " +
+                      IntToStr(count(larger)));
     VirtualFree(larger, 0, MEM_RELEASE);
 }
 

@@ -22,6 +22,9 @@ protected:
     void SetUp() override { ASSERT_GE(InstalledPrinters().size(), 2u) << NoPrinters; }
 
     static bool IsOf(const TMessage& m, int control) { return m.Msg == WM_COMMAND && m.WParamLo() == control; }
+    static TNotifyEvent Failing(const char* what) {
+        return [what](TObject*) { throw std::runtime_error(what); };
+    }
     /// A step of what is done once an event has failed with that message.
     TStep Failed(const char* message, TAction act) {
         return {std::string("failed: ") + message, [this] { return HasExceptions(); },
@@ -254,16 +257,13 @@ TEST_F(DialogLife, AFormMayBeFreedWhileItIsDocked) {
 // --- Exceptions
 
 TEST_F(DialogLife, ExceptionsOfTheColourDialogsEventsReachTheApplicationAndItGoesOn) {
-    const auto notify = [](const char* what) {
-        return TNotifyEvent([what](TObject*) { throw std::runtime_error(what); });
-    };
     const TFormPtr bottom = MakeForm(clMoneyGreen, 120, 60);
     TKxColorDialog dialog(nullptr);
     dialog.CustDlgParams().SetBottomForm(bottom.get());
-    dialog.SetOnShow(notify("show"));
-    dialog.SetCommonDialogInternalShowEvent(notify("internal"));
+    dialog.SetOnShow(Failing("show"));
+    dialog.SetCommonDialogInternalShowEvent(Failing("internal"));
     dialog.SetOnFullOpening([](TObject*, bool&) { throw std::runtime_error("opening"); });
-    dialog.SetOnFullOpen(notify("open"));
+    dialog.SetOnFullOpen(Failing("open"));
     dialog.SetOnCustomColorAdding([](TObject*, TColor&, bool&) { throw std::runtime_error("adding"); });
     dialog.SetOnCustomColorAdd([](TObject*, TColor) { throw std::runtime_error("add"); });
     dialog.SetOnCanClose([](TObject*, bool&) { throw std::runtime_error("can close"); });
@@ -297,13 +297,10 @@ TEST_F(DialogLife, ExceptionsOfTheColourDialogsEventsReachTheApplicationAndItGoe
 }
 
 TEST_F(DialogLife, ExceptionsOfThePrintDialogsEventsReachTheApplicationAndItGoesOn) {
-    const auto notify = [](const char* what) {
-        return TNotifyEvent([what](TObject*) { throw std::runtime_error(what); });
-    };
     TKxPrintDialog dialog(nullptr);
-    dialog.SetOnShow(notify("show"));
+    dialog.SetOnShow(Failing("show"));
     dialog.SetOnPrinterSetupShowing([](TObject*, bool&) { throw std::runtime_error("setup"); });
-    dialog.SetOnPrinterChange(notify("printer"));
+    dialog.SetOnPrinterChange(Failing("printer"));
     dialog.SetOnCanClose([](TObject*, bool&) { throw std::runtime_error("can close"); });
     EXPECT_TRUE(RunDialog(dialog,
                           [&] {
@@ -313,7 +310,7 @@ TEST_F(DialogLife, ExceptionsOfThePrintDialogsEventsReachTheApplicationAndItGoes
                           {Failed("setup",
                                   [&] {
                                       EXPECT_EQ(ActiveDialog(), dialog.Handle());
-                                      dialog.SetOnCopiesChange(notify("copies"));
+                                      dialog.SetOnCopiesChange(Failing("copies"));
                                       SetFocus(ItemOf(dialog, CopiesEdit));
                                       TypeText("4");
                                   }),

@@ -1,8 +1,8 @@
 #include "kx/frame/KxShellDefs.h"
 
 #include "kx/win/Registry.h"
-#include "tests/support/ImportPatch.h"
 #include "support/TempFolder.h"
+#include "tests/support/ImportPatch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,7 @@
-#include "tests/guard/FaultGuard.h"
+#include "tests/guard/Guards.h"
 
 #include "tests/guard/PageHeap.h"
 #include "tests/guard/Report.h"
-#include "tests/guard/ThrowGuard.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,9 +1,6 @@
-#include "tests/guard/FaultGuard.h"
-#include "tests/guard/HandleGuard.h"
-#include "tests/guard/HeapFunctions.h"
+#include "tests/guard/Guards.h"
 #include "tests/guard/PageHeap.h"
 #include "tests/guard/Report.h"
-#include "tests/guard/ThrowGuard.h"
 #include "tests/support/HeapCount.h"
 
 #include <cstdio>

@@ -1,8 +1,8 @@
-#include "tests/guard/HandleGuard.h"
+#include "tests/guard/Guards.h"
 
+#include "kx/win/Windows.h"
 #include "tests/guard/Imports.h"
 #include "tests/guard/Report.h"
-#include "kx/win/Windows.h"
 
 #include <cstdio>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "tests/guard/HeapFunctions.h"
+#include "tests/guard/Guards.h"
 
 #include "tests/guard/Imports.h"
 #include "tests/guard/PageHeap.h"

@@ -1,4 +1,4 @@
-#include "tests/guard/ThrowGuard.h"
+#include "tests/guard/Guards.h"
 
 #ifdef _WIN64
 

@@ -46,10 +46,10 @@ protected:
         record.Flags = OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ENABLESIZING;
         record.lpfnHook = NoHook;
         TTestDriver driver({{"it is shown", [] { return ActiveDialog() && FileListOf(ActiveDialog()); },
-                               [&] {
-                                   kinds = KindsOf(ActiveDialog());
-                                   PostMessageA(ActiveDialog(), WM_COMMAND, IDCANCEL, 0);
-                               }}});
+                             [&] {
+                                 kinds = KindsOf(ActiveDialog());
+                                 PostMessageA(ActiveDialog(), WM_COMMAND, IDCANCEL, 0);
+                             }}});
         driver.Run([&] { return GetOpenFileNameA(&record) != FALSE; });
         return kinds;
     }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "kx/places/KxAddPlaceForm.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
+#include "tests/support/TestDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/ExceptionLog.h"
 #include "tests/support/Grow.h"
+#include "tests/support/TestDriver.h"
 
 #include <functional>
 #include <gtest/gtest.h>

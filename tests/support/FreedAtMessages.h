@@ -1,8 +1,8 @@
 #pragma once
 
 #include "kx/ui/forms/Forms.h"
-#include "tests/support/TestDriver.h"
 #include "tests/support/Grow.h"
+#include "tests/support/TestDriver.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -4,6 +4,18 @@
 
 namespace kx::guard {
 
+/// From now on malloc and its kind work on the page heap; new and delete always do.
+void GuardHeap();
+
+/// From now on hard faults (access violations, illegal instructions, divisions by zero, ...) are reported when they
+/// touch the heap's blocks, or have code of this program on their stack, even when somebody handles them: inside window
+/// procedures the system does so without a word. A call of std::terminate is reported too.
+void GuardFaults();
+
+/// From now on calls by the program that hand a dead window, menu, drawing context or drawing object to the system are
+/// reported. Null is no dead handle. Functions that are the way to ask whether a handle lives are not watched.
+void GuardHandles();
+
 /// From now on a C++ exception that leaves a callback (a window procedure, a hook, an enumeration, a timer) is
 /// reported: one that is thrown in the program's code, called by the system, and not caught on this side of the
 /// system's frames.
