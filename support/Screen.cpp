@@ -2,6 +2,7 @@
 
 #include "support/Screen.h"
 
+#include "kx/win/Apartment.h"
 #include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
 
@@ -24,25 +25,9 @@ void PaintPending() {
     } while (GetTickCount64() < end);
 }
 
-/// Lets the calling thread use COM, in whatever apartment it is in.
-class TComUse {
-public:
-    TComUse() : FResult(CoInitializeEx(nullptr, COINIT_MULTITHREADED)) {}
-    TComUse(const TComUse&) = delete;
-    TComUse& operator=(const TComUse&) = delete;
-    ~TComUse() {
-        if (SUCCEEDED(FResult)) {
-            CoUninitialize();
-        }
-    }
-
-private:
-    HRESULT FResult;
-};
-
 /// Writes the bitmap to a file by the system's imaging component, compressed.
 bool WritePng(HBITMAP bitmap, const std::string& path) {
-    const TComUse com;
+    const TApartment apartment(TApartmentKind::MultiThreaded);
     const auto done = [](HRESULT result) { return SUCCEEDED(result); };
     unique_com<IWICImagingFactory> factory;
     unique_com<IWICBitmap> source;

@@ -1,8 +1,8 @@
 #include "ModelessTest.h"
 
+#include "kx/win/Apartment.h"
 #include "tests/support/Cycles.h"
 
-#include <objbase.h>
 #include <stdexcept>
 
 namespace kx {
@@ -367,9 +367,8 @@ public:
 
 protected:
     void Execute() override {
-        CoInitializeEx(nullptr, COINIT_MULTITHREADED); // see TDialogApartment
+        const TApartment apartment(TApartmentKind::MultiThreaded); // as the runner does under Wine
         FDialog.Execute();
-        CoUninitialize();
     }
 
 private:

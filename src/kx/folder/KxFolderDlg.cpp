@@ -4,6 +4,7 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/frame/KxRunning.h"
+#include "kx/win/Apartment.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
 
@@ -132,24 +133,6 @@ LRESULT TKxCustomFolderDialog::Tell(UINT message, WPARAM wParam, LPARAM lParam) 
 
 namespace {
 
-/// Prepares the calling thread, for the length of a scope, for components of the shell, which the new style uses.
-class TApartment {
-public:
-    TApartment() : FResult(OleInitialize(nullptr)) {}
-    TApartment(const TApartment&) = delete;
-    TApartment& operator=(const TApartment&) = delete;
-    ~TApartment() {
-        if (SUCCEEDED(FResult)) {
-            OleUninitialize();
-        }
-    }
-    /// The application has put the thread into a multithreaded apartment, in which there is no OLE.
-    bool IsMultiThreaded() const { return FResult == RPC_E_CHANGED_MODE; }
-
-private:
-    HRESULT FResult;
-};
-
 /// The text as it fits into a buffer of so many bytes, its end included.
 std::string Fitting(const std::string& text, size_t buffer) {
     size_t end = 0;
@@ -236,7 +219,7 @@ HWND TKxCustomFolderDialog::BrowserOwner() const {
 
 bool TKxCustomFolderDialog::Browse(HWND owner) {
     const TRun run(*this);
-    const TApartment apartment; // it makes a window; hooks that hear of it may free the dialog
+    const TApartment apartment(TApartmentKind::Ole); // it makes a window; hooks that hear of it may free the dialog
     if (!run.IsDialogAlive()) {
         return false;
     }
@@ -249,7 +232,7 @@ bool TKxCustomFolderDialog::Browse(HWND owner) {
     info.pszDisplayName = displayName.data();
     info.lpszTitle = title.c_str();
     info.ulFlags = BrowseFlags();
-    if (apartment.IsMultiThreaded() && !System().Wine) {
+    if (apartment.IsOtherKind() && !System().Wine) {
         info.ulFlags &= ~static_cast<UINT>(BIF_NEWDIALOGSTYLE); // whose tree needs OLE: its folders would not open
     }
     info.lpfn = BrowseCallBack;

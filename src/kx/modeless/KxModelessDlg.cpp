@@ -3,11 +3,9 @@
 #include "kx/modeless/KxModelessDlg.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/win/Apartment.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
-
-#include <objbase.h>
-#include <ole2.h>
 
 namespace kx {
 
@@ -16,23 +14,7 @@ namespace {
 /// The shell's dialogs, and what they load, need OLE in their thread. Wine is the exception: with OLE its shell view
 /// registers for drag and drop. Where apartments come and go, the system's server for calls between them fails to start
 /// now and then, and the dialog waits for ever. So under Wine the thread gets an apartment without drag and drop.
-class TDialogApartment {
-public:
-    TDialogApartment()
-        : FWithOle(!System().Wine),
-          FInitialized(SUCCEEDED(FWithOle ? OleInitialize(nullptr) : CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
-    TDialogApartment(const TDialogApartment&) = delete;
-    TDialogApartment& operator=(const TDialogApartment&) = delete;
-    ~TDialogApartment() {
-        if (FInitialized) {
-            FWithOle ? OleUninitialize() : CoUninitialize();
-        }
-    }
-
-private:
-    bool FWithOle;
-    bool FInitialized;
-};
+TApartmentKind DialogApartment() { return System().Wine ? TApartmentKind::MultiThreaded : TApartmentKind::Ole; }
 
 TComponent* ComponentOf(ICommonDialog* dialog) { return dynamic_cast<TComponent*>(dialog); }
 
@@ -88,7 +70,7 @@ void TKxModelessThread::ReleaseDialog() {
 }
 
 void TKxModelessThread::Execute() {
-    const TDialogApartment apartment;
+    const TApartment apartment(DialogApartment());
     ICommonDialog* dialog = nullptr;
     Synchronize([&] {
         dialog = Dialog();
