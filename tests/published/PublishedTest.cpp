@@ -280,18 +280,26 @@ bool SizesItself(const TPersistent& object, const std::string& path) {
     return object.InheritsFrom(TLabel::StaticClass()) && (path == "Left" || path == "Width" || path == "Height");
 }
 
+std::vector<std::unique_ptr<TPersistent>> OneOfEach() {
+    std::vector<std::unique_ptr<TPersistent>> objects;
+    for (const auto& [name, make] : Makers()) {
+        objects.push_back(make());
+    }
+    return objects;
+}
+
 /// What comes of a change of one value of a new object, besides that it has it and keeps it in form files.
 void NoteConsequences(std::set<std::string>& notes, const std::function<std::unique_ptr<TPersistent>()>& make,
                       const std::string& path) {
     const std::unique_ptr<TPersistent> object = make();
     std::vector<std::unique_ptr<TPersistent>> others; // they go first: the object may have become the parent of one
-    for (const auto& [name, other] : Makers()) {
-        others.push_back(other());
-    }
     const TValues first = ValuesOf(*object);
     bool travels = false;
     ForEachProperty(*object, [&](const std::string& at, const TPropInfo& property, TObject& holder) {
         if (at == path) {
+            if (property.Kind == TTypeKind::Reference || property.Kind == TTypeKind::Interface) {
+                others = OneOfEach();
+            }
             try {
                 Change(property, holder, others);
             } catch (const Exception& e) {
