@@ -72,7 +72,7 @@ void KeepFocus() {
 /// Waits beside a run, in a thread of its own, and ends the run when it does not get on.
 class TDialogDriver::TWatchdog {
 public:
-    explicit TWatchdog(std::string picture) : FPicture(std::move(picture)), FThread([this] { Watch(); }) {}
+    explicit TWatchdog(const TDialogDriver& driver) : FDriver(driver), FThread([this] { Watch(); }) {}
     TWatchdog(const TWatchdog&) = delete;
     TWatchdog& operator=(const TWatchdog&) = delete;
     ~TWatchdog() {
@@ -120,10 +120,11 @@ private:
     }
 
     void Report() const {
-        if (!FPicture.empty() && !CaptureScreen(FPicture)) {
-            std::fprintf(stderr, "Cannot write %s\n", FPicture.c_str());
+        const std::string picture = FDriver.PicturePath();
+        if (!picture.empty() && !CaptureScreen(picture)) {
+            std::fprintf(stderr, "Cannot write %s\n", picture.c_str());
         }
-        std::fprintf(stderr, "Dialog run failed: %s\nPicture: %s\nWindows:\n%s", Reason().c_str(), FPicture.c_str(),
+        std::fprintf(stderr, "Dialog run failed: %s\nPicture: %s\nWindows:\n%s", Reason().c_str(), picture.c_str(),
                      AllWindowTrees().c_str());
         std::fflush(stderr);
     }
@@ -143,7 +144,7 @@ private:
     unique_handle_object FOver{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
     unique_handle_object FGivenUp{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
     unique_handle_object FProgress{CreateEventA(nullptr, FALSE, FALSE, nullptr)};
-    std::string FPicture;
+    const TDialogDriver& FDriver;
     mutable std::mutex FMutex;
     std::string FPending;
     std::string FReason;
@@ -156,7 +157,7 @@ TDialogDriver& TDialogDriver::Then(std::string what, TCondition when, TAction ac
 }
 
 bool TDialogDriver::Run(const std::function<bool()>& execute) {
-    TWatchdog watchdog(PicturePath());
+    TWatchdog watchdog(*this);
     FWatchdog = &watchdog;
     FNext = 0;
     watchdog.Progress(Pending());
