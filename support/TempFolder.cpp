@@ -12,25 +12,11 @@ namespace kx::test {
 
 namespace {
 
-std::wstring ToWide(UINT codePage, std::string_view text) {
-    if (text.empty()) {
-        return {};
-    }
+std::wstring WideOfUtf8(std::string_view text) {
     const int size = static_cast<int>(text.size());
-    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0)), L'\0');
-    MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
+    std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
     return wide;
-}
-
-std::string ToBytes(UINT codePage, const std::wstring& wide) {
-    if (wide.empty()) {
-        return {};
-    }
-    const int size = static_cast<int>(wide.size());
-    const int needed = WideCharToMultiByte(codePage, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string text(static_cast<size_t>(needed), '\0');
-    WideCharToMultiByte(codePage, 0, wide.data(), size, text.data(), needed, nullptr, nullptr);
-    return text;
 }
 
 void RemoveTree(const std::wstring& folder) {
@@ -74,7 +60,7 @@ std::wstring PathForMaking(const std::wstring& path) {
     if (!folder) {
         return path;
     }
-    std::wstring result = L"\\\\?\\unix" + ToWide(CP_UTF8, folder) + path.substr(name);
+    std::wstring result = L"\\\\?\\unix" + WideOfUtf8(folder) + path.substr(name);
     HeapFree(GetProcessHeap(), 0, folder);
     std::replace(result.begin(), result.end(), L'/', L'\\');
     return result;
@@ -82,16 +68,22 @@ std::wstring PathForMaking(const std::wstring& path) {
 
 } // namespace
 
-std::string FromUtf8(std::string_view text) { return ToBytes(CP_ACP, ToWide(CP_UTF8, text)); }
-std::string ToUtf8(std::string_view text) { return ToBytes(CP_UTF8, ToWide(CP_ACP, text)); }
+std::string FromUtf8(std::string_view text) { return FromWide(WideOfUtf8(text)); }
+std::string ToUtf8(std::string_view text) {
+    const std::wstring wide = ToWide(text);
+    const int size = static_cast<int>(wide.size());
+    const int needed = WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<size_t>(needed), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, utf8.data(), needed, nullptr, nullptr);
+    return utf8;
+}
 bool CodePageHolds(std::string_view utf8) { return ToUtf8(FromUtf8(utf8)) == utf8; }
 
 TTempFolder::TTempFolder(std::string_view name) {
     static int count = 0;
     wchar_t base[MAX_PATH + 1];
     GetTempPathW(MAX_PATH + 1, base);
-    FPath =
-        base + ToWide(CP_UTF8, name) + L"_" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++count);
+    FPath = base + WideOfUtf8(name) + L"_" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++count);
     RemoveTree(FPath);
     MakeFolders(FPath, FPath.find(L'\\') + 1);
     if (GetFileAttributesW(FPath.c_str()) == INVALID_FILE_ATTRIBUTES) {
@@ -115,10 +107,10 @@ TTempFolder::~TTempFolder() {
     RemoveTree(FPath);
 }
 
-std::wstring TTempFolder::Wide(std::string_view name) const { return FPath + L"\\" + ToWide(CP_UTF8, name); }
+std::wstring TTempFolder::Wide(std::string_view name) const { return FPath + L"\\" + WideOfUtf8(name); }
 
-std::string TTempFolder::Path() const { return ToBytes(CP_ACP, FPath); }
-std::string TTempFolder::Path(std::string_view name) const { return ToBytes(CP_ACP, Wide(name)); }
+std::string TTempFolder::Path() const { return FromWide(FPath); }
+std::string TTempFolder::Path(std::string_view name) const { return FromWide(Wide(name)); }
 
 std::string TTempFolder::AddFile(std::string_view name, std::string_view content) const {
     const std::wstring path = Wide(name);
@@ -129,13 +121,13 @@ std::string TTempFolder::AddFile(std::string_view name, std::string_view content
     if (!file || WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr) == 0) {
         throw Exception("cannot write " + std::string(name) + " (error " + IntToStr(GetLastError()) + ")");
     }
-    return ToBytes(CP_ACP, path);
+    return FromWide(path);
 }
 
 std::string TTempFolder::AddFolder(std::string_view name) const {
     const std::wstring path = Wide(name);
     MakeFolders(path, FPath.size());
-    return ToBytes(CP_ACP, path);
+    return FromWide(path);
 }
 
 bool TTempFolder::Contains(std::string_view name) const {

@@ -24,17 +24,6 @@ std::wstring Decode(std::string_view bytes, UINT codePage) {
     return text;
 }
 
-std::string Encode(std::wstring_view text) {
-    if (text.empty()) {
-        return {};
-    }
-    const int count = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_ACP, 0, text.data(), count, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), count, bytes.data(), size, nullptr, nullptr);
-    return bytes;
-}
-
 bool IsUtf8(std::string_view bytes) {
     return bytes.empty() || MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(),
                                                 static_cast<int>(bytes.size()), nullptr, 0) > 0;
@@ -96,7 +85,7 @@ std::string ReadText(const std::string& fileName, TEncoding encoding) {
     if (bytes.substr(0, byteOrderMark.size()) == byteOrderMark) {
         bytes.remove_prefix(byteOrderMark.size());
     }
-    return WithLineBreaks(Encode(Decode(bytes, CodePageOf(encoding, bytes))));
+    return WithLineBreaks(FromWide(Decode(bytes, CodePageOf(encoding, bytes))));
 }
 
 std::string SizeText(uint64_t bytes) {

@@ -10,8 +10,6 @@
 #include "support/Input.h"
 #include "support/Screen.h"
 
-#include <utility>
-
 namespace kx::gallery {
 
 namespace {
@@ -68,6 +66,7 @@ void SelectFile(const TOpenDialog& dialog, const std::string& name) {
     if (!SelectItem(ListOf(dialog), name)) {
         throw Exception("the file list does not show " + name);
     }
+    SendMessageA(ListOf(dialog), LVM_ENSUREVISIBLE, static_cast<WPARAM>(FindItem(ListOf(dialog), name)), FALSE);
     SetFocus(ListOf(dialog));
 }
 

@@ -44,10 +44,13 @@ UINT_PTR CALLBACK TSystemDialog::Hook(HWND window, UINT message, WPARAM, LPARAM 
 }
 
 void TSystemDialog::Select(const std::string& text) const {
-    if (text.empty() || !test::SelectItem(List(), text)) {
-        LVITEMA none = {};
-        none.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
+    LVITEMA state = {};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
+    const int index = text.empty() ? -1 : test::FindItem(List(), text);
+    if (index >= 0) {
+        state.state = state.stateMask;
+        SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&state));
     }
 }
 
