@@ -111,7 +111,7 @@ std::vector<TRow> MeasureNullMessage() {
     full.SetOnEventHook([](TMessage&) {});
     // Its hooks go with the dialog: two dialogs in turn.
     std::vector<double> withEvents;
-    for (int pair = 0; pair < 21; ++pair) {
+    for (int pair = 0; pair < 41; ++pair) {
         const auto costOf = [](const std::function<void()>& show) {
             std::vector<double> costs;
             WithShownDialog(show, [&](HWND dialog) {
