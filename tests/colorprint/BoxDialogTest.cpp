@@ -1,3 +1,5 @@
+// Fixtures of the colour and the print dialog.
+
 #include "BoxDialogTest.h"
 
 namespace kx::test {

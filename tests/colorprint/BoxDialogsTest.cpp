@@ -1,3 +1,5 @@
+// What the colour and the print dialog have in common, once for each.
+
 #include "BoxDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,5 @@
+// What the colour dialog asks and tells.
+
 #include "ColorDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,5 @@
+// The colour dialog's controls, its place and its forms.
+
 #include "ColorDialogTest.h"
 
 namespace kx {

@@ -1,3 +1,5 @@
+// Showings of the colour and the print dialog leave nothing behind.
+
 #include "tests/support/Cycles.h"
 
 #include "BoxDialogTest.h"

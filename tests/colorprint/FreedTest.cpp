@@ -1,3 +1,5 @@
+// The colour and the print dialog are freed at any of their messages.
+
 #include "BoxDialogTest.h"
 
 #include "tests/support/DockedDeeds.h"

@@ -1,3 +1,5 @@
+// Handlers that free or fail under the colour and the print dialog.
+
 #include "BoxDialogTest.h"
 #include "tests/support/Printers.h"
 

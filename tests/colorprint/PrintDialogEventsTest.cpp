@@ -1,3 +1,5 @@
+// What the print dialog asks and tells.
+
 #include "PrintDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,5 @@
+// The print dialog's controls, its place and its forms.
+
 #include "PrintDialogTest.h"
 
 namespace kx {

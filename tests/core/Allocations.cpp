@@ -1,3 +1,5 @@
+// Counts what the program allocates.
+
 #include "Allocations.h"
 
 #include <atomic>

@@ -1,3 +1,5 @@
+// Collections and their items.
+
 #include "kx/core/Collections.h"
 #include "kx/core/TypInfo.h"
 

@@ -1,3 +1,5 @@
+// Components: owners, names, and who hears of their end.
+
 #include "kx/core/Components.h"
 #include "kx/core/TypInfo.h"
 

@@ -1,3 +1,5 @@
+// Events and what their handlers may do.
+
 #include "kx/core/Delegate.h"
 #include "kx/core/Objects.h"
 

@@ -1,3 +1,5 @@
+// Single values in binary forms.
+
 #include "FormFixture.h"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// Damaged form files are errors, and nothing worse.
+
 #include "Allocations.h"
 #include "FormFixture.h"
 

@@ -1,3 +1,5 @@
+// References, names and handlers of a form that is read.
+
 #include "FormFixture.h"
 
 namespace kx::sample {

@@ -1,3 +1,5 @@
+// Whole forms read and written.
+
 #include "FormFixture.h"
 
 namespace kx::sample {

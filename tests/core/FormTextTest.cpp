@@ -1,3 +1,5 @@
+// Form texts become binary forms and texts again.
+
 #include "FormFixture.h"
 
 #include <cmath>

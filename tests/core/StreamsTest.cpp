@@ -1,3 +1,5 @@
+// Streams in memory.
+
 #include "kx/core/Streams.h"
 
 #include <gtest/gtest.h>

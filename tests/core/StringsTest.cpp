@@ -1,3 +1,5 @@
+// Lists of texts.
+
 #include "kx/core/Strings.h"
 #include "kx/core/Streams.h"
 #include "kx/core/TypInfo.h"

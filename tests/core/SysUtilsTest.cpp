@@ -1,3 +1,5 @@
+// Checked arithmetic, texts, file names and numbers.
+
 #include "kx/core/SysUtils.h"
 #include "kx/core/Types.h"
 #include "tests/support/ErrorOf.h"

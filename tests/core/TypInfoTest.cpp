@@ -1,3 +1,5 @@
+// Property tables and access by name.
+
 #include "kx/core/TypInfo.h"
 #include "kx/core/Components.h"
 #include "tests/support/ErrorOf.h"

@@ -1,3 +1,5 @@
+// How the drop-down button looks in each of its states.
+
 #include "ButtonFixture.h"
 
 #include "kx/ui/controls/ActnList.h"

@@ -1,3 +1,5 @@
+// Clicks, keys and the menu of the drop-down button.
+
 #include "ButtonFixture.h"
 
 #include "tests/support/Census.h"

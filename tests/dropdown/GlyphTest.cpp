@@ -1,3 +1,5 @@
+// Pictures of buttons, cut from a strip and laid out.
+
 #include "kx/dropdown/KxDropDownButtonGlyph.h"
 #include "kx/ui/forms/Forms.h"
 #include "tests/support/SysColors.h"

@@ -1,3 +1,5 @@
+// Fixture of the folder dialog.
+
 #include "FolderDlgTest.h"
 
 namespace kx::test {

@@ -1,3 +1,5 @@
+// Forms at the folder dialog's sides and in place of its tree.
+
 #include "FolderDlgTest.h"
 
 #include "kx/ui/controls/Menus.h"

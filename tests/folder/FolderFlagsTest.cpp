@@ -1,3 +1,5 @@
+// The folder dialog's options and the system's flags.
+
 #include "FolderDlgTest.h"
 
 namespace kx {

@@ -1,3 +1,5 @@
+// The folder dialog is freed at any of its messages.
+
 #include "FolderDlgTest.h"
 
 #include "tests/support/DockedDeeds.h"

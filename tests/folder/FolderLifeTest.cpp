@@ -1,3 +1,5 @@
+// From the folder dialog's opening to its end: vetoes, nesting, handlers that free or fail.
+
 #include "FolderDlgTest.h"
 
 #include <atomic>

@@ -1,3 +1,5 @@
+// Where the folder dialog's tree begins.
+
 #include "FolderDlgTest.h"
 
 #include "kx/win/Registry.h"

@@ -1,3 +1,5 @@
+// The folder dialog's texts, its selection and its place.
+
 #include "FolderDlgTest.h"
 
 #include <tuple>

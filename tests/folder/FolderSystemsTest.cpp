@@ -1,3 +1,5 @@
+// What the folder dialog asks of the system, and the ways in which systems differ.
+
 #include "FolderDlgTest.h"
 
 #include "kx/win/System.h"

@@ -1,3 +1,5 @@
+// Captions of standard buttons, and dialogs driven by their common interface.
+
 #include "FrameDialog.h"
 
 #include "tests/support/TestDriver.h"

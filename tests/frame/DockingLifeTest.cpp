@@ -1,3 +1,5 @@
+// Docked forms over several showings, and forms that go.
+
 #include "DockingFixture.h"
 
 namespace kx::test {

@@ -1,3 +1,5 @@
+// Forms at a dialog's sides.
+
 #include "DockingFixture.h"
 
 #include "tests/support/UnevenFrames.h"

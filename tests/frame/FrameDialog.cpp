@@ -1,3 +1,5 @@
+// The frame's bare minimum of a dialog, for tests of the frame alone.
+
 #include "FrameDialog.h"
 
 #include "support/WindowTools.h"

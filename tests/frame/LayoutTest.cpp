@@ -1,3 +1,5 @@
+// Rectangles: fitting, centring, growing.
+
 #include "kx/frame/KxDlgLayout.h"
 
 #include "kx/core/SysUtils.h"

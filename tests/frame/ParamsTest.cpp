@@ -1,3 +1,5 @@
+// Parameters of a dialog: forms and names, copies, values of new ones.
+
 #include "FrameDialog.h"
 
 #include "tests/support/FormFiles.h"

@@ -1,3 +1,5 @@
+// The way of a message through a dialog.
+
 #include "FrameDialog.h"
 
 #include "kx/ui/controls/Menus.h"

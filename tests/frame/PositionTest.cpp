@@ -1,3 +1,5 @@
+// The five rules by which a dialog is placed.
+
 #include "FrameDialog.h"
 
 #include "tests/support/TestDriver.h"

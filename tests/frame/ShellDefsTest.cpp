@@ -1,3 +1,5 @@
+// Special folders: their names, paths and identifier lists.
+
 #include "kx/frame/KxShellDefs.h"
 
 #include "kx/win/Registry.h"

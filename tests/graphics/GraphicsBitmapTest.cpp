@@ -1,3 +1,5 @@
+// Bitmaps.
+
 #include "GraphicsSamples.h"
 #include "kx/win/FileStreams.h"
 #include "support/TempFolder.h"

@@ -1,3 +1,5 @@
+// Pictures, and what graphics leave in form files.
+
 #include "GraphicsSamples.h"
 #include "kx/core/Classes.h"
 #include "support/TempFolder.h"

@@ -1,3 +1,5 @@
+// Colours, fonts, pens, brushes and canvases.
+
 #include "kx/graphics/Graphics.h"
 #include "tests/support/Census.h"
 

@@ -1,3 +1,5 @@
+// Lists of images.
+
 #include "kx/graphics/ImgList.h"
 #include "GraphicsSamples.h"
 #include "kx/core/Classes.h"

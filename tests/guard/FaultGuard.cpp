@@ -1,3 +1,5 @@
+// Reports access violations with our code on the stack, though the system swallows them.
+
 #include "tests/guard/Guards.h"
 
 #include "tests/guard/PageHeap.h"

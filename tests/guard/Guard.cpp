@@ -1,3 +1,5 @@
+// Starts the guard and lets each report fail the test that runs, or else the program.
+
 #include "tests/guard/Guards.h"
 #include "tests/guard/PageHeap.h"
 #include "tests/guard/Report.h"
@@ -7,8 +9,6 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
-
-// Starts the guard and lets each report fail the test that runs, or else the program.
 
 namespace kx::guard {
 

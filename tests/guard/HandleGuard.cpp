@@ -1,3 +1,5 @@
+// Reports calls with dead handles.
+
 #include "tests/guard/Guards.h"
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,5 @@
+// The program's allocations go through the page heap.
+
 #include "tests/guard/Guards.h"
 
 #include "tests/guard/Imports.h"

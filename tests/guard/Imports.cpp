@@ -1,3 +1,5 @@
+// Puts our functions into import tables.
+
 #include "tests/guard/Imports.h"
 
 #include "tests/guard/StackWalk.h"

@@ -1,3 +1,5 @@
+// A heap whose freed blocks cannot be touched.
+
 #include "tests/guard/PageHeap.h"
 
 #include "tests/guard/Report.h"

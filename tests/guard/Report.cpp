@@ -1,3 +1,5 @@
+// Prints what a guard has found.
+
 #include "tests/guard/Report.h"
 
 #include "tests/guard/PageHeap.h"

@@ -1,3 +1,5 @@
+// Walks stacks and names their frames.
+
 #include "tests/guard/StackWalk.h"
 
 #include <algorithm>

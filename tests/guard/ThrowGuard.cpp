@@ -1,3 +1,5 @@
+// Reports exceptions that leave a callback of the system.
+
 #include "tests/guard/Guards.h"
 
 #ifdef _WIN64

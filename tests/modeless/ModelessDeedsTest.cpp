@@ -1,3 +1,5 @@
+// Deeds of handlers and forms in dialogs that do not block.
+
 #include "ModelessTest.h"
 
 #include "tests/support/DockedDeeds.h"

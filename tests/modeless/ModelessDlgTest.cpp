@@ -1,3 +1,5 @@
+// Showing a dialog without blocking: the component and its thread.
+
 #include "ModelessTest.h"
 
 #include "kx/win/Apartment.h"

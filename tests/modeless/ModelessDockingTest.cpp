@@ -1,3 +1,5 @@
+// The application's forms in a dialog of another thread.
+
 #include "ModelessTest.h"
 
 #include <stdexcept>

@@ -1,3 +1,5 @@
+// Every kind of dialog shown without blocking.
+
 #include "ModelessTest.h"
 
 #include "kx/colorprint/KxColorDlg.h"

@@ -1,3 +1,5 @@
+// The dialog, the runner or a form goes while the dialog is shown.
+
 #include "ModelessTest.h"
 
 #include "tests/support/Process.h"

@@ -1,3 +1,5 @@
+// What the system does for dialogs of other threads.
+
 #include "ModelessTest.h"
 
 #include "kx/colorprint/KxColorDlg.h"

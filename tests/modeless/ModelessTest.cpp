@@ -1,3 +1,5 @@
+// Fixture of dialogs that do not block.
+
 #include "ModelessTest.h"
 
 namespace kx::test {

@@ -1,3 +1,5 @@
+// How file dialogs leave their windows.
+
 #include "OpenDialogTest.h"
 
 #include "kx/opensave/KxSaveDlg.h"

@@ -1,3 +1,5 @@
+// Deeds of the forms that are docked to a file dialog.
+
 #include "OpenDialogTest.h"
 
 #include "tests/support/DockedDeeds.h"

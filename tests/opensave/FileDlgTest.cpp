@@ -1,3 +1,5 @@
+// Fixture of the file dialogs.
+
 #include "FileDlgTest.h"
 
 #include <algorithm>

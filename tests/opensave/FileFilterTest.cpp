@@ -1,3 +1,5 @@
+// The filter on a list of its own.
+
 #include "FileDlgTest.h"
 
 namespace kx {

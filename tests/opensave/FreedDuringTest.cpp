@@ -1,3 +1,5 @@
+// A file dialog is freed at each of its messages, whatever it is doing.
+
 #include "OpenDialogExFixture.h"
 #include "OpenDialogTest.h"
 

@@ -1,3 +1,5 @@
+// Several file names in one text, each in double quotes.
+
 #include "kx/opensave/KxNamesList.h"
 
 #include <gtest/gtest.h>

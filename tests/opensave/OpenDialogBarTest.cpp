@@ -1,10 +1,10 @@
+// What the user does to the places bar inside a system dialog that is shown.
+
 #include "OpenDialogTest.h"
 
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/places/KxAddPlaceForm.h"
 #include "tests/support/Drop.h"
-
-// What the user does to the places bar inside a system dialog that is shown.
 
 namespace kx {
 namespace {

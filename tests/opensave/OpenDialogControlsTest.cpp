@@ -1,3 +1,5 @@
+// The open dialog's controls, read, set and hidden while it runs.
+
 #include "OpenDialogTest.h"
 
 #include "kx/dropdown/KxDropDownButton.h"

@@ -1,3 +1,5 @@
+// Showings of the open dialog leave nothing behind.
+
 #include "OpenDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"

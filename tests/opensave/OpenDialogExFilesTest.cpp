@@ -1,3 +1,5 @@
+// The list of recent files.
+
 #include "OpenDialogExFixture.h"
 
 #include "tests/support/FormFiles.h"

@@ -1,3 +1,5 @@
+// Handlers that fail or free under the dialog with recent files.
+
 #include "OpenDialogExFixture.h"
 
 #include "tests/support/Census.h"

@@ -1,3 +1,5 @@
+// The dialog with recent files at all sizes.
+
 #include "OpenDialogExFixture.h"
 
 // The dialog with recent files in every size: its tabs span it, its lists fill their place.

@@ -1,3 +1,5 @@
+// The dialog with recent files: its tabs and forms.
+
 #include "OpenDialogExFixture.h"
 
 #include "kx/ui/controls/Menus.h"

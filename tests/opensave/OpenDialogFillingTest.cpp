@@ -1,3 +1,5 @@
+// When the filter is asked about which files.
+
 #include "OpenDialogFillingTest.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The open dialog is freed by its handlers.
+
 #include "OpenDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,5 @@
+// The open dialog's windows stay Unicode or ANSI.
+
 #include "OpenDialogTest.h"
 
 #include "kx/win/Handles.h"

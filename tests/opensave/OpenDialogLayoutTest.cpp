@@ -1,3 +1,5 @@
+// The open dialog with everything docked, at every size.
+
 #include "OpenDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"

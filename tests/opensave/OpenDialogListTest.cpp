@@ -1,3 +1,5 @@
+// The filter and the styles of the running dialog's list.
+
 #include "OpenDialogTest.h"
 
 namespace kx {

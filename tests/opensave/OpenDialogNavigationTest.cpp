@@ -1,3 +1,5 @@
+// What the open dialog asks and tells as the user navigates.
+
 #include "OpenDialogTest.h"
 
 namespace kx {

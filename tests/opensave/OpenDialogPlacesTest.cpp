@@ -1,3 +1,5 @@
+// The places bar in the open dialog.
+
 #include "OpenDialogTest.h"
 
 #include "kx/win/Registry.h"

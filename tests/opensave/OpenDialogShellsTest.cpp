@@ -1,3 +1,5 @@
+// Views that the shell makes late or anew.
+
 #include "OpenDialogFillingTest.h"
 
 #include "kx/win/System.h"

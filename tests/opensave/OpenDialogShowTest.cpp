@@ -1,3 +1,5 @@
+// Showing the open and the save dialog.
+
 #include "OpenDialogTest.h"
 
 #include "kx/opensave/KxSaveDlg.h"

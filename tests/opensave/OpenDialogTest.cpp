@@ -1,3 +1,5 @@
+// Fixture of the full open dialog.
+
 #include "OpenDialogTest.h"
 
 #include <algorithm>

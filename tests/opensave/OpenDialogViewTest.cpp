@@ -1,3 +1,5 @@
+// View styles: asked, told and set.
+
 #include "OpenDialogTest.h"
 
 #include "kx/win/System.h"

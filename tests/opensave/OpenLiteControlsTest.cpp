@@ -1,3 +1,5 @@
+// Captions and controls of the lite dialogs.
+
 #include "FileDlgTest.h"
 
 #include "kx/win/System.h"

@@ -1,3 +1,5 @@
+// Showings of the lite dialogs leave nothing behind.
+
 #include "FileDlgTest.h"
 
 #include "tests/support/Cycles.h"

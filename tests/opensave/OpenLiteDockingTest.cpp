@@ -1,3 +1,5 @@
+// Forms at the lite dialogs' sides.
+
 #include "FileDlgTest.h"
 
 #include "tests/support/UnevenFrames.h"

@@ -1,3 +1,5 @@
+// From a lite dialog's opening to its end: vetoes, nesting, handlers that free or fail.
+
 #include "FileDlgTest.h"
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,5 @@
+// File names of any script in the lite dialogs.
+
 #include "FileDlgTest.h"
 
 namespace kx {

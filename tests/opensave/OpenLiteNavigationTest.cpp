@@ -1,3 +1,5 @@
+// What the lite dialogs ask and tell as the user navigates.
+
 #include "FileDlgTest.h"
 
 namespace kx {

@@ -1,3 +1,5 @@
+// Where the lite dialogs stand.
+
 #include "FileDlgTest.h"
 
 namespace kx {

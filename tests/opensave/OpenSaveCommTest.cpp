@@ -1,3 +1,5 @@
+// What the file dialogs' settings mean in numbers.
+
 #include "kx/opensave/KxOpenSaveComm.h"
 #include "kx/opensave/KxToolBarProps.h"
 

@@ -1,3 +1,5 @@
+// The filter on lists that keep no items.
+
 #include "FileDlgTest.h"
 
 #include "tests/support/ShellViews.h"

@@ -1,3 +1,5 @@
+// The icons among which a place's are chosen.
+
 #include "AddPlaceFixture.h"
 #include "IconLibrary.h"
 

@@ -1,3 +1,5 @@
+// The form of a place's properties.
+
 #include "AddPlaceFixture.h"
 
 #include "kx/win/Registry.h"

@@ -1,3 +1,5 @@
+// Damaged places in the registry.
+
 #include "PlacesFixture.h"
 #include "Writer.h"
 

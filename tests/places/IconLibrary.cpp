@@ -1,3 +1,5 @@
+// A library of icons, made for tests.
+
 #include "IconLibrary.h"
 
 #include <cstring>

@@ -1,3 +1,5 @@
+// The test program, which writes to the registry beside itself when it is told to.
+
 #include "Writer.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// How the button of a place looks.
+
 #include "PlacesBarFixture.h"
 #include "tests/support/SysColors.h"
 

@@ -1,3 +1,5 @@
+// The places bar in a running dialog.
+
 #include "PlacesBarFixture.h"
 
 #include "kx/opensave/KxOpenLite.h"

@@ -1,3 +1,5 @@
+// A places bar with its form.
+
 #include "PlacesBarFixture.h"
 
 namespace kx::test {

@@ -1,3 +1,5 @@
+// The menu of the places bar.
+
 #include "PlacesBarFixture.h"
 
 // The menu of a place.

@@ -1,3 +1,5 @@
+// Folders dropped on the places bar, and properties changed there.
+
 #include "PlacesBarFixture.h"
 
 #include "kx/places/KxAddPlaceForm.h"

@@ -1,3 +1,5 @@
+// The form of the places bar and its buttons.
+
 #include "PlacesBarFixture.h"
 
 #include "tests/support/Census.h"

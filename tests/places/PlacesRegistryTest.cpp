@@ -1,3 +1,5 @@
+// Places in the registry.
+
 #include "PlacesFixture.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,5 @@
+// Places and their captions.
+
 #include "PlacesFixture.h"
 
 #include "tests/support/FormFiles.h"

@@ -1,3 +1,5 @@
+// Counts what the process holds: windows, drawing objects, memory, threads.
+
 #include "tests/support/Census.h"
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Printers that are made for a test.
+
 #include "tests/support/Printers.h"
 
 #include "kx/win/Windows.h"

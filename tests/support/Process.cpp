@@ -1,3 +1,5 @@
+// Programs that a test starts.
+
 #include "tests/support/Process.h"
 
 #include "kx/core/SysUtils.h"

@@ -1,3 +1,5 @@
+// Views of the shell that behave as those of Windows.
+
 #include "tests/support/ShellViews.h"
 
 #include "support/WindowTools.h"

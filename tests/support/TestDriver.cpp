@@ -1,3 +1,5 @@
+// Runs dialogs for tests and reports to them.
+
 #include "tests/support/TestDriver.h"
 
 #include "support/Screen.h"

@@ -1,3 +1,5 @@
+// Has the system's dialogs behave as those of Windows.
+
 #include "tests/support/WindowsWays.h"
 
 #include "kx/core/SysUtils.h"

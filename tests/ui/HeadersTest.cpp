@@ -1,3 +1,5 @@
+// Our headers beside the system's.
+
 #include "UserCode.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Forms for tests.
+
 #include "tests/ui/SampleForms.h"
 
 namespace kx::test {

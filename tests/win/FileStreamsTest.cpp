@@ -1,3 +1,5 @@
+// Streams of files and resources.
+
 #include "kx/win/FileStreams.h"
 #include "kx/core/Strings.h"
 #include "support/TempFolder.h"

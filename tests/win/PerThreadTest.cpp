@@ -1,3 +1,5 @@
+// Values of which each thread has its own.
+
 #include "kx/win/PerThread.h"
 #include "kx/win/Handles.h"
 

@@ -1,3 +1,5 @@
+// Registry keys and values.
+
 #include "kx/win/Registry.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/Texts.h"

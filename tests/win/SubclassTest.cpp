@@ -1,3 +1,5 @@
+// Window procedures before others.
+
 #include "kx/win/Subclass.h"
 
 #include "kx/win/Handles.h"

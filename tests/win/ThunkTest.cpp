@@ -1,3 +1,5 @@
+// Functions that carry an object.
+
 #include "kx/win/Thunk.h"
 
 #include "kx/win/Subclass.h"

@@ -1,3 +1,5 @@
+// Timers.
+
 #include "kx/win/Timers.h"
 #include "tests/support/Census.h"
 

@@ -1,3 +1,5 @@
+// One fault of each kind, for the test that sees each of them reported.
+
 #include "kx/win/Windows.h"
 
 #include <cstdlib>

@@ -1,3 +1,5 @@
+// A program that ends while a dialog is shown.
+
 #include "kx/modeless/KxModelessDlg.h"
 #include "kx/opensave/KxOpenDlg.h"
 #include "kx/win/Timers.h"

@@ -1,3 +1,5 @@
+// Actions and what follows them.
+
 #include "kx/ui/controls/ActnList.h"
 
 #include "kx/ui/controls/Menus.h"

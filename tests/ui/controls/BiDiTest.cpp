@@ -1,3 +1,5 @@
+// Right-to-left controls.
+
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"

@@ -1,3 +1,5 @@
+// The census sees what comes and what is lost.
+
 #include "tests/support/Census.h"
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Dragging from control to control.
+
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Controls and their windows.
+
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// The focus, and keys that move it.
+
 #include "tests/ui/SampleForms.h"
 
 #include "tests/support/TestDriver.h"

@@ -1,3 +1,5 @@
+// Sizes at the limits of their numbers.
+
 #include "kx/ui/widgets/Buttons.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/Grids.h"

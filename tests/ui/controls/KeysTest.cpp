@@ -1,3 +1,5 @@
+// Accelerators of all letters.
+
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "tests/ui/ControlFixture.h"

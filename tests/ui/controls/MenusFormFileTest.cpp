@@ -1,3 +1,5 @@
+// Menus in form files.
+
 #include "kx/core/Classes.h"
 #include "kx/ui/controls/Menus.h"
 #include "tests/support/Census.h"

@@ -1,3 +1,5 @@
+// Menus that pop up.
+
 #include "kx/ui/controls/Menus.h"
 #include "tests/support/Census.h"
 #include "tests/support/ExceptionLog.h"

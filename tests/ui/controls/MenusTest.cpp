@@ -1,3 +1,5 @@
+// Menus, their items and shortcuts.
+
 #include "kx/ui/controls/Menus.h"
 #include "kx/core/Classes.h"
 #include "tests/support/Census.h"

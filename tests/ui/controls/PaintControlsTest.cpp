@@ -1,3 +1,5 @@
+// One control's failure does not keep the others from being painted.
+
 #include "tests/support/ExceptionLog.h"
 #include "tests/support/TestForms.h"
 

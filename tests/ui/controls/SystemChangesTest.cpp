@@ -1,3 +1,5 @@
+// Changes of colours, themes and settings.
+
 #include "tests/ui/HostDialog.h"
 
 #include "kx/ui/widgets/ComCtrls.h"

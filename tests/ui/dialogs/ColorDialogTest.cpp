@@ -1,3 +1,5 @@
+// The colour dialog as the system has it.
+
 #include "kx/ui/dialogs/DialogsColor.h"
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"

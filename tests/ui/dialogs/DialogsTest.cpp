@@ -1,3 +1,5 @@
+// The file dialogs as the system has them.
+
 #include "tests/support/ErrorOf.h"
 #include "tests/support/TestDriver.h"
 

@@ -1,3 +1,5 @@
+// Handlers of the file dialogs that fail.
+
 #include "tests/support/ExceptionLog.h"
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"

@@ -1,3 +1,5 @@
+// The files that come back from the file dialogs.
+
 #include "tests/support/TestDriver.h"
 #include "tests/support/Texts.h"
 

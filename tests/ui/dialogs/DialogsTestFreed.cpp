@@ -1,3 +1,5 @@
+// File dialogs that are freed while they are shown.
+
 #include "kx/win/Subclass.h"
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"

@@ -1,3 +1,5 @@
+// File names of any script.
+
 #include "tests/support/TestDriver.h"
 
 // Built twice: into a program whose code page is the system's, and into one whose code page is UTF-8.

@@ -1,3 +1,5 @@
+// The print dialog as the system has it.
+
 #include "kx/ui/dialogs/DialogsPrint.h"
 #include "kx/win/Handles.h"
 #include "tests/support/Printers.h"

@@ -1,3 +1,5 @@
+// Exceptions while a button holds the mouse.
+
 #include "kx/core/Barrier.h"
 #include "kx/win/Handles.h"
 #include "tests/support/ExceptionLog.h"

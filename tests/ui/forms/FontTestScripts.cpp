@@ -1,3 +1,5 @@
+// Names of fonts in any script.
+
 #include "kx/graphics/Graphics.h"
 #include "support/TempFolder.h"
 

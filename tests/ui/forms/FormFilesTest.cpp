@@ -1,3 +1,5 @@
+// Forms that are made from their files.
+
 #include "tests/ui/SampleForms.h"
 
 #include "tests/support/FormFiles.h"

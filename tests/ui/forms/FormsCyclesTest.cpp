@@ -1,3 +1,5 @@
+// Showings of forms leave nothing behind.
+
 #include "tests/ui/SampleForms.h"
 
 #include "tests/support/Census.h"

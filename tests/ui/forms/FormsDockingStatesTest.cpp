@@ -1,3 +1,5 @@
+// Icons and maximised forms in a dialog.
+
 #include "tests/ui/HostDialog.h"
 #include "tests/ui/SampleForms.h"
 

@@ -1,3 +1,5 @@
+// Forms inside a dialog's window.
+
 #include "tests/ui/HostDialog.h"
 #include "tests/ui/SampleForms.h"
 

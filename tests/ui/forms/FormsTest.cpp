@@ -1,3 +1,5 @@
+// Forms, the screen and the application.
+
 #include "tests/ui/SampleForms.h"
 
 #include "tests/support/ExceptionLog.h"

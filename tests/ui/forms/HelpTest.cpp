@@ -1,3 +1,5 @@
+// F1 and the topics of help.
+
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"

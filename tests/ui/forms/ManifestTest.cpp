@@ -1,3 +1,5 @@
+// What the manifest tells Windows.
+
 #include "kx/win/Windows.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,5 @@
+// The window that owns a message box.
+
 #include "tests/support/ImportPatch.h"
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"

@@ -1,3 +1,5 @@
+// Static objects and threads at a program's end.
+
 #include "tests/support/Process.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Threads, and what they have done in the application's.
+
 #include "kx/ui/forms/Threads.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Ordinary Win32 code behind the headers of the core.
+
 #include "kx/core/Classes.h"
 
 #include <windows.h>

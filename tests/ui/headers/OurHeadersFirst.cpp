@@ -1,3 +1,5 @@
+// Ordinary Win32 code behind our headers.
+
 #include "kx/core/Strings.h"
 #include "kx/graphics/Graphics.h"
 #include "kx/ui/forms/Forms.h"

@@ -1,3 +1,5 @@
+// Ordinary Win32 code before our headers.
+
 #include <windows.h>
 
 #include <windowsx.h>

@@ -1,3 +1,5 @@
+// Our headers in a Unicode program.
+
 #define UNICODE
 #define _UNICODE
 #include <windows.h>

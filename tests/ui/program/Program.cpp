@@ -1,3 +1,5 @@
+// A program whose end is tested.
+
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/controls/MenusCommands.h"
 #include "kx/ui/forms/Forms.h"

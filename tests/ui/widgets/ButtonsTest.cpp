@@ -1,3 +1,5 @@
+// Speed buttons.
+
 #include "kx/ui/widgets/Buttons.h"
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Edits and memos.
+
 #include "kx/ui/widgets/StdCtrls.h"
 #include "tests/support/ProcessorTime.h"
 #include "tests/ui/ControlFixture.h"

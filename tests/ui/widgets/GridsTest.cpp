@@ -1,3 +1,5 @@
+// Grids whose cells are drawn by a handler.
+
 #include "kx/ui/widgets/Grids.h"
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,5 @@
+// Labels edited in a list view, from either kind of notification.
+
 #include "kx/ui/widgets/ComCtrls.h"
 #include "tests/support/FormTest.h"
 

@@ -1,3 +1,5 @@
+// List views.
+
 #include "kx/ui/widgets/ComCtrls.h"
 #include "tests/ui/ControlFixture.h"
 

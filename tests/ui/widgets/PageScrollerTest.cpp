@@ -1,3 +1,5 @@
+// Page scrollers.
+
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
 
 #include "kx/ui/widgets/ComCtrlsToolBar.h"

@@ -1,3 +1,5 @@
+// Buttons, boxes and lists.
+
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ExtCtrls.h"

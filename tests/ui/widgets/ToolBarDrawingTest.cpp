@@ -1,3 +1,5 @@
+// How tool bars and their buttons look.
+
 #include "tests/ui/ToolBarFixture.h"
 
 #include "tests/support/FormFiles.h"

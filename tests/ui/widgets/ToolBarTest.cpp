@@ -1,3 +1,5 @@
+// Tool bars and the places of their buttons.
+
 #include "tests/ui/ToolBarFixture.h"
 
 #include "tests/support/ProcessorTime.h"

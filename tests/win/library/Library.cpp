@@ -1,3 +1,5 @@
+// A library that has values for each thread and is unloaded.
+
 #include "kx/win/PerThread.h"
 
 #include <utility>
