@@ -12,14 +12,14 @@ namespace kx {
 
 namespace detail {
 
-namespace {
-
 /// The shared system objects by the bytes of their description. Dialogs may run on threads of their own, so it is
 /// locked.
 struct TGdiPool {
     std::mutex Lock;
     std::unordered_map<std::string, std::weak_ptr<TGdiHandle>> Handles;
 };
+
+namespace {
 
 /// Alive as long as any shared object, whatever the order in which statics go at the end.
 const std::shared_ptr<TGdiPool>& Pool() {

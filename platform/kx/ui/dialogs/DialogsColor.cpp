@@ -16,13 +16,13 @@ constexpr COLORREF EmptyBox = RGB(255, 255, 255);
 constexpr COLORREF LastColor = 0xFFFFFF;
 
 /// System flag of each option.
-constexpr std::array<DWORD, 5> OptionFlags = {CC_FULLOPEN, CC_PREVENTFULLOPEN, CC_SHOWHELP, CC_SOLIDCOLOR, CC_ANYCOLOR};
+constexpr std::array<DWORD, 5> ColorFlags = {CC_FULLOPEN, CC_PREVENTFULLOPEN, CC_SHOWHELP, CC_SOLIDCOLOR, CC_ANYCOLOR};
 
 DWORD FlagsOf(TColorDialogOptions options) {
     DWORD flags = CC_RGBINIT | CC_ENABLEHOOK;
-    for (size_t i = 0; i < OptionFlags.size(); ++i) {
+    for (size_t i = 0; i < ColorFlags.size(); ++i) {
         if (options.Contains(static_cast<TColorDialogOption>(i))) {
-            flags |= OptionFlags[i];
+            flags |= ColorFlags[i];
         }
     }
     return flags;

@@ -31,7 +31,7 @@ constexpr size_t MostNamesSize = 64 * NamesSize;
 constexpr size_t BytesPerCharacter = 4;
 
 /// System flag of each option; 0 for the option that means the absence of a flag.
-constexpr std::array<DWORD, 22> OptionFlags = {
+constexpr std::array<DWORD, 22> OpenFlags = {
     OFN_READONLY,
     OFN_OVERWRITEPROMPT,
     OFN_HIDEREADONLY,
@@ -58,9 +58,9 @@ constexpr std::array<DWORD, 22> OptionFlags = {
 
 DWORD FlagsOf(TOpenOptions options) {
     DWORD flags = OFN_ENABLEHOOK;
-    for (size_t i = 0; i < OptionFlags.size(); ++i) {
+    for (size_t i = 0; i < OpenFlags.size(); ++i) {
         if (options.Contains(static_cast<TOpenOption>(i))) {
-            flags |= OptionFlags[i];
+            flags |= OpenFlags[i];
         }
     }
     // Only with long names on are several names separated by NUL in both styles.
