@@ -12,14 +12,14 @@
 namespace kx {
 namespace {
 
-class TListener : public TObject {
+class TReceiver : public TObject {
 public:
     void Hear(TObject* sender) { Heard.push_back(sender); }
     void HearToo(TObject*) {}
     std::vector<TObject*> Heard;
 };
 
-class TKeenListener : public TListener {};
+class TKeenReceiver : public TReceiver {};
 
 /// Fires as the components do: by a virtual method, from an event that is a field.
 class TSender : public TObject {
@@ -58,9 +58,9 @@ TEST(Delegate, MovesArgumentsThatCannotBeCopied) {
 }
 
 TEST(Delegate, CallsAMethodOfAnObject) {
-    TListener listener;
+    TReceiver listener;
     TSender sender;
-    sender.FOnFire = {&listener, &TListener::Hear};
+    sender.FOnFire = {&listener, &TReceiver::Hear};
     sender.Fire();
     EXPECT_EQ(listener.Heard, std::vector<TObject*>{&sender});
     EXPECT_EQ(sender.FOnFire.Target()->Receiver(), &listener);
@@ -125,20 +125,20 @@ TEST(Delegate, AnExceptionOfAHandlerReachesTheCaller) {
 }
 
 TEST(Delegate, EventsAreEqualWhenTheyCallTheSameMethodOfTheSameObject) {
-    TListener one;
-    TListener two;
-    const TNotifyEvent event(&one, &TListener::Hear);
-    EXPECT_EQ(event, TNotifyEvent(&one, &TListener::Hear));
-    EXPECT_EQ(event, TNotifyEvent(&one, &TListener::Hear, "Hear"));
-    EXPECT_FALSE(event == TNotifyEvent(&two, &TListener::Hear));
-    EXPECT_FALSE(event == TNotifyEvent(&one, &TListener::HearToo));
+    TReceiver one;
+    TReceiver two;
+    const TNotifyEvent event(&one, &TReceiver::Hear);
+    EXPECT_EQ(event, TNotifyEvent(&one, &TReceiver::Hear));
+    EXPECT_EQ(event, TNotifyEvent(&one, &TReceiver::Hear, "Hear"));
+    EXPECT_FALSE(event == TNotifyEvent(&two, &TReceiver::Hear));
+    EXPECT_FALSE(event == TNotifyEvent(&one, &TReceiver::HearToo));
     EXPECT_FALSE(event == TNotifyEvent());
 }
 
 TEST(Delegate, AMethodOfAnAncestorIsTheSameThroughADescendant) {
-    TKeenListener listener;
-    const TNotifyEvent event(&listener, &TKeenListener::Hear);
-    EXPECT_EQ(event, TNotifyEvent(static_cast<TListener*>(&listener), &TListener::Hear));
+    TKeenReceiver listener;
+    const TNotifyEvent event(&listener, &TKeenReceiver::Hear);
+    EXPECT_EQ(event, TNotifyEvent(static_cast<TReceiver*>(&listener), &TReceiver::Hear));
     event(&listener);
     EXPECT_EQ(listener.Heard.size(), 1u);
 }
@@ -162,13 +162,13 @@ TEST(Delegate, ACopySharesTheStateOfItsLambda) {
 }
 
 TEST(Delegate, TheTargetKeepsItsNameAndSignature) {
-    TListener listener;
-    const TNotifyEvent event(&listener, &TListener::Hear, "ListenerHear");
+    TReceiver listener;
+    const TNotifyEvent event(&listener, &TReceiver::Hear, "ListenerHear");
     EXPECT_EQ(event.Target()->MethodName(), "ListenerHear");
     EXPECT_EQ(TNotifyEvent::FromTarget(event.Target()), event);
-    using TOther = TEvent<void(int)>;
-    EXPECT_FALSE(TOther::FromTarget(event.Target()));
-    EXPECT_NE(TNotifyEvent::Signature(), TOther::Signature());
+    using TOtherEvent = TEvent<void(int)>;
+    EXPECT_FALSE(TOtherEvent::FromTarget(event.Target()));
+    EXPECT_NE(TNotifyEvent::Signature(), TOtherEvent::Signature());
     EXPECT_FALSE(TNotifyEvent::FromTarget(nullptr));
 }
 

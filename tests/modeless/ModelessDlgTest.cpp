@@ -378,7 +378,7 @@ private:
 };
 
 /// Cancels the dialog once it is there.
-void Cancel(const TOpenDialog& dialog) {
+void CancelOnceShown(const TOpenDialog& dialog) {
     ASSERT_TRUE(PumpUntil(Shown(dialog)));
     PostMessageA(dialog.DialogWindow(), WM_COMMAND, IDCANCEL, 0);
 }
@@ -391,7 +391,7 @@ TEST_F(Modeless, AHundredShowingsLeaveNothingBehindThatTheSystemsDialogDoesNot) 
     bare.SetInitialDir(Folder.Path());
     const TCensus system = Growth(SystemCycles, [&] {
         const std::unique_ptr<TBareThread, TFreeDeleter> thread(NewThread<TBareThread>(bare));
-        Cancel(bare);
+        CancelOnceShown(bare);
         EXPECT_TRUE(PumpUntil([&] { return thread->Finished(); }));
     });
 
@@ -405,7 +405,7 @@ TEST_F(Modeless, AHundredShowingsLeaveNothingBehindThatTheSystemsDialogDoesNot) 
         const long threads = ThreadCensus()[TCensusKind::Thread];
         const size_t ended = Results.size();
         Runner->Show();
-        Cancel(dialog);
+        CancelOnceShown(dialog);
         EXPECT_TRUE(PumpUntil([&] { return Results.size() > ended; }));
         EXPECT_TRUE(PumpUntil([&] { return ThreadCensus()[TCensusKind::Thread] <= threads; }));
     });

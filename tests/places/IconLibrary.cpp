@@ -10,7 +10,7 @@ namespace kx::test {
 
 namespace {
 
-constexpr int size = 32;
+constexpr int IconExtent = 32;
 
 void Append(std::vector<uint8_t>& bytes, const void* data, size_t length) {
     const auto* const first = static_cast<const uint8_t*>(data);
@@ -21,25 +21,25 @@ void Append(std::vector<uint8_t>& bytes, const void* data, size_t length) {
 std::vector<uint8_t> IconImage(TColor color) {
     BITMAPINFOHEADER header{};
     header.biSize = sizeof header;
-    header.biWidth = size;
-    header.biHeight = 2 * size;
+    header.biWidth = IconExtent;
+    header.biHeight = 2 * IconExtent;
     header.biPlanes = 1;
     header.biBitCount = 24;
     std::vector<uint8_t> bytes;
     Append(bytes, &header, sizeof header);
     const auto value = static_cast<COLORREF>(color);
     const uint8_t pixel[] = {GetBValue(value), GetGValue(value), GetRValue(value)};
-    for (int i = 0; i < size * size; ++i) {
+    for (int i = 0; i < IconExtent * IconExtent; ++i) {
         Append(bytes, pixel, sizeof pixel);
     }
-    bytes.resize(bytes.size() + size * size / 8); // nothing is transparent
+    bytes.resize(bytes.size() + IconExtent * IconExtent / 8); // nothing is transparent
     return bytes;
 }
 
 /// A group of that one picture.
 std::vector<uint8_t> IconGroup(WORD id, DWORD imageSize) {
     const WORD head[] = {0, 1, 1};
-    const uint8_t extent[] = {size, size, 0, 0};
+    const uint8_t extent[] = {IconExtent, IconExtent, 0, 0};
     const WORD planesAndBits[] = {1, 24};
     std::vector<uint8_t> bytes;
     Append(bytes, head, sizeof head);

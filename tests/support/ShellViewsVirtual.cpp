@@ -12,11 +12,6 @@ namespace {
 
 constexpr GUID ShellFolderViewId{0x37A378C0, 0xF82D, 0x11CE, {0xAE, 0x65, 0x08, 0x00, 0x2B, 0x2E, 0x12, 0x62}};
 
-struct TPidlDeleter {
-    void operator()(ITEMIDLIST* pidl) const { CoTaskMemFree(pidl); }
-};
-using TPidl = std::unique_ptr<ITEMIDLIST, TPidlDeleter>;
-
 std::string NameIn(IShellFolder& folder, LPCITEMIDLIST child) {
     STRRET name{};
     char text[MAX_PATH] = "";
@@ -39,6 +34,11 @@ class TVirtualView::TShell final : public IShellBrowser,
                                    public IShellFolderView,
                                    public IShellFolder {
 public:
+    struct TPidlDeleter {
+        void operator()(ITEMIDLIST* pidl) const { CoTaskMemFree(pidl); }
+    };
+    using TPidl = std::unique_ptr<ITEMIDLIST, TPidlDeleter>;
+
     TShell(TVirtualView& view, const std::string& path) : FOwner(view) {
         wchar_t wide[MAX_PATH] = L"";
         MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
@@ -241,7 +241,7 @@ void TVirtualView::Forget() { SetWindowLongPtrA(FDialog.get(), GWLP_USERDATA, 0)
 
 std::vector<std::string> TVirtualView::Names() const {
     std::vector<std::string> names;
-    for (const TPidl& entry : FShell->Entries) {
+    for (const TShell::TPidl& entry : FShell->Entries) {
         names.push_back(NameIn(FShell->Folder(), entry.get()));
     }
     EXPECT_EQ(SendMessageA(List(), LVM_GETITEMCOUNT, 0, 0), static_cast<LRESULT>(names.size()));

@@ -3,6 +3,8 @@
 #include "tests/support/ErrorOf.h"
 #include "tests/support/TestDriver.h"
 
+#include <dlgs.h>
+
 namespace kx {
 namespace {
 
@@ -114,14 +116,12 @@ TEST_F(OpenDialog, FiresItsEventsInOrder) {
     Folder.AddFile("inner\\deep.txt");
     Dialog.SetFilter("Text|*.txt|All|*.*");
     Dialog.SetFilterIndex(2);
-    constexpr int typeComboId = 1136;
-    RunDialog(Dialog, {EnterFileName(Dialog, "inner"),
-                       {"the folder is open", FolderIs(Dialog, Folder.Path("inner")),
-                        [&] {
-                            EXPECT_TRUE(ChooseInCombo(FindChild(Dialog.DialogWindow(), "ComboBox", typeComboId), 0,
-                                                      CBN_SELENDOK));
-                        }},
-                       EnterFileName(Dialog, "deep.txt")});
+    RunDialog(
+        Dialog,
+        {EnterFileName(Dialog, "inner"),
+         {"the folder is open", FolderIs(Dialog, Folder.Path("inner")),
+          [&] { EXPECT_TRUE(ChooseInCombo(FindChild(Dialog.DialogWindow(), "ComboBox", cmb1), 0, CBN_SELENDOK)); }},
+         EnterFileName(Dialog, "deep.txt")});
     EXPECT_THAT(events, ElementsAre("show", "folder", "folder", "type", "can close", "close"));
     EXPECT_EQ(Dialog.FilterIndex(), 1);
 }
@@ -186,7 +186,7 @@ TEST_F(OpenDialog, ShowsItsTitleAndTheTextOfItsFilters) {
     Dialog.SetFilter("Text files|*.txt|Pictures|*.png;*.bmp");
     Look(Dialog, [&] {
         EXPECT_EQ(TextOf(Dialog.DialogWindow()), "Choose a drawing");
-        HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", 1136);
+        HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", cmb1);
         EXPECT_EQ(SendMessageA(types, CB_GETCOUNT, 0, 0), 2);
         EXPECT_EQ(TextOf(types), "Text files");
         EXPECT_THAT(ItemTexts(FileListOf(Dialog.DialogWindow())),

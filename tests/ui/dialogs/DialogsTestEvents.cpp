@@ -4,12 +4,12 @@
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"
 
+#include <dlgs.h>
+
 namespace kx {
 namespace {
 
 using namespace test;
-
-constexpr int TypeComboId = 1136;
 
 /// Goes through everything that fires an event and ends with OK.
 std::vector<TStep> WholeTour(TOpenDialog& dialog, const TTempFolder& folder) {
@@ -17,7 +17,7 @@ std::vector<TStep> WholeTour(TOpenDialog& dialog, const TTempFolder& folder) {
             {"the folder is open", FolderIs(dialog, folder.Path("inner")),
              [&dialog] {
                  HWND window = dialog.DialogWindow();
-                 ChooseInCombo(FindChild(window, "ComboBox", TypeComboId), 1, CBN_SELENDOK);
+                 ChooseInCombo(FindChild(window, "ComboBox", cmb1), 1, CBN_SELENDOK);
                  EXPECT_TRUE(SelectItem(FileListOf(window), "deep.txt"));
              }},
             Press(dialog, IDOK)};

@@ -3,13 +3,14 @@
 #include "tests/support/TestDriver.h"
 #include "tests/support/Texts.h"
 
+#include <dlgs.h>
+
 namespace kx {
 namespace {
 
 using namespace test;
 
 constexpr int ReadOnlyBoxId = 1040;
-constexpr int TypeComboId = 1136;
 
 std::string CurrentFolder() {
     char path[MAX_PATH + 1] = "";
@@ -147,7 +148,7 @@ TEST_F(ChosenFiles, TheFilterIndexGoesInAndComesOut) {
     Dialog.SetFilterIndex(3);
     EXPECT_TRUE(RunDialog(Dialog,
                           [&] {
-                              HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", TypeComboId);
+                              HWND types = FindChild(Dialog.DialogWindow(), "ComboBox", cmb1);
                               EXPECT_EQ(TextOf(types), "All");
                               ChooseInCombo(types, 1, CBN_SELENDOK);
                           },
@@ -157,7 +158,7 @@ TEST_F(ChosenFiles, TheFilterIndexGoesInAndComesOut) {
 
 TEST_F(ChosenFiles, ACancelledDialogKeepsTheFilterIndex) {
     Dialog.SetFilter("Text|*.txt|Pictures|*.png");
-    Look(Dialog, [&] { ChooseInCombo(FindChild(Dialog.DialogWindow(), "ComboBox", TypeComboId), 1, CBN_SELENDOK); });
+    Look(Dialog, [&] { ChooseInCombo(FindChild(Dialog.DialogWindow(), "ComboBox", cmb1), 1, CBN_SELENDOK); });
     EXPECT_EQ(Dialog.FilterIndex(), 1);
 }
 
@@ -311,7 +312,7 @@ TEST(WrappedDialog, GetsTheNamesFromTheBufferAndNothingElse) {
         RunDialog(dialog,
                   [&] {
                       HWND window = dialog.DialogWindow();
-                      ChooseInCombo(FindChild(window, "ComboBox", TypeComboId), 1, CBN_SELENDOK);
+                      ChooseInCombo(FindChild(window, "ComboBox", cmb1), 1, CBN_SELENDOK);
                       PressButton(FindChild(window, "Button", ReadOnlyBoxId));
                   },
                   {Perform("select", [&] { SelectAllItems(FileListOf(dialog.DialogWindow())); }), Press(dialog, IDOK)});

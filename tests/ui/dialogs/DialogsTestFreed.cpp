@@ -4,14 +4,13 @@
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"
 
+#include <dlgs.h>
 #include <thread>
 
 namespace kx {
 namespace {
 
 using namespace test;
-
-constexpr int TypeComboId = 1136;
 
 /// What is left of a dialog's life: kept outside it.
 struct TRecord {
@@ -191,7 +190,7 @@ TEST_F(FreedDialog, InOnSelectionChange) {
 
 TEST_F(FreedDialog, InOnTypeChange) {
     Dialog->SetOnTypeChange(FreeIt());
-    RunToItsEnd([&] { ChooseInCombo(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId), 1, CBN_SELENDOK); });
+    RunToItsEnd([&] { ChooseInCombo(FindChild(Dialog->DialogWindow(), "ComboBox", cmb1), 1, CBN_SELENDOK); });
 }
 
 TEST_F(FreedDialog, InALaterFolderChangeByADoubleClick) {
@@ -211,7 +210,7 @@ TEST_F(FreedDialog, InOnSelectionChangeByAClick) {
 TEST_F(FreedDialog, InOnTypeChangeByTheKeyboard) {
     Dialog->SetOnTypeChange(FreeIt());
     RunToItsEnd([&] {
-        SetFocus(FindChild(Dialog->DialogWindow(), "ComboBox", TypeComboId));
+        SetFocus(FindChild(Dialog->DialogWindow(), "ComboBox", cmb1));
         PressKey(VK_DOWN);
         PressKey(VK_RETURN);
     });

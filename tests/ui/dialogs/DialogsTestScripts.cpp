@@ -2,6 +2,8 @@
 
 #include "tests/support/TestDriver.h"
 
+#include <dlgs.h>
+
 // Built twice: into a program whose code page is the system's, and into one whose code page is UTF-8.
 
 namespace kx {
@@ -93,7 +95,7 @@ TEST_P(FileNames, GoInAsFileNameFolderTitleAndFilter) {
                                          HWND window = dialog.DialogWindow();
                                          EXPECT_EQ(TextOf(window), name);
                                          EXPECT_EQ(TextOf(FileNameEditOf(window)), name);
-                                         EXPECT_EQ(TextOf(FindChild(window, "ComboBox", 1136)), name);
+                                         EXPECT_EQ(TextOf(FindChild(window, "ComboBox", cmb1)), name);
                                      },
                                      {Press(dialog, IDOK)});
     EXPECT_TRUE(confirmed);
