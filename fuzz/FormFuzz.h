@@ -37,27 +37,33 @@ inline std::string Written(TComponent& root, TStreamFormat format) {
     return std::string(stream.Bytes());
 }
 
-inline TOwnedRoot Read(std::string_view form, bool skipErrors) {
+/// What a reader does with what it cannot read.
+enum class TTrouble { Fail, Skip, Keep };
+
+inline TOwnedRoot Read(std::string_view form, TTrouble trouble) {
     TMemoryStream stream(form);
-    return TOwnedRoot(ReadComponent(stream, nullptr, [skipErrors](TReader& reader) {
-        reader.SetOnError([skipErrors](TReader&, const std::string&, bool& handled) { handled = skipErrors; });
+    return TOwnedRoot(ReadComponent(stream, nullptr, [trouble](TReader& reader) {
+        reader.SetKeepsUnknown(trouble == TTrouble::Keep);
+        reader.SetOnError(
+            [trouble](TReader&, const std::string&, bool& handled) { handled = trouble == TTrouble::Skip; });
     }));
 }
 
 /// Reads a form. What could be read must be written and read again alike, in both forms; what could not must leave
 /// nothing behind.
-inline void CheckRead(std::string_view form, bool skipErrors) {
+inline void CheckRead(std::string_view form, TTrouble trouble) {
+    const TTrouble later = trouble == TTrouble::Keep ? trouble : TTrouble::Fail;
     for (const TStreamFormat format : {TStreamFormat::Binary, TStreamFormat::Text}) {
         std::string first;
         try {
-            first = Written(*Read(form, skipErrors), format);
+            first = Written(*Read(form, trouble), format);
         } catch (const Exception&) {
             break; // an error of the framework is a fair answer
         }
         // A control that stood in something that holds none has no parent and is written behind all that have one. Read
         // again it stands in the form: from then on nothing changes any more.
-        first = Written(*Read(first, false), format);
-        const std::string second = Written(*Read(first, false), format);
+        first = Written(*Read(first, later), format);
+        const std::string second = Written(*Read(first, later), format);
         if (first != second) {
             Differs("What was written reads as something else", first, second);
         }

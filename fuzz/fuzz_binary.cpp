@@ -8,7 +8,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static_cast<void>(registered);
     const std::string_view form(reinterpret_cast<const char*>(data), size);
     CheckConversion(form);
-    CheckRead(form, false);
-    CheckRead(form, true);
+    for (const TTrouble trouble : {TTrouble::Fail, TTrouble::Skip, TTrouble::Keep}) {
+        CheckRead(form, trouble);
+    }
     return 0;
 }

@@ -16,7 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     } catch (const EParserError&) {
         return 0;
     }
-    CheckRead(form, false);
-    CheckRead(form, true);
+    for (const TTrouble trouble : {TTrouble::Fail, TTrouble::Skip, TTrouble::Keep}) {
+        CheckRead(form, trouble);
+    }
     return 0;
 }

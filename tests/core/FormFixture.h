@@ -54,6 +54,16 @@ inline TOwned<TForm> ReadForm(std::string_view form, const std::function<void(TR
     return TOwned<TForm>(dynamic_cast<TForm*>(ReadComponent(stream, nullptr, prepare)));
 }
 
+/// Reads a form as a form designer does.
+inline TOwned<TForm> ReadKeeping(std::string_view form, const std::function<void(TReader&)>& prepare = {}) {
+    return ReadForm(form, [&](TReader& reader) {
+        reader.SetKeepsUnknown(true);
+        if (prepare) {
+            prepare(reader);
+        }
+    });
+}
+
 /// Registers the sample classes, and sees to it that a test leaves no component behind.
 class FormTest : public testing::Test {
 protected:

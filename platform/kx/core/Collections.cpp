@@ -3,6 +3,7 @@
 #include "kx/core/Collections.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/KeptForm.h"
 #include "kx/core/Updates.h"
 
 #include <algorithm>

@@ -34,8 +34,12 @@ protected:
 
 private:
     friend class TCollection;
+
+    std::unique_ptr<detail::TKept>* KeptPlace() override { return &FKept; }
+
     TCollection* FCollection = nullptr;
     int FID = 0;
+    std::unique_ptr<detail::TKept> FKept;
 };
 
 /// An ordered list of items, which it owns. It makes its items itself, by the factory given to the constructor.

@@ -2,6 +2,8 @@
 
 #include "kx/core/Components.h"
 
+#include "kx/core/KeptForm.h"
+
 #include <algorithm>
 
 namespace kx {
@@ -267,6 +269,12 @@ void TComponent::Notification(TComponent* component, TOperation operation) {
 void TComponent::SetParentComponent(TComponent*) {}
 void TComponent::GetChildren(const TGetChildProc&, TComponent*) {}
 void TComponent::Loaded() { FState.Exclude(csLoading); }
+
+const std::string& TComponent::FormClassName() const {
+    return FKept && !FKept->ClassName.empty() ? FKept->ClassName : ClassName();
+}
+
+bool TComponent::IsPlaceholder() const { return FKept && FKept->IsPlaceholder; }
 
 bool IsValidIdent(std::string_view text) {
     const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };

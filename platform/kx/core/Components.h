@@ -18,6 +18,10 @@ class TFiler;
 class TReader;
 class TWriter;
 
+namespace detail {
+struct TKept;
+}
+
 /// An object that can copy another one and be streamed.
 class TPersistent : public TObject {
     KX_CLASS()
@@ -38,6 +42,12 @@ class TPersistent : public TObject {
 
 protected:
     virtual void AssignTo(TPersistent& dest) const;
+
+private:
+    friend class TFiler;
+
+    /// Where it keeps what its form file said; null when that belongs to an object around it.
+    virtual std::unique_ptr<detail::TKept>* KeptPlace() { return nullptr; }
 };
 
 enum TComponentStateFlag : uint8_t {
@@ -123,6 +133,11 @@ class TComponent : public TPersistent {
     virtual void Loaded();
     virtual void ReadState(TReader& reader);
     virtual void WriteState(TWriter& writer);
+    /// Name of the class that its form file gives it: that of its class, unless it was read in place of a class that is
+    /// not there.
+    const std::string& FormClassName() const;
+    /// It stands in for a component whose class is not there, with all that the form file holds inside that one.
+    bool IsPlaceholder() const;
 
     TPersistent* GetOwner() const override { return FOwner; }
     std::string GetNamePath() const override { return FName; }
@@ -157,6 +172,7 @@ private:
     /// Told of each component that goes. Who reads components from a stream asks to be, from the first reading on.
     static inline std::atomic<void (*)(TComponent& component)> OnGone{nullptr};
 
+    std::unique_ptr<detail::TKept>* KeptPlace() override { return &FKept; }
     void MarkDestroying();
     void Insert(TComponent* component);
     void Remove(TComponent* component);
@@ -171,6 +187,7 @@ private:
     std::vector<TComponent*> FComponents;
     std::unordered_map<std::string, TComponent*> FByName; ///< Keys in upper case.
     std::vector<TComponent*> FFreeNotifies;
+    std::unique_ptr<detail::TKept> FKept;
 };
 
 /// True for a letter or underscore followed by letters, digits and underscores.

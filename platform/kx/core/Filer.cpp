@@ -3,11 +3,27 @@
 #include "kx/core/Filer.h"
 
 #include "kx/core/FilerTools.h"
+#include "kx/core/KeptForm.h"
 #include "kx/core/TypInfo.h"
 
 #include <algorithm>
 
 namespace kx {
+
+// --- What a form file said of an object
+
+detail::TKept* TFiler::Kept(TPersistent& instance) {
+    auto* const place = instance.KeptPlace();
+    return place ? place->get() : nullptr;
+}
+
+detail::TKept& TFiler::MakeKept(TPersistent& instance) {
+    auto& place = *instance.KeptPlace();
+    if (!place) {
+        place = std::make_unique<detail::TKept>();
+    }
+    return *place;
+}
 
 // --- Text
 

@@ -69,6 +69,8 @@ class TFormLines;
 
 namespace detail {
 
+struct TKeptProperty;
+
 /// The unsigned integer of a number's size.
 template <class T>
 using TBitsOf = std::conditional_t<
@@ -124,6 +126,10 @@ public:
     TPersistent* Ancestor() const { return FAncestor; }
 
 protected:
+    /// What the object's form file said; null when it keeps nothing.
+    static detail::TKept* Kept(TPersistent& instance);
+    static detail::TKept& MakeKept(TPersistent& instance); ///< Of a component or an item.
+
     TComponent* FRoot = nullptr;
     TComponent* FLookupRoot = nullptr;
     TPersistent* FAncestor = nullptr;
@@ -210,12 +216,28 @@ public:
     /// Lines of the text that the stream was made from, for messages; not owned.
     void SetLines(const TFormLines* lines) { FLines = lines; }
 
+    /// A reader that keeps what it does not know, as a form designer needs it, loses nothing. A writer writes what has
+    /// not changed since the reading as it stood in the form, at its place, and beside it what has changed. Kept are:
+    ///
+    /// - properties that nobody knows, or that cannot be set; and what OnError let pass;
+    /// - components whose class is not there, or that no ancestor has: OnPlaceholder names the class that stands in
+    ///   for them. It gets what its published properties take; what is inside is kept unread;
+    /// - the class's name of a root that is of another class, or of the one that OnPlaceholder names.
+    ///
+    /// Else, and at first, all these are errors, but for the class of a root that is given.
+    void SetKeepsUnknown(bool value);
+    bool KeepsUnknown() const { return FNoteLoaded != nullptr; }
+
     const TFindEventEvent& OnFindEvent() const { return FOnFindEvent; }
     void SetOnFindEvent(TFindEventEvent value) { FOnFindEvent = std::move(value); }
     const TReaderErrorEvent& OnError() const { return FOnError; }
     void SetOnError(TReaderErrorEvent value) { FOnError = std::move(value); }
     const TFindComponentClassEvent& OnFindComponentClass() const { return FOnFindComponentClass; }
     void SetOnFindComponentClass(TFindComponentClassEvent value) { FOnFindComponentClass = std::move(value); }
+    /// Names the class that stands in for one that is not there; TComponent, unless a handler names another. The root,
+    /// for which `Root()` is null, has none at first: without one, EClassNotFound tells.
+    const TFindComponentClassEvent& OnPlaceholder() const { return FOnPlaceholder; }
+    void SetOnPlaceholder(TFindComponentClassEvent value) { FOnPlaceholder = std::move(value); }
     const TReferenceNameEvent& OnReferenceName() const { return FOnReferenceName; }
     void SetOnReferenceName(TReferenceNameEvent value) { FOnReferenceName = std::move(value); }
     const TSetNameEvent& OnSetName() const { return FOnSetName; }
@@ -257,15 +279,25 @@ private:
     std::string ErrorReading(std::string_view what, int64_t position, const Exception& error) const;
 
     TComponent* ReadRoot(TComponent* root);
+    TComponent* CreateRoot(const std::string& className);
     void ReadComponent();
-    TComponent* CreateComponent(const std::string& className, const std::string& name, TFilerFlags flags);
-    TComponent* InheritedComponent(const std::string& name);
+    struct THeader;
+    THeader ReadHeader();
+    TComponent* MakeComponent(const THeader& header);
+    TComponent* CreateComponent(const TClass& cls, const THeader& header);
+    TComponent* CreatePlaceholder(const THeader& header);
+    const TClass* FindKnownClass(const std::string& className);
+    void KeepHeader(TComponent& component, const THeader& header);
+    static void ForgetKept(TComponent& component);
+    std::string ReadAgain(int64_t start); ///< The bytes from there up to the position.
     void ReadBody(TComponent& component);
+    void ReadChildren(TComponent& component);
     void SkipComponent();
     void SkipComponentBody();
     void SkipProperties();
     void ReadProperties(TPersistent& instance);
     void ReadProperty(TPersistent& instance);
+    bool TryProperty(TPersistent& instance, const std::string& name, int64_t start);
     void ReadPropertyPath(TPersistent& instance, const std::string& path);
     bool ReadDefinedProperty(TPersistent& instance, std::string_view name);
     void ReadPropertyValue(TPersistent& instance, const TPropInfo& property);
@@ -293,13 +325,20 @@ private:
     std::vector<TPathStep> FPath;     ///< From that component to the object whose property is being read.
     std::string FDefinedName;         ///< Looked for by `DefineProperties`; empty when found.
     const TFormLines* FLines = nullptr;
+    /// TWriter::NoteLoaded of a reader that keeps what it does not know. Only such a one needs a writer.
+    void (*FNoteLoaded)(TComponent& root) = nullptr;
+    int FPlace = 0; ///< Of the next component in the form.
 
     TFindEventEvent FOnFindEvent;
     TReaderErrorEvent FOnError;
     TFindComponentClassEvent FOnFindComponentClass;
+    TFindComponentClassEvent FOnPlaceholder;
     TReferenceNameEvent FOnReferenceName;
     TSetNameEvent FOnSetName;
 };
+
+/// Looks up what an inline component was before its form changed it.
+using TFindAncestorEvent = TEvent<void(TWriter& writer, TComponent* component, TComponent*& ancestor)>;
 
 /// Writes a component and everything inside it as a binary form.
 ///
@@ -355,8 +394,32 @@ public:
     /// Writes header, properties and inner components of `component`; what `TComponent::WriteState` does.
     void WriteData(TComponent& component);
 
+    /// Names the ancestor of an inline component that the ancestor form does not know, such as a frame as its own form
+    /// file makes it. Without one everything inside is written.
+    const TFindAncestorEvent& OnFindAncestor() const { return FOnFindAncestor; }
+    void SetOnFindAncestor(TFindAncestorEvent value) { FOnFindAncestor = std::move(value); }
+
 private:
+    friend class TReader;
+
+    enum class TMode : uint8_t {
+        Kept,  ///< What has not changed since the reading is written as it stood.
+        Plain, ///< Everything is written as it is now.
+        Note   ///< The same, and noted as what was there just after the reading.
+    };
+
+    static void NoteLoaded(TComponent& root);
+    void NoteComponent(TComponent& component);
     void WriteComponent(TComponent& component);
+    TFilerFlags HeaderFlags(const TComponent& component, const detail::TKept* kept) const;
+    void WriteHeader(const TComponent& component, const detail::TKept* kept);
+    std::vector<TComponent*> ChildrenOf(TComponent& component);
+    void FindStrays(TComponent& component);
+    void EnterInline(TComponent& component);
+    void WriteInstance(TPersistent& instance);
+    void WriteUnchangedAsItStood(const detail::TKept& kept, const std::vector<detail::TKeptProperty>& plain,
+                                 const std::vector<detail::TKeptProperty>& now);
+    std::vector<detail::TKeptProperty> TakeProperties(TPersistent& instance, TMode mode, TPersistent* ancestor);
     void WriteProperties(TPersistent& instance);
     void WriteProperty(TPersistent& instance, const TPropInfo& property);
     void WriteOrdinal(const TPersistent& instance, const TPropInfo& property);
@@ -375,7 +438,13 @@ private:
     std::string FPrefix; ///< "Font." while the properties of a sub-object are written.
     TComponent* FRootAncestor = nullptr;
     TComponent* FLookupAncestor = nullptr; ///< The same for FLookupRoot.
+    bool FIsInherited = false;             ///< The component being written is there when its form is read.
     int FNesting = 0;
+    TMode FMode = TMode::Kept;
+    std::vector<size_t>* FPropertyStarts = nullptr;                 ///< Where the properties of an instance begin.
+    std::vector<std::pair<TComponent*, const TComponent*>> FStrays; ///< Each with the one inside which it stood.
+
+    TFindAncestorEvent FOnFindAncestor;
 };
 
 /// While one of these lives, readers leave `Loaded` to it: several forms read one over the other, as an inherited form
@@ -394,6 +463,8 @@ private:
     friend class TReader;
     TGlobalLoading* FOuter;
     std::unique_ptr<detail::TLiveComponents> FLoaded;
+    std::unique_ptr<detail::TLiveComponents> FKeeping; ///< Roots that a reader read which keeps what it does not know.
+    void (*FNoteLoaded)(TComponent& root) = nullptr;
 };
 
 // --- Components of other forms, for references that the form itself does not resolve.

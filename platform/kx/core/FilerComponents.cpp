@@ -1,6 +1,7 @@
 // A reading's components: which it has made, and what becomes of them when it fails.
 
 #include "kx/core/FilerSession.h"
+#include "kx/core/KeptForm.h"
 
 namespace kx {
 
@@ -25,6 +26,9 @@ TReader::TSession::~TSession() {
         for (size_t i = 0; i < Known.Size(); ++i) {
             if (TComponent* component = Known.At(i)) {
                 component->FState = component->FState - TComponentState{csLoading, csFixups};
+                if (FReader.KeepsUnknown()) {
+                    component->FKept.reset();
+                }
             }
         }
     }
@@ -46,9 +50,15 @@ void TReader::TSession::Discard(size_t mark) {
     Created.Truncate(mark);
 }
 
-void TReader::TSession::Finish() {
+void TReader::TSession::Finish(TComponent* root) {
     if (&Loaded == &FOwnLoaded) {
         NotifyLoaded(Loaded);
+        if (FReader.KeepsUnknown() && Known.Contains(root)) { // a handler may have freed it
+            FReader.FNoteLoaded(*root);
+        }
+    } else if (FReader.KeepsUnknown()) {
+        CurrentLoading->FKeeping->Add(*root);
+        CurrentLoading->FNoteLoaded = FReader.FNoteLoaded;
     }
     FFinished = true;
 }
@@ -65,6 +75,7 @@ void TReader::ComponentGone(TComponent& component) {
     }
     for (TGlobalLoading* loading = CurrentLoading; loading; loading = loading->FOuter) {
         loading->FLoaded->Forget(component);
+        loading->FKeeping->Forget(component);
     }
 }
 
@@ -79,7 +90,9 @@ void TReader::NotifyLoaded(detail::TLiveComponents& components) {
     }
 }
 
-TGlobalLoading::TGlobalLoading() : FOuter(CurrentLoading), FLoaded(std::make_unique<detail::TLiveComponents>()) {
+TGlobalLoading::TGlobalLoading()
+    : FOuter(CurrentLoading), FLoaded(std::make_unique<detail::TLiveComponents>()),
+      FKeeping(std::make_unique<detail::TLiveComponents>()) {
     CurrentLoading = this;
 }
 
@@ -88,6 +101,12 @@ TGlobalLoading::~TGlobalLoading() { CurrentLoading = FOuter; }
 void TGlobalLoading::NotifyLoaded() {
     TReader::NotifyLoaded(*FLoaded);
     *FLoaded = {};
+    for (size_t i = 0; i < FKeeping->Size(); ++i) {
+        if (TComponent* root = FKeeping->At(i)) {
+            FNoteLoaded(*root);
+        }
+    }
+    *FKeeping = {};
 }
 
 // --- Components
@@ -107,7 +126,7 @@ TComponent* TReader::ReadRootComponent(TComponent* root) {
     const detail::TRestore nesting(FNesting, 0);
     root = ReadRoot(root);
     ResolveFixups();
-    session.Finish();
+    session.Finish(root);
     return root;
 }
 
@@ -129,21 +148,44 @@ std::string UniqueRootName(const TComponent& root, const std::string& name) {
 
 } // namespace
 
+/// What an earlier form said of the components that are there, but for what they stand in for.
+void TReader::ForgetKept(TComponent& component) {
+    if (const auto before = std::exchange(component.FKept, nullptr); before && before->IsPlaceholder) {
+        MakeKept(component).IsPlaceholder = true;
+        component.FKept->ClassName = before->ClassName;
+    }
+    for (TComponent* inner : component.FComponents) {
+        ForgetKept(*inner);
+    }
+}
+
+TReader::THeader TReader::ReadHeader() {
+    THeader header;
+    header.Start = Position();
+    ReadPrefix(header.Flags, header.ChildPos);
+    header.ClassName = ReadStr();
+    header.Name = ReadStr();
+    return header;
+}
+
+TComponent* TReader::CreateRoot(const std::string& className) {
+    const TClass* cls = KeepsUnknown() ? FindKnownClass(className) : &FindComponentClass(className);
+    if (!cls) {
+        FOnPlaceholder(*this, className, cls);
+    }
+    TComponent* const root = (cls ? *cls : FindClass(className)).Create(nullptr);
+    FSession->Created.Add(*root);
+    return root;
+}
+
 TComponent* TReader::ReadRoot(TComponent* root) {
     ReadSignature();
     Enter();
-    const int64_t start = Position();
-    TFilerFlags flags;
-    int childPos = -1;
-    ReadPrefix(flags, childPos);
-    const std::string className = ReadStr();
-    FRootName = ReadStr();
+    const THeader header = ReadHeader();
+    FRootName = header.Name;
     FRoot = root;
     try {
-        if (!root) {
-            root = FindComponentClass(className).Create(nullptr);
-            FSession->Created.Add(*root);
-        }
+        root = root ? root : CreateRoot(header.ClassName);
         FRoot = root;
         FLookupRoot = root;
         FOwner = root;
@@ -156,10 +198,14 @@ TComponent* TReader::ReadRoot(TComponent* root) {
     } catch (const EAbort&) {
         throw;
     } catch (const EClassNotFound& error) {
-        throw EClassNotFound(ErrorReading(className, start, error));
+        throw EClassNotFound(ErrorReading(header.ClassName, header.Start, error));
     } catch (const Exception& error) {
-        throw TFailure(ErrorReading(className, start, error), true);
+        throw TFailure(ErrorReading(header.ClassName, header.Start, error), true);
     }
+    if (KeepsUnknown()) {
+        ForgetKept(*root);
+    }
+    KeepHeader(*root, header);
     ReadBody(*root);
     return root;
 }
@@ -167,21 +213,17 @@ TComponent* TReader::ReadRoot(TComponent* root) {
 void TReader::ReadComponent() {
     const detail::TRestore nesting(FNesting);
     Enter();
-    const int64_t start = Position();
-    TFilerFlags flags;
-    int childPos = -1;
-    ReadPrefix(flags, childPos);
-    const std::string className = ReadStr();
-    const std::string name = ReadStr();
+    const THeader header = ReadHeader();
     const size_t mark = FSession->Created.Size();
     TComponent* component = nullptr;
     try {
-        component = flags.Contains(ffInherited) ? InheritedComponent(name) : CreateComponent(className, name, flags);
+        component = MakeComponent(header);
     } catch (const EAbort&) {
         throw;
     } catch (const Exception& error) {
         FSession->Discard(mark);
-        const std::string message = ErrorReading(name.empty() ? className : name, start, error);
+        const std::string message =
+            ErrorReading(header.Name.empty() ? header.ClassName : header.Name, header.Start, error);
         if (Error(message)) {
             return SkipComponentBody();
         }
@@ -193,28 +235,65 @@ void TReader::ReadComponent() {
     ReadBody(*component);
 }
 
-TComponent* TReader::CreateComponent(const std::string& className, const std::string& name, TFilerFlags flags) {
-    TComponent* const component = FindComponentClass(className).Create(FOwner);
+/// The component that a header speaks of: an ancestor's, or a new one.
+TComponent* TReader::MakeComponent(const THeader& header) {
+    TComponent* component = nullptr;
+    if (!header.Flags.Contains(ffInherited)) {
+        const TClass* const cls =
+            KeepsUnknown() ? FindKnownClass(header.ClassName) : &FindComponentClass(header.ClassName);
+        component = cls ? CreateComponent(*cls, header) : CreatePlaceholder(header);
+    } else if ((component = FLookupRoot->FindComponent(header.Name))) {
+        FSession->Known.Add(*component);
+        component->FState.Include(csLoading);
+        component->FState.Include(csAncestor);
+    } else if (KeepsUnknown()) {
+        component = CreatePlaceholder(header);
+    } else {
+        throw EComponentError(Format("Ancestor for '%s' not found", {header.Name}));
+    }
+    KeepHeader(*component, header);
+    return component;
+}
+
+TComponent* TReader::CreateComponent(const TClass& cls, const THeader& header) {
+    TComponent* const component = cls.Create(FOwner);
     FSession->Created.Add(*component);
     FSession->Known.Add(*component);
     component->FState.Include(csLoading);
-    if (flags.Contains(ffInline)) {
+    if (header.Flags.Contains(ffInline)) {
         component->FState.Include(csInline);
     }
-    SetName(*component, name);
+    SetName(*component, header.Name);
     component->SetParentComponent(FParent);
     return component;
 }
 
-TComponent* TReader::InheritedComponent(const std::string& name) {
-    TComponent* const component = FLookupRoot->FindComponent(name);
-    if (!component) {
-        throw EComponentError(Format("Ancestor for '%s' not found", {name}));
-    }
-    FSession->Known.Add(*component);
-    component->FState.Include(csLoading);
-    component->FState.Include(csAncestor);
+TComponent* TReader::CreatePlaceholder(const THeader& header) {
+    const TClass* cls = &TComponent::StaticClass();
+    FOnPlaceholder(*this, header.ClassName, cls);
+    TComponent* const component = CreateComponent(*cls, header);
+    MakeKept(*component).IsPlaceholder = true;
     return component;
+}
+
+void TReader::KeepHeader(TComponent& component, const THeader& header) {
+    if (!KeepsUnknown() && !header.Flags.Contains(ffChildPos)) {
+        return;
+    }
+    detail::TKept& kept = MakeKept(component);
+    if (header.Flags.Contains(ffChildPos)) {
+        kept.ChildPos = header.ChildPos;
+    }
+    if (KeepsUnknown()) {
+        kept.InFile = true;
+        kept.ClassName = header.ClassName == component.ClassName() ? std::string() : header.ClassName;
+        kept.Name = header.Name;
+        kept.IsInherited = header.Flags.Contains(ffInherited);
+        kept.IsInline = header.Flags.Contains(ffInline);
+        kept.Place = FPlace++;
+        kept.Home = FParent;
+        kept.HomeAlive = TAlive(FParent);
+    }
 }
 
 void TReader::ReadBody(TComponent& component) {
@@ -258,6 +337,18 @@ void TReader::ReadData(TComponent& component) {
     TComponent* const childOwner = component.GetChildOwner();
     FOwner = childOwner ? childOwner : FRoot;
     FParent = &component;
+    ReadChildren(component);
+}
+
+/// The components inside, up to the end of their list, that included.
+void TReader::ReadChildren(TComponent& component) {
+    if (component.IsPlaceholder()) {
+        const int64_t start = Position();
+        while (!EndOfList()) {
+            SkipComponent();
+        }
+        component.FKept->Children = ReadAgain(start);
+    }
     while (!EndOfList()) {
         ReadComponent();
     }
@@ -267,11 +358,7 @@ void TReader::ReadData(TComponent& component) {
 void TReader::SkipComponent() {
     const detail::TRestore nesting(FNesting);
     Enter();
-    TFilerFlags flags;
-    int childPos = -1;
-    ReadPrefix(flags, childPos);
-    ReadStr();
-    ReadStr();
+    ReadHeader();
     SkipComponentBody();
 }
 
@@ -284,6 +371,15 @@ void TReader::SkipComponentBody() {
 }
 
 // --- Overridable steps
+
+/// Null for a class that nobody knows.
+const TClass* TReader::FindKnownClass(const std::string& className) {
+    try {
+        return &FindComponentClass(className);
+    } catch (const EClassNotFound&) {
+        return nullptr;
+    }
+}
 
 const TClass& TReader::FindComponentClass(const std::string& className) {
     const TClass* cls = FRoot ? FRoot->ClassType().FindFieldClass(className) : nullptr;

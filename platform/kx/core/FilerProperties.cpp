@@ -1,6 +1,7 @@
 // Properties as they are read, and references that are resolved at the end.
 
 #include "kx/core/FilerSession.h"
+#include "kx/core/KeptForm.h"
 #include "kx/core/Updates.h"
 
 namespace kx {
@@ -16,6 +17,12 @@ TComponent* FindNested(TComponent* from, std::string_view path) {
     }
     return from;
 }
+
+/// A property that the object does not have, or that cannot be set.
+class EUnknownProperty : public EPropertyError {
+public:
+    using EPropertyError::EPropertyError;
+};
 
 bool Publishes(const TObject& object, const TPropInfo& property) {
     return object.ClassType().FindProperty(property.Name) == &property;
@@ -36,13 +43,30 @@ void TReader::ReadProperty(TPersistent& instance) {
     const int64_t start = Position();
     const std::string name = ReadStr();
     const int64_t value = Position();
+    if (!TryProperty(instance, name, start)) {
+        SetPosition(value);
+        SkipValue();
+    }
+    if (KeepsUnknown()) {
+        MakeKept(instance).Stood.push_back({name, ReadAgain(value)});
+    }
+}
+
+/// False: its value has to be skipped.
+bool TReader::TryProperty(TPersistent& instance, const std::string& name, int64_t start) {
     std::string message;
     try {
         const TPathScope path(*this);
-        return ReadPropertyPath(instance, name);
+        ReadPropertyPath(instance, name);
+        return true;
     } catch (const EAbort&) {
         throw;
     } catch (const Exception& error) {
+        const auto* const component = dynamic_cast<const TComponent*>(&instance);
+        if (KeepsUnknown() &&
+            (dynamic_cast<const EUnknownProperty*>(&error) || (component && component->IsPlaceholder()))) {
+            return false;
+        }
         const auto* const failure = dynamic_cast<const TFailure*>(&error);
         if (failure && failure->Reported) {
             throw;
@@ -53,8 +77,7 @@ void TReader::ReadProperty(TPersistent& instance) {
     if (!Error(message)) {
         throw TFailure(message, true);
     }
-    SetPosition(value);
-    SkipValue();
+    return false;
 }
 
 void TReader::ReadPropertyPath(TPersistent& instance, const std::string& path) {
@@ -73,13 +96,13 @@ void TReader::ReadPropertyPath(TPersistent& instance, const std::string& path) {
             object = dynamic_cast<TPersistent*>(property->GetObj(*object));
         }
         if (property->Kind != TTypeKind::SubObject || !object) {
-            throw EPropertyError(Format("Property %s has no properties of its own", {property->Name}));
+            throw EUnknownProperty(Format("Property %s has no properties of its own", {property->Name}));
         }
         FPath.push_back({property, nullptr, -1, {}});
         rest.remove_prefix(dot + 1);
     }
     if (!ReadDefinedProperty(*object, rest)) {
-        throw EPropertyError(Format("Property %s does not exist", {path}));
+        throw EUnknownProperty(Format("Property %s does not exist", {path}));
     }
 }
 
@@ -123,7 +146,7 @@ void TReader::ReadPropertyValue(TPersistent& instance, const TPropInfo& property
         return ReadItems(*collection, nullptr);
     }
     if (property.IsReadOnly()) {
-        throw EPropertyError(Format("Property %s is read-only", {property.Name}));
+        throw EUnknownProperty(Format("Property %s is read-only", {property.Name}));
     }
     switch (property.Kind) {
     case TTypeKind::Float: return property.SetFloat(instance, ReadFloat());
@@ -261,8 +284,16 @@ void TReader::ResolveFixup(const TFixup& fixup) {
             return; // replaced by a later value
         }
     }
-    if (Publishes(*object, *fixup.Property)) {
-        fixup.Property->SetObj(*object, FindReference(fixup));
+    if (!Publishes(*object, *fixup.Property)) {
+        return;
+    }
+    TComponent* const target = FindReference(fixup);
+    try {
+        fixup.Property->SetObj(*object, target);
+    } catch (const EInvalidCast&) {
+        if (!target || !target->IsPlaceholder()) { // the name of the component for which it stands in is kept
+            throw;
+        }
     }
 }
 

@@ -124,6 +124,12 @@ std::string TReader::ReadChars(size_t count) {
     return text;
 }
 
+std::string TReader::ReadAgain(int64_t start) {
+    const auto size = static_cast<size_t>(Position() - start);
+    SetPosition(start);
+    return ReadChars(size);
+}
+
 /// A length of 32 bits, counted in units. Nothing is allocated for it before it is known to fit into the stream.
 size_t TReader::ReadLength(size_t unitSize) {
     const int64_t start = Position();

@@ -17,6 +17,15 @@ public:
     const bool Reported;
 };
 
+/// What stands in front of a component's properties.
+struct TReader::THeader {
+    int64_t Start = 0;
+    TFilerFlags Flags;
+    int ChildPos = -1;
+    std::string ClassName;
+    std::string Name;
+};
+
 /// A step from an object to one of its parts. Parts are found again by their steps rather than kept by pointers: a
 /// later value of the file may have replaced them.
 struct TReader::TPathStep {
@@ -57,8 +66,8 @@ public:
     TSession& operator=(const TSession&) = delete;
     ~TSession();
 
-    void Discard(size_t mark); ///< Frees what was created from `mark` on, the latest first.
-    void Finish();             ///< Runs `Loaded`, or leaves it to the outermost TGlobalLoading.
+    void Discard(size_t mark);     ///< Frees what was created from `mark` on, the latest first.
+    void Finish(TComponent* root); ///< Runs `Loaded`, or leaves it to the outermost TGlobalLoading.
     void Forget(TComponent& component);
     static TSession*& CurrentSession(); ///< The innermost one of this thread.
 

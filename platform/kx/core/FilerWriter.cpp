@@ -178,77 +178,6 @@ void TWriter::Enter() {
     }
 }
 
-// --- Components
-
-void TWriter::WriteDescendent(TComponent& root, TComponent* ancestor) {
-    const size_t start = FBuffer.size();
-    const detail::TRestore nesting(FNesting, 0);
-    FRoot = &root;
-    FLookupRoot = &root;
-    FRootAncestor = ancestor;
-    FLookupAncestor = ancestor;
-    FAncestor = ancestor;
-    try {
-        WriteSignature();
-        Enter();
-        root.WriteState(*this);
-    } catch (...) {
-        FBuffer.resize(start);
-        throw;
-    }
-    FlushBuffer();
-}
-
-void TWriter::WriteComponent(TComponent& component) {
-    const detail::TRestore nesting(FNesting);
-    Enter();
-    const detail::TRestore<TPersistent*> ancestor(
-        FAncestor, FLookupAncestor ? FLookupAncestor->FindComponent(component.Name()) : nullptr);
-    component.WriteState(*this);
-}
-
-void TWriter::WriteData(TComponent& component) {
-    const size_t start = FBuffer.size();
-    const bool isRoot = &component == FRoot;
-    // What an inline component owns is there as soon as the component itself is.
-    const bool isInherited = FAncestor || (FLookupRoot != FRoot && component.Owner() == FLookupRoot);
-    const bool isInline = !isRoot && component.FState.Contains(csInline);
-    if (component.ClassName().size() > MaxFormClassName) {
-        throw EWriteError(Format("The class name %s is too long for a form", {component.ClassName()}));
-    }
-    WritePrefix(isInherited ? TFilerFlags{ffInherited} : isInline ? TFilerFlags{ffInline} : TFilerFlags{}, -1);
-    WriteStr(component.ClassName());
-    WriteStr(component.Name());
-
-    const size_t content = FBuffer.size();
-    component.FState.Include(csWriting);
-    try {
-        const detail::TRestore prefix(FPrefix, {});
-        WriteProperties(component);
-    } catch (...) {
-        component.FState.Exclude(csWriting);
-        throw;
-    }
-    component.FState.Exclude(csWriting);
-    WriteListEnd();
-
-    const detail::TRestore lookupRoot(FLookupRoot);
-    const detail::TRestore lookupAncestor(FLookupAncestor);
-    if (isInline) {
-        FLookupRoot = &component;
-        FLookupAncestor = dynamic_cast<TComponent*>(FAncestor);
-    }
-    component.GetChildren([this](TComponent* child) { WriteComponent(*child); }, FRoot);
-    WriteListEnd();
-
-    const bool isUnchanged = FBuffer.size() == content + 2; // just the two ends of lists
-    if (isInherited && isUnchanged && !isRoot) {
-        FBuffer.resize(start);
-    }
-}
-
-void TComponent::WriteState(TWriter& writer) { writer.WriteData(*this); }
-
 // --- Properties
 
 void TWriter::WriteProperties(TPersistent& instance) {
@@ -260,7 +189,12 @@ void TWriter::WriteProperties(TPersistent& instance) {
     instance.DefineProperties(*this);
 }
 
-void TWriter::WritePropName(std::string_view name) { WriteStr(FPrefix + std::string(name)); }
+void TWriter::WritePropName(std::string_view name) {
+    if (FPropertyStarts) {
+        FPropertyStarts->push_back(FBuffer.size());
+    }
+    WriteStr(FPrefix + std::string(name));
+}
 
 /// The ancestor, when it has this very property; else null.
 const TObject* TWriter::AncestorWith(const TPropInfo& property) const {
@@ -379,10 +313,11 @@ void TWriter::WriteCollection(const TCollection& collection) {
     Enter();
     const detail::TRestore prefix(FPrefix, {});
     const detail::TRestore<TPersistent*> ancestor(FAncestor, nullptr);
+    const detail::TRestore<std::vector<size_t>*> starts(FPropertyStarts, nullptr);
     WriteValue(vaCollection);
     for (int i = 0; i < collection.Count(); ++i) {
         WriteListBegin();
-        WriteProperties(*collection.GetItem(i));
+        WriteInstance(*collection.GetItem(i));
         WriteListEnd();
     }
     WriteListEnd();
@@ -395,6 +330,7 @@ bool TWriter::EqualsAncestor(const TCollection& collection, const TCollection& a
         writer.FRoot = root;
         writer.FLookupRoot = lookupRoot;
         writer.FNesting = FNesting;
+        writer.FMode = TMode::Plain;
         writer.WriteCollection(items);
         return std::move(writer.FBuffer);
     };

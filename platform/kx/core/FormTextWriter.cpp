@@ -324,7 +324,7 @@ void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TCo
     switch (format) {
     case TStreamFormat::Text: return ObjectBinaryToText(binary, stream);
     case TStreamFormat::Resource:
-        WriteResHeader(stream, root.ClassName(), static_cast<uint32_t>(binary.Size()));
+        WriteResHeader(stream, root.FormClassName(), static_cast<uint32_t>(binary.Size()));
         stream.WriteBuffer(binary.Memory(), binary.Bytes().size());
         return;
     default: throw EWriteError("Unknown format of a form");
