@@ -235,6 +235,19 @@ TEST(Collection, AnItemOfADescendantClassIsAccepted) {
     EXPECT_EQ(loud.Count(), 0);
 }
 
+TEST(Collection, CanBeGoneThrough) {
+    TEntries entries;
+    const TCollection& collection = entries;
+    EXPECT_EQ(collection.begin(), collection.end());
+    entries.AddValue(1);
+    entries.AddValue(2);
+    std::vector<int> values;
+    for (const TCollectionItem* item : collection) {
+        values.push_back(static_cast<const TEntry*>(item)->Value());
+    }
+    EXPECT_THAT(values, ElementsAre(1, 2));
+}
+
 TEST(Collection, PathsNameTheIndex) {
     TEntries entries;
     entries.AddValue(1);

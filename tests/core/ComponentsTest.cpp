@@ -362,5 +362,14 @@ TEST(Component, MayGoWhenTheProgramEnds) {
     EXPECT_EQ(late->Child, child);
 }
 
+TEST(Component, ItsComponentsCanBeGoneThrough) {
+    TWatcher owner;
+    const TComponent& component = owner;
+    EXPECT_TRUE(component.Components().empty());
+    TWatcher* const a = Named(&owner, "A");
+    TWatcher* const b = Named(&owner, "B");
+    EXPECT_THAT(component.Components(), ElementsAre(a, b));
+}
+
 } // namespace
 } // namespace kx

@@ -172,5 +172,25 @@ TEST(Delegate, TheTargetKeepsItsNameAndSignature) {
     EXPECT_FALSE(TNotifyEvent::FromTarget(nullptr));
 }
 
+TEST(Delegate, AnEventMayHoldTheNameOfAMethodWithoutItsCode) {
+    const TNotifyEvent event = TNotifyEvent::FromTarget(std::make_shared<TMethodName>("ListenerHear"));
+    EXPECT_FALSE(event) << "there is nothing to call";
+    event(nullptr);
+    ASSERT_TRUE(event.Target());
+    EXPECT_FALSE(event.Target()->HasCode());
+    EXPECT_EQ(event.Target()->MethodName(), "ListenerHear");
+    EXPECT_EQ(TNotifyEvent::FromTarget(event.Target()), event);
+    EXPECT_EQ(event, TNotifyEvent::FromTarget(std::make_shared<TMethodName>("ListenerHear")));
+    EXPECT_FALSE(event == TNotifyEvent::FromTarget(std::make_shared<TMethodName>("Other")));
+    TReceiver listener;
+    const TNotifyEvent bound(&listener, &TReceiver::Hear, "ListenerHear");
+    EXPECT_TRUE(bound.Target()->HasCode());
+    EXPECT_FALSE(event == bound);
+    EXPECT_FALSE(bound == event);
+    EXPECT_FALSE(event == TNotifyEvent());
+    using TOtherEvent = TEvent<void(int)>;
+    EXPECT_FALSE(TOtherEvent::FromTarget(event.Target()).Target()) << "it has a signature now";
+}
+
 } // namespace
 } // namespace kx

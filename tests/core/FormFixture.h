@@ -64,6 +64,30 @@ inline TOwned<TForm> ReadKeeping(std::string_view form, const std::function<void
     });
 }
 
+/// A form's text with these lines inside, two blanks in front of each.
+inline std::string FormOf(std::string_view lines) {
+    std::string text = "object F: TForm\r\n";
+    for (size_t start = 0; start < lines.size();) {
+        const size_t end = std::min(lines.find('\n', start), lines.size());
+        text += "  " + std::string(lines.substr(start, end - start)) + "\r\n";
+        start = end + 1;
+    }
+    return text + "end\r\n";
+}
+
+/// Read as a form designer does and written, the form is what it was: as text, as a binary form, and from one to the
+/// other.
+inline void ExpectToComeBack(const std::string& text, const std::function<void(TReader&)>& prepare = {}) {
+    const std::string binary = ToBinary(text);
+    EXPECT_EQ(Written(*ReadKeeping(text, prepare)), text);
+    EXPECT_EQ(Written(*ReadKeeping(binary, prepare)), text);
+    EXPECT_EQ(Written(*ReadKeeping(binary, prepare), TStreamFormat::Binary), binary);
+}
+
+inline TButton& ButtonOf(TForm& form, std::string_view name) {
+    return dynamic_cast<TButton&>(*form.FindComponent(name));
+}
+
 /// Registers the sample classes, and sees to it that a test leaves no component behind.
 class FormTest : public testing::Test {
 protected:

@@ -434,5 +434,44 @@ TEST_F(FormStreaming, AComponentThatAnotherOneFreesInItsLoadedIsNotToldAnyMore) 
     EXPECT_THAT(TControl::LoadedOrder, ElementsAre("A", "B", "F"));
 }
 
+// --- Where designers show components that are no controls
+
+TEST_F(FormStreaming, ComponentsThatAreNoControlsHaveADesignPosition) {
+    const std::string text =
+        Lines("object F: TForm\n  object S: TServer\n    Tag = 5\n    Left = 40\n    Top = -3\n  end\n"
+              "  object T: TServer\n    Top = 32767\n  end\n"
+              "  object U: TServer\n    Left = -32768\n  end\nend\n");
+    const auto form = ReadForm(text);
+    const TComponent& server = *form->FindComponent("S");
+    EXPECT_EQ(server.DesignInfo(), int32_t(0xFFFD0028));
+    EXPECT_EQ(form->FindComponent("T")->DesignInfo(), 0x7FFF0000);
+    EXPECT_EQ(form->FindComponent("U")->DesignInfo(), 0x8000);
+    EXPECT_EQ(Written(*form), text);
+    EXPECT_EQ(Written(*ReadForm(Written(*form, TStreamFormat::Binary))), text);
+}
+
+TEST_F(FormStreaming, ADesignPositionThatIsUnsignedIsReadAsSigned) {
+    const auto form = ReadForm("object F: TForm object S: TServer Left = 65535 Top = 32768 end end");
+    EXPECT_THAT(Written(*form), HasSubstr("    Left = -1\r\n    Top = -32768\r\n"));
+    for (const std::string value : {"65536", "-32769"}) {
+        EXPECT_EQ(
+            ErrorOf<EReadError>([&] { ReadForm("object F: TForm object S: TServer\n Top = " + value + " end end"); }),
+            "Error reading S.Top: The position " + value + " is out of range on line 2");
+    }
+}
+
+TEST_F(FormStreaming, AControlHasNoDesignPositionBesideItsOwn) {
+    const auto form = ReadForm("object F: TForm object B: TButton Left = 7 end end");
+    form->FindComponent("B")->SetDesignInfo(0x00050006); // no Top is published
+    EXPECT_EQ(Written(*form), Lines("object F: TForm\n  object B: TButton\n    Left = 7\n    Top = 5\n  end\nend\n"));
+}
+
+TEST_F(FormStreaming, ADescendantHoldsTheDesignPositionThatDiffers) {
+    const auto ancestor = ReadForm("object F: TForm object S: TServer Left = 7 Top = 8 end end");
+    const auto form = ReadForm("object F: TForm object S: TServer Left = 0 Top = 8 end end");
+    const std::string difference = Written(*form, TStreamFormat::Text, ancestor.get());
+    EXPECT_EQ(difference, Lines("inherited F: TForm\n  inherited S: TServer\n    Left = 0\n  end\nend\n"));
+}
+
 } // namespace
 } // namespace kx::sample

@@ -294,5 +294,20 @@ TEST(StringList, TextsHoldAnyByte) {
     EXPECT_EQ(list[0], std::string("a\0b", 3));
 }
 
+TEST(StringList, CanBeGoneThrough) {
+    TStringList list;
+    EXPECT_EQ(list.begin(), list.end());
+    list.SetCommaText("one,two,three");
+    const TStrings& strings = list;
+    std::string all;
+    for (const std::string text : strings) {
+        all += text + ";";
+    }
+    EXPECT_EQ(all, "one;two;three;");
+    auto at = strings.begin();
+    EXPECT_EQ(*at++, "one");
+    EXPECT_EQ(*++at, "three");
+}
+
 } // namespace
 } // namespace kx

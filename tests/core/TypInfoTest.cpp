@@ -6,6 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <map>
+
 namespace kx {
 
 enum TShade { shLight, shDark };
@@ -338,6 +341,80 @@ TEST(Enumerations, NameTheirValues) {
     EXPECT_EQ(KxIdentInfo(TTint{}).Find("TIMINUSTWO"), -2);
     EXPECT_EQ(*KxIdentInfo(TTint{}).NameOf(1), "tiOne");
     EXPECT_EQ(KxIdentInfo(TTint{}).NameOf(5), nullptr);
+}
+
+// --- What form designers list
+
+struct TOuter {
+    enum class TInner : int32_t {};
+};
+
+TEST(PropertyTable, PropertiesKnowTheNamesOfTheirTypes) {
+    std::map<std::string, std::string> types;
+    for (const TPropInfo* property : TDerived::StaticClass().Properties()) {
+        types[property->Name] = property->TypeName();
+    }
+    types.erase("Tag"); // of a pointer's size
+    const std::map<std::string, std::string> expected{
+        {"Name", "string"},          {"Zeta", "Integer"},  {"Small", "Byte"},
+        {"Text", "string"},          {"Flag", "Boolean"},  {"Shade", "TShade"},
+        {"Shades", "set of TShade"}, {"Tint", "TTint"},    {"SmallTint", "TSmallTint"},
+        {"Ratio", "Single"},         {"Fixed", "Integer"}, {"Part", "TPart"},
+        {"Next", "TBase"},           {"Thing", "IThing"},  {"OnChange", "void(TObject*)"},
+        {"Extra", "Integer"}};
+    EXPECT_EQ(types, expected);
+}
+
+TEST(PropertyTable, NamesOfTypesAreThoseOfTheSource) {
+    using detail::TypeNameIn;
+    using detail::TypeNameOf;
+    EXPECT_EQ(TypeNameOf<TTint>(), "TTint");
+    EXPECT_EQ(TypeNameOf<TOuter::TInner>(), "TInner");
+    EXPECT_EQ(TypeNameOf<void()>(), "void()");
+    EXPECT_EQ(TypeNameOf<void(TObject*, const std::string&, bool&)>(), "void(TObject*, const std::string&, bool&)");
+    EXPECT_EQ(TypeNameIn("const char *__cdecl kx::detail::FunctionNamedFor<enum kx::TColor>(void)"), "TColor");
+    EXPECT_EQ(TypeNameIn("const char *__cdecl kx::detail::FunctionNamedFor<void __cdecl(class kx::TObject *,bool &)>"
+                         "(void)"),
+              "void(TObject*, bool&)");
+    EXPECT_EQ(TypeNameIn("const char* kx::detail::FunctionNamedFor() [with T = void(kx::TObject*, const "
+                         "std::__cxx11::basic_string<char>&)]"),
+              "void(TObject*, const std::string&)");
+    EXPECT_EQ(detail::NumberTypeName(1, true), "ShortInt");
+    EXPECT_EQ(detail::NumberTypeName(2, true), "SmallInt");
+    EXPECT_EQ(detail::NumberTypeName(2, false), "Word");
+    EXPECT_EQ(detail::NumberTypeName(4, false), "Cardinal");
+    EXPECT_EQ(detail::NumberTypeName(8, true), "Int64");
+    EXPECT_EQ(detail::NumberTypeName(8, false), "UInt64");
+}
+
+TEST(PropertyTable, PropertiesKnowTheClassThatIntroducedThem) {
+    const auto introduced = [](const char* name) { return TDerived::StaticClass().FindProperty(name)->Introduced; };
+    EXPECT_EQ(introduced("Name"), &TComponent::StaticClass());
+    EXPECT_EQ(introduced("Text"), &TBase::StaticClass());
+    EXPECT_EQ(introduced("Zeta"), &TBase::StaticClass()) << "published again";
+    EXPECT_EQ(introduced("Extra"), &TDerived::StaticClass());
+}
+
+TEST(Classes, ListTheirMethodsAndFields) {
+    ASSERT_EQ(TBase::StaticClass().Methods().size(), 1u);
+    EXPECT_EQ(TBase::StaticClass().Methods()[0].Name, "Changed");
+    EXPECT_EQ(TBase::StaticClass().Methods()[0].TypeName, "void(TObject*)");
+    ASSERT_EQ(TBase::StaticClass().Fields().size(), 1u);
+    EXPECT_EQ(TBase::StaticClass().Fields()[0].Name, "Field1");
+    EXPECT_EQ(&TBase::StaticClass().Fields()[0].Class(), &TBase::StaticClass());
+    EXPECT_TRUE(TDerived::StaticClass().Methods().empty());
+    EXPECT_TRUE(TDerived::StaticClass().Fields().empty());
+}
+
+TEST(Classes, ThatAreRegisteredAreListedByName) {
+    RegisterClasses<TDerived, TBase>();
+    const auto classes = RegisteredClasses();
+    const auto base = std::find(classes.begin(), classes.end(), &TBase::StaticClass());
+    const auto derived = std::find(classes.begin(), classes.end(), &TDerived::StaticClass());
+    ASSERT_NE(derived, classes.end());
+    EXPECT_LT(base, derived);
+    RegisterClasses<TBase>();
+    EXPECT_EQ(RegisteredClasses(), classes) << "each once";
 }
 
 } // namespace

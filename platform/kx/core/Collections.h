@@ -54,6 +54,8 @@ class TCollection : public TPersistent {
     const TClass& ItemClass() const { return *FItemClass; }
     const TLifetime& Lifetime() const { return FLife; } ///< For `Outlives` and `TAlive`.
     int Count() const { return static_cast<int>(FItems.size()); }
+    auto begin() const { return FItems.begin(); } ///< To go through the items, only as long as none comes or goes.
+    auto end() const { return FItems.end(); }
     /// @throws EListError "List index out of bounds (%s)"
     TCollectionItem* GetItem(int index) const;
     void SetItem(int index, const TCollectionItem* value); ///< Copies `value` into the item at `index`.

@@ -5,6 +5,7 @@
 #include "kx/core/KeptForm.h"
 
 #include <algorithm>
+#include <map>
 
 namespace kx {
 
@@ -287,14 +288,22 @@ bool IsValidIdent(std::string_view text) {
 
 namespace {
 
-std::unordered_map<std::string, const TClass*>& Registry() {
-    static std::unordered_map<std::string, const TClass*> classes;
+std::map<std::string, const TClass*>& Registry() {
+    static std::map<std::string, const TClass*> classes;
     return classes;
 }
 
 } // namespace
 
 void RegisterClass(const TClass& cls) { Registry()[UpperCase(cls.Name())] = &cls; }
+
+std::vector<const TClass*> RegisteredClasses() {
+    std::vector<const TClass*> classes;
+    for (const auto& [name, cls] : Registry()) {
+        classes.push_back(cls);
+    }
+    return classes;
+}
 
 const TClass* GetClass(std::string_view name) {
     const auto found = Registry().find(UpperCase(name));

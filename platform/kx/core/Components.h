@@ -93,6 +93,8 @@ class TComponent : public TPersistent {
     int ComponentCount() const { return static_cast<int>(FComponents.size()); }
     /// @throws EListError for an index outside [0, ComponentCount).
     TComponent* Components(int index) const;
+    /// All of them, to go through; only as long as none comes or goes.
+    const std::vector<TComponent*>& Components() const { return FComponents; }
     int ComponentIndex() const;                             ///< Among the owner's components; -1 without an owner.
     TComponent* FindComponent(std::string_view name) const; ///< Any letter case; null when there is none.
     virtual void InsertComponent(TComponent* component);    ///< Becomes the owner of `component`.
@@ -105,6 +107,11 @@ class TComponent : public TPersistent {
     virtual void SetName(const std::string& value);
     intptr_t Tag() const { return FTag; }
     void SetTag(intptr_t value) { FTag = value; }
+    /// Where a form designer shows a component that is no control: its left edge in the lower 16 bits, its top in the
+    /// upper ones, both signed, in pixels of the form's client area. Form files hold them as Left and Top.
+    int32_t DesignInfo() const { return FDesignInfo; }
+    void SetDesignInfo(int32_t value) { FDesignInfo = value; }
+    void DefineProperties(TFiler& filer) override; ///< Streams DesignInfo when the class publishes no Left or Top.
 
     TComponentState ComponentState() const { return FState; }
     bool IsDesigning() const { return FState.Contains(csDesigning); }
@@ -182,6 +189,7 @@ private:
     TComponent* FOwner = nullptr;
     std::string FName;
     intptr_t FTag = 0;
+    int32_t FDesignInfo = 0;
     TComponentState FState;
     bool FGoing = false;
     std::vector<TComponent*> FComponents;
@@ -199,7 +207,8 @@ void RegisterClass(const TClass& cls);
 inline void RegisterClassA(const TClass& cls) { RegisterClass(cls); } // as windows.h calls it in the sources
 inline void RegisterClassW(const TClass& cls) { RegisterClass(cls); } // that include it behind this header
 template <class... T> void RegisterClasses() { (RegisterClass(T::StaticClass()), ...); }
-const TClass* GetClass(std::string_view name); ///< Null when no such class is registered.
+std::vector<const TClass*> RegisteredClasses(); ///< In the order of their names.
+const TClass* GetClass(std::string_view name);  ///< Null when no such class is registered.
 /// @throws EClassNotFound "Class %s not found"
 const TClass& FindClass(std::string_view name);
 

@@ -25,6 +25,42 @@ detail::TKept& TFiler::MakeKept(TPersistent& instance) {
     return *place;
 }
 
+// --- Design positions
+
+namespace {
+
+/// One half of a DesignInfo: the lower one begins at bit 0, the upper one at bit 16.
+int16_t HalfOf(int32_t info, int shift) { return static_cast<int16_t>(static_cast<uint32_t>(info) >> shift); }
+
+int32_t WithHalf(int32_t info, int shift, int32_t half) {
+    const uint32_t mask = 0xFFFFU << shift;
+    return static_cast<int32_t>((static_cast<uint32_t>(info) & ~mask) | (static_cast<uint32_t>(half) << shift & mask));
+}
+
+} // namespace
+
+void TComponent::DefineProperties(TFiler& filer) {
+    TPersistent::DefineProperties(filer);
+    const auto* const ancestor = dynamic_cast<const TComponent*>(filer.Ancestor());
+    const int32_t inherited = ancestor ? ancestor->FDesignInfo : 0;
+    const auto define = [&](std::string_view name, int shift) {
+        if (ClassType().FindProperty(name)) {
+            return; // a control's own
+        }
+        const auto read = [this, shift](TReader& reader) {
+            const int32_t value = reader.ReadInteger();
+            if (value < INT16_MIN || value > UINT16_MAX) { // some files have them unsigned
+                reader.ReadError(Format("The position %s is out of range", {IntToStr(value)}));
+            }
+            FDesignInfo = WithHalf(FDesignInfo, shift, value);
+        };
+        const auto write = [this, shift](TWriter& writer) { writer.WriteInteger(HalfOf(FDesignInfo, shift)); };
+        filer.DefineProperty(name, read, write, HalfOf(FDesignInfo, shift) != HalfOf(inherited, shift));
+    };
+    define("Left", 0);
+    define("Top", 16);
+}
+
 // --- Text
 
 namespace {

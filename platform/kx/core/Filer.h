@@ -222,6 +222,7 @@ public:
     /// - properties that nobody knows, or that cannot be set; and what OnError let pass;
     /// - components whose class is not there, or that no ancestor has: OnPlaceholder names the class that stands in
     ///   for them. It gets what its published properties take; what is inside is kept unread;
+    /// - the names of handlers that the form's class does not have: such an event does nothing;
     /// - the class's name of a root that is of another class, or of the one that OnPlaceholder names.
     ///
     /// Else, and at first, all these are errors, but for the class of a root that is given.

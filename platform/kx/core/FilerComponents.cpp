@@ -405,6 +405,9 @@ TEventTargetPtr TReader::FindMethod(TComponent& root, const std::string& methodN
     TEventTargetPtr target = method ? method->Bind(root) : nullptr;
     bool error = target == nullptr;
     FOnFindEvent(*this, methodName, target, error);
+    if (error && KeepsUnknown()) {
+        return std::make_shared<TMethodName>(methodName);
+    }
     if (error) {
         throw EMethodNotFound(Format("Method %s not found", {methodName}));
     }

@@ -36,6 +36,7 @@ bool TClass::InheritsFrom(const TClass& ancestor) const {
 }
 
 TPropInfo& TClass::AddProperty(std::unique_ptr<TPropInfo> property) {
+    property->Introduced = this;
     FOwnProperties.push_back(std::move(property));
     return *FOwnProperties.back();
 }
@@ -48,6 +49,7 @@ void TClass::Finish() {
     for (const auto& own : FOwnProperties) {
         const TPropInfo*& known = FPropertyByName[UpperCase(own->Name)];
         if (known) {
+            own->Introduced = known->Introduced;
             std::replace(FAllProperties.begin(), FAllProperties.end(), known, static_cast<const TPropInfo*>(own.get()));
         } else {
             FAllProperties.push_back(own.get());

@@ -50,6 +50,7 @@ struct TMethodInfo {
     std::string Name;
     std::type_index Signature;
     std::function<TEventTargetPtr(TObject& self)> Bind;
+    std::string TypeName; ///< Of the signature, as C++ has it: "void(TObject*)".
 };
 
 /// A published field: receives the component of that name while a form file is read.
@@ -79,6 +80,10 @@ public:
     /// descendant publishes again keeps its ancestor's position.
     const std::vector<const TPropInfo*>& Properties() const { return FAllProperties; }
     const TPropInfo* FindProperty(std::string_view name) const; ///< Any letter case; null when there is none.
+
+    /// What this class publishes itself; `Parent` says what its ancestors do.
+    const std::vector<TMethodInfo>& Methods() const { return FMethods; }
+    const std::vector<TFieldInfo>& Fields() const { return FFields; }
 
     const TMethodInfo* FindMethod(std::string_view name) const; ///< Any letter case, ancestors included.
     const TFieldInfo* FindField(std::string_view name) const;   ///< Any letter case, ancestors included.

@@ -3,6 +3,9 @@
 #include "kx/core/Components.h"
 #include "kx/core/SystemNames.h"
 
+#include <cstddef>
+#include <iterator>
+
 namespace kx {
 
 class TStream;
@@ -31,6 +34,36 @@ class TStrings : public TPersistent {
     virtual void Move(int from, int to);
 
     std::string operator[](int index) const { return Get(index); }
+
+    /// To go through the texts.
+    class TIterator {
+    public:
+        using value_type = std::string;
+        using difference_type = std::ptrdiff_t;
+        using reference = std::string;
+        using pointer = void;
+        using iterator_category = std::input_iterator_tag;
+
+        TIterator() = default;
+        TIterator(const TStrings& strings, int index) : FStrings(&strings), FIndex(index) {}
+        std::string operator*() const { return FStrings->Get(FIndex); }
+        TIterator& operator++() {
+            ++FIndex;
+            return *this;
+        }
+        TIterator operator++(int) {
+            TIterator before = *this;
+            ++FIndex;
+            return before;
+        }
+        friend bool operator==(const TIterator& a, const TIterator& b) { return a.FIndex == b.FIndex; }
+
+    private:
+        const TStrings* FStrings = nullptr;
+        int FIndex = 0;
+    };
+    TIterator begin() const { return {*this, 0}; }
+    TIterator end() const { return {*this, Count()}; }
 
     /// All texts, each followed by a carriage return and a line feed. Setting splits at CR, LF or CR LF.
     std::string Text() const;

@@ -113,6 +113,11 @@ public:
     std::type_index Signature = typeid(void); ///< Of an event.
     std::optional<int64_t> Default;           ///< A value that is not written to form files; only ordinals have one.
     std::function<bool(const TObject&)> Stored; ///< Empty: always.
+    const TClass* Introduced = nullptr;         ///< The first class that publishes a property of this name.
+
+    /// Name of its type: of an enumeration or a class; "set of TAlign"; "Integer", "Byte", "string" and the like; of an
+    /// event the signature as C++ has it, "void(TObject*)"; else the C++ type's own, as "TColor".
+    std::string TypeName() const;
 
     bool IsOrdinal() const {
         return Kind == TTypeKind::Integer || Kind == TTypeKind::Int64 || Kind == TTypeKind::Char ||
@@ -141,6 +146,7 @@ private:
 
     [[noreturn]] void Misused() const;
 
+    std::string FTypeName; ///< When the other fields do not tell.
     std::function<int64_t(const TObject&)> FGetOrd;
     std::function<void(TObject&, int64_t)> FSetOrd;
     std::function<double(const TObject&)> FGetFloat;
@@ -178,13 +184,32 @@ template <class T> struct TIsSet : std::false_type {};
 template <class E> struct TIsSet<TSet<E>> : std::true_type {};
 
 template <class T> struct TIsEvent : std::false_type {};
-template <class S> struct TIsEvent<TEvent<S>> : std::true_type {};
+template <class S> struct TIsEvent<TEvent<S>> : std::true_type { using TSignature = S; };
 
 /// True for types that name their identifiers: `const TIdentInfo& KxIdentInfo(T)` in the type's namespace.
 template <class T>
 concept HasIdents = requires(T value) {
     KxIdentInfo(value);
 };
+
+} // namespace detail
+
+namespace detail {
+
+/// What the compiler calls a function that is made for T.
+template <class T> const char* FunctionNamedFor() {
+#ifdef _MSC_VER
+    return __FUNCSIG__;
+#else
+    return __PRETTY_FUNCTION__;
+#endif
+}
+/// The name of T in it, without the namespaces around it.
+std::string TypeNameIn(std::string_view function);
+template <class T> std::string TypeNameOf() { return TypeNameIn(FunctionNamedFor<T>()); }
+
+/// "Integer", "Byte", ...
+std::string NumberTypeName(size_t size, bool isSigned);
 
 } // namespace detail
 
@@ -228,6 +253,7 @@ public:
             }
         } else if constexpr (std::is_floating_point_v<V>) {
             p.Kind = TTypeKind::Float;
+            p.FTypeName = sizeof(V) == sizeof(float) ? "Single" : "Double";
             p.FGetFloat = [get](const TObject& o) { return static_cast<double>(std::invoke(get, As(o))); };
             if constexpr (HasSetter<Set>) {
                 p.FSetFloat = [set](TObject& o, double v) { std::invoke(set, As(o), static_cast<V>(v)); };
@@ -235,11 +261,12 @@ public:
         } else if constexpr (detail::TIsEvent<V>::value) {
             p.Kind = TTypeKind::Event;
             p.Signature = V::Signature();
+            p.FTypeName = detail::TypeNameOf<typename detail::TIsEvent<V>::TSignature>();
             p.FGetEvent = [get](const TObject& o) { return std::invoke(get, As(o)).Target(); };
             if constexpr (HasSetter<Set>) {
                 p.FSetEvent = [set](TObject& o, const TEventTargetPtr& v) {
                     V event = V::FromTarget(v);
-                    if (v && !event) {
+                    if (v && !event.Target()) {
                         return false;
                     }
                     std::invoke(set, As(o), event);
@@ -291,15 +318,17 @@ public:
         using I = std::remove_pointer_t<std::invoke_result_t<Get, const T&>>;
         TPropInfo& p = New(std::move(name));
         p.Kind = TTypeKind::Interface;
+        p.FTypeName = detail::TypeNameOf<I>();
         DescribePointer<I>(p, get, set);
         return p;
     }
 
     /// A published method, to which form files may bind events.
     template <class C, class... Args> void Method(std::string name, void (C::*method)(Args...)) {
-        FClass.FMethods.push_back({name, TEvent<void(Args...)>::Signature(), [name, method](TObject& o) {
-                                       return TEvent<void(Args...)>(&As(o), method, name).Target();
-                                   }});
+        FClass.FMethods.push_back(
+            {name, TEvent<void(Args...)>::Signature(),
+             [name, method](TObject& o) { return TEvent<void(Args...)>(&As(o), method, name).Target(); },
+             detail::TypeNameOf<void(Args...)>()});
     }
 
     /// A published field `F* T::*`: receives the component of that name while a form file is read.
@@ -337,6 +366,7 @@ private:
         } else if constexpr (detail::HasIdents<V>) {
             p.Kind = TTypeKind::Integer;
             p.Idents = &KxIdentInfo(V{});
+            p.FTypeName = detail::TypeNameOf<V>();
             LimitTo<TIntegerOf<V>>(p);
         } else if constexpr (std::is_enum_v<V>) {
             p.Kind = TTypeKind::Enumeration;
@@ -350,6 +380,7 @@ private:
         } else {
             static_assert(std::is_integral_v<V>, "no published property can be of this type");
             p.Kind = sizeof(V) > 4 ? TTypeKind::Int64 : TTypeKind::Integer;
+            p.FTypeName = detail::NumberTypeName(sizeof(V), std::is_signed_v<V>);
             LimitTo<V>(p);
         }
     }
