@@ -147,5 +147,116 @@ TEST_F(FormBinding, ALookupCanBeOverridden) {
     EXPECT_EQ(form.Components(0)->ClassName(), "TPanel");
 }
 
+// --- References that wait
+
+/// Finds OtherForm as long as it lives.
+struct TFinding {
+    explicit TFinding(TComponent& form) {
+        OtherForm = &form;
+        RegisterFindGlobalComponentProc(FindOtherForm);
+    }
+    ~TFinding() { UnregisterFindGlobalComponentProc(FindOtherForm); }
+};
+
+std::string Waiting(const TObject& object, std::string_view property) {
+    return PendingReference(object, GetPropInfo(object, property));
+}
+
+TEST_F(FormBinding, AReferenceWaitsForAFormThatComesLater) {
+    const std::string text = "object F: TForm\r\n  Columns = <\r\n    item\r\n      Link = Later.B\r\n    end>\r\n"
+                             "  Target = Later\r\n  Button = Later.B\r\nend\r\n";
+    const auto form = ReadForm(text);
+    EXPECT_EQ(form->Target(), nullptr);
+    EXPECT_EQ(Waiting(*form, "Target"), "Later");
+    EXPECT_EQ(Waiting(*form, "Button"), "Later.B");
+    EXPECT_EQ(Waiting(form->Columns().Column(0), "Link"), "Later.B");
+    EXPECT_EQ(Waiting(*form, "Service"), "");
+    EXPECT_EQ(Written(*form), text) << "written by name while it waits";
+    EXPECT_EQ(Written(*ReadForm(Written(*form, TStreamFormat::Binary))), text);
+
+    TForm later;
+    const TFinding finding(later);
+    TMemoryStream stream("object Later: TForm object B: TButton end end");
+    ReadComponent(stream, &later);
+    EXPECT_EQ(form->Target(), &later);
+    EXPECT_EQ(form->Button(), later.FindComponent("B"));
+    EXPECT_EQ(form->Columns().Column(0).Link(), later.FindComponent("B"));
+    EXPECT_EQ(Waiting(*form, "Target"), "");
+    EXPECT_EQ(Written(*form), text);
+    form->SetTarget(nullptr);
+    EXPECT_EQ(Written(*form).find("Target"), std::string::npos);
+}
+
+TEST_F(FormBinding, AFormMadeWithoutAFileIsFoundWhenItsMakerSaysSo) {
+    const auto form = ReadForm("object F: TForm Target = Later Button = Later.B end");
+    TForm later;
+    later.SetName("Later");
+    const TFinding finding(later);
+    EXPECT_EQ(form->Target(), nullptr);
+    GlobalFixupReferences();
+    EXPECT_EQ(form->Target(), &later);
+    EXPECT_EQ(Waiting(*form, "Button"), "Later.B") << "there is no such component yet";
+    auto* const button = new TButton(&later);
+    button->SetName("B");
+    GlobalFixupReferences();
+    EXPECT_EQ(form->Button(), button);
+}
+
+TEST_F(FormBinding, AReferenceThatGotAnotherTargetKeepsIt) {
+    const auto form = ReadForm("object F: TForm Target = Later Button = Later.B end");
+    form->SetTarget(form.get());
+    DropPendingReference(*form, GetPropInfo(*form, "Button"));
+    EXPECT_EQ(Waiting(*form, "Button"), "");
+    EXPECT_EQ(Waiting(*form, "Target"), "Later");
+    TForm later;
+    later.SetName("Later");
+    const TFinding finding(later);
+    (new TButton(&later))->SetName("B");
+    GlobalFixupReferences();
+    EXPECT_EQ(form->Target(), form.get());
+    EXPECT_EQ(form->Button(), nullptr);
+}
+
+TEST_F(FormBinding, AReferenceOfAComponentThatHasGoneWaitsNoMore) {
+    auto form =
+        ReadForm("object F: TForm Columns = < item Link = Later end > object B: TButton Target = Later end end");
+    form->FindComponent("B")->Free();
+    form->Columns().Clear();
+    TForm later;
+    later.SetName("Later");
+    const TFinding finding(later);
+    GlobalFixupReferences();
+    form = ReadForm("object F: TForm Target = Other end");
+    form.reset();
+    GlobalFixupReferences();
+}
+
+TEST_F(FormBinding, AReferenceThatIsReadAgainWaitsForItsLatestName) {
+    const auto form = ReadForm("object F: TForm Target = First end");
+    TMemoryStream stream("object F: TForm Target = Second end");
+    ReadComponent(stream, form.get());
+    EXPECT_EQ(Waiting(*form, "Target"), "Second");
+    TMemoryStream last("object F: TForm Target = nil end");
+    ReadComponent(last, form.get());
+    EXPECT_EQ(Waiting(*form, "Target"), "");
+}
+
+TEST_F(FormBinding, AWaitingReferenceOfAnotherClassStaysNull) {
+    const auto form = ReadForm("object F: TForm Button = Later Target = Later end");
+    TForm later;
+    later.SetName("Later");
+    const TFinding finding(later);
+    GlobalFixupReferences();
+    EXPECT_EQ(form->Button(), nullptr);
+    EXPECT_EQ(form->Target(), &later);
+}
+
+TEST_F(FormBinding, ADescendantHoldsTheWaitingReferenceThatDiffers) {
+    const auto ancestor = ReadForm("object F: TForm Target = Later Button = Later.B end");
+    const auto form = ReadForm("object F: TForm Target = Later Button = Later.C end");
+    EXPECT_EQ(Written(*form, TStreamFormat::Text, ancestor.get()),
+              "inherited F: TForm\r\n  Button = Later.C\r\nend\r\n");
+}
+
 } // namespace
 } // namespace kx::sample

@@ -101,34 +101,6 @@ std::string AnsiToFormText(std::string_view ansi) {
     return mended;
 }
 
-// --- Components of other forms
-
-namespace {
-
-std::vector<TFindGlobalComponent>& GlobalFinders() {
-    static std::vector<TFindGlobalComponent> finders;
-    return finders;
-}
-
-} // namespace
-
-void RegisterFindGlobalComponentProc(TFindGlobalComponent find) {
-    UnregisterFindGlobalComponentProc(find);
-    GlobalFinders().push_back(find);
-}
-
-void UnregisterFindGlobalComponentProc(TFindGlobalComponent find) { std::erase(GlobalFinders(), find); }
-
-TComponent* FindGlobalComponent(const std::string& name) {
-    const auto& finders = GlobalFinders();
-    for (size_t i = finders.size(); i-- > 0;) {
-        if (TComponent* component = finders[i](name)) {
-            return component;
-        }
-    }
-    return nullptr;
-}
-
 // --- Resources
 
 namespace {

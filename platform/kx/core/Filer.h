@@ -2,6 +2,7 @@
 
 #include "kx/core/Collections.h"
 #include "kx/core/Components.h"
+#include "kx/core/GlobalReferences.h"
 #include "kx/core/Streams.h"
 
 #include <array>
@@ -160,9 +161,9 @@ public:
     /// the caller owns. Returns the root.
     ///
     /// References are set when everything is there. A name is looked up in the form, then as the form's own ("Owner"
-    /// also means the form), then by `FindGlobalComponent`; a name that nobody knows makes the reference null.
-    /// `Loaded` runs at the end, in the order in which the components were completed: children before their parent, the
-    /// root last. When anything fails, the components that were created are freed again.
+    /// also means the form), then by `FindGlobalComponent`; a reference that nobody knows is null, and waits: see
+    /// GlobalReferences.h. `Loaded` runs at the end, in the order in which the components were completed: children
+    /// before their parent, the root last. When anything fails, the components that were created are freed again.
     TComponent* ReadRootComponent(TComponent* root);
 
     void DefineProperty(std::string_view name, const TReaderProc& read, const TWriterProc& write,
@@ -467,13 +468,6 @@ private:
     std::unique_ptr<detail::TLiveComponents> FKeeping; ///< Roots that a reader read which keeps what it does not know.
     void (*FNoteLoaded)(TComponent& root) = nullptr;
 };
-
-// --- Components of other forms, for references that the form itself does not resolve.
-
-using TFindGlobalComponent = TComponent* (*)(const std::string& name);
-void RegisterFindGlobalComponentProc(TFindGlobalComponent find);
-void UnregisterFindGlobalComponentProc(TFindGlobalComponent find);
-TComponent* FindGlobalComponent(const std::string& name); ///< Asks the latest first; null when nobody knows it.
 
 // --- Forms as resources
 

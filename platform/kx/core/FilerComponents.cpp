@@ -127,6 +127,7 @@ TComponent* TReader::ReadRootComponent(TComponent* root) {
     root = ReadRoot(root);
     ResolveFixups();
     session.Finish(root);
+    GlobalFixupReferences();
     return root;
 }
 

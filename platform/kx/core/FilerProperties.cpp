@@ -8,15 +8,7 @@ namespace kx {
 
 namespace {
 
-/// The component that a path of names leads to; null when there is none.
-TComponent* FindNested(TComponent* from, std::string_view path) {
-    while (from && !path.empty()) {
-        const size_t dot = path.find('.');
-        from = from->FindComponent(path.substr(0, dot));
-        path = dot == std::string_view::npos ? std::string_view{} : path.substr(dot + 1);
-    }
-    return from;
-}
+using detail::FindNested;
 
 /// A property that the object does not have, or that cannot be set.
 class EUnknownProperty : public EPropertyError {
@@ -269,9 +261,10 @@ void TReader::ResolveFixups() {
     }
 }
 
-void TReader::ResolveFixup(const TFixup& fixup) {
-    TObject* object = fixup.Component;
-    for (const TPathStep& step : fixup.Path) {
+/// The object whose property it is; null when a later value has replaced it.
+TObject* TReader::TFixup::FindOwner() const {
+    TObject* object = Component;
+    for (const TPathStep& step : Path) {
         if (step.Property) {
             object = Publishes(*object, *step.Property) ? step.Property->GetObj(*object) : nullptr;
         } else if (step.Alive && !*step.Alive) {
@@ -281,12 +274,18 @@ void TReader::ResolveFixup(const TFixup& fixup) {
             object = collection && step.Index < collection->Count() ? collection->GetItem(step.Index) : nullptr;
         }
         if (!object) {
-            return; // replaced by a later value
+            return nullptr;
         }
     }
-    if (!Publishes(*object, *fixup.Property)) {
+    return Publishes(*object, *Property) ? object : nullptr;
+}
+
+void TReader::ResolveFixup(const TFixup& fixup) {
+    TObject* const object = fixup.FindOwner();
+    if (!object) {
         return;
     }
+    DropPendingReference(*object, *fixup.Property);
     TComponent* const target = FindReference(fixup);
     try {
         fixup.Property->SetObj(*object, target);
@@ -294,6 +293,10 @@ void TReader::ResolveFixup(const TFixup& fixup) {
         if (!target || !target->IsPlaceholder()) { // the name of the component for which it stands in is kept
             throw;
         }
+    }
+    if (!target && !fixup.Name.empty()) {
+        detail::AddPendingReference(
+            {TAlive(*fixup.Component), [fixup] { return fixup.FindOwner(); }, fixup.Property, fixup.Name});
     }
 }
 

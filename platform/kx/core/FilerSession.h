@@ -43,6 +43,8 @@ struct TReader::TFixup {
     const TPropInfo* Property;
     std::string Name; ///< Empty for nil.
     int64_t Position;
+
+    TObject* FindOwner() const;
 };
 
 /// Restores the path on which a property is being read.

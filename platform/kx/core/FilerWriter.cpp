@@ -260,17 +260,21 @@ void TWriter::WriteStringProperty(const TPersistent& instance, const TPropInfo& 
 }
 
 void TWriter::WriteReference(const TPersistent& instance, const TPropInfo& property) {
+    const auto nameOf = [&property](const TObject& object, const TComponent* lookupRoot, const TComponent* root) {
+        const TObject* const target = property.GetObj(object);
+        return target ? ReferenceName(target, lookupRoot, root) : PendingReference(object, property);
+    };
     const TObject* const target = property.GetObj(instance);
-    const std::string name = ReferenceName(target, FLookupRoot, FRoot);
+    const std::string name = nameOf(instance, FLookupRoot, FRoot);
     if (target && name.empty()) {
         return; // a component without a name cannot be found again
     }
     const TObject* const ancestor = AncestorWith(property);
-    const bool isDefault = ancestor ? ReferenceName(property.GetObj(*ancestor), FLookupAncestor, FRootAncestor) == name
-                                    : !property.Stored && !target;
+    const bool isDefault =
+        ancestor ? nameOf(*ancestor, FLookupAncestor, FRootAncestor) == name : !property.Stored && name.empty();
     if (!isDefault) {
         WritePropName(property.Name);
-        WriteIdent(target ? name : "nil");
+        WriteIdent(name.empty() ? "nil" : name);
     }
 }
 

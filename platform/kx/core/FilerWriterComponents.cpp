@@ -134,7 +134,7 @@ std::vector<TComponent*> TWriter::ChildrenOf(TComponent& component) {
     }
     for (const auto& [stray, home] : FStrays) {
         if (home == &component) {
-            children.push_back(stray);
+            add(stray);
         } else {
             std::erase(children, stray);
         }

@@ -2,6 +2,7 @@
 
 #include "kx/core/Filer.h"
 #include "kx/core/FormLines.h"
+#include "kx/core/FormTextBytes.h"
 
 #include <functional>
 #include <string_view>

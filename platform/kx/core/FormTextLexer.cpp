@@ -3,6 +3,7 @@
 #include "kx/core/FormTextLexer.h"
 
 #include "kx/core/FilerTools.h"
+#include "kx/core/FormTextBytes.h"
 
 #include <algorithm>
 #include <charconv>
@@ -23,12 +24,33 @@ std::optional<unsigned> HexDigit(char c) {
     return error == std::errc{} && end == &c + 1 ? std::optional(value) : std::nullopt;
 }
 
+/// Some character of a string is given by a number that no byte has.
+bool HasNumberBeyondBytes(std::string_view text) {
+    for (size_t i = text.find_first_of("'#"); i < text.size(); i = text.find_first_of("'#", i)) {
+        if (text[i] == '\'') {
+            i = std::min(text.find_first_of("'\r\n", i + 1), text.size() - 1) + 1;
+            continue;
+        }
+        ++i;
+        const bool isHex = i < text.size() && text[i] == '$';
+        i += isHex ? 1 : 0;
+        uint32_t code = 0;
+        const char* const end = text.data() + text.size();
+        if (std::from_chars(text.data() + i, end, code, isHex ? 16 : 10).ec == std::errc{} && code > 0xFF) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 TFormTextLexer::TFormTextLexer(std::string_view text) : FSource(text) {
     if (FSource.starts_with(Utf8Mark)) {
         FSource.remove_prefix(Utf8Mark.size());
+        FHasCharNumbers = true;
     }
+    FHasCharNumbers = FHasCharNumbers || !IsAscii(FSource) || HasNumberBeyondBytes(FSource);
     int line = 1;
     for (size_t i = 0; i < FSource.size();) {
         const size_t length = Utf8Length(FSource, i);
@@ -95,15 +117,26 @@ void TFormTextLexer::ReadIdent() {
 
 void TFormTextLexer::ReadString() {
     char32_t high = 0; // the first half of a character that is given in two codes
+    std::string bytes; // of the code page, ASCII included: a letter may be the second byte of a character
+    const auto flush = [&] {
+        FText += BytesToUtf8(bytes);
+        bytes.clear();
+    };
     while (Peek() == '\'' || Peek() == '#') {
         if (Peek() == '\'') {
             if (high != 0) {
                 break;
             }
-            ReadQuoted();
+            ReadQuoted(FHasCharNumbers ? FText : bytes);
             continue;
         }
+        const bool hasZero = Peek(Peek(1) == '$' ? 2 : 1) == '0';
         char32_t c = ReadCharCode();
+        if (!FHasCharNumbers && !hasZero && c <= 0xFF) {
+            bytes.push_back(static_cast<char>(static_cast<unsigned char>(c)));
+            continue;
+        }
+        flush();
         if (high != 0) {
             c = JoinSurrogates(high, c);
             high = 0;
@@ -122,14 +155,15 @@ void TFormTextLexer::ReadString() {
     if (high != 0) {
         Fail("Invalid character code");
     }
+    flush();
     FToken = TFormToken::String;
 }
 
-void TFormTextLexer::ReadQuoted() {
+void TFormTextLexer::ReadQuoted(std::string& text) {
     ++FAt;
     for (;;) {
         const size_t end = std::min(FSource.find_first_of("'\r\n", FAt), FSource.size());
-        FText += FSource.substr(FAt, end - FAt);
+        text += FSource.substr(FAt, end - FAt);
         FAt = end;
         if (Peek() != '\'') {
             Fail("The string has no end");
@@ -138,7 +172,7 @@ void TFormTextLexer::ReadQuoted() {
         if (Peek() != '\'') {
             return;
         }
-        FText.push_back('\'');
+        text.push_back('\'');
         ++FAt;
     }
 }

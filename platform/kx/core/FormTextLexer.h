@@ -42,7 +42,7 @@ private:
     size_t SkipBlanks(size_t at, int& line) const;
     void ReadIdent();
     void ReadString();
-    void ReadQuoted();
+    void ReadQuoted(std::string& text);
     char32_t ReadCharCode();
     void ReadNumber();
     void ReadHexNumber(bool negative);
@@ -53,6 +53,7 @@ private:
     void SetInteger(std::string_view digits, int base, bool negative);
 
     std::string_view FSource;
+    bool FHasCharNumbers = false; ///< Numbers in strings are those of characters, not bytes of a code page.
     size_t FAt = 0;
     int FLine = 1;
     TFormToken FToken = TFormToken::End;

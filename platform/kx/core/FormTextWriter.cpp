@@ -222,7 +222,23 @@ void TFormTextWriter::Binary() {
     FText += "}";
 }
 
-/// Quotes around letters, numbers for control characters; long texts in pieces, each on a line of its own.
+namespace {
+
+/// "#233" for a character of UTF-8. Two numbers beyond the first 65536; with a zero in front where readers would take
+/// the number for a byte of another character.
+std::string CharNumber(std::string_view utf8) {
+    const char32_t c = detail::DecodeUtf8(utf8, 0, utf8.size());
+    if (c > 0xFFFF) {
+        return "#" + IntToStr(0xD800 + ((c - 0x10000) >> 10)) + "#" + IntToStr(0xDC00 + (c & 0x3FF));
+    }
+    const char byte = static_cast<char>(static_cast<unsigned char>(c & 0xFF));
+    const bool isAmbiguous = c >= 0x80 && c <= 0xFF && detail::BytesToUtf8({&byte, 1}) != utf8;
+    return (isAmbiguous ? "#0" : "#") + IntToStr(c);
+}
+
+} // namespace
+
+/// Quotes around ASCII, numbers for all else and for quotes; long texts in pieces, each on a line of its own.
 void TFormTextWriter::String() {
     const std::string text = FReader.ReadText();
     std::vector<std::string> lines(1);
@@ -235,21 +251,17 @@ void TFormTextWriter::String() {
         }
     };
     for (size_t i = 0; i < text.size(); ++count) {
-        if (count == MaxLineText) {
+        if (count >= MaxLineText) {
             quote(false);
             lines.emplace_back();
             count = 0;
         }
         const size_t length = detail::Utf8Length(text, i);
-        const char32_t c = detail::DecodeUtf8(text, i, length);
-        const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
-        quote(!isControl);
-        if (isControl) {
-            lines.back() += "#" + IntToStr(c);
-        } else {
-            lines.back().append(text, i, length);
-            lines.back().append(c == '\'' ? 1 : 0, '\'');
-        }
+        const char c = text[i];
+        const bool isPlain = c >= ' ' && c <= '~' && c != '\'';
+        quote(isPlain);
+        lines.back() += isPlain ? std::string(1, c) : CharNumber(std::string_view(text).substr(i, length));
+        count += length > 3 ? 1 : 0; // two units of UTF-16
         i += length;
     }
     quote(false);
