@@ -13,18 +13,16 @@ namespace kx {
 /// A handler that sets `allowChange` to false keeps the tab.
 using TTabChangingEvent = TEvent<void(TObject* sender, bool& allowChange)>;
 
-/// A row of tabs above an area for other controls. What each tab shows there is the program's business.
-class TTabControl : public TWinControl {
+/// What controls with a row of tabs have in common.
+class TCustomTabControl : public TWinControl {
     KX_CLASS()
 
-    explicit TTabControl(TComponent* owner = nullptr);
-    ~TTabControl() override;
+    explicit TCustomTabControl(TComponent* owner = nullptr);
+    ~TCustomTabControl() override;
 
-    TStrings& Tabs() { return *FTabs; }
-    void SetTabs(const TStrings& value) { FTabs->Assign(&value); }
     int TabIndex() const; ///< -1: none.
     /// Does not fire OnChange.
-    void SetTabIndex(int value);
+    virtual void SetTabIndex(int value);
     bool HotTrack() const { return FHotTrack; } ///< The tab under the mouse is highlighted.
     void SetHotTrack(bool value);
     bool MultiLine() const { return FMultiLine; }
@@ -46,6 +44,8 @@ protected:
     virtual void Change();
     virtual bool CanChange();
 
+    TStrings& TabTexts() { return *FTabs; }
+
 private:
     void TabsChanged();
     void FillTabs();
@@ -56,6 +56,16 @@ private:
     bool FMultiLine = false;
     TNotifyEvent FOnChange;
     TTabChangingEvent FOnChanging;
+};
+
+/// A row of tabs above an area for other controls. What each tab shows there is the program's business.
+class TTabControl : public TCustomTabControl {
+    KX_CLASS()
+
+    using TCustomTabControl::TCustomTabControl;
+
+    TStrings& Tabs() { return TabTexts(); }
+    void SetTabs(const TStrings& value) { TabTexts().Assign(&value); }
 };
 
 // --- TListView

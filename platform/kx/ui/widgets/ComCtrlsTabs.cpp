@@ -7,49 +7,39 @@
 
 namespace kx {
 
-const TClass& TTabControl::StaticClass() {
-    static const TClassBuilder<TTabControl> cls("TTabControl", TWinControl::StaticClass(), [](auto& c) {
-        using T = TTabControl;
-        c.Creatable();
-        c.Property("HotTrack", &T::HotTrack, &T::SetHotTrack).Default = false;
-        c.Property("MultiLine", &T::MultiLine, &T::SetMultiLine).Default = false;
-        c.SubObject("Tabs", &T::Tabs, &T::SetTabs);
-        c.Property("TabIndex", &T::TabIndex, &T::SetTabIndex).Default = -1;
-        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
-        c.Property("OnChange", &T::OnChange, &T::SetOnChange);
-        c.Property("OnChanging", &T::OnChanging, &T::SetOnChanging);
-    });
+const TClass& TCustomTabControl::StaticClass() {
+    static const TClassBuilder<TCustomTabControl> cls("TCustomTabControl", TWinControl::StaticClass());
     return cls.Class();
 }
 
-TTabControl::TTabControl(TComponent* owner) : TWinControl(owner), FTabs(std::make_unique<TStringList>()) {
+TCustomTabControl::TCustomTabControl(TComponent* owner) : TWinControl(owner), FTabs(std::make_unique<TStringList>()) {
     SetControlStyle({csAcceptsControls, csClickEvents, csDoubleClicks});
     SetTabStop(true);
     SetBoundsFields(0, 0, 289, 193);
     FTabs->SetOnChange([this](TObject*) { TabsChanged(); });
 }
 
-TTabControl::~TTabControl() = default;
+TCustomTabControl::~TCustomTabControl() = default;
 
-void TTabControl::CreateParams(TCreateParams& params) {
+void TCustomTabControl::CreateParams(TCreateParams& params) {
     TWinControl::CreateParams(params);
     params.BaseClass = WC_TABCONTROLA;
     params.Style |= FMultiLine ? TCS_MULTILINE : 0;
     params.Style |= FHotTrack ? TCS_HOTTRACK : 0;
 }
 
-void TTabControl::CreateWnd() {
+void TCustomTabControl::CreateWnd() {
     TWinControl::CreateWnd();
     FillTabs();
     Realign(); // how much room the tabs take is known now
 }
 
-void TTabControl::SaveWindowState() {
+void TCustomTabControl::SaveWindowState() {
     TWinControl::SaveWindowState();
     FTabIndex = TabIndex();
 }
 
-void TTabControl::FillTabs() {
+void TCustomTabControl::FillTabs() {
     const HWND window = WindowHandle();
     SendMessageA(window, TCM_DELETEALLITEMS, 0, 0);
     for (int i = 0; i < FTabs->Count(); ++i) {
@@ -62,7 +52,7 @@ void TTabControl::FillTabs() {
     SendMessageA(window, TCM_SETCURSEL, static_cast<WPARAM>(FTabIndex), 0);
 }
 
-void TTabControl::TabsChanged() {
+void TCustomTabControl::TabsChanged() {
     if (HandleAllocated()) {
         FTabIndex = TabIndex();
         if (FTabIndex < 0 && FTabs->Count() > 0) {
@@ -75,32 +65,32 @@ void TTabControl::TabsChanged() {
     Realign();
 }
 
-int TTabControl::TabIndex() const {
+int TCustomTabControl::TabIndex() const {
     return HandleAllocated() ? static_cast<int>(SendMessageA(WindowHandle(), TCM_GETCURSEL, 0, 0)) : FTabIndex;
 }
 
-void TTabControl::SetTabIndex(int value) {
+void TCustomTabControl::SetTabIndex(int value) {
     FTabIndex = value;
     if (HandleAllocated()) {
         SendMessageA(WindowHandle(), TCM_SETCURSEL, static_cast<WPARAM>(value), 0);
     }
 }
 
-void TTabControl::SetHotTrack(bool value) {
+void TCustomTabControl::SetHotTrack(bool value) {
     if (FHotTrack != value) {
         FHotTrack = value;
         RecreateWnd();
     }
 }
 
-void TTabControl::SetMultiLine(bool value) {
+void TCustomTabControl::SetMultiLine(bool value) {
     if (FMultiLine != value) {
         FMultiLine = value;
         RecreateWnd();
     }
 }
 
-TRect TTabControl::DisplayRect() const {
+TRect TCustomTabControl::DisplayRect() const {
     RECT r = ToRECT(ClientRect());
     if (HandleAllocated()) {
         SendMessageA(WindowHandle(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
@@ -108,7 +98,7 @@ TRect TTabControl::DisplayRect() const {
     return FromRECT(r);
 }
 
-void TTabControl::WndProc(TMessage& message) {
+void TCustomTabControl::WndProc(TMessage& message) {
     if (message.Msg == CN_NOTIFY) {
         switch (static_cast<int>(message.LParamAs<NMHDR>().code)) {
         case static_cast<int>(TCN_SELCHANGE): Change(); break;
@@ -120,12 +110,29 @@ void TTabControl::WndProc(TMessage& message) {
     TWinControl::WndProc(message);
 }
 
-void TTabControl::Change() { FOnChange(this); }
+void TCustomTabControl::Change() { FOnChange(this); }
 
-bool TTabControl::CanChange() {
+bool TCustomTabControl::CanChange() {
     bool allow = true;
     FOnChanging(this, allow);
     return allow;
+}
+
+// --- TTabControl
+
+const TClass& TTabControl::StaticClass() {
+    static const TClassBuilder<TTabControl> cls("TTabControl", TCustomTabControl::StaticClass(), [](auto& c) {
+        using T = TTabControl;
+        c.Creatable();
+        c.Property("HotTrack", &T::HotTrack, &T::SetHotTrack).Default = false;
+        c.Property("MultiLine", &T::MultiLine, &T::SetMultiLine).Default = false;
+        c.SubObject("Tabs", &T::Tabs, &T::SetTabs);
+        c.Property("TabIndex", &T::TabIndex, &T::SetTabIndex).Default = -1;
+        c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
+        c.Property("OnChange", &T::OnChange, &T::SetOnChange);
+        c.Property("OnChanging", &T::OnChanging, &T::SetOnChanging);
+    });
+    return cls.Class();
 }
 
 } // namespace kx
