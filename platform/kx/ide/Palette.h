@@ -1,0 +1,25 @@
+#pragma once
+
+#include "kx/core/Objects.h"
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace kx {
+
+/// A page of the component palette.
+struct TPalettePage {
+    std::string Name;
+    std::vector<const TClass*> Classes; ///< In the order in which they were registered.
+};
+
+/// Puts classes on a page of the component palette, behind those that are there, and lets form files name them. A new
+/// page comes behind the others. A class stands once on the palette: registered again, it moves. The palette shows the
+/// bitmap resource of 24 x 24 pixels whose name is the class's in capital letters.
+/// @throws EInvalidOperation for a class that cannot be created by name.
+void RegisterComponents(const std::string& page, std::initializer_list<const TClass*> classes);
+
+const std::vector<TPalettePage>& PalettePages();
+
+} // namespace kx
