@@ -1,0 +1,71 @@
+#pragma once
+
+#include "kx/core/Alive.h"
+#include "kx/ide/DesignWindows.h"
+#include "kx/ide/PropertyEditors.h"
+#include "kx/places/KxPlaces.h"
+#include "kx/ui/widgets/ComCtrlsPageScroller.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/ui/widgets/StdCtrls.h"
+
+namespace kx {
+
+/// The modeless window in which the places of a dialog's places bar are edited at design time. It closes when the
+/// dialog or its form goes from the designer.
+class TKxPBarEditFrm : public TDesignWindow, private IKxPlacesWatcher {
+    KX_CLASS()
+
+    explicit TKxPBarEditFrm(TComponent* owner = nullptr);
+    ~TKxPBarEditFrm() override;
+
+    // --- Components, owned by the form
+
+    TPageScroller* ps1 = nullptr;
+    TButton* btnEdit = nullptr;
+    TButton* Button1 = nullptr; ///< Add
+    TButton* Button2 = nullptr; ///< Delete
+    TButton* Button3 = nullptr; ///< Close
+    TButton* Button4 = nullptr; ///< To the registry
+    TToolBar* ToolBar1 = nullptr;
+
+    // --- Settings
+
+    TPropertyEditorPtr Prop;             ///< The property editor that opened the window: its designer hears of changes.
+    TComponent* StorageModule = nullptr; ///< The root of that designer. Not owned; only compared.
+    TKxPlaces* Places() const { return FPlaces; } ///< The places that are edited; not owned. Null when they have gone.
+    void SetPlaces(TKxPlaces* value);
+
+    /// Makes the buttons of the places anew.
+    void RefreshBar();
+
+    // --- Handlers
+
+    void FormCreate(TObject* sender);
+    void FormDestroy(TObject* sender);
+    void FormClose(TObject* sender, TCloseAction& action);
+    void btnEditClick(TObject* sender);
+    void Button1Click(TObject* sender);
+    void Button2Click(TObject* sender);
+    void Button3Click(TObject* sender);
+    void Button4Click(TObject* sender);
+
+protected:
+    void ItemDeleted(IDesigner& designer, TPersistent& item) override;
+    void ItemsModified(IDesigner& designer) override;
+    void DesignerClosed(IDesigner& designer, bool goingDormant) override;
+
+private:
+    void PlacesChanged() override {}
+    void PlacesGone() override;
+
+    TToolButton* PressedButton() const; ///< The first one; null when none is down.
+    template <class F> void EditPlace(F prepare);
+    void Modified();
+
+    TKxPlaces* FPlaces = nullptr;
+};
+
+/// The open editor of these very places; null when there is none.
+TKxPBarEditFrm* FindPlacesEditor(const TKxPlaces& places);
+
+} // namespace kx
