@@ -73,6 +73,26 @@ const TClass& TDlgDsgnForm::StaticClass() {
 
 TDlgDsgnForm::TDlgDsgnForm(TComponent* owner) : TForm(owner) { InitForm(*this, StaticClass()); }
 
+void TDlgDsgnForm::SetParams(TKxCustDlgParams* value) {
+    if (FDialog) {
+        RemoveFreeNotification(FDialog);
+    }
+    FParams = value;
+    FDialog = value ? value->Dlg() : nullptr;
+    if (FDialog) {
+        FreeNotification(FDialog);
+    }
+}
+
+void TDlgDsgnForm::Notification(TComponent* component, TOperation operation) {
+    TForm::Notification(component, operation);
+    if (operation == opRemove && component == FDialog) {
+        FParams = nullptr;
+        FDialog = nullptr;
+        Close();
+    }
+}
+
 void TDlgDsgnForm::FormCreate(TObject*) { rg1->SetItemIndex(0); }
 
 void TDlgDsgnForm::rg1Click(TObject*) {
@@ -115,38 +135,55 @@ void TDlgDsgnForm::OpenForm(const TComboBox& combo) {
     }
 }
 
+int KxTextToShift(const std::string& text) {
+    const int64_t value = StrToInt(text);
+    if (value < INT32_MIN || value > INT32_MAX) {
+        throw EConvertError(Format("'%s' is not a valid integer value", {text}));
+    }
+    return static_cast<int>(value);
+}
+
 void TDlgDsgnForm::Button3Click(TObject*) {
-    TKxPosParams& details = Params->PosParams();
-    const TKxDlgPosition position = Params->Position();
+    if (FParams) {
+        const int shiftX = KxTextToShift(eX->Text()); // before anything changes
+        const int shiftY = KxTextToShift(eY->Text());
+        Preview(shiftX, shiftY);
+    }
+}
+
+/// Shows the dialog with what is chosen here, and then gives the parameters back what they had.
+void TDlgDsgnForm::Preview(int shiftX, int shiftY) {
+    TKxCustDlgParams& params = *FParams;
+    TKxPosParams& details = params.PosParams();
+    const TKxDlgPosition position = params.Position();
     const bool fit = details.FitToScreen();
-    const int shiftX = details.ShiftX();
-    const int shiftY = details.ShiftY();
-    const TAlive paramsAlive(*Params);
+    const TPoint shift{details.ShiftX(), details.ShiftY()};
+    const TAlive paramsAlive(params);
     const TAlive alive(*this);
     std::exception_ptr error; // kept until everything is as it was
     try {
         const auto shown = static_cast<TKxDlgPosition>(std::max(rg1->ItemIndex(), 0));
         // The form that the dialog would be centred over is not shown here.
-        Params->SetPosition(shown == dpFormCenter ? dpScrCenter : shown);
+        params.SetPosition(shown == dpFormCenter ? dpScrCenter : shown);
         details.SetFitToScreen(chkFit->Checked());
-        details.SetShiftX(static_cast<int>(StrToInt(eX->Text())));
-        details.SetShiftY(static_cast<int>(StrToInt(eY->Text())));
+        details.SetShiftX(shiftX);
+        details.SetShiftY(shiftY);
         Hide();
-        KxPreviewDialog(*Params->Dlg(), cbLeft->Text(), cbTop->Text(), cbRight->Text(), cbBottom->Text(),
+        KxPreviewDialog(*FDialog, cbLeft->Text(), cbTop->Text(), cbRight->Text(), cbBottom->Text(),
                         CheckBox1->Checked());
     } catch (...) {
         error = std::current_exception();
     }
-    if (alive) {
+    if (alive && FParams) {
         constexpr int heightAfterPreview = 300;
         SetHeight(heightAfterPreview);
         Show();
     }
     if (paramsAlive) {
-        Params->SetPosition(position);
+        params.SetPosition(position);
         details.SetFitToScreen(fit);
-        details.SetShiftX(shiftX);
-        details.SetShiftY(shiftY);
+        details.SetShiftX(shift.X);
+        details.SetShiftY(shift.Y);
     }
     if (error) {
         std::rethrow_exception(error);

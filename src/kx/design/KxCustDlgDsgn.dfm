@@ -1,38 +1,43 @@
 object DlgDsgnForm: TDlgDsgnForm
   Left = 0
   Top = 0
+  ClientWidth = 600
+  ClientHeight = 261
   BorderStyle = bsDialog
   Caption = 'Dialog Designer'
-  ClientHeight = 345
-  ClientWidth = 433
   Color = clBtnFace
+  Font.Height = -11
+  Font.Name = 'MS Shell Dlg 2'
   Position = poScreenCenter
   ShowHint = True
   OnCreate = FormCreate
   object PageControl1: TPageControl
     Left = 8
-    Top = 8
-    Width = 417
-    Height = 297
+    Top = 6
+    Width = 584
+    Height = 216
     ActivePage = TabSheet1
+    Anchors = [akLeft, akTop, akRight, akBottom]
     TabOrder = 0
     object TabSheet1: TTabSheet
       Caption = 'Forms'
       object Label8: TLabel
         Left = 8
-        Top = 6
+        Top = 3
         Width = 140
         Height = 13
         Caption = 'Enter dialog caption below:'
       end
       object eTitle: TEdit
         Left = 8
-        Top = 22
-        Width = 393
+        Top = 18
+        Width = 560
         Height = 21
         Hint = 'Enter dialog title here'
         Color = clNavy
         Font.Color = clWhite
+        Font.Height = -11
+        Font.Name = 'MS Shell Dlg 2'
         Font.Style = [fsBold]
         ParentColor = False
         ParentFont = False
@@ -40,21 +45,21 @@ object DlgDsgnForm: TDlgDsgnForm
       end
       object Panel2: TPanel
         Left = 8
-        Top = 50
-        Width = 393
-        Height = 36
+        Top = 43
+        Width = 560
+        Height = 32
         Caption = ''
         TabOrder = 1
         object Label1: TLabel
-          Left = 8
-          Top = 11
+          Left = 6
+          Top = 9
           Width = 56
           Height = 13
           Caption = 'Top form'
         end
         object SpeedButton7: TSpeedButton
-          Left = 362
-          Top = 7
+          Left = 531
+          Top = 5
           Width = 23
           Height = 22
           Hint = 'Edit top form'
@@ -71,30 +76,30 @@ object DlgDsgnForm: TDlgDsgnForm
           OnClick = SpeedButton7Click
         end
         object cbTop: TComboBox
-          Left = 72
-          Top = 7
-          Width = 285
+          Left = 80
+          Top = 5
+          Width = 447
           Height = 21
           TabOrder = 0
         end
       end
       object Panel1: TPanel
         Left = 8
-        Top = 90
-        Width = 113
-        Height = 129
+        Top = 78
+        Width = 160
+        Height = 70
         Caption = ''
         TabOrder = 2
         object Label6: TLabel
           Left = 6
-          Top = 6
+          Top = 4
           Width = 56
           Height = 13
           Caption = 'Left form'
         end
         object SpeedButton6: TSpeedButton
-          Left = 6
-          Top = 50
+          Left = 131
+          Top = 44
           Width = 23
           Height = 22
           Hint = 'Edit left form'
@@ -112,46 +117,52 @@ object DlgDsgnForm: TDlgDsgnForm
         end
         object cbLeft: TComboBox
           Left = 6
-          Top = 22
-          Width = 101
+          Top = 19
+          Width = 148
           Height = 21
           TabOrder = 0
         end
       end
       object Panel5: TPanel
-        Left = 125
-        Top = 90
-        Width = 159
-        Height = 129
+        Left = 171
+        Top = 78
+        Width = 234
+        Height = 70
         Caption = ''
         Color = clInfoBk
         ParentColor = False
         TabOrder = 3
         object Label3: TLabel
-          Left = 32
-          Top = 56
-          Width = 96
+          Left = 6
+          Top = 28
+          Width = 222
           Height = 13
+          Alignment = taCenter
+          AutoSize = False
           Caption = 'Original dialog rect'
+          Font.Color = clInfoText
+          Font.Height = -11
+          Font.Name = 'MS Shell Dlg 2'
+          ParentFont = False
         end
       end
       object Panel3: TPanel
-        Left = 288
-        Top = 90
-        Width = 113
-        Height = 129
+        Left = 408
+        Top = 78
+        Width = 160
+        Height = 70
         Caption = ''
         TabOrder = 4
         object Label9: TLabel
           Left = 6
-          Top = 6
+          Top = 4
           Width = 56
           Height = 13
           Caption = 'Right form'
         end
         object SpeedButton8: TSpeedButton
-          Left = 6
-          Top = 50
+          Left = 131
+          Top = 44
           Width = 23
           Height = 22
           Hint = 'Edit right form'
@@ -169,29 +180,29 @@ object DlgDsgnForm: TDlgDsgnForm
         end
         object cbRight: TComboBox
           Left = 6
-          Top = 22
-          Width = 101
+          Top = 19
+          Width = 148
           Height = 21
           TabOrder = 0
         end
       end
       object Panel4: TPanel
         Left = 8
-        Top = 223
-        Width = 393
-        Height = 36
+        Top = 151
+        Width = 560
+        Height = 32
         Caption = ''
         TabOrder = 5
         object Label2: TLabel
-          Left = 8
-          Top = 11
+          Left = 6
+          Top = 9
           Width = 56
           Height = 13
           Caption = 'Bottom form'
         end
         object SpeedButton9: TSpeedButton
-          Left = 362
-          Top = 7
+          Left = 531
+          Top = 5
           Width = 23
           Height = 22
           Hint = 'Edit bottom form'
@@ -208,9 +219,9 @@ object DlgDsgnForm: TDlgDsgnForm
           OnClick = SpeedButton9Click
         end
         object cbBottom: TComboBox
-          Left = 72
-          Top = 7
-          Width = 285
+          Left = 80
+          Top = 5
+          Width = 447
           Height = 21
           TabOrder = 0
         end
@@ -219,7 +230,7 @@ object DlgDsgnForm: TDlgDsgnForm
     object TabSheet2: TTabSheet
       Caption = 'Position'
       object img4: TImage
-        Left = 160
+        Left = 236
         Top = 16
         Width = 104
         Height = 78
@@ -357,7 +368,7 @@ object DlgDsgnForm: TDlgDsgnForm
           7777777777777777777777777777777777777777777777777777}
       end
       object img3: TImage
-        Left = 160
+        Left = 236
         Top = 16
         Width = 104
         Height = 78
@@ -495,7 +506,7 @@ object DlgDsgnForm: TDlgDsgnForm
           7777777777777777777777777777777777777777777777777777}
       end
       object img2: TImage
-        Left = 160
+        Left = 236
         Top = 16
         Width = 104
         Height = 78
@@ -633,7 +644,7 @@ object DlgDsgnForm: TDlgDsgnForm
           7777777777777777777777777777777777777777777777777777}
       end
       object img1: TImage
-        Left = 160
+        Left = 236
         Top = 16
         Width = 104
         Height = 78
@@ -772,9 +783,9 @@ object DlgDsgnForm: TDlgDsgnForm
       end
       object rg1: TRadioGroup
         Left = 8
-        Top = 8
-        Width = 137
-        Height = 137
+        Top = 3
+        Width = 160
+        Height = 108
         Caption = 'Dialog position'
         Items.Strings = (
           'Default'
@@ -787,35 +798,35 @@ object DlgDsgnForm: TDlgDsgnForm
       end
       object Panel6: TPanel
         Left = 8
-        Top = 156
-        Width = 393
-        Height = 97
+        Top = 117
+        Width = 560
+        Height = 66
         Caption = ''
         TabOrder = 1
         object Label4: TLabel
           Left = 8
-          Top = 14
+          Top = 11
           Width = 60
           Height = 13
           Caption = 'Relative to:'
         end
         object Label5: TLabel
           Left = 8
-          Top = 42
+          Top = 40
           Width = 40
           Height = 13
           Caption = 'X shift:'
         end
         object Label7: TLabel
-          Left = 168
-          Top = 42
+          Left = 160
+          Top = 40
           Width = 40
           Height = 13
           Caption = 'Y shift:'
         end
         object cbForm: TComboBox
           Left = 80
-          Top = 10
+          Top = 8
           Width = 209
           Height = 21
           Hint = 'Your  dialog will be centered relative to form selected here'
@@ -823,22 +834,22 @@ object DlgDsgnForm: TDlgDsgnForm
         end
         object eX: TEdit
           Left = 80
-          Top = 38
+          Top = 36
           Width = 57
           Height = 21
           TabOrder = 1
         end
         object eY: TEdit
           Left = 232
-          Top = 38
+          Top = 36
           Width = 57
           Height = 21
           TabOrder = 2
         end
         object chkFit: TCheckBox
-          Left = 8
-          Top = 68
-          Width = 200
+          Left = 320
+          Top = 38
+          Width = 192
           Height = 17
           Caption = 'Fit to screen'
           TabOrder = 3
@@ -848,8 +859,8 @@ object DlgDsgnForm: TDlgDsgnForm
     object TabSheet3: TTabSheet
       Caption = 'Preview'
       object Image1: TImage
-        Left = 296
-        Top = 16
+        Left = 464
+        Top = 40
         Width = 104
         Height = 78
         Picture.Data = {
@@ -987,7 +998,7 @@ object DlgDsgnForm: TDlgDsgnForm
       end
       object Button3: TButton
         Left = 8
-        Top = 16
+        Top = 6
         Width = 209
         Height = 25
         Caption = 'Press here to preview your dialog'
@@ -995,30 +1006,36 @@ object DlgDsgnForm: TDlgDsgnForm
         OnClick = Button3Click
       end
       object CheckBox1: TCheckBox
-        Left = 8
-        Top = 56
-        Width = 273
+        Left = 232
+        Top = 10
+        Width = 296
         Height = 17
-        Caption = 'Change custom forms'' sizes if required'
+        Caption = 'Change custom forms'#39' sizes if required'
         Checked = True
         State = cbChecked
         TabOrder = 1
       end
       object Memo1: TMemo
         Left = 8
-        Top = 104
-        Width = 393
-        Height = 153
+        Top = 40
+        Width = 448
+        Height = 143
         Color = clBtnFace
         Lines.Strings = (
           'Please, keep in mind that you are still developing your dialog:'
           '- message handlers do not work;'
-          '- dialog is displayed in the screen center if Position property is dpFormCenter.'
+          
+            '- dialog is displayed in the screen center if Position property ' +
+            'is dpFormCenter.'
           '- preview does not work with modeless Find/Replace dialogs.'
           ''
-          'If "Change custom forms sizes if required" flag is checked then after this    '
+          
+            'If "Change custom forms sizes if required" flag is checked then ' +
+            'after this    '
           'preview forms you are using to extend your dialog will have that'
-          'width (for Top and Bottom forms) and height (for Left and Right forms) which '
+          
+            'width (for Top and Bottom forms) and height (for Left and Right ' +
+            'forms) which '
           'are required to align with other parts of this dialog window.')
         ParentColor = False
         ReadOnly = True
@@ -1029,9 +1046,10 @@ object DlgDsgnForm: TDlgDsgnForm
   end
   object SpeedButton5: TSpeedButton
     Left = 8
-    Top = 314
+    Top = 230
     Width = 23
     Height = 22
+    Anchors = [akLeft, akBottom]
     Hint = 'About'
     Flat = True
     Glyph.Data = {
@@ -1046,20 +1064,22 @@ object DlgDsgnForm: TDlgDsgnForm
     OnClick = SpeedButton5Click
   end
   object Button1: TButton
-    Left = 350
-    Top = 313
+    Left = 517
+    Top = 229
     Width = 75
     Height = 25
+    Anchors = [akRight, akBottom]
     Cancel = True
     Caption = 'Cancel'
     ModalResult = 2
     TabOrder = 2
   end
   object Button2: TButton
-    Left = 268
-    Top = 313
+    Left = 436
+    Top = 229
     Width = 75
     Height = 25
+    Anchors = [akRight, akBottom]
     Caption = 'OK'
     Default = True
     ModalResult = 1

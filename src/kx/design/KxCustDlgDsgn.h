@@ -8,6 +8,7 @@
 #include "kx/ui/widgets/StdCtrls.h"
 
 #include <cstdint>
+#include <string>
 
 namespace kx {
 
@@ -67,8 +68,10 @@ class TDlgDsgnForm : public TForm {
     TImage* img3 = nullptr;
     TImage* img4 = nullptr;
 
-    int32_t OrdVal = 0;                 ///< Not used.
-    TKxCustDlgParams* Params = nullptr; ///< The parameters that are edited; not owned.
+    int32_t OrdVal = 0; ///< Not used.
+    /// The parameters that are edited; not owned. Null when their dialog has gone: then the window closes.
+    TKxCustDlgParams* Params() const { return FParams; }
+    void SetParams(TKxCustDlgParams* value);
 
     // --- Handlers
 
@@ -82,8 +85,18 @@ class TDlgDsgnForm : public TForm {
     /// Shows the dialog with what is chosen here. @throws EConvertError for a shift that is no number
     void Button3Click(TObject* sender);
 
+protected:
+    void Notification(TComponent* component, TOperation operation) override;
+
 private:
     void OpenForm(const TComboBox& combo);
+    void Preview(int shiftX, int shiftY);
+
+    TKxCustDlgParams* FParams = nullptr;
+    TComponent* FDialog = nullptr; ///< That owns the parameters.
 };
+
+/// The pixels that the text of a shift means. @throws EConvertError for a text that is no number, or too large a one
+int KxTextToShift(const std::string& text);
 
 } // namespace kx

@@ -55,9 +55,11 @@ void TKxPlacesProperty::Edit() {
     }
     if (TKxPBarEditFrm* const open = FindPlacesEditor(*places)) {
         open->Show();
+        open->Show();
         if (open->WindowState() == wsMinimized) {
             open->SetWindowState(wsNormal);
         }
+        open->SetFocus(); // to bring it to the front does not make it the active one
         return;
     }
     auto* const editor = NewForm<TKxPBarEditFrm>(&Application());
@@ -145,7 +147,7 @@ void LoadDesigner(TDlgDsgnForm& form, TComponent& dialog, TKxCustDlgParams& para
     for (const TDesignedSide& side : {TopSide, BottomSide, LeftSide, RightSide}) {
         (form.*side.Combo)->SetText((params.*side.Name)());
     }
-    form.Params = &params;
+    form.SetParams(&params);
     form.cbForm->SetText(params.PosParams().FormName());
     form.eX->SetText(IntToStr(params.PosParams().ShiftX()));
     form.eY->SetText(IntToStr(params.PosParams().ShiftY()));
@@ -163,11 +165,7 @@ void LoadDesigner(TDlgDsgnForm& form, TComponent& dialog, TKxCustDlgParams& para
 /// Sets a shift to what was typed; a text that is no number is told, and the old value stays.
 template <class T> void StoreShift(const std::string& text, const char* failure, T set) {
     try {
-        const int64_t value = text.empty() ? 0 : StrToInt(text);
-        if (value < INT32_MIN || value > INT32_MAX) {
-            throw EConvertError(text);
-        }
-        set(static_cast<int>(value));
+        set(text.empty() ? 0 : KxTextToShift(text));
     } catch (const Exception&) {
         ShowMessage(failure);
     }
@@ -230,7 +228,9 @@ void KxDlgsReg::Register() {
                            MakePropertyEditor<TKxPrjFormsListProperty>);
     RegisterPropertyEditor(TKxPlaces::StaticClass(), &TKxPlacesBarOptions::StaticClass(), "Places",
                            MakePropertyEditor<TKxPlacesProperty>);
-    RegisterPropertyEditor(TTypeKind::Set, &TKxCustomOpenDialog::StaticClass(), "OptionsEx", HiddenProperty);
+    for (const TClass* cls : {&TKxCustomOpenDialog::StaticClass(), &TKxCustomOpenLiteDialog::StaticClass()}) {
+        RegisterPropertyEditor(TTypeKind::Set, cls, "OptionsEx", HiddenProperty);
+    }
     for (const TClass* cls :
          {&TKxOpenDialog::StaticClass(), &TKxSaveDialog::StaticClass(), &TKxOpenLiteDialog::StaticClass(),
           &TKxSaveLiteDialog::StaticClass(), &TKxPrintDialog::StaticClass(), &TKxFolderDialog::StaticClass(),

@@ -7,6 +7,8 @@ object KxPreviewDummyFrm: TKxPreviewDummyFrm
   ClientHeight = 85
   ClientWidth = 281
   Color = clBtnFace
+  Font.Height = -11
+  Font.Name = 'MS Shell Dlg 2'
   Position = poScreenCenter
   OnClose = FormClose
   object Label1: TLabel

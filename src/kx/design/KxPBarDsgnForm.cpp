@@ -58,6 +58,14 @@ void TKxPBarEditFrm::SetPlaces(TKxPlaces* value) {
 
 void TKxPBarEditFrm::PlacesGone() {
     FPlaces = nullptr;
+    GiveUp();
+}
+
+/// Closes. The window itself goes later, and by then the designer and the places may have gone.
+void TKxPBarEditFrm::GiveUp() {
+    Prop.reset();
+    StorageModule = nullptr;
+    SetPlaces(nullptr);
     Close();
 }
 
@@ -101,13 +109,15 @@ void TKxPBarEditFrm::FormClose(TObject*, TCloseAction& action) { action = caFree
 /// Shows the form for a place, and makes the bar anew whatever came of it. `prepare` fills the form.
 template <class F> void TKxPBarEditFrm::EditPlace(F prepare) {
     const TAlive alive(*this);
+    bool confirmed = false;
     {
-        TKxAddPlaceFrm form;
-        form.SetPlaces(FPlaces);
-        prepare(form);
-        if (form.ShowModal() == mrOk && alive) {
-            Modified();
-        }
+        const std::unique_ptr<TKxAddPlaceFrm, TFreeDeleter> form(NewForm<TKxAddPlaceFrm>(nullptr));
+        form->SetPlaces(FPlaces);
+        prepare(*form);
+        confirmed = form->Places() && form->ShowModal() == mrOk; // a message box may have told of missing icons
+    }
+    if (alive && confirmed) {
+        Modified();
     }
     if (alive) {
         RefreshBar();
@@ -172,7 +182,7 @@ void TKxPBarEditFrm::Button4Click(TObject*) {
 void TKxPBarEditFrm::ItemDeleted(IDesigner&, TPersistent& item) {
     auto* const dialog = dynamic_cast<TKxCustomOpenDialog*>(&item); // a save dialog is one too
     if (dialog && &dialog->PlacesBar().Places() == FPlaces) {
-        Close();
+        GiveUp();
     }
 }
 
@@ -184,7 +194,7 @@ void TKxPBarEditFrm::ItemsModified(IDesigner&) {
 
 void TKxPBarEditFrm::DesignerClosed(IDesigner& designer, bool) {
     if (designer.Root() == StorageModule) {
-        Close();
+        GiveUp();
     }
 }
 

@@ -6,6 +6,8 @@ object KxPBarEditFrm: TKxPBarEditFrm
   BorderIcons = [biSystemMenu, biMinimize]
   Caption = 'Places Bar items'
   Color = clBtnFace
+  Font.Height = -11
+  Font.Name = 'MS Shell Dlg 2'
   Constraints.MaxWidth = 182
   Constraints.MinHeight = 209
   Constraints.MinWidth = 182

@@ -57,6 +57,7 @@ protected:
 private:
     void PlacesChanged() override {}
     void PlacesGone() override;
+    void GiveUp();
 
     TToolButton* PressedButton() const; ///< The first one; null when none is down.
     template <class F> void EditPlace(F prepare);

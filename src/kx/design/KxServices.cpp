@@ -4,9 +4,11 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/core/FormText.h"
+#include "kx/core/Streams.h"
 #include "kx/frame/KxCommonDialog.h"
 #include "kx/frame/KxCustDlgParams.h"
 #include "kx/opensave/KxToolBarProps.h"
+#include "kx/places/KxPlaces.h"
 #include "kx/ui/dialogs/Dialogs.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/win/Registry.h"
@@ -14,6 +16,8 @@
 
 #include <array>
 #include <exception>
+#include <utility>
+#include <vector>
 
 namespace kx {
 
@@ -199,10 +203,84 @@ private:
     std::string FFileName;
 };
 
+std::string BytesOf(const TCollection& collection) {
+    TMemoryStream stream;
+    TWriter writer(stream);
+    writer.WriteCollection(collection);
+    writer.FlushBuffer();
+    return std::string(stream.Bytes());
+}
+
+/// The values of a dialog that its user may change while it shows, as the file name, the colour or the places.
+class TSavedValues {
+public:
+    explicit TSavedValues(TPersistent& object) { Save(object); }
+
+    /// Sets what has changed.
+    void Restore() {
+        for (const auto& [object, info, value] : FNumbers) {
+            if (info->GetOrd(*object) != value) {
+                info->SetOrd(*object, value);
+            }
+        }
+        for (const auto& [object, info, value] : FTexts) {
+            if (info->GetStr(*object) != value) {
+                info->SetStr(*object, value);
+            }
+        }
+        for (const auto& [lines, value] : FLines) {
+            if (lines->Text() != value) {
+                lines->SetText(value);
+            }
+        }
+        if (FPlaces && BytesOf(*FPlaces) != BytesOf(FSavedPlaces)) {
+            FPlaces->Assign(&FSavedPlaces);
+        }
+    }
+
+private:
+    template <class T> struct TValue {
+        TPersistent* Object;
+        const TPropInfo* Info;
+        T Value;
+    };
+
+    void Save(TPersistent& object) {
+        for (const TPropInfo* info : object.ClassType().Properties()) {
+            if (info->Kind == TTypeKind::SubObject) {
+                SaveObject(info->GetObj(object));
+            } else if (info->IsReadOnly()) {
+                continue;
+            } else if (info->IsOrdinal()) {
+                FNumbers.push_back({&object, info, info->GetOrd(object)});
+            } else if (info->Kind == TTypeKind::String) {
+                FTexts.push_back({&object, info, info->GetStr(object)});
+            }
+        }
+    }
+    void SaveObject(TObject* object) {
+        if (auto* const lines = dynamic_cast<TStrings*>(object)) {
+            FLines.emplace_back(lines, lines->Text());
+        } else if (auto* const places = dynamic_cast<TKxPlaces*>(object)) {
+            FPlaces = places;
+            FSavedPlaces.Assign(places);
+        } else if (auto* const other = dynamic_cast<TPersistent*>(object)) {
+            Save(*other);
+        }
+    }
+
+    std::vector<TValue<int64_t>> FNumbers;
+    std::vector<TValue<std::string>> FTexts;
+    std::vector<std::pair<TStrings*, std::string>> FLines;
+    TKxPlaces* FPlaces = nullptr;
+    TKxPlaces FSavedPlaces{nullptr};
+};
+
 /// One preview: what is put into the dialog, and taken out again.
 class TPreview {
 public:
-    explicit TPreview(TComponent& dialog) : FDialog(dialog), FAlive(dialog), FParams(KxGetDlgParams(dialog)) {
+    explicit TPreview(TComponent& dialog)
+        : FDialog(dialog), FAlive(dialog), FParams(KxGetDlgParams(dialog)), FValues(dialog) {
         for (size_t i = 0; i < Sides.size(); ++i) {
             FSavedNames[i] = (FParams.*Sides[i].Name)();
         }
@@ -257,12 +335,16 @@ public:
                 (FParams.*Sides[i].SetName)(FSavedNames[i]);
             }
         }
+        if (FAlive) {
+            FValues.Restore();
+        }
     }
 
 private:
     TComponent& FDialog;
     TAlive FAlive; ///< Of the dialog, which its own handlers may free.
     TKxCustDlgParams& FParams;
+    TSavedValues FValues;
     std::array<std::string, 4> FSavedNames;
     std::array<std::string, 4> FNames;
     std::array<TFormCopy, 4> FCopies;

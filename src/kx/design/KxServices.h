@@ -61,7 +61,8 @@ void SaveFormPosInRegistry(const TCustomForm& form, const std::string& key);
 void LoadFormPosFromRegistry(TCustomForm& form, const std::string& key);
 
 /// Shows the dialog modally, with copies of the designed forms of these names docked to its sides; for an empty name,
-/// of the form that the dialog's parameters name. Afterwards the dialog is as it was before. With `resizeDesignForms`
+/// of the form that the dialog's parameters name. Afterwards the dialog's parameters and
+/// values are as before, whatever the user did. With `resizeDesignForms`
 /// the designed forms get the extents that docking gave their copies.
 ///
 /// A form that cannot be copied is reported, and the dialog shows without it. When the dialog is freed while it shows,
