@@ -5,7 +5,9 @@ object CaptionsPage: TCaptionsPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Captions and hidden controls'
-  Hint = 'The standard controls speak the program''s language, and those that are not wanted stay away.'
+  Hint = 
+    'The standard controls speak the program'#39's language, and those th' +
+    'at are not wanted stay away.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object CaptionsGroup: TGroupBox
@@ -30,7 +32,7 @@ object CaptionsPage: TCaptionsPage
       Height = 21
       Style = csDropDownList
       Items.Strings = (
-        'The system''s own'
+        'The system'#39's own'
         'English, in other words'
         'German'
         'Russian')

@@ -5,7 +5,9 @@ object ColorPage: TColorPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Color dialog'
-  Hint = 'The program hears of every colour that the user makes, and may put another one into its place.'
+  Hint = 
+    'The program hears of every colour that the user makes, and may p' +
+    'ut another one into its place.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object ColorGroup: TGroupBox

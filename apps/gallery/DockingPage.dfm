@@ -5,7 +5,9 @@ object DockingPage: TDockingPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Docking and placement'
-  Hint = 'Forms of the application become part of the dialog, which shows where the program wants it.'
+  Hint = 
+    'Forms of the application become part of the dialog, which shows ' +
+    'where the program wants it.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object FormsGroup: TGroupBox
@@ -154,7 +156,7 @@ object DockingPage: TDockingPage
       Top = 132
       Width = 280
       Height = 17
-      Caption = 'The system''s places b&ar'
+      Caption = 'The system'#39's places b&ar'
       Checked = True
       State = cbChecked
       TabOrder = 5

@@ -5,7 +5,9 @@ object DropDownPage: TDropDownPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Drop-down buttons'
-  Hint = 'A press on the arrow opens a menu, a press on the rest is that of an ordinary button.'
+  Hint = 
+    'A press on the arrow opens a menu, a press on the rest is that o' +
+    'f an ordinary button.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object StatesGroup: TGroupBox

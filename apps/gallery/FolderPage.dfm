@@ -5,7 +5,9 @@ object FolderPage: TFolderPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Folder dialog'
-  Hint = 'The shell browses for a folder; forms stand beside its tree or in place of it.'
+  Hint = 
+    'The shell browses for a folder; forms stand beside its tree or i' +
+    'n place of it.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object TextsGroup: TGroupBox
@@ -203,7 +205,9 @@ object FolderPage: TFolderPage
       Top = 25
       Width = 340
       Height = 40
-      Caption = 'With files, the new style or the name edit nothing is docked: that browser arranges its controls by itself.'
+      Caption = 
+        'With files, the new style or the name edit nothing is docked: th' +
+        'at browser arranges its controls by itself.'
       AutoSize = False
       WordWrap = True
     end

@@ -5,7 +5,9 @@ object ModelessPage: TModelessPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Open dialog that does not block'
-  Hint = 'The dialog stays open in a thread of its own; the window goes on.'
+  Hint = 
+    'The dialog stays open in a thread of its own; the window goes on' +
+    '.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object DialogGroup: TGroupBox
@@ -31,8 +33,8 @@ object ModelessPage: TModelessPage
       Style = csDropDownList
       Items.Strings = (
         'None'
-        'The system''s'
-        'The library''s')
+        'The system'#39's'
+        'The library'#39's')
       ItemIndex = 2
       TabOrder = 0
     end

@@ -5,7 +5,9 @@ object NavigationPage: TNavigationPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Navigation and vetoes'
-  Hint = 'The dialog tells what the user does, and the program may forbid it before it happens.'
+  Hint = 
+    'The dialog tells what the user does, and the program may forbid ' +
+    'it before it happens.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object RefuseGroup: TGroupBox

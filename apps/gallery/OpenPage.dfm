@@ -5,7 +5,9 @@ object OpenPage: TOpenPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Open dialog, with everything'
-  Hint = 'The program''s own places, tool bar, filter and button in the system''s dialog.'
+  Hint = 
+    'The program'#39's own places, tool bar, filter and button in the sys' +
+    'tem'#39's dialog.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object ListGroup: TGroupBox
@@ -166,8 +168,8 @@ object OpenPage: TOpenPage
       Style = csDropDownList
       Items.Strings = (
         'None'
-        'The system''s'
-        'The library''s')
+        'The system'#39's'
+        'The library'#39's')
       ItemIndex = 2
       TabOrder = 0
     end
@@ -186,7 +188,7 @@ object OpenPage: TOpenPage
       Top = 79
       Width = 236
       Height = 17
-      Caption = 'Fl&at buttons in the dialog''s tool bar'
+      Caption = 'Fl&at buttons in the dialog'#39's tool bar'
       TabOrder = 2
     end
     object MenuBox: TCheckBox

@@ -5,7 +5,9 @@ object PlacesPage: TPlacesPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Places bar'
-  Hint = 'A place leads to its folder. Its menu changes it, dragging moves it, dropped folders become places.'
+  Hint = 
+    'A place leads to its folder. Its menu changes it, dragging moves' +
+    ' it, dropped folders become places.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object BarPanel: TPanel

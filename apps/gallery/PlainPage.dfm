@@ -5,7 +5,9 @@ object PlainPage: TPlainPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'The system'#39's dialogs'
-  Hint = 'What Windows offers by itself, for comparison with the pages that follow.'
+  Hint = 
+    'What Windows offers by itself, for comparison with the pages tha' +
+    't follow.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object TitleLabel: TLabel

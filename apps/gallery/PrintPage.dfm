@@ -5,7 +5,9 @@ object PrintPage: TPrintPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Print dialog'
-  Hint = 'A form beside the choice of the printer; the printer, its properties and the copies are told.'
+  Hint = 
+    'A form beside the choice of the printer; the printer, its proper' +
+    'ties and the copies are told.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object PartsGroup: TGroupBox

@@ -5,7 +5,9 @@ object RecentPage: TRecentPage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Open dialog with recent files'
-  Hint = 'A second tab lists the files that were opened last; the registry keeps them.'
+  Hint = 
+    'A second tab lists the files that were opened last; the registry' +
+    ' keeps them.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object TabsGroup: TGroupBox

@@ -13,7 +13,9 @@ object ReferenceForm: TReferenceForm
     Top = 12
     Width = 216
     Height = 52
-    Caption = 'Dialogs can be centred over this window. Move it and open the dialog again.'
+    Caption = 
+      'Dialogs can be centred over this window. Move it and open the di' +
+      'alog again.'
     AutoSize = False
     WordWrap = True
   end

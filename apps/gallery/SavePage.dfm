@@ -5,7 +5,9 @@ object SavePage: TSavePage
   ClientHeight = 376
   BorderStyle = bsNone
   Caption = 'Save dialog, with everything'
-  Hint = 'What the user types, takes and replaces, the program hears first.'
+  Hint = 
+    'What the user types, takes and replaces, the program hears first' +
+    '.'
   Font.Height = -11
   Font.Name = 'MS Shell Dlg 2'
   object SaveGroup: TGroupBox
@@ -165,8 +167,8 @@ object SavePage: TSavePage
       Style = csDropDownList
       Items.Strings = (
         'None'
-        'The system''s'
-        'The library''s')
+        'The system'#39's'
+        'The library'#39's')
       ItemIndex = 2
       TabOrder = 0
     end

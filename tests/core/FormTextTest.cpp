@@ -497,5 +497,17 @@ TEST_F(FormText, TheLinesOfATextAreKnownByTheOffsetsOfItsBinaryForm) {
     EXPECT_EQ(lines.LineAt(int64_t(bytes.find("\1U\1G"))), 6);
 }
 
+TEST_F(FormText, LinesEndAsTheyAreWanted) {
+    const std::string text = "object F: TF\n  Caption = 'a'\nend\n";
+    TMemoryStream binary(ToBinary(text));
+    TMemoryStream written;
+    ObjectBinaryToText(binary, written, LineBreakOf(text));
+    EXPECT_EQ(written.Bytes(), text);
+    EXPECT_EQ(LineBreakOf("a\r\nb\n"), "\r\n");
+    EXPECT_EQ(LineBreakOf("a\nb\r\n"), "\n");
+    EXPECT_EQ(LineBreakOf("\n"), "\n");
+    EXPECT_EQ(LineBreakOf("no end"), "\r\n");
+}
+
 } // namespace
 } // namespace kx::sample

@@ -36,6 +36,12 @@ TStreamFormat TestStreamFormat(TStream& stream) {
     return TStreamFormat::Unknown;
 }
 
+std::string_view LineBreakOf(std::string_view text) {
+    const size_t end = text.find('\n');
+    const bool isBare = end != std::string_view::npos && (end == 0 || text[end - 1] != '\r');
+    return isBare ? "\n" : "\r\n";
+}
+
 void ObjectTextToResource(TStream& text, TStream& resource) {
     TMemoryStream binary;
     ObjectTextToBinary(text, binary);

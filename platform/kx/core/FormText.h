@@ -14,11 +14,14 @@ namespace kx {
 // form, EInvalidImage for a bad resource header; the second stream is then unchanged.
 
 void ObjectTextToBinary(TStream& text, TStream& binary, TFormLines* lines = nullptr);
-void ObjectBinaryToText(TStream& binary, TStream& text);
+void ObjectBinaryToText(TStream& binary, TStream& text, std::string_view lineBreak = "\r\n");
 void ObjectTextToResource(TStream& text, TStream& resource); ///< The resource is named for the form's class.
 void ObjectResourceToText(TStream& resource, TStream& text);
 
 enum class TStreamFormat : uint8_t { Unknown, Binary, Resource, Text };
+
+/// What ends the lines of a text: "\r\n", or "\n" when its first line ends so.
+std::string_view LineBreakOf(std::string_view text);
 
 /// What stands at the stream's position, which stays where it is.
 TStreamFormat TestStreamFormat(TStream& stream);

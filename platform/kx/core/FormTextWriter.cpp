@@ -12,7 +12,6 @@ namespace kx {
 
 namespace {
 
-constexpr std::string_view LineBreak = "\r\n";
 constexpr size_t MaxLineText = 64;  // characters of a string on one line
 constexpr size_t BytesPerLine = 32; // of a block
 constexpr int64_t CurrencyUnit = 10000;
@@ -20,7 +19,7 @@ constexpr int64_t CurrencyUnit = 10000;
 /// Writes the text of a binary form.
 class TFormTextWriter {
 public:
-    explicit TFormTextWriter(TStream& binary) : FReader(binary) {}
+    TFormTextWriter(TStream& binary, std::string_view lineBreak) : FReader(binary), FLineBreak(lineBreak) {}
 
     std::string Convert() {
         FReader.ReadSignature();
@@ -51,13 +50,14 @@ private:
     }
 
     TReader FReader;
+    std::string_view FLineBreak;
     std::string FText;
     int FLevel = 0;   // of indentation
     int FNesting = 0; // as a reader of the form counts it
 };
 
 void TFormTextWriter::NewLine() {
-    FText += LineBreak;
+    FText += FLineBreak;
     FText.append(static_cast<size_t>(FLevel) * 2, ' ');
 }
 
@@ -103,7 +103,7 @@ void TFormTextWriter::Component() {
     NewLine();
     FText += "end";
     if (FLevel == 0) {
-        FText += LineBreak;
+        FText += FLineBreak;
     }
 }
 
@@ -313,8 +313,8 @@ template <class T> void TFormTextWriter::FloatDigits(T value, std::string_view s
 
 } // namespace
 
-void ObjectBinaryToText(TStream& binary, TStream& text) {
-    const std::string converted = TFormTextWriter(binary).Convert();
+void ObjectBinaryToText(TStream& binary, TStream& text, std::string_view lineBreak) {
+    const std::string converted = TFormTextWriter(binary, lineBreak).Convert();
     text.WriteBuffer(converted.data(), converted.size());
 }
 
