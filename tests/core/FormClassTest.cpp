@@ -138,7 +138,9 @@ TEST(FormClass, LeavesToAncestorsAndFramesWhatTheyBring) {
                                    "    inherited Inner: TButton\n"
                                    "      OnClick = FrameInnerClick\n"
                                    "    end\n"
-                                   "    object Deep: TButton end\n"
+                                   "    object Deep: TPanel\n"
+                                   "      object Deeper: TButton end\n"
+                                   "    end\n"
                                    "  end\n"
                                    "end");
     EXPECT_TRUE(cls.IsInherited);
@@ -184,7 +186,8 @@ TEST(FormClass, SaysWhereParametersAreNotKnown) {
 }
 
 TEST(FormClass, SaysWhichEventsAHandlerCannotServeTogether) {
-    const TFormClass cls = ClassOf("object F: TNobodysForm\n  OnKeyPress = Key\n  OnMouseDown = Key\n  OnClick = Key\nend");
+    const TFormClass cls =
+        ClassOf("object F: TNobodysForm\n  OnKeyPress = Key\n  OnMouseDown = Key\n  OnClick = Key\nend");
     EXPECT_THAT(HandlersOf(cls), ElementsAre("Key(TObject* sender, char& key)"));
     EXPECT_THAT(FormClassDeclaration(cls),
                 HasSubstr("    // It cannot be the handler of F.OnMouseDown (TObject* sender, TMouseButton button, "
@@ -240,6 +243,29 @@ TEST(EventParameters, TypesAreThoseOfTheRegisteredClass) {
     EXPECT_EQ(EventParameters("TEdit", "OnChange"), "TObject* sender");
 }
 
+/// Its event is called like another one, and hands over something else.
+class TOdd : public TComponent {
+    KX_CLASS()
+    using TEventOfOdd = TEvent<void(TObject* sender, int number)>;
+    const TEventOfOdd& OnKeyPress() const { return FEvent; }
+    void SetOnKeyPress(TEventOfOdd value) { FEvent = std::move(value); }
+
+private:
+    TEventOfOdd FEvent;
+};
+
+const TClass& TOdd::StaticClass() {
+    static const TClassBuilder<TOdd> cls("TOdd", TComponent::StaticClass(), [](auto& c) {
+        c.Property("OnKeyPress", &TOdd::OnKeyPress, &TOdd::SetOnKeyPress);
+    });
+    return cls.Class();
+}
+
+TEST(EventParameters, TypesOfAnEventThatIsCalledLikeAnotherOneAreItsOwn) {
+    RegisterClasses<TOdd>();
+    EXPECT_EQ(EventParameters("TOdd", "OnKeyPress"), "TObject* sender, int value1");
+}
+
 TEST(EventParameters, TypesAreTakenFromWhatTheCompilerCallsThem) {
     EXPECT_THAT(detail::ParameterTypes("void (TObject *, const basic_string<char> &, map<int, int>)"),
                 ElementsAre("TObject*", "const std::string&", "map<int, int>"));
@@ -247,7 +273,8 @@ TEST(EventParameters, TypesAreTakenFromWhatTheCompilerCallsThem) {
                 ElementsAre("TObject*", "uint16_t&", "uint8_t"));
     EXPECT_THAT(detail::ParameterTypes("void()"), IsEmpty());
     EXPECT_THAT(detail::ParameterTypes("nothing"), IsEmpty());
-    EXPECT_THAT(detail::TypesOfParameters("TObject* sender, const TRect& rect"), ElementsAre("TObject*", "const TRect&"));
+    EXPECT_THAT(detail::TypesOfParameters("TObject* sender, const TRect& rect"),
+                ElementsAre("TObject*", "const TRect&"));
 }
 
 } // namespace
