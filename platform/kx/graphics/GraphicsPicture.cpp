@@ -2,8 +2,11 @@
 
 #include "kx/core/Filer.h"
 #include "kx/core/Streams.h"
+#include "kx/graphics/GraphicFormats.h"
 #include "kx/graphics/Graphics.h"
 #include "kx/win/FileStreams.h"
+
+#include <vector>
 
 namespace kx {
 
@@ -56,18 +59,39 @@ void TGraphic::DefineProperties(TFiler& filer) {
 
 namespace {
 
-/// The kinds of pictures that pictures in form files may hold, and the extensions of their files.
+/// A kind of pictures that pictures in form files may hold.
+struct TGraphicKind {
+    std::string ClassName;
+    std::string Extension;
+    TCreateGraphic Create;
+};
+
+std::vector<TGraphicKind>& Kinds() {
+    static std::vector<TGraphicKind> kinds{{"TBitmap", ".bmp", CreateGraphicOf<TBitmap>},
+                                           {"TIcon", ".ico", CreateGraphicOf<TIcon>}};
+    return kinds;
+}
+
+/// The latest kind with that class name or extension; null when there is none.
 std::unique_ptr<TGraphic> CreateGraphic(std::string_view classNameOrExtension) {
-    if (SameText(classNameOrExtension, "TBitmap") || SameText(classNameOrExtension, ".bmp")) {
-        return std::make_unique<TBitmap>();
-    }
-    if (SameText(classNameOrExtension, "TIcon") || SameText(classNameOrExtension, ".ico")) {
-        return std::make_unique<TIcon>();
+    for (auto kind = Kinds().rbegin(); kind != Kinds().rend(); ++kind) {
+        if (SameText(classNameOrExtension, kind->ClassName) ||
+            (!kind->Extension.empty() && SameText(classNameOrExtension, kind->Extension))) {
+            return kind->Create();
+        }
     }
     return nullptr;
 }
 
 } // namespace
+
+void RegisterGraphic(const std::string& className, const std::string& extension, TCreateGraphic create) {
+    const auto isSame = [&](const TGraphicKind& kind) {
+        return SameText(kind.ClassName, className) && SameText(kind.Extension, extension);
+    };
+    std::erase_if(Kinds(), isSame);
+    Kinds().push_back({className, extension, create});
+}
 
 const TClass& TPicture::StaticClass() {
     static const TClassBuilder<TPicture> cls("TPicture", TPersistent::StaticClass());
