@@ -279,6 +279,11 @@ void TWriter::WriteReference(const TPersistent& instance, const TPropInfo& prope
 }
 
 void TWriter::WriteEvent(const TPersistent& instance, const TPropInfo& property) {
+    const TEventTargetPtr target = property.GetEvent(instance);
+    const auto* const receiver = target ? dynamic_cast<const TComponent*>(target->Receiver()) : nullptr;
+    if (receiver && receiver != FRoot && receiver->ComponentState().Contains(csInline)) {
+        return; // a frame's own method, which its own form file names; the form does not know it
+    }
     const std::string name = EventName(property, instance);
     if (name.empty() && property.GetEvent(instance)) {
         return; // a handler without a name cannot be found again

@@ -14,15 +14,41 @@ namespace {
 
 constexpr std::string_view JustSender = "TObject* sender";
 
-constexpr std::string_view NotifyEvents[] = {
-    "OnActivate",      "OnChange",          "OnClick",       "OnClose",       "OnCopiesChange",
-    "OnCreate",        "OnDblClick",        "OnDeactivate",  "OnDestroy",     "OnDesktopNavigate",
-    "OnDropDown",      "OnEnter",           "OnExecute",     "OnExit",        "OnFilenameChange",
-    "OnFolderChange",  "OnFullOpen",        "OnHide",        "OnHint",        "OnLastFolderNavigate",
-    "OnMouseEnter",    "OnMouseLeave",      "OnMoved",       "OnPaint",       "OnPopup",
-    "OnPrinterChange", "OnPrinterSetupShow", "OnResize",     "OnSelectionChange",
-    "OnShow",          "OnTabChange",       "OnTimer",       "OnTypeChange",  "OnUpLevelNavigate",
-    "OnUpdate"};
+constexpr std::string_view NotifyEvents[] = {"OnActivate",
+                                             "OnChange",
+                                             "OnClick",
+                                             "OnClose",
+                                             "OnCopiesChange",
+                                             "OnCreate",
+                                             "OnDblClick",
+                                             "OnDeactivate",
+                                             "OnDestroy",
+                                             "OnDesktopNavigate",
+                                             "OnDropDown",
+                                             "OnEnter",
+                                             "OnExecute",
+                                             "OnExit",
+                                             "OnFilenameChange",
+                                             "OnFolderChange",
+                                             "OnFullOpen",
+                                             "OnHide",
+                                             "OnHint",
+                                             "OnLastFolderNavigate",
+                                             "OnMouseEnter",
+                                             "OnMouseLeave",
+                                             "OnMoved",
+                                             "OnPaint",
+                                             "OnPopup",
+                                             "OnPrinterChange",
+                                             "OnPrinterSetupShow",
+                                             "OnResize",
+                                             "OnSelectionChange",
+                                             "OnShow",
+                                             "OnTabChange",
+                                             "OnTimer",
+                                             "OnTypeChange",
+                                             "OnUpLevelNavigate",
+                                             "OnUpdate"};
 
 struct TEventOf {
     std::string_view Class; ///< Empty: every class that no other line names.
@@ -139,12 +165,23 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
 
 /// The type as users write it, however the compiler calls it.
 std::string Readable(std::string type) {
-    ReplaceAll(type, " *", "*");
-    ReplaceAll(type, " &", "&");
-    ReplaceAll(type, "basic_string<char>", "std::string");
-    ReplaceAll(type, "short unsigned int", "uint16_t");
-    ReplaceAll(type, "unsigned short", "uint16_t");
-    ReplaceAll(type, "unsigned char", "uint8_t");
+    constexpr struct {
+        std::string_view Compilers;
+        std::string_view Ours;
+    } names[] = {{" *", "*"},
+                 {" &", "&"},
+                 {"basic_string<char>", "std::string"},
+                 {"short unsigned int", "uint16_t"},
+                 {"unsigned short", "uint16_t"},
+                 {"unsigned char", "uint8_t"},
+                 {"_OFNOTIFYEXA", "OFNOTIFYEXA"},
+                 {"TSet<TCustomDrawStateFlag>", "TCustomDrawState"},
+                 {"TSet<TGridDrawFlag>", "TGridDrawState"},
+                 {"TSet<TOwnerDrawStateFlag>", "TOwnerDrawState"},
+                 {"TSet<TShiftStateFlag>", "TShiftState"}};
+    for (const auto& name : names) {
+        ReplaceAll(type, name.Compilers, name.Ours);
+    }
     return type;
 }
 
