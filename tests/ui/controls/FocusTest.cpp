@@ -3,21 +3,12 @@
 #include "tests/ui/SampleForms.h"
 
 #include "tests/support/TestDriver.h"
+#include "tests/ui/ControlFixture.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
-
-/// Pumps by the application's message loop, which moves the focus and presses default buttons.
-bool FocusPump(const TCondition& condition) {
-    const DWORD start = GetTickCount();
-    while (!condition() && GetTickCount() - start < 20000) {
-        Application().ProcessMessages();
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-    }
-    return condition();
-}
 
 /// A form with one of each control, shown, with real keys.
 class FocusTest : public ::testing::Test {

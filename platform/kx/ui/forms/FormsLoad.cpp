@@ -1,9 +1,10 @@
-// Forms from the form files in the program.
+// Forms and frames from the form files in the program.
 
 #include "kx/ui/forms/Forms.h"
 
 #include "kx/core/FormText.h"
 #include "kx/core/Streams.h"
+#include "kx/ui/forms/Frames.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
@@ -29,7 +30,9 @@ bool HasFormFile(const TClass& cls) {
     return FindFormFile(cls, module) != nullptr;
 }
 
-void InitForm(TCustomForm& form, const TClass& cls) {
+namespace {
+
+void ReadFormFile(TComponent& root, const TClass& cls) {
     HMODULE module;
     const HRSRC resource = FindFormFile(cls, module);
     if (!resource) {
@@ -37,7 +40,13 @@ void InitForm(TCustomForm& form, const TClass& cls) {
     }
     const void* const data = LockResource(LoadResource(module, resource));
     TStaticMemoryStream stream(data, SizeofResource(module, resource));
-    ReadComponent(stream, &form);
+    ReadComponent(stream, &root);
 }
+
+} // namespace
+
+void InitForm(TCustomForm& form, const TClass& cls) { ReadFormFile(form, cls); }
+
+void InitForm(TCustomFrame& frame, const TClass& cls) { ReadFormFile(frame, cls); }
 
 } // namespace kx

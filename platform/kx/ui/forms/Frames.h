@@ -1,0 +1,31 @@
+#pragma once
+
+#include "kx/ui/controls/Controls.h"
+
+namespace kx {
+
+/// A part of a form that has a form file of its own: forms and other frames hold it like a control, with all that is in
+/// it. A form file that holds one says just what differs from the frame's own file.
+///
+/// The constructor of each frame class calls `InitForm(*this, TMyFrame::StaticClass())` first, as that of a form does;
+/// its published fields and methods are those of the frame. It has no events for its making and its end.
+class TCustomFrame : public TWinControl {
+    KX_CLASS()
+
+    explicit TCustomFrame(TComponent* owner = nullptr);
+
+    void GetChildren(const TGetChildProc& proc, TComponent* root) override;
+};
+
+/// The frame that programs derive theirs from.
+class TFrame : public TCustomFrame {
+    KX_CLASS()
+
+    explicit TFrame(TComponent* owner = nullptr);
+};
+
+/// Reads the form file of class `cls` over the frame. A class without a form file keeps its defaults.
+/// @throws EReadError and others of TReader for a form file that cannot be read.
+void InitForm(TCustomFrame& frame, const TClass& cls);
+
+} // namespace kx
