@@ -69,26 +69,6 @@ TDrawGrid::TDrawGrid(TComponent* owner) : TCustomControl(owner) {
 
 // --- Columns and rows
 
-int TDrawGrid::TAxis::Shown(int client, int line) const {
-    const int64_t room = client - int64_t{Fixed} * (Size + line) + line;
-    return room <= 0 ? 0 : static_cast<int>(room / (Size + line));
-}
-
-int TDrawGrid::TAxis::LastFirst(int client, int line) const {
-    return std::max(Count - std::max(Shown(client, line), 1), Fixed);
-}
-
-int64_t TDrawGrid::TAxis::Start(int cell, int line) const {
-    const int64_t place = cell < Fixed ? cell : int64_t{Fixed} + cell - First;
-    return place * (Size + line);
-}
-
-int TDrawGrid::TAxis::At(int coordinate, int line) const {
-    const int place = coordinate < 0 ? -1 : coordinate / (Size + line);
-    const int64_t cell = place < Fixed ? place : int64_t{First} + place - Fixed;
-    return cell < Count ? static_cast<int>(cell) : -1;
-}
-
 void TDrawGrid::SetCounts(TAxis& axis, int count, int fixed) {
     axis.Count = std::max(count, 0);
     axis.Fixed = fixed;
@@ -96,6 +76,7 @@ void TDrawGrid::SetCounts(TAxis& axis, int count, int fixed) {
     axis.Current = std::clamp(axis.Current, axis.Fixed, last);
     axis.Anchor = std::clamp(axis.Anchor, axis.Fixed, last);
     axis.First = std::clamp(axis.First, axis.Fixed, last);
+    axis.Own.erase(axis.Own.lower_bound(axis.Count), axis.Own.end());
     LayoutChanged();
 }
 
@@ -125,15 +106,29 @@ void TDrawGrid::SetSize(int& field, int least, int value) {
     LayoutChanged();
 }
 
-void TDrawGrid::SetDefaultColWidth(int value) { SetSize(FColumns.Size, 1, value); }
-void TDrawGrid::SetDefaultRowHeight(int value) { SetSize(FRows.Size, 1, value); }
+void TDrawGrid::SetDefaultColWidth(int value) {
+    FColumns.Own.clear();
+    SetSize(FColumns.Size, 1, value);
+}
+
+void TDrawGrid::SetDefaultRowHeight(int value) {
+    FRows.Own.clear();
+    SetSize(FRows.Size, 1, value);
+}
 
 void TDrawGrid::SetGridLineWidth(int value) { SetSize(FLineWidth, 0, value); }
 
 void TDrawGrid::LayoutChanged() {
     Invalidate();
-    if (HandleAllocated() && Outlives(*this, [this] { UpdateScrollBars(); })) {
-        ScrollTo(FColumns.First, FRows.First);
+    const TAlive alive(*this);
+    if (HandleAllocated()) {
+        UpdateScrollBars();
+        if (alive) {
+            ScrollTo(FColumns.First, FRows.First);
+        }
+    }
+    if (alive) {
+        CellsMoved();
     }
 }
 
@@ -151,7 +146,7 @@ TRect TDrawGrid::CellRect(int col, int row) const {
     }
     const int x = static_cast<int>(left);
     const int y = static_cast<int>(top);
-    return {x, y, x + FColumns.Size, y + FRows.Size};
+    return {x, y, x + FColumns.SizeOf(col), y + FRows.SizeOf(row)};
 }
 
 void TDrawGrid::MouseToCell(int x, int y, int& col, int& row) const {
@@ -247,8 +242,8 @@ TGridDrawState TDrawGrid::StateOf(int col, int row) const {
 void TDrawGrid::Paint() {
     const TRect client = ClientRect();
     const TDrawTarget target(Canvas().Handle());
-    int64_t right = FColumns.Start(FColumns.Fixed, FLineWidth);
-    int64_t bottom = FRows.Start(FRows.Fixed, FLineWidth);
+    int64_t right = FColumns.Extent(0, FColumns.Fixed, FLineWidth);
+    int64_t bottom = FRows.Extent(0, FRows.Fixed, FLineWidth);
     const auto next = [](const TAxis& axis, int cell) { return cell + 1 == axis.Fixed ? axis.First : cell + 1; };
     const auto first = [](const TAxis& axis) { return axis.Fixed > 0 ? 0 : axis.First; };
     for (int row = first(FRows); row < FRows.Count; row = next(FRows, row)) {
@@ -256,11 +251,14 @@ void TDrawGrid::Paint() {
         if (top >= client.Bottom) {
             break;
         }
-        bottom = top + FRows.Size + FLineWidth;
+        bottom = top + FRows.Pitch(row, FLineWidth);
         for (int col = first(FColumns); col < FColumns.Count; col = next(FColumns, col)) {
             const TRect cell = CellRect(col, row);
             if (cell == TRect{}) {
                 break;
+            }
+            if (cell.Right == cell.Left || cell.Bottom == cell.Top) {
+                continue; // hidden
             }
             right = cell.Right + FLineWidth;
             const RECT whole{cell.Left, cell.Top, cell.Right + FLineWidth, cell.Bottom + FLineWidth};

@@ -3,6 +3,8 @@
 #include "kx/ui/controls/Controls.h"
 #include "kx/win/MouseWheel.h"
 
+#include <map>
+
 namespace kx {
 
 enum TGridOption : uint8_t {
@@ -12,11 +14,17 @@ enum TGridOption : uint8_t {
     goHorzLine,
     goRangeSelect,       ///< Mouse and keyboard with Shift select a rectangle of cells.
     goDrawFocusSelected, ///< The cell with the focus is drawn as selected too.
-    goRowSelect,         ///< Whole rows are selected.
+    goRowSizing,         ///< The user may drag the lines between the rows, in the fixed columns,
+    goColSizing,         ///< and those between the columns, in the fixed rows.
+    goEditing,           ///< The user may edit the cells of grids that have texts.
+    goTabs,              ///< Tab goes from cell to cell.
+    goRowSelect,         ///< Whole rows are selected, and no cell is edited.
+    goAlwaysShowEditor,  ///< The current cell is always being edited, with goEditing.
     goThumbTracking      ///< Scrolls while the scroll bar is being dragged.
 };
 KX_ENUM(TGridOption, "goFixedVertLine", "goFixedHorzLine", "goVertLine", "goHorzLine", "goRangeSelect",
-        "goDrawFocusSelected", "goRowSelect", "goThumbTracking")
+        "goDrawFocusSelected", "goRowSizing", "goColSizing", "goEditing", "goTabs", "goRowSelect", "goAlwaysShowEditor",
+        "goThumbTracking")
 using TGridOptions = TSet<TGridOption>;
 
 /// State of a cell: gdFocused is the current cell while the grid has the focus.
@@ -40,7 +48,7 @@ struct TGridRect {
     friend bool operator==(const TGridRect&, const TGridRect&) = default;
 };
 
-/// Cells of one size, which the program draws. Fixed columns and rows stay where they are and cannot be selected.
+/// Cells that the program draws. Fixed columns and rows stay where they are and cannot be selected.
 /// Drawing and scrolling cost as much as there are cells to be seen, however many the grid has.
 class TDrawGrid : public TCustomControl {
     KX_CLASS()
@@ -57,10 +65,16 @@ class TDrawGrid : public TCustomControl {
     /// @throws EInvalidOperation "Fixed row count must be less than row count"
     int FixedRows() const { return FRows.Fixed; }
     void SetFixedRows(int value);
-    int DefaultColWidth() const { return FColumns.Size; } ///< Pixels of each column, without its line; 1 to 2^24.
+    /// Pixels of each column, without its line; 1 to 2^24. Setting it gives all columns this width.
+    int DefaultColWidth() const { return FColumns.Size; }
     void SetDefaultColWidth(int value);
     int DefaultRowHeight() const { return FRows.Size; }
     void SetDefaultRowHeight(int value);
+    /// Pixels of one column, without its line; 0 hides it. @throws EInvalidOperation "Grid index out of range"
+    int ColWidths(int col) const { return SizeIn(FColumns, col); }
+    void SetColWidths(int col, int value) { SetSizeIn(FColumns, col, value); }
+    int RowHeights(int row) const { return SizeIn(FRows, row); }
+    void SetRowHeights(int row, int value) { SetSizeIn(FRows, row, value); }
 
     /// The current cell; (0, 0) when there is none. Setting it selects that cell alone and brings it into view, and
     /// asks OnSelectCell.
@@ -105,6 +119,7 @@ class TDrawGrid : public TCustomControl {
 
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
+    void DefineProperties(TFiler& filer) override;
 
 protected:
     void CreateWnd() override;
@@ -119,6 +134,11 @@ protected:
     void MouseUp(TMouseButton button, TShiftState shift, int x, int y) override;
     virtual void DrawCell(int col, int row, const TRect& rect, TGridDrawState state);
     virtual bool SelectCell(int col, int row);
+    /// The current cell has changed, or has been selected once more.
+    virtual void CurrentChanged() {}
+    /// The cells have got other places or sizes.
+    virtual void CellsMoved() {}
+    bool WantsKey(uint16_t key, TShiftState shift) override;
 
 private:
     /// Columns or rows. Cell i behind the fixed ones is shown when it is not before `First`.
@@ -128,20 +148,39 @@ private:
         int Size = 64;
         int First = 1;
         int Current = 1;
-        int Anchor = 1; ///< Other end of the selection.
+        int Anchor = 1;         ///< Other end of the selection.
+        std::map<int, int> Own; ///< Sizes of cells that have not the common one.
 
-        int Shown(int client, int line) const; ///< Cells behind the fixed ones that fit in full.
+        int SizeOf(int cell) const;
+        int Pitch(int64_t cell, int line) const;          ///< With its line; 0 of a hidden one.
+        int64_t Extent(int from, int to, int line) const; ///< Of the cells from one up to the other; may be negative.
+        int Shown(int client, int line) const;            ///< Cells from the first one on that fit in full.
         int LastFirst(int client, int line) const;
-        int64_t Start(int cell, int line) const; ///< Client coordinate of a cell that is shown.
-        int At(int coordinate, int line) const;  ///< -1 beside the cells.
+        int64_t Start(int cell, int line) const;               ///< Client coordinate of a cell that is shown.
+        int At(int coordinate, int line) const;                ///< -1 beside the cells.
+        int Toward(int coordinate, int shown, int line) const; ///< Beside the cells the next one there.
+        int EdgeAt(int coordinate, int line) const;            ///< The cell whose end is there; -1: none.
+    };
+
+    /// The user drags the end of a column or a row.
+    struct TSizing {
+        TAxis* Axis = nullptr; ///< Null: he does not.
+        int Cell = 0;
+        int From = 0; ///< Where the button went down.
+        int Size = 0; ///< Of the cell at that time.
     };
 
     int ColumnsShown() const { return FColumns.Shown(ClientWidth(), FLineWidth); }
     int RowsShown() const { return FRows.Shown(ClientHeight(), FLineWidth); }
     void SetCounts(TAxis& axis, int count, int fixed);
     void SetSize(int& field, int least, int value);
+    int SizeIn(const TAxis& axis, int cell) const;
+    void SetSizeIn(TAxis& axis, int cell, int value);
+    void DefineSizes(TFiler& filer, std::string_view name, TAxis& axis);
+    TSizing SizingAt(int x, int y);
+    bool ShowSizingCursor();
     void LayoutChanged();
-    void ScrollWindowBy(int columns, int rows);
+    void ScrollWindowBy(int64_t x, int64_t y);
     void FocusMoved();
     void ScrollTo(int left, int top);
     void UpdateScrollBars();
@@ -166,6 +205,7 @@ private:
     bool FDefaultDrawing = true;
     bool FSelecting = false; ///< By the mouse, whose button is down.
     bool FUpdatingBars = false;
+    TSizing FSizing;
     TMouseWheel FWheel;
     TDrawCellEvent FOnDrawCell;
     TSelectCellEvent FOnSelectCell;

@@ -16,9 +16,7 @@ void TDrawGrid::SetTopRow(int value) { ScrollTo(FColumns.First, value); }
 void TDrawGrid::ScrollTo(int left, int top) {
     left = std::clamp(left, FColumns.Fixed, FColumns.LastFirst(ClientWidth(), FLineWidth));
     top = std::clamp(top, FRows.Fixed, FRows.LastFirst(ClientHeight(), FLineWidth));
-    const int columns = left - FColumns.First;
-    const int rows = top - FRows.First;
-    if (columns == 0 && rows == 0) {
+    if (left == FColumns.First && top == FRows.First) {
         return;
     }
     if (!HandleAllocated()) {
@@ -30,26 +28,28 @@ void TDrawGrid::ScrollTo(int left, int top) {
     if (!Outlives(*this, [this] { Update(); }) || !HandleAllocated()) {
         return;
     }
+    const int64_t x = -FColumns.Extent(FColumns.First, left, FLineWidth);
+    const int64_t y = -FRows.Extent(FRows.First, top, FLineWidth);
     FColumns.First = left;
     FRows.First = top;
-    ScrollWindowBy(columns, rows);
-    UpdateScrollBars();
+    ScrollWindowBy(x, y);
+    if (Outlives(*this, [this] { UpdateScrollBars(); })) {
+        CellsMoved();
+    }
 }
 
 /// Moves the part that is seen already, and leaves to painting what comes into view.
-void TDrawGrid::ScrollWindowBy(int columns, int rows) {
+void TDrawGrid::ScrollWindowBy(int64_t x, int64_t y) {
     const RECT client = ToRECT(ClientRect());
-    const auto scroll = [&](const TAxis& axis, int cells, bool horizontal) {
-        if (cells == 0) {
+    const auto scroll = [&](const TAxis& axis, int64_t distance, bool horizontal) {
+        if (distance == 0) {
             return;
         }
         RECT area = client;
-        const int pitch = axis.Size + FLineWidth;
         LONG& begin = horizontal ? area.left : area.top;
         begin = static_cast<LONG>(
-            std::min<int64_t>(axis.Start(axis.Fixed, FLineWidth), horizontal ? area.right : area.bottom));
+            std::min<int64_t>(axis.Extent(0, axis.Fixed, FLineWidth), horizontal ? area.right : area.bottom));
         const int extent = horizontal ? area.right - area.left : area.bottom - area.top;
-        const int64_t distance = -int64_t{cells} * pitch;
         if (distance >= extent || -distance >= extent) {
             InvalidateRect(WindowHandle(), &area, FALSE);
         } else {
@@ -58,11 +58,11 @@ void TDrawGrid::ScrollWindowBy(int columns, int rows) {
                            SW_INVALIDATE);
         }
     };
-    if (columns != 0 && rows != 0) {
+    if (x != 0 && y != 0) {
         Invalidate();
     } else {
-        scroll(FColumns, columns, true);
-        scroll(FRows, rows, false);
+        scroll(FColumns, x, true);
+        scroll(FRows, y, false);
     }
 }
 
@@ -141,6 +141,13 @@ void TDrawGrid::WndProc(TMessage& message) {
         ScrollTo(rows ? FColumns.First : to(FColumns), rows ? to(FRows) : FRows.First);
         return;
     }
+    case WM_SETCURSOR:
+        if (message.LParamLo() == HTCLIENT && ShowSizingCursor()) {
+            message.Result = TRUE;
+            return;
+        }
+        break;
+    case WM_CANCELMODE: FSizing = {}; break;
     case WM_GETDLGCODE:
         TCustomControl::WndProc(message);
         message.Result |= DLGC_WANTARROWS;
@@ -180,7 +187,9 @@ void TDrawGrid::SetSelection(const TGridRect& value) {
     FColumns.Current = value.Right;
     FRows.Current = value.Bottom;
     InvalidateSelection(Selection());
-    ShowCurrent();
+    if (Outlives(*this, [this] { ShowCurrent(); })) {
+        CurrentChanged();
+    }
 }
 
 void TDrawGrid::SetCol(int value) {
@@ -221,7 +230,9 @@ bool TDrawGrid::MoveTo(int col, int row, bool extend) {
         InvalidateSelection(Selection());
     }
     InvalidateCell(col, row);
-    ShowCurrent();
+    if (Outlives(*this, [this] { ShowCurrent(); })) {
+        CurrentChanged();
+    }
     return true;
 }
 
@@ -287,6 +298,18 @@ void TDrawGrid::KeyDown(uint16_t& key, TShiftState shift) {
         col = FColumns.Count - 1;
         row = ctrl ? FRows.Count - 1 : row;
         break;
+    case VK_TAB: // to the next cell, of the next row behind the last one, and the other way round
+        if (!FOptions.Contains(goTabs)) {
+            return;
+        }
+        col += shift.Contains(ssShift) ? -1 : 1;
+        if (col < FColumns.Fixed || col >= FColumns.Count) {
+            row += col < FColumns.Fixed ? -1 : 1;
+            row = row < FRows.Fixed ? FRows.Count - 1 : row >= FRows.Count ? FRows.Fixed : row;
+            col = col < FColumns.Fixed ? FColumns.Count - 1 : FColumns.Fixed;
+        }
+        shift.Exclude(ssShift);
+        break;
     default: return;
     }
     const auto within = [](const TAxis& axis, int64_t cell) {
@@ -309,8 +332,9 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
         int row = -1;
         if (alive) {
             MouseToCell(x, y, col, row);
+            FSizing = SizingAt(x, y);
         }
-        if (alive && col >= FColumns.Fixed && row >= FRows.Fixed) {
+        if (alive && !FSizing.Axis && col >= FColumns.Fixed && row >= FRows.Fixed) {
             FSelecting = true;
             MoveTo(col, row, shift.Contains(ssShift));
         }
@@ -322,17 +346,14 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
 
 void TDrawGrid::MouseMove(TShiftState shift, int x, int y) {
     const TAlive alive(*this);
-    if (FSelecting && shift.Contains(ssLeft) && FColumns.Count > 0 && FRows.Count > 0) {
+    if (FSizing.Axis) {
+        const int moved = (FSizing.Axis == &FColumns ? x : y) - FSizing.From;
+        SetSizeIn(*FSizing.Axis, FSizing.Cell, std::max(FSizing.Size + moved, 1));
+    }
+    if (alive && FSelecting && shift.Contains(ssLeft) && FColumns.Count > 0 && FRows.Count > 0) {
         // A point beside the visible cells means the next cell there, so that the grid scrolls.
-        const auto cell = [this](const TAxis& axis, int at, int shown) {
-            const int64_t begin = int64_t{axis.Fixed} * (axis.Size + FLineWidth);
-            const int64_t place =
-                at < begin ? int64_t{axis.First} - 1 : axis.First + (at - begin) / (axis.Size + FLineWidth);
-            const int64_t next = std::min(place, int64_t{axis.First} + shown);
-            return static_cast<int>(std::clamp<int64_t>(next, axis.Fixed, axis.Count - 1));
-        };
-        const int col = cell(FColumns, x, ColumnsShown());
-        const int row = cell(FRows, y, RowsShown());
+        const int col = FColumns.Toward(x, ColumnsShown(), FLineWidth);
+        const int row = FRows.Toward(y, RowsShown(), FLineWidth);
         if (col != FColumns.Current || row != FRows.Current) {
             MoveTo(col, row, true);
         }
@@ -345,6 +366,7 @@ void TDrawGrid::MouseMove(TShiftState shift, int x, int y) {
 void TDrawGrid::MouseUp(TMouseButton button, TShiftState shift, int x, int y) {
     if (button == mbLeft) {
         FSelecting = false;
+        FSizing = {};
     }
     TCustomControl::MouseUp(button, shift, x, y);
 }
