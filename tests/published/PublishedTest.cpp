@@ -18,11 +18,16 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/dialogs/DialogsColor.h"
 #include "kx/ui/dialogs/DialogsPrint.h"
+#include "kx/ui/forms/Frames.h"
 #include "kx/ui/widgets/Buttons.h"
 #include "kx/ui/widgets/ComCtrls.h"
+#include "kx/ui/widgets/ComCtrlsBars.h"
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
+#include "kx/ui/widgets/ComCtrlsTree.h"
 #include "kx/ui/widgets/ExtCtrls.h"
-#include "kx/ui/widgets/Grids.h"
+#include "kx/ui/widgets/GridsString.h"
+#include "kx/ui/widgets/ScrollBoxes.h"
+#include "kx/ui/widgets/Splitters.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/Timers.h"
@@ -50,11 +55,12 @@ template <class... T> TMakers MakersOf() {
 const TMakers& Makers() {
     static const TMakers makers =
         MakersOf<TAction, TActionList, TBevel, TButton, TCheckBox, TColorDialog, TComboBox, TDrawGrid, TEdit, TForm,
-                 TGroupBox, TImage, TImageList, TKxBitBtn, TKxColorDialog, TKxFolderDialog, TKxModelessDialog,
+                 TFrame, TGroupBox, TImage, TImageList, TKxBitBtn, TKxColorDialog, TKxFolderDialog, TKxModelessDialog,
                  TKxOpenDialog, TKxOpenDialogEx, TKxOpenLiteDialog, TKxPlace, TKxPrintDialog, TKxSaveDialog,
                  TKxSaveLiteDialog, TLabel, TListBox, TListColumn, TListView, TMainMenu, TMemo, TMenuItem, TOpenDialog,
-                 TPageScroller, TPaintBox, TPanel, TPopupMenu, TPrintDialog, TRadioButton, TSaveDialog, TSpeedButton,
-                 TTabControl, TTimer, TToolBar, TToolButton>();
+                 TPageScroller, TPaintBox, TPanel, TPopupMenu, TPrintDialog, TProgressBar, TRadioButton, TSaveDialog,
+                 TScrollBox, TSpeedButton, TSplitter, TStatusBar, TStatusPanel, TStringGrid, TTabControl, TTimer,
+                 TToolBar, TToolButton, TTreeView>();
     return makers;
 }
 
@@ -242,15 +248,15 @@ void Change(const TPropInfo& property, TObject& object, const std::vector<std::u
     case TTypeKind::String: property.SetStr(object, "Other"); break;
     case TTypeKind::Event:
         property.SetEvent(
-            object,
-            HandlerFor<TCloseEvent, TCloseQueryEvent, TContextPopupEvent, TDragDropEvent, TDragOverEvent,
-                       TDrawCellEvent, TDrawItemEvent, TEndDragEvent, TIncludeItemEvent, TKeyEvent, TKeyPressEvent,
-                       TKxColorEvent, TKxColorQueryEvent, TKxDialogClosedEvent, TKxFileFilterEvent,
-                       TKxFolderCreationEvent, TKxMsgQueryEvent, TKxShareViolationEvent, TKxViewStyleEvent,
-                       TKxViewStyleQueryEvent, TLVChangeEvent, TLVColumnClickEvent, TLVSelectItemEvent,
-                       TMeasureItemEvent, TMouseEvent, TMouseMoveEvent, TNotifyEvent, TPageScrollEvent,
-                       TSelectCellEvent, TStartDragEvent, TTBCustomDrawBtnEvent, TTBCustomDrawEvent, TWndMethod>(
-                property.Signature));
+            object, HandlerFor<TCanResizeEvent, TCloseEvent, TCloseQueryEvent, TContextPopupEvent, TDragDropEvent,
+                               TDragOverEvent, TDrawCellEvent, TDrawItemEvent, TDrawPanelEvent, TEndDragEvent,
+                               TGetEditEvent, TIncludeItemEvent, TKeyEvent, TKeyPressEvent, TKxColorEvent,
+                               TKxColorQueryEvent, TKxDialogClosedEvent, TKxFileFilterEvent, TKxFolderCreationEvent,
+                               TKxMsgQueryEvent, TKxShareViolationEvent, TKxViewStyleEvent, TKxViewStyleQueryEvent,
+                               TLVChangeEvent, TLVColumnClickEvent, TLVSelectItemEvent, TMeasureItemEvent, TMouseEvent,
+                               TMouseMoveEvent, TNotifyEvent, TPageScrollEvent, TSelectCellEvent, TSetEditEvent,
+                               TStartDragEvent, TTabChangingEvent, TTBCustomDrawBtnEvent, TTBCustomDrawEvent,
+                               TTVChangedEvent, TTVChangingEvent, TTVEditedEvent, TWndMethod>(property.Signature));
         break;
     case TTypeKind::Reference:
     case TTypeKind::Interface:
@@ -350,6 +356,7 @@ TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
                               "Constraints.MaxHeight changes Height",
                               "Constraints.MaxWidth changes ClientWidth",
                               "Constraints.MaxWidth changes Width",
+                              "Constraints.MinWidth changes Width",
                               "CustDlgParams.LeftFormName is not taken",
                               "CustDlgParams.RightFormName is not taken",
                               "CustDlgParams.TopFormName is not taken",
@@ -364,13 +371,20 @@ TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
                               "Font.Size changes ParentFont",
                               "Font.Style changes ParentFont",
                               "Height changes ClientHeight",
+                              "HorzScrollBar.Position is not taken",
+                              "HorzScrollBar.Range changes AutoScroll",
+                              "Min changes Position",
                               "Name changes Caption",
                               "Name changes Text",
                               "OnIncludeFile changes ExtFilter.OnIncludeFile",
                               "OptionsEx is lost in a form file",
+                              "Orientation changes Height",
+                              "Orientation changes Width",
                               "ShowHint changes ParentShowHint",
                               "State changes Checked",
                               "TabOrder is not taken",
+                              "VertScrollBar.Position is not taken",
+                              "VertScrollBar.Range changes AutoScroll",
                               "Visible is lost in a form file",
                               "Width changes ClientWidth"}) {
         EXPECT_EQ(notes.erase(known), 1u) << known << " no more";
