@@ -1,5 +1,6 @@
 // The focus, and keys that move it.
 
+#include "tests/ui/FocusPump.h"
 #include "tests/ui/SampleForms.h"
 
 #include "tests/support/TestDriver.h"

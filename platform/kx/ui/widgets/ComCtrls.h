@@ -43,12 +43,16 @@ protected:
     void AdjustClientRect(TRect& rect) const override { rect = DisplayRect(); }
     virtual void Change();
     virtual bool CanChange();
+    /// The user chooses a tab: asks, and tells.
+    void Choose(int tabIndex);
+    /// Alt and the letter that a tab's text marks by & choose the tab.
+    bool DialogChar(wchar_t letter) override;
 
     TStrings& TabTexts() { return *FTabs; }
 
 private:
     void TabsChanged();
-    void FillTabs();
+    void FillTabs(HWND window) const;
 
     std::unique_ptr<TStringList> FTabs;
     int FTabIndex = -1; ///< While there is no window.

@@ -2,9 +2,22 @@
 
 #include "kx/ui/widgets/ComCtrlsPages.h"
 
+#include "kx/win/Windows.h"
+
 #include <algorithm>
 
 namespace kx {
+
+namespace {
+
+/// It, or a control on it, has the focus.
+bool HasFocus(const TWinControl& control) {
+    const HWND focus = GetFocus();
+    return focus && control.HandleAllocated() &&
+           (focus == control.WindowHandle() || IsChild(control.WindowHandle(), focus));
+}
+
+} // namespace
 
 // --- TTabSheet
 
@@ -13,6 +26,13 @@ const TClass& TTabSheet::StaticClass() {
         using T = TTabSheet;
         const auto never = [](const TObject&) { return false; };
         c.Creatable();
+        // The page control says where the page is.
+        c.Property("Left", &T::Left, &T::SetLeft).Stored = never;
+        c.Property("Top", &T::Top, &T::SetTop).Stored = never;
+        c.Property("Width", &T::Width, &T::SetWidth).Stored = never;
+        c.Property("Height", &T::Height, &T::SetHeight).Stored = never;
+        c.Property("Align", &T::Align, &T::SetAlign).Default = alClient;
+        c.Property("TabOrder", &T::TabOrder, &T::SetTabOrder).Stored = never;
         c.Property("Caption", &T::Caption, &T::SetCaption);
         c.Property("PageIndex", &T::PageIndex, &T::SetPageIndex).Stored = never;
         c.Property("TabVisible", &T::TabVisible, &T::SetTabVisible).Default = true;
@@ -64,6 +84,14 @@ void TTabSheet::SetText(const std::string& value) {
     if (FPageControl) {
         FPageControl->UpdateTabs();
     }
+}
+
+/// What stands on the page keeps its distance from the edges that the page has in the form file, which does not say it.
+void TTabSheet::Loaded() {
+    if (FPageControl) {
+        SetBoundsRect(FPageControl->DisplayRect());
+    }
+    TWinControl::Loaded();
 }
 
 int TTabSheet::PageIndex() const {
@@ -196,7 +224,17 @@ void TPageControl::SetActivePage(TTabSheet* value) {
     }
 }
 
-/// Shows the page before it hides the other, so that nothing behind them is seen in between.
+/// Gives the focus to the first control of the page that takes it, else to the tabs.
+void TPageControl::FocusPage(TTabSheet& page) {
+    if (TWinControl* const first = page.FindNextControl(nullptr, true, true, false)) {
+        first->SetFocus();
+    } else if (CanFocus()) {
+        SetFocus();
+    }
+}
+
+/// Shows the page before it hides the other, so that nothing behind them is seen in between. A focus on the one goes to
+/// the other.
 void TPageControl::ChangeActivePage(TTabSheet* page) {
     TTabSheet* const old = FActivePage;
     if (old == page) {
@@ -209,6 +247,9 @@ void TPageControl::ChangeActivePage(TTabSheet* page) {
     if (page) {
         page->BringToFront();
         page->SetVisible(true);
+    }
+    if (page && old && pageAlive && oldAlive && alive && HasFocus(*old)) {
+        FocusPage(*page);
     }
     if (old && oldAlive) {
         old->SetVisible(false);
@@ -241,12 +282,20 @@ TTabSheet* TPageControl::FindNextPage(TTabSheet* page, bool goForward, bool chec
 }
 
 void TPageControl::SelectNextPage(bool goForward) {
-    TTabSheet* const page = FindNextPage(FActivePage, goForward, true);
-    const TAlive alive(*this);
-    if (page && CanChange() && alive) {
-        TCustomTabControl::SetTabIndex(page->TabIndex());
-        Change();
+    if (TTabSheet* const page = FindNextPage(FActivePage, goForward, true)) {
+        Choose(page->TabIndex());
     }
+}
+
+bool TPageControl::DialogKey(uint16_t key, TShiftState shift) {
+    if (TCustomTabControl::DialogKey(key, shift)) { // pages inside the page come first
+        return true;
+    }
+    if (key != VK_TAB || !shift.Contains(ssCtrl) || shift.Contains(ssAlt) || !HasFocus(*this)) {
+        return false;
+    }
+    SelectNextPage(!shift.Contains(ssShift));
+    return true;
 }
 
 void TPageControl::Change() {
@@ -254,6 +303,21 @@ void TPageControl::Change() {
     ChangeActivePage(PageOfTab(TabIndex()));
     if (alive) {
         TCustomTabControl::Change();
+    }
+}
+
+void TPageControl::AlignControls() {
+    const TAlive alive(*this);
+    TCustomTabControl::AlignControls();
+    if (!alive || FSizing || IsLoading() || IsDestroying()) {
+        return;
+    }
+    const TFieldScope sizing(*this, FSizing, true);
+    const TRect area = DisplayRect();
+    for (size_t i = 0; alive && i < FPages.size(); ++i) {
+        if (!FPages[i]->Visible()) {
+            FPages[i]->SetBoundsRect(area);
+        }
     }
 }
 

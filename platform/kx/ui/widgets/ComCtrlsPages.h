@@ -31,6 +31,9 @@ class TTabSheet : public TWinControl {
     void SetParent(TWinControl* value) override;
     void SetText(const std::string& value) override;
 
+protected:
+    void Loaded() override;
+
 private:
     friend class TPageControl;
     virtual void DoShow() { FOnShow(this); }
@@ -68,6 +71,9 @@ class TPageControl : public TCustomTabControl {
 protected:
     void Loaded() override;
     void Change() override;
+    void AlignControls() override; ///< Hidden pages get the size too that they will have.
+    /// Ctrl+Tab goes to the next page, with Shift to the one before.
+    bool DialogKey(uint16_t key, TShiftState shift) override;
 
 private:
     friend class TTabSheet;
@@ -76,9 +82,11 @@ private:
     void UpdateTabs();
     TTabSheet* PageOfTab(int tabIndex) const;
     void ChangeActivePage(TTabSheet* page);
+    void FocusPage(TTabSheet& page);
 
     std::vector<TTabSheet*> FPages;
     TTabSheet* FActivePage = nullptr;
+    bool FSizing = false; ///< Hidden pages get their size.
 };
 
 } // namespace kx

@@ -30,7 +30,7 @@ void TCustomTabControl::CreateParams(TCreateParams& params) {
 
 void TCustomTabControl::CreateWnd() {
     TWinControl::CreateWnd();
-    FillTabs();
+    FillTabs(WindowHandle());
     Realign(); // how much room the tabs take is known now
 }
 
@@ -39,8 +39,7 @@ void TCustomTabControl::SaveWindowState() {
     FTabIndex = TabIndex();
 }
 
-void TCustomTabControl::FillTabs() {
-    const HWND window = WindowHandle();
+void TCustomTabControl::FillTabs(HWND window) const {
     SendMessageA(window, TCM_DELETEALLITEMS, 0, 0);
     for (int i = 0; i < FTabs->Count(); ++i) {
         std::string text = FTabs->Get(i);
@@ -58,7 +57,7 @@ void TCustomTabControl::TabsChanged() {
         if (FTabIndex < 0 && FTabs->Count() > 0) {
             FTabIndex = 0;
         }
-        FillTabs();
+        FillTabs(WindowHandle());
     } else if (FTabIndex < 0 && FTabs->Count() > 0 && !IsLoading()) {
         FTabIndex = 0;
     }
@@ -90,10 +89,19 @@ void TCustomTabControl::SetMultiLine(bool value) {
     }
 }
 
+/// Before there is a window, another one with the same tabs is asked: what stands on pages is to know their size.
 TRect TCustomTabControl::DisplayRect() const {
     RECT r = ToRECT(ClientRect());
     if (HandleAllocated()) {
         SendMessageA(WindowHandle(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
+        return FromRECT(r);
+    }
+    const unique_hwnd measure(CreateWindowExA(0, WC_TABCONTROLA, "", WS_POPUP | (FMultiLine ? TCS_MULTILINE : 0u), 0, 0,
+                                              r.right, r.bottom, nullptr, nullptr, HInstance(), nullptr));
+    if (measure) {
+        SendMessageA(measure.get(), WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE);
+        FillTabs(measure.get());
+        SendMessageA(measure.get(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
     }
     return FromRECT(r);
 }
@@ -116,6 +124,24 @@ bool TCustomTabControl::CanChange() {
     bool allow = true;
     FOnChanging(this, allow);
     return allow;
+}
+
+void TCustomTabControl::Choose(int tabIndex) {
+    const TAlive alive(*this);
+    if (tabIndex != TabIndex() && CanChange() && alive) {
+        TCustomTabControl::SetTabIndex(tabIndex);
+        Change();
+    }
+}
+
+bool TCustomTabControl::DialogChar(wchar_t letter) {
+    for (int i = 0; i < FTabs->Count(); ++i) {
+        if (IsAccel(letter, FTabs->Get(i)) && CanFocus()) {
+            Choose(i);
+            return true;
+        }
+    }
+    return TWinControl::DialogChar(letter);
 }
 
 // --- TTabControl

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "kx/ui/forms/Forms.h"
+#include "support/DialogDriver.h"
+
+namespace kx::test {
+
+/// Pumps by the application's message loop, which moves the focus and presses default buttons.
+inline bool FocusPump(const TCondition& condition) {
+    const DWORD start = GetTickCount();
+    while (!condition() && GetTickCount() - start < 20000) {
+        Application().ProcessMessages();
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+        KeepFocus();
+    }
+    return condition();
+}
+
+} // namespace kx::test
