@@ -23,8 +23,10 @@
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ComCtrlsBars.h"
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
+#include "kx/ui/widgets/ComCtrlsPages.h"
 #include "kx/ui/widgets/ComCtrlsTree.h"
 #include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 #include "kx/ui/widgets/GridsString.h"
 #include "kx/ui/widgets/ScrollBoxes.h"
 #include "kx/ui/widgets/Splitters.h"
@@ -58,9 +60,9 @@ const TMakers& Makers() {
                  TFrame, TGroupBox, TImage, TImageList, TKxBitBtn, TKxColorDialog, TKxFolderDialog, TKxModelessDialog,
                  TKxOpenDialog, TKxOpenDialogEx, TKxOpenLiteDialog, TKxPlace, TKxPrintDialog, TKxSaveDialog,
                  TKxSaveLiteDialog, TLabel, TListBox, TListColumn, TListView, TMainMenu, TMemo, TMenuItem, TOpenDialog,
-                 TPageScroller, TPaintBox, TPanel, TPopupMenu, TPrintDialog, TProgressBar, TRadioButton, TSaveDialog,
-                 TScrollBox, TSpeedButton, TSplitter, TStatusBar, TStatusPanel, TStringGrid, TTabControl, TTimer,
-                 TToolBar, TToolButton, TTreeView>();
+                 TPageControl, TPageScroller, TPaintBox, TPanel, TPopupMenu, TPrintDialog, TProgressBar, TRadioButton,
+                 TRadioGroup, TSaveDialog, TScrollBox, TSpeedButton, TSplitter, TStatusBar, TStatusPanel, TStringGrid,
+                 TTabControl, TTabSheet, TTimer, TToolBar, TToolButton, TTreeView>();
     return makers;
 }
 
@@ -281,9 +283,11 @@ std::unique_ptr<TPersistent> Read(TComponent& component, TStreamFormat format) {
     return read;
 }
 
-/// A label is as large as its text.
+/// A label is as large as its text, and a page stands where its page control puts it.
 bool SizesItself(const TPersistent& object, const std::string& path) {
-    return object.InheritsFrom(TLabel::StaticClass()) && (path == "Left" || path == "Width" || path == "Height");
+    const bool isPlace = path == "Left" || path == "Width" || path == "Height";
+    return (object.InheritsFrom(TLabel::StaticClass()) && isPlace) ||
+           (object.InheritsFrom(TTabSheet::StaticClass()) && (isPlace || path == "Top"));
 }
 
 std::vector<std::unique_ptr<TPersistent>> OneOfEach() {
@@ -343,6 +347,7 @@ TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
     }
     for (const char* known : {"Action changes Visible",
                               "ActiveControl is not taken",
+                              "ActivePage is not taken",
                               "ActiveControl: Cannot focus a disabled or invisible window",
                               "BiDiMode changes ParentBiDiMode",
                               "BorderStyle changes ClientHeight",
@@ -373,6 +378,7 @@ TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
                               "Height changes ClientHeight",
                               "HorzScrollBar.Position is not taken",
                               "HorzScrollBar.Range changes AutoScroll",
+                              "ItemIndex is not taken",
                               "Min changes Position",
                               "Name changes Caption",
                               "Name changes Text",
@@ -380,6 +386,7 @@ TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
                               "OptionsEx is lost in a form file",
                               "Orientation changes Height",
                               "Orientation changes Width",
+                              "PageIndex is not taken",
                               "ShowHint changes ParentShowHint",
                               "State changes Checked",
                               "TabOrder is not taken",

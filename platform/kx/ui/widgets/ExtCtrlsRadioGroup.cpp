@@ -41,6 +41,7 @@ void TRadioGroup::ItemsChanged() {
     while (FButtons.size() < count) {
         auto* const button = new TRadioButton(this);
         button->SetOnClick([this](TObject* sender) { ButtonClicked(sender); });
+        button->SetEnabled(Enabled());
         button->SetParent(this);
         FButtons.push_back(button);
     }
@@ -49,8 +50,26 @@ void TRadioGroup::ItemsChanged() {
     }
     if (!IsLoading()) { // else the index comes before its item
         FItemIndex = std::min(FItemIndex, static_cast<int>(count) - 1);
+        CheckChosen();
     }
+    UpdateTabStops();
     ArrangeButtons();
+}
+
+/// The Tab key comes to the chosen button; while none is chosen, to the first one.
+void TRadioGroup::UpdateTabStops() {
+    const int stop = std::max(FItemIndex, 0);
+    for (int i = 0; i < static_cast<int>(FButtons.size()); ++i) {
+        FButtons[static_cast<size_t>(i)]->SetTabStop(i == stop);
+    }
+}
+
+void TRadioGroup::EnabledChanged() {
+    const TAlive alive(*this);
+    TGroupBox::EnabledChanged();
+    for (size_t i = 0; alive && i < FButtons.size(); ++i) {
+        FButtons[i]->SetEnabled(Enabled());
+    }
 }
 
 /// Rows of equal height from the caption to the bottom, in columns of equal width.
@@ -78,21 +97,14 @@ void TRadioGroup::SetItemIndex(int value) {
     if (FItemIndex == index) {
         return;
     }
-    const int old = FItemIndex;
     FItemIndex = index;
     if (IsLoading()) {
         return;
     }
     const TAlive alive(*this);
-    {
-        const TFieldScope updating(*this, FUpdating, true);
-        if (index >= 0) {
-            FButtons[static_cast<size_t>(index)]->SetChecked(true);
-        } else {
-            FButtons[static_cast<size_t>(old)]->SetChecked(false);
-        }
-    }
+    CheckChosen();
     if (alive) {
+        UpdateTabStops();
         Click();
     }
 }
@@ -104,10 +116,18 @@ void TRadioGroup::ButtonClicked(TObject* sender) {
     const auto button = std::find(FButtons.begin(), FButtons.end(), sender);
     if (CanModify()) {
         FItemIndex = static_cast<int>(button - FButtons.begin());
+        UpdateTabStops();
         Click();
-    } else if (FItemIndex >= 0) {
-        const TFieldScope updating(*this, FUpdating, true);
-        FButtons[static_cast<size_t>(FItemIndex)]->SetChecked(true);
+    } else {
+        CheckChosen();
+    }
+}
+
+/// Has the buttons show what is chosen.
+void TRadioGroup::CheckChosen() {
+    const TFieldScope updating(*this, FUpdating, true);
+    for (int i = 0; i < static_cast<int>(FButtons.size()); ++i) {
+        FButtons[static_cast<size_t>(i)]->SetChecked(i == FItemIndex);
     }
 }
 
@@ -140,10 +160,9 @@ void TRadioGroup::Loaded() {
     ArrangeButtons();
     if (FItemIndex >= static_cast<int>(FButtons.size())) {
         FItemIndex = -1;
-    } else if (FItemIndex >= 0) {
-        const TFieldScope updating(*this, FUpdating, true);
-        FButtons[static_cast<size_t>(FItemIndex)]->SetChecked(true);
     }
+    CheckChosen();
+    UpdateTabStops();
 }
 
 } // namespace kx

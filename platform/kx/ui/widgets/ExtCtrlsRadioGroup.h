@@ -30,12 +30,15 @@ class TRadioGroup : public TGroupBox {
 protected:
     void Loaded() override;
     void FontChanged() override;
+    void EnabledChanged() override;
     /// Whether the user may choose another button now.
     virtual bool CanModify() const { return true; }
 
 private:
     void ItemsChanged();
     void ArrangeButtons();
+    void UpdateTabStops();
+    void CheckChosen();
     void ButtonClicked(TObject* sender);
 
     std::unique_ptr<TStringList> FItems;
