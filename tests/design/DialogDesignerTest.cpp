@@ -164,6 +164,14 @@ TEST_F(DialogDesigner, HasTheseTexts) {
          PressCancel()});
 }
 
+TEST_F(DialogDesigner, AFreshOneStandsAtTheDefault) {
+    const std::unique_ptr<TDlgDsgnForm, TFreeDeleter> form(NewForm<TDlgDsgnForm>(nullptr));
+    EXPECT_EQ(form->rg1->ItemIndex(), dpDefault);
+    EXPECT_FALSE(form->cbForm->Enabled());
+    EXPECT_EQ(form->PageControl1->ActivePage(), form->TabSheet1);
+    EXPECT_EQ(form->Params(), nullptr);
+}
+
 TEST_F(DialogDesigner, OkStoresWhatWasEntered) {
     EXPECT_TRUE(Customize({Perform("enter",
                                    [&] {
