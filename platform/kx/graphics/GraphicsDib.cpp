@@ -11,14 +11,14 @@ namespace kx::detail {
 namespace {
 
 constexpr size_t FileHeaderSize = 14;
-constexpr uint32_t MaxSide = 0x7FFF;
+constexpr uint32_t MaxBitmapSide = 0x7FFF;
 constexpr size_t MaxUnpackedSize = size_t{64} << 20; ///< A packed picture of few bytes may claim to be huge.
 
-[[noreturn]] void Invalid() { throw EInvalidImage("Bitmap image is not valid"); }
+[[noreturn]] void InvalidBitmap() { throw EInvalidImage("Bitmap image is not valid"); }
 
 template <class T> T ReadAt(std::span<const uint8_t> bytes, size_t offset) {
     if (offset > bytes.size() || bytes.size() - offset < sizeof(T)) {
-        Invalid();
+        InvalidBitmap();
     }
     T value;
     std::memcpy(&value, bytes.data() + offset, sizeof(T));
@@ -69,7 +69,7 @@ void TParsed::ReadHeader(std::span<const uint8_t> bytes) {
     } else if (size >= sizeof(BITMAPINFOHEADER) && size <= bytes.size()) {
         Header = ReadAt<BITMAPINFOHEADER>(bytes, 0);
     } else {
-        Invalid();
+        InvalidBitmap();
     }
     ColorOffset = size;
     Header.biSize = sizeof(BITMAPINFOHEADER);
@@ -77,8 +77,8 @@ void TParsed::ReadHeader(std::span<const uint8_t> bytes) {
 
 void TParsed::CheckHeader() const {
     const int64_t height = Header.biHeight < 0 ? -int64_t{Header.biHeight} : int64_t{Header.biHeight};
-    const bool sizeFits =
-        Header.biWidth > 0 && Header.biWidth <= static_cast<LONG>(MaxSide) && height > 0 && height <= int64_t{MaxSide};
+    const bool sizeFits = Header.biWidth > 0 && Header.biWidth <= static_cast<LONG>(MaxBitmapSide) && height > 0 &&
+                          height <= int64_t{MaxBitmapSide};
     const WORD bits = Header.biBitCount;
     const bool plain = bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
     bool known = false;
@@ -90,7 +90,7 @@ void TParsed::CheckHeader() const {
     default: break;
     }
     if (!sizeFits || !known || Header.biPlanes != 1) {
-        Invalid();
+        InvalidBitmap();
     }
 }
 
@@ -112,7 +112,7 @@ void TParsed::ReadColors(std::span<const uint8_t> bytes) {
         ColorCount = most;
     }
     if (ColorCount > bytes.size() / ColorSize) {
-        Invalid();
+        InvalidBitmap();
     }
     for (uint32_t i = 0; i < ColorCount && most != 0; ++i) {
         const auto color = ReadAt<RGBTRIPLE>(bytes, ColorOffset + i * ColorSize);
@@ -149,12 +149,12 @@ TDib ReadDib(std::span<const uint8_t> bytes, size_t pixelOffset) {
     const bool packed = dib.Header.biCompression == BI_RLE4 || dib.Header.biCompression == BI_RLE8;
     if (packed) {
         if (dib.PixelSize > MaxUnpackedSize) {
-            Invalid();
+            InvalidBitmap();
         }
         dib.PixelSize = dib.Header.biSizeImage;
     }
     if (pixelOffset > bytes.size() || dib.PixelSize > bytes.size() - pixelOffset || dib.PixelSize == 0) {
-        Invalid();
+        InvalidBitmap();
     }
     dib.Header.biSizeImage = static_cast<DWORD>(dib.PixelSize);
     TDibHeader target = dib;
@@ -170,7 +170,7 @@ TDib ReadDib(std::span<const uint8_t> bytes, size_t pixelOffset) {
     const TWindowDC screen(nullptr);
     if (!SetDIBits(screen.Handle(), result.Image.get(), 0, static_cast<UINT>(rows), bytes.data() + pixelOffset,
                    &dib.Info(), DIB_RGB_COLORS)) {
-        Invalid();
+        InvalidBitmap();
     }
     result.Consumed = pixelOffset + dib.PixelSize;
     return result;
@@ -178,11 +178,11 @@ TDib ReadDib(std::span<const uint8_t> bytes, size_t pixelOffset) {
 
 TDib ReadBitmapFile(std::span<const uint8_t> bytes) {
     if (bytes.size() < FileHeaderSize || bytes[0] != 'B' || bytes[1] != 'M') {
-        Invalid();
+        InvalidBitmap();
     }
     const size_t pixelOffset = ReadAt<DWORD>(bytes, 10);
     if (pixelOffset != 0 && pixelOffset < FileHeaderSize + sizeof(BITMAPCOREHEADER)) {
-        Invalid();
+        InvalidBitmap();
     }
     TDib dib = ReadDib(bytes.subspan(FileHeaderSize), pixelOffset == 0 ? 0 : pixelOffset - FileHeaderSize);
     dib.Consumed += FileHeaderSize;
@@ -209,7 +209,7 @@ std::vector<uint8_t> WriteDib(HBITMAP image, WORD bitCount, size_t& pixelOffset)
     const TWindowDC screen(nullptr);
     if (!GetDIBits(screen.Handle(), image, 0, static_cast<UINT>(info.Height()), pixels.data(), &dib.Info(),
                    DIB_RGB_COLORS)) {
-        Invalid();
+        InvalidBitmap();
     }
     dib.Header = wanted.Header; // the system fills in more than older readers understand
     size_t colors = dib.Header.biBitCount <= 8                        ? size_t{1} << dib.Header.biBitCount

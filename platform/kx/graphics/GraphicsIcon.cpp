@@ -14,7 +14,7 @@ using detail::TImageInfo;
 
 namespace {
 
-[[noreturn]] void Invalid() { throw EInvalidImage("Icon image is not valid"); }
+[[noreturn]] void InvalidIcon() { throw EInvalidImage("Icon image is not valid"); }
 
 // --- Icon files: a directory of pictures, then the pictures, each a bitmap with twice its height (colours above, mask
 // below in file order) or a PNG file.
@@ -44,19 +44,19 @@ int Side(BYTE value) { return value == 0 ? 256 : value; }
 std::vector<TIconDirEntry> ReadDirectory(const std::vector<uint8_t>& file) {
     TIconDir dir;
     if (file.size() < sizeof(dir)) {
-        Invalid();
+        InvalidIcon();
     }
     std::memcpy(&dir, file.data(), sizeof(dir));
     if (dir.Reserved != 0 || dir.Type != 1 || dir.Count == 0 ||
         dir.Count > (file.size() - sizeof(dir)) / sizeof(TIconDirEntry)) {
-        Invalid();
+        InvalidIcon();
     }
     std::vector<TIconDirEntry> entries(dir.Count);
     std::memcpy(entries.data(), file.data() + sizeof(dir), entries.size() * sizeof(TIconDirEntry));
     for (const TIconDirEntry& entry : entries) {
         if (entry.Offset > file.size() || entry.Size > file.size() - entry.Offset ||
             entry.Size < sizeof(BITMAPINFOHEADER)) {
-            Invalid();
+            InvalidIcon();
         }
     }
     return entries;
@@ -104,7 +104,7 @@ void CheckPicture(const std::vector<uint8_t>& picture) {
         const uint32_t width = PngNumber(picture, 16);
         const uint32_t height = PngNumber(picture, 20);
         if (width == 0 || width > MaxSide || height == 0 || height > MaxSide) {
-            Invalid();
+            InvalidIcon();
         }
         return;
     }
@@ -119,7 +119,7 @@ void CheckPicture(const std::vector<uint8_t>& picture) {
         header.biWidth > MaxSide || rows <= 0 || rows > MaxSide || header.biCompression != BI_RGB ||
         header.biSize + static_cast<uint64_t>(used * 4 + rows * (rowSize(header.biBitCount) + rowSize(1))) >
             picture.size()) {
-        Invalid();
+        InvalidIcon();
     }
 }
 
@@ -131,7 +131,7 @@ unique_hicon CreateFromFile(const std::vector<uint8_t>& file, int width, int hei
     CheckPicture(picture);
     unique_hicon icon(CreateIconFromResourceEx(picture.data(), entry.Size, TRUE, 0x00030000, width, height, 0));
     if (!icon) {
-        Invalid();
+        InvalidIcon();
     }
     return icon;
 }
@@ -146,7 +146,7 @@ struct TIconPictures {
     explicit TIconPictures(HICON icon) {
         ICONINFO info = {};
         if (!GetIconInfo(icon, &info)) {
-            Invalid();
+            InvalidIcon();
         }
         Color.reset(info.hbmColor);
         Mask.reset(info.hbmMask);

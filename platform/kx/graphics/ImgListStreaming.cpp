@@ -33,9 +33,9 @@ struct TListHeader {
 static_assert(sizeof(TListHeader) == 28);
 
 constexpr int Columns = 4;
-constexpr int MaxSide = 1024;
+constexpr int MaxImageSide = 1024;
 
-[[noreturn]] void Invalid() { throw EReadError("Failed to read image list data from stream"); }
+[[noreturn]] void InvalidList() { throw EReadError("Failed to read image list data from stream"); }
 
 /// Reads a bitmap file from the front of `bytes` and takes it off them.
 void ReadStrip(std::span<const uint8_t>& bytes, TBitmap& strip) {
@@ -50,7 +50,7 @@ TRect Cell(const TBitmap& strip, const TListHeader& header, int index) {
     const int left = columns > 0 ? index % columns * header.Width : 0;
     const int top = columns > 0 ? index / columns * header.Height : strip.Height();
     if (top + header.Height > strip.Height()) {
-        Invalid();
+        InvalidList();
     }
     return {left, top, left + header.Width, top + header.Height};
 }
@@ -70,12 +70,12 @@ void TImageList::ReadData(TStream& stream) {
     std::span<const uint8_t> bytes(data);
     TListHeader header;
     if (bytes.size() < sizeof(header)) {
-        Invalid();
+        InvalidList();
     }
     std::memcpy(&header, bytes.data(), sizeof(header));
-    if (header.Magic != TListHeader().Magic || header.Width == 0 || header.Height == 0 || header.Width > MaxSide ||
-        header.Height > MaxSide) {
-        Invalid();
+    if (header.Magic != TListHeader().Magic || header.Width == 0 || header.Height == 0 || header.Width > MaxImageSide ||
+        header.Height > MaxImageSide) {
+        InvalidList();
     }
     bytes = bytes.subspan(sizeof(header));
     TBitmap colors;
