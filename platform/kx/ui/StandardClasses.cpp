@@ -15,9 +15,11 @@
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ComCtrlsBars.h"
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"
+#include "kx/ui/widgets/ComCtrlsPages.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/ui/widgets/ComCtrlsTree.h"
 #include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 #include "kx/ui/widgets/Grids.h"
 #include "kx/ui/widgets/GridsString.h"
 #include "kx/ui/widgets/ScrollBoxes.h"
@@ -31,9 +33,10 @@ void RegisterStandardClasses() {
     RegisterClasses<TAction, TActionList, TMainMenu, TMenuItem, TPopupMenu, TTimer, TImageList>();
     RegisterClasses<TForm, TFrame>();
     RegisterClasses<TButton, TCheckBox, TComboBox, TEdit, TGroupBox, TLabel, TListBox, TMemo, TRadioButton>();
-    RegisterClasses<TBevel, TImage, TPaintBox, TPanel, TScrollBox, TSpeedButton, TSplitter, TDrawGrid, TStringGrid>();
-    RegisterClasses<TListView, TPageScroller, TProgressBar, TStatusBar, TTabControl, TToolBar, TToolButton,
-                    TTreeView>();
+    RegisterClasses<TBevel, TImage, TPaintBox, TPanel, TRadioGroup, TScrollBox, TSpeedButton, TSplitter, TDrawGrid,
+                    TStringGrid>();
+    RegisterClasses<TListView, TPageControl, TPageScroller, TProgressBar, TStatusBar, TTabControl, TTabSheet, TToolBar,
+                    TToolButton, TTreeView>();
     RegisterClasses<TColorDialog, TOpenDialog, TPrintDialog, TSaveDialog>();
     RegisterImageFiles();
 }

@@ -1,3 +1,5 @@
+// All classes of the framework are registered by one call, and each of them comes back from a form file.
+
 #include "kx/ui/StandardClasses.h"
 #include "kx/core/FormEvents.h"
 #include "kx/ui/controls/Controls.h"
@@ -14,12 +16,12 @@ TEST(StandardClasses, AreThereByOneCall) {
     RegisterStandardClasses();
     RegisterStandardClasses(); // once more does no harm
     for (const char* name :
-         {"TAction",       "TActionList", "TBevel",       "TButton",    "TCheckBox",    "TColorDialog", "TComboBox",
-          "TDrawGrid",     "TEdit",       "TForm",        "TFrame",     "TGroupBox",    "TImage",       "TImageList",
-          "TLabel",        "TListBox",    "TListView",    "TMainMenu",  "TMemo",        "TMenuItem",    "TOpenDialog",
-          "TPageScroller", "TPaintBox",   "TPanel",       "TPopupMenu", "TPrintDialog", "TProgressBar", "TRadioButton",
-          "TSaveDialog",   "TScrollBox",  "TSpeedButton", "TSplitter",  "TStatusBar",   "TStringGrid",  "TTabControl",
-          "TTimer",        "TToolBar",    "TToolButton",  "TTreeView"}) {
+         {"TAction",      "TActionList",   "TBevel",      "TButton",    "TCheckBox",    "TColorDialog", "TComboBox",
+          "TDrawGrid",    "TEdit",         "TForm",       "TFrame",     "TGroupBox",    "TImage",       "TImageList",
+          "TLabel",       "TListBox",      "TListView",   "TMainMenu",  "TMemo",        "TMenuItem",    "TOpenDialog",
+          "TPageControl", "TPageScroller", "TPaintBox",   "TPanel",     "TPopupMenu",   "TPrintDialog", "TProgressBar",
+          "TRadioButton", "TRadioGroup",   "TSaveDialog", "TScrollBox", "TSpeedButton", "TSplitter",    "TStatusBar",
+          "TStringGrid",  "TTabControl",   "TTabSheet",   "TTimer",     "TToolBar",     "TToolButton",  "TTreeView"}) {
         const TClass* const cls = GetClass(name);
         ASSERT_NE(cls, nullptr) << name;
         EXPECT_TRUE(cls->IsCreatable()) << name;
