@@ -1,3 +1,5 @@
+// The C++ class that belongs to a form file.
+
 #include "FormFixture.h"
 
 #include "kx/core/FormClass.h"

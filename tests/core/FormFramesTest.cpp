@@ -1,3 +1,5 @@
+// Frames inside forms, read and written.
+
 #include "FormFixture.h"
 
 namespace kx::sample {

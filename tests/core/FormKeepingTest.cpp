@@ -1,3 +1,5 @@
+// A reader that keeps what it does not know, and what is written of that.
+
 #include "FormFixture.h"
 
 namespace kx::sample {

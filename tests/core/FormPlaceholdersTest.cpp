@@ -1,3 +1,5 @@
+// Components whose classes are not there, and those that stand in for them.
+
 #include "FormFixture.h"
 
 namespace kx::sample {

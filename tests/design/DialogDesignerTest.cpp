@@ -1,3 +1,5 @@
+// The dialog designer.
+
 #include "DesignFixture.h"
 
 #include "kx/colorprint/KxColorDlg.h"

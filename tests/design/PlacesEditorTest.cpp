@@ -1,3 +1,5 @@
+// The editor of places.
+
 #include "DesignFixture.h"
 
 #include "kx/design/KxPBarDsgnForm.h"

@@ -1,3 +1,5 @@
+// Previews of dialogs with copies of designed forms.
+
 #include "DesignFixture.h"
 
 #include "kx/colorprint/KxColorDlg.h"

@@ -1,3 +1,5 @@
+// What the package of the dialogs registers.
+
 #include "DesignFixture.h"
 
 #include "kx/colorprint/KxColorDlg.h"

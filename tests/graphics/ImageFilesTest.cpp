@@ -1,3 +1,5 @@
+// PNG and JPEG files in pictures.
+
 #include "kx/graphics/ImageFiles.h"
 #include "kx/graphics/GraphicFormats.h"
 

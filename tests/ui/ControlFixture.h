@@ -6,16 +6,6 @@
 
 namespace kx::test {
 
-/// Pumps by the application's message loop, which moves the focus and presses default buttons.
-inline bool FocusPump(const TCondition& condition) {
-    const DWORD start = GetTickCount();
-    while (!condition() && GetTickCount() - start < 20000) {
-        Application().ProcessMessages();
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-    }
-    return condition();
-}
-
 /// A form with one control.
 template <class T> class TControlTest : public TFormTest {
 protected:

@@ -1,3 +1,5 @@
+// Frames on forms.
+
 #include "kx/ui/forms/Frames.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
@@ -5,6 +7,7 @@
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"
 #include "tests/ui/ControlFixture.h"
+#include "tests/ui/FocusPump.h"
 
 namespace kx {
 namespace {

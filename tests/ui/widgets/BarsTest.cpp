@@ -1,3 +1,5 @@
+// Status bars and progress bars.
+
 #include "kx/ui/widgets/ComCtrlsBars.h"
 #include "tests/support/FormFiles.h"
 #include "tests/ui/ControlFixture.h"

@@ -1,3 +1,5 @@
+// Pages below tabs.
+
 #include "kx/ui/widgets/ComCtrlsPages.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Windows.h"

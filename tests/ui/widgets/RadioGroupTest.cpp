@@ -1,3 +1,5 @@
+// Groups of radio buttons.
+
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/FormFiles.h"

@@ -1,3 +1,5 @@
+// Boxes that scroll their controls.
+
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/ScrollBoxes.h"
 #include "kx/ui/widgets/StdCtrls.h"

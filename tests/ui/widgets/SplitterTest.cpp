@@ -1,3 +1,5 @@
+// Splitters between controls.
+
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/Splitters.h"
 #include "tests/support/FormTest.h"

@@ -1,7 +1,10 @@
+// Grids of texts.
+
 #include "kx/ui/widgets/GridsString.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "tests/support/FormFiles.h"
 #include "tests/ui/ControlFixture.h"
+#include "tests/ui/FocusPump.h"
 
 namespace kx {
 namespace {

@@ -1,3 +1,5 @@
+// Tree views.
+
 #include "kx/ui/widgets/ComCtrlsTree.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "tests/support/FormFiles.h"
