@@ -243,17 +243,17 @@ TEST_F(FormBadInput, ClassesThatCannotBeCreatedAreErrors) {
 
 TEST_F(FormBadInput, UnknownPropertiesAreErrors) {
     EXPECT_EQ(ReadErrorOf("object F: TForm\n object B: TButton\n Wdith = 1\n end\nend"),
-              "Error reading B.Wdith on line 3: Property Wdith does not exist");
+              "Error reading B.Wdith on line 3: Property Wdith does not exist in TButton");
     EXPECT_EQ(ReadErrorOf("object F: TForm\n Font.Colour = 1\nend"),
-              "Error reading F.Font.Colour on line 2: Property Font.Colour does not exist");
+              "Error reading F.Font.Colour on line 2: Property Font.Colour does not exist in TForm");
     EXPECT_EQ(ReadErrorOf("object F: TForm\n Caption.Length = 1\nend"),
               "Error reading F.Caption.Length on line 2: Property Caption has no properties of its own");
     EXPECT_EQ(ReadErrorOf("object F: TForm\n Columns = <\n item\n Heigth = 1\n end>\nend"),
-              "Error reading TColumns[0].Heigth on line 4: Property Heigth does not exist");
+              "Error reading TColumns[0].Heigth on line 4: Property Heigth does not exist in TColumn");
     EXPECT_EQ(ReadErrorOf("object F: TForm\n ChildCount = 1\nend"),
               "Error reading F.ChildCount on line 2: Property ChildCount is read-only");
     EXPECT_EQ(ErrorOf<EReadError>([] { ReadForm(ToBinary("object F: TForm Nothing = 1 end")); }),
-              "Error reading F.Nothing at offset 12: Property Nothing does not exist");
+              "Error reading F.Nothing at offset 12: Property Nothing does not exist in TForm");
 }
 
 TEST_F(FormBadInput, ValuesOfTheWrongTypeAreErrors) {
@@ -308,10 +308,10 @@ TEST_F(FormBadInput, APropertyWithoutANameIsAnErrorAndItsValueIsNotTakenForMore)
                std::string("\6\1x\0\0", 5); // the string "x", the ends of both lists
     };
     EXPECT_EQ(ReadErrorOf(form("Caption")), "no error");
-    EXPECT_EQ(ReadErrorOf(form("Font.")), "Error reading F.Font. at offset 12: Property Font. does not exist");
+    EXPECT_EQ(ReadErrorOf(form("Font.")), "Error reading F.Font. at offset 12: Property Font. does not exist in TForm");
     EXPECT_EQ(ReadErrorOf(form("Font.Shadow.")),
-              "Error reading F.Font.Shadow. at offset 12: Property Font.Shadow. does not exist");
-    EXPECT_EQ(ReadErrorOf(form(".")), "Error reading F.. at offset 12: Property . does not exist");
+              "Error reading F.Font.Shadow. at offset 12: Property Font.Shadow. does not exist in TForm");
+    EXPECT_EQ(ReadErrorOf(form(".")), "Error reading F.. at offset 12: Property . does not exist in TForm");
 
     // Skipped, it takes its value with it.
     TMemoryStream stream(std::string("TPF0\5TForm\1F\5Font.\6\1x\4Left\2\7\0\0", 30));

@@ -116,6 +116,37 @@ TEST_F(FormFrames, AnUnchangedFrameComesBackAsItIs) {
     EXPECT_EQ(ToText(stream.Bytes()), FormOf("inline Frame1: TFrame\nend"));
 }
 
+/// A frame whose controls have handlers of its own.
+class THandlingFrame : public TFrame {
+    KX_CLASS()
+    explicit THandlingFrame(TComponent* owner = nullptr) : TFrame(owner) {
+        ButtonOf("Inner").SetOnClick(TNotifyEvent(this, &THandlingFrame::InnerClick, "InnerClick"));
+        ButtonOf("Other").SetOnClick(TNotifyEvent(this, &THandlingFrame::InnerClick, "InnerClick"));
+    }
+    TButton& ButtonOf(std::string_view name) { return dynamic_cast<TButton&>(*FindComponent(name)); }
+    void InnerClick(TObject*) {}
+};
+
+const TClass& THandlingFrame::StaticClass() {
+    static const TClassBuilder<THandlingFrame> cls("THandlingFrame", TFrame::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.Method("InnerClick", &THandlingFrame::InnerClick);
+    });
+    return cls.Class();
+}
+
+TEST_F(FormFrames, TheFormDoesNotNameHandlersThatAreTheFramesOwn) {
+    RegisterClasses<THandlingFrame>();
+    THandlingFrame other;
+    const auto form = ReadForm("object F: TForm inline Frame1: THandlingFrame end end");
+    auto& frame = dynamic_cast<THandlingFrame&>(*form->FindComponent("Frame1"));
+    frame.ButtonOf("Other").SetOnClick(TNotifyEvent(&other, &THandlingFrame::InnerClick, "OfAnother"));
+    const std::string text = Written(*form);
+    EXPECT_EQ(text.find("InnerClick"), std::string::npos) << text;
+    EXPECT_NE(text.find("OnClick = OfAnother"), std::string::npos) << text;
+    EXPECT_NE(Written(frame).find("OnClick = InnerClick"), std::string::npos) << "in the frame's own file";
+}
+
 TEST_F(FormFrames, ADesignerKeepsJustWhatTheFileSaysOfAFrame) {
     ExpectToComeBack(Changed);
     ExpectToComeBack(FormOf("inline Frame1: TFrame\n  inherited Other: TButton\n  end\nend"));

@@ -67,7 +67,7 @@ TEST_F(FormKeeping, WithoutAskingForItPropertiesThatNobodyKnowsAreErrors) {
                      [&](TReader& reader) { reader.SetKeepsUnknown(keeps); });
         });
     };
-    EXPECT_EQ(error(false), "Error reading B.Font.Foo.Bar on line 3: Property Font.Foo.Bar does not exist");
+    EXPECT_EQ(error(false), "Error reading B.Font.Foo.Bar on line 3: Property Font.Foo.Bar does not exist in TButton");
     EXPECT_EQ(error(true), "no error");
     TMemoryStream stream;
     TReader reader(stream);

@@ -362,7 +362,7 @@ end
     EXPECT_EQ(form->ComponentCount(), 1);
     EXPECT_EQ(dynamic_cast<TPanel*>(form->FindComponent("P"))->Caption(), "read");
     EXPECT_THAT(messages,
-                ElementsAre(HasSubstr("F.Nonsense on line 2: Property Nonsense does not exist"),
+                ElementsAre(HasSubstr("F.Nonsense on line 2: Property Nonsense does not exist in TForm"),
                             HasSubstr("F.Left: Invalid property value"), HasSubstr("Wrong on line 6"),
                             HasSubstr("X on line 10: Class TUnknown not found"), HasSubstr("F.Button on line 9")));
 }

@@ -94,7 +94,7 @@ void TReader::ReadPropertyPath(TPersistent& instance, const std::string& path) {
         rest.remove_prefix(dot + 1);
     }
     if (!ReadDefinedProperty(*object, rest)) {
-        throw EUnknownProperty(Format("Property %s does not exist", {path}));
+        throw EUnknownProperty(Format("Property %s does not exist in %s", {path, instance.ClassName()}));
     }
 }
 
