@@ -42,7 +42,7 @@ template <size_t Size> std::string Bytes(const uint8_t (&bytes)[Size]) {
     return std::string(reinterpret_cast<const char*>(bytes), Size);
 }
 
-void Load(TGraphic& graphic, const std::string& bytes) {
+void LoadBytes(TGraphic& graphic, const std::string& bytes) {
     TMemoryStream stream(bytes);
     graphic.LoadFromStream(stream);
 }
@@ -57,7 +57,7 @@ TEST(ImageFiles, APngIsDrawnWithItsTransparency) {
     TPngImage image;
     EXPECT_TRUE(image.Empty());
     EXPECT_EQ(image.Width(), 0);
-    Load(image, Bytes(Png));
+    LoadBytes(image, Bytes(Png));
     ASSERT_FALSE(image.Empty());
     EXPECT_EQ(image.Width(), 2);
     EXPECT_EQ(image.Height(), 2);
@@ -74,7 +74,7 @@ TEST(ImageFiles, APngIsDrawnWithItsTransparency) {
 
 TEST(ImageFiles, AJpegIsDrawn) {
     TJPEGImage image;
-    Load(image, Bytes(Jpeg));
+    LoadBytes(image, Bytes(Jpeg));
     EXPECT_EQ(image.Width(), 8);
     EXPECT_EQ(image.Height(), 8);
     TBitmap bitmap;
@@ -88,7 +88,7 @@ TEST(ImageFiles, AJpegIsDrawn) {
 
 TEST(ImageFiles, StayTheFilesThatTheyWere) {
     TPngImage png;
-    Load(png, Bytes(Png));
+    LoadBytes(png, Bytes(Png));
     EXPECT_EQ(Saved(png), Bytes(Png));
     TPngImage copy;
     int changes = 0;
@@ -109,15 +109,15 @@ TEST(ImageFiles, StayTheFilesThatTheyWere) {
 
 TEST(ImageFiles, OtherBytesAreErrorsAndChangeNothing) {
     TPngImage png;
-    Load(png, Bytes(Png));
+    LoadBytes(png, Bytes(Png));
     TJPEGImage jpeg;
-    Load(jpeg, Bytes(Jpeg));
+    LoadBytes(jpeg, Bytes(Jpeg));
     for (const std::string& bytes : {std::string(), std::string("no picture"), Bytes(Png).substr(0, 20)}) {
-        EXPECT_THROW(Load(png, bytes), EInvalidImage) << bytes.size();
-        EXPECT_THROW(Load(jpeg, bytes), EInvalidImage) << bytes.size();
+        EXPECT_THROW(LoadBytes(png, bytes), EInvalidImage) << bytes.size();
+        EXPECT_THROW(LoadBytes(jpeg, bytes), EInvalidImage) << bytes.size();
     }
-    EXPECT_THROW(Load(png, Bytes(Jpeg)), EInvalidImage) << "of the other kind";
-    EXPECT_THROW(Load(jpeg, Bytes(Png)), EInvalidImage);
+    EXPECT_THROW(LoadBytes(png, Bytes(Jpeg)), EInvalidImage) << "of the other kind";
+    EXPECT_THROW(LoadBytes(jpeg, Bytes(Png)), EInvalidImage);
     EXPECT_EQ(Saved(png), Bytes(Png));
     EXPECT_EQ(Saved(jpeg), Bytes(Jpeg));
 }

@@ -157,7 +157,7 @@ std::vector<std::string> SplitList(std::string_view list) {
     return parts;
 }
 
-void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
+void Substitute(std::string& text, std::string_view from, std::string_view to) {
     for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
         text.replace(at, from.size(), to);
     }
@@ -180,7 +180,7 @@ std::string Readable(std::string type) {
                  {"TSet<TOwnerDrawStateFlag>", "TOwnerDrawState"},
                  {"TSet<TShiftStateFlag>", "TShiftState"}};
     for (const auto& name : names) {
-        ReplaceAll(type, name.Compilers, name.Ours);
+        Substitute(type, name.Compilers, name.Ours);
     }
     return type;
 }

@@ -24,13 +24,13 @@ struct TImageFile::TImage {
 
 namespace {
 
-constexpr UINT MaxSide = 32767;
+constexpr UINT MaxImageSide = 32767;
 
-[[noreturn]] void Invalid() { throw EInvalidImage("The picture cannot be read"); }
+[[noreturn]] void InvalidImage() { throw EInvalidImage("The picture cannot be read"); }
 
 void Check(HRESULT result) {
     if (FAILED(result)) {
-        Invalid();
+        InvalidImage();
     }
 }
 
@@ -62,15 +62,15 @@ unique_hbitmap Decode(std::vector<uint8_t>& file, const GUID& format, int& width
     Check(factory.get()->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand, decoder.put()));
     Check(decoder.get()->GetContainerFormat(&found));
     if (found != format) {
-        Invalid();
+        InvalidImage();
     }
     Check(decoder.get()->GetFrame(0, frame.put()));
     Check(factory.get()->CreateFormatConverter(converter.put()));
     Check(converter.get()->Initialize(frame.get(), GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr, 0,
                                       WICBitmapPaletteTypeCustom));
     Check(converter.get()->GetSize(&w, &h));
-    if (w == 0 || h == 0 || w > MaxSide || h > MaxSide || uint64_t{w} * h * 4 > INT32_MAX) {
-        Invalid();
+    if (w == 0 || h == 0 || w > MaxImageSide || h > MaxImageSide || uint64_t{w} * h * 4 > INT32_MAX) {
+        InvalidImage();
     }
     unique_hbitmap image = detail::NewDib(HeaderOf(w, h));
     const detail::TImageInfo info(image.get());
@@ -83,7 +83,7 @@ unique_hbitmap Decode(std::vector<uint8_t>& file, const GUID& format, int& width
 std::vector<uint8_t> RestOf(TStream& stream) {
     const int64_t size = stream.Size() - stream.Position();
     if (size <= 0 || size > INT32_MAX) {
-        Invalid();
+        InvalidImage();
     }
     std::vector<uint8_t> bytes(static_cast<size_t>(size));
     stream.ReadBuffer(bytes.data(), bytes.size());
@@ -187,7 +187,7 @@ void TJPEGImage::ReadData(TStream& stream) {
     const uint32_t length = size[0] | uint32_t{size[1]} << 8 | uint32_t{size[2]} << 16 | uint32_t{size[3]} << 24;
     std::vector<uint8_t> bytes = RestOf(stream);
     if (bytes.size() != length) {
-        Invalid();
+        InvalidImage();
     }
     Load(std::move(bytes));
 }

@@ -33,7 +33,7 @@ struct TListHeader {
 static_assert(sizeof(TListHeader) == 28);
 
 constexpr int Columns = 4;
-constexpr int MaxImageSide = 1024;
+constexpr int MaxListSide = 1024;
 
 [[noreturn]] void InvalidList() { throw EReadError("Failed to read image list data from stream"); }
 
@@ -73,8 +73,8 @@ void TImageList::ReadData(TStream& stream) {
         InvalidList();
     }
     std::memcpy(&header, bytes.data(), sizeof(header));
-    if (header.Magic != TListHeader().Magic || header.Width == 0 || header.Height == 0 || header.Width > MaxImageSide ||
-        header.Height > MaxImageSide) {
+    if (header.Magic != TListHeader().Magic || header.Width == 0 || header.Height == 0 || header.Width > MaxListSide ||
+        header.Height > MaxListSide) {
         InvalidList();
     }
     bytes = bytes.subspan(sizeof(header));
