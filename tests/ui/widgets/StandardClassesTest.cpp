@@ -60,7 +60,7 @@ TEST(StandardClasses, TheParametersOfAllEventsHaveNames) {
         for (const TPropInfo* property : FindClass(name).Properties()) {
             if (property->Kind == TTypeKind::Event &&
                 EventParameters(name, property->Name).find(" value1") != std::string::npos) {
-                unnamed.insert(cls->Name() + "." + property->Name + "(" + EventParameters(cls->Name(), property->Name) +
+                unnamed.insert(std::string(name) + "." + property->Name + "(" + EventParameters(name, property->Name) +
                                ")");
             }
         }
