@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+struct _TREEITEM; // what an HTREEITEM of the system points to
+
 namespace kx {
 
 class TTreeNodes;
@@ -89,7 +91,7 @@ private:
     TTreeNodes& FNodes;
     TTreeNode* FParent = nullptr;
     std::vector<std::unique_ptr<TTreeNode>> FChildren;
-    struct _TREEITEM* FItem = nullptr; ///< In the window.
+    ::_TREEITEM* FItem = nullptr; ///< In the window.
     std::string FText;
     int FImageIndex = 0;
     int FSelectedIndex = 0;
