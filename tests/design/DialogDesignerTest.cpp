@@ -1,12 +1,10 @@
-// The dialog designer.
+// The dialog designer, as it is used.
 
 #include "DesignFixture.h"
 
 #include "kx/colorprint/KxColorDlg.h"
 
 #include <climits>
-
-// The dialog designer, as it is used.
 
 namespace kx::test {
 namespace {

@@ -1,4 +1,4 @@
-// The editor of places.
+// The editor of a places bar's places, as it is used.
 
 #include "DesignFixture.h"
 
@@ -7,8 +7,6 @@
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/places/KxAddPlaceForm.h"
 #include "tests/support/FormFiles.h"
-
-// The editor of a places bar's places, as it is used.
 
 namespace kx::test {
 namespace {

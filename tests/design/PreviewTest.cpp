@@ -1,4 +1,4 @@
-// Previews of dialogs with copies of designed forms.
+// Copies of designed forms, and dialogs that are shown with them before the program is compiled.
 
 #include "DesignFixture.h"
 
@@ -12,8 +12,6 @@
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/Printers.h"
-
-// Copies of designed forms, and dialogs that are shown with them before the program is compiled.
 
 namespace kx::test {
 namespace {

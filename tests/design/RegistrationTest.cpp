@@ -1,4 +1,4 @@
-// What the package of the dialogs registers.
+// What a form designer is told of the dialogs.
 
 #include "DesignFixture.h"
 
@@ -11,8 +11,6 @@
 #include "kx/opensave/KxOpenDlgEx.h"
 #include "kx/opensave/KxOpenLite.h"
 #include "kx/opensave/KxSaveDlg.h"
-
-// What a form designer is told of the dialogs.
 
 namespace kx::test {
 namespace {

@@ -131,12 +131,14 @@ struct TDesignedSide {
     bool (TKxCustDlgParams::*CanDock)() const;
 };
 
-using F = TDlgDsgnForm;
-using P = TKxCustDlgParams;
-constexpr TDesignedSide LeftSide{&F::cbLeft, &P::LeftFormName, &P::SetLeftPanel, &P::CanLeft};
-constexpr TDesignedSide TopSide{&F::cbTop, &P::TopFormName, &P::SetTopPanel, &P::CanTop};
-constexpr TDesignedSide RightSide{&F::cbRight, &P::RightFormName, &P::SetRightPanel, &P::CanRight};
-constexpr TDesignedSide BottomSide{&F::cbBottom, &P::BottomFormName, &P::SetBottomPanel, &P::CanBottom};
+using TDsgn = TDlgDsgnForm;
+using TParams = TKxCustDlgParams;
+constexpr TDesignedSide LeftSide{&TDsgn::cbLeft, &TParams::LeftFormName, &TParams::SetLeftPanel, &TParams::CanLeft};
+constexpr TDesignedSide TopSide{&TDsgn::cbTop, &TParams::TopFormName, &TParams::SetTopPanel, &TParams::CanTop};
+constexpr TDesignedSide RightSide{&TDsgn::cbRight, &TParams::RightFormName, &TParams::SetRightPanel,
+                                  &TParams::CanRight};
+constexpr TDesignedSide BottomSide{&TDsgn::cbBottom, &TParams::BottomFormName, &TParams::SetBottomPanel,
+                                   &TParams::CanBottom};
 
 void LoadDesigner(TDlgDsgnForm& form, TComponent& dialog, TKxCustDlgParams& params) {
     IProject* const project = GetActiveProject();

@@ -161,12 +161,12 @@ struct TSide {
     bool Upright; ///< The dialog gives the form its height; else its width.
 };
 
-using P = TKxCustDlgParams;
+using TParams = TKxCustDlgParams;
 constexpr std::array<TSide, 4> Sides = {{
-    {&P::LeftFormName, &P::SetLeftPanel, &P::CanLeft, &P::SetLeftForm, true},
-    {&P::TopFormName, &P::SetTopPanel, &P::CanTop, &P::SetTopForm, false},
-    {&P::RightFormName, &P::SetRightPanel, &P::CanRight, &P::SetRightForm, true},
-    {&P::BottomFormName, &P::SetBottomPanel, &P::CanBottom, &P::SetBottomForm, false},
+    {&TParams::LeftFormName, &TParams::SetLeftPanel, &TParams::CanLeft, &TParams::SetLeftForm, true},
+    {&TParams::TopFormName, &TParams::SetTopPanel, &TParams::CanTop, &TParams::SetTopForm, false},
+    {&TParams::RightFormName, &TParams::SetRightPanel, &TParams::CanRight, &TParams::SetRightForm, true},
+    {&TParams::BottomFormName, &TParams::SetBottomPanel, &TParams::CanBottom, &TParams::SetBottomForm, false},
 }};
 constexpr std::array<size_t, 4> RestoreOrder = {3, 1, 0, 2}; // bottom, top, left, right
 

@@ -1,4 +1,4 @@
-// Pages below tabs.
+// Pages below tabs, by mouse, keyboard and form file.
 
 #include "kx/ui/widgets/ComCtrlsPages.h"
 #include "kx/ui/widgets/StdCtrls.h"
@@ -320,7 +320,7 @@ TEST_F(PageControl, KeepsItsPagesInANewWindow) {
 }
 
 /// Its form file, with the ends of lines as in this source.
-std::string Written(TComponent& component) {
+std::string WrittenPage(TComponent& component) {
     std::string text = FormTextOf(component);
     std::erase(text, '\r');
     return text;
@@ -370,7 +370,7 @@ TEST_F(PageControl, PagesComeBackFromTheFormFile) {
     EXPECT_EQ(shown, 0);
     Show();
     EXPECT_TRUE(pages->ActivePage()->Controls(0)->Showing());
-    EXPECT_EQ(Written(*pages), PagesFile);
+    EXPECT_EQ(WrittenPage(*pages), PagesFile);
     pages->Free();
 }
 

@@ -1,4 +1,4 @@
-// Groups of radio buttons.
+// Groups of radio buttons, by mouse, keyboard and form file.
 
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 #include "tests/support/ErrorOf.h"
@@ -173,7 +173,7 @@ TEST_F(RadioGroup, AHandlerMayFreeIt) {
 }
 
 /// Its form file, with the ends of lines as in this source.
-std::string Written(TComponent& component) {
+std::string WrittenRadi(TComponent& component) {
     std::string text = FormTextOf(component);
     std::erase(text, '\r');
     return text;
@@ -205,7 +205,7 @@ TEST_F(RadioGroup, ComesBackFromTheFormFileWithoutAClick) {
     EXPECT_TRUE(group.Buttons(1).TabStop());
     EXPECT_EQ(group.Buttons(1).Left(), 8 + (120 - 18) / 2);
     EXPECT_EQ(clicks, 0);
-    EXPECT_EQ(Written(group), GroupFile) << "the buttons are the items";
+    EXPECT_EQ(WrittenRadi(group), GroupFile) << "the buttons are the items";
     ReadFormOver(group, "object RadioGroup1: TRadioGroup\n  ItemIndex = 2\nend\n");
     EXPECT_EQ(group.ItemIndex(), -1) << "there is no such item";
     EXPECT_FALSE(group.Buttons(1).Checked());
