@@ -131,7 +131,7 @@ TEST(FormClass, OfAFormWithNothingInsideHasNoTable) {
 }
 
 TEST(FormClass, LeavesToAncestorsAndFramesWhatTheyBring) {
-    const TFormClass cls = ClassOf("inherited Derived: TDerived\n"
+    const TFormClass cls = ClassOf("inherited Later: TLaterForm\n"
                                    "  inherited Base: TButton\n"
                                    "    OnClick = BaseClick\n"
                                    "    object Own: TButton end\n"
@@ -148,7 +148,7 @@ TEST(FormClass, LeavesToAncestorsAndFramesWhatTheyBring) {
     EXPECT_TRUE(cls.IsInherited);
     EXPECT_THAT(FieldsOf(cls), ElementsAre("TButton Own", "TSearchFrame Frame"));
     EXPECT_THAT(HandlersOf(cls), ElementsAre("BaseClick(TObject* sender)", "FrameInnerClick(TObject* sender)"));
-    EXPECT_THAT(FormClassDeclaration(cls), HasSubstr("put the class in TForm's place.\nclass TDerived"));
+    EXPECT_THAT(FormClassDeclaration(cls), HasSubstr("put the class in TForm's place.\nclass TLaterForm"));
     EXPECT_THAT(FormClassDeclaration(ClassOf(SearchForm)), Not(HasSubstr("inherits")));
 }
 
