@@ -53,6 +53,12 @@ TEST_F(ScrollBox, ControlsThatFollowTheFarEdgeDoNotWidenIt) {
     Show();
     EXPECT_EQ(Box->HorzScrollBar().Range(), 0);
     EXPECT_EQ(Box->VertScrollBar().Range(), 340);
+    Far->SetAnchors({akLeft, akTop, akRight}); // of both edges
+    Box->SetAutoScroll(true);
+    EXPECT_EQ(Box->HorzScrollBar().Range(), 0);
+    Far->SetAnchors({akLeft, akTop});
+    Box->SetAutoScroll(true);
+    EXPECT_EQ(Box->HorzScrollBar().Range(), Far->Left() + Far->Width());
 }
 
 TEST_F(ScrollBox, TheBarMovesTheControls) {
