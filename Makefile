@@ -4,7 +4,7 @@ SHELL := bash
 .ONESHELL:
 .SILENT:
 .DEFAULT_GOAL := help
-.PHONY: help test demo bench fuzz format tidy clean
+.PHONY: help test demo designer bench fuzz format tidy clean
 
 # How long `make fuzz` runs each fuzzer
 SECONDS ?= 600
@@ -26,6 +26,10 @@ test: ## build and run all tests: natively under sanitizers, then as 64- and 32-
 demo: ## show the component gallery; without a display take pictures of it into build/demo
 	$(bootstrap)
 	tools/run-demo $${presets##* }
+
+designer: ## show the form designer on the gallery's forms; without a display take pictures of it into build/designer
+	$(bootstrap)
+	tools/run-designer $${presets##* }
 
 bench: ## measure
 	$(bootstrap)

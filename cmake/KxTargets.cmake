@@ -247,3 +247,39 @@ function(kx_add_fuzzer name)
     # COST: the long ones start first and run beside the others.
     set_tests_properties("${KX_TEST_PREFIX}fuzz/${name}" PROPERTIES LABELS fuzz TIMEOUT ${limit} COST 1000)
 endfunction()
+
+# kx_add_designer(NAME REGISTER function... LINK library...)
+#
+# A form designer whose palette has the components of the framework and those that the functions register. Each is a
+# void function() of one of the libraries, with its namespace: sample::RegisterStars. Bitmap resources of the calling
+# folder (*.rc) that are named like the classes, in capital letters, are their pictures.
+function(kx_add_designer name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "REGISTER;LINK")
+    kx_glob()
+    set(declarations "")
+    foreach(function IN LISTS arg_REGISTER)
+        if(NOT function MATCHES "^((.*)::)?([A-Za-z_0-9]+)$")
+            message(FATAL_ERROR "${name}: ${function} is no name of a function")
+        endif()
+        if(CMAKE_MATCH_2)
+            string(APPEND declarations "namespace ${CMAKE_MATCH_2} {\nvoid ${CMAKE_MATCH_3}();\n}\n")
+        else()
+            string(APPEND declarations "void ${CMAKE_MATCH_3}();\n")
+        endif()
+    endforeach()
+    list(JOIN arg_REGISTER ", " functions)
+    set(source "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp")
+    file(CONFIGURE OUTPUT "${source}" CONTENT
+"#include \"designer/DesignerProgram.h\"
+#include \"kx/win/Windows.h\"
+
+${declarations}
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) { return kx::designer::RunDesigner({${functions}}); }
+" @ONLY)
+    add_executable(${name} "${source}")
+    set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
+    target_link_libraries(${name} PRIVATE ${arg_LINK} kx_designer kx_options)
+    kx_use_precompiled(${name} kx_pch)
+    kx_add_resources(${name} ${KX_SCRIPTS})
+    kx_add_manifest(${name})
+endfunction()

@@ -1,0 +1,133 @@
+// Forms in design state.
+
+#include "designer/DesignedForm.h"
+
+#include "kx/core/FormText.h"
+#include "kx/win/Windows.h"
+
+#include <array>
+
+namespace kx::designer {
+
+const TClass& TDesignedForm::StaticClass() {
+    static const TClassBuilder<TDesignedForm> cls("TDesignedForm", TForm::StaticClass(), [](auto& c) {
+        using T = TDesignedForm;
+        const auto always = [](const TObject&) { return true; };
+        c.Property("Left", &T::DesignLeft, &T::SetDesignLeft).Stored = always;
+        c.Property("Top", &T::DesignTop, &T::SetDesignTop).Stored = always;
+        c.Property("BorderStyle", &T::BorderStyle, &T::SetDesignBorderStyle).Default = bsSizeable;
+        c.Property("Visible", &T::DesignVisible, &T::SetDesignVisible).Default = false;
+    });
+    return cls.Class();
+}
+
+TDesignedForm::TDesignedForm(TComponent* owner) : TForm(owner) { SetDesigning(true); }
+
+TDesignedForm::~TDesignedForm() = default;
+
+void TDesignedForm::SetDesignBorderStyle(TFormBorderStyle value) {
+    const int width = ClientWidth();
+    const int height = ClientHeight();
+    SetBorderStyle(value);
+    if (!IsLoading()) {
+        SetClientSize(width, height);
+        Invalidate();
+    }
+}
+
+void TDesignedForm::SetGridSize(int value) {
+    if (FGridSize != value) {
+        FGridSize = value;
+        Invalidate();
+    }
+}
+
+/// Some controls change when they get their windows, as tool bars that size themselves. That is no change of the form,
+/// so it is done before the form counts as read.
+void TDesignedForm::Loaded() {
+    TForm::Loaded();
+    if (ParentWindow()) {
+        HandleNeeded();
+    }
+}
+
+void TDesignedForm::Paint() {
+    constexpr int patternSize = 8; // of what every system can make a brush
+    if (FGridSize <= 0) {
+        return;
+    }
+    const HDC dc = Canvas().Handle();
+    const COLORREF dots = static_cast<COLORREF>(ColorToRGB(clBtnShadow));
+    if (FGridSize != patternSize) {
+        for (int y = 0; y < ClientHeight(); y += FGridSize) {
+            for (int x = 0; x < ClientWidth(); x += FGridSize) {
+                ::SetPixelV(dc, x, y, dots);
+            }
+        }
+        return;
+    }
+    // One dot in the corner of a square of 8 pixels; rows are of 16 bits. A zero takes the colour of texts.
+    std::array<WORD, patternSize> rows;
+    rows.fill(0x00FF);
+    rows[0] = 0x007F;
+    const unique_hbitmap bitmap(CreateBitmap(patternSize, patternSize, 1, 1, rows.data()));
+    const HBRUSH brush = CreatePatternBrush(bitmap.get());
+    SetTextColor(dc, dots);
+    SetBkColor(dc, static_cast<COLORREF>(ColorToRGB(Color())));
+    SetBrushOrgEx(dc, 0, 0, nullptr);
+    const RECT all{0, 0, ClientWidth(), ClientHeight()};
+    ::FillRect(dc, &all, brush);
+    DeleteObject(brush);
+}
+
+const TClass& TUnknownBox::StaticClass() {
+    static const TClassBuilder<TUnknownBox> cls("TUnknownBox", TCustomControl::StaticClass(),
+                                                [](auto& c) { c.Creatable(); });
+    return cls.Class();
+}
+
+TUnknownBox::TUnknownBox(TComponent* owner) : TCustomControl(owner) {
+    constexpr int width = 120;
+    constexpr int height = 24;
+    SetControlStyle({csOpaque});
+    SetBounds(0, 0, width, height);
+}
+
+TUnknownBox::~TUnknownBox() = default;
+
+void TUnknownBox::Paint() {
+    TCanvas& canvas = Canvas();
+    canvas.Brush().SetColor(clInfoBk);
+    canvas.FillRect(ClientRect());
+    canvas.Brush().SetColor(clBtnShadow);
+    canvas.FrameRect(ClientRect());
+    TRect text = ClientRect();
+    canvas.Brush().SetColor(clInfoBk);
+    canvas.Font().SetColor(clInfoText);
+    const TRect inner{text.Left + 2, text.Top + 1, text.Right - 2, text.Bottom - 1};
+    text = inner;
+    canvas.DrawText(Name() + ": " + FormClassName(), text, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
+}
+
+TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent) {
+    TDesignedFormPtr form(new TDesignedForm);
+    if (parent) {
+        form->SetParentWindow(parent);
+    }
+    TStaticMemoryStream stream(bytes.data(), bytes.size());
+    ReadComponent(stream, form.get(), [](TReader& reader) {
+        reader.SetKeepsUnknown(true);
+        reader.SetOnPlaceholder(
+            [](TReader&, const std::string&, const TClass*& cls) { cls = &TUnknownBox::StaticClass(); });
+    });
+    form->AfterConstruction();
+    return form;
+}
+
+std::string WriteForm(TDesignedForm& form) {
+    TMemoryStream stream;
+    WriteComponent(stream, form, TStreamFormat::Binary);
+    return std::string(stream.Bytes());
+}
+
+} // namespace kx::designer

@@ -1,0 +1,479 @@
+// The main window of the form designer.
+
+#include "designer/DesignerForm.h"
+
+#include "designer/Files.h"
+#include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
+
+#include <algorithm>
+
+namespace kx::designer {
+
+namespace {
+constexpr UINT_PTR RecoveryTimer = 1;
+constexpr UINT RecoveryPause = 2000; // milliseconds
+} // namespace
+
+const TClass& TDesignerForm::StaticClass() {
+    static const TClassBuilder<TDesignerForm> cls("TDesignerForm", TForm::StaticClass(), [](auto& c) {
+        using T = TDesignerForm;
+        c.Field("Palette", &T::Palette);
+        c.Field("Structure", &T::Structure);
+        c.Field("Inspector", &T::Inspector);
+        c.Field("Surface", &T::Surface);
+        c.Field("TextMemo", &T::TextMemo);
+        c.Field("StatusPanel", &T::StatusPanel);
+        c.Field("ProjectList", &T::ProjectList);
+        c.Field("FormTabs", &T::FormTabs);
+        c.Field("ViewTabs", &T::ViewTabs);
+        c.Field("FormMenu", &T::FormMenu);
+        c.Field("RecentMenu", &T::RecentMenu);
+        c.Field("MainMenu", &T::MainMenu);
+        c.Method("CommandClick", &T::CommandClick);
+        c.Method("MenuOpens", &T::MenuOpens);
+        c.Method("ProjectListClick", &T::ProjectListClick);
+        c.Method("FormTabsChange", &T::FormTabsChange);
+        c.Method("ViewTabsChange", &T::ViewTabsChange);
+        c.Method("FormCloseQuery", &T::FormCloseQuery);
+    });
+    return cls.Class();
+}
+
+TDesignerForm::TDesignerForm(TComponent* owner) : TForm(owner) {
+    RegisterClasses<TLabel, TPanel, TListBox, TMemo, TTabControl, TMainMenu, TPopupMenu, TMenuItem>();
+    InitForm(*this, StaticClass());
+    AddCommands();
+    AddArrangeCommands();
+    Palette->ReadPages();
+    Palette->Buttons().SetOnChosen([this](TObject*) { Surface->SetTool(Palette->Buttons().Chosen()); });
+    Palette->Buttons().SetOnDropWanted([this](TObject*) { DropChosen(); });
+    Surface->SetOnToolUsed([this](TObject*) { Palette->Buttons().SetChosen(Surface->Tool()); });
+    Surface->SetOnEdit([this](TObject*) { EditComponent(); });
+    Surface->SetOnMenu([this](const TPoint& screen) { ShowFormMenu(screen); });
+    Structure->SetOnFailed([this](const std::string& message) { Say(message); });
+    SetModuleServices(this);
+    // A component that throws while it paints would open a message box each time.
+    Application().SetOnException([this](TObject*, const std::exception& error) { Say(error.what()); });
+    UpdateAll();
+}
+
+TDesignerForm::~TDesignerForm() {
+    Destroying();
+    Surface->SetDesigner(nullptr);
+    Inspector->ShowSelection(nullptr);
+    Structure->ShowForm(nullptr);
+    FDocument = nullptr;
+    FProject.reset();
+    SetModuleServices(nullptr);
+    Application().SetOnException(nullptr);
+}
+
+std::string TDesignerForm::BaseRegistryKey() const { return "Software\\kxqdlgs70\\Designer"; }
+
+void TDesignerForm::WndProc(TMessage& message) {
+    TForm::WndProc(message);
+    switch (message.Msg) {
+    case WM_CREATE: SetTimer(WindowHandle(), RecoveryTimer, RecoveryPause, nullptr); break;
+    case WM_TIMER:
+        if (message.WParam == RecoveryTimer) {
+            for (TDocument* document : OpenDocuments()) {
+                document->UpdateRecovery();
+            }
+        }
+        break;
+    case WM_ACTIVATEAPP:
+        if (message.WParam != 0 && !IsLoading()) {
+            Application().QueueCall([this, alive = TAlive(*this)] {
+                if (alive) {
+                    CheckForChanges();
+                }
+            });
+        }
+        break;
+    default: break;
+    }
+}
+
+// --- Messages to the user
+
+void TDesignerForm::Say(const std::string& message) { StatusPanel->SetCaption(" " + message); }
+
+/// Does something that may fail: then a message box says why, and nothing else has happened.
+bool TDesignerForm::Attempt(const std::function<void()>& work) {
+    try {
+        work();
+        return true;
+    } catch (const EAbort&) {
+        return false;
+    } catch (const std::exception& error) {
+        Say(error.what());
+        Application().MessageBox(error.what(), Caption(), MB_OK | MB_ICONERROR);
+        return false;
+    }
+}
+
+// --- Documents
+
+HWND TDesignerForm::FormWindow() { return Surface->Handle(); }
+
+std::vector<TDocument*> TDesignerForm::OpenDocuments() const {
+    std::vector<TDocument*> documents;
+    for (int i = 0; FProject && i < FProject->ModuleCount(); ++i) {
+        if (FProject->Module(i).IsOpen()) {
+            documents.push_back(&FProject->Module(i));
+        }
+    }
+    return documents;
+}
+
+void TDesignerForm::DocumentOpened(TDocument& document) {
+    TFormDesigner& designer = document.Designer();
+    const auto isShown = [this, &document] { return FDocument == &document; };
+    designer.SetOnChanged([this, isShown] {
+        if (isShown()) {
+            Surface->UpdateMarks();
+            Structure->ShowForm(Current());
+            Inspector->UpdateValues();
+            UpdateTitle();
+        }
+    });
+    designer.SetOnSelectionChanged([this, isShown] {
+        if (isShown()) {
+            SelectionShown();
+        }
+    });
+    designer.SetOnFormReplaced([this, isShown] {
+        if (isShown()) {
+            Surface->FormReplaced();
+            Structure->ShowForm(Current());
+        }
+    });
+    designer.SetOnShowMethod([this](const std::string& name) { Say("Handler: " + name); });
+    ShowDocument(document);
+}
+
+void TDesignerForm::SelectionShown() {
+    Surface->UpdateMarks();
+    Structure->UpdateSelection();
+    Inspector->ShowSelection(Current());
+    const std::vector<TComponent*> selected = Current()->SelectedComponents();
+    if (selected.size() == 1) {
+        Say(selected.front()->Name() + ": " + selected.front()->FormClassName());
+    } else {
+        Say(IntToStr(static_cast<int64_t>(selected.size())) + " components are selected");
+    }
+}
+
+void TDesignerForm::ShowDocument(TDocument& document) {
+    if (FDocument == &document && Surface->Designer() == Current()) {
+        return;
+    }
+    if (FDocument && FDocument != &document && !TakeText()) {
+        UpdateTabs();
+        return;
+    }
+    if (TFormDesigner* const before = Current()) {
+        before->Form().SetVisible(false);
+    }
+    FDocument = &document;
+    FView = FormView;
+    Surface->SetDesigner(Current());
+    UpdateAll();
+}
+
+void TDesignerForm::ShowNone() {
+    Surface->SetDesigner(nullptr);
+    Inspector->ShowSelection(nullptr);
+    Structure->ShowForm(nullptr);
+    FDocument = nullptr;
+    FView = FormView;
+    UpdateAll();
+}
+
+void TDesignerForm::OpenDocument(TDocument& document) {
+    if (document.IsOpen()) {
+        ShowDocument(document);
+        return;
+    }
+    if (Attempt([&] { document.Open(); })) {
+        OfferRecovery(document);
+    } else {
+        UpdateTabs();
+    }
+}
+
+/// What a session that ended badly has left.
+void TDesignerForm::OfferRecovery(TDocument& document) {
+    if (!document.HasRecovery()) {
+        return;
+    }
+    const int answer =
+        Application().MessageBox("There are changes to " + NameOfFile(document.FileName()) +
+                                     " that were not saved when the designer ended.\n\n" + "Do you want them back?",
+                                 Caption(), MB_YESNO | MB_ICONQUESTION);
+    if (answer == IDYES) {
+        Attempt([&] { document.Recover(); });
+    } else {
+        document.DropRecovery();
+    }
+}
+
+bool TDesignerForm::OpenPath(const std::string& path) {
+    if (FProject) {
+        if (TDocument* const known = FProject->Find(FullPath(path))) {
+            OpenDocument(*known);
+            return known->IsOpen();
+        }
+        if (HasExtension(path, ".dfm")) {
+            TDocument& document = FProject->Add(FullPath(path));
+            OpenDocument(document);
+            if (!document.IsOpen()) {
+                FProject->Remove(document);
+            }
+            UpdateAll();
+            return FProject->Find(FullPath(path)) != nullptr;
+        }
+    }
+    std::unique_ptr<TProject> project;
+    if (!CloseAll() || !Attempt([&] { project = std::make_unique<TProject>(*this, path); })) {
+        return false;
+    }
+    SetProject(std::move(project));
+    AddRecent(FProject->FileName());
+    if (FProject->ModuleCount() > 0) {
+        int first = 0;
+        for (int i = 0; i < FProject->ModuleCount(); ++i) {
+            if (!FProject->MainForm().empty() && FProject->Module(i).FormName() == FProject->MainForm()) {
+                first = i;
+            }
+        }
+        OpenDocument(FProject->Module(first));
+        return FProject->Module(first).IsOpen();
+    }
+    return true;
+}
+
+void TDesignerForm::SetProject(std::unique_ptr<TProject> project) {
+    ShowNone();
+    FProject = std::move(project);
+    UpdateAll();
+}
+
+bool TDesignerForm::CloseDocument(TDocument& document) {
+    if (!document.IsOpen()) {
+        return true;
+    }
+    if (!MayClose(document)) {
+        return false;
+    }
+    document.DropRecovery();
+    const bool wasShown = FDocument == &document;
+    if (wasShown) {
+        ShowNone();
+    }
+    document.Close();
+    if (wasShown && !OpenDocuments().empty()) {
+        ShowDocument(*OpenDocuments().front());
+    }
+    UpdateAll();
+    return true;
+}
+
+/// Asks about what is not saved. False: the document stays open.
+bool TDesignerForm::MayClose(TDocument& document) {
+    if (FDocument == &document && !TakeText()) {
+        return false;
+    }
+    if (!document.IsModified()) {
+        return true;
+    }
+    const int answer = Application().MessageBox("Save the changes to " + NameOfFile(document.FileName()) + "?",
+                                                Caption(), MB_YESNOCANCEL | MB_ICONQUESTION);
+    return answer == IDNO || (answer == IDYES && SaveDocument(document));
+}
+
+bool TDesignerForm::CloseAll() {
+    for (TDocument* document : OpenDocuments()) {
+        if (!CloseDocument(*document)) {
+            return false;
+        }
+    }
+    if (FProject && FProject->IsModified()) {
+        return Attempt([&] { FProject->Save(); });
+    }
+    return true;
+}
+
+void TDesignerForm::FormCloseQuery(TObject*, bool& canClose) { canClose = CloseAll(); }
+
+bool TDesignerForm::SaveDocument(TDocument& document) {
+    if (FDocument == &document && !TakeText()) {
+        return false;
+    }
+    if (document.IsChangedByOthers()) {
+        const int answer = Application().MessageBox(NameOfFile(document.FileName()) +
+                                                        " has been changed by another program.\n\nOverwrite it?",
+                                                    Caption(), MB_YESNO | MB_ICONWARNING);
+        if (answer != IDYES) {
+            return false;
+        }
+        document.IgnoreChangeByOthers();
+    }
+    const bool saved = Attempt([&] { document.Save(); });
+    if (saved) {
+        Say("Saved " + document.FileName());
+    }
+    UpdateTitle();
+    return saved;
+}
+
+void TDesignerForm::CheckForChanges() {
+    if (FChecking) {
+        return;
+    }
+    const TFieldScope checking(*this, FChecking, true);
+    for (TDocument* document : OpenDocuments()) {
+        if (!document->IsChangedByOthers()) {
+            continue;
+        }
+        const int answer = Application().MessageBox(
+            NameOfFile(document->FileName()) + " has been changed by another program.\n\nRead it again?" +
+                (document->IsModified() ? " Your own changes can be got back by Undo." : ""),
+            Caption(), MB_YESNO | MB_ICONQUESTION);
+        if (answer != IDYES || !Attempt([&] { document->Reload(); })) {
+            document->IgnoreChangeByOthers();
+        }
+        UpdateTitle();
+    }
+}
+
+// --- What is shown
+
+void TDesignerForm::UpdateAll() {
+    UpdateTabs();
+    UpdateView();
+    Structure->ShowForm(Current());
+    Inspector->ShowSelection(Current());
+    UpdateTitle();
+}
+
+void TDesignerForm::UpdateTitle() {
+    std::string title = "Form designer";
+    if (FDocument) {
+        title = NameOfFile(FDocument->FileName()) + (FDocument->IsModified() ? "*" : "") + " - " + title;
+    } else if (FProject) {
+        title = NameOfFile(FProject->FileName()) + " - " + title;
+    }
+    SetCaption(title);
+    UpdateTabs();
+    UpdateMenus();
+}
+
+void TDesignerForm::UpdateTabs() {
+    const TFieldScope refreshing(*this, FRefreshing, true);
+    TStringList tabs;
+    int chosen = -1;
+    for (TDocument* document : OpenDocuments()) {
+        if (document == FDocument) {
+            chosen = tabs.Count();
+        }
+        tabs.Add(NameOfFile(document->FileName()) + (document->IsModified() ? "*" : ""));
+    }
+    if (!FormTabs->Tabs().Equals(tabs)) {
+        FormTabs->SetTabs(tabs);
+    }
+    FormTabs->SetTabIndex(chosen);
+    TStringList files;
+    int current = -1;
+    for (int i = 0; FProject && i < FProject->ModuleCount(); ++i) {
+        if (&FProject->Module(i) == FDocument) {
+            current = i;
+        }
+        files.Add(RelativePath(FProject->Folder(), FProject->Module(i).FileName()));
+    }
+    if (!ProjectList->Items().Equals(files)) {
+        ProjectList->SetItems(files);
+    }
+    if (ProjectList->ItemIndex() != current) {
+        ProjectList->SetItemIndex(current);
+    }
+}
+
+void TDesignerForm::ProjectListClick(TObject*) {
+    const int index = ProjectList->ItemIndex();
+    if (!FRefreshing && FProject && index >= 0 && index < FProject->ModuleCount()) {
+        OpenDocument(FProject->Module(index));
+    }
+}
+
+void TDesignerForm::FormTabsChange(TObject*) {
+    const std::vector<TDocument*> documents = OpenDocuments();
+    const int index = FormTabs->TabIndex();
+    if (index >= 0 && index < static_cast<int>(documents.size())) {
+        ShowDocument(*documents[static_cast<size_t>(index)]);
+    }
+}
+
+// --- Views
+
+void TDesignerForm::SetView(TView view) {
+    if (!Current()) {
+        view = FormView;
+    }
+    if (FView == view || !TakeText()) {
+        ViewTabs->SetTabIndex(FView);
+        return;
+    }
+    FView = view;
+    UpdateView();
+}
+
+void TDesignerForm::ViewTabsChange(TObject*) { SetView(static_cast<TView>(ViewTabs->TabIndex())); }
+
+void TDesignerForm::UpdateView() {
+    ViewTabs->SetTabIndex(FView);
+    if (FView == TextView_) {
+        ShowText();
+    } else if (FView == ClassView) {
+        ShowClass();
+    }
+    TextMemo->SetReadOnly(FView == ClassView);
+    TextMemo->SetVisible(FView != FormView);
+    Surface->SetVisible(FView == FormView);
+}
+
+void TDesignerForm::ShowText() {
+    TextMemo->SetText(FormText(Current()->State()));
+    FShownText = TextMemo->Text();
+}
+
+/// Makes the form of what the user has changed in the text view. False: the text is wrong and stays, and the line is
+/// shown.
+bool TDesignerForm::TakeText() {
+    if (FView != TextView_ || !Current() || TextMemo->Text() == FShownText) {
+        return true;
+    }
+    const std::string text = TextMemo->Text();
+    try {
+        Current()->Replace(text, "Text");
+        FShownText = text;
+        return true;
+    } catch (const std::exception& error) {
+        const std::string message = error.what();
+        const size_t at = message.rfind("line ");
+        const int line = at == std::string::npos ? 0 : atoi(message.c_str() + at + 5);
+        if (line > 0) {
+            const auto start = SendMessageA(TextMemo->Handle(), EM_LINEINDEX, static_cast<WPARAM>(line) - 1, 0);
+            const auto length = SendMessageA(TextMemo->Handle(), EM_LINELENGTH, static_cast<WPARAM>(start), 0);
+            SendMessageA(TextMemo->Handle(), EM_SETSEL, static_cast<WPARAM>(start), start + length);
+            SendMessageA(TextMemo->Handle(), EM_SCROLLCARET, 0, 0);
+        }
+        Say(message);
+        ViewTabs->SetTabIndex(FView);
+        Application().MessageBox(message, Caption(), MB_OK | MB_ICONERROR);
+        return false;
+    }
+}
+
+} // namespace kx::designer

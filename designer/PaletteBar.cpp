@@ -1,0 +1,151 @@
+// The palette of components.
+
+#include "designer/PaletteBar.h"
+
+#include "designer/ClassIcons.h"
+#include "kx/ide/Palette.h"
+#include "kx/win/Windows.h"
+
+namespace kx::designer {
+
+namespace {
+constexpr int ButtonSize = 30;
+}
+
+const TClass& TPaletteButtons::StaticClass() {
+    static const TClassBuilder<TPaletteButtons> cls("TPaletteButtons", TCustomControl::StaticClass());
+    return cls.Class();
+}
+
+TPaletteButtons::TPaletteButtons(TComponent* owner) : TCustomControl(owner) {
+    SetDoubleBuffered(true);
+    SetShowHint(true);
+}
+
+TPaletteButtons::~TPaletteButtons() = default;
+
+void TPaletteButtons::ShowClasses(std::vector<const TClass*> classes) {
+    FClasses = std::move(classes);
+    Invalidate();
+}
+
+void TPaletteButtons::SetChosen(const TClass* value) {
+    if (FChosen != value) {
+        FChosen = value;
+        Invalidate();
+    }
+}
+
+TRect TPaletteButtons::ButtonRect(const TClass* cls) const {
+    int index = 0;
+    for (size_t i = 0; cls && i < FClasses.size(); ++i) {
+        index = FClasses[i] == cls ? static_cast<int>(i) + 1 : index;
+    }
+    return {2 + index * ButtonSize, 2, 2 + (index + 1) * ButtonSize, 2 + ButtonSize};
+}
+
+int TPaletteButtons::ButtonAt(int x, int y) const {
+    const int index = (x - 2) / ButtonSize;
+    const bool isIn = x >= 2 && y >= 2 && y < 2 + ButtonSize && index <= static_cast<int>(FClasses.size());
+    return isIn ? index : -1;
+}
+
+void TPaletteButtons::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
+    TCustomControl::MouseDown(button, shift, x, y);
+    const int index = ButtonAt(x, y);
+    if (button == mbLeft && index >= 0) {
+        SetChosen(index == 0 ? nullptr : FClasses[static_cast<size_t>(index) - 1]);
+        FOnChosen(this);
+    }
+}
+
+void TPaletteButtons::MouseMove(TShiftState shift, int x, int y) {
+    TCustomControl::MouseMove(shift, x, y);
+    const int index = ButtonAt(x, y);
+    SetHint(index < 0 ? "" : index == 0 ? "Select" : FClasses[static_cast<size_t>(index) - 1]->Name());
+}
+
+void TPaletteButtons::DblClick() {
+    TCustomControl::DblClick();
+    if (FChosen) {
+        FOnDropWanted(this);
+    }
+}
+
+void TPaletteButtons::Paint() {
+    TCanvas& canvas = Canvas();
+    const auto draw = [&](const TClass* cls) {
+        const TRect r = ButtonRect(cls);
+        const bool isChosen = cls == FChosen;
+        canvas.Brush().SetColor(isChosen ? clWindow : clBtnFace);
+        canvas.FillRect(r);
+        if (isChosen) {
+            RECT edge{r.Left, r.Top, r.Right, r.Bottom};
+            DrawEdge(canvas.Handle(), &edge, BDR_SUNKENOUTER, BF_RECT);
+        }
+        DrawClassIcon(canvas, r, cls);
+    };
+    draw(nullptr);
+    for (const TClass* cls : FClasses) {
+        draw(cls);
+    }
+}
+
+const TClass& TPaletteBar::StaticClass() {
+    static const TClassBuilder<TPaletteBar> cls("TPaletteBar", TPanel::StaticClass(), [](auto& c) { c.Creatable(); });
+    return cls.Class();
+}
+
+TPaletteBar::TPaletteBar(TComponent* owner) : TPanel(owner) {
+    constexpr int searchWidth = 130;
+    constexpr int searchHeight = 21;
+    constexpr int margin = 4;
+    FSearchPanel.SetBevelOuter(bvNone);
+    FSearchPanel.SetBounds(0, 0, searchWidth + 2 * margin, Height());
+    FSearchPanel.SetAlign(alLeft);
+    FSearchPanel.SetParent(this);
+    FSearchLabel.SetCaption("Find a compo&nent");
+    FSearchLabel.SetFocusControl(&FSearch);
+    FSearchLabel.SetBounds(margin, margin, searchWidth, searchHeight);
+    FSearchLabel.SetParent(&FSearchPanel);
+    FSearch.SetBounds(margin, margin + searchHeight, searchWidth, searchHeight);
+    FSearch.SetParent(&FSearchPanel);
+    FSearch.SetHint("Find components by a part of their names");
+    FSearch.SetOnChange([this](TObject*) { Fill(); });
+    FTabs.SetAlign(alClient);
+    FTabs.SetParent(this);
+    FTabs.SetOnChange([this](TObject*) {
+        FSearch.SetText("");
+        Fill();
+    });
+    FButtons.SetParent(&FTabs);
+    FButtons.SetAlign(alClient);
+}
+
+TPaletteBar::~TPaletteBar() { FSearch.SetOnChange(nullptr); }
+
+void TPaletteBar::ReadPages() {
+    FTabs.Tabs().Clear();
+    for (const TPalettePage& page : PalettePages()) {
+        FTabs.Tabs().Add(page.Name);
+    }
+    FTabs.SetTabIndex(0);
+    Fill();
+}
+
+void TPaletteBar::Fill() {
+    const std::string wanted = UpperCase(FSearch.Text());
+    std::vector<const TClass*> classes;
+    int index = 0;
+    for (const TPalettePage& page : PalettePages()) {
+        for (const TClass* cls : page.Classes) {
+            if (wanted.empty() ? index == FTabs.TabIndex() : UpperCase(cls->Name()).find(wanted) != std::string::npos) {
+                classes.push_back(cls);
+            }
+        }
+        ++index;
+    }
+    FButtons.ShowClasses(std::move(classes));
+}
+
+} // namespace kx::designer

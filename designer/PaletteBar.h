@@ -1,0 +1,67 @@
+#pragma once
+
+#include "kx/ui/widgets/ComCtrls.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/StdCtrls.h"
+
+#include <string>
+#include <vector>
+
+namespace kx::designer {
+
+/// The pictures of a page of the palette, side by side; the first is an arrow, which chooses no component.
+class TPaletteButtons : public TCustomControl {
+    KX_CLASS()
+
+    explicit TPaletteButtons(TComponent* owner = nullptr);
+    ~TPaletteButtons() override;
+
+    void ShowClasses(std::vector<const TClass*> classes);
+    const std::vector<const TClass*>& Classes() const { return FClasses; }
+    const TClass* Chosen() const { return FChosen; }
+    void SetChosen(const TClass* value);
+    TRect ButtonRect(const TClass* cls) const; ///< Null: the arrow's. In client coordinates.
+
+    const TNotifyEvent& OnChosen() const { return FOnChosen; }
+    void SetOnChosen(TNotifyEvent value) { FOnChosen = std::move(value); }
+    /// A picture was clicked twice: its component is wanted in the middle of what is selected.
+    void SetOnDropWanted(TNotifyEvent value) { FOnDropWanted = std::move(value); }
+
+protected:
+    void Paint() override;
+    void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
+    void MouseMove(TShiftState shift, int x, int y) override;
+    void DblClick() override;
+
+private:
+    int ButtonAt(int x, int y) const; ///< 0 is the arrow; -1: none.
+
+    std::vector<const TClass*> FClasses;
+    const TClass* FChosen = nullptr;
+    TNotifyEvent FOnChosen;
+    TNotifyEvent FOnDropWanted;
+};
+
+/// The component palette: pages of pictures, and a field that finds components by parts of their names.
+class TPaletteBar : public TPanel {
+    KX_CLASS()
+
+    explicit TPaletteBar(TComponent* owner = nullptr);
+    ~TPaletteBar() override;
+
+    void ReadPages(); ///< Shows what is registered by now.
+    TPaletteButtons& Buttons() { return FButtons; }
+    TTabControl& Tabs() { return FTabs; }
+    TEdit& Search() { return FSearch; }
+
+private:
+    void Fill();
+
+    TPanel FSearchPanel;
+    TLabel FSearchLabel;
+    TEdit FSearch;
+    TTabControl FTabs;
+    TPaletteButtons FButtons;
+};
+
+} // namespace kx::designer

@@ -1,0 +1,85 @@
+// The components of the framework, for the designer.
+
+#include "designer/StandardPackage.h"
+
+#include "designer/DialogEditors.h"
+#include "designer/FormDesigner.h"
+#include "kx/graphics/ImgList.h"
+#include "kx/ide/Palette.h"
+#include "kx/ide/StockEditors.h"
+#include "kx/ui/StandardClasses.h"
+#include "kx/ui/controls/ActnList.h"
+#include "kx/ui/controls/Menus.h"
+#include "kx/ui/dialogs/Dialogs.h"
+#include "kx/ui/dialogs/DialogsColor.h"
+#include "kx/ui/dialogs/DialogsPrint.h"
+#include "kx/ui/widgets/Buttons.h"
+#include "kx/ui/widgets/ComCtrls.h"
+#include "kx/ui/widgets/ComCtrlsBars.h"
+#include "kx/ui/widgets/ComCtrlsPageScroller.h"
+#include "kx/ui/widgets/ComCtrlsPages.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/ui/widgets/ComCtrlsTree.h"
+#include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
+#include "kx/ui/widgets/GridsString.h"
+#include "kx/ui/widgets/ScrollBoxes.h"
+#include "kx/ui/widgets/Splitters.h"
+#include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/Timers.h"
+
+#include <vector>
+
+namespace kx::designer {
+
+namespace {
+
+/// The name of a component: of a form in this designer it is one that C++ takes too.
+class TNameProperty : public TComponentNameProperty {
+public:
+    using TComponentNameProperty::TComponentNameProperty;
+    void SetValue(const std::string& value) override {
+        if (const auto* const designer = dynamic_cast<TFormDesigner*>(&Designer())) {
+            designer->CheckName(value);
+        }
+        TComponentNameProperty::SetValue(value);
+    }
+};
+
+/// Those of the classes that form files may make.
+void Offer(const std::string& page, const std::vector<const TClass*>& classes) {
+    for (const TClass* cls : classes) {
+        if (cls->IsCreatable()) {
+            RegisterComponents(page, {cls});
+        }
+    }
+}
+
+} // namespace
+
+void RegisterStandardPackage() {
+    static bool done = false;
+    if (std::exchange(done, true)) {
+        return;
+    }
+    RegisterStandardClasses();
+    RegisterStockEditors();
+    RegisterPropertyEditor(TTypeKind::String, &TComponent::StaticClass(), "Name", MakePropertyEditor<TNameProperty>);
+    RegisterDialogEditors();
+    Offer("Standard",
+          {&TMainMenu::StaticClass(), &TPopupMenu::StaticClass(), &TLabel::StaticClass(), &TEdit::StaticClass(),
+           &TMemo::StaticClass(), &TButton::StaticClass(), &TCheckBox::StaticClass(), &TRadioButton::StaticClass(),
+           &TListBox::StaticClass(), &TComboBox::StaticClass(), &TGroupBox::StaticClass(), &TRadioGroup::StaticClass(),
+           &TPanel::StaticClass(), &TActionList::StaticClass()});
+    Offer("Additional",
+          {&TSpeedButton::StaticClass(), &TStringGrid::StaticClass(), &TDrawGrid::StaticClass(), &TImage::StaticClass(),
+           &TBevel::StaticClass(), &TScrollBox::StaticClass(), &TSplitter::StaticClass()});
+    Offer("Win32", {&TTabControl::StaticClass(), &TPageControl::StaticClass(), &TImageList::StaticClass(),
+                    &TProgressBar::StaticClass(), &TTreeView::StaticClass(), &TListView::StaticClass(),
+                    &TToolBar::StaticClass(), &TStatusBar::StaticClass(), &TPageScroller::StaticClass()});
+    Offer("System", {&TTimer::StaticClass(), &TPaintBox::StaticClass()});
+    Offer("Dialogs", {&TOpenDialog::StaticClass(), &TSaveDialog::StaticClass(), &TColorDialog::StaticClass(),
+                      &TPrintDialog::StaticClass()});
+}
+
+} // namespace kx::designer

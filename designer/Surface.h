@@ -1,0 +1,137 @@
+#pragma once
+
+#include "designer/FormDesigner.h"
+#include "designer/Overlay.h"
+#include "designer/Snapping.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kx::designer {
+
+/// The place where a form is designed: shows the form as a window, with its grid and handles, and gets all that the
+/// mouse does in it. The controls of the form get nothing of that. Keys go to the surface, which takes the focus.
+class TDesignSurface : public TCustomControl {
+    KX_CLASS()
+
+    explicit TDesignSurface(TComponent* owner = nullptr);
+    ~TDesignSurface() override;
+
+    TFormDesigner* Designer() const { return FDesigner; }
+    /// Not owned; null shows nothing. Before a designer ends it is taken away here.
+    void SetDesigner(TFormDesigner* value);
+    void FormReplaced(); ///< The designer has another form object.
+    void UpdateMarks();  ///< What is selected, or its place, has changed.
+
+    /// The class whose component the next click or drag puts on the form; null: none, clicks select.
+    const TClass* Tool() const { return FTool; }
+    void SetTool(const TClass* value) { FTool = value; }
+
+    bool ShowsTabOrder() const { return FShowsTabOrder; }
+    /// Numbers show the order in which Tab goes through the controls; a click on the next control gives it the next
+    /// one.
+    void SetShowsTabOrder(bool value);
+    int GridSize() const { return FSnapping.Grid; }
+    void SetGridSize(int value);
+    bool ShowsGrid() const { return FShowsGrid; }
+    void SetShowsGrid(bool value);
+    bool UsesGuides() const { return FSnapping.UseGuides; }
+    void SetUsesGuides(bool value) { FSnapping.UseGuides = value; }
+
+    const TOverlay& Overlay() const { return FOverlay; }
+    /// The component at a point of the surface; the form itself where there is no other. Null outside of the form.
+    TComponent* ComponentAt(const TPoint& point) const;
+    /// Where the component is, in client coordinates of the surface; of an icon its picture.
+    TRect PlaceOf(const TComponent& component) const;
+
+    void WndProc(TMessage& message) override;
+    void CreateParams(TCreateParams& params) override;
+
+    const TNotifyEvent& OnToolUsed() const { return FOnToolUsed; }
+    void SetOnToolUsed(TNotifyEvent value) { FOnToolUsed = std::move(value); }
+    /// The selected component is to be edited: a double click.
+    void SetOnEdit(TNotifyEvent value) { FOnEdit = std::move(value); }
+    /// A menu is wanted, at that point of the screen.
+    void SetOnMenu(TEvent<void(const TPoint& screen)> value) { FOnMenu = std::move(value); }
+
+protected:
+    void Paint() override;
+    void CreateWnd() override;
+    void Resize() override;
+    void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
+    void MouseMove(TShiftState shift, int x, int y) override;
+    void MouseUp(TMouseButton button, TShiftState shift, int x, int y) override;
+    void DblClick() override;
+    void KeyDown(uint16_t& key, TShiftState shift) override;
+    bool WantsKey(uint16_t key, TShiftState shift) override;
+
+private:
+    class TMouseHook;
+    enum class TDrag : uint8_t { None, Waiting, Move, Size, Band, Create };
+    struct TMoved {
+        TComponent* Component;
+        TAlive Alive;
+        TRect Before; ///< Its bounds, or its place as an icon.
+    };
+
+    bool TakesMouseOf(HWND window) const;
+    TPoint FormOrigin() const; ///< Corner of the form's client area.
+    TPoint ToForm(const TPoint& point) const;
+    void PlaceForm();
+    void Scroll(int bar, int command, int position);
+    std::vector<TOverlayItem> MarksOf() const;
+    void AddSelection(std::vector<TOverlayItem>& items) const;
+    void AddGhosts(TWinControl& parent, std::vector<TOverlayItem>& items) const;
+    void AddTabOrder(TWinControl& parent, std::vector<TOverlayItem>& items) const;
+    TControl* ControlIn(TWinControl& parent, const TPoint& point, bool hidden) const;
+    TControl* OwnControlAt(const TPoint& formPoint) const;
+    TComponent* IconAt(const TPoint& formPoint) const;
+    int HandleAt(const TPoint& point) const; ///< 0 to 7 around, clockwise from the upper left; -1: none.
+    std::vector<TRect> HandlesOf(const TRect& r) const;
+    bool CanSize(const TComponent& component) const;
+
+    void Press(const TPoint& point, TShiftState shift);
+    void GiveTabOrder(TControl& control);
+    void StartMoved();
+    void DragTo(const TPoint& point, TShiftState shift);
+    void MoveTo(const TPoint& formPoint, bool snap);
+    void SizeTo(const TPoint& formPoint, bool snap);
+    void EndDrag();
+    void CancelDrag();
+    void SelectInBand(bool add);
+    void CreateInBand();
+    TRect BandRect() const; ///< In client coordinates of the form.
+    std::vector<TRect> Neighbours(const TWinControl* parent) const;
+    void ShowCursorAt(const TPoint& point) const;
+    bool ArrowKey(uint16_t key, TShiftState shift);
+    void SelectNextComponent(bool forward);
+    void SelectNearest(int dx, int dy);
+
+    TFormDesigner* FDesigner = nullptr;
+    TOverlay FOverlay;
+    const TClass* FTool = nullptr;
+    TSnapping FSnapping;
+    bool FShowsGrid = true;
+    bool FShowsTabOrder = false;
+    int FNextTab = 0;
+    const TWinControl* FTabParent = nullptr; ///< Compared only.
+    TPoint FScroll{0, 0};
+
+    TDrag FDrag = TDrag::None;
+    TPoint FPressed{0, 0}; ///< Of the surface; what follows is of the form.
+    TPoint FDragFrom{0, 0};
+    TPoint FDragAt{0, 0};
+    int FHandle = -1;
+    bool FAddsToSelection = false;
+    bool FReleasing = false; ///< The left button has just been released.
+    std::vector<TMoved> FMoved;
+    TWinControl* FContainer = nullptr; ///< Of a band or a new component, while it is dragged.
+    std::vector<TGuide> FGuides;
+
+    TNotifyEvent FOnToolUsed;
+    TNotifyEvent FOnEdit;
+    TEvent<void(const TPoint&)> FOnMenu;
+};
+
+} // namespace kx::designer

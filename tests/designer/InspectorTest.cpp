@@ -1,0 +1,166 @@
+// Properties and events are edited in the inspector.
+
+#include "WindowFixture.h"
+
+namespace kx::test {
+namespace {
+
+using designer::TInspectorGrid;
+
+class Inspector : public TDesignerWindowTest {
+protected:
+    Inspector() { Open(); }
+
+    TInspectorGrid& Grid() const { return Window->ObjectInspector().Grid(); }
+    int Row(const std::string& name) const {
+        const int row = Grid().FindRow(name);
+        EXPECT_GE(row, 0) << name;
+        return row;
+    }
+    std::string Value(const std::string& name) const { return Grid().RowValue(Row(name)); }
+    TPoint ValueAt(const std::string& name) const {
+        Grid().SelectRow(Row(name));
+        const TRect r = Grid().ValueRect(Row(name));
+        return Grid().ClientToScreen({r.Left + 20, (r.Top + r.Bottom) / 2});
+    }
+    /// Clicks the value, types the text over it and presses Return.
+    void Enter(const std::string& name, std::string_view text) {
+        ClickOn(ValueAt(name));
+        Press('A', {VK_CONTROL});
+        TypeText(text);
+        Press(VK_RETURN);
+    }
+    void SelectOnForm(const std::string& name) { ClickOn(At(name)); }
+};
+
+TEST_F(Inspector, ShowsThePropertiesOfWhatIsSelected) {
+    SelectOnForm("OkButton");
+    EXPECT_EQ(Value("Caption"), "OK");
+    EXPECT_EQ(Value("ModalResult"), "mrOk");
+    EXPECT_EQ(Value("Enabled"), "True");
+    EXPECT_EQ(Value("Anchors"), "[akLeft,akTop]");
+    EXPECT_EQ(Value("Font"), "(TFont)");
+    EXPECT_EQ(Grid().FindRow("OnClick"), -1);
+    EXPECT_TRUE(Grid().RowIsBold(Row("ModalResult")));
+    EXPECT_FALSE(Grid().RowIsBold(Row("Enabled")));
+    EXPECT_EQ(Window->ObjectInspector().Components().Text(), "OkButton: TButton");
+    Screenshot("designer-inspector", Window->Handle());
+}
+
+TEST_F(Inspector, WhatIsTypedIsSet) {
+    SelectOnForm("OkButton");
+    Enter("Left", "24");
+    EXPECT_EQ(The("OkButton").Left(), 24);
+    EXPECT_EQ(Designer().Steps().UndoText(), "Left");
+    Enter("Cursor", "crHelp");
+    EXPECT_EQ(The("OkButton").Cursor(), crHelp);
+    Designer().Undo();
+    Designer().Undo();
+    EXPECT_EQ(Text(), SampleForm);
+}
+
+TEST_F(Inspector, TheCaptionIsSeenLetterByLetter) {
+    SelectOnForm("OkButton");
+    ClickOn(ValueAt("Caption"));
+    Press('A', {VK_CONTROL});
+    TypeText("ye");
+    Settle();
+    EXPECT_EQ(The("OkButton").Caption(), "ye") << "before Return";
+}
+
+TEST_F(Inspector, AWrongValueIsToldBesideTheRowAndTheOldOneStays) {
+    SelectOnForm("OkButton");
+    for (const char* wrong : {"abc", "99999999999", "1.5", ""}) {
+        Enter("Width", wrong);
+        EXPECT_THAT(Grid().Error(), testing::Not(IsEmpty())) << wrong;
+        EXPECT_EQ(The("OkButton").Width(), 75) << wrong;
+        EXPECT_FALSE(Designer().CanUndo());
+    }
+    Screenshot("designer-error", Window->Handle());
+    Press(VK_ESCAPE);
+    EXPECT_THAT(Grid().Error(), IsEmpty());
+    EXPECT_EQ(Value("Width"), "75");
+    Enter("Name", "nameedit");
+    EXPECT_THAT(Grid().Error(), HasSubstr("nameedit"));
+    Press(VK_ESCAPE);
+    Enter("Name", "2nd");
+    EXPECT_THAT(Grid().Error(), testing::Not(IsEmpty()));
+    EXPECT_EQ(Text(), SampleForm);
+}
+
+TEST_F(Inspector, SetsAndPartsAreExpanded) {
+    SelectOnForm("NameLabel");
+    Grid().SelectRow(Row("Font"));
+    const TRect r = Grid().RowRect(Row("Font"));
+    ClickOn(Grid().ClientToScreen({8, (r.Top + r.Bottom) / 2}));
+    Enter("Font.Size", "14");
+    EXPECT_EQ(The("NameLabel").Font().Size(), 14);
+    EXPECT_EQ(Value("ParentFont"), "False") << "follows";
+    Grid().Expand(Row("Anchors"), true);
+    Enter("Anchors.akRight", "True");
+    EXPECT_EQ(The("NameLabel").Anchors(), (TAnchors{akLeft, akTop, akRight}));
+    Designer().Undo();
+    Designer().Undo();
+    EXPECT_EQ(Text(), SampleForm);
+}
+
+TEST_F(Inspector, SeveralComponentsAreEditedAtOnce) {
+    Designer().Select({&The("OkButton"), &The("NameEdit")});
+    Settle();
+    EXPECT_EQ(Value("Left"), "") << "they differ";
+    EXPECT_EQ(Value("Enabled"), "True");
+    EXPECT_EQ(Grid().FindRow("Name"), -1);
+    EXPECT_EQ(Grid().FindRow("ModalResult"), -1) << "an edit has none";
+    Enter("Width", "60");
+    EXPECT_EQ(The("OkButton").Width(), 60);
+    EXPECT_EQ(The("NameEdit").Width(), 60);
+    Designer().Undo();
+    EXPECT_EQ(Text(), SampleForm) << "one step";
+}
+
+TEST_F(Inspector, ADoubleClickOnAnEventMakesItsHandler) {
+    SelectOnForm("NameEdit");
+    Grid().SetShowsEvents(true);
+    const TRect r = Grid().RowRect(Row("OnChange"));
+    DoubleClickAt(Grid().ClientToScreen({30, (r.Top + r.Bottom) / 2}));
+    Settle();
+    EXPECT_EQ(Value("OnChange"), "NameEditChange");
+    EXPECT_THAT(Text(), HasSubstr("OnChange = NameEditChange"));
+    Enter("OnEnter", "class");
+    EXPECT_THAT(Grid().Error(), HasSubstr("class"));
+    Press(VK_ESCAPE);
+    Enter("OnEnter", "OkButtonClick");
+    EXPECT_EQ(Value("OnEnter"), "OkButtonClick") << "the same signature";
+    Enter("OnKeyPress", "OkButtonClick");
+    EXPECT_THAT(Grid().Error(), HasSubstr("another kind"));
+}
+
+TEST_F(Inspector, AFilterLeavesJustWhatIsLookedFor) {
+    SelectOnForm("OkButton");
+    Window->ObjectInspector().Filter().SetText("wid");
+    Settle();
+    ASSERT_EQ(Grid().RowCount(), 1);
+    EXPECT_EQ(Grid().RowName(0), "Width");
+}
+
+TEST_F(Inspector, TheListOfComponentsSelects) {
+    TComboBox& list = Window->ObjectInspector().Components();
+    const int index = list.Items().IndexOf("NameEdit: TEdit");
+    ASSERT_GE(index, 0);
+    ChooseInCombo(list.Handle(), index);
+    Settle();
+    EXPECT_EQ(PrimaryName(), "NameEdit");
+}
+
+TEST_F(Inspector, KeepsNothingOfADeletedComponent) {
+    SelectOnForm("OkButton");
+    ClickOn(ValueAt("Left"));
+    TypeText("7");
+    Designer().DeleteSelected();
+    Settle();
+    EXPECT_FALSE(Has("OkButton"));
+    EXPECT_EQ(Value("Name"), "Box");
+}
+
+} // namespace
+} // namespace kx::test
