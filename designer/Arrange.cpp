@@ -115,8 +115,9 @@ void NudgeSelected(TFormDesigner& designer, int x, int y, bool size) {
         return;
     }
     designer.Do(size ? "Size" : "Move", [&] {
-        for (TControl* control : Movable(designer)) {
-            const bool isInside = std::ranges::any_of(Movable(designer), [&](TControl* other) {
+        const std::vector<TControl*> controls = Movable(designer);
+        for (TControl* control : controls) {
+            const bool isInside = std::ranges::any_of(controls, [&](TControl* other) {
                 const auto* const around = dynamic_cast<TWinControl*>(other);
                 return around && around != control && around->ContainsControl(control);
             });

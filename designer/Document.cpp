@@ -95,10 +95,11 @@ void TDocument::Save() {
 }
 
 void TDocument::SaveAs(const std::string& path) {
+    const std::string recovery = RecoveryPath();
     const std::string before = std::exchange(FPath, path);
     try {
         Save();
-        DeleteFileA((before + ".~recover").c_str());
+        DeleteFileA(recovery.c_str());
     } catch (...) {
         FPath = before;
         throw;

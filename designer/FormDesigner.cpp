@@ -13,6 +13,16 @@ bool AcceptsControls(const TComponent& component) {
     return control && control->ControlStyle().Contains(csAcceptsControls);
 }
 
+std::string FirstFreeName(const std::string& className, const std::function<bool(const std::string& name)>& isTaken) {
+    const std::string base = className.size() > 1 && className[0] == 'T' ? className.substr(1) : className;
+    for (int i = 1;; ++i) {
+        std::string name = base + IntToStr(i);
+        if (!isTaken(name)) {
+            return name;
+        }
+    }
+}
+
 TFormDesigner::TFormDesigner(const std::string& bytes, HWND parent) : FParent(parent) {
     FForm = ReadForm(bytes, FParent);
     FUndo.Start(WriteForm(*FForm));
@@ -116,13 +126,7 @@ TComponent* TFormDesigner::Find(const std::string& name) const {
 }
 
 std::string TFormDesigner::UniqueName(const std::string& className) const {
-    const std::string base = className.size() > 1 && className[0] == 'T' ? className.substr(1) : className;
-    for (int i = 1;; ++i) {
-        std::string name = base + IntToStr(i);
-        if (!Find(name)) {
-            return name;
-        }
-    }
+    return FirstFreeName(className, [this](const std::string& name) { return Find(name) != nullptr; });
 }
 
 // --- Methods

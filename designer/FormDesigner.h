@@ -5,6 +5,7 @@
 #include "designer/UndoStack.h"
 #include "kx/ide/Designer.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -83,6 +84,10 @@ public:
     bool Locked() const { return FLocked; } ///< The mouse and the keyboard move and size nothing.
     void SetLocked(bool value) { FLocked = value; }
 
+    /// What takes a new control that is wanted there: the component itself, or the nearest around it that holds
+    /// controls.
+    TWinControl* ContainerFor(TComponent* wanted) const;
+
     /// The form is another object now.
     void SetOnFormReplaced(TEvent<void()> value) { FOnFormReplaced = std::move(value); }
     void SetOnChanged(TEvent<void()> value) { FOnChanged = std::move(value); }
@@ -90,6 +95,7 @@ public:
     void SetOnShowMethod(TEvent<void(const std::string&)> value) { FOnShowMethod = std::move(value); }
 
 private:
+    void Step(const std::string& (TUndoStack::*go)());
     void GoTo(const std::string& from, const std::string& state);
     bool Follow(const TFormDifference& difference);
     void Insert(TComponent& parent, const TFormNode& node, size_t index);
@@ -98,7 +104,6 @@ private:
     void Forget(TComponent& component);
     bool Free(TComponent& component);
     TComponent* Find(const std::string& name) const;
-    TWinControl* ContainerFor(TComponent* wanted) const;
     std::vector<TComponent*> Outermost() const;
     std::vector<std::string> SelectedNames() const;
     void SelectNames(const std::vector<std::string>& names);
@@ -120,5 +125,7 @@ private:
 
 /// The component can hold controls that the user puts into it.
 bool AcceptsControls(const TComponent& component);
+/// The class's name without its T, with the first number that makes it a name which nobody has.
+std::string FirstFreeName(const std::string& className, const std::function<bool(const std::string& name)>& isTaken);
 
 } // namespace kx::designer

@@ -45,15 +45,9 @@ void RenameTaken(TFormNode& node, const std::function<bool(const std::string&)>&
         return isTaken(name) || std::ranges::any_of(used, [&](const std::string& one) { return SameText(one, name); });
     };
     if (node.Name.empty() || !IsValidIdent(node.Name) || isUsed(node.Name)) {
-        const std::string base = node.ClassName.substr(node.ClassName.starts_with('T') ? 1 : 0);
-        for (int i = 1;; ++i) {
-            const std::string name = base + IntToStr(i);
-            if (!isUsed(name)) {
-                renamed.emplace_back(node.Name, name);
-                node.Name = name;
-                break;
-            }
-        }
+        const std::string name = FirstFreeName(node.ClassName, isUsed);
+        renamed.emplace_back(node.Name, name);
+        node.Name = name;
     }
     used.push_back(node.Name);
     for (TFormNode& child : node.Children) {
@@ -109,20 +103,21 @@ void TFormDesigner::Do(const std::string& what, const std::function<void()>& cha
 
 void TFormDesigner::Undo() {
     if (FUndo.CanUndo()) {
-        const std::string from = FUndo.State();
-        GoTo(from, FUndo.Undo());
-        FOnChanged();
-        NotifyItemsModified(*this);
+        Step(&TUndoStack::Undo);
     }
 }
 
 void TFormDesigner::Redo() {
     if (FUndo.CanRedo()) {
-        const std::string from = FUndo.State();
-        GoTo(from, FUndo.Redo());
-        FOnChanged();
-        NotifyItemsModified(*this);
+        Step(&TUndoStack::Redo);
     }
+}
+
+void TFormDesigner::Step(const std::string& (TUndoStack::*go)()) {
+    const std::string from = FUndo.State();
+    GoTo(from, (FUndo.*go)());
+    FOnChanged();
+    NotifyItemsModified(*this);
 }
 
 /// Brings the form from the state that it is in into one that it has had: by what differs when that can be done in

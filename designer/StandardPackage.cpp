@@ -28,8 +28,6 @@
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Timers.h"
 
-#include <vector>
-
 namespace kx::designer {
 
 namespace {
@@ -46,15 +44,6 @@ public:
     }
 };
 
-/// Those of the classes that form files may make.
-void Offer(const std::string& page, const std::vector<const TClass*>& classes) {
-    for (const TClass* cls : classes) {
-        if (cls->IsCreatable()) {
-            RegisterComponents(page, {cls});
-        }
-    }
-}
-
 } // namespace
 
 void RegisterStandardPackage() {
@@ -66,20 +55,20 @@ void RegisterStandardPackage() {
     RegisterStockEditors();
     RegisterPropertyEditor(TTypeKind::String, &TComponent::StaticClass(), "Name", MakePropertyEditor<TNameProperty>);
     RegisterDialogEditors();
-    Offer("Standard",
-          {&TMainMenu::StaticClass(), &TPopupMenu::StaticClass(), &TLabel::StaticClass(), &TEdit::StaticClass(),
-           &TMemo::StaticClass(), &TButton::StaticClass(), &TCheckBox::StaticClass(), &TRadioButton::StaticClass(),
-           &TListBox::StaticClass(), &TComboBox::StaticClass(), &TGroupBox::StaticClass(), &TRadioGroup::StaticClass(),
-           &TPanel::StaticClass(), &TActionList::StaticClass()});
-    Offer("Additional",
-          {&TSpeedButton::StaticClass(), &TStringGrid::StaticClass(), &TDrawGrid::StaticClass(), &TImage::StaticClass(),
-           &TBevel::StaticClass(), &TScrollBox::StaticClass(), &TSplitter::StaticClass()});
-    Offer("Win32", {&TTabControl::StaticClass(), &TPageControl::StaticClass(), &TImageList::StaticClass(),
-                    &TProgressBar::StaticClass(), &TTreeView::StaticClass(), &TListView::StaticClass(),
-                    &TToolBar::StaticClass(), &TStatusBar::StaticClass(), &TPageScroller::StaticClass()});
-    Offer("System", {&TTimer::StaticClass(), &TPaintBox::StaticClass()});
-    Offer("Dialogs", {&TOpenDialog::StaticClass(), &TSaveDialog::StaticClass(), &TColorDialog::StaticClass(),
-                      &TPrintDialog::StaticClass()});
+    RegisterComponents("Standard", {&TMainMenu::StaticClass(), &TPopupMenu::StaticClass(), &TLabel::StaticClass(),
+                                    &TEdit::StaticClass(), &TMemo::StaticClass(), &TButton::StaticClass(),
+                                    &TCheckBox::StaticClass(), &TRadioButton::StaticClass(), &TListBox::StaticClass(),
+                                    &TComboBox::StaticClass(), &TGroupBox::StaticClass(), &TRadioGroup::StaticClass(),
+                                    &TPanel::StaticClass(), &TActionList::StaticClass()});
+    RegisterComponents("Additional", {&TSpeedButton::StaticClass(), &TStringGrid::StaticClass(),
+                                      &TDrawGrid::StaticClass(), &TImage::StaticClass(), &TBevel::StaticClass(),
+                                      &TScrollBox::StaticClass(), &TSplitter::StaticClass()});
+    RegisterComponents("Win32", {&TTabControl::StaticClass(), &TPageControl::StaticClass(), &TImageList::StaticClass(),
+                                 &TProgressBar::StaticClass(), &TTreeView::StaticClass(), &TListView::StaticClass(),
+                                 &TToolBar::StaticClass(), &TStatusBar::StaticClass(), &TPageScroller::StaticClass()});
+    RegisterComponents("System", {&TTimer::StaticClass(), &TPaintBox::StaticClass()});
+    RegisterComponents("Dialogs", {&TOpenDialog::StaticClass(), &TSaveDialog::StaticClass(),
+                                   &TColorDialog::StaticClass(), &TPrintDialog::StaticClass()});
 }
 
 } // namespace kx::designer

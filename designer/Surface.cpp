@@ -275,6 +275,26 @@ TRect TDesignSurface::PlaceOf(const TComponent& component) const {
             corner.y + control->Top() + control->Height()};
 }
 
+TRect TDesignSurface::PlaceInForm(const TControl& control) const {
+    const TPoint origin = FormOrigin();
+    const TRect place = PlaceOf(control);
+    return {place.Left - origin.X, place.Top - origin.Y, place.Right - origin.X, place.Bottom - origin.Y};
+}
+
+TRect TDesignSurface::FormMarks() const {
+    constexpr int gap = 4;
+    const TRect r = FDesigner->Form().BoundsRect();
+    return {r.Left - gap, r.Top - gap, r.Right + gap, r.Bottom + gap};
+}
+
+/// Right, corner, below: the form's other corner stays where it is.
+bool TDesignSurface::SizesForm(size_t handle) { return handle >= 3 && handle <= 5; }
+
+bool TDesignSurface::IsHiddenInFile(const TControl& control) {
+    const TPropInfo* const visible = control.ClassType().FindProperty("Visible");
+    return !control.Visible() && visible && visible->IsStored(control);
+}
+
 void TDesignSurface::UpdateMarks() {
     if (!FDesigner || !HandleAllocated()) {
         Invalidate();
@@ -322,15 +342,9 @@ std::vector<TOverlayItem> TDesignSurface::MarksOf() const {
 
 void TDesignSurface::AddSelection(std::vector<TOverlayItem>& items) const {
     const std::vector<TComponent*> selected = FDesigner->SelectedComponents();
-    const TPoint origin = FormOrigin();
-    for (const TComponent* component : selected) {
-        if (component == &FDesigner->Form() || !dynamic_cast<const TControl*>(component)) {
-            continue;
-        }
-        TRect place = PlaceOf(*component);
-        place = {place.Left - origin.X, place.Top - origin.Y, place.Right - origin.X, place.Bottom - origin.Y};
-        const bool canSize = selected.size() == 1 && CanSize(*component);
-        const std::vector<TRect> handles = HandlesOf(place);
+    for (const TControl* control : FDesigner->SelectedControls()) {
+        const bool canSize = selected.size() == 1 && CanSize(*control);
+        const std::vector<TRect> handles = HandlesOf(PlaceInForm(*control));
         for (size_t i = 0; i < handles.size(); ++i) {
             if (canSize || i % 2 == 0) { // of several just the corners
                 items.push_back({canSize ? TOverlayItem::Handle : TOverlayItem::DimHandle, handles[i], {}});
@@ -340,44 +354,33 @@ void TDesignSurface::AddSelection(std::vector<TOverlayItem>& items) const {
 }
 
 void TDesignSurface::AddGhosts(TWinControl& parent, std::vector<TOverlayItem>& items) const {
-    const TPoint origin = FormOrigin();
     for (int i = 0; i < parent.ControlCount(); ++i) {
         TControl& control = *parent.Controls(i);
-        const TPropInfo* const visible = control.ClassType().FindProperty("Visible");
         if (!control.Visible()) {
-            if (visible && visible->IsStored(control)) { // else its class shows and hides it, as pages
-                const TRect place = PlaceOf(control);
-                items.push_back(
-                    {TOverlayItem::Ghost,
-                     {place.Left - origin.X, place.Top - origin.Y, place.Right - origin.X, place.Bottom - origin.Y},
-                     control.Name()});
+            if (IsHiddenInFile(control)) {
+                items.push_back({TOverlayItem::Ghost, PlaceInForm(control), control.Name()});
             }
         } else if (auto* const windowed = dynamic_cast<TWinControl*>(&control)) {
             AddGhosts(*windowed, items);
         } else if (auto* const image = dynamic_cast<TImage*>(&control);
                    (image && !image->Picture().Graphic()) || dynamic_cast<TPaintBox*>(&control)) {
-            const TRect place = PlaceOf(control); // nothing of it would be seen
-            items.push_back(
-                {TOverlayItem::Empty,
-                 {place.Left - origin.X, place.Top - origin.Y, place.Right - origin.X, place.Bottom - origin.Y},
-                 {}});
+            items.push_back({TOverlayItem::Empty, PlaceInForm(control), {}}); // nothing of it would be seen
         }
     }
 }
 
 void TDesignSurface::AddTabOrder(TWinControl& parent, std::vector<TOverlayItem>& items) const {
-    const TPoint origin = FormOrigin();
     for (int i = 0; i < parent.ControlCount(); ++i) {
         auto* const control = dynamic_cast<TWinControl*>(parent.Controls(i));
         if (!control || !control->Visible() || control->Owner() != &FDesigner->Form()) {
             continue;
         }
-        const TRect place = PlaceOf(*control);
-        const TPoint at{place.Left - origin.X, place.Top - origin.Y};
+        const TRect place = PlaceInForm(*control);
         constexpr int width = 18;
         constexpr int height = 14;
-        items.push_back(
-            {TOverlayItem::Badge, {at.X, at.Y, at.X + width, at.Y + height}, IntToStr(control->TabOrder())});
+        items.push_back({TOverlayItem::Badge,
+                         {place.Left, place.Top, place.Left + width, place.Top + height},
+                         IntToStr(control->TabOrder())});
         AddTabOrder(*control, items);
     }
 }
@@ -394,11 +397,9 @@ void TDesignSurface::Paint() {
     if (!FDesigner->IsSelected(form)) {
         return;
     }
-    const TRect r = form.BoundsRect();
-    constexpr int gap = 4;
-    const std::vector<TRect> handles = HandlesOf({r.Left - gap, r.Top - gap, r.Right + gap, r.Bottom + gap});
+    const std::vector<TRect> handles = HandlesOf(FormMarks());
     for (size_t i = 0; i < handles.size(); ++i) {
-        const bool sizes = i >= 3 && i <= 5 && !FDesigner->Locked(); // right, corner, below
+        const bool sizes = SizesForm(i) && !FDesigner->Locked();
         canvas.Brush().SetColor(sizes ? clWhite : clBtnShadow);
         canvas.FillRect(handles[i]);
         canvas.Brush().SetColor(sizes ? clHighlight : clBtnFace);

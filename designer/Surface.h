@@ -78,6 +78,10 @@ private:
     bool TakesMouseOf(HWND window) const;
     TPoint FormOrigin() const; ///< Corner of the form's client area.
     TPoint ToForm(const TPoint& point) const;
+    TRect PlaceInForm(const TControl& control) const; ///< In client coordinates of the form.
+    TRect FormMarks() const;                          ///< What the handles of the form stand around.
+    static bool SizesForm(size_t handle);
+    static bool IsHiddenInFile(const TControl& control); ///< By its own Visible; pages are hidden by their class.
     void PlaceForm();
     void Scroll(int bar, int command, int position);
     std::vector<TOverlayItem> MarksOf() const;

@@ -42,11 +42,7 @@ void TDesignSurface::Press(const TPoint& point, TShiftState shift) {
         return;
     }
     if (FTool && component) {
-        TComponent* around = component;
-        while (around && !AcceptsControls(*around)) {
-            around = around->GetParentComponent();
-        }
-        FContainer = around ? static_cast<TWinControl*>(around) : &FDesigner->Form();
+        FContainer = FDesigner->ContainerFor(component);
         FDrag = TDrag::Create;
         return;
     }

@@ -24,8 +24,7 @@ TControl* TDesignSurface::ControlIn(TWinControl& parent, const TPoint& point, bo
                 continue;
             }
             if (hidden) {
-                const TPropInfo* const visible = control->ClassType().FindProperty("Visible");
-                if (visible && visible->IsStored(*control)) {
+                if (IsHiddenInFile(*control)) {
                     return control;
                 }
                 continue;
@@ -96,17 +95,12 @@ int TDesignSurface::HandleAt(const TPoint& point) const {
     if (!isForm && !CanSize(*selected.front())) {
         return -1;
     }
-    constexpr int gap = 4;
     constexpr int reach = 1;
-    TRect place = PlaceOf(*selected.front());
-    if (isForm) {
-        place = {place.Left - gap, place.Top - gap, place.Right + gap, place.Bottom + gap};
-    }
-    const std::vector<TRect> handles = HandlesOf(place);
-    for (int i = 0; i < static_cast<int>(handles.size()); ++i) {
-        const TRect& r = handles[static_cast<size_t>(i)];
+    const std::vector<TRect> handles = HandlesOf(isForm ? FormMarks() : PlaceOf(*selected.front()));
+    for (size_t i = 0; i < handles.size(); ++i) {
+        const TRect& r = handles[i];
         if (Contains({r.Left - reach, r.Top - reach, r.Right + reach, r.Bottom + reach}, point)) {
-            return isForm && (i < 3 || i > 5) ? -1 : i;
+            return isForm && !SizesForm(i) ? -1 : static_cast<int>(i);
         }
     }
     return -1;
