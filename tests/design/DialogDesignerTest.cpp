@@ -1,6 +1,6 @@
 // The dialog designer, as it is used.
 
-#include "DesignFixture.h"
+#include "DialogDesignerFixture.h"
 
 #include "kx/colorprint/KxColorDlg.h"
 
@@ -9,56 +9,7 @@
 namespace kx::test {
 namespace {
 
-class DialogDesigner : public TDesignTest {
-protected:
-    DialogDesigner() {
-        Host.AddModule("Second");
-        Host.AddModule("Third");
-        Params.PosParams().SetShiftX(3);
-        Params.PosParams().SetShiftY(-4);
-        Params.SetLeftFormName("Second");
-    }
-
-    static TDlgDsgnForm& Form() { return *Find<TDlgDsgnForm>(); }
-
-    /// Opens the designer, does the steps in it, and tells whether the dialog has changed.
-    bool Customize(TComponent& dialog, std::vector<TStep> steps) {
-        steps.insert(steps.begin(), Await("the designer", IsOpen<TDlgDsgnForm>()));
-        return RunDialog([&] { return ShowTemplateDesigner(dialog); }, std::move(steps));
-    }
-    bool Customize(std::vector<TStep> steps) { return Customize(*Dialog, std::move(steps)); }
-
-    static TStep PressOk() {
-        return Perform("OK", [] { PressButton(Form().Button2->Handle()); });
-    }
-    static TStep PressCancel() {
-        return Perform("Cancel", [] { PressButton(Form().Button1->Handle()); });
-    }
-    static std::vector<std::string> TextsOf(TComboBox& combo) {
-        std::vector<std::string> texts;
-        for (int i = 0; i < combo.Items().Count(); ++i) {
-            texts.push_back(combo.Items()[i]);
-        }
-        return texts;
-    }
-    /// The picture on top of the others.
-    static TControl* TopPicture() {
-        TControl* top = nullptr;
-        for (int i = 0; i < Form().TabSheet2->ControlCount(); ++i) {
-            TControl* const control = Form().TabSheet2->Controls(i);
-            top = dynamic_cast<TImage*>(control) ? control : top;
-        }
-        return top;
-    }
-    /// The user chooses that position.
-    static void Choose(int position) {
-        Form().PageControl1->SetActivePage(Form().TabSheet2);
-        PressButton(Form().rg1->Buttons(position).Handle());
-    }
-
-    TKxOpenDialog* Dialog = Add<TKxOpenDialog>();
-    TKxCustDlgParams& Params = Dialog->CustDlgParams();
-};
+class DialogDesigner : public TDialogDesignerTest {};
 
 TEST_F(DialogDesigner, ShowsWhatTheDialogHas) {
     Params.SetTopFormName("T");
@@ -411,122 +362,6 @@ TEST_F(DialogDesigner, ConfirmingItTellsTheDesigner) {
     EXPECT_EQ(confirm([&] { ExecuteVerb(*color, 0); }), 1);
     EXPECT_EQ(confirm([&] { EditorOf(*Dialog, "CustDlgParams")->Edit(); }), 2);
     EXPECT_EQ(confirm([&] { EditorOf(*color, "CustDlgParams")->Edit(); }), 1);
-}
-
-// --- The preview
-
-TStep CancelWhenShown(TComponent& dialog, TAction look = {}) {
-    auto& common = dynamic_cast<TCommonDialog&>(dialog);
-    return {"the dialog shows", Shown(common), [&common, look = std::move(look)] {
-                if (look) {
-                    look();
-                }
-                PressButton(ItemOf(common, IDCANCEL));
-            }};
-}
-
-TEST_F(DialogDesigner, APreviewLeavesPositionFitAndShiftsAsTheyWere) {
-    AddForm("Second");
-    Params.SetPosition(dpOwnerCenter);
-    Customize({Perform("preview",
-                       [] {
-                           Choose(dpFormCenter);
-                           Form().cbForm->SetDroppedDown(false);
-                           Form().eX->SetText("20");
-                           Form().eY->SetText("-30");
-                           Form().chkFit->SetChecked(true);
-                           Form().PageControl1->SetActivePage(Form().TabSheet3);
-                           PressButton(Form().Button3->Handle());
-                       }),
-               CancelWhenShown(*Dialog,
-                               [&] {
-                                   EXPECT_FALSE(Form().Visible());
-                                   EXPECT_EQ(Params.Position(), dpScrCenter) << "no form to be centred over";
-                                   EXPECT_TRUE(Params.PosParams().FitToScreen());
-                                   EXPECT_EQ(Params.PosParams().ShiftX(), 20);
-                                   EXPECT_EQ(Params.PosParams().ShiftY(), -30);
-                                   const TRect r = ScreenRectOf(Dialog->DlgHandle());
-                                   EXPECT_NEAR((r.Left + r.Right) / 2, Screen().Width() / 2 + 20, 1);
-                                   EXPECT_NEAR((r.Top + r.Bottom) / 2, Screen().Height() / 2 - 30, 1);
-                               }),
-               {"the designer is back", IsOpen<TDlgDsgnForm>(),
-                [&] {
-                    EXPECT_EQ(Form().rg1->ItemIndex(), dpFormCenter);
-                    EXPECT_EQ(Form().eX->Text(), "20");
-                }},
-               PressCancel()});
-    EXPECT_EQ(Params.Position(), dpOwnerCenter);
-    EXPECT_FALSE(Params.PosParams().FitToScreen());
-    EXPECT_EQ(Params.PosParams().ShiftX(), 3);
-    EXPECT_EQ(Params.PosParams().ShiftY(), -4);
-    EXPECT_EQ(Params.LeftFormName(), "Second");
-}
-
-TEST_F(DialogDesigner, AfterAPreviewItIs300PixelsHighAndUsable) {
-    AddForm("Preview");
-    Params.SetLeftFormName("");
-    EXPECT_TRUE(Customize({Perform("preview",
-                                   [] {
-                                       Form().SetHeight(500);
-                                       PressButton(Form().Button3->Handle());
-                                   }),
-                           CancelWhenShown(*Dialog),
-                           {"the designer is back", IsOpen<TDlgDsgnForm>(), [] {
-                                EXPECT_EQ(Form().Height(), 300);
-                                EXPECT_LE(Form().Button2->Top() + Form().Button2->Height(), Form().ClientHeight());
-                                EXPECT_GE(Form().Button2->Top(),
-                                          Form().PageControl1->Top() + Form().PageControl1->Height());
-                                Screenshot("dialog-designer-after", Form().Handle());
-                                Click(Form().Button2->Handle());
-                            }}}));
-}
-
-TEST_F(DialogDesigner, APreviewWithABadShiftRaisesTheErrorAndShowsNothing) {
-    int height = 0;
-    Customize({Perform("preview",
-                       [&] {
-                           height = Form().Height();
-                           Choose(dpScrCenter);
-                           Form().eX->SetText("1");
-                           Form().eY->SetText("abc");
-                           PressButton(Form().Button3->Handle());
-                           EXPECT_THAT(TakeExceptions(), ElementsAre("'abc' is not a valid integer value"));
-                           Form().eX->SetText("");
-                           Form().eY->SetText("1");
-                           PressButton(Form().Button3->Handle());
-                           EXPECT_THAT(TakeExceptions(), ElementsAre("'' is not a valid integer value"));
-                           EXPECT_TRUE(Form().Visible());
-                           EXPECT_EQ(Form().Height(), height);
-                       }),
-               PressCancel()});
-    EXPECT_EQ(Params.Position(), dpDefault);
-    EXPECT_EQ(Params.PosParams().ShiftX(), 3);
-}
-
-TEST_F(DialogDesigner, APreviewDocksTheChosenFormsAndResizesThemWhenAsked) {
-    for (const bool resize : {true, false}) {
-        TForm& side = AddForm(resize ? "Big" : "Small", 90, 60);
-        TForm* copy = nullptr;
-        Customize({Perform("preview",
-                           [&] {
-                               Form().cbLeft->SetText("");
-                               Form().cbRight->SetText(side.Name());
-                               Form().CheckBox1->SetChecked(resize);
-                               PressButton(Form().Button3->Handle());
-                           }),
-                   // An empty side shows the form that the dialog names: here none that is open.
-                   AnswerBox(IDOK, [](const std::string& text) { EXPECT_EQ(text, "Could not open form for preview"); }),
-                   CancelWhenShown(*Dialog,
-                                   [&] {
-                                       copy = Params.RightForm();
-                                       ASSERT_NE(copy, nullptr);
-                                       EXPECT_NE(copy, &side);
-                                       EXPECT_EQ(copy->Color(), clTeal);
-                                   }),
-                   Await("the designer is back", IsOpen<TDlgDsgnForm>()), PressCancel()});
-        EXPECT_EQ(side.Height() > 60, resize);
-        EXPECT_EQ(Params.RightForm(), nullptr);
-    }
 }
 
 } // namespace

@@ -17,27 +17,15 @@ namespace {
 
 class DialogRegistration : public TDesignTest {};
 
-std::vector<std::string> OnPage(const std::string& page) {
-    std::vector<std::string> names;
-    for (const TPalettePage& each : PalettePages()) {
-        for (const TClass* cls : each.Classes) {
-            if (each.Name == page) {
-                names.push_back(cls->Name());
-            }
-        }
-    }
-    return names;
-}
-
 TEST_F(DialogRegistration, PutsNineComponentsOnThePageDialogsInThisOrder) {
-    EXPECT_THAT(OnPage("Dialogs"), ElementsAre("TKxOpenDialog", "TKxOpenLiteDialog", "TKxSaveLiteDialog",
-                                               "TKxOpenDialogEx", "TKxSaveDialog", "TKxPrintDialog", "TKxFolderDialog",
-                                               "TKxColorDialog", "TKxModelessDialog"));
+    EXPECT_THAT(PaletteClasses("Dialogs"), ElementsAre("TKxOpenDialog", "TKxOpenLiteDialog", "TKxSaveLiteDialog",
+                                                       "TKxOpenDialogEx", "TKxSaveDialog", "TKxPrintDialog",
+                                                       "TKxFolderDialog", "TKxColorDialog", "TKxModelessDialog"));
     EXPECT_EQ(GetClass("TKxBitBtn"), nullptr) << "the drop-down button is the open dialog's own";
 }
 
 TEST_F(DialogRegistration, GivesEachComponentAPaletteBitmapOf24By24) {
-    for (const std::string& name : OnPage("Dialogs")) {
+    for (const std::string& name : PaletteClasses("Dialogs")) {
         const unique_hbitmap bitmap(static_cast<HBITMAP>(
             LoadImageA(GetModuleHandleA(nullptr), UpperCase(name).c_str(), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
         DIBSECTION dib{};

@@ -107,32 +107,20 @@ TEST(ComponentEditors, AreThoseOfTheNearestClassAndADoubleClickIsTheFirstVerb) {
 
 // --- The palette
 
-std::vector<std::string> NamesOn(const std::string& page) {
-    std::vector<std::string> names;
-    for (const TPalettePage& each : PalettePages()) {
-        for (const TClass* cls : each.Classes) {
-            if (each.Name == page) {
-                names.push_back(cls->Name());
-            }
-        }
-    }
-    return names;
-}
-
 TEST(Palette, KeepsPagesAndClassesInTheOrderOfTheirRegistration) {
     RegisterComponents("First", {&TEdit::StaticClass(), &TButton::StaticClass()});
     RegisterComponents("Second", {&TLabel::StaticClass()});
     RegisterComponents("FIRST", {&TMemo::StaticClass()});
-    EXPECT_THAT(NamesOn("First"), ElementsAre("TEdit", "TButton", "TMemo"));
+    EXPECT_THAT(PaletteClasses("First"), ElementsAre("TEdit", "TButton", "TMemo"));
     EXPECT_EQ(GetClass("TMemo"), &TMemo::StaticClass());
     RegisterComponents("Second", {&TEdit::StaticClass()});
-    EXPECT_THAT(NamesOn("First"), ElementsAre("TButton", "TMemo"));
-    EXPECT_THAT(NamesOn("Second"), ElementsAre("TLabel", "TEdit"));
+    EXPECT_THAT(PaletteClasses("First"), ElementsAre("TButton", "TMemo"));
+    EXPECT_THAT(PaletteClasses("Second"), ElementsAre("TLabel", "TEdit"));
 }
 
 TEST(Palette, RefusesAClassThatCannotBeCreatedByName) {
     EXPECT_THROW(RegisterComponents("Third", {&TCheckBox::StaticClass(), &TControl::StaticClass()}), EInvalidOperation);
-    EXPECT_THAT(NamesOn("Third"), IsEmpty());
+    EXPECT_THAT(PaletteClasses("Third"), IsEmpty());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/ide/Designer.h"
+#include "kx/ide/Palette.h"
 #include "kx/ui/forms/Forms.h"
 #include "tests/support/TestForms.h"
 
@@ -9,6 +10,19 @@
 #include <vector>
 
 namespace kx::test {
+
+/// Names of the classes on a page of the palette, in its order; none without such a page.
+inline std::vector<std::string> PaletteClasses(const std::string& page) {
+    std::vector<std::string> names;
+    for (const TPalettePage& each : PalettePages()) {
+        for (const TClass* cls : each.Classes) {
+            if (each.Name == page) {
+                names.push_back(cls->Name());
+            }
+        }
+    }
+    return names;
+}
 
 /// A designer without windows: a form in design state, and what was told of it.
 class TTestDesigner : public IDesigner {

@@ -15,6 +15,13 @@ inline std::string FormTextOf(TComponent& component) {
     return std::string(stream.Bytes());
 }
 
+/// The same with the ends of lines as in a source.
+inline std::string FormLinesOf(TComponent& component) {
+    std::string text = FormTextOf(component);
+    std::erase(text, '\r');
+    return text;
+}
+
 /// Reads a form file, of either format, over the component.
 inline void ReadFormOver(TComponent& component, std::string_view form) {
     TMemoryStream stream(form);

@@ -319,13 +319,6 @@ TEST_F(PageControl, KeepsItsPagesInANewWindow) {
     EXPECT_TRUE(IsWindowVisible(two.Handle()));
 }
 
-/// Its form file, with the ends of lines as in this source.
-std::string WrittenPage(TComponent& component) {
-    std::string text = FormTextOf(component);
-    std::erase(text, '\r');
-    return text;
-}
-
 constexpr const char* PagesFile = R"(object PageControl1: TPageControl
   Left = 0
   Top = 0
@@ -370,7 +363,7 @@ TEST_F(PageControl, PagesComeBackFromTheFormFile) {
     EXPECT_EQ(shown, 0);
     Show();
     EXPECT_TRUE(pages->ActivePage()->Controls(0)->Showing());
-    EXPECT_EQ(WrittenPage(*pages), PagesFile);
+    EXPECT_EQ(FormLinesOf(*pages), PagesFile);
     pages->Free();
 }
 

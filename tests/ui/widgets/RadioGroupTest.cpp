@@ -172,13 +172,6 @@ TEST_F(RadioGroup, AHandlerMayFreeIt) {
     EXPECT_TRUE(freed);
 }
 
-/// Its form file, with the ends of lines as in this source.
-std::string WrittenRadi(TComponent& component) {
-    std::string text = FormTextOf(component);
-    std::erase(text, '\r');
-    return text;
-}
-
 constexpr const char* GroupFile = R"(object RadioGroup1: TRadioGroup
   Left = 3
   Top = 4
@@ -205,7 +198,7 @@ TEST_F(RadioGroup, ComesBackFromTheFormFileWithoutAClick) {
     EXPECT_TRUE(group.Buttons(1).TabStop());
     EXPECT_EQ(group.Buttons(1).Left(), 8 + (120 - 18) / 2);
     EXPECT_EQ(clicks, 0);
-    EXPECT_EQ(WrittenRadi(group), GroupFile) << "the buttons are the items";
+    EXPECT_EQ(FormLinesOf(group), GroupFile) << "the buttons are the items";
     ReadFormOver(group, "object RadioGroup1: TRadioGroup\n  ItemIndex = 2\nend\n");
     EXPECT_EQ(group.ItemIndex(), -1) << "there is no such item";
     EXPECT_FALSE(group.Buttons(1).Checked());
