@@ -6,8 +6,12 @@ if(EXISTS "${KX_GTEST_SOURCE}/CMakeLists.txt")
     set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
     add_subdirectory("${KX_GTEST_SOURCE}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
     foreach(target gtest gtest_main gmock gmock_main)
-        # It asks for -Werror; its warnings are not ours to mend.
-        target_compile_options(${target} PRIVATE $<IF:$<CXX_COMPILER_ID:MSVC>,/w,-w>)
+        # It asks for -Werror; its warnings and faults are not ours to mend, and its speed does not matter.
+        if(MSVC)
+            target_compile_options(${target} PRIVATE /w)
+        else()
+            target_compile_options(${target} PRIVATE -w -O0 -g0 -fno-sanitize=all)
+        endif()
         if(NOT TARGET GTest::${target})
             add_library(GTest::${target} ALIAS ${target})
         endif()
@@ -16,9 +20,12 @@ else()
     find_package(GTest CONFIG REQUIRED)
 endif()
 
-# The tests' own code: hardly optimized, since it is most of what is compiled, and what it tests is optimized fully.
+# The tests' own code: hardly optimized, since it is most of what is compiled, and what it tests is optimized fully. With
+# sanitizers, whose checks the optimizer would have to work through, not at all.
 add_library(kx_test_options INTERFACE)
 target_link_libraries(kx_test_options INTERFACE kx_options GTest::gmock)
-if(NOT MSVC)
+if(KX_SANITIZE)
+    target_compile_options(kx_test_options INTERFACE -O0)
+elseif(NOT MSVC)
     target_compile_options(kx_test_options INTERFACE -Og)
 endif()
