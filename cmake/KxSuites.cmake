@@ -1,16 +1,16 @@
-# Run by ctest, for each GoogleTest program: makes one test of each of its suites. Tests of a suite share a process, as
-# one of Wine takes five times as long to start as most tests take. Given are
+# Run by ctest, for each GoogleTest program: makes tests of its suites. Tests of a suite share a process, and so do up to
+# six small suites, as a process of Wine takes five times as long to start as most tests take. Given are
 #   program    what to run
 #   emulator   with what, if anything
 #   filter     of tests to leave out, as GoogleTest has it: -PATTERN:PATTERN...; or empty
 #   prefix     of the tests' names
 #   label      of the tests
-#   list       file that keeps the suites until the program changes
+#   list       file that keeps what was found until the program or this file changes
 if(NOT EXISTS "${program}")
     add_test("${prefix}not-built" "${program}")
     return()
 endif()
-if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}")
+if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}" OR "${CMAKE_CURRENT_LIST_FILE}" IS_NEWER_THAN "${list}")
     execute_process(COMMAND ${emulator} "${program}" --gtest_list_tests "--gtest_filter=*${filter}"
         OUTPUT_VARIABLE output RESULT_VARIABLE result TIMEOUT 120)
     if(NOT result EQUAL 0)
@@ -30,20 +30,48 @@ if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}")
             set("count_${suite}" ${count})
         endif()
     endforeach()
+    # Small suites wait here for others to share a process with.
+    set(group "")
+    set(group_size 0)
+    set(group_cost 0)
     set(found "")
-    foreach(suite IN LISTS suites)
-        # The long ones first: many tests, or many cycles.
-        set(cost ${count_${suite}})
-        if(suite MATCHES "Cycles")
-            math(EXPR cost "${cost} + 100")
+    macro(close_group)
+        if(group)
+            list(JOIN group ";" suites_of_group)
+            string(APPEND found "add_suites(\"${suites_of_group}\" ${group_cost})\n")
         endif()
-        string(APPEND found "add_suite(\"${suite}\" ${cost})\n")
+        set(group "")
+        set(group_size 0)
+        set(group_cost 0)
+    endmacro()
+    foreach(suite IN LISTS suites)
+        set(cost ${count_${suite}})
+        if(suite MATCHES "Cycles") # they count what the process holds
+            math(EXPR cost "${cost} + 100")
+            string(APPEND found "add_suites(\"${suite}\" ${cost})\n")
+        elseif(cost GREATER 15)
+            string(APPEND found "add_suites(\"${suite}\" ${cost})\n")
+        else()
+            math(EXPR together "${group_cost} + ${cost}")
+            string(LENGTH "${group}+${suite}" length) # of the test's name
+            if(group_size EQUAL 6 OR together GREATER 30 OR length GREATER 80)
+                close_group()
+            endif()
+            list(APPEND group "${suite}")
+            math(EXPR group_size "${group_size} + 1")
+            math(EXPR group_cost "${group_cost} + ${cost}")
+        endif()
     endforeach()
+    close_group()
     file(WRITE "${list}" "${found}")
 endif()
 
-macro(add_suite suite cost)
-    add_test("${prefix}${suite}" ${emulator} "${program}" "--gtest_filter=${suite}.*${filter}")
-    set_tests_properties("${prefix}${suite}" PROPERTIES LABELS "${label}" TIMEOUT 300 COST ${cost})
-endmacro()
+# The long ones are run first: many tests, or many cycles.
+function(add_suites suites cost)
+    list(JOIN suites "+" name)
+    list(TRANSFORM suites APPEND ".*")
+    list(JOIN suites ":" chosen)
+    add_test("${prefix}${name}" ${emulator} "${program}" "--gtest_filter=${chosen}${filter}")
+    set_tests_properties("${prefix}${name}" PROPERTIES LABELS "${label}" TIMEOUT 300 COST ${cost})
+endfunction()
 include("${list}")

@@ -170,9 +170,10 @@ endfunction()
 
 # kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [NO_SUITES] [FILTER filter] [SAME_AS test | SOURCES file...] [LINK library...])
 #
-# A GoogleTest program. Its suites are tests named preset/label/Suite and carry the label: `ctest -L label`. SOURCES
-# defaults to all of the calling folder; SAME_AS takes what another test program has compiled. FILTER, as GoogleTest has
-# it, leaves out tests that another program runs. NO_SUITES: somebody else runs them all. KX_TEST_DATA is the folder's data folder, as the program reaches it.
+# A GoogleTest program. Its suites are tests named preset/label/Suite, small ones together preset/label/Suite+Suite, and
+# carry the label: `ctest -L label`. SOURCES defaults to all of the calling folder; SAME_AS takes what another test
+# program has compiled. FILTER, as GoogleTest has it, leaves out tests that another program runs. NO_SUITES: somebody
+# else runs them all. KX_TEST_DATA is the folder's data folder, as the program reaches it.
 function(kx_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE;NO_SUITES" "LABEL;FILTER;SAME_AS" "SOURCES;LINK")
     kx_glob()
