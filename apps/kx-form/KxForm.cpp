@@ -32,7 +32,7 @@ std::string ToText(const std::string& form) {
     switch (TestStreamFormat(source)) {
     case TStreamFormat::Text: {
         TMemoryStream binary;
-        ObjectTextToBinary(source, binary);
+        ObjectTextToBinary(source, binary, nullptr, TFormNumbers::Spelled);
         binary.SetPosition(0);
         ObjectBinaryToText(binary, text, LineBreakOf(form));
         break;

@@ -113,12 +113,12 @@ TEST_F(FormKeeping, APropertyThatIsThereTwiceComesBackTwice) {
 TEST_F(FormKeeping, WhatHasChangedIsWrittenAtItsPlace) {
     const auto form = ReadKeeping(FormOf("Big = 7\nThing = 1\nLeft = 5\nCaption = 'a'\nOther = 2\nColor = $FF"));
     form->SetCaption("b");
-    EXPECT_EQ(Written(*form), FormOf("Big = 7\nThing = 1\nLeft = 5\nCaption = 'b'\nOther = 2\nColor = 255"));
+    EXPECT_EQ(Written(*form), FormOf("Big = 7\nThing = 1\nLeft = 5\nCaption = 'b'\nOther = 2\nColor = $FF"));
     form->SetLeft(0); // the default
-    EXPECT_EQ(Written(*form), FormOf("Big = 7\nThing = 1\nCaption = 'b'\nOther = 2\nColor = 255"));
+    EXPECT_EQ(Written(*form), FormOf("Big = 7\nThing = 1\nCaption = 'b'\nOther = 2\nColor = $FF"));
     form->SetLeft(5);
     form->SetCaption("a");
-    EXPECT_EQ(Written(*form), FormOf("Big = 7\nThing = 1\nLeft = 5\nCaption = 'a'\nOther = 2\nColor = 255"));
+    EXPECT_EQ(Written(*form), FormOf("Big = 7\nThing = 1\nLeft = 5\nCaption = 'a'\nOther = 2\nColor = $FF"));
     form->SetColor(TColor{0});
     EXPECT_EQ(Written(*form), FormOf("Big = 7\nThing = 1\nLeft = 5\nCaption = 'a'\nOther = 2\nColor = clBlack"));
 }
@@ -181,6 +181,86 @@ TEST_F(FormKeeping, ItemsKeepWhatNobodyKnowsWhenOthersComeAndGo) {
                                      "    Title = 'third'\n"
                                      "    Foo = 3\n"
                                      "  end>"));
+}
+
+// --- Numbers
+
+constexpr char Spellings[] = "Left = $1A\n"
+                             "Big = -$8\n"
+                             "Ratio = 1E3\n"
+                             "Color = $00FF\n"
+                             "Hex = $7fffFFFF\n"
+                             "Large = -$8000000000000000\n"
+                             "Zeros = 007\n"
+                             "Signed = +7\n"
+                             "Small = 1.50e-3\n"
+                             "Exact = 0.1s\n"
+                             "Digits = 0.1000000000000000055511151231257827021181583404541015625\n"
+                             "Day = 36526.250d\n"
+                             "Money = -922337203685477.5808c\n"
+                             "Coin = 12.30c\n"
+                             "Minus = -0.0\n"
+                             "Nothing = +NaN\n"
+                             "Text = '$1A'\n"
+                             "List = (\n"
+                             "  $A\n"
+                             "  (\n"
+                             "    1E2\n"
+                             "    nil))\n"
+                             "Columns = <\n"
+                             "  item\n"
+                             "    Width = $32\n"
+                             "    Foo = $1\n"
+                             "  end>\n"
+                             "Things = <\n"
+                             "  item [3]\n"
+                             "    A = $1\n"
+                             "    B = <\n"
+                             "      item\n"
+                             "        C = 1E2\n"
+                             "      end>\n"
+                             "    D = [one, two]\n"
+                             "  end\n"
+                             "  item\n"
+                             "  end>\n"
+                             "object X: TUnknown\n"
+                             "  A = $1\n"
+                             "  inherited Y: TButton [2]\n"
+                             "    Tag = $2\n"
+                             "    object Z: TOther\n"
+                             "    end\n"
+                             "  end\n"
+                             "  object V: TButton\n"
+                             "  end\n"
+                             "end";
+
+TEST_F(FormKeeping, NumbersOfATextComeBackAsTheyAreSpelled) {
+    const std::string text = FormOf(Spellings);
+    const auto form = ReadKeeping(text);
+    EXPECT_EQ(Written(*form), text);
+    EXPECT_EQ(Written(*form, TStreamFormat::Binary), ToBinary(text)) << "the binary form of files knows no spelling";
+    form->SetLeft(27);
+    form->SetColor(TColor{254});
+    EXPECT_THAT(Written(*form), HasSubstr("  Left = 27\r\n  Big = -$8\r\n  Ratio = 1E3\r\n  Color = 254\r\n"));
+}
+
+TEST_F(FormKeeping, ABinaryFormInMemoryMayHoldTheSpelling) {
+    const std::string text = FormOf(Spellings);
+    TMemoryStream binary;
+    TWriter writer(binary);
+    writer.SetNumbers(TFormNumbers::Spelled);
+    writer.WriteRootComponent(*ReadKeeping(text));
+    EXPECT_NE(binary.Bytes(), ToBinary(text));
+    EXPECT_EQ(ToText(binary.Bytes()), text);
+    EXPECT_EQ(Written(*ReadKeeping(binary.Bytes())), text);
+    EXPECT_EQ(Written(*ReadKeeping(binary.Bytes()), TStreamFormat::Binary), ToBinary(text));
+    TMemoryStream source(text);
+    TMemoryStream converted;
+    ObjectTextToBinary(source, converted, nullptr, TFormNumbers::Spelled);
+    EXPECT_EQ(converted.Bytes(), binary.Bytes());
+    const auto form = ReadForm("object F: TForm Left = $1A Ratio = 1E3 end");
+    EXPECT_EQ(form->Left(), 26);
+    EXPECT_EQ(form->Ratio(), 1000);
 }
 
 // --- Events

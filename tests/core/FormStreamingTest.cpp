@@ -473,5 +473,22 @@ TEST_F(FormStreaming, ADescendantHoldsTheDesignPositionThatDiffers) {
     EXPECT_EQ(difference, Lines("inherited F: TForm\n  inherited S: TServer\n    Left = 0\n  end\nend\n"));
 }
 
+// --- Properties without a meaning
+
+TEST_F(FormStreaming, PropertiesOfOlderSystemsAreReadOver) {
+    const std::string lines = "Ctl3D = False\nExplicitLeft = 3\nexplicittop = 4\nGlassFrame.Enabled = True\n"
+                              "GlassFrame.Left = 5\nStyleElements = [seFont]\nDesignSize = (\n  1\n  2)\n"
+                              "OldCreateOrder = False\nImeName = 'x'\nTextHeight = 13\nCaption = 'a'";
+    const std::string text = FormOf(lines + "\nobject B: TButton\n  ParentCtl3D = False\nend");
+    const auto form = ReadForm(text);
+    EXPECT_EQ(form->Caption(), "a");
+    EXPECT_EQ(Written(*form), FormOf("Caption = 'a'\nobject B: TButton\nend"));
+    EXPECT_EQ(Written(*ReadKeeping(text)), text);
+    for (const std::string other : {"Ctl2D = False", "Ctl3DX = False", "Font.Ctl3D = False", "X.Ctl3D = 1",
+                                    "Columns = < item Ctl3D = False end >"}) {
+        EXPECT_THROW(ReadForm("object F: TForm " + other + " end"), EReadError) << other;
+    }
+}
+
 } // namespace
 } // namespace kx::sample

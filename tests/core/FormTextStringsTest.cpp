@@ -67,6 +67,32 @@ TEST_F(FormTextStrings, TheCodePageOfOldTextsCanBeSaid) {
     EXPECT_EQ(Converted("#233"), "#233");
 }
 
+TEST_F(FormTextStrings, ACharacterMayBeSplitBetweenTwoPieces) {
+    EXPECT_EQ(Converted("#55357 +\n#56832"), "#55357#56832");
+    EXPECT_EQ(Converted("'a'#55357+#56832'b'"), "'a'#55357#56832'b'");
+    for (const std::string code : {"#55357 + 'x'", "#55357 + ''", "#55357 + #65", "#55357 + #55357", "'' + #56832"}) {
+        EXPECT_EQ(ParseError("object F: T\n A = " + code + "\nend"), "Invalid character code on line 2") << code;
+    }
+    SetFormTextBytes(FromPairs);
+    EXPECT_EQ(Converted("'x'#131 +\n'Ay'"), "'x'#1072'y'");
+    SetFormTextBytes(nullptr);
+}
+
+TEST_F(FormTextStrings, APlusInFrontOfANumberIsItsSign) {
+    EXPECT_EQ(Converted("('a' +5)"), "(\r\n    'a'\r\n    5)");
+    EXPECT_EQ(Converted("('a' +$F)"), "(\r\n    'a'\r\n    15)");
+    EXPECT_EQ(Converted("('a' +Inf)"), "(\r\n    'a'\r\n    +Inf)");
+    EXPECT_EQ(Converted("('a' + 'b')"), "(\r\n    'ab')");
+}
+
+TEST_F(FormTextStrings, AStringInPiecesStandsWhereTheFirstOneDoes) {
+    EXPECT_THAT(ErrorOf<EReadError>([] { ReadForm("object F: TForm\n Left = 'a' +\n 'b'\nend"); }),
+                testing::EndsWith("on line 2"));
+    EXPECT_EQ(ParseError("object F: T\n A = 'a' +\n 'open\nend"), "The string has no end on line 3");
+    EXPECT_EQ(ParseError("object F: T\n A = 'a' +\n #x\nend"), "Invalid character code on line 3");
+    EXPECT_EQ(ParseError("object F: T\n A = 'a' +"), "String expected on line 2");
+}
+
 TEST_F(FormTextStrings, EveryCharacterReadsBackFromItsAscii) {
     for (const char32_t last : {char32_t{0x2FF}, char32_t{0xFF}}) {
         std::string all;

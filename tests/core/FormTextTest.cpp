@@ -221,6 +221,29 @@ TEST_F(FormText, ABinaryFormWhoseNamesAreNoIdentifiersHasNoText) {
     EXPECT_EQ(TextOf(Bytes({vaIdent, 3, 'a', '.', 'b'})), "a.b");
 }
 
+TEST_F(FormText, ASpellingThatSaysSomethingElseThanItsNumberIsNotWritten) {
+    const auto text = [](const std::string& spelling, const std::string& value) {
+        return TextOf(Bytes({vaSpelled, int(spelling.size())}) + spelling + value);
+    };
+    const std::string five = Bytes({vaInt8, 5});
+    const std::string half = Bytes({vaSingle, 0, 0, 0, 0x3F});
+    EXPECT_EQ(text("$5", five), "$5");
+    EXPECT_EQ(text("5E-1s", half), "5E-1s");
+    for (const std::string other : {"6", "5.0", "5c", "'5'", "abc", "", " 5", "5 ", "5 end", "\xFF", "("}) {
+        EXPECT_EQ(text(other, five), "5") << other;
+    }
+    for (const std::string other : {"0.5", "0.5d", "0.25s", "1"}) {
+        EXPECT_EQ(text(other, half), "0.5s") << other;
+    }
+    EXPECT_EQ(text("1.5c", Bytes({vaCurrency, 0x10, 0x27, 0, 0, 0, 0, 0, 0})), "1c");
+    EXPECT_EQ(text("a", Bytes({vaIdent, 1, 'a'})), "a");
+    EXPECT_EQ(text("$5", Bytes({vaString, 1, '5'})), "'5'");
+    EXPECT_THROW(text("5", Bytes({vaSpelled, 1, '5'}) + five), EReadError);
+    const std::string name(vaSpelled, 'n'); // its length is no type of a value
+    const std::string form = "object F: " + name + "\r\n  " + name + " = 5\r\nend\r\n";
+    EXPECT_EQ(ToText(ToBinary(form)), form);
+}
+
 // --- Formats
 
 TEST_F(FormText, FormatsAreToldByTheirBeginning) {

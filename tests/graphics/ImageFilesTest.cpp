@@ -184,6 +184,19 @@ TEST(ImageFiles, ADesignerKeepsTheNameThatAnOlderFileGivesTheirClass) {
     EXPECT_EQ(FormTextOf(component), form);
 }
 
+TEST(ImageFiles, APictureWhoseClassIsNotThereIsAnErrorButForADesigner) {
+    const std::string form = FormWith("\x0DTUnknownImage" + Bytes(Png));
+    TFramed component;
+    const std::string error = ErrorOf<EReadError>([&] { ReadFormOver(component, form); });
+    EXPECT_EQ(error, "Error reading F.Picture.Data on line 2: Class TUnknownImage not found");
+    TMemoryStream stream(form);
+    ReadComponent(stream, &component, [](TReader& reader) { reader.SetKeepsUnknown(true); });
+    EXPECT_EQ(component.Picture().Graphic(), nullptr);
+    EXPECT_EQ(FormTextOf(component), form);
+    component.Picture().Bitmap().SetSize(1, 1);
+    EXPECT_EQ(FormTextOf(component).find("Data = {\r\n    0D"), std::string::npos) << "another picture takes its place";
+}
+
 TEST(ImageFiles, DamagedDataOfFormsIsAnErrorWithItsLine) {
     RegisterImageFiles();
     std::string cut = JpegData();

@@ -136,7 +136,8 @@ TEST_F(KxForm, ExactWantsTheLayoutThatWouldBeWritten) {
     EXPECT_EQ(Call("exact " + Write("good.bin", Call("binary " + Path("good.dfm")).Output)).Status, 0);
     EXPECT_EQ(Call("exact " + Write("unix.dfm", "object F: TF\n  A = 1\nend\n")).Status, 0); // lines end as they did
     EXPECT_EQ(Call("exact " + Write("mixed.dfm", "object F: TF\n  A = 1\r\nend\n")).Status, 1);
-    const std::string ugly = Write("ugly.dfm", "object F: TF\r\n  A = $10\r\nend\r\n");
+    EXPECT_EQ(Call("exact " + Write("hex.dfm", "object F: TF\r\n  A = $10\r\nend\r\n")).Status, 0);
+    const std::string ugly = Write("ugly.dfm", "object F: TF\r\n  A  = 10\r\nend\r\n");
     const TResult result = Call("exact " + ugly);
     EXPECT_EQ(result.Status, 1);
     EXPECT_EQ(result.Messages, ugly + ": It would be written in another way on line 2\n");

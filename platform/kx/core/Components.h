@@ -2,8 +2,8 @@
 
 #include "kx/core/Alive.h"
 #include "kx/core/Barrier.h"
+#include "kx/core/ClassBuilder.h"
 #include "kx/core/SystemNames.h"
-#include "kx/core/TypInfo.h"
 
 #include <atomic>
 #include <memory>

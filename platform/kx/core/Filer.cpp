@@ -61,45 +61,8 @@ void TComponent::DefineProperties(TFiler& filer) {
     define("Top", 16);
 }
 
-// --- Text
-
-namespace {
-
-struct TFormTextCodec {
-    TFormTextConversion ToAnsi = nullptr;
-    TFormTextConversion FromAnsi = nullptr;
-};
-
-TFormTextCodec FormTextCodec;
-
-} // namespace
-
-void SetFormTextCodec(TFormTextConversion utf8ToAnsi, TFormTextConversion ansiToUtf8) {
-    FormTextCodec = {utf8ToAnsi, ansiToUtf8};
-}
-
-std::string FormTextToAnsi(std::string_view utf8) {
-    return FormTextCodec.ToAnsi && !detail::IsAscii(utf8) ? FormTextCodec.ToAnsi(utf8) : std::string(utf8);
-}
-
-std::string AnsiToFormText(std::string_view ansi) {
-    std::string text =
-        FormTextCodec.FromAnsi && !detail::IsAscii(ansi) ? FormTextCodec.FromAnsi(ansi) : std::string(ansi);
-    if (detail::IsUtf8(text)) {
-        return text;
-    }
-    std::string mended;
-    for (size_t i = 0; i < text.size();) {
-        const size_t length = detail::Utf8Length(text, i);
-        if (length == 0) {
-            detail::AppendUtf8(mended, static_cast<unsigned char>(text[i++]));
-        } else {
-            mended.append(text, i, length);
-            i += length;
-        }
-    }
-    return mended;
-}
+/// Here and not among the parts of the writer: those who only read forms need none.
+void TComponent::WriteState(TWriter& writer) { writer.WriteData(*this); }
 
 // --- Resources
 

@@ -2,99 +2,27 @@
 
 #include "kx/core/Collections.h"
 #include "kx/core/Components.h"
+#include "kx/core/FormValues.h"
 #include "kx/core/GlobalReferences.h"
-#include "kx/core/Streams.h"
 
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
 namespace kx {
-
-/// The type byte in front of every value of a binary form.
-enum TValueType : uint8_t {
-    vaNull, ///< No value; also the end of a list, of properties and of components.
-    vaList,
-    vaInt8,
-    vaInt16,
-    vaInt32,
-    vaExtended, ///< Ten bytes: sign, exponent and 64 bits of mantissa. Read, never written.
-    vaString,   ///< A length byte, then characters of the ANSI code page.
-    vaIdent,    ///< A length byte, then a name.
-    vaFalse,
-    vaTrue,
-    vaBinary,  ///< A length of 32 bits, then bytes.
-    vaSet,     ///< Names, each behind a length byte; an empty one ends the set.
-    vaLString, ///< A length of 32 bits, then characters of the ANSI code page.
-    vaNil,
-    vaCollection,
-    vaSingle,
-    vaCurrency, ///< Ten-thousandths, as a 64-bit integer.
-    vaDate,     ///< Days, as a double.
-    vaWString,  ///< A length of 32 bits, counted in units, then UTF-16.
-    vaInt64,
-    vaUTF8String, ///< A length of 32 bits, then UTF-8.
-    vaDouble
-};
-
-enum TFilerFlag : uint8_t {
-    ffInherited, ///< Stands in an ancestor form; its values are read over the existing component.
-    ffChildPos,  ///< The component's position among its parent's children follows.
-    ffInline     ///< A component that brings components of its own, read from another form.
-};
-using TFilerFlags = TSet<TFilerFlag>;
-
-/// How deep components, collections and lists may nest in a form file, all counted together.
-inline constexpr int MaxFormNesting = 128;
-
-/// The longest class name of a component: longer ones would look like a prefix byte in the binary form.
-inline constexpr size_t MaxFormClassName = 0xEF;
-
-/// Strings of a form file are Unicode, those of a component are in the process's ANSI code page. The two conversions
-/// are installed once, at start-up; until then, and with null, the ANSI code page is taken to be UTF-8.
-using TFormTextConversion = std::string (*)(std::string_view text);
-void SetFormTextCodec(TFormTextConversion utf8ToAnsi, TFormTextConversion ansiToUtf8);
-/// Text of a form file as the components hold it.
-std::string FormTextToAnsi(std::string_view utf8);
-/// The way back. Always valid UTF-8: a byte that is no part of a character stands for the character of its number.
-std::string AnsiToFormText(std::string_view ansi);
 
 class TFormLines;
 
 namespace detail {
 
 struct TKeptProperty;
-
-/// The unsigned integer of a number's size.
-template <class T>
-using TBitsOf = std::conditional_t<
-    sizeof(T) == 1, uint8_t,
-    std::conditional_t<sizeof(T) == 2, uint16_t, std::conditional_t<sizeof(T) == 4, uint32_t, uint64_t>>>;
-
-template <class T> T FromBytes(const std::array<unsigned char, sizeof(T)>& bytes) {
-    uint64_t bits = 0;
-    for (size_t i = sizeof(T); i-- > 0;) {
-        bits = bits << 8 | bytes[i];
-    }
-    return std::bit_cast<T>(static_cast<TBitsOf<T>>(bits));
-}
-
-template <class T> std::array<unsigned char, sizeof(T)> ToBytes(T value) {
-    std::array<unsigned char, sizeof(T)> bytes{};
-    const uint64_t bits = std::bit_cast<TBitsOf<T>>(value);
-    for (size_t i = 0; i < sizeof(T); ++i) {
-        bytes[i] = static_cast<unsigned char>(bits >> (8 * i));
-    }
-    return bytes;
-}
-
 class TLiveComponents;
 
 } // namespace detail
@@ -160,10 +88,11 @@ public:
     /// Reads a whole form, with its signature, into `root`; with null, into a new component of the form's class, which
     /// the caller owns. Returns the root.
     ///
-    /// References are set when everything is there. A name is looked up in the form, then as the form's own ("Owner"
-    /// also means the form), then by `FindGlobalComponent`; a reference that nobody knows is null, and waits: see
-    /// GlobalReferences.h. `Loaded` runs at the end, in the order in which the components were completed: children
-    /// before their parent, the root last. When anything fails, the components that were created are freed again.
+    /// Properties that have no meaning any more, such as Ctl3D, are read over. References are set when everything is
+    /// there. A name is looked up in the form, then as the form's own ("Owner" also means the form), then by
+    /// `FindGlobalComponent`; a reference that nobody knows is null, and waits: see GlobalReferences.h. `Loaded` runs
+    /// at the end, in the order in which the components were completed: children before their parent, the root last.
+    /// When anything fails, the components that were created are freed again.
     TComponent* ReadRootComponent(TComponent* root);
 
     void DefineProperty(std::string_view name, const TReaderProc& read, const TWriterProc& write,
@@ -185,6 +114,8 @@ public:
     void ReadListEnd();
     bool EndOfList();       ///< True in front of the end of a list.
     TValueType NextValue(); ///< Type of the next value, which stays unread.
+    /// How the text spells the number of which NextValue has told the type; empty when that is not known.
+    const std::string& Spelling() const { return FSpelling; }
     /// Reads a collection behind its type byte `vaCollection`, in place of the items that are there.
     void ReadCollection(TCollection& collection);
     /// A block of bytes, appended to `stream`.
@@ -268,6 +199,7 @@ private:
     static void NotifyLoaded(detail::TLiveComponents& components);
 
     void Fill();
+    uint8_t NextByte(); ///< Stays unread.
     void SetPosition(int64_t position);
     std::string ReadChars(size_t count);
     size_t ReadLength(size_t unitSize);
@@ -318,6 +250,7 @@ private:
     int64_t FBufferStart = 0;
     int64_t FSize = 0;
     int FNesting = 0;
+    std::string FSpelling;
 
     TSession* FSession = nullptr;
     std::string FRootName;        ///< As the file has it.
@@ -348,10 +281,9 @@ using TFindAncestorEvent = TEvent<void(TWriter& writer, TComponent* component, T
 /// references that are empty, zero or null, unless the property has a stored test, which then decides alone; empty
 /// events; read-only properties; handlers and components without a name. Of what an ancestor has too, the differences
 /// are written instead.
-class TWriter : public TFiler {
+class TWriter : public TFiler, public TValueWriter {
 public:
-    /// The stream outlives the writer. What is written reaches it by `FlushBuffer`.
-    explicit TWriter(TStream& stream) : FStream(stream) {}
+    using TValueWriter::TValueWriter;
 
     /// Writes a whole form with its signature and flushes.
     /// @throws EWriteError for a form that could not be read again.
@@ -364,37 +296,16 @@ public:
     void DefineBinaryProperty(std::string_view name, const TStreamProc& read, const TStreamProc& write,
                               bool hasData) override;
 
-    // --- Values
+    // Virtual, though nobody overrides them: a program that writes no forms shall not carry what does, though its
+    // classes refer to it.
 
-    void WriteBoolean(bool value);
-    void WriteChar(char value);
-    void WriteInteger(int64_t value); ///< In the smallest integer type that holds it.
-    void WriteFloat(double value);
-    void WriteString(std::string_view ansi);
-    void WriteIdent(std::string_view name); ///< "True", "False", "nil" and "Null" become their own types.
-    void WriteSet(const TEnumInfo& elements, uint32_t bits);
-    void WriteListBegin() { WriteValue(vaList); }
-    void WriteListEnd() { WriteValue(vaNull); }
-    void WriteCollection(const TCollection& collection); ///< With its type byte.
-    void WriteBinary(std::string_view bytes);
-
-    // --- Parts of the format
-
-    void WriteSignature();
-    void WritePrefix(TFilerFlags flags, int childPos);
-    void WriteValue(TValueType type) { FBuffer.push_back(static_cast<char>(type)); }
-    void WriteStr(std::string_view text);  ///< Characters behind a length byte. @throws EWriteError beyond 255.
-    void WriteText(std::string_view utf8); ///< A string value.
-    void Write(const void* data, size_t count) { FBuffer.append(static_cast<const char*>(data), count); }
-    template <class T> void WriteNumber(T value) { ///< The bytes of a number, lowest first.
-        const auto bytes = detail::ToBytes(value);
-        Write(bytes.data(), bytes.size());
-    }
-    size_t Size() const { return FBuffer.size(); } ///< Bytes that wait to be flushed.
-    void FlushBuffer();
-
+    virtual void WriteCollection(const TCollection& collection); ///< With its type byte.
     /// Writes header, properties and inner components of `component`; what `TComponent::WriteState` does.
-    void WriteData(TComponent& component);
+    virtual void WriteData(TComponent& component);
+
+    /// Kept numbers stand in the binary form with the spelling of the text from which they came, as with
+    /// TFormNumbers::Spelled; at first they do not.
+    void SetNumbers(TFormNumbers value) { FNumbers = value; }
 
     /// Names the ancestor of an inline component that the ancestor form does not know, such as a frame as its own form
     /// file makes it. Without one everything inside is written.
@@ -422,6 +333,9 @@ private:
     void WriteUnchangedAsItStood(const detail::TKept& kept, const std::vector<detail::TKeptProperty>& plain,
                                  const std::vector<detail::TKeptProperty>& now);
     std::vector<detail::TKeptProperty> TakeProperties(TPersistent& instance, TMode mode, TPersistent* ancestor);
+    bool IsWrittenAsItIs(const std::string& kept) const;
+    void WriteKeptProperty(const detail::TKeptProperty& property);
+    void WriteKeptComponents(const std::string& components);
     void WriteProperties(TPersistent& instance);
     void WriteProperty(TPersistent& instance, const TPropInfo& property);
     void WriteOrdinal(const TPersistent& instance, const TPropInfo& property);
@@ -435,16 +349,16 @@ private:
     const TObject* AncestorWith(const TPropInfo& property) const;
     void Enter(); ///< A level of nesting; the caller restores FNesting.
 
-    TStream& FStream;
-    std::string FBuffer;
     std::string FPrefix; ///< "Font." while the properties of a sub-object are written.
     TComponent* FRootAncestor = nullptr;
     TComponent* FLookupAncestor = nullptr; ///< The same for FLookupRoot.
     bool FIsInherited = false;             ///< The component being written is there when its form is read.
     int FNesting = 0;
     TMode FMode = TMode::Kept;
-    std::vector<size_t>* FPropertyStarts = nullptr;                 ///< Where the properties of an instance begin.
-    std::vector<std::pair<TComponent*, const TComponent*>> FStrays; ///< Each with the one inside which it stood.
+    TFormNumbers FNumbers = TFormNumbers::Plain;
+    std::vector<size_t>* FPropertyStarts = nullptr; ///< Where the properties of an instance begin.
+    std::unordered_map<const TComponent*, std::vector<TComponent*>> FStraysIn; ///< By the one inside which they stood.
+    std::unordered_set<TComponent*> FStrays;
 
     TFindAncestorEvent FOnFindAncestor;
 };

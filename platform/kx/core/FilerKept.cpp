@@ -4,6 +4,7 @@
 
 #include "kx/core/FilerTools.h"
 #include "kx/core/KeptForm.h"
+#include "kx/core/Streams.h"
 
 #include <algorithm>
 #include <map>
@@ -128,8 +129,101 @@ void TWriter::WriteUnchangedAsItStood(const detail::TKept& kept, const TKeptProp
         }
     }
     for (const TKeptProperty* property : all) {
-        WriteStr(property->Name);
-        Write(property->Value.data(), property->Value.size());
+        WriteKeptProperty(*property);
+    }
+}
+
+namespace {
+
+/// Copies parts of a form, and leaves the spelling of numbers out.
+class TPlainCopy {
+public:
+    TPlainCopy(const std::string& bytes, TValueWriter& to)
+        : FBytes(bytes), FStream(bytes.data(), bytes.size()), FFrom(FStream), FTo(to) {}
+
+    void Value() {
+        const TValueType type = FFrom.NextValue(); // goes beyond a spelling
+        if (type != vaList && type != vaCollection) {
+            return Copy([this] { FFrom.SkipValue(); });
+        }
+        Copy([this] { FFrom.ReadValue(); });
+        while (!FFrom.EndOfList()) {
+            if (type == vaCollection && FFrom.NextValue() == vaList) {
+                Copy([this] { FFrom.ReadListBegin(); });
+                Properties();
+            } else { // of a list, or the position of an item
+                Value();
+            }
+        }
+        EndOfList();
+    }
+
+    void Components() {
+        while (FFrom.Remaining() > 0) {
+            Component();
+        }
+    }
+
+private:
+    template <class F> void Copy(F skip) {
+        const auto start = static_cast<size_t>(FFrom.Position());
+        skip();
+        FTo.Write(FBytes.data() + start, static_cast<size_t>(FFrom.Position()) - start);
+    }
+
+    void EndOfList() {
+        Copy([this] { FFrom.ReadListEnd(); });
+    }
+
+    void Properties() {
+        while (!FFrom.EndOfList()) {
+            Copy([this] { FFrom.ReadStr(); });
+            Value();
+        }
+        EndOfList();
+    }
+
+    void Component() {
+        Copy([this] {
+            TFilerFlags flags;
+            int childPos = -1;
+            FFrom.ReadPrefix(flags, childPos);
+            FFrom.ReadStr(); // the names of its class and its own
+            FFrom.ReadStr();
+        });
+        Properties();
+        while (!FFrom.EndOfList()) {
+            Component();
+        }
+        EndOfList();
+    }
+
+    const std::string& FBytes;
+    TStaticMemoryStream FStream;
+    TReader FFrom;
+    TValueWriter& FTo;
+};
+
+} // namespace
+
+bool TWriter::IsWrittenAsItIs(const std::string& kept) const {
+    return FNumbers == TFormNumbers::Spelled || FindChar(kept, static_cast<char>(vaSpelled)) == std::string::npos;
+}
+
+void TWriter::WriteKeptProperty(const TKeptProperty& property) {
+    WriteStr(property.Name);
+    if (IsWrittenAsItIs(property.Value)) {
+        Write(property.Value.data(), property.Value.size());
+    } else {
+        TPlainCopy(property.Value, *this).Value();
+    }
+}
+
+void TWriter::WriteKeptComponents(const std::string& components) {
+    if (IsWrittenAsItIs(components)) {
+        Write(components.data(), components.size());
+    } else {
+        TPlainCopy(components, *this).Components();
     }
 }
 

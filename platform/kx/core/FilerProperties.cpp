@@ -4,6 +4,8 @@
 #include "kx/core/KeptForm.h"
 #include "kx/core/Updates.h"
 
+#include <algorithm>
+
 namespace kx {
 
 namespace {
@@ -15,6 +17,19 @@ class EUnknownProperty : public EPropertyError {
 public:
     using EPropertyError::EPropertyError;
 };
+
+/// Properties that form files of all ages hold and that have no meaning any more: facts about the machine of the one
+/// who made the form, looks and input methods of older systems, styles that only their maker's programs draw. Their
+/// values are read over. One short list serves all classes, so that none carries the dead names along.
+constexpr std::string_view PastProperties[] = {
+    "Ctl3D",         "DesignSize",     "ExplicitHeight", "ExplicitLeft", "ExplicitTop", "ExplicitWidth",
+    "GlassFrame",    "ImeMode",        "ImeName",        "OEMConvert",   "ParentCtl3D", "IncrementalDisplay",
+    "PixelsPerInch", "OldCreateOrder", "StyleElements",  "TextHeight"};
+
+bool IsPast(const TPersistent& instance, std::string_view path) {
+    const auto isName = [name = path.substr(0, path.find('.'))](std::string_view past) { return SameText(past, name); };
+    return dynamic_cast<const TComponent*>(&instance) && std::ranges::any_of(PastProperties, isName);
+}
 
 bool Publishes(const TObject& object, const TPropInfo& property) {
     return object.ClassType().FindProperty(property.Name) == &property;
@@ -55,8 +70,10 @@ bool TReader::TryProperty(TPersistent& instance, const std::string& name, int64_
         throw;
     } catch (const Exception& error) {
         const auto* const component = dynamic_cast<const TComponent*>(&instance);
+        // A class that is not found is that of a value, of a picture for instance.
         if (KeepsUnknown() &&
-            (dynamic_cast<const EUnknownProperty*>(&error) || (component && component->IsPlaceholder()))) {
+            (dynamic_cast<const EUnknownProperty*>(&error) || dynamic_cast<const EClassNotFound*>(&error) ||
+             (component && component->IsPlaceholder()))) {
             return false;
         }
         const auto* const failure = dynamic_cast<const TFailure*>(&error);
@@ -93,9 +110,13 @@ void TReader::ReadPropertyPath(TPersistent& instance, const std::string& path) {
         FPath.push_back({property, nullptr, -1, {}});
         rest.remove_prefix(dot + 1);
     }
-    if (!ReadDefinedProperty(*object, rest)) {
+    if (ReadDefinedProperty(*object, rest)) {
+        return;
+    }
+    if (object != &instance || !IsPast(instance, path)) {
         throw EUnknownProperty(Format("Property %s does not exist in %s", {path, instance.ClassName()}));
     }
+    SkipValue();
 }
 
 bool TReader::ReadDefinedProperty(TPersistent& instance, std::string_view name) {

@@ -33,6 +33,7 @@ std::string_view TypeName(TValueType type) {
     case vaSet: return "a set";
     case vaNil: return "nil";
     case vaCollection: return "a collection";
+    case vaSpelled: break; // of a number that does not follow
     }
     return "a value of unknown type";
 }
@@ -86,6 +87,7 @@ void TReader::Fill() {
 }
 
 void TReader::SetPosition(int64_t position) {
+    FSpelling.clear();
     const int64_t offset = position - FBufferStart;
     if (offset >= 0 && offset <= static_cast<int64_t>(FBufferEnd)) {
         FBufferPos = static_cast<size_t>(offset);
@@ -144,20 +146,29 @@ std::string TReader::ReadStr() { return ReadChars(ReadNumber<uint8_t>()); }
 
 // --- Values
 
-TValueType TReader::NextValue() {
+uint8_t TReader::NextByte() {
     if (FBufferPos == FBufferEnd) {
         Fill();
     }
-    return static_cast<TValueType>(static_cast<unsigned char>(FBuffer[FBufferPos]));
+    return static_cast<uint8_t>(FBuffer[FBufferPos]);
+}
+
+TValueType TReader::NextValue() {
+    if (NextByte() == vaSpelled) {
+        ++FBufferPos;
+        FSpelling = ReadStr();
+    }
+    return static_cast<TValueType>(NextByte());
 }
 
 TValueType TReader::ReadValue() {
     const TValueType type = NextValue();
     ++FBufferPos;
+    FSpelling.clear();
     return type;
 }
 
-bool TReader::EndOfList() { return NextValue() == vaNull; }
+bool TReader::EndOfList() { return NextByte() == vaNull; }
 
 void TReader::ReadListBegin() {
     const TValueType type = ReadValue();
@@ -373,6 +384,7 @@ void TReader::SkipValue() {
         }
         return ReadListEnd();
     }
+    case vaSpelled: break;
     }
     Fail(Position() - 1, Format("Unknown value type %s", {IntToStr(type)}));
 }
@@ -401,11 +413,11 @@ void TReader::ReadPrefix(TFilerFlags& flags, int& childPos) {
     constexpr unsigned prefixMark = 0xF0;
     flags = {};
     childPos = -1;
-    const unsigned byte = NextValue();
+    const unsigned byte = NextByte();
     if ((byte & prefixMark) != prefixMark) {
         return;
     }
-    ReadValue();
+    ++FBufferPos;
     flags = TFilerFlags::FromBits(byte & ~prefixMark);
     if (!(flags - TFilerFlags{ffInherited, ffChildPos, ffInline}).IsEmpty()) {
         Fail(Position() - 1, "Unknown flags of a component");

@@ -14,6 +14,8 @@
 
 namespace kx::detail {
 
+inline constexpr size_t MaxShortString = 255; ///< Characters behind a length byte.
+
 /// Puts a variable back to what it was.
 template <class T> class TRestore {
 public:

@@ -5,20 +5,9 @@
 #include "kx/core/FilerTools.h"
 #include "kx/core/TypInfo.h"
 
-#include <limits>
-
 namespace kx {
 
 namespace {
-
-constexpr size_t MaxShortString = 255;
-
-uint32_t CheckedLength(size_t length) {
-    if (length > std::numeric_limits<uint32_t>::max()) {
-        throw EWriteError("A value is too long for a form");
-    }
-    return static_cast<uint32_t>(length);
-}
 
 std::string EventName(const TPropInfo& property, const TObject& instance) {
     const TEventTargetPtr target = property.GetEvent(instance);
@@ -73,112 +62,13 @@ std::string ReferenceName(const TObject* object, const TComponent* lookupRoot, c
 
 } // namespace
 
-// --- Values
-
-void TWriter::FlushBuffer() {
-    FStream.WriteBuffer(FBuffer.data(), FBuffer.size());
-    FBuffer.clear();
-}
-
-void TWriter::WriteBoolean(bool value) { WriteValue(value ? vaTrue : vaFalse); }
-
-void TWriter::WriteChar(char value) { WriteString({&value, 1}); }
-
-void TWriter::WriteInteger(int64_t value) {
-    if (value == static_cast<int8_t>(value)) {
-        WriteValue(vaInt8);
-        WriteNumber(static_cast<int8_t>(value));
-    } else if (value == static_cast<int16_t>(value)) {
-        WriteValue(vaInt16);
-        WriteNumber(static_cast<int16_t>(value));
-    } else if (value == static_cast<int32_t>(value)) {
-        WriteValue(vaInt32);
-        WriteNumber(static_cast<int32_t>(value));
-    } else {
-        WriteValue(vaInt64);
-        WriteNumber(value);
-    }
-}
-
-void TWriter::WriteFloat(double value) {
-    WriteValue(vaDouble);
-    WriteNumber(value);
-}
-
-void TWriter::WriteString(std::string_view ansi) { WriteText(AnsiToFormText(ansi)); }
-
-void TWriter::WriteText(std::string_view utf8) {
-    const bool isAscii = detail::IsAscii(utf8);
-    if (isAscii && utf8.size() <= MaxShortString) {
-        WriteValue(vaString);
-        WriteStr(utf8);
-        return;
-    }
-    WriteValue(isAscii ? vaLString : vaUTF8String);
-    WriteNumber(CheckedLength(utf8.size()));
-    Write(utf8.data(), utf8.size());
-}
-
-void TWriter::WriteIdent(std::string_view name) {
-    if (SameText(name, "False")) {
-        WriteValue(vaFalse);
-    } else if (SameText(name, "True")) {
-        WriteValue(vaTrue);
-    } else if (SameText(name, "nil")) {
-        WriteValue(vaNil);
-    } else if (SameText(name, "Null")) {
-        WriteValue(vaNull);
-    } else {
-        WriteValue(vaIdent);
-        WriteStr(name);
-    }
-}
-
-void TWriter::WriteSet(const TEnumInfo& elements, uint32_t bits) {
-    WriteValue(vaSet);
-    for (size_t i = 0; i < elements.Values.size(); ++i) {
-        if ((bits >> i & 1) != 0) {
-            WriteStr(elements.Values[i]);
-        }
-    }
-    WriteStr({});
-}
-
-void TWriter::WriteBinary(std::string_view bytes) {
-    WriteValue(vaBinary);
-    WriteNumber(CheckedLength(bytes.size()));
-    Write(bytes.data(), bytes.size());
-}
-
-// --- Parts of the format
-
-void TWriter::WriteSignature() { Write("TPF0", 4); }
-
-void TWriter::WritePrefix(TFilerFlags flags, int childPos) {
-    if (flags.IsEmpty()) {
-        return;
-    }
-    FBuffer.push_back(static_cast<char>(0xF0 | flags.Bits()));
-    if (flags.Contains(ffChildPos)) {
-        WriteInteger(childPos);
-    }
-}
-
-void TWriter::WriteStr(std::string_view text) {
-    if (text.size() > MaxShortString) {
-        throw EWriteError(Format("The name %s... is too long for a form", {text.substr(0, 40)}));
-    }
-    WriteNumber(static_cast<uint8_t>(text.size()));
-    Write(text.data(), text.size());
-}
+// --- Properties
 
 void TWriter::Enter() {
     if (++FNesting > MaxFormNesting) {
         throw EWriteError("The form is nested too deeply");
     }
 }
-
-// --- Properties
 
 void TWriter::WriteProperties(TPersistent& instance) {
     for (const TPropInfo* property : instance.ClassType().Properties()) {
@@ -307,7 +197,7 @@ void TWriter::WriteSubObject(const TPersistent& instance, const TPropInfo& prope
         }
     } else if (part) {
         const detail::TRestore prefix(FPrefix, FPrefix + property.Name + ".");
-        if (FPrefix.size() > MaxShortString) { // an object that is part of itself never ends
+        if (FPrefix.size() > detail::MaxShortString) { // an object that is part of itself never ends
             throw EWriteError("Objects are nested too deeply");
         }
         const detail::TRestore ancestorObject(FAncestor, ancestorPart);

@@ -21,6 +21,7 @@ void TWriter::WriteDescendent(TComponent& root, TComponent* ancestor) {
     FAncestor = ancestor;
     FIsInherited = ancestor != nullptr;
     FStrays.clear();
+    FStraysIn.clear();
     FindStrays(root);
     try {
         WriteSignature();
@@ -32,8 +33,6 @@ void TWriter::WriteDescendent(TComponent& root, TComponent* ancestor) {
     }
     FlushBuffer();
 }
-
-void TComponent::WriteState(TWriter& writer) { writer.WriteData(*this); }
 
 // --- Components
 
@@ -98,7 +97,7 @@ void TWriter::WriteData(TComponent& component) {
     const detail::TRestore lookupAncestor(FLookupAncestor);
     EnterInline(component);
     if (kept) {
-        Write(kept->Children.data(), kept->Children.size());
+        WriteKeptComponents(kept->Children);
     }
     for (TComponent* child : ChildrenOf(component)) {
         WriteComponent(*child);
@@ -123,8 +122,9 @@ void TWriter::EnterInline(TComponent& component) {
 /// As long as nobody has changed the order in which they were read, it is that of the file.
 std::vector<TComponent*> TWriter::ChildrenOf(TComponent& component) {
     std::vector<TComponent*> children;
-    const auto add = [&children](TComponent* child) {
-        if (std::find(children.begin(), children.end(), child) == children.end()) {
+    std::unordered_set<TComponent*> known;
+    const auto add = [&](TComponent* child) {
+        if (known.insert(child).second) {
             children.push_back(child);
         }
     };
@@ -132,12 +132,9 @@ std::vector<TComponent*> TWriter::ChildrenOf(TComponent& component) {
     if (FLookupRoot != FRoot) {
         component.GetChildren(add, FRoot);
     }
-    for (const auto& [stray, home] : FStrays) {
-        if (home == &component) {
-            add(stray);
-        } else {
-            std::erase(children, stray);
-        }
+    std::erase_if(children, [this](TComponent* child) { return FStrays.contains(child); });
+    if (const auto strays = FStraysIn.find(&component); strays != FStraysIn.end()) {
+        children.insert(children.end(), strays->second.begin(), strays->second.end());
     }
     if (FMode == TMode::Note) {
         return children;
@@ -168,7 +165,8 @@ void TWriter::FindStrays(TComponent& component) {
     for (TComponent* inner : component.FComponents) {
         const detail::TKept* const kept = Kept(*inner);
         if (kept && kept->Home && kept->Home != FRoot && *kept->HomeAlive && !inner->HasParent()) {
-            FStrays.emplace_back(inner, kept->Home);
+            FStrays.insert(inner);
+            FStraysIn[kept->Home].push_back(inner);
         }
         FindStrays(*inner);
     }

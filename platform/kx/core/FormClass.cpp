@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace kx {
 
@@ -66,6 +68,8 @@ private:
 
     TReader FReader;
     TFormClass FClass;
+    std::unordered_set<std::string> FFieldNames; // in upper case
+    std::unordered_map<std::string, size_t> FHandlerPlaces;
 };
 
 void TFormClassReader::CheckDepth(int depth) {
@@ -108,10 +112,8 @@ void TFormClassReader::Root(const TOwner& form, TFilerFlags flags) {
 }
 
 void TFormClassReader::Field(const TOwner& component) {
-    for (const TFormClass::TField& field : FClass.Fields) {
-        if (SameText(field.Name, component.Name)) {
-            FReader.ReadError(Format("A component named %s exists already", {component.Name}));
-        }
+    if (!FFieldNames.insert(UpperCase(component.Name)).second) {
+        FReader.ReadError(Format("A component named %s exists already", {component.Name}));
     }
     FClass.Fields.push_back({component.Name, component.ClassName});
 }
@@ -154,12 +156,14 @@ void TFormClassReader::Handler(const TOwner& component, const std::string& event
     CheckName(method);
     const std::string parameters = EventParameters(component.ClassName, event);
     const std::string path = component.Name.empty() ? event : component.Name + "." + event;
-    const auto same = std::find_if(FClass.Handlers.begin(), FClass.Handlers.end(),
-                                   [&](const auto& handler) { return SameText(handler.Name, method); });
-    if (same == FClass.Handlers.end()) {
+    const auto [place, isNew] = FHandlerPlaces.try_emplace(UpperCase(method), FClass.Handlers.size());
+    if (isNew) {
         FClass.Handlers.push_back(
             {method, parameters.empty() ? "TObject* sender" : parameters, path, !parameters.empty(), {}});
-    } else if (!same->IsKnown && !parameters.empty()) { // this event tells more than the one before
+        return;
+    }
+    TFormClass::THandler* const same = &FClass.Handlers[place->second];
+    if (!same->IsKnown && !parameters.empty()) { // this event tells more than the one before
         same->Parameters = parameters;
         same->Event = path;
         same->IsKnown = true;
@@ -177,15 +181,14 @@ void TFormClassReader::CheckName(const std::string& name) {
 
 /// @throws EInvalidOperation for a name that C++ does not take, or that the class would have twice
 void CheckNames(const TFormClass& cls) {
-    std::vector<std::string> names{cls.Name};
+    std::unordered_set<std::string> names{cls.Name};
     const auto add = [&](const std::string& name) {
         if (IsCppKeyword(name)) {
             throw EInvalidOperation(Format("%s is a word of C++ and cannot be a name there", {name}));
         }
-        if (std::find(names.begin(), names.end(), name) != names.end()) {
+        if (!names.insert(name).second) {
             throw EInvalidOperation(Format("%s would be two things in class %s", {name, cls.Name}));
         }
-        names.push_back(name);
     };
     for (const TFormClass::TField& field : cls.Fields) {
         add(field.Name);

@@ -71,7 +71,7 @@ TComponent* ReadComponent(TStream& stream, TComponent* root, const std::function
     case TStreamFormat::Text: {
         TMemoryStream binary;
         TFormLines lines;
-        ObjectTextToBinary(stream, binary, &lines);
+        ObjectTextToBinary(stream, binary, &lines, TFormNumbers::Spelled);
         binary.SetPosition(0);
         return read(binary, &lines);
     }

@@ -13,7 +13,8 @@ namespace kx {
 // The text is UTF-8. @throws EParserError "... on line 3" for bad text, EReadError "... at offset 12" for a bad binary
 // form, EInvalidImage for a bad resource header; the second stream is then unchanged.
 
-void ObjectTextToBinary(TStream& text, TStream& binary, TFormLines* lines = nullptr);
+void ObjectTextToBinary(TStream& text, TStream& binary, TFormLines* lines = nullptr,
+                        TFormNumbers numbers = TFormNumbers::Plain);
 void ObjectBinaryToText(TStream& binary, TStream& text, std::string_view lineBreak = "\r\n");
 void ObjectTextToResource(TStream& text, TStream& resource); ///< The resource is named for the form's class.
 void ObjectResourceToText(TStream& resource, TStream& text);
@@ -33,7 +34,8 @@ TStreamFormat TestStreamFormat(TStream& stream);
 /// @throws EParserError, EReadError, EClassNotFound, EInvalidImage
 TComponent* ReadComponent(TStream& stream, TComponent* root, const std::function<void(TReader&)>& prepare = {});
 
-/// Writes `root`; with an ancestor, what differs from it.
+/// Writes `root`; with an ancestor, what differs from it. In a text, numbers that have been kept are spelled as they
+/// were in the text from which they came.
 void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor = nullptr);
 
 } // namespace kx

@@ -96,7 +96,9 @@ void TFormTextLexer::Next() {
     } else if (c == '\'' || c == '#') {
         ReadString();
     } else if (IsDigit(c) || c == '$' || (isSign && (IsDigit(Peek(1)) || Peek(1) == '$' || IsLetter(Peek(1))))) {
+        const size_t start = FAt;
         ReadNumber();
+        FText = FSource.substr(start, FAt - start);
     } else {
         FToken = TFormToken::Symbol;
         FSymbol = c;
@@ -115,6 +117,7 @@ void TFormTextLexer::ReadIdent() {
 
 // --- Strings
 
+/// In pieces that plus signs join: halves of a character, and bytes of one, may stand in two of them.
 void TFormTextLexer::ReadString() {
     char32_t high = 0; // the first half of a character that is given in two codes
     std::string bytes; // of the code page, ASCII included: a letter may be the second byte of a character
@@ -122,41 +125,56 @@ void TFormTextLexer::ReadString() {
         FText += BytesToUtf8(bytes);
         bytes.clear();
     };
-    while (Peek() == '\'' || Peek() == '#') {
-        if (Peek() == '\'') {
+    const auto check = [this](bool isValid) {
+        if (!isValid) {
+            FailOn(FLine, "Invalid character code");
+        }
+    };
+    do {
+        while (Peek() == '\'' || Peek() == '#') {
+            if (Peek() == '\'') {
+                check(high == 0);
+                ReadQuoted(FHasCharNumbers ? FText : bytes);
+                continue;
+            }
+            const bool hasZero = Peek(Peek(1) == '$' ? 2 : 1) == '0';
+            char32_t c = ReadCharCode();
+            if (!FHasCharNumbers && !hasZero && c <= 0xFF) {
+                bytes.push_back(static_cast<char>(static_cast<unsigned char>(c)));
+                continue;
+            }
+            flush();
             if (high != 0) {
-                break;
+                c = JoinSurrogates(high, c);
+                high = 0;
+                check(c != 0);
+            } else if (c >= 0xD800 && c < 0xDC00) {
+                high = c;
+                continue;
             }
-            ReadQuoted(FHasCharNumbers ? FText : bytes);
-            continue;
+            check(c <= 0x10FFFF && !IsSurrogate(c));
+            AppendUtf8(FText, c);
         }
-        const bool hasZero = Peek(Peek(1) == '$' ? 2 : 1) == '0';
-        char32_t c = ReadCharCode();
-        if (!FHasCharNumbers && !hasZero && c <= 0xFF) {
-            bytes.push_back(static_cast<char>(static_cast<unsigned char>(c)));
-            continue;
-        }
-        flush();
-        if (high != 0) {
-            c = JoinSurrogates(high, c);
-            high = 0;
-            if (c == 0) {
-                Fail("Invalid character code");
-            }
-        } else if (c >= 0xD800 && c < 0xDC00) {
-            high = c;
-            continue;
-        }
-        if (c > 0x10FFFF || IsSurrogate(c)) {
-            Fail("Invalid character code");
-        }
-        AppendUtf8(FText, c);
-    }
-    if (high != 0) {
-        Fail("Invalid character code");
-    }
+    } while (SkipPlus());
+    check(high == 0);
     flush();
     FToken = TFormToken::String;
+}
+
+/// A plus sign, and blanks around it, in front of a string. One in front of a number is its sign.
+bool TFormTextLexer::SkipPlus() {
+    int line = FLine;
+    size_t at = SkipBlanks(FAt, line);
+    const char behind = at + 1 < FSource.size() ? FSource[at + 1] : '\0';
+    if (at == FSource.size() || FSource[at] != '+' || behind == '$' || IsDigit(behind) || IsLetter(behind)) {
+        return false;
+    }
+    FAt = SkipBlanks(at + 1, line);
+    FLine = line;
+    if (Peek() != '\'' && Peek() != '#') {
+        FailOn(FLine, "String expected");
+    }
+    return true;
 }
 
 void TFormTextLexer::ReadQuoted(std::string& text) {
@@ -166,7 +184,7 @@ void TFormTextLexer::ReadQuoted(std::string& text) {
         text += FSource.substr(FAt, end - FAt);
         FAt = end;
         if (Peek() != '\'') {
-            Fail("The string has no end");
+            FailOn(FLine, "The string has no end");
         }
         ++FAt;
         if (Peek() != '\'') {
@@ -188,7 +206,7 @@ char32_t TFormTextLexer::ReadCharCode() {
     const char* const start = FSource.data() + FAt;
     const auto [end, error] = std::from_chars(start, FSource.data() + FSource.size(), code, base);
     if (error != std::errc{}) {
-        Fail("Invalid character code");
+        FailOn(FLine, "Invalid character code");
     }
     FAt += static_cast<size_t>(end - start);
     return code;

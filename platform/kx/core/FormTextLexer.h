@@ -21,9 +21,10 @@ public:
     void Next(); ///< @throws EParserError for what is no word.
 
     TFormToken Token() const { return FToken; }
-    int Line() const { return FTokenLine; }           ///< Where the word begins, from 1.
-    const std::string& Text() const { return FText; } ///< Identifier, dots included, or contents of a string.
-    int64_t Integer() const { return FInteger; }      ///< Of an integer; of a vaCurrency, in ten-thousandths.
+    int Line() const { return FTokenLine; } ///< Where the word begins, from 1.
+    /// Identifier, dots included; contents of a string, of all pieces that plus signs join; a number as it is spelled.
+    const std::string& Text() const { return FText; }
+    int64_t Integer() const { return FInteger; } ///< Of an integer; of a vaCurrency, in ten-thousandths.
     double Float() const { return FFloat; }
     TValueType FloatType() const { return FFloatType; } ///< vaDouble, vaSingle, vaDate or vaCurrency.
     bool IsSymbol(char symbol) const { return FToken == TFormToken::Symbol && FSymbol == symbol; }
@@ -42,6 +43,7 @@ private:
     size_t SkipBlanks(size_t at, int& line) const;
     void ReadIdent();
     void ReadString();
+    bool SkipPlus();
     void ReadQuoted(std::string& text);
     char32_t ReadCharCode();
     void ReadNumber();

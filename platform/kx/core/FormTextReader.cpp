@@ -1,6 +1,8 @@
 // A form's text into its binary form.
 
 #include "kx/core/FormText.h"
+
+#include "kx/core/FilerTools.h"
 #include "kx/core/FormTextLexer.h"
 
 #include <algorithm>
@@ -15,8 +17,8 @@ using detail::TFormToken;
 /// Reads the text of a form and writes its binary form.
 class TFormTextReader {
 public:
-    TFormTextReader(std::string_view text, TWriter& writer, TFormLines* lines, int64_t start)
-        : FLexer(text), FWriter(writer), FLines(lines), FStart(start) {}
+    TFormTextReader(std::string_view text, TValueWriter& writer, TFormLines* lines, int64_t start, TFormNumbers numbers)
+        : FLexer(text), FWriter(writer), FLines(lines), FStart(start), FNumbers(numbers) {}
 
     void Convert() {
         FWriter.WriteSignature();
@@ -31,8 +33,9 @@ private:
     void Properties();
     void Value();
     void Ident();
+    void Integer();
+    void Spelling();
     void Float();
-    void String();
     void Symbol();
     void List();
     void Set();
@@ -49,9 +52,10 @@ private:
     void Enter();
 
     TFormTextLexer FLexer;
-    TWriter& FWriter;
+    TValueWriter& FWriter;
     TFormLines* FLines;
     int64_t FStart;
+    TFormNumbers FNumbers;
     int FNesting = 0;
 };
 
@@ -173,9 +177,9 @@ void TFormTextReader::Properties() {
 void TFormTextReader::Value() {
     switch (FLexer.Token()) {
     case TFormToken::Ident: return Ident();
-    case TFormToken::Integer: FWriter.WriteInteger(FLexer.Integer()); return FLexer.Next();
+    case TFormToken::Integer: return Integer();
     case TFormToken::Float: return Float();
-    case TFormToken::String: return String();
+    case TFormToken::String: FWriter.WriteText(FLexer.Text()); return FLexer.Next();
     case TFormToken::Symbol: return Symbol();
     case TFormToken::End: break;
     }
@@ -191,7 +195,24 @@ void TFormTextReader::Ident() {
     FLexer.Next();
 }
 
+void TFormTextReader::Integer() {
+    if (FLexer.Text() != IntToStr(FLexer.Integer())) {
+        Spelling();
+    }
+    FWriter.WriteInteger(FLexer.Integer());
+    FLexer.Next();
+}
+
+/// The number as the text has it, in front of its value
+void TFormTextReader::Spelling() {
+    if (FNumbers == TFormNumbers::Spelled && FLexer.Text().size() <= detail::MaxShortString) {
+        FWriter.WriteValue(vaSpelled);
+        FWriter.WriteStr(FLexer.Text());
+    }
+}
+
 void TFormTextReader::Float() {
+    Spelling();
     const TValueType type = FLexer.FloatType();
     FWriter.WriteValue(type);
     switch (type) {
@@ -200,21 +221,6 @@ void TFormTextReader::Float() {
     default: FWriter.WriteNumber(FLexer.Float()); break;
     }
     FLexer.Next();
-}
-
-/// A string, in pieces that a plus sign joins
-void TFormTextReader::String() {
-    std::string text = FLexer.Text();
-    FLexer.Next();
-    while (FLexer.IsSymbol('+')) {
-        FLexer.Next();
-        if (FLexer.Token() != TFormToken::String) {
-            FLexer.Fail("String expected");
-        }
-        text += FLexer.Text();
-        FLexer.Next();
-    }
-    FWriter.WriteText(text);
 }
 
 void TFormTextReader::Symbol() {
@@ -281,11 +287,11 @@ void TFormTextReader::Collection() {
 
 } // namespace
 
-void ObjectTextToBinary(TStream& text, TStream& binary, TFormLines* lines) {
+void ObjectTextToBinary(TStream& text, TStream& binary, TFormLines* lines, TFormNumbers numbers) {
     std::string source(static_cast<size_t>(std::max<int64_t>(text.Size() - text.Position(), 0)), '\0');
     text.ReadBuffer(source.data(), source.size());
-    TWriter writer(binary);
-    TFormTextReader(source, writer, lines, binary.Position()).Convert();
+    TValueWriter writer(binary);
+    TFormTextReader(source, writer, lines, binary.Position(), numbers).Convert();
     writer.FlushBuffer();
 }
 

@@ -3,8 +3,10 @@
 #include "kx/core/FormText.h"
 
 #include "kx/core/FilerTools.h"
+#include "kx/core/FormTextLexer.h"
 #include "kx/core/TypInfo.h"
 
+#include <bit>
 #include <charconv>
 #include <cmath>
 
@@ -31,7 +33,8 @@ private:
     void Component();
     void Properties();
     void Value();
-    void Value(TValueType type);
+    void TypedValue(TValueType type);
+    void ValueBehind(TValueType type);
     void List();
     void Set();
     void Collection();
@@ -117,8 +120,36 @@ void TFormTextWriter::Properties() {
     FReader.ReadListEnd();
 }
 
+namespace {
+
+/// Both spell the same number of the same type.
+bool SpellTheSame(const std::string& a, const std::string& b) {
+    using detail::TFormToken;
+    try {
+        const detail::TFormTextLexer left(a);
+        const detail::TFormTextLexer right(b);
+        const bool areNumbers = left.Token() == TFormToken::Integer || left.Token() == TFormToken::Float;
+        return areNumbers && left.Text() == a && left.Token() == right.Token() && left.Integer() == right.Integer() &&
+               left.FloatType() == right.FloatType() &&
+               std::bit_cast<uint64_t>(left.Float()) == std::bit_cast<uint64_t>(right.Float());
+    } catch (const EParserError&) {
+        return false;
+    }
+}
+
+} // namespace
+
 void TFormTextWriter::Value() {
     const TValueType type = FReader.NextValue();
+    const std::string spelling = FReader.Spelling();
+    const size_t start = FText.size();
+    TypedValue(type);
+    if (!spelling.empty() && SpellTheSame(spelling, FText.substr(start))) {
+        FText.replace(start, std::string::npos, spelling);
+    }
+}
+
+void TFormTextWriter::TypedValue(TValueType type) {
     switch (type) {
     case vaString:
     case vaLString:
@@ -131,12 +162,12 @@ void TFormTextWriter::Value() {
     case vaExtended:
     case vaDouble: return Float(FReader.ReadFloat());
     case vaBinary: return Binary();
-    default: FReader.ReadValue(); return Value(type);
+    default: FReader.ReadValue(); return ValueBehind(type);
     }
 }
 
 /// The value behind its type byte
-void TFormTextWriter::Value(TValueType type) {
+void TFormTextWriter::ValueBehind(TValueType type) {
     switch (type) {
     case vaNull: FText += "Null"; return;
     case vaNil: FText += "nil"; return;
@@ -331,7 +362,9 @@ void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TCo
         return;
     }
     TMemoryStream binary;
-    TWriter(binary).WriteDescendent(root, ancestor);
+    TWriter writer(binary);
+    writer.SetNumbers(format == TStreamFormat::Text ? TFormNumbers::Spelled : TFormNumbers::Plain);
+    writer.WriteDescendent(root, ancestor);
     binary.SetPosition(0);
     switch (format) {
     case TStreamFormat::Text: return ObjectBinaryToText(binary, stream);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -45,20 +46,30 @@ namespace {
 
 using detail::TPendingReference;
 
-using TPendingReferences = std::vector<TPendingReference>;
+/// By the component that holds the reference, itself or through its parts; null for objects that belong to none.
+using TPendingReferences = std::unordered_multimap<const TComponent*, TPendingReference>;
 
 /// Null when there are none. A mere pointer, since GCC's runtime library for Windows frees the memory of a thread's
 /// variables before it runs their destructors.
 thread_local TPendingReferences* Pending = nullptr;
 
-/// Forgets those of which `isDone` says so, and those without a component.
-template <class F> void ForgetPending(F isDone) {
-    if (Pending) {
-        std::erase_if(*Pending, [&](const TPendingReference& one) { return !one.Alive || isDone(one); });
-        if (Pending->empty()) {
-            delete std::exchange(Pending, nullptr);
+const TComponent* ComponentOf(const TObject& instance) {
+    for (const auto* part = dynamic_cast<const TPersistent*>(&instance); part; part = part->GetOwner()) {
+        if (const auto* component = dynamic_cast<const TComponent*>(part)) {
+            return component;
         }
     }
+    return nullptr;
+}
+
+/// The reference of that property, or the end.
+TPendingReferences::iterator FindPending(const TObject& instance, const TPropInfo& property) {
+    const auto [begin, end] = Pending->equal_range(ComponentOf(instance));
+    const auto found = std::find_if(begin, end, [&](const auto& entry) {
+        const TPendingReference& one = entry.second;
+        return one.Alive && one.Property == &property && one.Owner() == &instance;
+    });
+    return found == end ? Pending->end() : found;
 }
 
 TComponent* FindTarget(const std::string& name) {
@@ -80,13 +91,19 @@ void GlobalFixupReferences() {
     if (!Pending) {
         return;
     }
-    const std::unique_ptr<TPendingReferences> all(std::exchange(Pending, nullptr));
+    const std::unique_ptr<TPendingReferences> pending(std::exchange(Pending, nullptr));
+    std::vector<TPendingReference> all;
+    for (const auto& [component, reference] : *pending) {
+        if (reference.Alive) {
+            all.push_back(reference);
+        }
+    }
+    std::ranges::sort(all, {}, &TPendingReference::Number);
     std::vector<std::pair<TPendingReference, TComponent*>> ready;
-    for (const TPendingReference& reference : *all) {
-        TComponent* const target = reference.Alive ? FindTarget(reference.Name) : nullptr;
-        if (target) {
+    for (const TPendingReference& reference : all) {
+        if (TComponent* const target = FindTarget(reference.Name)) {
             ready.emplace_back(reference, target);
-        } else if (reference.Alive) {
+        } else {
             detail::AddPendingReference(reference);
         }
     }
@@ -102,28 +119,37 @@ void GlobalFixupReferences() {
 }
 
 std::string PendingReference(const TObject& instance, const TPropInfo& property) {
-    if (Pending) {
-        for (const TPendingReference& reference : *Pending) {
-            if (reference.Alive && reference.Property == &property && reference.Owner() == &instance) {
-                return reference.Name;
-            }
-        }
+    if (!Pending) {
+        return {};
     }
-    return {};
+    const auto found = FindPending(instance, property);
+    return found == Pending->end() ? std::string() : found->second.Name;
 }
 
 void DropPendingReference(const TObject& instance, const TPropInfo& property) {
-    ForgetPending([&](const TPendingReference& reference) {
-        return reference.Property == &property && reference.Owner() == &instance;
-    });
+    if (!Pending) {
+        return;
+    }
+    for (auto found = FindPending(instance, property); found != Pending->end();
+         found = FindPending(instance, property)) {
+        Pending->erase(found);
+    }
+    if (Pending->empty()) {
+        delete std::exchange(Pending, nullptr);
+    }
 }
 
 void detail::AddPendingReference(TPendingReference reference) {
-    ForgetPending([](const TPendingReference&) { return false; });
+    const TObject* const owner = reference.Owner();
+    if (!owner) {
+        return; // a later value has replaced it
+    }
     if (!Pending) {
         Pending = new TPendingReferences;
     }
-    Pending->push_back(std::move(reference));
+    thread_local uint64_t number = 0;
+    reference.Number = ++number;
+    Pending->emplace(ComponentOf(*owner), std::move(reference));
 }
 
 TComponent* detail::FindNested(TComponent* from, std::string_view path) {

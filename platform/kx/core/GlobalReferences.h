@@ -3,6 +3,7 @@
 #include "kx/core/Components.h"
 #include "kx/core/TypInfo.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -36,6 +37,7 @@ struct TPendingReference {
     std::function<TObject*()> Owner; ///< The object that has the property: the component, or a part of it; or null.
     const TPropInfo* Property;
     std::string Name;
+    uint64_t Number = 0; ///< Ascends in the order of their coming.
 };
 void AddPendingReference(TPendingReference reference);
 

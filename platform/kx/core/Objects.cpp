@@ -9,7 +9,7 @@
 
 namespace kx {
 
-TClass::TClass(std::string name, const TClass* parent) : FName(std::move(name)), FParent(parent) {}
+TClass::TClass(std::string_view name, const TClass* parent) : FName(name), FParent(parent) {}
 TClass::~TClass() = default;
 
 const TClass& TObject::StaticClass() {
@@ -35,10 +35,11 @@ bool TClass::InheritsFrom(const TClass& ancestor) const {
     return false;
 }
 
-TPropInfo& TClass::AddProperty(std::unique_ptr<TPropInfo> property) {
-    property->Introduced = this;
-    FOwnProperties.push_back(std::move(property));
-    return *FOwnProperties.back();
+TPropInfo& TClass::AddProperty(std::string_view name, const detail::TPropShape& shape, detail::TMemberPointer get,
+                               detail::TMemberPointer set) {
+    TPropInfo& property = *FOwnProperties.emplace_back(new TPropInfo(name, shape, get, set));
+    property.Introduced = this;
+    return property;
 }
 
 void TClass::Finish() {

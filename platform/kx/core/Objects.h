@@ -3,10 +3,12 @@
 #include "kx/core/Delegate.h"
 #include "kx/core/SysUtils.h"
 
-#include <functional>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <typeindex>
 #include <unordered_map>
 #include <vector>
 
@@ -15,6 +17,10 @@ namespace kx {
 class TClass;
 class TComponent;
 class TPropInfo;
+
+namespace detail {
+struct TPropShape;
+}
 
 /// Base of every object that has a class identity.
 class TObject {
@@ -45,29 +51,62 @@ public:                                                                         
     static const ::kx::TClass& StaticClass();                                                                          \
     const ::kx::TClass& ClassType() const override { return StaticClass(); }
 
+namespace detail {
+
+/// A pointer to some member of a class, or null. What a class publishes is described by such data, not by code of its
+/// own for each property: every program carries the descriptions of all classes that it uses.
+class TMemberPointer {
+public:
+    TMemberPointer(std::nullptr_t = nullptr) {}
+    template <class M>
+    requires std::is_member_pointer_v<M> TMemberPointer(M member) {
+        static_assert(sizeof member <= sizeof FBytes);
+        std::memcpy(FBytes, &member, sizeof member);
+    }
+
+    /// M is the type that it was made from.
+    template <class M> M As() const {
+        M member;
+        std::memcpy(&member, FBytes, sizeof member);
+        return member;
+    }
+
+private:
+    class TSome; // never defined: pointers to its members have the size of the largest
+    alignas(void*) unsigned char FBytes[sizeof(void(TSome::*)())] = {};
+};
+
+} // namespace detail
+
 /// A published method: what a form file's handler name is bound to.
 struct TMethodInfo {
     std::string Name;
     std::type_index Signature;
-    std::function<TEventTargetPtr(TObject& self)> Bind;
     std::string TypeName; ///< Of the signature, as C++ has it: "void(TObject*)".
+    detail::TMemberPointer Member;
+    TEventTargetPtr (*BindMember)(TObject& self, const TMethodInfo& method);
+
+    TEventTargetPtr Bind(TObject& self) const { return BindMember(self, *this); }
 };
 
 /// A published field: receives the component of that name while a form file is read.
 struct TFieldInfo {
     std::string Name;
     const TClass& (*Class)(); ///< Asked for when needed: it may be the form's own class.
+    detail::TMemberPointer Member;
+    bool (*SetMember)(TObject& self, detail::TMemberPointer member, TObject* value);
+
     /// Stores `value` (or null) into the field. False when the object is of another class than the field.
-    std::function<bool(TObject& self, TObject* value)> Set;
+    bool Set(TObject& self, TObject* value) const { return SetMember(self, Member, value); }
 };
 
 /// Identity of a class: its name, its ancestor, its published properties, methods and fields, and how to create one.
 /// One per class, built on first use by its `StaticClass`, alive until the program ends.
 class TClass {
 public:
-    using TCreate = std::function<TComponent*(TComponent* owner)>;
+    using TCreate = TComponent* (*)(TComponent* owner);
 
-    TClass(std::string name, const TClass* parent);
+    TClass(std::string_view name, const TClass* parent);
     TClass(const TClass&) = delete;
     TClass& operator=(const TClass&) = delete;
     ~TClass();
@@ -91,19 +130,20 @@ public:
     /// The class of that name among the classes of the published fields, ancestors included; null when there is none.
     const TClass* FindFieldClass(std::string_view className) const;
 
-    bool IsCreatable() const { return static_cast<bool>(FCreate); }
+    bool IsCreatable() const { return FCreate != nullptr; }
     /// A new component of this class. @throws EInvalidOperation when the class cannot be created by name.
     TComponent* Create(TComponent* owner) const;
 
 private:
     template <class T> friend class TClassBuilder;
 
-    TPropInfo& AddProperty(std::unique_ptr<TPropInfo> property);
+    TPropInfo& AddProperty(std::string_view name, const detail::TPropShape& shape, detail::TMemberPointer get,
+                           detail::TMemberPointer set);
     void Finish();
 
     std::string FName;
     const TClass* FParent;
-    TCreate FCreate;
+    TCreate FCreate = nullptr;
     std::vector<std::unique_ptr<TPropInfo>> FOwnProperties;
     std::vector<TMethodInfo> FMethods;
     std::vector<TFieldInfo> FFields;

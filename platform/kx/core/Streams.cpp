@@ -2,7 +2,7 @@
 
 #include "kx/core/Streams.h"
 
-#include "kx/core/TypInfo.h"
+#include "kx/core/ClassBuilder.h"
 
 #include <algorithm>
 #include <cstring>

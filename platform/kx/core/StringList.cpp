@@ -2,7 +2,7 @@
 
 #include "kx/core/Strings.h"
 
-#include "kx/core/TypInfo.h"
+#include "kx/core/ClassBuilder.h"
 
 #include <algorithm>
 

@@ -4,6 +4,9 @@
 
 namespace kx {
 
+TEnumInfo::TEnumInfo(std::string_view name, std::initializer_list<const char*> values)
+    : Name(name), Values(values.begin(), values.end()) {}
+
 std::optional<int> TEnumInfo::Find(std::string_view value) const {
     for (size_t i = 0; i < Values.size(); ++i) {
         if (SameText(Values[i], value)) {
@@ -18,6 +21,12 @@ const std::string& TEnumInfo::NameOf(int64_t ordinal) const {
         throw ERangeError(Format("%s has no value with ordinal %s", {Name, IntToStr(ordinal)}));
     }
     return Values[static_cast<size_t>(ordinal)];
+}
+
+TIdentInfo::TIdentInfo(std::initializer_list<TGiven> entries) {
+    for (const TGiven& entry : entries) {
+        Entries.push_back({entry.Value, entry.Name});
+    }
 }
 
 std::optional<int32_t> TIdentInfo::Find(std::string_view name) const {
@@ -43,70 +52,13 @@ const TEnumInfo& BooleanInfo() {
     return info;
 }
 
-// --- Names of types
-
-namespace detail {
-
-namespace {
-
-void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
-    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-        text.replace(at, from.size(), to);
-    }
-}
-
-bool IsIdentChar(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
-
-} // namespace
-
-std::string TypeNameIn(std::string_view function) {
-    // "... [with T = kx::TColor]", "... [T = kx::TColor]", "... FunctionNamedFor<enum kx::TColor>(void)"
-    constexpr std::string_view ours = "T = ";
-    constexpr std::string_view theirs = "FunctionNamedFor<";
-    const bool isOurs = function.find(ours) != std::string_view::npos;
-    const std::string_view before = isOurs ? ours : theirs;
-    const size_t start = function.find(before) + before.size();
-    const size_t end = isOurs ? function.rfind(']') : function.rfind(">(");
-    std::string name(function.substr(start, end - start));
-    for (const std::string_view text : {"std::__cxx11::basic_string<char>", "std::basic_string<char>",
-                                        "std::basic_string<char,struct std::char_traits<char>,class "
-                                        "std::allocator<char> >"}) {
-        ReplaceAll(name, text, "$"); // a name without a namespace, until all others have lost theirs
-    }
-    for (const std::string_view word : {"class ", "struct ", "enum ", "__cdecl", "(anonymous namespace)::",
-                                        "{anonymous}::", "`anonymous namespace'::", "(void)"}) {
-        ReplaceAll(name, word, word == "(void)" ? "()" : "");
-    }
-    for (size_t colons = name.find("::"); colons != std::string::npos; colons = name.find("::")) {
-        size_t first = colons;
-        while (first > 0 && IsIdentChar(name[first - 1])) {
-            --first;
-        }
-        name.erase(first, colons + 2 - first);
-    }
-    ReplaceAll(name, " *", "*");
-    ReplaceAll(name, " &", "&");
-    ReplaceAll(name, " (", "(");
-    ReplaceAll(name, "$", "std::string");
-    ReplaceAll(name, ", ", ",");
-    ReplaceAll(name, ",", ", ");
-    return name;
-}
-
-std::string NumberTypeName(size_t size, bool isSigned) {
-    switch (size) {
-    case 1: return isSigned ? "ShortInt" : "Byte";
-    case 2: return isSigned ? "SmallInt" : "Word";
-    case 4: return isSigned ? "Integer" : "Cardinal";
-    default: return isSigned ? "Int64" : "UInt64";
-    }
-}
-
-} // namespace detail
-
 // --- TPropInfo
+
+TPropInfo::TPropInfo(std::string_view name, const detail::TPropShape& shape, detail::TMemberPointer get,
+                     detail::TMemberPointer set)
+    : Name(name), FShape(shape), FGet(get), FSet(set) {
+    shape.Describe(*this);
+}
 
 std::string TPropInfo::TypeName() const {
     switch (Kind) {
@@ -116,88 +68,75 @@ std::string TPropInfo::TypeName() const {
     case TTypeKind::Set: return "set of " + Enum->Name;
     case TTypeKind::SubObject:
     case TTypeKind::Reference: return Class().Name();
-    default: return FTypeName;
+    default: return NameOfType();
     }
 }
 
-void TPropInfo::Misused() const { throw EPropertyError(Format("Property %s is read-only or of another type", {Name})); }
+bool TPropInfo::HoldsObject() const {
+    return Kind == TTypeKind::SubObject || Kind == TTypeKind::Reference || Kind == TTypeKind::Interface;
+}
 
-bool TPropInfo::IsReadOnly() const { return !FSetOrd && !FSetFloat && !FSetStr && !FSetObj && !FSetEvent; }
+void TPropInfo::Check(bool isRightUse) const {
+    if (!isRightUse) {
+        throw EPropertyError(Format("Property %s is read-only or of another type", {Name}));
+    }
+}
 
 int64_t TPropInfo::GetOrd(const TObject& object) const {
-    if (!FGetOrd) {
-        Misused();
-    }
-    return FGetOrd(object);
+    Check(IsOrdinal());
+    return FShape.Get.Ord(object, FGet);
 }
 
 void TPropInfo::SetOrd(TObject& object, int64_t value) const {
-    if (!FSetOrd) {
-        Misused();
-    }
+    Check(IsOrdinal() && FShape.CanSet);
     // A set keeps to its elements' bits; identifiers such as colours use all 32 bits, signed or not.
     if (value < MinValue || value > MaxValue) {
         throw ERangeError(Format("Value %s is out of range for property %s", {IntToStr(value), Name}));
     }
-    FSetOrd(object, value);
+    FShape.Set.Ord(object, FSet, value);
 }
 
 double TPropInfo::GetFloat(const TObject& object) const {
-    if (!FGetFloat) {
-        Misused();
-    }
-    return FGetFloat(object);
+    Check(Kind == TTypeKind::Float);
+    return FShape.Get.Float(object, FGet);
 }
 
 void TPropInfo::SetFloat(TObject& object, double value) const {
-    if (!FSetFloat) {
-        Misused();
-    }
-    FSetFloat(object, value);
+    Check(Kind == TTypeKind::Float && FShape.CanSet);
+    FShape.Set.Float(object, FSet, value);
 }
 
 std::string TPropInfo::GetStr(const TObject& object) const {
-    if (!FGetStr) {
-        Misused();
-    }
-    return FGetStr(object);
+    Check(Kind == TTypeKind::String);
+    return FShape.Get.Str(object, FGet);
 }
 
 void TPropInfo::SetStr(TObject& object, const std::string& value) const {
-    if (!FSetStr) {
-        Misused();
-    }
-    FSetStr(object, value);
+    Check(Kind == TTypeKind::String && FShape.CanSet);
+    FShape.Set.Str(object, FSet, value);
 }
 
 TObject* TPropInfo::GetObj(const TObject& object) const {
-    if (!FGetObj) {
-        Misused();
-    }
-    return FGetObj(object);
+    Check(HoldsObject());
+    return FShape.Get.Obj(object, FGet);
 }
 
 void TPropInfo::SetObj(TObject& object, TObject* value) const {
-    if (!FSetObj) {
-        Misused();
-    }
-    if (!FSetObj(object, value)) {
+    Check(HoldsObject() && FShape.CanSet);
+    if (!FShape.Set.Obj(object, FSet, value)) {
         throw EInvalidCast(Format("Invalid class typecast: %s cannot be set to %s",
                                   {Name, value ? value->ClassName() : std::string("nil")}));
     }
 }
 
 TEventTargetPtr TPropInfo::GetEvent(const TObject& object) const {
-    if (!FGetEvent) {
-        Misused();
-    }
-    return FGetEvent(object);
+    Check(Kind == TTypeKind::Event);
+    return FShape.Get.Event(object, FGet);
 }
 
 void TPropInfo::SetEvent(TObject& object, const TEventTargetPtr& target) const {
-    if (!FSetEvent || !FSetEvent(object, target)) {
-        Misused();
-    }
+    Check(Kind == TTypeKind::Event && FShape.CanSet);
+    Check(FShape.Set.Event(object, FSet, target));
 }
 
 // --- Access by name

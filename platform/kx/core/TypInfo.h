@@ -2,12 +2,14 @@
 
 #include "kx/core/Objects.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
-#include <limits>
 #include <optional>
-#include <type_traits>
+#include <string>
+#include <string_view>
 #include <typeindex>
+#include <vector>
 
 namespace kx {
 
@@ -27,6 +29,8 @@ enum class TTypeKind : uint8_t {
 
 /// Names of an enumeration's values, in ordinal order from 0.
 struct TEnumInfo {
+    TEnumInfo(std::string_view name, std::initializer_list<const char*> values);
+
     std::string Name;
     std::vector<std::string> Values;
 
@@ -41,6 +45,12 @@ struct TIdentInfo {
         int32_t Value;
         std::string Name;
     };
+    struct TGiven {
+        int32_t Value;
+        const char* Name;
+    };
+    TIdentInfo(std::initializer_list<TGiven> entries);
+
     std::vector<TEntry> Entries;
 
     std::optional<int32_t> Find(std::string_view name) const; ///< Any letter case.
@@ -98,6 +108,45 @@ private:
 /// The names "False" and "True".
 const TEnumInfo& BooleanInfo();
 
+namespace detail {
+
+/// How values of one type pass through pointers to members: one for all properties whose pointers are of the same type.
+struct TPropShape {
+    union TGetter {
+        constexpr TGetter(int64_t (*get)(const TObject&, TMemberPointer)) : Ord(get) {}
+        constexpr TGetter(double (*get)(const TObject&, TMemberPointer)) : Float(get) {}
+        constexpr TGetter(std::string (*get)(const TObject&, TMemberPointer)) : Str(get) {}
+        constexpr TGetter(TObject* (*get)(const TObject&, TMemberPointer)) : Obj(get) {}
+        constexpr TGetter(TEventTargetPtr (*get)(const TObject&, TMemberPointer)) : Event(get) {}
+        int64_t (*Ord)(const TObject&, TMemberPointer);
+        double (*Float)(const TObject&, TMemberPointer);
+        std::string (*Str)(const TObject&, TMemberPointer);
+        TObject* (*Obj)(const TObject&, TMemberPointer);
+        TEventTargetPtr (*Event)(const TObject&, TMemberPointer);
+    };
+    /// Those that give back a Boolean say with false that the value is of a wrong type.
+    union TSetter {
+        constexpr TSetter(std::nullptr_t) : Ord(nullptr) {}
+        constexpr TSetter(void (*set)(TObject&, TMemberPointer, int64_t)) : Ord(set) {}
+        constexpr TSetter(void (*set)(TObject&, TMemberPointer, double)) : Float(set) {}
+        constexpr TSetter(void (*set)(TObject&, TMemberPointer, const std::string&)) : Str(set) {}
+        constexpr TSetter(bool (*set)(TObject&, TMemberPointer, TObject*)) : Obj(set) {}
+        constexpr TSetter(bool (*set)(TObject&, TMemberPointer, const TEventTargetPtr&)) : Event(set) {}
+        void (*Ord)(TObject&, TMemberPointer, int64_t);
+        void (*Float)(TObject&, TMemberPointer, double);
+        void (*Str)(TObject&, TMemberPointer, const std::string&);
+        bool (*Obj)(TObject&, TMemberPointer, TObject*);
+        bool (*Event)(TObject&, TMemberPointer, const TEventTargetPtr&);
+    };
+
+    void (*Describe)(TPropInfo& property); ///< Fills in what the type tells, the kind first of all.
+    TGetter Get;                           ///< The one that goes with the kind...
+    TSetter Set;                           ///< ...as is this.
+    bool CanSet;
+};
+
+} // namespace detail
+
 /// One published property of a class. Values travel by kind: ordinals (integers, enumerations, sets, characters) as
 /// 64-bit integers, everything else in its own accessor. An accessor of the wrong kind is a programming error and
 /// raises EPropertyError, as does writing a read-only property.
@@ -112,8 +161,8 @@ public:
     int64_t MaxValue = INT32_MAX;             ///< Largest ordinal that the property's type holds.
     std::type_index Signature = typeid(void); ///< Of an event.
     std::optional<int64_t> Default;           ///< A value that is not written to form files; only ordinals have one.
-    std::function<bool(const TObject&)> Stored; ///< Empty: always.
-    const TClass* Introduced = nullptr;         ///< The first class that publishes a property of this name.
+    bool (*Stored)(const TObject&) = nullptr; ///< Null: always.
+    const TClass* Introduced = nullptr;       ///< The first class that publishes a property of this name.
 
     /// Name of its type: of an enumeration or a class; "set of TAlign"; "Integer", "Byte", "string" and the like; of an
     /// event the signature as C++ has it, "void(TObject*)"; else the C++ type's own, as "TColor".
@@ -123,7 +172,8 @@ public:
         return Kind == TTypeKind::Integer || Kind == TTypeKind::Int64 || Kind == TTypeKind::Char ||
                Kind == TTypeKind::Enumeration || Kind == TTypeKind::Set;
     }
-    bool IsReadOnly() const;
+    bool HoldsObject() const; ///< A sub-object, a reference or an interface.
+    bool IsReadOnly() const { return !FShape.CanSet; }
     bool IsStored(const TObject& object) const { return !Stored || Stored(object); }
 
     int64_t GetOrd(const TObject& object) const;
@@ -141,22 +191,19 @@ public:
     /// @throws EPropertyError when the target has another signature.
     void SetEvent(TObject& object, const TEventTargetPtr& target) const;
 
+    /// `TypeName` of the kinds whose other fields do not tell it.
+    std::string (*NameOfType)() = nullptr;
+
 private:
-    template <class T> friend class TClassBuilder;
+    friend class TClass;
 
-    [[noreturn]] void Misused() const;
+    TPropInfo(std::string_view name, const detail::TPropShape& shape, detail::TMemberPointer get,
+              detail::TMemberPointer set);
+    void Check(bool isRightUse) const;
 
-    std::string FTypeName; ///< When the other fields do not tell.
-    std::function<int64_t(const TObject&)> FGetOrd;
-    std::function<void(TObject&, int64_t)> FSetOrd;
-    std::function<double(const TObject&)> FGetFloat;
-    std::function<void(TObject&, double)> FSetFloat;
-    std::function<std::string(const TObject&)> FGetStr;
-    std::function<void(TObject&, const std::string&)> FSetStr;
-    std::function<TObject*(const TObject&)> FGetObj;
-    std::function<bool(TObject&, TObject*)> FSetObj;
-    std::function<TEventTargetPtr(const TObject&)> FGetEvent;
-    std::function<bool(TObject&, const TEventTargetPtr&)> FSetEvent;
+    const detail::TPropShape& FShape;
+    detail::TMemberPointer FGet;
+    detail::TMemberPointer FSet;
 };
 
 // --- Access by name. @throws EPropertyError "Property %s does not exist" for a name that is not published.
@@ -177,269 +224,5 @@ void SetObjectProp(TObject& object, std::string_view name, TObject* value);
 /// Text of a set value, "[a,b]", and back. @throws EPropertyError for a name that is no value of the enumeration.
 std::string SetToString(const TEnumInfo& elements, uint32_t bits);
 uint32_t StringToSet(const TEnumInfo& elements, std::string_view text);
-
-namespace detail {
-
-template <class T> struct TIsSet : std::false_type {};
-template <class E> struct TIsSet<TSet<E>> : std::true_type {};
-
-template <class T> struct TIsEvent : std::false_type {};
-template <class S> struct TIsEvent<TEvent<S>> : std::true_type { using TSignature = S; };
-
-/// True for types that name their identifiers: `const TIdentInfo& KxIdentInfo(T)` in the type's namespace.
-template <class T>
-concept HasIdents = requires(T value) {
-    KxIdentInfo(value);
-};
-
-} // namespace detail
-
-namespace detail {
-
-/// What the compiler calls a function that is made for T.
-template <class T> const char* FunctionNamedFor() {
-#ifdef _MSC_VER
-    return __FUNCSIG__;
-#else
-    return __PRETTY_FUNCTION__;
-#endif
-}
-/// The name of T in it, without the namespaces around it.
-std::string TypeNameIn(std::string_view function);
-template <class T> std::string TypeNameOf() { return TypeNameIn(FunctionNamedFor<T>()); }
-
-/// "Integer", "Byte", ...
-std::string NumberTypeName(size_t size, bool isSigned);
-
-} // namespace detail
-
-/// Builds the identity of class T. Used once, in its `StaticClass`:
-///
-///     const TClass& TPosParams::StaticClass() {
-///         static const TClassBuilder<TPosParams> cls("TPosParams", TPersistent::StaticClass(), [](auto& c) {
-///             c.Property("ShiftX", &TPosParams::ShiftX, &TPosParams::SetShiftX).Default = 0;
-///         });
-///         return cls.Class();
-///     }
-///
-/// `Property` and its sisters return the new property, whose `Default` and `Stored` may be set there and then.
-template <class T> class TClassBuilder {
-public:
-    template <class Describe>
-    TClassBuilder(std::string name, const TClass& parent, Describe describe)
-        : FClass(*new TClass(std::move(name), &parent)) {
-        describe(*this);
-        FClass.Finish();
-    }
-    TClassBuilder(std::string name, const TClass& parent) : TClassBuilder(std::move(name), parent, [](auto&) {}) {}
-
-    const TClass& Class() const { return FClass; }
-
-    /// Form files may create the class: T is made by `new T(owner)`.
-    void Creatable() {
-        FClass.FCreate = [](TComponent* owner) -> TComponent* { return new T(owner); };
-    }
-
-    /// A value property: integer, Boolean, enumeration, set, floating-point number, string or event.
-    /// `get` and `set` are member functions of T or of an ancestor; `set` may be null for a read-only property.
-    template <class Get, class Set> TPropInfo& Property(std::string name, Get get, Set set) {
-        using V = std::remove_cvref_t<std::invoke_result_t<Get, const T&>>;
-        TPropInfo& p = New(std::move(name));
-        if constexpr (std::is_same_v<V, std::string>) {
-            p.Kind = TTypeKind::String;
-            p.FGetStr = [get](const TObject& o) -> std::string { return std::invoke(get, As(o)); };
-            if constexpr (HasSetter<Set>) {
-                p.FSetStr = [set](TObject& o, const std::string& v) { std::invoke(set, As(o), v); };
-            }
-        } else if constexpr (std::is_floating_point_v<V>) {
-            p.Kind = TTypeKind::Float;
-            p.FTypeName = sizeof(V) == sizeof(float) ? "Single" : "Double";
-            p.FGetFloat = [get](const TObject& o) { return static_cast<double>(std::invoke(get, As(o))); };
-            if constexpr (HasSetter<Set>) {
-                p.FSetFloat = [set](TObject& o, double v) { std::invoke(set, As(o), static_cast<V>(v)); };
-            }
-        } else if constexpr (detail::TIsEvent<V>::value) {
-            p.Kind = TTypeKind::Event;
-            p.Signature = V::Signature();
-            p.FTypeName = detail::TypeNameOf<typename detail::TIsEvent<V>::TSignature>();
-            p.FGetEvent = [get](const TObject& o) { return std::invoke(get, As(o)).Target(); };
-            if constexpr (HasSetter<Set>) {
-                p.FSetEvent = [set](TObject& o, const TEventTargetPtr& v) {
-                    V event = V::FromTarget(v);
-                    if (v && !event.Target()) {
-                        return false;
-                    }
-                    std::invoke(set, As(o), event);
-                    return true;
-                };
-            }
-        } else {
-            DescribeOrdinal<V>(p);
-            p.FGetOrd = [get](const TObject& o) { return ToOrd(V(std::invoke(get, As(o)))); };
-            if constexpr (HasSetter<Set>) {
-                p.FSetOrd = [set](TObject& o, int64_t v) { std::invoke(set, As(o), FromOrd<V>(v)); };
-            }
-        }
-        return p;
-    }
-
-    /// An object that every instance owns. `get` returns a reference to it from a non-const T; `set`, if not null,
-    /// takes `const S&` and copies from it.
-    template <class Get, class Set> TPropInfo& SubObject(std::string name, Get get, Set set) {
-        using S = std::remove_cvref_t<std::invoke_result_t<Get, T&>>;
-        TPropInfo& p = New(std::move(name));
-        p.Kind = TTypeKind::SubObject;
-        p.Class = &S::StaticClass;
-        p.FGetObj = [get](const TObject& o) -> TObject* { return &std::invoke(get, const_cast<T&>(As(o))); };
-        if constexpr (HasSetter<Set>) {
-            p.FSetObj = [set](TObject& o, TObject* v) {
-                const auto* source = dynamic_cast<S*>(v);
-                if (source) {
-                    std::invoke(set, As(o), *source);
-                }
-                return source != nullptr;
-            };
-        }
-        return p;
-    }
-
-    /// A component that the instance refers to and does not own; null for none.
-    template <class Get, class Set> TPropInfo& Reference(std::string name, Get get, Set set) {
-        using C = std::remove_pointer_t<std::invoke_result_t<Get, const T&>>;
-        TPropInfo& p = New(std::move(name));
-        p.Kind = TTypeKind::Reference;
-        p.Class = &C::StaticClass;
-        DescribePointer<C>(p, get, set);
-        return p;
-    }
-
-    /// A component that implements interface I, not owned; null for none. `get` and `set` deal in `I*`.
-    template <class Get, class Set> TPropInfo& Interface(std::string name, Get get, Set set) {
-        using I = std::remove_pointer_t<std::invoke_result_t<Get, const T&>>;
-        TPropInfo& p = New(std::move(name));
-        p.Kind = TTypeKind::Interface;
-        p.FTypeName = detail::TypeNameOf<I>();
-        DescribePointer<I>(p, get, set);
-        return p;
-    }
-
-    /// A published method, to which form files may bind events.
-    template <class C, class... Args> void Method(std::string name, void (C::*method)(Args...)) {
-        FClass.FMethods.push_back(
-            {name, TEvent<void(Args...)>::Signature(),
-             [name, method](TObject& o) { return TEvent<void(Args...)>(&As(o), method, name).Target(); },
-             detail::TypeNameOf<void(Args...)>()});
-    }
-
-    /// A published field `F* T::*`: receives the component of that name while a form file is read.
-    template <class F> void Field(std::string name, F* T::*field) {
-        FClass.FFields.push_back({std::move(name), &F::StaticClass, [field](TObject& o, TObject* value) {
-                                      auto* typed = dynamic_cast<F*>(value);
-                                      As(o).*field = typed;
-                                      return typed || !value;
-                                  }});
-    }
-
-private:
-    template <class Set> static constexpr bool HasSetter = !std::is_null_pointer_v<Set>;
-
-    static T& As(TObject& o) { return static_cast<T&>(o); }
-    static const T& As(const TObject& o) { return static_cast<const T&>(o); }
-
-    TPropInfo& New(std::string name) {
-        auto property = std::make_unique<TPropInfo>();
-        property->Name = std::move(name);
-        return FClass.AddProperty(std::move(property));
-    }
-
-    template <class V> static void DescribeOrdinal(TPropInfo& p) {
-        if constexpr (std::is_same_v<V, bool>) {
-            p.Kind = TTypeKind::Enumeration;
-            p.Enum = &BooleanInfo();
-            p.MinValue = 0;
-            p.MaxValue = 1;
-        } else if constexpr (detail::TIsSet<V>::value) {
-            p.Kind = TTypeKind::Set;
-            p.Enum = &KxTypeInfo(typename V::TElement{});
-            p.MinValue = 0;
-            p.MaxValue = static_cast<int64_t>((uint64_t{1} << p.Enum->Values.size()) - 1);
-        } else if constexpr (detail::HasIdents<V>) {
-            p.Kind = TTypeKind::Integer;
-            p.Idents = &KxIdentInfo(V{});
-            p.FTypeName = detail::TypeNameOf<V>();
-            LimitTo<TIntegerOf<V>>(p);
-        } else if constexpr (std::is_enum_v<V>) {
-            p.Kind = TTypeKind::Enumeration;
-            p.Enum = &KxTypeInfo(V{});
-            p.MinValue = 0;
-            p.MaxValue = static_cast<int64_t>(p.Enum->Values.size()) - 1;
-        } else if constexpr (std::is_same_v<V, char>) {
-            p.Kind = TTypeKind::Char;
-            p.MinValue = 0;
-            p.MaxValue = 255;
-        } else {
-            static_assert(std::is_integral_v<V>, "no published property can be of this type");
-            p.Kind = sizeof(V) > 4 ? TTypeKind::Int64 : TTypeKind::Integer;
-            p.FTypeName = detail::NumberTypeName(sizeof(V), std::is_signed_v<V>);
-            LimitTo<V>(p);
-        }
-    }
-
-    /// The integer type whose values V takes.
-    template <class V> static auto IntegerOf() {
-        if constexpr (std::is_enum_v<V>) {
-            return std::underlying_type_t<V>{};
-        } else {
-            return V{};
-        }
-    }
-    template <class V> using TIntegerOf = decltype(IntegerOf<V>());
-
-    template <class I> static void LimitTo(TPropInfo& p) {
-        p.MinValue = static_cast<int64_t>((std::numeric_limits<I>::min)());
-        p.MaxValue = sizeof(I) > 4 ? INT64_MAX : static_cast<int64_t>((std::numeric_limits<I>::max)());
-    }
-
-    template <class V> static int64_t ToOrd(V v) {
-        if constexpr (detail::TIsSet<V>::value) {
-            return v.Bits();
-        } else if constexpr (std::is_same_v<V, char>) {
-            return static_cast<unsigned char>(v);
-        } else {
-            return static_cast<int64_t>(v);
-        }
-    }
-
-    template <class V> static V FromOrd(int64_t v) {
-        if constexpr (detail::TIsSet<V>::value) {
-            return V::FromBits(static_cast<uint32_t>(v));
-        } else {
-            return static_cast<V>(v);
-        }
-    }
-
-    template <class I, class Get, class Set> static void DescribePointer(TPropInfo& p, Get get, Set set) {
-        p.FGetObj = [get](const TObject& o) -> TObject* {
-            I* target = std::invoke(get, As(o));
-            if constexpr (std::is_convertible_v<I*, TObject*>) {
-                return target;
-            } else {
-                return dynamic_cast<TObject*>(target);
-            }
-        };
-        if constexpr (HasSetter<Set>) {
-            p.FSetObj = [set](TObject& o, TObject* v) {
-                I* target = dynamic_cast<I*>(v);
-                if (v && !target) {
-                    return false;
-                }
-                std::invoke(set, As(o), target);
-                return true;
-            };
-        }
-    }
-
-    TClass& FClass; ///< Never freed: objects that go when the program ends still ask it.
-};
 
 } // namespace kx
