@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace kx {
@@ -14,7 +15,8 @@ namespace kx {
 namespace detail {
 
 /// The text of a memo as lines. They are read once and kept until the text changes; a change of a line changes just its
-/// place in the window's text. Without a window they are the text, which the control gets when it is asked for it.
+/// place in the window's text. Without a window, and between BeginUpdate and EndUpdate, they are the text: the control
+/// gets what has changed in one piece, at the end or when it is asked for its text.
 class TMemoLines : public TStrings {
 public:
     explicit TMemoLines(TMemo& memo) : FMemo(memo) {}
@@ -22,13 +24,14 @@ public:
     int Count() const override { return static_cast<int>(Lines().size()); }
     std::string Get(int index) const override;
     void Put(int index, const std::string& text) override;
-    void Clear() override { FMemo.SetText(""); }
+    void Clear() override;
     void Delete(int index) override;
     void Insert(int index, const std::string& text) override;
     void SetText(std::string_view text) override { FMemo.SetText(std::string(text)); }
 
     void TextChanged(); ///< The memo tells of a change.
-    void Flush();       ///< Brings the control's own text up to date.
+    void Flush();       ///< Brings the control's own text up to date. May run foreign code, which may free the memo.
+    bool IsUnsaved() const { return FHeldBack.has_value(); } ///< The control's own text is older than the lines.
 
 protected:
     void SetUpdateState(bool updating) override;
@@ -53,8 +56,8 @@ private:
         std::string_view Break; ///< Empty at most at the end of the whole text.
         TLength Length;         ///< With the break.
 
-        TLine(std::string text, std::string_view lineBreak)
-            : Text(std::move(text)),
+        TLine(const std::string& text, std::string_view lineBreak)
+            : Text(text.c_str()), // a window's text ends at a zero, which would cut off the lines behind
               Break(lineBreak), Length{Text.size() + Break.size(),
                                        (IsAscii(Text) ? Text.size() : ToWide(Text).size()) + Break.size()} {}
     };
@@ -69,19 +72,30 @@ private:
         bool IsKnown = true; ///< The memo will hold the lines as they are here.
     };
 
+    /// What the control has yet to be told: which lines at either end it holds as they are here, and how long all its
+    /// lines are.
+    struct THeldBack {
+        size_t Head;
+        size_t Tail;
+        TLength Before;
+        bool IsKnown = true; ///< As in TChange.
+    };
+
     TLines& Lines() const;
     void Read(std::string_view text) const;
     TLength LengthOf(size_t first, size_t count) const;
     void Change(size_t first, size_t count, TLines lines);
+    void HoldBack(size_t head, size_t tail, const TChange& change);
     void ChangeWindow(const TChange& change);
     bool IsHeldAsItIs(const std::string& line) const;
-    std::string Joined() const;
+    std::string Joined(size_t first, size_t count) const;
+    std::string Joined() const { return Joined(0, FLines.size()); }
 
     TMemo& FMemo;
     mutable TLines FLines;
     mutable TLength FLength; ///< Of all lines.
     mutable bool FRead = false;
-    bool FUnsaved = false;   ///< There is no window, and the control's own text is older than the lines.
+    std::optional<THeldBack> FHeldBack;
     bool FOwnChange = false; ///< The next change that is told of is ours.
 };
 
@@ -91,7 +105,7 @@ constexpr std::string_view LineBreak = "\r\n";
 
 TMemoLines::TLines& TMemoLines::Lines() const {
     // A foreign parent window may not hand on the notification that the text has changed.
-    if (!FRead || (FMemo.HandleAllocated() && !FMemo.Parent())) {
+    if (!FRead || (FMemo.HandleAllocated() && !FMemo.Parent() && !FHeldBack)) {
         Read(FMemo.Text());
         FRead = true;
     }
@@ -131,11 +145,11 @@ TMemoLines::TLength TMemoLines::LengthOf(size_t first, size_t count) const {
     return length;
 }
 
-std::string TMemoLines::Joined() const {
+std::string TMemoLines::Joined(size_t first, size_t count) const {
     std::string text;
-    text.reserve(FLength.Bytes);
-    for (const TLine& line : FLines) {
-        text.append(line.Text).append(line.Break);
+    text.reserve(LengthOf(first, count).Bytes);
+    for (size_t i = first; i < first + count; ++i) {
+        text.append(FLines[i].Text).append(FLines[i].Break);
     }
     return text;
 }
@@ -151,6 +165,14 @@ void TMemoLines::Put(int index, const std::string& text) {
 void TMemoLines::Delete(int index) {
     CheckIndex(index);
     Change(static_cast<size_t>(index), 1, {});
+}
+
+void TMemoLines::Clear() {
+    if (UpdateCount() == 0) {
+        FMemo.SetText("");
+    } else if (Count() > 0) {
+        Change(0, FLines.size(), {});
+    }
 }
 
 void TMemoLines::Insert(int index, const std::string& text) {
@@ -171,6 +193,7 @@ void TMemoLines::Change(size_t first, size_t count, TLines lines) {
     change.Before = FLength;
     change.Start = LengthOf(0, first);
     change.Removed = LengthOf(first, count);
+    const size_t tail = FLines.size() - first - count;
     for (const TLine& line : lines) {
         change.Inserted.Add(line.Length);
         change.Text.append(line.Text).append(line.Break);
@@ -181,15 +204,22 @@ void TMemoLines::Change(size_t first, size_t count, TLines lines) {
     FLines.insert(rest, std::make_move_iterator(lines.begin()), std::make_move_iterator(lines.end()));
     FLength.Subtract(change.Removed);
     FLength.Add(change.Inserted);
-    if (FMemo.HandleAllocated()) {
-        ChangeWindow(change);
-        return;
+    if (FMemo.HandleAllocated() && UpdateCount() == 0) {
+        return ChangeWindow(change);
     }
-    FUnsaved = true;
-    if (!change.IsKnown) {
+    HoldBack(first, tail, change);
+    if (!change.IsKnown && UpdateCount() == 0) {
         Flush();
-        TextChanged();
     }
+}
+
+void TMemoLines::HoldBack(size_t head, size_t tail, const TChange& change) {
+    if (!FHeldBack) {
+        FHeldBack = {head, tail, change.Before};
+    }
+    FHeldBack->Head = std::min(FHeldBack->Head, head);
+    FHeldBack->Tail = std::min(FHeldBack->Tail, tail);
+    FHeldBack->IsKnown = FHeldBack->IsKnown && change.IsKnown;
 }
 
 void TMemoLines::ChangeWindow(const TChange& change) {
@@ -233,23 +263,47 @@ bool TMemoLines::IsHeldAsItIs(const std::string& line) const {
 void TMemoLines::TextChanged() {
     if (!std::exchange(FOwnChange, false)) {
         FRead = false;
+        FHeldBack.reset(); // the control has another text
     }
 }
 
 void TMemoLines::Flush() {
-    if (std::exchange(FUnsaved, false)) {
+    if (!FHeldBack) {
+        return;
+    }
+    const THeldBack held = *std::exchange(FHeldBack, std::nullopt);
+    if (!FMemo.HandleAllocated()) {
         FOwnChange = true;
         FMemo.TWinControl::SetText(Joined());
         FOwnChange = false;
+        FRead = held.IsKnown;
+        return;
     }
+    TChange change;
+    change.Before = held.Before;
+    change.Start = LengthOf(0, held.Head);
+    const TLength tail = LengthOf(FLines.size() - held.Tail, held.Tail);
+    change.Removed = held.Before;
+    change.Inserted = FLength;
+    for (TLength* const length : {&change.Removed, &change.Inserted}) {
+        length->Subtract(change.Start);
+        length->Subtract(tail);
+    }
+    change.Text = Joined(held.Head, FLines.size() - held.Head - held.Tail);
+    change.IsKnown = held.IsKnown;
+    ChangeWindow(change);
 }
 
 void TMemoLines::SetUpdateState(bool updating) {
-    if (FMemo.HandleAllocated()) {
+    const bool hasWindow = FMemo.HandleAllocated();
+    if (hasWindow) {
         SendMessageA(FMemo.WindowHandle(), WM_SETREDRAW, !updating, 0);
-        if (!updating) {
-            FMemo.Invalidate();
-        }
+    }
+    if (hasWindow && !updating) {
+        FMemo.Invalidate();
+    }
+    if (!updating && FHeldBack && (hasWindow || !FHeldBack->IsKnown)) {
+        Flush(); // which may free the memo
     }
 }
 
@@ -308,7 +362,22 @@ void TMemo::SetText(const std::string& value) {
 
 void TMemo::TextChanged() { FLines->TextChanged(); }
 
+namespace {
+
+/// Messages that ask for an edit's text, or change it in part.
+bool ConcernsText(UINT message) {
+    return message == WM_GETTEXT || message == WM_GETTEXTLENGTH ||
+           (message >= EM_GETSEL && message <= EM_CHARFROMPOS) || (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+           (message >= WM_CUT && message <= WM_UNDO);
+}
+
+} // namespace
+
 void TMemo::WndProc(TMessage& message) {
+    if (FLines->IsUnsaved() && HandleAllocated() && ConcernsText(message.Msg) &&
+        !Outlives(*this, [&] { FLines->Flush(); })) {
+        return;
+    }
     if (message.Msg == CN_COMMAND && message.WParamHi() == EN_CHANGE) {
         FLines->TextChanged();
     }
