@@ -241,7 +241,7 @@ int64_t OtherOrd(const TPropInfo& property, int64_t value) {
     if (property.Idents) {
         return property.Idents->Entries[property.Idents->Entries[0].Value == value ? 1 : 0].Value;
     }
-    return value + 1;
+    return value < property.MaxValue ? value + 1 : value - 1;
 }
 
 /// Gives the property another value than it has, perhaps one of these components.
@@ -250,15 +250,17 @@ void Change(const TPropInfo& property, TObject& object, const std::vector<std::u
     case TTypeKind::String: property.SetStr(object, "Other"); break;
     case TTypeKind::Event:
         property.SetEvent(
-            object, HandlerFor<TCanResizeEvent, TCloseEvent, TCloseQueryEvent, TContextPopupEvent, TDragDropEvent,
-                               TDragOverEvent, TDrawCellEvent, TDrawItemEvent, TDrawPanelEvent, TEndDragEvent,
-                               TGetEditEvent, TIncludeItemEvent, TKeyEvent, TKeyPressEvent, TKxColorEvent,
-                               TKxColorQueryEvent, TKxDialogClosedEvent, TKxFileFilterEvent, TKxFolderCreationEvent,
-                               TKxMsgQueryEvent, TKxShareViolationEvent, TKxViewStyleEvent, TKxViewStyleQueryEvent,
-                               TLVChangeEvent, TLVColumnClickEvent, TLVSelectItemEvent, TMeasureItemEvent, TMouseEvent,
-                               TMouseMoveEvent, TNotifyEvent, TPageScrollEvent, TSelectCellEvent, TSetEditEvent,
-                               TStartDragEvent, TTabChangingEvent, TTBCustomDrawBtnEvent, TTBCustomDrawEvent,
-                               TTVChangedEvent, TTVChangingEvent, TTVEditedEvent, TWndMethod>(property.Signature));
+            object,
+            HandlerFor<TCanResizeEvent, TCloseEvent, TCloseQueryEvent, TContextPopupEvent, TDragDropEvent,
+                       TDragOverEvent, TDrawCellEvent, TDrawItemEvent, TDrawPanelEvent, TEndDragEvent, TGetEditEvent,
+                       TIncludeItemEvent, TKeyEvent, TKeyPressEvent, TKxColorEvent, TKxColorQueryEvent,
+                       TKxDialogClosedEvent, TKxFileFilterEvent, TKxFolderCreationEvent, TKxMsgQueryEvent,
+                       TKxShareViolationEvent, TKxViewStyleEvent, TKxViewStyleQueryEvent, TLVChangeEvent,
+                       TLVColumnClickEvent, TLVSelectItemEvent, TMeasureItemEvent, TMouseEvent, TMouseMoveEvent,
+                       TMouseWheelEvent, TMouseWheelUpDownEvent, TNotifyEvent, TPageScrollEvent, TSelectCellEvent,
+                       TSetEditEvent, TShortCutEvent, TStartDragEvent, TTabChangingEvent, TTBCustomDrawBtnEvent,
+                       TTBCustomDrawEvent, TTVChangedEvent, TTVChangingEvent, TTVEditedEvent, TWndMethod>(
+                property.Signature));
         break;
     case TTypeKind::Reference:
     case TTypeKind::Interface:
@@ -382,6 +384,7 @@ TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
                               "Min changes Position",
                               "Name changes Caption",
                               "Name changes Text",
+                              "Name is lost in a form file", // a second form of a name gets one of its own
                               "OnIncludeFile changes ExtFilter.OnIncludeFile",
                               "OptionsEx is lost in a form file",
                               "Orientation changes Height",

@@ -396,5 +396,61 @@ TEST_F(Menu, TellsOfChanges) {
     EXPECT_EQ(changes, 3);
 }
 
+TEST(MenuItem, ByAutoCheckAClickTurnsItsMarkOver) {
+    TPopupMenu menu;
+    TMenuItem* const item = NewItem(menu.Items(), "a", &menu);
+    std::vector<bool> seen;
+    item->SetOnClick([&](TObject*) { seen.push_back(item->Checked()); });
+    item->Click();
+    item->SetAutoCheck(true);
+    item->Click();
+    item->Click();
+    EXPECT_EQ(seen, (std::vector<bool>{false, true, false})) << "handlers see the new mark";
+    item->SetEnabled(false);
+    item->Click();
+    EXPECT_FALSE(item->Checked());
+    item->SetEnabled(true);
+    item->SetRadioItem(true);
+    item->SetGroupIndex(1);
+    TMenuItem* const fellow = NewItem(menu.Items(), "b", &menu);
+    fellow->SetRadioItem(true);
+    fellow->SetGroupIndex(1);
+    fellow->SetChecked(true);
+    item->Click();
+    EXPECT_TRUE(item->Checked());
+    EXPECT_FALSE(fellow->Checked());
+    item->Click();
+    EXPECT_TRUE(item->Checked()) << "one of a group stays checked";
+}
+
+TEST(MenuItem, ByAutoCheckAHandlerOfTheChangeMayFreeIt) {
+    TPopupMenu menu;
+    TMenuItem* item = NewItem(menu.Items(), "a");
+    item->SetAutoCheck(true);
+    bool clicked = false;
+    item->SetOnClick([&](TObject*) { clicked = true; });
+    menu.SetOnChange([&](TObject*) {
+        if (item) {
+            std::exchange(item, nullptr)->Free();
+        }
+    });
+    item->Click();
+    EXPECT_EQ(item, nullptr);
+    EXPECT_FALSE(clicked);
+}
+
+TEST(MenuItem, ABreakBeginsAColumn) {
+    TPopupMenu menu;
+    TMenuItem* const item = NewItem(menu.Items(), "a", &menu);
+    const auto breaks = [&] { return TEntry(menu.Handle(), 0).Type & (MFT_MENUBREAK | MFT_MENUBARBREAK); };
+    EXPECT_EQ(breaks(), 0U);
+    item->SetBreak(mbBreak);
+    EXPECT_EQ(breaks(), UINT{MFT_MENUBREAK});
+    item->SetBreak(mbBarBreak);
+    EXPECT_EQ(breaks(), UINT{MFT_MENUBARBREAK});
+    item->SetBreak(mbNone);
+    EXPECT_EQ(breaks(), 0U);
+}
+
 } // namespace
 } // namespace kx

@@ -6,6 +6,9 @@
 #include "kx/win/Handles.h"
 #include "tests/ui/ControlFixture.h"
 
+#include <map>
+#include <vector>
+
 namespace kx {
 namespace {
 
@@ -312,6 +315,90 @@ TEST_F(Image, ShowsStretchesAndFollowsItsPicture) {
     Control->SetAutoSize(true);
     EXPECT_EQ(Control->Width(), 20);
     EXPECT_EQ(Control->Height(), 10);
+}
+
+TEST_F(Image, ProportionalItKeepsThePicturesProportions) {
+    const auto fill = [&](int width, int height) {
+        TBitmap& bitmap = Control->Picture().Bitmap();
+        bitmap.SetSize(width, height);
+        bitmap.Canvas().Brush().SetColor(clRed);
+        bitmap.Canvas().FillRect({0, 0, width, height});
+    };
+    Form->SetColor(clWhite);
+    Show();
+    // The picture's rectangle in the control's coordinates
+    const auto painted = [&] {
+        Form->Repaint();
+        const TWindowDC dc(Form->Handle());
+        const auto isRed = [&](int x, int y) { return GetPixel(dc.Handle(), 10 + x, 10 + y) == COLORREF{0x0000FF}; };
+        TRect r{0, 0, 0, 0};
+        for (int x = 0; x < 200; ++x) {
+            for (int y = 0; y < 100; ++y) {
+                if (isRed(x, y)) {
+                    r = r.Right == 0 ? TRect{x, y, x + 1, y + 1}
+                                     : TRect{std::min(r.Left, x), std::min(r.Top, y), std::max(r.Right, x + 1),
+                                             std::max(r.Bottom, y + 1)};
+                }
+            }
+        }
+        return r;
+    };
+    fill(400, 100);
+    Control->SetProportional(true);
+    EXPECT_EQ(painted(), (TRect{0, 0, 200, 50}));
+    Control->SetCenter(true);
+    EXPECT_EQ(painted(), (TRect{0, 25, 200, 75}));
+    fill(20, 200);
+    EXPECT_EQ(painted(), (TRect{95, 0, 105, 100}));
+    fill(20, 40);
+    EXPECT_EQ(painted(), (TRect{90, 30, 110, 70})) << "a picture with room enough has its own size";
+    Control->SetStretch(true);
+    EXPECT_EQ(painted(), (TRect{75, 0, 125, 100}));
+    fill(100, 10);
+    EXPECT_EQ(painted(), (TRect{0, 40, 200, 60}));
+    Control->SetProportional(false);
+    EXPECT_EQ(painted(), (TRect{0, 0, 200, 100}));
+    Control->SetStretch(false);
+    Control->SetCenter(false);
+    EXPECT_EQ(painted(), (TRect{0, 0, 100, 10}));
+}
+
+class EllipsisLabel : public TControlTest<TLabel> {
+protected:
+    /// The label's ink, row by row.
+    std::vector<bool> Ink() {
+        Form->Repaint();
+        std::vector<bool> ink;
+        const TWindowDC dc(Form->Handle());
+        for (int y = 0; y < Control->Height(); ++y) {
+            for (int x = 0; x < Control->Width(); ++x) {
+                ink.push_back(GetPixel(dc.Handle(), Control->Left() + x, Control->Top() + y) != COLORREF{0xFFFFFF});
+            }
+        }
+        return ink;
+    }
+};
+
+TEST_F(EllipsisLabel, ShowsByDotsThatThereIsMore) {
+    Form->SetColor(clWhite);
+    Control->SetAutoSize(false);
+    Control->SetBounds(10, 10, 60, 20);
+    Control->SetCaption("HHHHH\\HHHHH HHHH\\HHHHH");
+    Show();
+    std::map<TEllipsisPosition, std::vector<bool>> ink;
+    for (const TEllipsisPosition position : {epNone, epPathEllipsis, epEndEllipsis, epWordEllipsis}) {
+        Control->SetEllipsisPosition(position);
+        ink[position] = Ink();
+    }
+    EXPECT_NE(ink[epNone], ink[epEndEllipsis]);
+    EXPECT_NE(ink[epNone], ink[epWordEllipsis]);
+    EXPECT_NE(ink[epNone], ink[epPathEllipsis]);
+    EXPECT_NE(ink[epPathEllipsis], ink[epEndEllipsis]);
+    Control->SetCaption("H");
+    EXPECT_EQ((Control->SetEllipsisPosition(epNone), Ink()), (Control->SetEllipsisPosition(epEndEllipsis), Ink()));
+    Control->SetCaption("HHHHHHHHHHHHHHHH");
+    Control->SetAutoSize(true);
+    EXPECT_GT(Control->Width(), 60) << "the whole text has room";
 }
 
 } // namespace

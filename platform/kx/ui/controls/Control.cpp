@@ -66,6 +66,7 @@ const TClass& TControl::StaticClass() {
         c.Property("Width", &T::Width, &T::SetWidth).Stored = [](const TObject&) { return true; };
         c.Property("Height", &T::Height, &T::SetHeight).Stored = [](const TObject&) { return true; };
         c.Property("Align", &T::Align, &T::SetAlign).Default = alNone;
+        c.Property("AlignWithMargins", &T::AlignWithMargins, &T::SetAlignWithMargins).Default = false;
         c.Property("Anchors", &T::Anchors, &T::SetAnchors).Default = TAnchors{akLeft, akTop}.Bits();
         c.SubObject("Constraints", &T::Constraints, &T::SetConstraints);
         c.Property("Cursor", &T::Cursor, &T::SetCursor).Default = crDefault;
@@ -84,6 +85,7 @@ const TClass& TControl::StaticClass() {
             return !static_cast<const T&>(o).ParentBiDiMode();
         };
         c.Property("ParentBiDiMode", &T::ParentBiDiMode, &T::SetParentBiDiMode).Default = true;
+        c.SubObject("Margins", &T::Margins, &T::SetMargins);
         c.Property("HelpContext", &T::HelpContext, &T::SetHelpContext).Default = 0;
         c.Property("Hint", &T::Hint, &T::SetHint);
         c.Property("ShowHint", &T::ShowHint, &T::SetShowHint).Stored = [](const TObject& o) {

@@ -45,6 +45,47 @@ private:
     int FMaxHeight = 0;
 };
 
+/// Pixels at the four edges of a control.
+class TEdges : public TPersistent {
+    KX_CLASS()
+
+    TEdges(TControl& control, int width)
+        : FControl(control), FLeft(width), FTop(width), FRight(width), FBottom(width) {}
+
+    int Left() const { return FLeft; }
+    void SetLeft(int value) { Change(FLeft, value); }
+    int Top() const { return FTop; }
+    void SetTop(int value) { Change(FTop, value); }
+    int Right() const { return FRight; }
+    void SetRight(int value) { Change(FRight, value); }
+    int Bottom() const { return FBottom; }
+    void SetBottom(int value) { Change(FBottom, value); }
+
+    TRect Inside(const TRect& r) const; ///< The rectangle without its edges. @throws EIntOverflow
+    void Assign(const TPersistent* source) override;
+
+protected:
+    TControl& Control() const { return FControl; }
+    virtual void Changed() {}
+
+private:
+    void Change(int& field, int value);
+    TControl& FControl;
+    int FLeft;
+    int FTop;
+    int FRight;
+    int FBottom;
+};
+
+/// What an aligned control leaves free around itself; 3 pixels at first.
+class TMargins : public TEdges {
+    KX_CLASS()
+    explicit TMargins(TControl& control) : TEdges(control, 3) {}
+
+protected:
+    void Changed() override;
+};
+
 /// Everything that is seen: a rectangle in its parent's client area, with text, font, colour and mouse events.
 /// All sizes are pixels; nothing is scaled with the screen's resolution.
 class TControl : public TComponent {
@@ -85,6 +126,10 @@ class TControl : public TComponent {
     void SetAnchors(TAnchors value);
     TSizeConstraints& Constraints() { return FConstraints; }
     void SetConstraints(const TSizeConstraints& value) { FConstraints.Assign(&value); }
+    TMargins& Margins() { return FMargins; }
+    void SetMargins(const TMargins& value) { FMargins.Assign(&value); }
+    bool AlignWithMargins() const { return FAlignWithMargins; } ///< Aligned, the control keeps its margins free.
+    void SetAlignWithMargins(bool value);
 
     // --- Family
 
@@ -224,6 +269,7 @@ class TControl : public TComponent {
 protected:
     friend class TWinControl;
     friend class TCustomForm;
+    friend class TMargins;
     friend class TSizeConstraints;
     friend class detail::TDragSession;
 
@@ -295,6 +341,7 @@ private:
     TRect FAnchorBase;        ///< Bounds when the program set them last,
     TPoint FAnchorParentSize; ///< and the parent's client size at that time.
     TSizeConstraints FConstraints{*this};
+    TMargins FMargins{*this};
     std::unique_ptr<TFont> FFont;
     TColor FColor = clBtnFace;
     TCursor FCursor = crDefault;
@@ -314,7 +361,8 @@ private:
     bool FParentShowHint = true;
     bool FParentBiDiMode = true;
     bool FFollowing = false; ///< A value is being taken over from the parent.
-    bool FClicked = false;   ///< The left button went down here.
+    bool FAlignWithMargins = false;
+    bool FClicked = false; ///< The left button went down here.
 
     TNotifyEvent FOnClick;
     TNotifyEvent FOnDblClick;

@@ -237,6 +237,37 @@ std::string GetLongHint(const std::string& hint) {
     return bar == std::string::npos ? hint : hint.substr(bar + 1);
 }
 
+// --- The wheel
+
+bool TWinControl::MouseWheelUsed(TMessage& message) {
+    bool used = false;
+    const auto offer = [&] {
+        const auto delta = static_cast<int16_t>(message.WParamHi());
+        used = DoMouseWheel(KeysToShiftState(message.WParamLo()), delta, message.Pos());
+    };
+    if (!Outlives(*this, offer)) {
+        return true;
+    }
+    message.Result = used;
+    return used;
+}
+
+bool TWinControl::DoMouseWheel(TShiftState shift, int wheelDelta, const TPoint& mousePos) {
+    const TAlive alive(*this);
+    bool used = false;
+    FOnMouseWheel(this, shift, wheelDelta, mousePos, used);
+    if (!alive || used) {
+        return true;
+    }
+    FWheelRest += wheelDelta;
+    while (alive && std::abs(FWheelRest) >= WHEEL_DELTA) {
+        const bool isUp = FWheelRest > 0;
+        FWheelRest += isUp ? -WHEEL_DELTA : WHEEL_DELTA;
+        (isUp ? FOnMouseWheelUp : FOnMouseWheelDown)(this, shift, mousePos, used);
+    }
+    return used;
+}
+
 // --- Names of pointers and modal results
 
 const TIdentInfo& KxIdentInfo(TCursor) {

@@ -97,6 +97,11 @@ using TMouseMoveEvent = TEvent<void(TObject* sender, TShiftState shift, int x, i
 /// A handler that sets `key` to 0 takes the key away from the control.
 using TKeyEvent = TEvent<void(TObject* sender, uint16_t& key, TShiftState shift)>;
 using TKeyPressEvent = TEvent<void(TObject* sender, char& key)>;
+/// The mouse wheel was turned: by `wheelDelta`, positive away from the user, or by one whole notch. `mousePos` in
+/// screen coordinates. A handler that sets `handled` keeps the turn from the control and from those around it.
+using TMouseWheelEvent =
+    TEvent<void(TObject* sender, TShiftState shift, int wheelDelta, const TPoint& mousePos, bool& handled)>;
+using TMouseWheelUpDownEvent = TEvent<void(TObject* sender, TShiftState shift, const TPoint& mousePos, bool& handled)>;
 /// `position` in client coordinates of the sender, (-1, -1) when the keyboard asked.
 using TContextPopupEvent = TEvent<void(TObject* sender, const TPoint& position, bool& handled)>;
 

@@ -74,6 +74,8 @@ TMenuItem* FindSubmenu(HMENU handle) {
 const TClass& TMenuItem::StaticClass() {
     static const TClassBuilder<TMenuItem> cls("TMenuItem", TComponent::StaticClass(), [](auto& c) {
         c.Reference("Action", &TMenuItem::Action, &TMenuItem::SetAction);
+        c.Property("AutoCheck", &TMenuItem::AutoCheck, &TMenuItem::SetAutoCheck).Default = false;
+        c.Property("Break", &TMenuItem::Break, &TMenuItem::SetBreak).Default = mbNone;
         c.Property("Caption", &TMenuItem::Caption, &TMenuItem::SetCaption);
         c.Property("Checked", &TMenuItem::Checked, &TMenuItem::SetChecked).Default = false;
         c.Property("Default", &TMenuItem::Default, &TMenuItem::SetDefault).Default = false;
@@ -279,6 +281,8 @@ void TMenuItem::SetGroupIndex(uint8_t value) {
     }
 }
 
+void TMenuItem::SetBreak(TMenuBreak value) { Change(FBreak, value); }
+
 void TMenuItem::SetShortCut(TShortCut value) { Change(FShortCut, value); }
 
 void TMenuItem::SetImageIndex(int value) { Change(FImageIndex, value); }
@@ -289,6 +293,9 @@ bool TMenuItem::ShowsImage() const {
 }
 
 void TMenuItem::Click() {
+    if (FEnabled && FAutoCheck && !Outlives(*this, [this] { SetChecked(FRadioItem || !FChecked); })) {
+        return;
+    }
     if (FEnabled && !FOnClick && Action()) {
         Action()->Execute();
     } else if (FEnabled) {
@@ -330,7 +337,10 @@ void TMenuItem::AppendTo(HMENU menu) {
     MENUITEMINFOA info = {};
     info.cbSize = sizeof(info);
     info.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
-    info.fType = (IsLine() ? UINT{MFT_SEPARATOR} : UINT{MFT_STRING}) | (FRadioItem ? UINT{MFT_RADIOCHECK} : 0u);
+    info.fType = (IsLine() ? UINT{MFT_SEPARATOR} : UINT{MFT_STRING}) | (FRadioItem ? UINT{MFT_RADIOCHECK} : 0u) |
+                 (FBreak == mbBreak      ? UINT{MFT_MENUBREAK}
+                  : FBreak == mbBarBreak ? UINT{MFT_MENUBARBREAK}
+                                         : 0u);
     info.fState = (FChecked ? UINT{MFS_CHECKED} : 0u) | (FDefault ? UINT{MFS_DEFAULT} : 0u) |
                   (FEnabled ? UINT{MFS_ENABLED} : UINT{MFS_DISABLED});
     info.wID = FCommand;

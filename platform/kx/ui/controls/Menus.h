@@ -27,6 +27,10 @@ KX_EXCEPTION(EMenuError, Exception);
 
 // --- Items
 
+/// Whether a menu item begins a new column: without or with a line in front of it.
+enum TMenuBreak : uint8_t { mbNone, mbBreak, mbBarBreak };
+KX_ENUM(TMenuBreak, "mbNone", "mbBreak", "mbBarBreak")
+
 /// An entry of a menu, with the entries of its own submenu. An item frees the items below it.
 ///
 /// Each item has a command number of its own, unique in the process, by which its owner window's WM_COMMAND finds it.
@@ -74,6 +78,10 @@ class TMenuItem : public TComponent {
     void SetGroupIndex(uint8_t value);
     TShortCut ShortCut() const { return FShortCut; }
     void SetShortCut(TShortCut value);
+    bool AutoCheck() const { return FAutoCheck; } ///< A click turns `Checked` over; a radio item it only checks.
+    void SetAutoCheck(bool value) { FAutoCheck = value; }
+    TMenuBreak Break() const { return FBreak; }
+    void SetBreak(TMenuBreak value);
     const std::string& Hint() const { return FHint; }
     void SetHint(const std::string& value) { FHint = value; }
     int ImageIndex() const { return FImageIndex; } ///< In the menu's images; -1: none.
@@ -111,6 +119,8 @@ private:
     bool FEnabled = true;
     bool FVisible = true;
     bool FRadioItem = false;
+    bool FAutoCheck = false;
+    TMenuBreak FBreak = mbNone;
     uint8_t FGroupIndex = 0;
     TShortCut FShortCut = 0;
     int FImageIndex = -1;

@@ -14,8 +14,12 @@ const TClass& TWinControl::StaticClass() {
         c.Property("TabOrder", &T::TabOrder, &T::SetTabOrder).Default = -1;
         c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = false;
         c.Property("DoubleBuffered", &T::DoubleBuffered, &T::SetDoubleBuffered).Default = false;
+        c.SubObject("Padding", &T::Padding, &T::SetPadding);
         c.Property("OnEnter", &T::OnEnter, &T::SetOnEnter);
         c.Property("OnExit", &T::OnExit, &T::SetOnExit);
+        c.Property("OnMouseWheel", &T::OnMouseWheel, &T::SetOnMouseWheel);
+        c.Property("OnMouseWheelDown", &T::OnMouseWheelDown, &T::SetOnMouseWheelDown);
+        c.Property("OnMouseWheelUp", &T::OnMouseWheelUp, &T::SetOnMouseWheelUp);
         c.Property("OnKeyDown", &T::OnKeyDown, &T::SetOnKeyDown);
         c.Property("OnKeyPress", &T::OnKeyPress, &T::SetOnKeyPress);
         c.Property("OnKeyUp", &T::OnKeyUp, &T::SetOnKeyUp);
@@ -207,6 +211,7 @@ void TWinControl::AlignControls() {
     TRect rest = ClientRect();
     const TRect client = rest;
     AdjustClientRect(rest);
+    rest = FPadding.Inside(rest);
     for (const TAlign side : {alTop, alBottom, alLeft, alRight, alClient}) {
         if (alive) {
             PlaceAligned(side, rest);
@@ -242,30 +247,34 @@ void TWinControl::PlaceAligned(TAlign side, TRect& rest) {
         if (!alive || !HasChild(control)) {
             continue; // a handler has removed it
         }
-        const int width = std::max(kx::Width(rest), 0);
-        const int height = std::max(kx::Height(rest), 0);
-        TRect place{rest.Left, rest.Top, rest.Left + width, rest.Top + height};
+        const bool hasMargins = control->AlignWithMargins();
+        const TRect free = hasMargins ? control->Margins().Inside(rest) : rest;
+        const int width = std::max(kx::Width(free), 0);
+        const int height = std::max(kx::Height(free), 0);
+        TRect place{free.Left, free.Top, free.Left + width, free.Top + height};
         switch (side) {
         case alTop: place.Bottom = CheckedAdd(place.Top, control->Height()); break;
         case alBottom:
-            place.Top = CheckedSub(rest.Bottom, control->Height());
-            place.Bottom = rest.Bottom;
+            place.Top = CheckedSub(free.Bottom, control->Height());
+            place.Bottom = free.Bottom;
             break;
         case alLeft: place.Right = CheckedAdd(place.Left, control->Width()); break;
         case alRight:
-            place.Left = CheckedSub(rest.Right, control->Width());
-            place.Right = rest.Right;
+            place.Left = CheckedSub(free.Right, control->Width());
+            place.Right = free.Right;
             break;
         default: break;
         }
         if (!Outlives(*control, [&] { control->SetBoundsRect(place); })) {
             continue; // the control has gone and takes no place
         }
+        const TRect margins{free.Left - rest.Left, free.Top - rest.Top, rest.Right - free.Right,
+                            rest.Bottom - free.Bottom};
         switch (side) { // the control may be smaller or larger than the place that it was given
-        case alTop: rest.Top = CheckedAdd(rest.Top, control->Height()); break;
-        case alBottom: rest.Bottom = CheckedSub(rest.Bottom, control->Height()); break;
-        case alLeft: rest.Left = CheckedAdd(rest.Left, control->Width()); break;
-        case alRight: rest.Right = CheckedSub(rest.Right, control->Width()); break;
+        case alTop: rest.Top = CheckedAdd(free.Top, CheckedAdd(control->Height(), margins.Bottom)); break;
+        case alBottom: rest.Bottom = CheckedSub(free.Bottom, CheckedAdd(control->Height(), margins.Top)); break;
+        case alLeft: rest.Left = CheckedAdd(free.Left, CheckedAdd(control->Width(), margins.Right)); break;
+        case alRight: rest.Right = CheckedSub(free.Right, CheckedAdd(control->Width(), margins.Left)); break;
         default: break;
         }
     }

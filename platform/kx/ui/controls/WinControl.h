@@ -27,6 +27,15 @@ struct TCreateParams {
 /// A control went while something of it was under way.
 KX_EXCEPTION(EControlGone, EAbort);
 
+/// What a control leaves free at the edges of its client area when it places aligned controls; nothing at first.
+class TPadding : public TEdges {
+    KX_CLASS()
+    explicit TPadding(TControl& control) : TEdges(control, 0) {}
+
+protected:
+    void Changed() override;
+};
+
 /// A control with a window of its own, which may hold other controls. It frees the controls inside it.
 ///
 /// The window is made when it is first needed and may come and go: whatever the user sees of the control is kept over
@@ -66,6 +75,8 @@ class TWinControl : public TControl {
     /// The visible control at a point of the client area, graphic or windowed; null when there is none.
     TControl* ControlAtPos(const TPoint& point, bool allowDisabled, bool allowWinControls = false) const;
     void Realign();
+    TPadding& Padding() { return FPadding; }
+    void SetPadding(const TPadding& value) { FPadding.Assign(&value); }
 
     // --- Keyboard
 
@@ -109,6 +120,13 @@ class TWinControl : public TControl {
     void SetOnEnter(TNotifyEvent value) { FOnEnter = std::move(value); }
     const TNotifyEvent& OnExit() const { return FOnExit; }
     void SetOnExit(TNotifyEvent value) { FOnExit = std::move(value); }
+    const TMouseWheelEvent& OnMouseWheel() const { return FOnMouseWheel; }
+    void SetOnMouseWheel(TMouseWheelEvent value) { FOnMouseWheel = std::move(value); }
+    /// For each whole notch towards the user, when OnMouseWheel has not used the turn; OnMouseWheelUp for the others.
+    const TMouseWheelUpDownEvent& OnMouseWheelDown() const { return FOnMouseWheelDown; }
+    void SetOnMouseWheelDown(TMouseWheelUpDownEvent value) { FOnMouseWheelDown = std::move(value); }
+    const TMouseWheelUpDownEvent& OnMouseWheelUp() const { return FOnMouseWheelUp; }
+    void SetOnMouseWheelUp(TMouseWheelUpDownEvent value) { FOnMouseWheelUp = std::move(value); }
     const TKeyEvent& OnKeyDown() const { return FOnKeyDown; }
     void SetOnKeyDown(TKeyEvent value) { FOnKeyDown = std::move(value); }
     const TKeyPressEvent& OnKeyPress() const { return FOnKeyPress; }
@@ -171,6 +189,11 @@ protected:
     virtual bool NeedsBuffer() const;
     /// Colours of a system control in its parent's WM_CTLCOLOR...; the result is the brush of its background.
     virtual HBRUSH ControlColor(HDC dc);
+
+    /// Fires the events of the wheel for a WM_MOUSEWHEEL, before the control does something of its own. True: a handler
+    /// has used it, or the control is gone.
+    bool MouseWheelUsed(TMessage& message);
+    virtual bool DoMouseWheel(TShiftState shift, int wheelDelta, const TPoint& mousePos);
 
     /// Area in which aligned controls are placed.
     virtual void AdjustClientRect(TRect& rect) const { static_cast<void>(rect); }
@@ -257,8 +280,14 @@ private:
     bool FDestroyingWindow = false; ///< DestroyHandle is destroying the window.
     int FWantedTabOrder = -1;       ///< Of the form file.
 
+    int FWheelRest = 0; ///< What the wheel was turned by beyond whole notches.
+    TPadding FPadding{*this};
+
     TNotifyEvent FOnEnter;
     TNotifyEvent FOnExit;
+    TMouseWheelEvent FOnMouseWheel;
+    TMouseWheelUpDownEvent FOnMouseWheelDown;
+    TMouseWheelUpDownEvent FOnMouseWheelUp;
     TKeyEvent FOnKeyDown;
     TKeyPressEvent FOnKeyPress;
     TKeyEvent FOnKeyUp;

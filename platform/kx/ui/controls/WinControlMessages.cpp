@@ -111,6 +111,11 @@ void TWinControl::WndProc(TMessage& message) {
             return;
         }
         break;
+    case WM_MOUSEWHEEL:
+        if (MouseWheelUsed(message)) {
+            return;
+        }
+        break;
     case WM_CONTEXTMENU: {
         bool shown = false;
         if (!Outlives(*this, [&] { shown = ContextMenuInside(message); }) || shown) {

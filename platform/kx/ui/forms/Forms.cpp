@@ -2,7 +2,7 @@
 
 #include "kx/ui/forms/Forms.h"
 
-#include "kx/core/Filer.h"
+#include "kx/core/GlobalReferences.h"
 #include "kx/ui/controls/Menus.h"
 
 #include <algorithm>
@@ -23,6 +23,8 @@ const TClass& TCustomForm::StaticClass() {
         c.Property("BorderIcons", &T::BorderIcons, &T::SetBorderIcons).Default =
             TBorderIcons{biSystemMenu, biMinimize, biMaximize}.Bits();
         c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsSizeable;
+        c.Property("AlphaBlend", &T::AlphaBlend, &T::SetAlphaBlend).Default = false;
+        c.Property("AlphaBlendValue", &T::AlphaBlendValue, &T::SetAlphaBlendValue).Default = 255;
         c.Property("Caption", &T::Caption, &T::SetCaption);
         c.Property("ClientHeight", &T::ClientHeight, &T::SetClientHeight).Stored = always;
         c.Property("ClientWidth", &T::ClientWidth, &T::SetClientWidth).Stored = always;
@@ -42,6 +44,7 @@ const TClass& TCustomForm::StaticClass() {
         c.Property("OnDestroy", &T::OnDestroy, &T::SetOnDestroy);
         c.Property("OnHide", &T::OnHide, &T::SetOnHide);
         c.Property("OnPaint", &T::OnPaint, &T::SetOnPaint);
+        c.Property("OnShortCut", &T::OnShortCut, &T::SetOnShortCut);
         c.Property("OnShow", &T::OnShow, &T::SetOnShow);
     });
     return cls.Class();
@@ -92,7 +95,13 @@ void TCustomForm::AfterConstruction() {
         return;
     }
     FCreated = true;
-    if (Outlives(*this, [this] { Guarded([this] { DoCreate(); }); }) && FVisibleWanted) {
+    // A form that has no file may be what references of others wait for.
+    if (Outlives(*this,
+                 [this] {
+                     GlobalFixupReferences();
+                     Guarded([this] { DoCreate(); });
+                 }) &&
+        FVisibleWanted) {
         SetVisible(true);
     }
 }
@@ -119,15 +128,6 @@ void TCustomForm::Notification(TComponent* component, TOperation operation) {
     if (operation == opRemove && component == FMenu) {
         FMenu = nullptr;
         ApplyMenu();
-    }
-}
-
-void TCustomForm::DefineProperties(TFiler& filer) {
-    TWinControl::DefineProperties(filer);
-    // Facts about the designer's screen that form files carry; nothing depends on them.
-    for (const char* name : {"TextHeight", "OldCreateOrder", "DesignSize"}) {
-        filer.DefineProperty(
-            name, [](TReader& reader) { reader.SkipValue(); }, nullptr, false);
     }
 }
 
@@ -223,6 +223,20 @@ void TCustomForm::SetFormStyle(TFormStyle value) {
     if (FFormStyle != value) {
         FFormStyle = value;
         UpdateWindowStyle();
+    }
+}
+
+void TCustomForm::SetAlphaBlend(bool value) {
+    if (FAlphaBlend != value) {
+        FAlphaBlend = value;
+        ApplyAlpha();
+    }
+}
+
+void TCustomForm::SetAlphaBlendValue(uint8_t value) {
+    if (FAlphaBlendValue != value) {
+        FAlphaBlendValue = value;
+        ApplyAlpha();
     }
 }
 

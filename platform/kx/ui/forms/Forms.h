@@ -47,6 +47,7 @@ KX_ENUM(TFormStyle, "fsNormal", "fsStayOnTop")
 
 enum TCloseAction : uint8_t { caNone, caHide, caFree, caMinimize };
 using TCloseEvent = TEvent<void(TObject* sender, TCloseAction& action)>;
+using TShortCutEvent = TEvent<void(MSG& message, bool& handled)>;
 using TCloseQueryEvent = TEvent<void(TObject* sender, bool& canClose)>;
 
 /// What every form can do. A form is a top-level window, or, with a `ParentWindow`, part of a foreign window: it is
@@ -104,6 +105,11 @@ class TCustomForm : public TParentForm {
     TRect NormalBounds() const;
     TFormStyle FormStyle() const { return FFormStyle; }
     void SetFormStyle(TFormStyle value);
+    /// The form lets what is behind it show through, the more the smaller its AlphaBlendValue is; 255 hides that.
+    bool AlphaBlend() const { return FAlphaBlend; }
+    void SetAlphaBlend(bool value);
+    uint8_t AlphaBlendValue() const { return FAlphaBlendValue; }
+    void SetAlphaBlendValue(uint8_t value);
     bool KeyPreview() const override { return FKeyPreview; }
     void SetKeyPreview(bool value) { FKeyPreview = value; }
     TIcon& Icon() { return FIcon; }
@@ -129,7 +135,6 @@ class TCustomForm : public TParentForm {
     void SetClientHeight(int value) override;
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
-    void DefineProperties(TFiler& filer) override;
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;
     void Loaded() override;
 
@@ -147,6 +152,10 @@ class TCustomForm : public TParentForm {
     void SetOnDeactivate(TNotifyEvent value) { FOnDeactivate = std::move(value); }
     const TNotifyEvent& OnPaint() const { return FOnPaint; }
     void SetOnPaint(TNotifyEvent value) { FOnPaint = std::move(value); }
+    /// A key goes down in the form, before its menu and its controls are asked. A handler that sets `handled` has used
+    /// it up.
+    const TShortCutEvent& OnShortCut() const { return FOnShortCut; }
+    void SetOnShortCut(TShortCutEvent value) { FOnShortCut = std::move(value); }
     const TCloseEvent& OnClose() const { return FOnClose; }
     void SetOnClose(TCloseEvent value) { FOnClose = std::move(value); }
     const TCloseQueryEvent& OnCloseQuery() const { return FOnCloseQuery; }
@@ -202,6 +211,7 @@ private:
     void FocusInside(); ///< Gives the focus to the active control, or to the first one.
     void RunDestroyHandler(bool complete);
     static bool Focused(const TCustomForm& form);
+    void ApplyAlpha();
     void ApplyIcon();
     void ApplyMenu();
     bool ForwardToHost(MSG& message);
@@ -220,6 +230,8 @@ private:
     int FPixelsPerInch = 96;
     bool FScaled = true;
     bool FKeyPreview = false;
+    bool FAlphaBlend = false;
+    uint8_t FAlphaBlendValue = 255;
     bool FModal = false;
     bool FCreated = false;   ///< OnCreate has run.
     bool FDestroyed = false; ///< OnDestroy has run.
@@ -239,6 +251,7 @@ private:
     TNotifyEvent FOnActivate;
     TNotifyEvent FOnDeactivate;
     TNotifyEvent FOnPaint;
+    TShortCutEvent FOnShortCut;
     TCloseEvent FOnClose;
     TCloseQueryEvent FOnCloseQuery;
 };

@@ -92,6 +92,9 @@ void TCustomForm::UpdateWindowStyle() {
                  : old.OnTop()  ? HWND_NOTOPMOST
                                 : HWND_TOP,
                  bounds.Left, bounds.Top, kx::Width(bounds), kx::Height(bounds), flags);
+    if (alive) {
+        ApplyAlpha();
+    }
     if (alive && moves && old.Shown()) {
         ShowWindow(window, state == wsNormal ? SW_SHOWNA : ShowCommand(state));
     }

@@ -178,9 +178,13 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
     case WM_SYSKEYDOWN: {
         const TAlive controlAlive(control);
         bool used = false;
-        // The clicks on the items above may end form and menu, or disable the item.
-        const auto offer = [&] { used = FMenu && FMenu->IsShortCut(message.wParam, message.lParam); };
+        const auto offer = [&] { FOnShortCut(message, used); };
         if (!Outlives(*this, offer) || !controlAlive || used) {
+            return true;
+        }
+        // The clicks on the items above may end form and menu, or disable the item.
+        const auto offerMenu = [&] { used = FMenu && FMenu->IsShortCut(message.wParam, message.lParam); };
+        if (!Outlives(*this, offerMenu) || !controlAlive || used) {
             return true;
         }
         return message.message == WM_KEYDOWN && !control.KeepsKey(message) &&

@@ -2,6 +2,7 @@
 
 #include "kx/ui/forms/Forms.h"
 
+#include "kx/core/GlobalReferences.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
@@ -16,7 +17,27 @@ const TClass& TScreen::StaticClass() {
     return cls.Class();
 }
 
+namespace {
+
+/// The form of that name, for references from other forms. Forms that are being designed are no part of the program,
+/// and other threads make theirs without asking.
+TComponent* FindForm(const std::string& name) {
+    if (!Application().InOwnThread()) {
+        return nullptr;
+    }
+    for (int i = 0; i < Screen().FormCount(); ++i) {
+        TCustomForm* const form = Screen().Forms(i);
+        if (SameText(form->Name(), name) && !form->IsDesigning() && !form->IsDestroying()) {
+            return form;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
 TScreen::TScreen() {
+    RegisterFindGlobalComponentProc(FindForm);
     const auto add = [this](TCursor cursor, LPCSTR name) { FCursors[cursor] = LoadCursorA(nullptr, name); };
     add(crDefault, IDC_ARROW);
     add(crArrow, IDC_ARROW);

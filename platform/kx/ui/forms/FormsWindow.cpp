@@ -100,6 +100,7 @@ void TCustomForm::CreateWnd() {
     if (!(GetWindowLongA(WindowHandle(), GWL_STYLE) & WS_CHILD)) {
         SetBoundsFields(r.left, r.top, r.right - r.left, r.bottom - r.top); // the system may have chosen them
     }
+    ApplyAlpha();
     ApplyIcon();
     ApplyMenu();
     MustOutlive([this] { AlignControls(); });
@@ -217,6 +218,25 @@ int TCustomForm::ShowCommand(TWindowState state) const {
     }
     constexpr int commands[] = {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};
     return commands[state];
+}
+
+/// Only windows of the screen can show through on all systems: a docked form does not.
+void TCustomForm::ApplyAlpha() {
+    if (!HandleAllocated() || IsDestroying()) {
+        return;
+    }
+    const HWND window = WindowHandle();
+    const LONG before = GetWindowLongA(window, GWL_EXSTYLE);
+    const bool shows = FAlphaBlend && !(GetWindowLongA(window, GWL_STYLE) & WS_CHILD);
+    const LONG style = shows ? before | WS_EX_LAYERED : before & ~WS_EX_LAYERED;
+    if (style != before) {
+        SetWindowLongA(window, GWL_EXSTYLE, style);
+    }
+    if (shows) {
+        SetLayeredWindowAttributes(window, 0, FAlphaBlendValue, LWA_ALPHA);
+    } else if (style != before) {
+        RedrawWindow(window, nullptr, nullptr, RDW_ERASE | RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
+    }
 }
 
 void TCustomForm::ApplyIcon() {

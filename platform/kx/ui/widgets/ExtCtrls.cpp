@@ -182,6 +182,7 @@ const TClass& TImage::StaticClass() {
         c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = false;
         c.Property("Center", &T::Center, &T::SetCenter).Default = false;
         c.SubObject("Picture", &T::Picture, &T::SetPicture);
+        c.Property("Proportional", &T::Proportional, &T::SetProportional).Default = false;
         c.Property("Stretch", &T::Stretch, &T::SetStretch).Default = false;
         c.Property("Transparent", &T::Transparent, &T::SetTransparent).Default = false;
     });
@@ -214,6 +215,11 @@ void TImage::SetCenter(bool value) {
     Invalidate();
 }
 
+void TImage::SetProportional(bool value) {
+    FProportional = value;
+    Invalidate();
+}
+
 void TImage::SetStretch(bool value) {
     FStretch = value;
     Invalidate();
@@ -229,12 +235,29 @@ void TImage::Paint() {
     if (!graphic || graphic->Empty()) {
         return;
     }
-    if (FStretch) {
-        Canvas().StretchDraw({0, 0, Width(), Height()}, *graphic);
+    const TRect place = PictureRect();
+    if (kx::Width(place) != graphic->Width() || kx::Height(place) != graphic->Height()) {
+        Canvas().StretchDraw(place, *graphic);
     } else {
-        Canvas().Draw(FCenter ? (Width() - graphic->Width()) / 2 : 0, FCenter ? (Height() - graphic->Height()) / 2 : 0,
-                      *graphic);
+        Canvas().Draw(place.Left, place.Top, *graphic);
     }
+}
+
+/// Where the picture, which is not empty, is painted.
+TRect TImage::PictureRect() const {
+    int64_t width = FPicture.Width();
+    int64_t height = FPicture.Height();
+    if (FStretch || (FProportional && (width > Width() || height > Height()))) {
+        // Whichever side the control is too short for, beside the other one, gives the scale.
+        const bool byWidth = width * Height() > height * Width();
+        const int64_t proportionalWidth = byWidth ? Width() : width * Height() / height;
+        const int64_t proportionalHeight = byWidth ? height * Width() / width : Height();
+        width = FProportional ? proportionalWidth : Width();
+        height = FProportional ? proportionalHeight : Height();
+    }
+    const auto left = static_cast<int>(FCenter ? (Width() - width) / 2 : 0);
+    const auto top = static_cast<int>(FCenter ? (Height() - height) / 2 : 0);
+    return {left, top, left + static_cast<int>(width), top + static_cast<int>(height)};
 }
 
 // --- TPaintBox

@@ -86,6 +86,9 @@ class TImage : public TGraphicControl {
     void SetAutoSize(bool value);
     bool Center() const { return FCenter; }
     void SetCenter(bool value);
+    /// The picture keeps its proportions in the control's size, and does not go beyond it.
+    bool Proportional() const { return FProportional; }
+    void SetProportional(bool value);
     bool Stretch() const { return FStretch; } ///< The picture takes the control's size.
     void SetStretch(bool value);
     bool Transparent() const { return FTransparent; }
@@ -96,10 +99,12 @@ protected:
 
 private:
     void PictureChanged();
+    TRect PictureRect() const;
 
     TPicture FPicture;
     bool FAutoSize = false;
     bool FCenter = false;
+    bool FProportional = false;
     bool FStretch = false;
     bool FTransparent = false;
 };

@@ -133,6 +133,9 @@ void TDrawGrid::WndProc(TMessage& message) {
         }
         break;
     case WM_MOUSEWHEEL: {
+        if (MouseWheelUsed(message)) {
+            return;
+        }
         const bool rows = FRows.Count - FRows.Fixed > RowsShown();
         const int by = FWheel.Lines(static_cast<int16_t>(message.WParamHi()), rows ? RowsShown() : ColumnsShown());
         const auto to = [by](const TAxis& axis) {

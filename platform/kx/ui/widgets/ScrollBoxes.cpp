@@ -292,7 +292,11 @@ void TScrollBox::WndProc(TMessage& message) {
             return;
         }
         break;
-    case WM_MOUSEWHEEL: Wheel(static_cast<int16_t>(message.WParamHi())); return;
+    case WM_MOUSEWHEEL:
+        if (!MouseWheelUsed(message)) {
+            Wheel(static_cast<int16_t>(message.WParamHi()));
+        }
+        return;
     default: break;
     }
     TWinControl::WndProc(message);

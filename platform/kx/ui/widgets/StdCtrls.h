@@ -10,6 +10,10 @@ namespace kx {
 enum TTextLayout : uint8_t { tlTop, tlCenter, tlBottom };
 KX_ENUM(TTextLayout, "tlTop", "tlCenter", "tlBottom")
 
+/// Where dots stand for what a label has no room for: in the middle of a path, at the end, or at the end of a word.
+enum TEllipsisPosition : uint8_t { epNone, epPathEllipsis, epEndEllipsis, epWordEllipsis };
+KX_ENUM(TEllipsisPosition, "epNone", "epPathEllipsis", "epEndEllipsis", "epWordEllipsis")
+
 /// Text on a form. Its accelerator moves the focus to `FocusControl`.
 class TLabel : public TGraphicControl {
     KX_CLASS()
@@ -20,6 +24,8 @@ class TLabel : public TGraphicControl {
     void SetAlignment(TAlignment value) { Change(FAlignment, value); }
     bool AutoSize() const { return FAutoSize; } ///< The size follows the text.
     void SetAutoSize(bool value) { Change(FAutoSize, value); }
+    TEllipsisPosition EllipsisPosition() const { return FEllipsisPosition; }
+    void SetEllipsisPosition(TEllipsisPosition value) { Change(FEllipsisPosition, value); }
     TWinControl* FocusControl() const { return FFocusControl; } ///< Not owned.
     void SetFocusControl(TWinControl* value);
     TTextLayout Layout() const { return FLayout; }
@@ -53,6 +59,7 @@ private:
 
     TAlignment FAlignment = taLeftJustify;
     TTextLayout FLayout = tlTop;
+    TEllipsisPosition FEllipsisPosition = epNone;
     TWinControl* FFocusControl = nullptr;
     bool FAutoSize = true;
     bool FShowAccelChar = true;

@@ -17,6 +17,7 @@ const TClass& TLabel::StaticClass() {
         c.Property("Alignment", &T::Alignment, &T::SetAlignment).Default = taLeftJustify;
         c.Property("AutoSize", &T::AutoSize, &T::SetAutoSize).Default = true;
         c.Property("Caption", &T::Caption, &T::SetCaption);
+        c.Property("EllipsisPosition", &T::EllipsisPosition, &T::SetEllipsisPosition).Default = epNone;
         c.Reference("FocusControl", &T::FocusControl, &T::SetFocusControl);
         c.Property("Layout", &T::Layout, &T::SetLayout).Default = tlTop;
         c.Property("ShowAccelChar", &T::ShowAccelChar, &T::SetShowAccelChar).Default = true;
@@ -69,15 +70,17 @@ void TLabel::Paint() {
         canvas.DrawText(Text(), text, TextFormat() | DT_CALCRECT);
         r.Top += (r.Bottom - text.Bottom) / (FLayout == tlCenter ? 2 : 1);
     }
+    constexpr UINT ellipses[] = {0, DT_PATH_ELLIPSIS, DT_END_ELLIPSIS, DT_WORD_ELLIPSIS};
+    const UINT format = TextFormat() | ellipses[FEllipsisPosition];
     if (Enabled()) {
-        canvas.DrawText(Text(), r, TextFormat());
+        canvas.DrawText(Text(), r, format);
         return;
     }
     TRect shade{r.Left + 1, r.Top + 1, r.Right + 1, r.Bottom + 1};
     canvas.Font().SetColor(clBtnHighlight);
-    canvas.DrawText(Text(), shade, TextFormat());
+    canvas.DrawText(Text(), shade, format);
     canvas.Font().SetColor(clBtnShadow);
-    canvas.DrawText(Text(), r, TextFormat());
+    canvas.DrawText(Text(), r, format);
 }
 
 void TLabel::TextChanged() {
