@@ -59,6 +59,8 @@ struct TEventOf {
 constexpr std::string_view Closing = "TObject* sender, bool& canClose";
 constexpr std::string_view Key = "TObject* sender, uint16_t& key, TShiftState shift";
 constexpr std::string_view MouseButton = "TObject* sender, TMouseButton button, TShiftState shift, int x, int y";
+constexpr std::string_view MouseWheelNotch =
+    "TObject* sender, TShiftState shift, const TPoint& mousePos, bool& handled";
 constexpr std::string_view Proceeding = "TObject* sender, bool& allowProceed";
 constexpr std::string_view Changing = "TObject* sender, bool& allowChange";
 constexpr std::string_view Node = "TObject* sender, TTreeNode* node";
@@ -111,6 +113,9 @@ constexpr TEventOf Events[] = {
     {"", "OnMouseDown", MouseButton},
     {"", "OnMouseMove", "TObject* sender, TShiftState shift, int x, int y"},
     {"", "OnMouseUp", MouseButton},
+    {"", "OnMouseWheel", "TObject* sender, TShiftState shift, int wheelDelta, const TPoint& mousePos, bool& handled"},
+    {"", "OnMouseWheelDown", MouseWheelNotch},
+    {"", "OnMouseWheelUp", MouseWheelNotch},
     {"", "OnPrinterChanging", Proceeding},
     {"", "OnPrinterSetupShowing", Proceeding},
     {"", "OnScroll",
@@ -121,6 +126,7 @@ constexpr TEventOf Events[] = {
     {"", "OnSelectionStyleChanging", "TObject* sender, TViewStyle style, bool& allowChange"},
     {"", "OnSetEditText", "TObject* sender, int col, int row, const std::string& value"},
     {"", "OnShareViolation", "TObject* sender, int32_t& dlgResult, const std::string& fileName"},
+    {"", "OnShortCut", "MSG& message, bool& handled"},
     {"", "OnStartDrag", "TObject* sender, TDragObject*& object"},
     {"", "OnTabChanging", Changing},
     {"", "OnUpLevelNavigating", Proceeding},
@@ -175,6 +181,7 @@ std::string Readable(std::string type) {
                  {"unsigned short", "uint16_t"},
                  {"unsigned char", "uint8_t"},
                  {"_OFNOTIFYEXA", "OFNOTIFYEXA"},
+                 {"tagMSG", "MSG"},
                  {"TSet<TCustomDrawStateFlag>", "TCustomDrawState"},
                  {"TSet<TGridDrawFlag>", "TGridDrawState"},
                  {"TSet<TOwnerDrawStateFlag>", "TOwnerDrawState"},
