@@ -1,6 +1,7 @@
 // What packages hear of designers, and what they register with the host.
 
 #include "TestDesigner.h"
+#include "TestHost.h"
 
 #include "kx/ide/ComponentEditors.h"
 #include "kx/ide/DesignWindows.h"
@@ -9,6 +10,7 @@
 #include "kx/ui/widgets/StdCtrls.h"
 #include "tests/support/ExceptionLog.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -77,6 +79,61 @@ TEST(Designers, GoOnWhenAWindowFailsOrEndsAnother) {
     EXPECT_THAT(exceptions.Messages(), ElementsAre("no"));
 }
 
+TEST(Designers, TellEachListenerOnceInTheOrderOfTheirRegistration) {
+    TTestDesigner designer;
+    std::vector<std::string> heard;
+    /// Says its name when it hears something.
+    class TListener : public IDesignNotification {
+    public:
+        TListener(std::string name, std::vector<std::string>& log) : FName(std::move(name)), FLog(log) {}
+        virtual ~TListener() = default;
+        void ItemDeleted(IDesigner&, TPersistent&) override {}
+        void ItemInserted(IDesigner&, TPersistent&) override {}
+        void ItemsModified(IDesigner&) override {
+            FLog.push_back(FName);
+            if (Act) {
+                Act();
+            }
+        }
+        void SelectionChanged(IDesigner&, const TDesignSelection&) override {}
+        void DesignerClosed(IDesigner&, bool) override {}
+        std::function<void()> Act;
+
+    private:
+        std::string FName;
+        std::vector<std::string>& FLog;
+    };
+    TListener first("first", heard);
+    TListener second("second", heard);
+    TListener late("late", heard);
+    RegisterDesignNotification(first);
+    RegisterDesignNotification(second);
+    RegisterDesignNotification(first);
+    first.Act = [&] { RegisterDesignNotification(late); };
+    NotifyItemsModified(designer);
+    EXPECT_THAT(heard, ElementsAre("first", "second")) << "who joins meanwhile hears of what comes next";
+    UnregisterDesignNotification(first);
+    heard.clear();
+    NotifyItemsModified(designer);
+    EXPECT_THAT(heard, ElementsAre("second", "late"));
+    UnregisterDesignNotification(second);
+    UnregisterDesignNotification(second);
+    UnregisterDesignNotification(late);
+    NotifyItemsModified(designer);
+    EXPECT_EQ(heard.size(), 2U);
+}
+
+// --- The host
+
+TEST(HostServices, AreThoseThatWereSetLast) {
+    EXPECT_EQ(ModuleServices(), nullptr);
+    {
+        TTestHost host("Software\\Host");
+        EXPECT_EQ(ModuleServices(), &host);
+    }
+    EXPECT_EQ(ModuleServices(), nullptr);
+}
+
 // --- Component editors
 
 class TTwoVerbs : public TComponentEditor {
@@ -101,6 +158,10 @@ TEST(ComponentEditors, AreThoseOfTheNearestClassAndADoubleClickIsTheFirstVerb) {
     EXPECT_EQ(radio.Tag(), 10);
     RegisterComponentEditor<TComponentEditor>(TRadioButton::StaticClass());
     EXPECT_EQ(GetComponentEditor(radio, designer)->GetVerbCount(), 0);
+    EXPECT_EQ(GetComponentEditor(radio, designer)->GetVerb(0), "");
+    RegisterComponentEditor<TTwoVerbs>(TRadioButton::StaticClass());
+    EXPECT_EQ(GetComponentEditor(radio, designer)->GetVerbCount(), 2) << "the later one";
+    EXPECT_EQ(&GetComponentEditor(radio, designer)->Component(), &radio);
     TEdit edit(nullptr);
     EXPECT_EQ(GetComponentEditor(edit, designer)->GetVerbCount(), 0);
 }
@@ -116,6 +177,28 @@ TEST(Palette, KeepsPagesAndClassesInTheOrderOfTheirRegistration) {
     RegisterComponents("Second", {&TEdit::StaticClass()});
     EXPECT_THAT(PaletteClasses("First"), ElementsAre("TButton", "TMemo"));
     EXPECT_THAT(PaletteClasses("Second"), ElementsAre("TLabel", "TEdit"));
+}
+
+TEST(Palette, HasNoPageWithoutClasses) {
+    const auto hasPage = [](const char* name) {
+        return std::any_of(PalettePages().begin(), PalettePages().end(),
+                           [name](const TPalettePage& page) { return page.Name == name; });
+    };
+    RegisterComponents("Empty", {});
+    EXPECT_FALSE(hasPage("Empty"));
+    RegisterComponents("Short", {&TCheckBox::StaticClass()});
+    EXPECT_EQ(PalettePages().back().Name, "Short") << "a new page comes behind the others";
+    RegisterComponents("Long", {&TCheckBox::StaticClass()});
+    EXPECT_FALSE(hasPage("Short")) << "its last class has moved";
+    EXPECT_TRUE(hasPage("Long"));
+}
+
+TEST(Palette, APackageThatRegistersTwiceChangesNothing) {
+    for (int i = 0; i < 2; ++i) {
+        RegisterComponents("Twice", {&TListBox::StaticClass()});
+        RegisterComponents("Twice", {&TComboBox::StaticClass()});
+        EXPECT_THAT(PaletteClasses("Twice"), ElementsAre("TListBox", "TComboBox"));
+    }
 }
 
 TEST(Palette, RefusesAClassThatCannotBeCreatedByName) {

@@ -1,59 +1,14 @@
 // How properties are shown and changed in an inspector.
 
-#include "TestDesigner.h"
+#include "PropertyEditorsFixture.h"
 
-#include "kx/ide/StockEditors.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/StdCtrls.h"
-#include "tests/support/ErrorOf.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kx::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::IsSupersetOf;
-
-class PropertyEditors : public testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        static const bool registered = [] {
-            RegisterStockEditors();
-            return true;
-        }();
-        static_cast<void>(registered);
-    }
-
-    template <class T> T* Add() { return static_cast<T*>(Designer.CreateComponent(T::StaticClass(), nullptr, {})); }
-    TPropertyEditorPtr Editor(const TDesignSelection& selection, const std::string& name) {
-        for (const TPropertyEditorPtr& editor : GetPropertyEditors(Designer, selection)) {
-            if (editor->GetName() == name) {
-                return editor;
-            }
-        }
-        return nullptr;
-    }
-    static std::vector<std::string> Values(TPropertyEditor& editor) {
-        std::vector<std::string> values;
-        editor.GetValues([&](const std::string& value) { values.push_back(value); });
-        return values;
-    }
-    static std::vector<std::string> SubNames(TPropertyEditor& editor) {
-        std::vector<std::string> names;
-        editor.GetProperties([&](const TPropertyEditorPtr& sub) { names.push_back(sub->GetName()); });
-        return names;
-    }
-    static TPropertyEditorPtr Sub(TPropertyEditor& editor, const std::string& name) {
-        TPropertyEditorPtr found;
-        editor.GetProperties([&](const TPropertyEditorPtr& sub) { found = sub->GetName() == name ? sub : found; });
-        return found;
-    }
-
-    TTestDesigner Designer;
-};
+class PropertyEditors : public TPropertyEditorsTest {};
 
 TEST_F(PropertyEditors, AnIntegerIsANumberInItsRange) {
     auto* const edit = Add<TEdit>();

@@ -2,6 +2,7 @@
 
 #include "kx/ide/Projects.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,7 +17,8 @@ public:
     TTestHost& operator=(const TTestHost&) = delete;
     virtual ~TTestHost() { SetModuleServices(nullptr); }
 
-    std::vector<std::string> Log; ///< "open SideForm", "show SideForm 0", ...
+    std::vector<std::string> Log;                       ///< "open SideForm", "show SideForm 0", ...
+    std::function<void(const std::string& what)> OnLog; ///< Runs in what is written down, and may throw.
     bool HasProject = true;
 
     void AddModule(const std::string& formName, TModuleKind kind = mdForm, int editors = 1) {
@@ -32,7 +34,7 @@ private:
     public:
         TEditor(TTestHost& host, std::string name) : FHost(host), FName(std::move(name)) {}
         virtual ~TEditor() = default;
-        void Show() override { FHost.Log.push_back("show " + FName); }
+        void Show() override { FHost.Say("show " + FName); }
 
     private:
         TTestHost& FHost;
@@ -52,7 +54,7 @@ private:
         std::string FileName() const override { return "C:\\Project\\" + FFormName + ".dfm"; }
         std::string FormName() const override { return FFormName; }
         void Open() override {
-            FHost.Log.push_back("open " + FFormName);
+            FHost.Say("open " + FFormName);
             FOpen = true;
         }
         int EditorCount() const override { return FOpen ? static_cast<int>(FEditors.size()) : 0; }
@@ -65,6 +67,13 @@ private:
         std::vector<std::unique_ptr<TEditor>> FEditors;
         bool FOpen = false;
     };
+
+    void Say(const std::string& what) {
+        Log.push_back(what);
+        if (OnLog) {
+            OnLog(what);
+        }
+    }
 
     std::string FileName() const override { return "C:\\Project\\Project.kxproj"; }
     int ModuleCount() const override { return static_cast<int>(FModules.size()); }

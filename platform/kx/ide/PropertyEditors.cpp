@@ -54,12 +54,14 @@ const TPropertyEditorMaker* MakerFor(const TClass& holder, const TPropInfo& prop
     return best && best->Make ? &best->Make : nullptr;
 }
 
-/// The property of that name and type in all selected objects; empty when one does not have it.
-std::vector<TInstanceProperty> InAll(const TDesignSelection& selection, const TPropInfo& first) {
+/// The property of that name, type and editor in all selected objects; empty when one does not have it.
+std::vector<TInstanceProperty> InAll(const TDesignSelection& selection, const TPropInfo& first,
+                                     const TPropertyEditorMaker& make) {
     std::vector<TInstanceProperty> properties;
     for (TPersistent* object : selection) {
         const TPropInfo* info = object->ClassType().FindProperty(first.Name);
-        if (!info || info->Kind != first.Kind || info->TypeName() != first.TypeName()) {
+        if (!info || info->Kind != first.Kind || info->TypeName() != first.TypeName() ||
+            MakerFor(object->ClassType(), *info) != &make) {
             return {};
         }
         properties.push_back({object, info});
@@ -96,8 +98,11 @@ std::vector<TPropertyEditorPtr> GetPropertyEditors(IDesigner& designer, const TD
             continue;
         }
         const TPropertyEditorMaker* make = MakerFor(cls, *info);
-        std::vector<TInstanceProperty> properties = InAll(selection, *info);
-        if (!make || properties.empty()) {
+        std::vector<TInstanceProperty> properties;
+        if (make) {
+            properties = InAll(selection, *info, *make);
+        }
+        if (properties.empty()) {
             continue;
         }
         TPropertyEditorPtr editor = (*make)(designer, std::move(properties));
@@ -106,6 +111,17 @@ std::vector<TPropertyEditorPtr> GetPropertyEditors(IDesigner& designer, const TD
         }
     }
     return editors;
+}
+
+/// Of the components among the objects. The other objects are parts of components, and of those nobody tells.
+std::vector<TAlive> TPropertyEditor::Lives() const {
+    static const TLifetime endless;
+    std::vector<TAlive> lives;
+    for (const TInstanceProperty& property : FProperties) {
+        const auto* const component = dynamic_cast<const TComponent*>(property.Instance);
+        lives.push_back(component ? TAlive(*component) : TAlive(endless));
+    }
+    return lives;
 }
 
 bool TPropertyEditor::AllEqual() const { return PropCount() == 1; }

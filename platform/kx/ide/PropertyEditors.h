@@ -79,15 +79,31 @@ protected:
         }
         return true;
     }
-    /// `set(instance, info)` for all, then `Modified`.
+    /// `set(instance, info)` for all, then `Modified`; also when `set` throws behind objects that it has changed. A
+    /// component that goes meanwhile is left out.
     template <class F> void SetAll(F set) {
-        for (const TInstanceProperty& property : FProperties) {
-            set(*property.Instance, *property.Info);
+        const std::vector<TInstanceProperty> properties = FProperties;
+        const std::vector<TAlive> alive = Lives();
+        bool isChanged = false;
+        try {
+            for (size_t i = 0; i < properties.size(); ++i) {
+                if (alive[i]) {
+                    set(*properties[i].Instance, *properties[i].Info);
+                    isChanged = true;
+                }
+            }
+        } catch (...) {
+            if (isChanged) {
+                Modified();
+            }
+            throw;
         }
         Modified();
     }
 
 private:
+    std::vector<TAlive> Lives() const;
+
     IDesigner& FDesigner;
     std::vector<TInstanceProperty> FProperties;
 };
@@ -125,8 +141,9 @@ private:
 void RegisterPropertyEditor(const TPropertyType& type, const TClass* holder, const std::string& name,
                             TPropertyEditorMaker make);
 
-/// The editors of the properties that all selected objects have in common, by name, in the published order of the first
-/// object's class; without the hidden ones, and for several objects without those that do not have paMultiSelect.
+/// The editors of the properties that all selected objects have in common, by name, type and editor, in the published
+/// order of the first object's class; without those that are hidden for one of them, and for several objects without
+/// those that do not have paMultiSelect.
 /// `wanted` chooses among the properties; empty: all.
 std::vector<TPropertyEditorPtr> GetPropertyEditors(IDesigner& designer, const TDesignSelection& selection,
                                                    const std::function<bool(const TPropInfo&)>& wanted = {});

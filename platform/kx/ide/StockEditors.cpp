@@ -2,8 +2,11 @@
 
 #include "kx/ide/StockEditors.h"
 
+#include "kx/core/GlobalReferences.h"
+
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace kx {
 
@@ -39,8 +42,9 @@ public:
     }
     bool IsDefault() const override {
         return std::all_of(Properties().begin(), Properties().end(), [this](const TInstanceProperty& property) {
-            return property.Info->Default &&
-                   (*property.Info->Default & Bit()) == (property.Info->GetOrd(*property.Instance) & Bit());
+            const TPropInfo& info = *property.Info;
+            return !info.IsStored(*property.Instance) ||
+                   (info.Default && (*info.Default & Bit()) == (info.GetOrd(*property.Instance) & Bit()));
         });
     }
 
@@ -53,15 +57,45 @@ private:
 
 int64_t OrdOf(const TPersistent& object, const TPropInfo& info) { return info.GetOrd(object); }
 
-/// Of the component that a reference means, as the form file says it.
-std::string NameIn(const TComponent& root, const TObject* object) {
-    const auto* component = dynamic_cast<const TComponent*>(object);
-    if (!component) {
-        return {};
+/// Name of the component that a reference means: "Button1", "Frame1.Button1", "Form2.Button1".
+std::string NameIn(const TComponent& root, const TComponent& component) {
+    std::string name = component.Name();
+    const TComponent* owner = &component == &root ? nullptr : component.Owner();
+    for (; owner && owner != &root && !owner->Name().empty(); owner = owner->Owner()) {
+        name = owner->Name() + "." + name;
     }
-    return component == &root || component->Owner() == &root || !component->Owner()
-               ? component->Name()
-               : component->Owner()->Name() + "." + component->Name();
+    return name;
+}
+
+/// What a reference means, and the name that it waits for when the component is not there yet.
+std::pair<TObject*, std::string> ReferenceOf(const TObject& object, const TPropInfo& info) {
+    TObject* const target = info.GetObj(object);
+    return {target, target ? std::string() : PendingReference(object, info)};
+}
+
+/// The component that the name of a reference means; null when there is none.
+TComponent* ComponentNamed(TComponent& root, const std::string& name) {
+    if (SameText(name, root.Name())) {
+        return &root;
+    }
+    if (TComponent* const inside = detail::FindNested(&root, name)) {
+        return inside;
+    }
+    const size_t dot = std::min(name.find('.'), name.size());
+    const std::string_view rest = std::string_view(name).substr(std::min(dot + 1, name.size()));
+    return detail::FindNested(FindGlobalComponent(name.substr(0, dot)), rest);
+}
+
+bool IsSingle(const TPropInfo& info) { return info.TypeName() == "Single"; }
+
+template <class T> double TextToFloat(const std::string& text) {
+    T number = 0;
+    const char* const last = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data(), last, number);
+    if (parsed.ec != std::errc() || parsed.ptr != last) {
+        throw EPropertyError("'" + text + "' is not a valid floating point value");
+    }
+    return static_cast<double>(number);
 }
 
 void OfferValues(const TEnumInfo& info, const TPropertyEditor::TValueProc& proc) {
@@ -182,19 +216,13 @@ std::string TFloatProperty::GetValue() const {
     char text[64];
     const double value = PropInfo().GetFloat(Instance());
     // The shortest text that means this value: of a Single as one, or its noise would show.
-    const auto end = PropInfo().TypeName() == "Single"
-                         ? std::to_chars(text, text + sizeof(text), static_cast<float>(value))
-                         : std::to_chars(text, text + sizeof(text), value);
+    const auto end = IsSingle(PropInfo()) ? std::to_chars(text, text + sizeof(text), static_cast<float>(value))
+                                          : std::to_chars(text, text + sizeof(text), value);
     return {text, end.ptr};
 }
 
 void TFloatProperty::SetValue(const std::string& value) {
-    double number = 0;
-    const char* const last = value.data() + value.size();
-    const auto parsed = std::from_chars(value.data(), last, number);
-    if (parsed.ec != std::errc() || parsed.ptr != last) {
-        throw EPropertyError("'" + value + "' is not a valid floating point value");
-    }
+    const double number = IsSingle(PropInfo()) ? TextToFloat<float>(value) : TextToFloat<double>(value);
     SetAll([&](TPersistent& object, const TPropInfo& each) { each.SetFloat(object, number); });
 }
 
@@ -242,18 +270,25 @@ TPropertyAttributes TComponentProperty::GetAttributes() const {
     return {paMultiSelect, paValueList, paSortList, paRevertable};
 }
 
-std::string TComponentProperty::GetValue() const { return NameIn(*Designer().Root(), PropInfo().GetObj(Instance())); }
+std::string TComponentProperty::GetValue() const {
+    const auto [target, awaited] = ReferenceOf(Instance(), PropInfo());
+    const auto* const component = dynamic_cast<const TComponent*>(target);
+    return component ? NameIn(*Designer().Root(), *component) : awaited;
+}
 
 void TComponentProperty::SetValue(const std::string& value) {
     TComponent* const root = Designer().Root();
     TComponent* component = nullptr;
     if (!value.empty()) {
-        component = SameText(value, root->Name()) ? root : root->FindComponent(value);
+        component = ComponentNamed(*root, value);
         if (!component || (PropInfo().Class && !component->InheritsFrom(PropInfo().Class()))) {
             throw EPropertyError("Invalid property value");
         }
     }
-    SetAll([&](TPersistent& object, const TPropInfo& each) { each.SetObj(object, component); });
+    SetAll([&](TPersistent& object, const TPropInfo& each) {
+        each.SetObj(object, component);
+        DropPendingReference(object, each);
+    });
 }
 
 void TComponentProperty::GetValues(const TValueProc& proc) {
@@ -269,8 +304,13 @@ void TComponentProperty::GetValues(const TValueProc& proc) {
     }
 }
 
-bool TComponentProperty::AllEqual() const {
-    return AllGive([](const TPersistent& object, const TPropInfo& info) { return info.GetObj(object); });
+bool TComponentProperty::AllEqual() const { return AllGive(ReferenceOf); }
+
+bool TComponentProperty::IsDefault() const {
+    return TPropertyEditor::IsDefault() &&
+           std::all_of(Properties().begin(), Properties().end(), [](const TInstanceProperty& property) {
+               return ReferenceOf(*property.Instance, *property.Info).second.empty();
+           });
 }
 
 // --- TMethodProperty
@@ -290,12 +330,13 @@ void TMethodProperty::SetValue(const std::string& value) {
 }
 
 void TMethodProperty::Edit() {
+    IDesigner& designer = Designer(); // the editor may go when the designer hears of the change
     std::string name = GetValue();
     if (name.empty() || !AllEqual()) {
         name = DefaultName();
         SetValue(name);
     }
-    Designer().ShowMethod(name);
+    designer.ShowMethod(name);
 }
 
 void TMethodProperty::GetValues(const TValueProc& proc) {

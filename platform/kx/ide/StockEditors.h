@@ -84,7 +84,8 @@ public:
     bool AllEqual() const override { return true; } // the properties below tell for themselves
 };
 
-/// A reference to a component of the form, by name; offered are those of the property's class.
+/// A reference to a component, by name; offered are those of the form that are of the property's class. A component of
+/// another form is named as in form files, "Form2.Button1", and may be one that is not there yet.
 class TComponentProperty : public TPropertyEditor {
 public:
     using TPropertyEditor::TPropertyEditor;
@@ -93,6 +94,7 @@ public:
     void SetValue(const std::string& value) override;
     void GetValues(const TValueProc& proc) override;
     bool AllEqual() const override;
+    bool IsDefault() const override;
 };
 
 /// An event, by the name of its handler; offered are the methods of the event's signature. `Edit` makes the handler.
