@@ -1,6 +1,6 @@
 // Copies of designed forms, and dialogs that are shown with them before the program is compiled.
 
-#include "DesignFixture.h"
+#include "PreviewFixture.h"
 
 #include "kx/colorprint/KxColorDlg.h"
 #include "kx/colorprint/KxPrintDlg.h"
@@ -9,54 +9,13 @@
 #include "kx/opensave/KxOpenDlgEx.h"
 #include "kx/opensave/KxOpenLite.h"
 #include "kx/opensave/KxSaveDlg.h"
-#include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/Printers.h"
 
 namespace kx::test {
 namespace {
 
-class Preview : public TDesignTest {
-protected:
-    Preview() {
-        RegisterClasses<TButton, TToolBar>();
-        Folder.AddFile("drawing.txt");
-        Dialog->SetInitialDir(Folder.Path());
-    }
-
-    /// Previews the dialog; `look` runs in it, then it is cancelled.
-    static void Show(TComponent& dialog, TAction look = {}, bool resize = false) {
-        Run([&dialog, resize] { KxPreviewDialog(dialog, {}, {}, {}, {}, resize); },
-            {InDialog(dialog, std::move(look)), Cancel(AsCommon(dialog))});
-    }
-    static void Run(const std::function<void()>& work, std::vector<TStep> steps) {
-        RunDialog(
-            [&] {
-                work();
-                return true;
-            },
-            std::move(steps));
-    }
-    static TStep InDialog(TComponent& dialog, TAction look = {}) {
-        return {"the dialog", IsRunning(dialog), std::move(look)};
-    }
-    static TStep CannotOpen() {
-        return AnswerBox(IDOK, [](const std::string& text) { EXPECT_EQ(text, "Could not open form for preview"); });
-    }
-    /// What a form file with a handler gives the event in a designer.
-    static void SetEventOf(TObject& object, const std::string& event, const std::string& method) {
-        GetPropInfo(object, event).SetEvent(object, std::make_shared<TMethodName>(method));
-    }
-    static std::string TempFile(const std::string& formName) {
-        char path[MAX_PATH + 1] = "";
-        GetTempPathA(MAX_PATH + 1, path);
-        return path + formName + ".tmp";
-    }
-
-    TTempFolder Folder{"preview"};
-    TKxOpenDialog* Dialog = Add<TKxOpenDialog>();
-    TKxCustDlgParams& Params = Dialog->CustDlgParams();
-};
+class Preview : public TPreviewTest {};
 
 // --- Copies of forms
 

@@ -107,6 +107,35 @@ TEST_F(DialogRegistration, TheInspectorShowsNoOptionsExForAnyOpenOrSaveDialog) {
     EXPECT_NE(EditorOf(*Add<TKxFolderDialog>(), "OptionsEx"), nullptr) << "the folder dialog's is another one";
 }
 
+TEST_F(DialogRegistration, SeveralDialogsShowNoOptionsExEither) {
+    auto* const system = Add<TOpenDialog>();
+    auto* const ours = Add<TKxOpenDialog>();
+    for (const TDesignSelection& both : {TDesignSelection{system, ours}, TDesignSelection{ours, system}}) {
+        std::vector<std::string> names;
+        for (const TPropertyEditorPtr& editor : GetPropertyEditors(Designer, both)) {
+            names.push_back(editor->GetName());
+        }
+        EXPECT_THAT(names, testing::Not(testing::Contains("OptionsEx")));
+        EXPECT_THAT(names, testing::Contains("Options"));
+    }
+}
+
+TEST_F(DialogRegistration, TheDialogsHaveNoEditorForButtonsOfToolBars) {
+    auto* const dialog = Add<TKxOpenDialog>();
+    for (const TPropertyEditorPtr& editor : GetPropertyEditors(Designer, {&dialog->ToolBar()})) {
+        EXPECT_EQ(dynamic_cast<TKxTBButtonsProperty*>(editor.get()), nullptr) << editor->GetName();
+    }
+    EXPECT_EQ(dynamic_cast<TKxTBButtonsProperty*>(EditorOf(*dialog, "ToolBar").get()), nullptr);
+}
+
+TEST_F(DialogRegistration, APackageThatRegistersTwiceChangesNothing) {
+    const std::vector<std::string> before = PaletteClasses("Dialogs");
+    KxDlgsReg::Register();
+    EXPECT_EQ(PaletteClasses("Dialogs"), before);
+    EXPECT_EQ(GetComponentEditor(*Add<TKxOpenDialog>(), Designer)->GetVerbCount(), 2);
+    EXPECT_EQ(EditorOf(*Add<TKxOpenDialog>(), "OptionsEx"), nullptr);
+}
+
 TEST_F(DialogRegistration, OnlyOpenAndSaveDialogsHaveAPlacesBar) {
     EXPECT_TRUE(HasPlacesBar(*Add<TKxOpenDialog>()));
     EXPECT_TRUE(HasPlacesBar(*Add<TKxSaveDialog>()));

@@ -55,7 +55,6 @@ void TKxPlacesProperty::Edit() {
     }
     if (TKxPBarEditFrm* const open = FindPlacesEditor(*places)) {
         open->Show();
-        open->Show();
         if (open->WindowState() == wsMinimized) {
             open->SetWindowState(wsNormal);
         }
@@ -78,17 +77,16 @@ TPropertyAttributes TKxDlgParamsProperty::GetAttributes() const {
 
 void TKxDlgParamsProperty::Edit() {
     auto* const params = dynamic_cast<TKxCustDlgParams*>(PropInfo().GetObj(Instance()));
-    TComponent* const dialog = params ? params->Dlg() : nullptr;
-    if (!dialog) {
+    dlg.Set(params ? params->Dlg() : nullptr);
+    if (!dlg) {
         return;
     }
-    const TAlive alive(*dialog);
     const auto keep = shared_from_this();
-    if (ShowTemplateDesigner(*dialog)) {
+    if (ShowTemplateDesigner(*dlg.Get())) {
         Modified();
     }
-    if (alive) {
-        AfterTemplateDesigner(*dialog, Designer());
+    if (dlg) {
+        AfterTemplateDesigner(*dlg.Get(), Designer());
     }
 }
 
@@ -164,7 +162,8 @@ void LoadDesigner(TDlgDsgnForm& form, TComponent& dialog, TKxCustDlgParams& para
     }
 }
 
-/// Sets a shift to what was typed; a text that is no number is told, and the old value stays.
+/// Sets a shift to what was typed. A text that is no number is told, and the old value stays; the dialog may go
+/// meanwhile.
 template <class T> void StoreShift(const std::string& text, const char* failure, T set) {
     try {
         set(text.empty() ? 0 : KxTextToShift(text));
@@ -173,7 +172,9 @@ template <class T> void StoreShift(const std::string& text, const char* failure,
     }
 }
 
-void StoreDesigner(const TDlgDsgnForm& form, TComponent& dialog, TKxCustDlgParams& params) {
+/// False when the dialog has gone.
+bool StoreDesigner(const TDlgDsgnForm& form, TComponent& dialog, TKxCustDlgParams& params) {
+    const TAlive alive(dialog);
     for (const TDesignedSide& side : {TopSide, BottomSide, LeftSide, RightSide}) {
         (params.*side.SetName)((form.*side.Combo)->Text());
     }
@@ -183,9 +184,14 @@ void StoreDesigner(const TDlgDsgnForm& form, TComponent& dialog, TKxCustDlgParam
         std::clamp(form.rg1->ItemIndex(), static_cast<int>(dpDefault), static_cast<int>(dpFormCenter))));
     // Deliberate: "Cound", where one would expect "Could".
     StoreShift(form.eX->Text(), "Cound not set ShiftX", [&](int value) { details.SetShiftX(value); });
-    StoreShift(form.eY->Text(), "Cound not set ShiftY", [&](int value) { details.SetShiftY(value); });
-    details.SetFitToScreen(form.chkFit->Checked());
-    KxSetDlgTitle(dialog, form.eTitle->Text());
+    if (alive) {
+        StoreShift(form.eY->Text(), "Cound not set ShiftY", [&](int value) { details.SetShiftY(value); });
+    }
+    if (alive) {
+        details.SetFitToScreen(form.chkFit->Checked());
+        KxSetDlgTitle(dialog, form.eTitle->Text());
+    }
+    return static_cast<bool>(alive);
 }
 
 } // namespace
@@ -195,11 +201,7 @@ bool ShowTemplateDesigner(TComponent& dialog) {
     TKxCustDlgParams& params = KxGetDlgParams(dialog);
     const std::unique_ptr<TDlgDsgnForm, TFreeDeleter> form(NewForm<TDlgDsgnForm>(&Application()));
     LoadDesigner(*form, dialog, params);
-    if (form->ShowModal() != mrOk || !alive) {
-        return false;
-    }
-    StoreDesigner(*form, dialog, params);
-    return true;
+    return form->ShowModal() == mrOk && alive && StoreDesigner(*form, dialog, params);
 }
 
 bool HasPlacesBar(TComponent& dialog) { return PlacesOf(dialog) != nullptr; }
@@ -231,7 +233,7 @@ void KxDlgsReg::Register() {
     RegisterPropertyEditor(TKxPlaces::StaticClass(), &TKxPlacesBarOptions::StaticClass(), "Places",
                            MakePropertyEditor<TKxPlacesProperty>);
     for (const TClass* cls : {&TKxCustomOpenDialog::StaticClass(), &TKxCustomOpenLiteDialog::StaticClass()}) {
-        RegisterPropertyEditor(TTypeKind::Set, cls, "OptionsEx", HiddenProperty);
+        RegisterPropertyEditor("set of TOpenOptionEx", cls, "OptionsEx", HiddenProperty);
     }
     for (const TClass* cls :
          {&TKxOpenDialog::StaticClass(), &TKxSaveDialog::StaticClass(), &TKxOpenLiteDialog::StaticClass(),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kx/core/ComponentRef.h"
 #include "kx/ide/ComponentEditors.h"
 #include "kx/ide/StockEditors.h"
 
@@ -19,6 +20,15 @@ public:
     using TClassProperty::TClassProperty;
     TPropertyAttributes GetAttributes() const override;
     void Edit() override;
+
+private:
+    TComponentRef<TComponent> dlg; ///< The dialog that is edited; empty when it has gone.
+};
+
+/// Buttons of a tool bar. Not used.
+class TKxTBButtonsProperty : public TClassProperty {
+public:
+    using TClassProperty::TClassProperty;
 };
 
 /// The name of a form of the project.

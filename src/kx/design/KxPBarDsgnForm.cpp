@@ -8,6 +8,8 @@
 #include "kx/places/KxAddPlaceForm.h"
 #include "kx/win/Windows.h"
 
+#include <algorithm>
+
 namespace kx {
 
 namespace {
@@ -92,7 +94,20 @@ void TKxPBarEditFrm::Modified() {
 
 // --- Handlers
 
+/// The form file has the outer size that goes with a frame of 4 pixels and a caption of 19. What is inside keeps its
+/// room in a thicker frame.
+void TKxPBarEditFrm::GrowByFrame() {
+    constexpr TPoint designedClient{174, 206};
+    const int dx = std::max(designedClient.X - ClientWidth(), 0);
+    const int dy = std::max(designedClient.Y - ClientHeight(), 0);
+    Constraints().SetMaxWidth(Constraints().MaxWidth() + dx);
+    Constraints().SetMinWidth(Constraints().MinWidth() + dx);
+    Constraints().SetMinHeight(Constraints().MinHeight() + dy);
+    SetHeight(Height() + dy);
+}
+
 void TKxPBarEditFrm::FormCreate(TObject*) {
+    GrowByFrame();
     if (!BoundsKey().empty()) {
         LoadFormPosFromRegistry(*this, BoundsKey());
     }
@@ -170,7 +185,11 @@ void TKxPBarEditFrm::Button4Click(TObject*) {
         Application().MessageBox("Are you sure to store all these places to registry and delete them from DFM file?",
                                  "Confirm", MB_YESNO | MB_ICONQUESTION);
     if (answer == IDYES && alive && FPlaces) {
-        options->SaveToRegistry();
+        if (!options->SaveToRegistry()) {
+            Application().MessageBox("The places could not be stored to registry. They stay in the DFM file.", "Error",
+                                     MB_OK | MB_ICONERROR);
+            return;
+        }
         FPlaces->Clear();
         Modified();
         RefreshBar();

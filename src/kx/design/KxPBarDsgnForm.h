@@ -11,7 +11,8 @@
 namespace kx {
 
 /// The modeless window in which the places of a dialog's places bar are edited at design time. It closes when the
-/// dialog or its form goes from the designer.
+/// dialog or its form goes from the designer. It is 182 pixels wide with a frame of 4 pixels, and wider with a thicker
+/// one: there is always room for its buttons.
 class TKxPBarEditFrm : public TDesignWindow, private IKxPlacesWatcher {
     KX_CLASS()
 
@@ -58,6 +59,7 @@ private:
     void PlacesChanged() override {}
     void PlacesGone() override;
     void GiveUp();
+    void GrowByFrame();
 
     TToolButton* PressedButton() const; ///< The first one; null when none is down.
     template <class F> void EditPlace(F prepare);

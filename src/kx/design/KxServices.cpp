@@ -63,8 +63,8 @@ TForm* GetFormUnderConstruction(const std::string& formName) {
 namespace {
 
 std::string TempFolder() {
-    char path[MAX_PATH + 1] = "";
-    GetTempPathA(MAX_PATH + 1, path);
+    char path[3 * MAX_PATH + 1] = ""; // in UTF-8 a character of the path may take three bytes
+    GetTempPathA(sizeof path, path);
     return path;
 }
 

@@ -175,10 +175,10 @@ class TKxPlacesBarOptions : public TKxPlacesBarLiteOptions {
     void LoadFromRegistry();
 
     /// Replaces all keys below the registry key by those of the places; the key's own values stay. Does nothing when
-    /// the key cannot be opened or made; a place whose key cannot be is skipped.
+    /// the key cannot be opened or made; a place whose key cannot be is skipped. True when the key holds all places.
     /// @throws ERegistryException when a value cannot be written, after all other places have been written.
     ///         EInvalidOperation when RegistryKey is empty: the keys to replace would be those of the whole user.
-    void SaveToRegistry() const;
+    bool SaveToRegistry() const;
 
     /// `SaveToRegistry` for a dialog that closes. It replaces no places that the user has not seen in the bar: it does
     /// nothing when the key holds places and the last `LoadFromRegistry` did not read all of them. That is so when the

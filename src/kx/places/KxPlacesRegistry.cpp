@@ -159,11 +159,11 @@ void TKxPlacesBarOptions::SaveOnClose() const {
     }
 }
 
-void TKxPlacesBarOptions::SaveToRegistry() const {
+bool TKxPlacesBarOptions::SaveToRegistry() const {
     const std::string base = PlacesKey(FRegKey);
     TRegistry registry;
     if (!registry.OpenKey(base, true)) {
-        return;
+        return false;
     }
     TStringList names;
     registry.GetKeyNames(names);
@@ -172,19 +172,23 @@ void TKxPlacesBarOptions::SaveToRegistry() const {
     }
     std::exception_ptr failure;
     TRegistry key;
+    bool savedAll = true;
     for (int i = 0; i < FPlaces.Count(); ++i) {
-        if (key.OpenKey(base + "\\Place_" + IntToStr(i), true)) {
-            try {
-                WritePlace(key, FPlaces[i]);
-            } catch (const ERegistryException&) {
-                // Another process that saves its places may have deleted this key meanwhile. The other places are read.
-                failure = std::current_exception();
-            }
+        if (!key.OpenKey(base + "\\Place_" + IntToStr(i), true)) {
+            savedAll = false;
+            continue;
+        }
+        try {
+            WritePlace(key, FPlaces[i]);
+        } catch (const ERegistryException&) {
+            // Another process that saves its places may have deleted this key meanwhile. The other places are read.
+            failure = std::current_exception();
         }
     }
     if (failure) {
         std::rethrow_exception(failure);
     }
+    return savedAll;
 }
 
 std::string ExtractRegStringValue(const std::string& regPath) {
