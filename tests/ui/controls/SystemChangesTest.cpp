@@ -291,24 +291,34 @@ TEST_F(LoggingOff, AsksTheMainFormAlsoWhenItIsHidden) {
 }
 
 TEST_F(LoggingOff, AsksAModalFormAndTheFormBehindIt) {
-    Show(); // it owns the modal one only when it is the active one
+    // Only one of the two refuses at a time: which one the system asks first depends on which is on top.
+    Form->Show();
     int modalAsked = 0;
+    bool modalAllows = false;
+    Allow = true;
     const TFormPtr modal(NewForm<TForm>(nullptr));
     modal->SetOnCloseQuery([&](TObject*, bool& canClose) {
         ++modalAsked;
-        canClose = Allow || modal->ModalResult() != mrNone;
+        canClose = modalAllows || modal->ModalResult() != mrNone;
     });
-    RunDialog([&] { return modal->ShowModal() == mrOk; }, {{"the modal form refuses", [&] { return modal->Active(); },
-                                                            [&] {
-                                                                EXPECT_FALSE(MayLogOff());
-                                                                EXPECT_EQ(modalAsked, 1);
-                                                                Allow = true;
-                                                                EXPECT_TRUE(MayLogOff());
-                                                                EXPECT_EQ(modalAsked, 2);
-                                                                EXPECT_GE(Asked, 1);
-                                                                EXPECT_TRUE(modal->Visible());
-                                                                modal->SetModalResult(mrOk);
-                                                            }}});
+    const auto logOff = [&] {
+        EXPECT_FALSE(MayLogOff());
+        EXPECT_EQ(modalAsked, 1) << "the modal form refuses";
+        modalAllows = true;
+        Allow = false;
+        Asked = 0;
+        EXPECT_FALSE(MayLogOff());
+        EXPECT_EQ(Asked, 1) << "the form behind it refuses";
+        Allow = true;
+        modalAsked = 0;
+        EXPECT_TRUE(MayLogOff());
+        EXPECT_EQ(Asked, 2);
+        EXPECT_EQ(modalAsked, 1);
+        EXPECT_TRUE(modal->Visible());
+        modal->SetModalResult(mrOk);
+    };
+    RunDialog([&] { return modal->ShowModal() == mrOk; },
+              {{"the modal form shows", [&] { return IsWindowVisible(modal->Handle()) != 0; }, logOff}});
     EXPECT_EQ(modal->ModalResult(), mrOk);
 }
 
