@@ -82,7 +82,7 @@ TEST_F(PlacesEditor, OpeningItTwiceBringsTheFirstForward) {
 
 TEST_F(PlacesEditor, EditChangesThePressedPlace) {
     TKxPBarEditFrm& editor = Open();
-    PressButton(editor.btnEdit->Handle()); // nothing is pressed
+    PressAndDo(*editor.btnEdit, {}); // nothing is pressed
     EXPECT_EQ(Find<TKxAddPlaceFrm>(), nullptr);
     Select(editor, 1);
     PressAndDo(*editor.btnEdit, {InProperties([&] {
@@ -218,6 +218,16 @@ TEST_F(PlacesEditor, KeepsABoundThatTheRegistryDoesNotTell) {
     const TFormPtr form = MakeForm(clRed, 111, 122);
     LoadFormPosFromRegistry(*form, key);
     EXPECT_EQ(form->BoundsRect(), (TRect{30, 70, 141, 350})) << "a width is missing, and a left is no number";
+    {
+        TRegistry registry;
+        registry.OpenKey(key + "\\Other", true);
+        registry.WriteInteger("Width", 150);
+        registry.WriteInteger("Left", 35);
+        registry.WriteString("Height", "tall");
+    }
+    const TFormPtr other = MakeForm(clRed, 111, 122);
+    LoadFormPosFromRegistry(*other, key + "\\Other");
+    EXPECT_EQ(other->BoundsRect(), (TRect{35, 40, 185, 162})) << "a top is missing, and a height is no number";
     LoadFormPosFromRegistry(*form, Key.Path() + "\\Nothing");
     EXPECT_EQ(form->BoundsRect(), (TRect{30, 70, 141, 350}));
     EXPECT_TRUE(TRegistry().KeyExists(Key.Path() + "\\Nothing")) << "it is made";
@@ -286,6 +296,7 @@ TEST_F(PlacesEditor, ShowsWhatAnotherEditorChanges) {
 TEST_F(PlacesEditor, IsRefreshedWhenTheDialogDesignerIsCancelled) {
     TKxPBarEditFrm& editor = Open();
     Places()[0].SetPlaceName("Uno");
+    Designer.Tells = false;
     RunDialog(
         [&] {
             EditorOf(*Dialog, "CustDlgParams")->Edit();

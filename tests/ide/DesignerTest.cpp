@@ -116,11 +116,15 @@ TEST(Designers, TellEachListenerOnceInTheOrderOfTheirRegistration) {
     heard.clear();
     NotifyItemsModified(designer);
     EXPECT_THAT(heard, ElementsAre("second", "late"));
+    second.Act = [&] { UnregisterDesignNotification(late); };
+    heard.clear();
+    NotifyItemsModified(designer);
+    EXPECT_THAT(heard, ElementsAre("second")) << "who leaves meanwhile hears no more";
     UnregisterDesignNotification(second);
     UnregisterDesignNotification(second);
     UnregisterDesignNotification(late);
     NotifyItemsModified(designer);
-    EXPECT_EQ(heard.size(), 2U);
+    EXPECT_EQ(heard.size(), 1U);
 }
 
 // --- The host

@@ -117,6 +117,8 @@ TEST_F(PropertyEditors, AnEventIsTheNameOfItsHandler) {
     EXPECT_THROW(Editor({button}, "OnKeyDown")->SetValue("Confirm"), EPropertyError);
     editor->SetValue("");
     EXPECT_EQ(editor->GetValue(), "");
+    EXPECT_EQ(button->OnClick().Target(), nullptr) << "and no handler without a name";
+    EXPECT_FALSE(Designer.MethodExists(""));
     Editor({&Designer.Form()}, "OnShow")->Edit();
     EXPECT_EQ(Designer.Shown.back(), "FormShow");
 }

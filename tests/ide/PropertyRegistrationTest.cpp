@@ -4,6 +4,8 @@
 
 #include "kx/ui/widgets/StdCtrls.h"
 
+#include <set>
+
 namespace kx::test {
 namespace {
 
@@ -31,14 +33,25 @@ const TClass& TRoundShape::StaticClass() {
     return cls.Class();
 }
 
+class TPart : public TComponent {
+    KX_CLASS()
+    using TComponent::TComponent;
+};
+const TClass& TPart::StaticClass() {
+    static const TClassBuilder<TPart> cls("TPart", TComponent::StaticClass());
+    return cls.Class();
+}
+
 /// Has a property of each of the tests below, so that they do not touch one another. Setters refuse the value "no",
 /// and one frees another component.
 class TDrawing : public TComponent {
     KX_CLASS()
-    using TComponent::TComponent;
+    explicit TDrawing(TComponent* owner) : TComponent(owner) { Living.insert(this); }
+    ~TDrawing() override { Living.erase(this); }
 
     const std::string& Title() const { return FTitle; }
     void SetTitle(const std::string& value) {
+        ASSERT_TRUE(Living.contains(this));
         if (value == "no" || value == Refused) {
             throw EPropertyError("No such title");
         }
@@ -55,10 +68,15 @@ class TDrawing : public TComponent {
     const std::string& Frame() const { return FFrame; }
     void SetFrame(const std::string& value) { FFrame = value; }
 
+    TPart& Pen() { return FPen; }
+
     std::string Refused;
     TComponent* Freed = nullptr;
 
 private:
+    static inline std::set<const TDrawing*> Living;
+
+    TPart FPen{nullptr};
     std::string FTitle = "drawing";
     TColor FInk = clRed;
     TRoundShape FShape;
@@ -69,7 +87,7 @@ class TSketch : public TDrawing {
     KX_CLASS()
     using TDrawing::TDrawing;
 };
-/// Has a property of the same name as TDrawing, of another type.
+/// Has properties of the same names as TDrawing, of other types.
 class TPainting : public TComponent {
     KX_CLASS()
     using TComponent::TComponent;
@@ -79,8 +97,14 @@ class TPainting : public TComponent {
     void SetNote(const std::string& value) { FNote = value; }
     const std::string& Frame() const { return FFrame; }
     void SetFrame(const std::string& value) { FFrame = value; }
+    int Ink() const { return FInk; }
+    void SetInk(int value) { FInk = value; }
+    TPart* Pen() const { return FPen; }
+    void SetPen(TPart* value) { FPen = value; }
 
 private:
+    TPart* FPen = nullptr;
+    int FInk = 0;
     int FTitle = 3;
     std::string FNote;
     std::string FFrame;
@@ -95,6 +119,7 @@ const TClass& TDrawing::StaticClass() {
         c.SubObject("Shape", &T::Shape, nullptr);
         c.Property("Note", &T::Note, &T::SetNote);
         c.Property("Frame", &T::Frame, &T::SetFrame);
+        c.SubObject("Pen", &T::Pen, nullptr);
     });
     return cls.Class();
 }
@@ -109,6 +134,8 @@ const TClass& TPainting::StaticClass() {
         c.Property("Title", &T::Title, &T::SetTitle);
         c.Property("Note", &T::Note, &T::SetNote);
         c.Property("Frame", &T::Frame, &T::SetFrame);
+        c.Property("Ink", &T::Ink, &T::SetInk);
+        c.Reference("Pen", &T::Pen, &T::SetPen);
     });
     return cls.Class();
 }
@@ -147,7 +174,7 @@ TEST_F(PropertyRegistration, EachKindHasAnEditor) {
 }
 
 TEST_F(PropertyRegistration, TheEditorsComeInThePublishedOrderAndOnlyThoseWanted) {
-    EXPECT_THAT(NamesOf({Drawing}), ElementsAre("Name", "Tag", "Title", "Ink", "Shape", "Note", "Frame"));
+    EXPECT_THAT(NamesOf({Drawing}), ElementsAre("Name", "Tag", "Title", "Ink", "Shape", "Note", "Frame", "Pen"));
     EXPECT_THAT(NamesOf({Drawing}, [](const TPropInfo& info) { return info.Name == "Ink" || info.Name == "Title"; }),
                 ElementsAre("Title", "Ink"));
 }
@@ -193,10 +220,13 @@ TEST_F(PropertyRegistration, AMakerMayRefuse) {
 
 TEST_F(PropertyRegistration, SeveralObjectsShareAPropertyOfOneTypeOnly) {
     auto* const painting = Add<TPainting>();
+    RegisterPropertyEditor(TPart::StaticClass(), nullptr, "Pen", MakeMark<13>);
     for (const TDesignSelection& both : {TDesignSelection{Drawing, painting}, TDesignSelection{painting, Drawing}}) {
         EXPECT_NE(Editor(both, "Note"), nullptr);
         EXPECT_EQ(Editor(both, "Title"), nullptr) << "a text and a number";
-        EXPECT_EQ(Editor(both, "Ink"), nullptr) << "one has none";
+        EXPECT_EQ(Editor(both, "Ink"), nullptr) << "a colour and a number";
+        EXPECT_EQ(Editor(both, "Pen"), nullptr) << "a part and a reference";
+        EXPECT_EQ(Editor(both, "Shape"), nullptr) << "one has none";
     }
     EXPECT_EQ(Editor({Drawing, painting}, "Note")->PropCount(), 2);
     EXPECT_EQ(&Editor({Drawing, painting}, "Note")->Instance(1), painting);
@@ -217,6 +247,22 @@ TEST_F(PropertyRegistration, AnEditorForOneClassIsNotGivenObjectsOfAnother) {
     EXPECT_EQ(Editor({painting, Add<TPainting>()}, "Frame")->GetValue(), "mark 12");
     EXPECT_EQ(Editor({painting, Drawing}, "Frame"), nullptr);
     EXPECT_EQ(Editor({Drawing, painting}, "Frame"), nullptr);
+}
+
+TEST_F(PropertyRegistration, AnEditorThatSaysNothingShowsNoValue) {
+    RegisterPropertyEditor("string", &TSketch::StaticClass(), "Frame", MakePropertyEditor<TPropertyEditor>);
+    auto* const sketch = Add<TSketch>();
+    const auto one = Editor({sketch}, "Frame");
+    EXPECT_EQ(one->GetValue(), "(Unknown)");
+    EXPECT_EQ(one->GetAttributes(), (TPropertyAttributes{paMultiSelect, paRevertable}));
+    EXPECT_TRUE(one->AllEqual());
+    EXPECT_FALSE(Editor({sketch, Add<TSketch>()}, "Frame")->AllEqual());
+    one->SetValue("gold");
+    one->Edit();
+    EXPECT_EQ(sketch->Frame(), "");
+    EXPECT_THAT(Values(*one), IsEmpty());
+    EXPECT_THAT(SubNames(*one), IsEmpty());
+    EXPECT_EQ(Designer.ModifiedCount, 0);
 }
 
 // --- Failures

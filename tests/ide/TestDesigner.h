@@ -37,12 +37,15 @@ public:
 
     TForm& Form() const { return *FForm; }
     int ModifiedCount = 0;
+    bool Tells = true;              ///< Those who listen hear of changes.
     std::vector<std::string> Shown; ///< Methods.
 
     TComponent* Root() const override { return FForm.get(); }
     void Modified() override {
         ++ModifiedCount;
-        NotifyItemsModified(*this);
+        if (Tells) {
+            NotifyItemsModified(*this);
+        }
     }
     TDesignSelection Selection() const override { return FSelection; }
     void Select(const TDesignSelection& selection) override { FSelection = selection; }
