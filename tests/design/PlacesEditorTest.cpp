@@ -75,6 +75,9 @@ TEST_F(PlacesEditor, OpeningItTwiceBringsTheFirstForward) {
     EXPECT_EQ(EditorCount(), 1);
     EXPECT_EQ(editor.WindowState(), wsNormal);
     EXPECT_FALSE(IsIconic(editor.Handle()));
+    editor.Hide();
+    EXPECT_EQ(&Open(), &editor);
+    EXPECT_TRUE(editor.Visible());
     // Another dialog's places have an editor of their own.
     EditorOf(Add<TKxSaveDialog>()->PlacesBar(), "Places")->Edit();
     EXPECT_EQ(EditorCount(), 2);

@@ -171,6 +171,14 @@ constexpr TSideCase SideCases[] = {
     {"BottomSide", &P::CanBottom, &P::BottomForm, &P::SetBottomPanel, &P::BottomFormName},
 };
 
+int IndexOnScreen(const TForm& form) {
+    int index = Screen().FormCount() - 1;
+    while (index >= 0 && Screen().Forms(index) != &form) {
+        --index;
+    }
+    return index;
+}
+
 TEST_P(PreviewOf, DocksACopyOfEachForm) {
     const auto& [dialogCase, resize] = GetParam();
     if (&dialogCase.Class() == &TKxPrintDialog::StaticClass()) {
@@ -192,9 +200,12 @@ TEST_P(PreviewOf, DocksACopyOfEachForm) {
     Show(
         dialog,
         [&] {
+            int last = -1; // of the copies among the screen's forms: those that were made first come first
             for (const TSideCase* side : sides) {
                 TForm* const copy = (params.*side->Form)();
                 ASSERT_NE(copy, nullptr) << side->FormName;
+                EXPECT_GT(IndexOnScreen(*copy), last) << side->FormName;
+                last = IndexOnScreen(*copy);
                 EXPECT_NE(copy, GetFormUnderConstruction(side->FormName));
                 EXPECT_EQ(GetParent(copy->Handle()), AsCommon(dialog).DialogWindow());
                 EXPECT_TRUE(IsWindowVisible(copy->Handle()));
