@@ -55,6 +55,7 @@ public:
 void RegisterStarRating() {
     const kx::TClass& cls = TStarRating::StaticClass();
     kx::RegisterComponents("Samples", {&cls});
+    kx::RegisterHeader("examples/own-component/StarRating.h", {&cls});
     kx::RegisterPropertyEditor(kx::TTypeKind::Integer, &cls, "Stars", kx::MakePropertyEditor<TStarsProperty>);
     kx::RegisterComponentEditor<TStarRatingEditor>(cls);
 }

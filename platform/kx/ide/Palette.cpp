@@ -5,6 +5,7 @@
 #include "kx/core/Components.h"
 
 #include <algorithm>
+#include <map>
 
 namespace kx {
 
@@ -22,6 +23,11 @@ TPalettePage& Page(const std::string& name) {
         }
     }
     return Pages().emplace_back(TPalettePage{name, {}});
+}
+
+std::map<std::string, std::string>& Headers() {
+    static std::map<std::string, std::string> headers; // by the names of the classes
+    return headers;
 }
 
 } // namespace
@@ -43,5 +49,16 @@ void RegisterComponents(const std::string& page, std::initializer_list<const TCl
 }
 
 const std::vector<TPalettePage>& PalettePages() { return Pages(); }
+
+void RegisterHeader(const std::string& header, std::initializer_list<const TClass*> classes) {
+    for (const TClass* cls : classes) {
+        Headers()[cls->Name()] = header;
+    }
+}
+
+std::string HeaderOf(const std::string& className) {
+    const auto found = Headers().find(className);
+    return found == Headers().end() ? std::string() : found->second;
+}
 
 } // namespace kx

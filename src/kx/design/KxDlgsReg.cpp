@@ -223,6 +223,14 @@ void KxDlgsReg::Register() {
           &TKxFolderDialog::StaticClass(), &TKxColorDialog::StaticClass(), &TKxModelessDialog::StaticClass()}) {
         RegisterComponents("Dialogs", {cls});
     }
+    RegisterHeader("kx/opensave/KxOpenDlg.h", {&TKxOpenDialog::StaticClass()});
+    RegisterHeader("kx/opensave/KxOpenDlgEx.h", {&TKxOpenDialogEx::StaticClass()});
+    RegisterHeader("kx/opensave/KxSaveDlg.h", {&TKxSaveDialog::StaticClass()});
+    RegisterHeader("kx/opensave/KxOpenLite.h", {&TKxOpenLiteDialog::StaticClass(), &TKxSaveLiteDialog::StaticClass()});
+    RegisterHeader("kx/colorprint/KxPrintDlg.h", {&TKxPrintDialog::StaticClass()});
+    RegisterHeader("kx/colorprint/KxColorDlg.h", {&TKxColorDialog::StaticClass()});
+    RegisterHeader("kx/folder/KxFolderDlg.h", {&TKxFolderDialog::StaticClass()});
+    RegisterHeader("kx/modeless/KxModelessDlg.h", {&TKxModelessDialog::StaticClass()});
     RegisterPropertyEditor(TKxCustDlgParams::StaticClass(), nullptr, {}, MakePropertyEditor<TKxDlgParamsProperty>);
     for (const char* name : {"TopFormName", "LeftFormName", "BottomFormName", "RightFormName", "CustFormName"}) {
         RegisterPropertyEditor("string", &TKxCustDlgParams::StaticClass(), name,
