@@ -256,7 +256,8 @@ endfunction()
 #
 # A form designer whose palette has the components of the framework and those that the functions register. Each is a
 # void function() of one of the libraries, with its namespace: sample::RegisterStars. Bitmap resources of the calling
-# folder (*.rc) that are named like the classes, in capital letters, are their pictures.
+# folder (*.rc) that are named like the classes, in capital letters, are their pictures; the icon MAINICON in one of them
+# is the program's.
 function(kx_add_designer name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "REGISTER;LINK")
     kx_glob()
@@ -284,6 +285,13 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) { return kx::designer::RunD
     set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
     target_link_libraries(${name} PRIVATE ${arg_LINK} kx_designer kx_options)
     kx_use_precompiled(${name} kx_pch)
-    kx_add_resources(${name} ${KX_SCRIPTS})
+    set(icon "${PROJECT_SOURCE_DIR}/designer/icon/Designer.rc")
+    foreach(script IN LISTS KX_SCRIPTS)
+        file(STRINGS "${script}" found REGEX "^MAINICON[ \t]")
+        if(found)
+            set(icon)
+        endif()
+    endforeach()
+    kx_add_resources(${name} ${KX_SCRIPTS} ${icon})
     kx_add_manifest(${name})
 endfunction()

@@ -23,6 +23,8 @@ const TClass& TDesignerForm::StaticClass() {
         c.Field("Inspector", &T::Inspector);
         c.Field("Surface", &T::Surface);
         c.Field("TextMemo", &T::TextMemo);
+        c.Field("ClassPanel", &T::ClassPanel);
+        c.Field("ClassLabel", &T::ClassLabel);
         c.Field("StatusPanel", &T::StatusPanel);
         c.Field("ProjectList", &T::ProjectList);
         c.Field("FormTabs", &T::FormTabs);
@@ -35,19 +37,23 @@ const TClass& TDesignerForm::StaticClass() {
         c.Method("ProjectListClick", &T::ProjectListClick);
         c.Method("FormTabsChange", &T::FormTabsChange);
         c.Method("ViewTabsChange", &T::ViewTabsChange);
+        c.Method("TextMemoExit", &T::TextMemoExit);
         c.Method("FormCloseQuery", &T::FormCloseQuery);
     });
     return cls.Class();
 }
 
 TDesignerForm::TDesignerForm(TComponent* owner) : TForm(owner) {
-    RegisterClasses<TLabel, TPanel, TListBox, TMemo, TTabControl, TMainMenu, TPopupMenu, TMenuItem>();
+    RegisterClasses<TButton, TLabel, TPanel, TListBox, TMemo, TTabControl, TMainMenu, TPopupMenu, TMenuItem,
+                    TSplitter>();
     InitForm(*this, StaticClass());
     AddCommands();
     AddArrangeCommands();
     Palette->ReadPages();
     Palette->Buttons().SetOnChosen([this](TObject*) { Surface->SetTool(Palette->Buttons().Chosen()); });
     Palette->Buttons().SetOnDropWanted([this](TObject*) { DropChosen(); });
+    Palette->Buttons().SetOnDragged(
+        [this](const TPoint& screen) { Attempt([&] { Surface->DropTool(Surface->ScreenToClient(screen)); }); });
     Surface->SetOnToolUsed([this](TObject*) { Palette->Buttons().SetChosen(Surface->Tool()); });
     Surface->SetOnEdit([this](TObject*) { EditComponent(); });
     Surface->SetOnMenu([this](const TPoint& screen) { ShowFormMenu(screen); });
@@ -135,6 +141,7 @@ void TDesignerForm::DocumentOpened(TDocument& document) {
             Surface->UpdateMarks();
             Structure->ShowForm(Current());
             Inspector->UpdateValues();
+            RefreshView();
             UpdateTitle();
         }
     });
@@ -412,67 +419,6 @@ void TDesignerForm::FormTabsChange(TObject*) {
     const int index = FormTabs->TabIndex();
     if (index >= 0 && index < static_cast<int>(documents.size())) {
         ShowDocument(*documents[static_cast<size_t>(index)]);
-    }
-}
-
-// --- Views
-
-void TDesignerForm::SetView(TView view) {
-    if (!Current()) {
-        view = FormView;
-    }
-    if (FView == view || !TakeText()) {
-        ViewTabs->SetTabIndex(FView);
-        return;
-    }
-    FView = view;
-    UpdateView();
-}
-
-void TDesignerForm::ViewTabsChange(TObject*) { SetView(static_cast<TView>(ViewTabs->TabIndex())); }
-
-void TDesignerForm::UpdateView() {
-    ViewTabs->SetTabIndex(FView);
-    if (FView == TextView_) {
-        ShowText();
-    } else if (FView == ClassView) {
-        ShowClass();
-    }
-    TextMemo->SetReadOnly(FView == ClassView);
-    TextMemo->SetVisible(FView != FormView);
-    Surface->SetVisible(FView == FormView);
-}
-
-void TDesignerForm::ShowText() {
-    TextMemo->SetText(FormText(Current()->State()));
-    FShownText = TextMemo->Text();
-}
-
-/// Makes the form of what the user has changed in the text view. False: the text is wrong and stays, and the line is
-/// shown.
-bool TDesignerForm::TakeText() {
-    if (FView != TextView_ || !Current() || TextMemo->Text() == FShownText) {
-        return true;
-    }
-    const std::string text = TextMemo->Text();
-    try {
-        Current()->Replace(text, "Text");
-        FShownText = text;
-        return true;
-    } catch (const std::exception& error) {
-        const std::string message = error.what();
-        const size_t at = message.rfind("line ");
-        const int line = at == std::string::npos ? 0 : atoi(message.c_str() + at + 5);
-        if (line > 0) {
-            const auto start = SendMessageA(TextMemo->Handle(), EM_LINEINDEX, static_cast<WPARAM>(line) - 1, 0);
-            const auto length = SendMessageA(TextMemo->Handle(), EM_LINELENGTH, static_cast<WPARAM>(start), 0);
-            SendMessageA(TextMemo->Handle(), EM_SETSEL, static_cast<WPARAM>(start), start + length);
-            SendMessageA(TextMemo->Handle(), EM_SCROLLCARET, 0, 0);
-        }
-        Say(message);
-        ViewTabs->SetTabIndex(FView);
-        Application().MessageBox(message, Caption(), MB_OK | MB_ICONERROR);
-        return false;
     }
 }
 

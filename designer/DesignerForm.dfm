@@ -62,9 +62,18 @@ object KxDesigner: TDesignerForm
       TabOrder = 0
       OnClick = ProjectListClick
     end
-    object StructureLabel: TLabel
+    object ProjectSplitter: TSplitter
       Left = 3
       Top = 99
+      Width = 284
+      Height = 4
+      Cursor = crVSplit
+      Align = alTop
+      ResizeStyle = rsUpdate
+    end
+    object StructureLabel: TLabel
+      Left = 3
+      Top = 103
       Width = 284
       Height = 18
       Align = alTop
@@ -75,26 +84,43 @@ object KxDesigner: TDesignerForm
     end
     object Structure: TStructure
       Left = 3
-      Top = 117
+      Top = 121
       Width = 284
       Height = 150
       Align = alTop
       TabOrder = 1
     end
+    object StructureSplitter: TSplitter
+      Left = 3
+      Top = 271
+      Width = 284
+      Height = 4
+      Cursor = crVSplit
+      Align = alTop
+      ResizeStyle = rsUpdate
+    end
     object Inspector: TInspector
       Left = 3
-      Top = 267
+      Top = 275
       Width = 284
-      Height = 362
+      Height = 354
       Align = alClient
       BevelOuter = bvNone
       TabOrder = 2
     end
   end
-  object ViewPanel: TPanel
+  object LeftSplitter: TSplitter
     Left = 290
     Top = 66
-    Width = 890
+    Width = 4
+    Height = 632
+    Align = alLeft
+    ResizeStyle = rsUpdate
+  end
+  object ViewPanel: TPanel
+    Left = 294
+    Top = 66
+    Width = 886
     Height = 632
     Align = alClient
     BevelOuter = bvNone
@@ -102,7 +128,7 @@ object KxDesigner: TDesignerForm
     object FormTabs: TTabControl
       Left = 0
       Top = 0
-      Width = 890
+      Width = 886
       Height = 24
       Align = alTop
       TabOrder = 0
@@ -111,7 +137,7 @@ object KxDesigner: TDesignerForm
     object ViewTabs: TTabControl
       Left = 0
       Top = 608
-      Width = 890
+      Width = 886
       Height = 24
       Align = alBottom
       TabOrder = 2
@@ -124,25 +150,67 @@ object KxDesigner: TDesignerForm
     object Surface: TDesignSurface
       Left = 0
       Top = 24
-      Width = 890
+      Width = 886
       Height = 584
       Align = alClient
       TabOrder = 1
     end
+    object ClassPanel: TPanel
+      Left = 0
+      Top = 24
+      Width = 886
+      Height = 32
+      Align = alTop
+      BevelOuter = bvNone
+      TabOrder = 3
+      Visible = False
+      object ClassLabel: TLabel
+        Left = 8
+        Top = 9
+        Width = 636
+        Height = 16
+        Anchors = [akLeft, akTop, akRight]
+        AutoSize = False
+        ShowAccelChar = False
+      end
+      object CopyClassButton: TButton
+        Left = 660
+        Top = 4
+        Width = 104
+        Height = 24
+        Hint = 'Copies the code below'
+        Anchors = [akTop, akRight]
+        Caption = 'C&opy'
+        TabOrder = 0
+        OnClick = CommandClick
+      end
+      object WriteClassButton: TButton
+        Left = 772
+        Top = 4
+        Width = 104
+        Height = 24
+        Hint = 'Writes the class to files beside the form file, or completes it there'
+        Anchors = [akTop, akRight]
+        Caption = '&Write to files'
+        TabOrder = 1
+        OnClick = CommandClick
+      end
+    end
     object TextMemo: TMemo
       Left = 0
       Top = 24
-      Width = 890
+      Width = 886
       Height = 584
       Align = alClient
       Font.Height = -13
       Font.Name = 'Courier New'
       ParentFont = False
       ScrollBars = ssBoth
-      TabOrder = 3
+      TabOrder = 4
       Visible = False
       WantTabs = True
       WordWrap = False
+      OnExit = TextMemoExit
     end
   end
   object MainMenu: TMainMenu
@@ -158,6 +226,14 @@ object KxDesigner: TDesignerForm
       object NewFormItem: TMenuItem
         Caption = '&New form...'
         ShortCut = 16462
+        OnClick = CommandClick
+      end
+      object NewDialogItem: TMenuItem
+        Caption = 'New &dialog...'
+        OnClick = CommandClick
+      end
+      object NewDockedFormItem: TMenuItem
+        Caption = 'New form &beside a dialog...'
         OnClick = CommandClick
       end
       object OpenFileItem: TMenuItem
@@ -191,6 +267,17 @@ object KxDesigner: TDesignerForm
         OnClick = CommandClick
       end
       object FileMenuLine2: TMenuItem
+        Caption = '-'
+      end
+      object MainFormItem: TMenuItem
+        Caption = '&Main form of the project'
+        OnClick = CommandClick
+      end
+      object RemoveFormItem: TMenuItem
+        Caption = 'Remo&ve from the project'
+        OnClick = CommandClick
+      end
+      object FileMenuLine3: TMenuItem
         Caption = '-'
       end
       object ExitItem: TMenuItem
@@ -283,6 +370,17 @@ object KxDesigner: TDesignerForm
         OnClick = CommandClick
       end
       object ViewMenuLine1: TMenuItem
+        Caption = '-'
+      end
+      object CopyClassItem: TMenuItem
+        Caption = 'C&opy the class'
+        OnClick = CommandClick
+      end
+      object WriteClassItem: TMenuItem
+        Caption = '&Write the class to files...'
+        OnClick = CommandClick
+      end
+      object ViewMenuLine3: TMenuItem
         Caption = '-'
       end
       object ShowInspectorItem: TMenuItem

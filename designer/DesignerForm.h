@@ -5,7 +5,10 @@
 #include "designer/Project.h"
 #include "designer/Structure.h"
 #include "designer/Surface.h"
+#include "designer/Templates.h"
+#include "kx/core/FormClass.h"
 #include "kx/ui/controls/Menus.h"
+#include "kx/ui/widgets/Splitters.h"
 
 #include <functional>
 #include <map>
@@ -35,6 +38,9 @@ class TDesignerForm final : public TForm, public IDocumentHost, private IModuleS
     TPaletteBar& ComponentPalette() const { return *Palette; }
     TStructure& ComponentTree() const { return *Structure; }
     TMemo& TextView() const { return *TextMemo; }
+    std::string ClassState() const {
+        return ClassLabel->Caption();
+    } ///< What the class's files lack, in the class view.
     std::string Status() const { return StatusPanel->Caption(); }
     TForm* RunningForm() const { return FRunning.get(); } ///< The one that Run has shown last.
 
@@ -47,6 +53,7 @@ class TDesignerForm final : public TForm, public IDocumentHost, private IModuleS
     void ProjectListClick(TObject* sender);
     void FormTabsChange(TObject* sender);
     void ViewTabsChange(TObject* sender);
+    void TextMemoExit(TObject* sender);
     void FormCloseQuery(TObject* sender, bool& canClose);
 
 private:
@@ -84,7 +91,9 @@ private:
     bool SaveDocumentAs(TDocument& document);
     void CheckForChanges();
     void OfferRecovery(TDocument& document);
-    void NewForm();
+    void NewForm(TFormTemplate kind);
+    void RemoveForm();
+    void ToggleMainForm();
     void NewProject();
     void OpenFile();
     void AddRecent(const std::string& path);
@@ -92,8 +101,13 @@ private:
     void ShowRecent();
 
     bool TakeText();
+    std::string TextProblem();
+    void RefreshView();
     void ShowText();
+    TFormClass ShownClass() const;
     void ShowClass();
+    void CopyClass();
+    void WriteClass();
     void SetView(TView view);
     void EditComponent();
     void ShowFormMenu(const TPoint& screen);
@@ -107,6 +121,8 @@ private:
     TInspector* Inspector = nullptr;
     TDesignSurface* Surface = nullptr;
     TMemo* TextMemo = nullptr;
+    TPanel* ClassPanel = nullptr;
+    TLabel* ClassLabel = nullptr;
     TPanel* StatusPanel = nullptr;
     TListBox* ProjectList = nullptr;
     TTabControl* FormTabs = nullptr;

@@ -1,16 +1,11 @@
 // The commands of the designer's menus.
 
 #include "designer/Arrange.h"
+#include "designer/ClipboardText.h"
 #include "designer/DesignerForm.h"
-#include "designer/Files.h"
 #include "designer/RunForm.h"
-#include "designer/Templates.h"
-#include "kx/core/FormClass.h"
 #include "kx/ide/ComponentEditors.h"
 #include "kx/ide/StockEditors.h"
-#include "kx/ui/dialogs/Dialogs.h"
-#include "kx/win/FileStreams.h"
-#include "kx/win/Registry.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -18,40 +13,6 @@
 namespace kx::designer {
 
 namespace {
-
-constexpr const char* FormFilter = "Forms (*.dfm)|*.dfm|All files (*.*)|*.*";
-constexpr const char* AnyFilter = "Projects and forms (*.kxproj;*.dfm)|*.kxproj;*.dfm|All files (*.*)|*.*";
-constexpr const char* ProjectFilter = "Projects (*.kxproj)|*.kxproj";
-constexpr int MostRecent = 8;
-
-/// What is in the clipboard as text; empty when there is none.
-std::string ClipboardText() {
-    std::string text;
-    if (OpenClipboard(nullptr)) {
-        if (const HANDLE data = GetClipboardData(CF_TEXT)) {
-            if (const auto* const chars = static_cast<const char*>(GlobalLock(data))) {
-                text = chars;
-                GlobalUnlock(data);
-            }
-        }
-        CloseClipboard();
-    }
-    return text;
-}
-
-void SetClipboardText(HWND owner, const std::string& text) {
-    if (!OpenClipboard(owner)) {
-        RaiseLastOSError();
-    }
-    EmptyClipboard();
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    if (void* const chars = memory ? GlobalLock(memory) : nullptr) {
-        memcpy(chars, text.c_str(), text.size() + 1);
-        GlobalUnlock(memory);
-        SetClipboardData(CF_TEXT, memory);
-    }
-    CloseClipboard();
-}
 
 /// In a field for text the usual keys are the field's own.
 bool EditsText() {
@@ -78,7 +39,11 @@ void TDesignerForm::AddCommands() {
     };
     FCommands = {
         {"NewProject", [this] { NewProject(); }},
-        {"NewForm", [this] { NewForm(); }},
+        {"NewForm", [this] { NewForm(TFormTemplate::Window); }},
+        {"NewDialog", [this] { NewForm(TFormTemplate::Dialog); }},
+        {"NewDockedForm", [this] { NewForm(TFormTemplate::Docked); }},
+        {"RemoveForm", [this] { RemoveForm(); }},
+        {"MainForm", [this] { ToggleMainForm(); }},
         {"OpenFile", [this] { OpenFile(); }},
         {"Save",
          [this] {
@@ -134,6 +99,8 @@ void TDesignerForm::AddCommands() {
         {"ViewForm", [this] { SetView(FormView); }},
         {"ViewText", [this] { SetView(TextView_); }},
         {"ViewClass", [this] { SetView(ClassView); }},
+        {"CopyClass", [this] { CopyClass(); }},
+        {"WriteClass", [this] { WriteClass(); }},
         {"ShowInspector", [this] { Inspector->Grid().SetFocus(); }},
         {"FindComponent", [this] { Palette->Search().SetFocus(); }},
         {"ShowGrid", [this] { Surface->SetShowsGrid(!Surface->ShowsGrid()); }},
@@ -191,9 +158,9 @@ void TDesignerForm::AddArrangeCommands() {
 }
 
 void TDesignerForm::CommandClick(TObject* sender) {
-    const std::string item = dynamic_cast<TMenuItem&>(*sender).Name(); // "SaveItem"
-    constexpr size_t suffix = 4;
-    Command(item.substr(0, item.size() - suffix));
+    const std::string name = dynamic_cast<TComponent&>(*sender).Name(); // "SaveItem", "CopyClassButton"
+    const std::string_view suffix = dynamic_cast<TMenuItem*>(sender) ? "Item" : "Button";
+    Command(name.substr(0, name.size() - suffix.size()));
 }
 
 void TDesignerForm::Command(const std::string& name) {
@@ -216,11 +183,17 @@ void TDesignerForm::UpdateMenus() {
         return dynamic_cast<TMenuItem&>(*FindComponent(std::string(name) + "Item"));
     };
     for (const auto& [name, work] : FCommands) {
-        static constexpr std::array always{"NewProject", "NewForm", "OpenFile",   "Exit",          "ShowInspector",
-                                           "Keys",       "About",   "ShowGuides", "FindComponent", "ShowGrid"};
+        static constexpr std::array always{"NewProject", "NewForm",    "NewDialog",     "NewDockedForm",
+                                           "OpenFile",   "Exit",       "ShowInspector", "Keys",
+                                           "About",      "ShowGuides", "FindComponent", "ShowGrid"};
         const bool isFree = std::ranges::find(always, name) != always.end();
         item(name.c_str()).SetEnabled(isFree || designer);
     }
+    const bool inProject = designer && FProject->HasFile();
+    item("RemoveForm").SetEnabled(inProject);
+    item("MainForm").SetEnabled(inProject);
+    item("MainForm").SetChecked(inProject && FProject->MainForm() == FDocument->FormName());
+    item("Undo").SetEnabled(designer && designer->CanUndo());
     item("Undo").SetCaption(designer && designer->CanUndo() ? "&Undo " + designer->Steps().UndoText() : "&Undo");
     item("Redo").SetCaption(designer && designer->CanRedo() ? "&Redo " + designer->Steps().RedoText() : "&Redo");
     item("Redo").SetEnabled(designer && designer->CanRedo());
@@ -228,131 +201,6 @@ void TDesignerForm::UpdateMenus() {
     item("ShowGrid").SetChecked(Surface->ShowsGrid());
     item("ShowGuides").SetChecked(Surface->UsesGuides());
     item("ShowTabOrder").SetChecked(Surface->ShowsTabOrder());
-}
-
-// --- Files
-
-void TDesignerForm::OpenFile() {
-    TOpenDialog dialog(this);
-    dialog.SetTitle("Open");
-    dialog.SetFilter(AnyFilter);
-    dialog.SetOptions({ofFileMustExist, ofHideReadOnly});
-    if (dialog.Execute()) {
-        OpenPath(dialog.FileName());
-    }
-}
-
-bool TDesignerForm::SaveDocumentAs(TDocument& document) {
-    if (!TakeText()) {
-        return false;
-    }
-    TSaveDialog dialog(this);
-    dialog.SetTitle("Save " + NameOfFile(document.FileName()) + " as");
-    dialog.SetFilter(FormFilter);
-    dialog.SetDefaultExt("dfm");
-    dialog.SetFileName(document.FileName());
-    dialog.SetOptions({ofOverwritePrompt, ofHideReadOnly, ofPathMustExist});
-    if (!dialog.Execute()) {
-        return false;
-    }
-    const std::string path = FullPath(dialog.FileName());
-    const TDocument* const other = FProject->Find(path);
-    const bool saved = Attempt([&] {
-        if (other && other != &document) {
-            throw EDesignError(NameOfFile(path) + " belongs to the project already");
-        }
-        document.SaveAs(path);
-    });
-    UpdateTitle();
-    return saved;
-}
-
-void TDesignerForm::NewProject() {
-    TSaveDialog dialog(this);
-    dialog.SetTitle("New project");
-    dialog.SetFilter(ProjectFilter);
-    dialog.SetDefaultExt("kxproj");
-    dialog.SetOptions({ofOverwritePrompt, ofHideReadOnly, ofPathMustExist});
-    if (!dialog.Execute() || !CloseAll()) {
-        return;
-    }
-    const std::string path = FullPath(dialog.FileName());
-    Attempt([&] {
-        DeleteFileA(path.c_str()); // the user has agreed to replace it
-        auto project = std::make_unique<TProject>(*this, path);
-        project->Save();
-        SetProject(std::move(project));
-        AddRecent(path);
-    });
-}
-
-void TDesignerForm::NewForm() {
-    TSaveDialog dialog(this);
-    dialog.SetTitle("New form");
-    dialog.SetFilter(FormFilter);
-    dialog.SetDefaultExt("dfm");
-    dialog.SetOptions({ofOverwritePrompt, ofHideReadOnly, ofPathMustExist});
-    if (FProject) {
-        dialog.SetInitialDir(FProject->Folder());
-    }
-    if (!dialog.Execute()) {
-        return;
-    }
-    const std::string path = FullPath(dialog.FileName());
-    Attempt([&] {
-        const std::string text = NewFormText(NameOfFile(path));
-        if (!FProject) {
-            SetProject(std::make_unique<TProject>(*this, path));
-        }
-        TDocument* document = FProject->Find(path);
-        if (document && document->IsOpen()) {
-            throw EDesignError(NameOfFile(path) + " is open already");
-        }
-        document = document ? document : &FProject->Add(path);
-        document->StartWith(text);
-        document->Save();
-        if (FProject->MainForm().empty()) {
-            FProject->SetMainForm(document->Designer().Form().Name());
-        }
-    });
-    UpdateAll();
-}
-
-std::vector<std::string> TDesignerForm::RecentPaths() const {
-    TRegIniFile registry("Software\\kxqdlgs70\\Designer");
-    std::vector<std::string> paths;
-    for (int i = 1; i <= MostRecent; ++i) {
-        const std::string path = registry.ReadString("Recent", IntToStr(i), "");
-        if (!path.empty()) {
-            paths.push_back(path);
-        }
-    }
-    return paths;
-}
-
-void TDesignerForm::AddRecent(const std::string& path) {
-    try {
-        std::vector<std::string> paths = RecentPaths();
-        std::erase_if(paths, [&](const std::string& one) { return SameText(one, path); });
-        paths.insert(paths.begin(), path);
-        TRegIniFile registry("Software\\kxqdlgs70\\Designer");
-        for (int i = 0; i < std::min(static_cast<int>(paths.size()), MostRecent); ++i) {
-            registry.WriteString("Recent", IntToStr(i + 1), paths[static_cast<size_t>(i)]);
-        }
-    } catch (const Exception&) {
-        return; // the user's settings cannot be written
-    }
-}
-
-void TDesignerForm::ShowRecent() {
-    RecentMenu->Clear();
-    for (const std::string& path : RecentPaths()) {
-        auto* const item = new TMenuItem(this);
-        item->SetCaption(path);
-        item->SetOnClick([this, path](TObject*) { OpenPath(path); });
-        RecentMenu->Add(item);
-    }
-    RecentMenu->SetEnabled(RecentMenu->Count() > 0);
 }
 
 // --- The form
@@ -478,19 +326,6 @@ void TDesignerForm::DropChosen() {
         const TPoint middle = around ? TPoint{around->ClientWidth() / 2, around->ClientHeight() / 2} : TPoint{};
         designer->CreateComponent(*cls, designer->Primary(), {middle.X, middle.Y, middle.X, middle.Y});
     });
-}
-
-void TDesignerForm::ShowClass() {
-    std::string text;
-    try {
-        const std::string& state = Current()->State();
-        TStaticMemoryStream stream(state.data(), state.size());
-        const TFormClass cls = FormClassOf(stream);
-        text = FormClassDeclaration(cls) + "\n" + FormClassDefinition(cls);
-    } catch (const Exception& error) {
-        text = "// " + error.Message();
-    }
-    TextMemo->SetText(text);
 }
 
 } // namespace kx::designer

@@ -51,7 +51,8 @@ public:
     /// A new form, which has no file yet. @throws as Open
     void StartWith(const std::string& text);
 
-    bool IsModified() const; ///< The file does not hold the form as it is.
+    const std::string& LineBreak() const { return FLineBreak; } ///< Of the file, or of one that is still to come.
+    bool IsModified() const;                                    ///< The file does not hold the form as it is.
     /// Writes the file in the format that it had. @throws EFCreateError and others: the file is as before.
     void Save();
     void SaveAs(const std::string& path);

@@ -67,8 +67,11 @@ public:
     /// Puts components of a form text into the selected container, under new names where those are taken.
     /// @throws EParserError, EDesignError
     void Paste(const std::string& text);
-    /// Moves a component into another container. @throws EDesignError
-    void MoveInto(TComponent& component, TComponent& parent);
+    /// Moves components, in their order, into `parent`: in front of the one inside it that is `before`, which is none
+    /// of them; behind all others when that is null. What refers to them stays. @throws EDesignError: nothing has
+    /// changed.
+    void Place(const std::vector<TComponent*>& components, TComponent& parent, TComponent* before);
+    bool CanPlace(const TComponent& component, const TComponent& parent) const;
     void BringToFront();
     void SendToBack();
     /// The whole form anew, of text or binary. @throws EParserError, EReadError: nothing has changed.

@@ -4,6 +4,7 @@
 
 #include "designer/PropertyValues.h"
 #include "kx/core/FormText.h"
+#include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ComCtrlsPages.h"
 
 #include <algorithm>
@@ -383,21 +384,61 @@ void TFormDesigner::Paste(const std::string& text) {
 
 // --- Order and parents
 
-void TFormDesigner::MoveInto(TComponent& component, TComponent& parent) {
+bool TFormDesigner::CanPlace(const TComponent& component, const TComponent& parent) const {
     for (const TComponent* around = &parent; around; around = around->GetParentComponent()) {
         if (around == &component) {
-            throw EDesignError("A component cannot be moved into itself");
+            return false; // into itself
         }
     }
-    if (dynamic_cast<TControl*>(&component) && !AcceptsControls(parent)) {
-        throw EDesignError("A " + parent.FormClassName() + " cannot hold controls");
+    const TComponent* const now = component.GetParentComponent();
+    const bool hasForm = !now || now == FForm.get();
+    if (&component == FForm.get() || component.ComponentState().Contains(csAncestor)) {
+        return false;
     }
-    Do("Move", [&] {
-        component.SetParentComponent(&parent);
-        if (component.GetParentComponent() != &parent) {
-            throw EDesignError("A " + component.FormClassName() + " cannot be moved into a " + parent.FormClassName());
+    if (dynamic_cast<const TControl*>(&component) && (hasForm || AcceptsControls(*now))) {
+        return AcceptsControls(parent);
+    }
+    if (dynamic_cast<const TMenuItem*>(&component)) {
+        return dynamic_cast<const TMenuItem*>(&parent) || dynamic_cast<const TMenu*>(&parent);
+    }
+    // Pages and the like stay among what holds such items.
+    return hasForm ? &parent == FForm.get()
+                   : &parent.ClassType() == &now->ClassType() || &parent.ClassType() == &component.ClassType();
+}
+
+void TFormDesigner::Place(const std::vector<TComponent*>& components, TComponent& parent, TComponent* before) {
+    TFormNode form = ParseForm(WriteForm(*FForm));
+    std::vector<TFormNode> moved;
+    for (const TComponent* component : components) {
+        if (!CanPlace(*component, parent)) {
+            throw EDesignError(component->Name() + " cannot be put into " + parent.Name());
         }
-    });
+        TFormNode* around = nullptr;
+        const TFormNode* const node = FindNode(form, component->Name(), &around);
+        if (!node || !around) { // it went along with one that it is in
+            continue;
+        }
+        moved.push_back(*node);
+        around->Children.erase(around->Children.begin() + (node - around->Children.data()));
+    }
+    TFormNode* const target = FindNode(form, parent.Name());
+    if (!target) {
+        throw EDesignError(parent.Name() + " is moved itself");
+    }
+    const auto at =
+        before ? std::ranges::find(target->Children, before->Name(), &TFormNode::Name) : target->Children.end();
+    target->Children.insert(at, moved.begin(), moved.end());
+    // The form is read in its new order: no component can put another one at a place among its neighbours.
+    const std::vector<std::string> selected = SelectedNames();
+    const std::string wanted = FormBinary(form);
+    Load(wanted);
+    if (WriteForm(*FForm) != wanted) {
+        Load(FUndo.State());
+        SelectNames(selected);
+        throw EDesignError(moved.front().Name + " cannot be put there");
+    }
+    Record("Move");
+    SelectNames(selected);
 }
 
 void TFormDesigner::BringToFront() {

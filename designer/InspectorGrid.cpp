@@ -318,7 +318,11 @@ void TInspectorGrid::ShowField() {
     const std::string value = ValueOf(*row.Editor);
     if (attributes.Contains(paValueList)) {
         std::vector<std::string> values;
-        row.Editor->GetValues([&](const std::string& one) { values.push_back(one); });
+        try {
+            row.Editor->GetValues([&](const std::string& one) { values.push_back(one); });
+        } catch (const Exception& error) {
+            FError = error.Message(); // what it has offered until then can be chosen
+        }
         if (attributes.Contains(paSortList)) {
             std::ranges::sort(values, {}, [](const std::string& one) { return UpperCase(one); });
         }

@@ -65,6 +65,14 @@ void TPaletteButtons::MouseMove(TShiftState shift, int x, int y) {
     SetHint(index < 0 ? "" : index == 0 ? "Select" : FClasses[static_cast<size_t>(index) - 1]->Name());
 }
 
+void TPaletteButtons::MouseUp(TMouseButton button, TShiftState shift, int x, int y) {
+    TCustomControl::MouseUp(button, shift, x, y);
+    const bool isOutside = x < 0 || y < 0 || x >= ClientWidth() || y >= ClientHeight();
+    if (button == mbLeft && FChosen && isOutside) {
+        FOnDragged(ClientToScreen({x, y}));
+    }
+}
+
 void TPaletteButtons::DblClick() {
     TCustomControl::DblClick();
     if (FChosen) {

@@ -26,11 +26,14 @@ class TPaletteButtons : public TCustomControl {
     void SetOnChosen(TNotifyEvent value) { FOnChosen = std::move(value); }
     /// A picture was clicked twice: its component is wanted in the middle of what is selected.
     void SetOnDropWanted(TNotifyEvent value) { FOnDropWanted = std::move(value); }
+    /// A picture was dragged off the palette and dropped at that point of the screen.
+    void SetOnDragged(TEvent<void(const TPoint& screen)> value) { FOnDragged = std::move(value); }
 
 protected:
     void Paint() override;
     void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
     void MouseMove(TShiftState shift, int x, int y) override;
+    void MouseUp(TMouseButton button, TShiftState shift, int x, int y) override;
     void DblClick() override;
 
 private:
@@ -40,6 +43,7 @@ private:
     const TClass* FChosen = nullptr;
     TNotifyEvent FOnChosen;
     TNotifyEvent FOnDropWanted;
+    TEvent<void(const TPoint&)> FOnDragged;
 };
 
 /// The component palette: pages of pictures, and a field that finds components by parts of their names.

@@ -13,6 +13,7 @@
 #include "kx/ui/dialogs/Dialogs.h"
 #include "kx/ui/dialogs/DialogsColor.h"
 #include "kx/ui/dialogs/DialogsPrint.h"
+#include "kx/ui/forms/Frames.h"
 #include "kx/ui/widgets/Buttons.h"
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ComCtrlsBars.h"
@@ -22,6 +23,7 @@
 #include "kx/ui/widgets/ComCtrlsTree.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
+#include "kx/ui/widgets/Grids.h"
 #include "kx/ui/widgets/GridsString.h"
 #include "kx/ui/widgets/ScrollBoxes.h"
 #include "kx/ui/widgets/Splitters.h"
@@ -44,6 +46,35 @@ public:
     }
 };
 
+template <class... T> void Declares(const char* header) { RegisterHeader(header, {&T::StaticClass()...}); }
+
+void RegisterStandardHeaders() {
+    Declares<TForm>("kx/ui/forms/Forms.h");
+    Declares<TFrame>("kx/ui/forms/Frames.h");
+    Declares<TAction, TActionList>("kx/ui/controls/ActnList.h");
+    Declares<TMainMenu, TMenuItem, TPopupMenu>("kx/ui/controls/Menus.h");
+    Declares<TImageList>("kx/graphics/ImgList.h");
+    Declares<TTimer>("kx/win/Timers.h");
+    Declares<TButton, TCheckBox, TComboBox, TEdit, TGroupBox, TLabel, TListBox, TMemo, TRadioButton>(
+        "kx/ui/widgets/StdCtrls.h");
+    Declares<TBevel, TImage, TPaintBox, TPanel>("kx/ui/widgets/ExtCtrls.h");
+    Declares<TRadioGroup>("kx/ui/widgets/ExtCtrlsRadioGroup.h");
+    Declares<TScrollBox>("kx/ui/widgets/ScrollBoxes.h");
+    Declares<TSpeedButton>("kx/ui/widgets/Buttons.h");
+    Declares<TSplitter>("kx/ui/widgets/Splitters.h");
+    Declares<TDrawGrid>("kx/ui/widgets/Grids.h");
+    Declares<TStringGrid>("kx/ui/widgets/GridsString.h");
+    Declares<TListView, TTabControl>("kx/ui/widgets/ComCtrls.h");
+    Declares<TPageControl, TTabSheet>("kx/ui/widgets/ComCtrlsPages.h");
+    Declares<TPageScroller>("kx/ui/widgets/ComCtrlsPageScroller.h");
+    Declares<TProgressBar, TStatusBar>("kx/ui/widgets/ComCtrlsBars.h");
+    Declares<TToolBar, TToolButton>("kx/ui/widgets/ComCtrlsToolBar.h");
+    Declares<TTreeView>("kx/ui/widgets/ComCtrlsTree.h");
+    Declares<TOpenDialog, TSaveDialog>("kx/ui/dialogs/Dialogs.h");
+    Declares<TColorDialog>("kx/ui/dialogs/DialogsColor.h");
+    Declares<TPrintDialog>("kx/ui/dialogs/DialogsPrint.h");
+}
+
 } // namespace
 
 void RegisterStandardPackage() {
@@ -52,6 +83,7 @@ void RegisterStandardPackage() {
         return;
     }
     RegisterStandardClasses();
+    RegisterStandardHeaders();
     RegisterStockEditors();
     RegisterPropertyEditor(TTypeKind::String, &TComponent::StaticClass(), "Name", MakePropertyEditor<TNameProperty>);
     RegisterDialogEditors();

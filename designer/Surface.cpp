@@ -163,7 +163,17 @@ void TDesignSurface::PlaceForm() {
     if (form.Left() != place.X || form.Top() != place.Y) {
         form.SetBounds(place.X, place.Y, form.Width(), form.Height());
     }
-    Invalidate();
+    ShowFormMarks();
+}
+
+/// Paints the surface again when its handles of the form are others. To paint it for each step of a drag would be felt.
+void TDesignSurface::ShowFormMarks() {
+    const TDesignedForm& form = FDesigner->Form();
+    const TFormLook look{form.BoundsRect(), FDesigner->IsSelected(form), FDesigner->Locked()};
+    if (look != FShown) {
+        FShown = look;
+        Invalidate();
+    }
 }
 
 void TDesignSurface::Scroll(int bar, int command, int position) {
@@ -297,6 +307,7 @@ bool TDesignSurface::IsHiddenInFile(const TControl& control) {
 
 void TDesignSurface::UpdateMarks() {
     if (!FDesigner || !HandleAllocated()) {
+        FShown = {};
         Invalidate();
         return;
     }
@@ -305,7 +316,7 @@ void TDesignSurface::UpdateMarks() {
         PlaceForm(); // its size may have changed
     }
     FOverlay.ShowOver(form.Handle(), {0, 0, form.ClientWidth(), form.ClientHeight()}, MarksOf());
-    Invalidate();
+    ShowFormMarks();
 }
 
 std::vector<TOverlayItem> TDesignSurface::MarksOf() const {

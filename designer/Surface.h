@@ -27,6 +27,7 @@ class TDesignSurface : public TCustomControl {
     /// The class whose component the next click or drag puts on the form; null: none, clicks select.
     const TClass* Tool() const { return FTool; }
     void SetTool(const TClass* value) { FTool = value; }
+    void DropTool(const TPoint& point); ///< Puts its component there; outside of the form it does nothing.
 
     bool ShowsTabOrder() const { return FShowsTabOrder; }
     /// Numbers show the order in which Tab goes through the controls; a click on the next control gives it the next
@@ -83,6 +84,7 @@ private:
     static bool SizesForm(size_t handle);
     static bool IsHiddenInFile(const TControl& control); ///< By its own Visible; pages are hidden by their class.
     void PlaceForm();
+    void ShowFormMarks();
     void Scroll(int bar, int command, int position);
     std::vector<TOverlayItem> MarksOf() const;
     void AddSelection(std::vector<TOverlayItem>& items) const;
@@ -121,6 +123,14 @@ private:
     int FNextTab = 0;
     const TWinControl* FTabParent = nullptr; ///< Compared only.
     TPoint FScroll{0, 0};
+    /// What the surface itself shows of the form.
+    struct TFormLook {
+        TRect Bounds;
+        bool Selected = false;
+        bool Locked = false;
+        bool operator==(const TFormLook&) const = default;
+    };
+    TFormLook FShown;
 
     TDrag FDrag = TDrag::None;
     TPoint FPressed{0, 0}; ///< Of the surface; what follows is of the form.

@@ -339,6 +339,16 @@ void TDesignSurface::CreateInBand() {
     }
 }
 
+void TDesignSurface::DropTool(const TPoint& point) {
+    TComponent* const component = FTool && FDrag == TDrag::None ? ComponentAt(point) : nullptr;
+    if (component) {
+        FContainer = FDesigner->ContainerFor(component);
+        FDragFrom = FDragAt = ToForm(point);
+        FAddsToSelection = false;
+        CreateInBand();
+    }
+}
+
 void TDesignSurface::DblClick() {
     TCustomControl::DblClick();
     CancelDrag();

@@ -202,11 +202,11 @@ TEST_F(FormDesigner, AClipboardThatHoldsNoFormTextChangesNothing) {
 // --- Parents and order
 
 TEST_F(FormDesigner, AComponentMovesToAnotherParentThatCanHoldIt) {
-    Designer->MoveInto(The("NameEdit"), The("Box"));
+    Designer->Place({&The("NameEdit")}, The("Box"), nullptr);
     EXPECT_EQ(The("NameEdit").Parent(), &The("Box"));
-    EXPECT_THROW(Designer->MoveInto(The("Box"), The("Box")), designer::EDesignError);
-    EXPECT_THROW(Designer->MoveInto(The("Box"), The("OkButton")), designer::EDesignError);
-    EXPECT_THROW(Designer->MoveInto(The("NameEdit"), The("OkButton")), designer::EDesignError);
+    EXPECT_THROW(Designer->Place({&The("Box")}, The("Box"), nullptr), designer::EDesignError);
+    EXPECT_THROW(Designer->Place({&The("Box")}, The("OkButton"), nullptr), designer::EDesignError);
+    EXPECT_THROW(Designer->Place({&The("NameEdit")}, The("OkButton"), nullptr), designer::EDesignError);
     Designer->Undo();
     EXPECT_EQ(Text(), SampleForm);
 }

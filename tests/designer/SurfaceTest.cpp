@@ -182,5 +182,18 @@ TEST_F(DesignSurface, AComponentOfThePaletteIsDropped) {
     EXPECT_EQ(The("Panel1").BoundsRect(), (TRect{16, 160, 120, 208})) << "as large as it was drawn";
 }
 
+TEST_F(DesignSurface, AComponentIsDraggedFromThePalette) {
+    const TRect r = Window->ComponentPalette().Buttons().ButtonRect(&TCheckBox::StaticClass());
+    const TPoint from = Window->ComponentPalette().Buttons().ClientToScreen({r.Left + 15, r.Top + 15});
+    const TPoint to = OnForm(40, 120);
+    DragFrom(from, to.X - from.X, to.Y - from.Y);
+    ASSERT_TRUE(Has("CheckBox1"));
+    EXPECT_EQ(The("CheckBox1").Parent(), &The("Box"));
+    EXPECT_EQ(The("CheckBox1").Left(), 24);
+    EXPECT_EQ(The("CheckBox1").Top(), 72);
+    EXPECT_EQ(Surface().Tool(), nullptr);
+    EXPECT_EQ(Window->ComponentPalette().Buttons().Chosen(), nullptr);
+}
+
 } // namespace
 } // namespace kx::test

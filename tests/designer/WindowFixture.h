@@ -79,6 +79,17 @@ protected:
         Settle();
     }
 
+    /// Does `act`, which opens a message box, and answers that.
+    static std::string AnswerTo(const TAction& act, int answer) {
+        std::string text;
+        TTestDriver driver({AnswerBox(answer, [&](const std::string& shown) { text = shown; })});
+        driver.Run([&] {
+            act();
+            return true;
+        });
+        return text;
+    }
+
     TTempFolder Folder;
     std::string Path;
     std::unique_ptr<designer::TDesignerForm, TFreeDeleter> Window;

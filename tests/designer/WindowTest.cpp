@@ -2,6 +2,7 @@
 
 #include "WindowFixture.h"
 
+#include "designer/ClipboardText.h"
 #include "kx/win/FileStreams.h"
 
 namespace kx::test {
@@ -16,16 +17,6 @@ protected:
     std::string Moved() const {
         std::string text = SampleForm;
         text.replace(text.find("Left = 8\n"), 8, "Left = 24");
-        return text;
-    }
-    /// Does `act`, which opens a message box, and answers that.
-    std::string AnswerTo(const TAction& act, int answer) {
-        std::string text;
-        TTestDriver driver({AnswerBox(answer, [&](const std::string& shown) { text = shown; })});
-        driver.Run([&] {
-            act();
-            return true;
-        });
         return text;
     }
 };
@@ -236,7 +227,114 @@ TEST_F(DesignerWindow, TheFormRunsAtEachResolution) {
     EXPECT_EQ(Text(), SampleForm);
 }
 
+TEST_F(DesignerWindow, TheViewsFollowTheForm) {
+    Open();
+    Window->Command("ViewClass");
+    Designer().CreateComponent(TCheckBox::StaticClass(), &The("Box"), {5, 60, 80, 80});
+    EXPECT_THAT(Window->TextView().Text(), HasSubstr("TCheckBox* CheckBox1"));
+    Window->Command("ViewText");
+    The("OkButton").SetCaption("From elsewhere");
+    Designer().Record("Caption");
+    EXPECT_THAT(Window->TextView().Text(), HasSubstr("From elsewhere"));
+}
+
+TEST_F(DesignerWindow, ATextThatIsBeingChangedIsTakenBeforeTheInspectorChangesTheForm) {
+    Open();
+    Window->Command("ViewText");
+    std::string text = Window->TextView().Text();
+    text.replace(text.find("'OK'"), 4, "'Go'");
+    Window->TextView().SetFocus();
+    Window->TextView().SetText(text);
+    Window->ObjectInspector().Filter().SetFocus();
+    EXPECT_EQ(The("OkButton").Caption(), "Go");
+    The("OkButton").SetLeft(24);
+    Designer().Record("Move");
+    EXPECT_THAT(Window->TextView().Text(), HasSubstr("Left = 24"));
+    EXPECT_THAT(Window->TextView().Text(), HasSubstr("'Go'"));
+    Window->Command("ViewForm");
+    EXPECT_EQ(The("OkButton").Left(), 24);
+    EXPECT_EQ(The("OkButton").Caption(), "Go");
+}
+
+TEST_F(DesignerWindow, TheClassIsWrittenBesideTheForm) {
+    Open();
+    Window->Command("ViewClass");
+    EXPECT_THAT(Window->ClassState(), HasSubstr("To be written to OrderForm.h"));
+    PressButton(dynamic_cast<TButton&>(*Window->FindComponent("WriteClassButton")).Handle());
+    EXPECT_TRUE(Folder.Contains("OrderForm.h"));
+    EXPECT_TRUE(Folder.Contains("OrderForm.cpp"));
+    EXPECT_THAT(Window->ClassState(), HasSubstr("have all that the form needs"));
+    const std::string header = designer::ReadWholeFile(Folder.Path("OrderForm.h"));
+    // The form grows; the files are completed when the user wants it.
+    const TPropInfo& change = GetPropInfo(The("NameEdit"), "OnChange");
+    Designer().Do("OnChange", [&] { change.SetEvent(The("NameEdit"), Designer().Method("NameEditChange", change)); });
+    EXPECT_THAT(Window->ClassState(), HasSubstr("Missing in OrderForm.h: void NameEditChange(TObject* sender), and 2"));
+    EXPECT_THAT(AnswerTo([&] { Window->Command("WriteClass"); }, IDNO),
+                HasSubstr("OrderForm.h: void NameEditChange(TObject* sender)"));
+    EXPECT_EQ(designer::ReadWholeFile(Folder.Path("OrderForm.h")), header);
+    AnswerTo([&] { Window->Command("WriteClass"); }, IDYES);
+    EXPECT_THAT(designer::ReadWholeFile(Folder.Path("OrderForm.h")), HasSubstr("void NameEditChange"));
+    EXPECT_THAT(designer::ReadWholeFile(Folder.Path("OrderForm.cpp")), HasSubstr("void TOrderForm::NameEditChange"));
+    Window->Command("WriteClass");
+    EXPECT_EQ(ShownMessageBox(), nullptr);
+    EXPECT_THAT(Window->Status(), HasSubstr("have all that the form needs"));
+    Screenshot("designer-class", Window->Handle());
+}
+
+TEST_F(DesignerWindow, TheClassIsCopied) {
+    Open();
+    Window->Command("ViewClass");
+    PressButton(dynamic_cast<TButton&>(*Window->FindComponent("CopyClassButton")).Handle());
+    EXPECT_THAT(designer::ClipboardText(), HasSubstr("class TOrderForm : public TForm {"));
+}
+
 // --- Projects
+
+TEST_F(DesignerWindow, NewFormsComeFromTemplates) {
+    struct TKind {
+        const char* Command;
+        const char* Has;
+    };
+    int count = 0;
+    for (const TKind& kind : {TKind{"NewForm", "ClientWidth = 400"}, TKind{"NewDialog", "object CancelButton: TButton"},
+                              TKind{"NewDockedForm", "BorderStyle = bsNone"}}) {
+        const std::string name = "Fresh" + IntToStr(++count);
+        TTestDriver driver({{"the file dialog", [] { return ActiveDialog() && FileNameEditOf(ActiveDialog()); },
+                             [&] {
+                                 SetWindowTextA(FileNameEditOf(ActiveDialog()), Folder.Path(name + ".dfm").c_str());
+                                 PressButton(GetDlgItem(ActiveDialog(), IDOK));
+                             }}});
+        driver.Run([&] {
+            Window->Command(kind.Command);
+            return true;
+        });
+        ASSERT_NE(Window->Document(), nullptr);
+        EXPECT_EQ(Designer().Form().Name(), name);
+        const std::string saved = designer::ReadWholeFile(Folder.Path(name + ".dfm"));
+        EXPECT_THAT(saved, testing::StartsWith("object " + name + ": T" + name));
+        EXPECT_THAT(saved, HasSubstr(kind.Has));
+        EXPECT_FALSE(Window->Document()->IsModified());
+    }
+}
+
+TEST_F(DesignerWindow, AFormLeavesItsProjectAndAnotherBecomesTheMainOne) {
+    Folder.AddFile("Detail.dfm", "object Detail: TDetail\nend\n");
+    const std::string file = Folder.AddFile("Shop.kxproj", "object Project: TProject\n  MainForm = 'OrderForm'\n"
+                                                           "  Forms.Strings = (\n    'OrderForm.dfm'\n"
+                                                           "    'Detail.dfm')\nend\n");
+    ASSERT_TRUE(Window->OpenPath(file));
+    Window->Project()->Module(1).Open();
+    Window->Command("MainForm");
+    EXPECT_EQ(Window->Project()->MainForm(), "Detail");
+    Window->Project()->Module(0).Open();
+    Window->Project()->Module(0).Editor(0).Show();
+    Window->Command("RemoveForm");
+    EXPECT_EQ(Window->Project()->ModuleCount(), 1);
+    EXPECT_TRUE(Folder.Contains("OrderForm.dfm")) << "its file stays";
+    Window->Command("SaveAll");
+    EXPECT_EQ(designer::ReadWholeFile(file), "object Project: TProject\r\n  MainForm = 'Detail'\r\n"
+                                             "  Forms.Strings = (\r\n    'Detail.dfm')\r\nend\r\n");
+}
 
 TEST_F(DesignerWindow, AFolderIsAProjectOfItsForms) {
     designer::WriteWholeFile(Folder.Path("About.dfm"),
@@ -290,20 +388,6 @@ TEST_F(DesignerWindow, AProjectMayNameFormsThatAreNotThere) {
     EXPECT_EQ(Window->Project()->Module(0).FormName(), "");
     Window->Project()->Module(1).Open();
     EXPECT_EQ(Designer().FormClass(), "TOrderForm");
-}
-
-TEST_F(DesignerWindow, TheTreeShowsAndSelectsComponents) {
-    Open();
-    designer::TStructure& tree = Window->ComponentTree();
-    const int row = tree.RowOf("OkButton");
-    ASSERT_GE(row, 0);
-    RECT r;
-    SendMessageA(tree.Handle(), LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&r));
-    ClickOn(tree.ClientToScreen({60, (r.top + r.bottom) / 2}));
-    EXPECT_EQ(PrimaryName(), "OkButton");
-    ClickOn(At("NameEdit"));
-    EXPECT_TRUE(tree.Selected(tree.RowOf("NameEdit")));
-    EXPECT_FALSE(tree.Selected(row));
 }
 
 } // namespace

@@ -1,0 +1,323 @@
+// Writes the C++ code of a form's class, and completes what is there.
+
+#include "designer/ClassFiles.h"
+
+#include "designer/CodeText.h"
+#include "designer/Files.h"
+#include "designer/FormDesigner.h"
+#include "kx/core/FormText.h"
+#include "kx/ide/Palette.h"
+#include "kx/win/FileStreams.h"
+
+#include <algorithm>
+#include <set>
+
+namespace kx::designer {
+
+namespace {
+
+constexpr size_t npos = std::string::npos;
+
+std::string Declaration(const TFormClass::TField& field) { return field.ClassName + "* " + field.Name + " = nullptr"; }
+std::string Declaration(const TFormClass::THandler& handler) {
+    return "void " + handler.Name + "(" + handler.Parameters + ")";
+}
+
+/// The names of all classes that the class of the form has to know.
+std::vector<std::string> UsedClasses(const TFormClass& cls) {
+    std::vector<std::string> names{cls.Ancestor};
+    for (const TFormClass::TField& field : cls.Fields) {
+        if (std::ranges::find(names, field.ClassName) == names.end()) {
+            names.push_back(field.ClassName);
+        }
+    }
+    return names;
+}
+
+/// The #include of each class that the code does not include yet.
+std::vector<std::string> IncludesFor(const std::vector<std::string>& classes, const std::string& code) {
+    std::set<std::string> lines;
+    for (const std::string& name : classes) {
+        const std::string header = HeaderOf(name);
+        if (header.empty()) {
+            lines.insert("// The header of " + name + " belongs here.");
+        } else if (code.find("\"" + header + "\"") == npos && code.find("<" + header + ">") == npos) {
+            lines.insert("#include \"" + header + "\"");
+        }
+    }
+    std::vector<std::string> sorted(lines.begin(), lines.end());
+    std::ranges::stable_partition(sorted, [](const std::string& line) { return line[0] == '#'; });
+    return sorted;
+}
+
+std::string WithBreaks(const std::string& text, std::string_view lineBreak) {
+    std::string result;
+    for (const char c : text) {
+        c == '\n' ? static_cast<void>(result.append(lineBreak)) : result.push_back(c);
+    }
+    return result;
+}
+
+struct TPart {
+    size_t Begin = npos;
+    size_t End = npos; ///< Its closing bracket.
+    bool IsThere() const { return End != npos; }
+};
+
+/// The braces of the class.
+TPart ClassBody(const std::string& bare, const std::string& name) {
+    for (size_t at = FindWord(bare, name); at != npos; at = FindWord(bare, name, at + 1)) {
+        const std::string before = bare.substr(LineStart(bare, at), at - LineStart(bare, at));
+        const size_t next = bare.find_first_of("{;(", at);
+        if ((FindWord(before, "class") != npos || FindWord(before, "struct") != npos) && next != npos &&
+            bare[next] == '{') {
+            return {next, MatchingBracket(bare, next)};
+        }
+    }
+    return {};
+}
+
+/// A member function of the class that is defined outside of it.
+struct TDefinition {
+    size_t Begin = npos; ///< Of its name.
+    size_t End = npos;   ///< Its closing brace.
+};
+
+TDefinition DefinitionAt(const std::string& bare, size_t name) {
+    const size_t open = bare.find_first_of("(;{}&", name);
+    if (open == npos || bare[open] != '(') {
+        return {};
+    }
+    size_t at = MatchingBracket(bare, open);
+    size_t end = npos;
+    while (at != npos) { // of a constructor's initializers some may stand in braces
+        const size_t next = bare.find_first_of("{;(", at + 1);
+        if (next == npos || bare[next] == ';') {
+            break;
+        }
+        at = MatchingBracket(bare, next);
+        end = bare[next] == '{' ? at : end;
+        const size_t behind = at == npos ? npos : SkipBlanks(bare, at + 1);
+        if (behind == npos || behind >= bare.size() || (bare[behind] != ',' && bare[behind] != '{')) {
+            break;
+        }
+    }
+    return {name, end};
+}
+
+int DepthAt(const std::string& bare, size_t at) {
+    const auto count = [&](char c) {
+        return static_cast<int>(std::count(bare.begin(), bare.begin() + static_cast<std::ptrdiff_t>(at), c));
+    };
+    return count('{') - count('}');
+}
+
+/// All definitions "TForm1::member" of the code; any member when that is empty.
+std::vector<TDefinition> Definitions(const std::string& bare, const std::string& cls, const std::string& member) {
+    std::vector<TDefinition> found;
+    int depth = 0; // of the first one: deeper ones are calls
+    for (size_t at = FindWord(bare, cls); at != npos; at = FindWord(bare, cls, at + 1)) {
+        const size_t colons = SkipBlanks(bare, at + cls.size());
+        const bool isTaken = at > 0 && bare[at - 1] == '&'; // a pointer to the member
+        if (isTaken || bare.substr(colons, 2) != "::") {
+            continue;
+        }
+        const size_t name = SkipBlanks(bare, colons + 2);
+        if (!member.empty() && FindWord(bare.substr(name, member.size() + 1), member) != 0) {
+            continue;
+        }
+        const TDefinition definition = DefinitionAt(bare, name);
+        if (definition.End == npos) {
+            continue;
+        }
+        depth = found.empty() ? DepthAt(bare, at) : depth;
+        if (DepthAt(bare, at) == depth) {
+            found.push_back(definition);
+        }
+    }
+    return found;
+}
+
+/// The parentheses of "TClassBuilder<TForm1> cls(...)" in the class's StaticClass.
+TPart TableCall(const std::string& bare, const std::string& cls) {
+    for (const TDefinition& definition : Definitions(bare, cls, "StaticClass")) {
+        const size_t builder = FindWord(bare, "TClassBuilder", definition.Begin);
+        const size_t open = builder == npos ? npos : bare.find('(', builder);
+        if (open < definition.End) {
+            return {open, MatchingBracket(bare, open)};
+        }
+    }
+    return {};
+}
+
+std::string Lines(const std::vector<std::string>& lines, const std::string& indent) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += indent + line + "\n";
+    }
+    return text;
+}
+
+/// Puts lines in front of a closing bracket: on lines of their own when the bracket has one.
+void InsertBefore(std::string& code, size_t bracket, const std::vector<std::string>& lines, const std::string& indent,
+                  std::string_view lineBreak) {
+    const size_t start = LineStart(code, bracket);
+    const bool isAlone = code.find_first_not_of(" \t", start) == bracket;
+    code.insert(isAlone ? start : bracket, WithBreaks((isAlone ? "" : "\n") + Lines(lines, indent), lineBreak));
+}
+
+/// Puts lines behind the last #include, else at the top behind "#pragma once".
+void InsertIncludes(std::string& code, const std::vector<std::string>& includes, std::string_view lineBreak) {
+    if (includes.empty()) {
+        return;
+    }
+    const std::string bare = BareCode(code);
+    size_t last = bare.rfind("#include");
+    last = last == npos ? bare.find("#pragma once") : last;
+    const size_t end = last == npos ? npos : code.find('\n', last);
+    code.insert(end == npos ? 0 : end + 1, WithBreaks(Lines(includes, ""), lineBreak));
+}
+
+} // namespace
+
+std::string NewClassHeader(const TFormClass& cls) {
+    return "#pragma once\n\n" + Lines(IncludesFor(UsedClasses(cls), {}), "") + "\nusing namespace kx;\n\n" +
+           FormClassDeclaration(cls);
+}
+
+std::string NewClassSource(const TFormClass& cls, const std::string& headerName) {
+    return "#include \"" + headerName + "\"\n\n" + FormClassDefinition(cls);
+}
+
+TClassFiles::TClassFiles(const std::string& formFile, const TFormClass& cls, std::string_view lineBreak) : FClass(cls) {
+    const std::string base = formFile.substr(0, formFile.size() - NameOfFile(formFile).size()) +
+                             NameOfFile(formFile).substr(0, NameOfFile(formFile).find_last_of('.'));
+    FHeader.Path = base + ".h";
+    FSource.Path = base + ".cpp";
+    const std::string header = NewClassHeader(cls); // which checks the names
+    Read(FHeader);
+    Read(FSource);
+    const bool isInSource = !FHeader.IsThere && ClassBody(BareCode(FSource.Before), cls.Name).IsThere();
+    if (FHeader.IsThere) {
+        CompleteDeclaration(FHeader);
+    } else if (isInSource) {
+        CompleteDeclaration(FSource);
+    } else {
+        FHeader.After = WithBreaks(header, lineBreak);
+    }
+    if (FSource.IsThere) {
+        CompleteDefinition(FSource);
+    } else {
+        FSource.After = WithBreaks(NewClassSource(cls, NameOfFile(FHeader.Path)), lineBreak);
+    }
+}
+
+void TClassFiles::Read(TFile& file) const {
+    file.IsThere = FileExists(file.Path);
+    file.Before = file.IsThere ? ReadWholeFile(file.Path) : std::string();
+    file.After = file.Before;
+}
+
+void TClassFiles::Note(const TFile& file, const std::string& what) {
+    FMissing.push_back(NameOfFile(file.Path) + ": " + what);
+}
+
+/// Fields and handlers that the class does not declare.
+void TClassFiles::CompleteDeclaration(TFile& file) {
+    const std::string bare = BareCode(file.After);
+    const TPart body = ClassBody(bare, FClass.Name);
+    const std::string inside = body.IsThere() ? bare.substr(body.Begin, body.End - body.Begin) : std::string();
+    std::vector<std::string> lines;
+    std::vector<std::string> classes;
+    const auto take = [&](const auto& member) {
+        if (FindWord(inside, member.Name) == npos) {
+            lines.push_back(Declaration(member) + ";");
+            Note(file, Declaration(member));
+            return true;
+        }
+        return false;
+    };
+    std::ranges::for_each(FClass.Handlers, take);
+    for (const TFormClass::TField& field : FClass.Fields) {
+        if (take(field)) {
+            classes.push_back(field.ClassName);
+        }
+    }
+    if (!body.IsThere()) {
+        FProblem = NameOfFile(file.Path) + " declares no class " + FClass.Name;
+    } else if (!lines.empty()) {
+        const std::string lineBreak(LineBreakOf(file.Before));
+        InsertBefore(file.After, body.End, lines, "    ", lineBreak);
+        InsertIncludes(file.After, IncludesFor(classes, file.After), lineBreak);
+    }
+}
+
+/// Lines of the property table, and bodies of handlers.
+void TClassFiles::CompleteDefinition(TFile& file) {
+    const std::string lineBreak(LineBreakOf(file.Before));
+    const std::string bareHeader = BareCode(FHeader.Before);
+    std::string bare = BareCode(file.After);
+    // Handlers first: they come behind everything, so that the places found before them stay.
+    std::string bodies;
+    for (const TFormClass::THandler& handler : FClass.Handlers) {
+        const auto isInline = [&](const std::string& code) {
+            const TPart body = ClassBody(code, FClass.Name);
+            const size_t at = body.IsThere() ? FindWord(code, handler.Name, body.Begin) : npos;
+            return at != npos && at < body.End && DefinitionAt(code, at).End != npos;
+        };
+        if (Definitions(bare, FClass.Name, handler.Name).empty() && !isInline(bare) && !isInline(bareHeader)) {
+            bodies += "\n\nvoid " + FClass.Name + "::" + handler.Name + "(" + handler.Parameters + ") {\n}";
+            Note(file, FClass.Name + "::" + handler.Name);
+        }
+    }
+    if (!bodies.empty()) {
+        const std::vector<TDefinition> all = Definitions(bare, FClass.Name, {});
+        const size_t end = all.empty() ? file.After.size() : all.back().End + 1;
+        file.After.insert(end, WithBreaks(bodies, lineBreak));
+        bare = BareCode(file.After);
+    }
+    const TPart call = TableCall(bare, FClass.Name);
+    const std::string inside = call.IsThere() ? bare.substr(call.Begin, call.End - call.Begin) : std::string();
+    std::vector<std::string> lines;
+    const auto take = [&](const auto& member, const std::string& what) {
+        if (FindWord(inside, member.Name) == npos) {
+            lines.push_back("c." + what + "(\"" + member.Name + "\", &" + FClass.Name + "::" + member.Name + ");");
+            Note(file, lines.back());
+        }
+    };
+    for (const TFormClass::TField& field : FClass.Fields) {
+        take(field, "Field");
+    }
+    for (const TFormClass::THandler& handler : FClass.Handlers) {
+        take(handler, "Method");
+    }
+    if (lines.empty()) {
+        return;
+    }
+    if (!call.IsThere()) {
+        FProblem = NameOfFile(file.Path) + " has no property table of " + FClass.Name;
+    } else if (const size_t open = bare.find('{', call.Begin + 1); open < call.End) {
+        InsertBefore(file.After, MatchingBracket(bare, open), lines, "        ", lineBreak);
+    } else {
+        const std::string table = ", [](auto& c) {\n" + Lines(lines, "        ") + "    }";
+        file.After.insert(call.End, WithBreaks(table, lineBreak));
+    }
+}
+
+bool TClassFiles::IsComplete() const {
+    return FProblem.empty() && FHeader.After == FHeader.Before && FSource.After == FSource.Before;
+}
+
+void TClassFiles::Write() {
+    if (!FProblem.empty()) {
+        throw EDesignError(FProblem);
+    }
+    for (TFile* file : {&FHeader, &FSource}) {
+        if (file->After != file->Before) {
+            WriteWholeFile(file->Path, file->After);
+            file->Before = file->After;
+        }
+    }
+}
+
+} // namespace kx::designer

@@ -1,0 +1,227 @@
+// The C++ code of a form's class, in new files and in those that are there.
+
+#include "WindowFixture.h"
+
+#include "designer/ClassFiles.h"
+#include "designer/CodeText.h"
+
+namespace kx::test {
+namespace {
+
+using designer::TClassFiles;
+
+class ClassFiles : public testing::Test {
+protected:
+    ClassFiles() : Folder("classfiles") { designer::RegisterStandardPackage(); }
+
+    static TFormClass Class(const std::string& text) {
+        TMemoryStream stream(text);
+        return FormClassOf(stream);
+    }
+    TClassFiles Files(const std::string& text = Form, const char* lineBreak = "\n") const {
+        return {Folder.Path("Order.dfm"), Class(text), lineBreak};
+    }
+    std::string Header() const { return designer::ReadWholeFile(Folder.Path("Order.h")); }
+    std::string Source() const { return designer::ReadWholeFile(Folder.Path("Order.cpp")); }
+    void Put(const char* header, const char* source) {
+        Folder.AddFile("Order.h", header);
+        Folder.AddFile("Order.cpp", source);
+    }
+
+    static constexpr const char* Form = "object Order: TOrder\n"
+                                        "  OnCreate = FormCreate\n"
+                                        "  object Ok: TButton\n"
+                                        "    OnClick = OkClick\n"
+                                        "    OnKeyPress = OkKeyPress\n"
+                                        "  end\n"
+                                        "  object Gauge: TFuelGauge\n"
+                                        "  end\n"
+                                        "end\n";
+    TTempFolder Folder;
+};
+
+TEST_F(ClassFiles, NewFilesHoldAllThatAProgramNeeds) {
+    TClassFiles files = Files();
+    EXPECT_THAT(files.Missing(), IsEmpty());
+    EXPECT_FALSE(files.IsComplete());
+    files.Write();
+    EXPECT_EQ(Header(), "#pragma once\n"
+                        "\n"
+                        "#include \"kx/ui/forms/Forms.h\"\n"
+                        "#include \"kx/ui/widgets/StdCtrls.h\"\n"
+                        "// The header of TFuelGauge belongs here.\n"
+                        "\n"
+                        "using namespace kx;\n"
+                        "\n"
+                        "class TOrder : public TForm {\n"
+                        "    KX_CLASS()\n"
+                        "\n"
+                        "    explicit TOrder(TComponent* owner = nullptr);\n"
+                        "\n"
+                        "    void FormCreate(TObject* sender);\n"
+                        "    void OkClick(TObject* sender);\n"
+                        "    void OkKeyPress(TObject* sender, char& key);\n"
+                        "\n"
+                        "private:\n"
+                        "    TButton* Ok = nullptr;\n"
+                        "    TFuelGauge* Gauge = nullptr;\n"
+                        "};\n"
+                        "\n"
+                        "inline TOrder* Order = nullptr;\n");
+    EXPECT_THAT(Source(), testing::StartsWith("#include \"Order.h\"\n\nconst TClass& TOrder::StaticClass() {\n"));
+    EXPECT_THAT(Source(), HasSubstr("\nvoid TOrder::OkKeyPress(TObject* sender, char& key) {\n}\n"));
+    EXPECT_TRUE(Files().IsComplete());
+}
+
+TEST_F(ClassFiles, NewFilesHaveTheLineBreaksThatAreWanted) {
+    Files(Form, "\r\n").Write();
+    EXPECT_THAT(Header(), testing::StartsWith("#pragma once\r\n\r\n#include"));
+    EXPECT_THAT(Source(), HasSubstr("{\r\n}\r\n"));
+}
+
+TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
+    const char* const header = "// Orders of our customers\r\n"
+                               "#pragma once\r\n"
+                               "#include \"kx/ui/forms/Forms.h\"\r\n"
+                               "class TOrder;   // OkClick, Ok\r\n"
+                               "class TOrder : public kx::TForm {\r\n"
+                               "    KX_CLASS()\r\n"
+                               "    explicit TOrder(kx::TComponent* owner = nullptr);\r\n"
+                               "    void FormCreate(kx::TObject*);\r\n"
+                               "    int Mine = 7; /* OkKeyPress */\r\n"
+                               "};\r\n"
+                               "struct TOther { int Gauge; };\r\n";
+    const char* const source =
+        "#include \"Order.h\"\n"
+        "namespace {\n"
+        "const char* Note() { return \"TOrder::OkClick() {\"; }\n"
+        "}\n"
+        "const TClass& TOrder::StaticClass() {\n"
+        "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass(), [](auto& c) {\n"
+        "        c.Method(\"FormCreate\", &TOrder::FormCreate);\n"
+        "    });\n"
+        "    return cls.Class();\n"
+        "}\n"
+        "TOrder::TOrder(TComponent* owner) : TForm(owner), Mine{8} { InitForm(*this, StaticClass()); }\n"
+        "void TOrder::FormCreate(TObject*) {\n"
+        "    if (TOrder::StaticClass().Name() == \"x\") { Mine = 9; }\n"
+        "}\n"
+        "int Last() { return 1; }\n";
+    Put(header, source);
+    TClassFiles files = Files();
+    EXPECT_THAT(files.Missing(),
+                ElementsAre("Order.h: void OkClick(TObject* sender)",
+                            "Order.h: void OkKeyPress(TObject* sender, char& key)", "Order.h: TButton* Ok = nullptr",
+                            "Order.h: TFuelGauge* Gauge = nullptr", "Order.cpp: TOrder::OkClick",
+                            "Order.cpp: TOrder::OkKeyPress", "Order.cpp: c.Field(\"Ok\", &TOrder::Ok);",
+                            "Order.cpp: c.Field(\"Gauge\", &TOrder::Gauge);",
+                            "Order.cpp: c.Method(\"OkClick\", &TOrder::OkClick);",
+                            "Order.cpp: c.Method(\"OkKeyPress\", &TOrder::OkKeyPress);"));
+    EXPECT_EQ(Header(), header) << "looking writes nothing";
+    files.Write();
+    EXPECT_EQ(Header(), "// Orders of our customers\r\n"
+                        "#pragma once\r\n"
+                        "#include \"kx/ui/forms/Forms.h\"\r\n"
+                        "#include \"kx/ui/widgets/StdCtrls.h\"\r\n"
+                        "// The header of TFuelGauge belongs here.\r\n"
+                        "class TOrder;   // OkClick, Ok\r\n"
+                        "class TOrder : public kx::TForm {\r\n"
+                        "    KX_CLASS()\r\n"
+                        "    explicit TOrder(kx::TComponent* owner = nullptr);\r\n"
+                        "    void FormCreate(kx::TObject*);\r\n"
+                        "    int Mine = 7; /* OkKeyPress */\r\n"
+                        "    void OkClick(TObject* sender);\r\n"
+                        "    void OkKeyPress(TObject* sender, char& key);\r\n"
+                        "    TButton* Ok = nullptr;\r\n"
+                        "    TFuelGauge* Gauge = nullptr;\r\n"
+                        "};\r\n"
+                        "struct TOther { int Gauge; };\r\n");
+    std::string expected = source;
+    expected.insert(expected.find("    });\n"), "        c.Field(\"Ok\", &TOrder::Ok);\n"
+                                                "        c.Field(\"Gauge\", &TOrder::Gauge);\n"
+                                                "        c.Method(\"OkClick\", &TOrder::OkClick);\n"
+                                                "        c.Method(\"OkKeyPress\", &TOrder::OkKeyPress);\n");
+    expected.insert(expected.find("\nint Last"), "\n\nvoid TOrder::OkClick(TObject* sender) {\n}"
+                                                 "\n\nvoid TOrder::OkKeyPress(TObject* sender, char& key) {\n}");
+    EXPECT_EQ(Source(), expected);
+    EXPECT_TRUE(Files().IsComplete());
+}
+
+TEST_F(ClassFiles, AFormThatHasGrownFromAnEmptyOneGetsItsTable) {
+    const std::string empty = "object Order: TOrder\nend\n";
+    Files(empty).Write();
+    EXPECT_TRUE(Files(empty).IsComplete());
+    EXPECT_FALSE(Files().IsComplete());
+    Files().Write();
+    EXPECT_THAT(Source(), HasSubstr("TForm::StaticClass(), [](auto& c) {\n        c.Field(\"Ok\", &TOrder::Ok);\n"));
+    EXPECT_THAT(Source(), HasSubstr("&TOrder::OkKeyPress);\n    });\n    return cls.Class();\n"));
+    EXPECT_TRUE(Files().IsComplete());
+}
+
+TEST_F(ClassFiles, AClassMayStandInItsSourceWithHandlersInside) {
+    const char* const source = "class TOrder : public TForm {\n"
+                               "    KX_CLASS()\n"
+                               "    void FormCreate(TObject*) {}\n"
+                               "    void OkClick(TObject*) {}\n"
+                               "    void OkKeyPress(TObject*, char&);\n"
+                               "    TButton* Ok; TFuelGauge* Gauge;\n"
+                               "};\n"
+                               "const TClass& TOrder::StaticClass() {\n"
+                               "    using T = TOrder;\n"
+                               "    static const TClassBuilder<T> cls(\"TOrder\", TForm::StaticClass(), [](auto& c) {\n"
+                               "        c.Field(\"Ok\", &T::Ok); c.Field(\"Gauge\", &T::Gauge);\n"
+                               "        c.Method(\"FormCreate\", &T::FormCreate); c.Method(\"OkClick\", &T::OkClick);\n"
+                               "        c.Method(\"OkKeyPress\", &T::OkKeyPress); });\n"
+                               "    return cls.Class();\n"
+                               "}\n";
+    Folder.AddFile("Order.cpp", source);
+    TClassFiles files = Files();
+    EXPECT_THAT(files.Missing(), ElementsAre("Order.cpp: TOrder::OkKeyPress"));
+    files.Write();
+    EXPECT_FALSE(Folder.Contains("Order.h"));
+    std::string expected = source;
+    expected.insert(expected.size() - 1, "\n\nvoid TOrder::OkKeyPress(TObject* sender, char& key) {\n}");
+    EXPECT_EQ(Source(), expected);
+}
+
+TEST_F(ClassFiles, FilesWithoutThePlaceForWhatIsMissingAreLeftAlone) {
+    Put("struct TSomething {};\n", "int x;\n");
+    TClassFiles files = Files();
+    EXPECT_FALSE(files.IsComplete());
+    EXPECT_THROW(files.Write(), designer::EDesignError);
+    EXPECT_EQ(Header(), "struct TSomething {};\n");
+    EXPECT_EQ(Source(), "int x;\n");
+}
+
+TEST_F(ClassFiles, NamesThatCppDoesNotTakeAreRefused) {
+    EXPECT_THROW(Files("object Order: TOrder\n  OnCreate = delete\nend\n"), EInvalidOperation);
+    EXPECT_FALSE(Folder.Contains("Order.h"));
+}
+
+// --- Code as text
+
+TEST(CodeText, BlanksOutCommentsAndQuotes) {
+    EXPECT_EQ(designer::BareCode("a // b\nc"), "a     \nc");
+    EXPECT_EQ(designer::BareCode("a /* {\n} */ b"), "a     \n     b");
+    EXPECT_EQ(designer::BareCode("f(\"{\\\"\", '}')"), "f(     ,    )");
+    EXPECT_EQ(designer::BareCode("R\"x({)\" )x\" }"), "R           }");
+    EXPECT_EQ(designer::BareCode("1'000'000 {"), "1'000'000 {");
+    EXPECT_EQ(designer::BareCode("a \" open\nb"), "a       \nb");
+    EXPECT_EQ(designer::BareCode("a /* open"), "a        ");
+}
+
+TEST(CodeText, WordsAreWhole) {
+    EXPECT_EQ(designer::FindWord("xOk Okx Ok_ Ok", "Ok"), 12U);
+    EXPECT_EQ(designer::FindWord("Ok", "Ok"), 0U);
+    EXPECT_EQ(designer::FindWord("Ok Ok", "Ok", 1), 3U);
+    EXPECT_EQ(designer::FindWord("Okay", "Ok"), std::string::npos);
+}
+
+TEST(CodeText, BracketsMatchAcrossKinds) {
+    EXPECT_EQ(designer::MatchingBracket("({[]})x", 0), 5U);
+    EXPECT_EQ(designer::MatchingBracket("({[]})x", 2), 3U);
+    EXPECT_EQ(designer::MatchingBracket("({[]}", 0), std::string::npos);
+}
+
+} // namespace
+} // namespace kx::test
