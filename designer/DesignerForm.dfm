@@ -189,7 +189,9 @@ object KxDesigner: TDesignerForm
         Top = 4
         Width = 104
         Height = 24
-        Hint = 'Writes the class to files beside the form file, or completes it there'
+        Hint = 
+          'Writes the class to files beside the form file, or completes it ' +
+          'there'
         Anchors = [akTop, akRight]
         Caption = '&Write to files'
         TabOrder = 1
