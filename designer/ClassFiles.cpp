@@ -18,6 +18,13 @@ namespace {
 
 constexpr size_t npos = std::string::npos;
 
+/// The path of the form file without its extension.
+std::string CodeFileBase(const std::string& formFile) {
+    const size_t name = formFile.size() - NameOfFile(formFile).size();
+    const size_t dot = formFile.find_last_of('.');
+    return formFile.substr(0, dot == npos || dot < name ? npos : dot);
+}
+
 std::string Declaration(const TFormClass::TField& field) { return field.ClassName + "* " + field.Name + " = nullptr"; }
 std::string Declaration(const TFormClass::THandler& handler) {
     return "void " + handler.Name + "(" + handler.Parameters + ")";
@@ -189,9 +196,26 @@ std::string NewClassSource(const TFormClass& cls, const std::string& headerName)
     return "#include \"" + headerName + "\"\n\n" + FormClassDefinition(cls);
 }
 
+std::string BaseInCode(const std::string& formFile, const std::string& className) {
+    for (const char* extension : {".h", ".cpp"}) {
+        const std::string path = CodeFileBase(formFile) + extension;
+        const std::string bare = FileExists(path) ? BareCode(ReadWholeFile(path)) : std::string();
+        const TPart body = ClassBody(bare, className);
+        if (!body.IsThere()) {
+            continue;
+        }
+        // "class TForm2 : public forms::TForm1 {": the last name before the first comma
+        const size_t colon = bare.rfind(className, body.Begin) + className.size();
+        const std::string bases = bare.substr(colon, std::min(bare.find(',', colon), body.Begin) - colon);
+        const size_t end = bases.find_last_not_of(" \t\r\n");
+        const size_t begin = end == npos ? npos : bases.find_last_of(" \t\r\n:", end);
+        return begin == npos ? std::string() : bases.substr(begin + 1, end - begin);
+    }
+    return {};
+}
+
 TClassFiles::TClassFiles(const std::string& formFile, const TFormClass& cls, std::string_view lineBreak) : FClass(cls) {
-    const std::string base = formFile.substr(0, formFile.size() - NameOfFile(formFile).size()) +
-                             NameOfFile(formFile).substr(0, NameOfFile(formFile).find_last_of('.'));
+    const std::string base = CodeFileBase(formFile);
     FHeader.Path = base + ".h";
     FSource.Path = base + ".cpp";
     const std::string header = NewClassHeader(cls); // which checks the names

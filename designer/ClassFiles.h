@@ -48,6 +48,9 @@ private:
     std::string FProblem; ///< Why not all that is missing can be put in; empty: it can.
 };
 
+/// The class from which the code beside the form file derives that class; empty when there is no such code.
+std::string BaseInCode(const std::string& formFile, const std::string& className);
+
 /// What a new header holds; lines end in "\n". @throws EInvalidOperation as FormClassDeclaration
 std::string NewClassHeader(const TFormClass& cls);
 std::string NewClassSource(const TFormClass& cls, const std::string& headerName);

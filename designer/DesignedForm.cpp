@@ -5,6 +5,7 @@
 #include "kx/core/FormText.h"
 #include "kx/win/Windows.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kx::designer {
@@ -109,24 +110,28 @@ void TUnknownBox::Paint() {
     canvas.DrawText(Name() + ": " + FormClassName(), text, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
 }
 
-TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent) {
+TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent, const TAncestorFiles& ancestors) {
     TDesignedFormPtr form(new TDesignedForm);
     if (parent) {
         form->SetParentWindow(parent);
     }
-    TStaticMemoryStream stream(bytes.data(), bytes.size());
-    ReadComponent(stream, form.get(), [](TReader& reader) {
-        reader.SetKeepsUnknown(true);
-        reader.SetOnPlaceholder(
-            [](TReader&, const std::string&, const TClass*& cls) { cls = &TUnknownBox::StaticClass(); });
-    });
+    const auto read = [&form](const std::string& file) {
+        TStaticMemoryStream stream(file.data(), file.size());
+        ReadComponent(stream, form.get(), [](TReader& reader) {
+            reader.SetKeepsUnknown(true);
+            reader.SetOnPlaceholder(
+                [](TReader&, const std::string&, const TClass*& cls) { cls = &TUnknownBox::StaticClass(); });
+        });
+    };
+    std::ranges::for_each(ancestors, read);
+    read(bytes);
     form->AfterConstruction();
     return form;
 }
 
-std::string WriteForm(TDesignedForm& form) {
+std::string WriteForm(TDesignedForm& form, TDesignedForm* ancestor) {
     TMemoryStream stream;
-    WriteComponent(stream, form, TStreamFormat::Binary);
+    WriteComponent(stream, form, TStreamFormat::Binary, ancestor);
     return std::string(stream.Bytes());
 }
 

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kx::designer {
 
@@ -54,10 +55,14 @@ protected:
 
 using TDesignedFormPtr = std::unique_ptr<TDesignedForm, TFreeDeleter>;
 
-/// Reads a form of whichever format and loses nothing of it. `parent`, if not null, is the window that will show it.
+/// The form files on which one stands that inherits, the first ancestor first.
+using TAncestorFiles = std::vector<std::string>;
+
+/// Reads a form of whichever format and loses nothing of it. `parent`, if not null, is the window that will show it. A
+/// form that inherits has what its ancestors bring; what no ancestor brings becomes a box.
 /// @throws EParserError, EReadError and others, with the line or the offset.
-TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent);
-/// The form as it is now, in the binary form.
-std::string WriteForm(TDesignedForm& form);
+TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent, const TAncestorFiles& ancestors = {});
+/// The form as it is now, in the binary form; of one that inherits, what differs from `ancestor`, if that is not null.
+std::string WriteForm(TDesignedForm& form, TDesignedForm* ancestor = nullptr);
 
 } // namespace kx::designer

@@ -185,6 +185,7 @@ void TDesignerForm::ShowDocument(TDocument& document) {
     }
     FDocument = &document;
     FView = FormView;
+    Attempt([&] { document.FollowAncestors(); });
     Surface->SetDesigner(Current());
     UpdateAll();
 }

@@ -63,6 +63,9 @@ private:
     void ShowDocument(TDocument& document) override;
     HWND FormWindow() override;
     void DocumentOpened(TDocument& document) override;
+    TAncestorFiles AncestorsOf(const TDocument& document, const std::string& bytes) override {
+        return FProject ? FProject->AncestorsOf(document, bytes) : TAncestorFiles();
+    }
     // IModuleServices
     IProject* CurrentProject() override { return FProject.get(); }
     IProject* ActiveProject() override { return FProject.get(); }

@@ -103,7 +103,12 @@ void TDesignerForm::TextMemoExit(TObject*) {
 TFormClass TDesignerForm::ShownClass() const {
     const std::string& state = Current()->State();
     TStaticMemoryStream stream(state.data(), state.size());
-    return FormClassOf(stream);
+    TFormClass cls = FormClassOf(stream);
+    if (const std::string ancestor = Current()->AncestorClass(); !ancestor.empty()) {
+        cls.Ancestor = ancestor;
+        cls.IsInherited = false;
+    }
+    return cls;
 }
 
 void TDesignerForm::ShowClass() {

@@ -44,7 +44,7 @@ void TDocument::Open() {
     FIsText = format == TStreamFormat::Text || format == TStreamFormat::Unknown;
     FIsResource = format == TStreamFormat::Resource;
     FLineBreak = FIsText ? LineBreakOf(bytes) : "\r\n";
-    FDesigner = std::make_unique<TFormDesigner>(bytes, FHost.FormWindow());
+    FDesigner = std::make_unique<TFormDesigner>(bytes, FHost.FormWindow(), FHost.AncestorsOf(*this, bytes));
     FSavedState = FDesigner->State();
     FOnDisk = bytes;
     FHost.DocumentOpened(*this);
@@ -55,6 +55,14 @@ void TDocument::StartWith(const std::string& text) {
     FSavedState.clear();
     FOnDisk.reset();
     FHost.DocumentOpened(*this);
+}
+
+std::string TDocument::FormBytes() const { return FDesigner ? FDesigner->State() : ReadWholeFile(FPath); }
+
+void TDocument::FollowAncestors() {
+    if (FDesigner) {
+        FDesigner->SetAncestors(FHost.AncestorsOf(*this, FDesigner->State()));
+    }
 }
 
 void TDocument::Close() { FDesigner.reset(); }

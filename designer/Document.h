@@ -19,6 +19,9 @@ public:
     virtual HWND FormWindow() = 0; ///< Inside which forms are read; null while there is none.
     /// The document has been opened; its designer tells the host what happens from now on.
     virtual void DocumentOpened(TDocument& document) = 0;
+    /// The files of the forms on which the one in `bytes` stands, the first ancestor first; empty when it inherits
+    /// nothing, or from a form that nobody knows.
+    virtual TAncestorFiles AncestorsOf(const TDocument& document, const std::string& bytes) = 0;
 
 protected:
     ~IDocumentHost() = default;
@@ -46,6 +49,8 @@ public:
     // --- The form
 
     bool IsOpen() const { return FDesigner != nullptr; }
+    std::string FormBytes() const; ///< Of the form as it is now, open or not. @throws EFOpenError
+    void FollowAncestors();        ///< Takes over what they bring now. @throws as Open
     TFormDesigner& Designer() const { return *FDesigner; } ///< Of an open document.
     void Close();                                          ///< What is not saved is lost.
     /// A new form, which has no file yet. @throws as Open

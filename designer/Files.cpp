@@ -19,26 +19,37 @@ std::string ReadWholeFile(const std::string& path) {
     return bytes;
 }
 
+namespace {
+
+std::string SystemMessage(DWORD code) {
+    try {
+        RaiseLastOSError(code);
+    } catch (const EOSError& error) {
+        return error.Message();
+    }
+}
+
+} // namespace
+
 void WriteWholeFile(const std::string& path, const std::string& bytes) {
     const DWORD attributes = GetFileAttributesA(path.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
         throw EFCreateError("The file " + path + " is read-only");
     }
     const std::string beside = path + ".~new";
-    try {
-        {
-            TFileStream file(beside, fmCreate);
-            if (!bytes.empty()) {
-                file.WriteBuffer(bytes.data(), bytes.size());
-            }
-        }
-        if (!MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-            RaiseLastOSError();
-        }
-    } catch (...) {
-        DeleteFileA(beside.c_str());
-        throw;
+    bool isWritten = false;
+    DWORD reason = 0;
+    {
+        TFileStream file(beside, fmCreate);
+        isWritten = file.Write(bytes.data(), bytes.size()) == bytes.size();
+        reason = GetLastError();
     }
+    if (isWritten && MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        return;
+    }
+    reason = isWritten ? GetLastError() : reason;
+    DeleteFileA(beside.c_str());
+    throw EWriteError("The file " + path + " cannot be written: " + SystemMessage(reason));
 }
 
 std::string FolderOfFile(const std::string& path) {

@@ -23,13 +23,55 @@ std::string FirstFreeName(const std::string& className, const std::function<bool
     }
 }
 
-TFormDesigner::TFormDesigner(const std::string& bytes, HWND parent) : FParent(parent) {
-    FForm = ReadForm(bytes, FParent);
-    FUndo.Start(WriteForm(*FForm));
+TFormDesigner::TFormDesigner(const std::string& bytes, HWND parent, TAncestorFiles ancestors)
+    : FParent(parent), FAncestors(std::move(ancestors)) {
+    FForm = ReadForm(bytes, FParent, FAncestors);
+    ReadAncestor();
+    FUndo.Start(Write());
     FSelection = {FForm.get()};
 }
 
 TFormDesigner::~TFormDesigner() { NotifyDesignerClosed(*this, false); }
+
+// --- What the form inherits
+
+void TFormDesigner::ReadAncestor() {
+    FAncestor.reset();
+    if (!FAncestors.empty()) {
+        FAncestor = ReadForm(FAncestors.back(), nullptr, {FAncestors.begin(), FAncestors.end() - 1});
+    }
+}
+
+void TFormDesigner::SetAncestors(TAncestorFiles value) {
+    if (value == FAncestors) {
+        return;
+    }
+    const std::vector<std::string> selected = SelectedNames();
+    std::swap(FAncestors, value);
+    try {
+        Load(FUndo.State());
+    } catch (...) {
+        FAncestors = std::move(value);
+        throw;
+    }
+    ReadAncestor();
+    SelectNames(selected);
+    Record("Ancestor");
+}
+
+bool TFormDesigner::IsInherited(const TComponent& component) const {
+    return FAncestor && &component != FForm.get() && FAncestor->FindComponent(component.Name());
+}
+
+std::string TFormDesigner::AncestorClass() const { return FAncestor ? FAncestor->FormClassName() : std::string(); }
+
+void TFormDesigner::CheckOwn(const std::vector<TComponent*>& components, const char* what) const {
+    for (const TComponent* component : components) {
+        if (IsInherited(*component)) {
+            throw EDesignError(component->Name() + " comes from " + AncestorClass() + " and cannot be " + what);
+        }
+    }
+}
 
 // --- Selection
 

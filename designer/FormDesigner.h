@@ -19,7 +19,7 @@ class TFormDesigner final : public IDesigner {
 public:
     /// Opens a form of whichever format. `parent` is the window that shows it, or null.
     /// @throws EParserError, EReadError and others for bytes that are no form.
-    TFormDesigner(const std::string& bytes, HWND parent);
+    TFormDesigner(const std::string& bytes, HWND parent, TAncestorFiles ancestors = {});
     TFormDesigner(const TFormDesigner&) = delete;
     TFormDesigner& operator=(const TFormDesigner&) = delete;
     ~TFormDesigner();
@@ -27,6 +27,17 @@ public:
     TDesignedForm& Form() const { return *FForm; }
     /// The form file's class and name: the form itself may have got another name, when a second one is open.
     const std::string& FormClass() const { return FForm->FormClassName(); }
+
+    // --- What the form inherits
+
+    const TAncestorFiles& Ancestors() const { return FAncestors; }
+    /// They have changed: the form takes over what they bring now. @throws as the constructor: nothing has changed.
+    void SetAncestors(TAncestorFiles value);
+    /// The component comes from an ancestor: it keeps its name and its place in the tree.
+    bool IsInherited(const TComponent& component) const;
+    /// @throws EDesignError "Box comes from TBase and cannot be deleted" for those.
+    void CheckOwn(const std::vector<TComponent*>& components, const char* what) const;
+    std::string AncestorClass() const; ///< Empty for a form that does not inherit.
 
     // --- IDesigner
 
@@ -63,7 +74,8 @@ public:
     void Rename(TComponent& component, const std::string& name); ///< @throws EComponentError
     /// @throws EComponentError for a name that no component of the form can have, taken or not.
     void CheckName(const std::string& name) const;
-    std::string CopyText() const; ///< The selected components as form text; empty when there are none.
+    /// @throws EDesignError for components that come from an ancestor.
+    std::string CopyText(); ///< The selected components as form text; empty when there are none.
     /// Puts components of a form text into the selected container, under new names where those are taken.
     /// @throws EParserError, EDesignError
     void Paste(const std::string& text);
@@ -104,6 +116,10 @@ private:
     void Insert(TComponent& parent, const TFormNode& node, size_t index);
     void InsertInside(TComponent& parent, const TFormNode& node);
     void Load(const std::string& bytes);
+    void ReadAncestor();
+    std::string Write() { return WriteForm(*FForm, FAncestor.get()); }
+    TFormNode Tree() { return ParseForm(Write()); }
+    TFormNode& NodeOf(TFormNode& form, const TComponent& component) const;
     void Forget(TComponent& component);
     bool Free(TComponent& component);
     TComponent* Find(const std::string& name) const;
@@ -113,7 +129,9 @@ private:
     std::map<std::string, std::type_index> Methods() const;
 
     HWND FParent;
+    TAncestorFiles FAncestors;
     TDesignedFormPtr FForm;
+    TDesignedFormPtr FAncestor; ///< The ancestors alone; null without any.
     TUndoStack FUndo;
     TDesignSelection FSelection;
     std::map<std::string, std::type_index> FNewMethods; ///< Made here, and perhaps bound to no event yet.

@@ -79,7 +79,7 @@ void RenameReferences(TFormNode& node, const std::vector<std::pair<std::string, 
 // --- Recording
 
 bool TFormDesigner::Record(const std::string& what) {
-    if (FBusy > 0 || !FUndo.Add(WriteForm(*FForm), what)) {
+    if (FBusy > 0 || !FUndo.Add(Write(), what)) {
         return false;
     }
     FOnChanged();
@@ -93,7 +93,7 @@ void TFormDesigner::Do(const std::string& what, const std::function<void()>& cha
         change();
     } catch (...) {
         --FBusy;
-        if (const std::string now = WriteForm(*FForm); FBusy == 0 && now != FUndo.State()) {
+        if (const std::string now = Write(); FBusy == 0 && now != FUndo.State()) {
             GoTo(now, FUndo.State());
         }
         throw;
@@ -128,7 +128,7 @@ void TFormDesigner::GoTo(const std::string& from, const std::string& state) {
     bool isThere = false;
     ++FBusy;
     try {
-        isThere = Follow(Difference(ParseForm(from), ParseForm(state))) && WriteForm(*FForm) == state;
+        isThere = Follow(Difference(ParseForm(from), ParseForm(state))) && Write() == state;
     } catch (const std::exception&) {
         isThere = false; // a setter refuses: the values have to come in the order of the file
     }
@@ -187,7 +187,7 @@ void TFormDesigner::Load(const std::string& bytes) {
     FForm->SetName(""); // or the new one would have to be called otherwise
     TDesignedFormPtr form;
     try {
-        form = ReadForm(bytes, FParent);
+        form = ReadForm(bytes, FParent, FAncestors);
     } catch (...) {
         FForm->SetName(name);
         throw;
@@ -294,7 +294,7 @@ void TFormDesigner::Forget(TComponent& component) {
 }
 
 bool TFormDesigner::Free(TComponent& component) {
-    if (component.ComponentState().Contains(csAncestor)) {
+    if (IsInherited(component)) {
         return false;
     }
     Forget(component);
@@ -325,6 +325,7 @@ void TFormDesigner::DeleteSelected() {
     if (components.empty()) {
         return;
     }
+    CheckOwn(components, "deleted");
     TComponent* const parent = components.front()->GetParentComponent();
     Do("Delete", [&] {
         for (TComponent* component : components) {
@@ -337,14 +338,16 @@ void TFormDesigner::DeleteSelected() {
 
 void TFormDesigner::Rename(TComponent& component, const std::string& name) {
     CheckName(name);
+    CheckOwn({&component}, "renamed");
     Do("Rename", [&] { component.SetName(name); });
 }
 
 // --- The clipboard
 
-std::string TFormDesigner::CopyText() const {
+std::string TFormDesigner::CopyText() {
+    CheckOwn(Outermost(), "copied");
     std::string text;
-    TFormNode form = ParseForm(WriteForm(*FForm));
+    TFormNode form = Tree();
     for (const TComponent* component : Outermost()) {
         if (const TFormNode* const node = FindNode(form, component->Name())) {
             text += FormText(FormBinary(*node));
@@ -368,9 +371,8 @@ void TFormDesigner::Paste(const std::string& text) {
     }
     RenameReferences(wrapper, renamed);
 
-    TFormNode form = ParseForm(WriteForm(*FForm));
-    TFormNode* parent = FindNode(form, container->Name());
-    parent = parent ? parent : &form;
+    TFormNode form = Tree();
+    TFormNode* const parent = &NodeOf(form, *container);
     std::vector<std::string> names;
     for (TFormNode& node : wrapper.Children) {
         names.push_back(node.Name);
@@ -384,6 +386,22 @@ void TFormDesigner::Paste(const std::string& text) {
 
 // --- Order and parents
 
+/// The node of a component; one that the file does not speak of, as an ancestor brings it, gets one.
+TFormNode& TFormDesigner::NodeOf(TFormNode& form, const TComponent& component) const {
+    if (&component == FForm.get()) {
+        return form;
+    }
+    if (TFormNode* const node = FindNode(form, component.Name())) {
+        return *node;
+    }
+    const TComponent* const parent = component.GetParentComponent();
+    TFormNode node;
+    node.Flags.Include(ffInherited);
+    node.ClassName = component.FormClassName();
+    node.Name = component.Name();
+    return NodeOf(form, parent ? *parent : *FForm).Children.emplace_back(std::move(node));
+}
+
 bool TFormDesigner::CanPlace(const TComponent& component, const TComponent& parent) const {
     for (const TComponent* around = &parent; around; around = around->GetParentComponent()) {
         if (around == &component) {
@@ -392,7 +410,7 @@ bool TFormDesigner::CanPlace(const TComponent& component, const TComponent& pare
     }
     const TComponent* const now = component.GetParentComponent();
     const bool hasForm = !now || now == FForm.get();
-    if (&component == FForm.get() || component.ComponentState().Contains(csAncestor)) {
+    if (&component == FForm.get() || IsInherited(component)) {
         return false;
     }
     if (dynamic_cast<const TControl*>(&component) && (hasForm || AcceptsControls(*now))) {
@@ -407,7 +425,7 @@ bool TFormDesigner::CanPlace(const TComponent& component, const TComponent& pare
 }
 
 void TFormDesigner::Place(const std::vector<TComponent*>& components, TComponent& parent, TComponent* before) {
-    TFormNode form = ParseForm(WriteForm(*FForm));
+    TFormNode form = Tree();
     std::vector<TFormNode> moved;
     for (const TComponent* component : components) {
         if (!CanPlace(*component, parent)) {
@@ -421,10 +439,7 @@ void TFormDesigner::Place(const std::vector<TComponent*>& components, TComponent
         moved.push_back(*node);
         around->Children.erase(around->Children.begin() + (node - around->Children.data()));
     }
-    TFormNode* const target = FindNode(form, parent.Name());
-    if (!target) {
-        throw EDesignError(parent.Name() + " is moved itself");
-    }
+    TFormNode* const target = &NodeOf(form, parent);
     const auto at =
         before ? std::ranges::find(target->Children, before->Name(), &TFormNode::Name) : target->Children.end();
     target->Children.insert(at, moved.begin(), moved.end());
@@ -432,7 +447,7 @@ void TFormDesigner::Place(const std::vector<TComponent*>& components, TComponent
     const std::vector<std::string> selected = SelectedNames();
     const std::string wanted = FormBinary(form);
     Load(wanted);
-    if (WriteForm(*FForm) != wanted) {
+    if (Write() != wanted) {
         Load(FUndo.State());
         SelectNames(selected);
         throw EDesignError(moved.front().Name + " cannot be put there");

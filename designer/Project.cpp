@@ -2,12 +2,14 @@
 
 #include "designer/Project.h"
 
+#include "designer/ClassFiles.h"
 #include "designer/Files.h"
 #include "kx/core/FormText.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace kx::designer {
 
@@ -103,6 +105,79 @@ TDocument* TProject::Find(const std::string& path) const {
         }
     }
     return nullptr;
+}
+
+namespace {
+
+/// The form as data, whatever the format of its file; empty when it cannot be read.
+std::optional<TFormNode> TreeOf(const std::string& bytes) {
+    try {
+        TStaticMemoryStream stream(bytes.data(), bytes.size());
+        const TStreamFormat format = TestStreamFormat(stream);
+        if (format == TStreamFormat::Resource) {
+            TMemoryStream text;
+            ObjectResourceToText(stream, text);
+            return ParseForm(FormBinaryOfText(std::string(text.Bytes())));
+        }
+        return ParseForm(format == TStreamFormat::Text ? FormBinaryOfText(bytes) : bytes);
+    } catch (const Exception&) {
+        return std::nullopt;
+    }
+}
+
+/// `form` has all that `node` inherits, each of its class.
+bool Brings(TFormNode& form, const TFormNode& node) {
+    return std::ranges::all_of(node.Children, [&](const TFormNode& child) {
+        const TFormNode* const known = FindNode(form, child.Name);
+        const bool isBrought = known && known != &form && SameText(known->ClassName, child.ClassName);
+        return (!child.Flags.Contains(ffInherited) || isBrought) && Brings(form, child);
+    });
+}
+
+} // namespace
+
+const TDocument* TProject::AncestorOf(const TDocument& document, const std::string& bytes) const {
+    const std::optional<TFormNode> form = TreeOf(bytes);
+    if (!form || !form->Flags.Contains(ffInherited)) {
+        return nullptr;
+    }
+    const std::string named = BaseInCode(document.FileName(), form->ClassName);
+    const TDocument* found = nullptr;
+    for (const auto& other : FDocuments) {
+        std::optional<TFormNode> tree;
+        try {
+            tree = other.get() == &document ? std::nullopt : TreeOf(other->FormBytes());
+        } catch (const Exception&) {
+            continue; // its file is not there
+        }
+        if (!tree) {
+            continue;
+        }
+        if (!named.empty() && tree->ClassName == named) {
+            return other.get();
+        }
+        if (named.empty() && Brings(*tree, *form)) {
+            if (found) {
+                return nullptr; // two: nobody can tell
+            }
+            found = other.get();
+        }
+    }
+    return found;
+}
+
+TAncestorFiles TProject::AncestorsOf(const TDocument& document, const std::string& bytes) const {
+    TAncestorFiles files;
+    std::vector<const TDocument*> passed{&document};
+    for (const TDocument* ancestor = AncestorOf(document, bytes); ancestor;) {
+        if (std::ranges::find(passed, ancestor) != passed.end()) {
+            return {}; // in a circle
+        }
+        passed.push_back(ancestor);
+        files.insert(files.begin(), ancestor->FormBytes());
+        ancestor = AncestorOf(*ancestor, files.front());
+    }
+    return files;
 }
 
 TDocument& TProject::Add(const std::string& path) {

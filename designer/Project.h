@@ -31,6 +31,9 @@ public:
     void SetMainForm(const std::string& value);
     bool IsModified() const { return FModified; }
 
+    /// The forms on which the one in `bytes`, of that document, stands, the first ancestor first. Its class's header
+    /// names the ancestor's class; without that it is the one form of the project that has all that is inherited.
+    TAncestorFiles AncestorsOf(const TDocument& document, const std::string& bytes) const;
     /// The document of that file; null when it does not belong to the project.
     TDocument* Find(const std::string& path) const;
     TDocument& Add(const std::string& path); ///< @throws EDesignError when it is there already.
@@ -39,6 +42,7 @@ public:
     void SaveAs(const std::string& path);
 
 private:
+    const TDocument* AncestorOf(const TDocument& document, const std::string& bytes) const;
     void ReadFile();
     void ReadFolder();
 

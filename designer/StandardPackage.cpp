@@ -41,6 +41,7 @@ public:
     void SetValue(const std::string& value) override {
         if (const auto* const designer = dynamic_cast<TFormDesigner*>(&Designer())) {
             designer->CheckName(value);
+            designer->CheckOwn({dynamic_cast<TComponent*>(&Instance())}, "renamed");
         }
         TComponentNameProperty::SetValue(value);
     }
