@@ -380,6 +380,31 @@ TEST_F(Menu, ForgetsImagesThatAreFreed) {
     EXPECT_EQ(Popup.Images(), nullptr);
 }
 
+TEST_F(Menu, InnerItemsShowTheirState) {
+    TMenuItem* const item = Add("item");
+    NewItem(*item, "hidden")->SetVisible(false);
+    TMenuItem* const first = NewItem(*item, "first");
+    TMenuItem* const second = NewItem(*item, "second");
+    second->SetDefault(true);
+    Popup.Handle();
+    const HMENU inner = item->Handle();
+    const auto state = [inner](int at) { return TEntry(inner, at).State; };
+    int changes = 0;
+    Popup.SetOnChange([&](TObject*) { ++changes; });
+    second->SetEnabled(false);
+    second->SetChecked(true);
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(state(0), UINT{MFS_ENABLED});
+    EXPECT_EQ(state(1), UINT{MFS_DISABLED} | UINT{MFS_CHECKED} | UINT{MFS_DEFAULT});
+    first->SetChecked(true);
+    second->SetEnabled(true);
+    second->SetChecked(false);
+    EXPECT_EQ(state(0), UINT{MFS_CHECKED});
+    EXPECT_EQ(state(1), UINT{MFS_DEFAULT});
+    EXPECT_EQ(GetMenuItemCount(inner), 2);
+    EXPECT_EQ(item->Handle(), inner);
+}
+
 TEST_F(Menu, TellsOfChanges) {
     int changes = 0;
     Popup.SetOnChange([&](TObject* sender) {

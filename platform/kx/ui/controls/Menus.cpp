@@ -219,11 +219,35 @@ void TMenuItem::GetChildren(const TGetChildProc& proc, TComponent*) {
 // --- Look
 
 template <class V> void TMenuItem::Change(V& field, const V& value) {
-    if (field != value) {
-        field = value;
+    if (field == value) {
+        return;
+    }
+    field = value;
+    const void* const changed = &field;
+    const bool isState = changed == &FEnabled || changed == &FChecked;
+    TMenu* const menu = FParent && isState && !FParent->FMenu ? GetParentMenu() : nullptr;
+    if (!menu) {
         if (FParent) {
             FParent->ItemsChanged();
         }
+        return;
+    }
+    // Menus are brought up to date while they are closed: to build them anew each time, and to draw the menu bar, which
+    // shows nothing of it, would be felt.
+    if (FVisible && FParent->FHandle) {
+        MENUITEMINFOA info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = MIIM_STATE;
+        info.fState = (FChecked ? UINT{MFS_CHECKED} : 0u) | (FDefault ? UINT{MFS_DEFAULT} : 0u) |
+                      (FEnabled ? UINT{MFS_ENABLED} : UINT{MFS_DISABLED});
+        const auto self = std::find(FParent->FItems.begin(), FParent->FItems.end(), this);
+        const auto before =
+            std::count_if(FParent->FItems.begin(), self, [](TMenuItem* item) { return item->FVisible; });
+        SetMenuItemInfoA(FParent->FHandle.get(), static_cast<UINT>(before), TRUE, &info);
+    }
+    if (!menu->IsLoading() && !menu->IsDestroying()) {
+        const TNotifyEvent handler = menu->OnChange();
+        handler(menu);
     }
 }
 
