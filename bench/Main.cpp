@@ -18,7 +18,8 @@ constexpr struct {
     std::vector<TRow> (*Measure)();
 } groups[] = {{"paint", MeasureFirstPaint},    {"message", MeasureNullMessage}, {"forms", MeasureForms},
               {"places", MeasurePlaces},       {"bar", MeasurePlacesBar},       {"list", MeasureFileList},
-              {"folder", MeasureFolderDialog}, {"color", MeasureColor},         {"print", MeasurePrint}};
+              {"folder", MeasureFolderDialog}, {"color", MeasureColor},         {"print", MeasurePrint},
+              {"designer", MeasureDesigner}};
 
 /// Measures the groups that are named; all, when none is.
 int Run(std::span<char*> names) {

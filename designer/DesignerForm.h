@@ -74,6 +74,7 @@ private:
     void AddCommands();
     void AddArrangeCommands();
     void UpdateMenus();
+    TMenuItem& Item(const std::string& command) const;
     void UpdateAll();
     void UpdateTitle();
     void UpdateTabs();

@@ -175,32 +175,35 @@ void TDesignerForm::Command(const std::string& name) {
 void TDesignerForm::MenuOpens(TObject*) {
     UpdateMenus();
     ShowRecent();
+    const TFormDesigner* const designer = Current();
+    Item("Undo").SetCaption(designer && designer->CanUndo() ? "&Undo " + designer->Steps().UndoText() : "&Undo");
+    Item("Redo").SetCaption(designer && designer->CanRedo() ? "&Redo " + designer->Steps().RedoText() : "&Redo");
+}
+
+/// The menu item of a command
+TMenuItem& TDesignerForm::Item(const std::string& command) const {
+    return dynamic_cast<TMenuItem&>(*FindComponent(command + "Item"));
 }
 
 void TDesignerForm::UpdateMenus() {
     const TFormDesigner* const designer = Current();
-    const auto item = [this](const char* name) -> TMenuItem& {
-        return dynamic_cast<TMenuItem&>(*FindComponent(std::string(name) + "Item"));
-    };
     for (const auto& [name, work] : FCommands) {
         static constexpr std::array always{"NewProject", "NewForm",    "NewDialog",     "NewDockedForm",
                                            "OpenFile",   "Exit",       "ShowInspector", "Keys",
                                            "About",      "ShowGuides", "FindComponent", "ShowGrid"};
         const bool isFree = std::ranges::find(always, name) != always.end();
-        item(name.c_str()).SetEnabled(isFree || designer);
+        Item(name).SetEnabled(isFree || designer);
     }
     const bool inProject = designer && FProject->HasFile();
-    item("RemoveForm").SetEnabled(inProject);
-    item("MainForm").SetEnabled(inProject);
-    item("MainForm").SetChecked(inProject && FProject->MainForm() == FDocument->FormName());
-    item("Undo").SetEnabled(designer && designer->CanUndo());
-    item("Undo").SetCaption(designer && designer->CanUndo() ? "&Undo " + designer->Steps().UndoText() : "&Undo");
-    item("Redo").SetCaption(designer && designer->CanRedo() ? "&Redo " + designer->Steps().RedoText() : "&Redo");
-    item("Redo").SetEnabled(designer && designer->CanRedo());
-    item("LockControls").SetChecked(designer && designer->Locked());
-    item("ShowGrid").SetChecked(Surface->ShowsGrid());
-    item("ShowGuides").SetChecked(Surface->UsesGuides());
-    item("ShowTabOrder").SetChecked(Surface->ShowsTabOrder());
+    Item("RemoveForm").SetEnabled(inProject);
+    Item("MainForm").SetEnabled(inProject);
+    Item("MainForm").SetChecked(inProject && FProject->MainForm() == FDocument->FormName());
+    Item("Undo").SetEnabled(designer && designer->CanUndo());
+    Item("Redo").SetEnabled(designer && designer->CanRedo());
+    Item("LockControls").SetChecked(designer && designer->Locked());
+    Item("ShowGrid").SetChecked(Surface->ShowsGrid());
+    Item("ShowGuides").SetChecked(Surface->UsesGuides());
+    Item("ShowTabOrder").SetChecked(Surface->ShowsTabOrder());
 }
 
 // --- The form
