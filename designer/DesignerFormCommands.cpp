@@ -236,7 +236,7 @@ void TDesignerForm::EditComponent() {
     Attempt([&] {
         const std::unique_ptr<TComponentEditor> editor = GetComponentEditor(*component, *designer);
         if (editor->GetVerbCount() > 0) {
-            editor->Edit();
+            designer->Do(editor->GetVerb(0), [&] { editor->Edit(); });
             return;
         }
         const char* const event = component == &designer->Form() ? "OnCreate" : "OnClick";
@@ -271,7 +271,10 @@ void TDesignerForm::ShowFormMenu(const TPoint& screen) {
             for (int i = 0; i < editor->GetVerbCount(); ++i) {
                 add(editor->GetVerb(i), [this, i] {
                     if (TFormDesigner* const now = Current(); now && now->Primary()) {
-                        Attempt([&] { GetComponentEditor(*now->Primary(), *now)->ExecuteVerb(i); });
+                        Attempt([&] {
+                            const auto verbs = GetComponentEditor(*now->Primary(), *now);
+                            now->Do(verbs->GetVerb(i), [&] { verbs->ExecuteVerb(i); });
+                        });
                     }
                 });
             }
@@ -309,7 +312,7 @@ void TDesignerForm::RunAt(int dotsPerInch) {
     if (TFormDesigner* const designer = Current()) {
         Attempt([&] {
             FRunning.reset();
-            FRunning.reset(MakeRunningForm(designer->State(), dotsPerInch));
+            FRunning.reset(MakeRunningForm(designer->State(), dotsPerInch, designer->Ancestors()));
             FRunning->Show();
         });
     }

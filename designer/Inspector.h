@@ -26,6 +26,8 @@ private:
 
     TFormDesigner* FDesigner = nullptr;
     TComboBox FComponents;
+    TPanel FFilterRow;
+    TLabel FFilterLabel;
     TEdit FFilter;
     TTabControl FTabs;
     TInspectorGrid FGrid;

@@ -95,11 +95,15 @@ void TInspectorGrid::AddRow(const TPropertyEditorPtr& editor, int level, const s
         return;
     }
     const std::string path = around + name;
-    const bool canExpand = editor->GetAttributes().Contains(paSubProperties);
+    const bool canExpand = AttributesOf(*editor).Contains(paSubProperties);
     const bool isExpanded = canExpand && FExpanded.count(path) > 0;
     FRows.push_back({editor, std::move(name), path, level, canExpand, isExpanded});
     if (isExpanded) {
-        editor->GetProperties([&](const TPropertyEditorPtr& inner) { AddRow(inner, level + 1, path + "."); });
+        try {
+            editor->GetProperties([&](const TPropertyEditorPtr& inner) { AddRow(inner, level + 1, path + "."); });
+        } catch (const Exception& error) {
+            FError = error.Message(); // what it has named until then is shown
+        }
     }
 }
 
@@ -135,6 +139,14 @@ void TInspectorGrid::UpdateValues() {
         ShowField();
     }
     Invalidate();
+}
+
+TPropertyAttributes TInspectorGrid::AttributesOf(const TPropertyEditor& editor) {
+    try {
+        return editor.GetAttributes();
+    } catch (const Exception&) {
+        return {paReadOnly};
+    }
 }
 
 std::string TInspectorGrid::ValueOf(const TPropertyEditor& editor) const {
@@ -232,7 +244,7 @@ int TInspectorGrid::RowAt(int y) const {
 }
 
 bool TInspectorGrid::HasList(int row) const {
-    return FRows[static_cast<size_t>(row)].Editor->GetAttributes().Contains(paValueList);
+    return AttributesOf(*FRows[static_cast<size_t>(row)].Editor).Contains(paValueList);
 }
 
 void TInspectorGrid::UpdateScroll() {
@@ -298,7 +310,7 @@ void TInspectorGrid::PlaceField() {
         return;
     }
     const TRect r = ValueRect(FSelected);
-    const bool hasDialog = FRows[static_cast<size_t>(FSelected)].Editor->GetAttributes().Contains(paDialog);
+    const bool hasDialog = AttributesOf(*FRows[static_cast<size_t>(FSelected)].Editor).Contains(paDialog);
     const int right = hasDialog ? r.Right - ButtonWidth : r.Right;
     if (field == &FEdit) {
         FEdit.SetBounds(r.Left + 3, r.Top + 2, right - r.Left - 4, RowHeight - 4);
@@ -314,7 +326,7 @@ void TInspectorGrid::ShowField() {
     }
     const TFieldScope filling(*this, FFilling, true);
     const TRow& row = FRows[static_cast<size_t>(FSelected)];
-    const TPropertyAttributes attributes = row.Editor->GetAttributes();
+    const TPropertyAttributes attributes = AttributesOf(*row.Editor);
     const std::string value = ValueOf(*row.Editor);
     if (attributes.Contains(paValueList)) {
         std::vector<std::string> values;
@@ -368,7 +380,7 @@ void TInspectorGrid::FieldChanged() {
         return;
     }
     FEdited = true;
-    if (FRows[static_cast<size_t>(FSelected)].Editor->GetAttributes().Contains(paAutoUpdate)) {
+    if (AttributesOf(*FRows[static_cast<size_t>(FSelected)].Editor).Contains(paAutoUpdate)) {
         Commit();
     }
 }
@@ -400,7 +412,7 @@ bool TInspectorGrid::Commit() {
 }
 
 void TInspectorGrid::SetText(TPropertyEditor& editor, const std::string& text) {
-    const TFieldScope filling(*this, FFilling, editor.GetAttributes().Contains(paAutoUpdate));
+    const TFieldScope filling(*this, FFilling, AttributesOf(editor).Contains(paAutoUpdate));
     if (ValueOf(editor) == text && editor.AllEqual()) {
         return;
     }

@@ -97,6 +97,7 @@ private:
     void UpdateScroll();
     void Scroll(int to);
     std::string ValueOf(const TPropertyEditor& editor) const;
+    static TPropertyAttributes AttributesOf(const TPropertyEditor& editor); ///< Of one that throws: read-only.
     TWinControl* Field();
 
     TFormDesigner* FDesigner = nullptr;

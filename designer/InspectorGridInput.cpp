@@ -36,7 +36,7 @@ void TInspectorGrid::Choose(int row, int x) {
     const TRow& one = FRows[static_cast<size_t>(row)];
     if (one.CanExpand && expands) {
         Expand(row, !one.IsExpanded);
-    } else if (x >= ButtonRect(row).Left && one.Editor->GetAttributes().Contains(paDialog)) {
+    } else if (x >= ButtonRect(row).Left && AttributesOf(*one.Editor).Contains(paDialog)) {
         EditRow(row);
     } else if (TWinControl* const field = Field(); field && field->CanFocus()) {
         field->SetFocus();
@@ -156,11 +156,11 @@ void TInspectorGrid::Paint() {
         TRect value = ValueRect(i);
         value.Left += 3;
         canvas.Brush().SetColor(clWindow);
-        canvas.Font().SetColor(row.Editor->GetAttributes().Contains(paReadOnly) ? clGrayText : clWindowText);
+        canvas.Font().SetColor(AttributesOf(*row.Editor).Contains(paReadOnly) ? clGrayText : clWindowText);
         canvas.Font().SetStyle(RowIsBold(i) ? TFontStyles{fsBold} : TFontStyles{});
         if (!isSelected) {
             canvas.DrawText(ValueOf(*row.Editor), value, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
-        } else if (row.Editor->GetAttributes().Contains(paDialog)) {
+        } else if (AttributesOf(*row.Editor).Contains(paDialog)) {
             TRect button = ButtonRect(i);
             RECT frame{button.Left, button.Top, button.Right, button.Bottom};
             DrawFrameControl(canvas.Handle(), &frame, DFC_BUTTON, DFCS_BUTTONPUSH);

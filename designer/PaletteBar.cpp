@@ -53,7 +53,7 @@ int TPaletteButtons::ButtonAt(int x, int y) const {
 void TPaletteButtons::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
     TCustomControl::MouseDown(button, shift, x, y);
     const int index = ButtonAt(x, y);
-    if (button == mbLeft && index >= 0) {
+    if (button == mbLeft && index >= 0 && !shift.Contains(ssDouble)) { // whose double click has been answered
         SetChosen(index == 0 ? nullptr : FClasses[static_cast<size_t>(index) - 1]);
         FOnChosen(this);
     }

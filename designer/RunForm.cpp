@@ -2,8 +2,9 @@
 
 #include "designer/RunForm.h"
 
-#include "designer/DesignedForm.h"
 #include "kx/core/FormText.h"
+
+#include <algorithm>
 
 namespace kx::designer {
 
@@ -38,14 +39,18 @@ void ScaleForm(TCustomForm& form, int percent) {
     form.Font().SetHeight(form.Font().Height() * percent / 100);
 }
 
-TForm* MakeRunningForm(const std::string& state, int dotsPerInch) {
+TForm* MakeRunningForm(const std::string& state, int dotsPerInch, const TAncestorFiles& ancestors) {
     std::unique_ptr<TForm, TFreeDeleter> form(new TForm(nullptr));
-    TStaticMemoryStream stream(state.data(), state.size());
-    ReadComponent(stream, form.get(), [](TReader& reader) {
-        reader.SetKeepsUnknown(true); // handlers without code do nothing
-        reader.SetOnPlaceholder(
-            [](TReader&, const std::string&, const TClass*& cls) { cls = &TUnknownBox::StaticClass(); });
-    });
+    const auto read = [&form](const std::string& file) {
+        TStaticMemoryStream stream(file.data(), file.size());
+        ReadComponent(stream, form.get(), [](TReader& reader) {
+            reader.SetKeepsUnknown(true); // handlers without code do nothing
+            reader.SetOnPlaceholder(
+                [](TReader&, const std::string&, const TClass*& cls) { cls = &TUnknownBox::StaticClass(); });
+        });
+    };
+    std::ranges::for_each(ancestors, read);
+    read(state);
     constexpr int designed = 96;
     ScaleForm(*form, dotsPerInch * 100 / designed);
     form->AfterConstruction();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kx/ui/forms/Forms.h"
+#include "designer/DesignedForm.h"
 
 #include <string>
 
@@ -9,7 +9,7 @@ namespace kx::designer {
 /// Shows a form as a program would, without its handlers, on a screen of so many dots per inch. The form is the
 /// caller's; closed by the user, it hides.
 /// @throws EReadError and others for a form that cannot be read
-TForm* MakeRunningForm(const std::string& state, int dotsPerInch);
+TForm* MakeRunningForm(const std::string& state, int dotsPerInch, const TAncestorFiles& ancestors = {});
 
 /// Places and fonts of the form and all that is on it, by a factor in percent.
 void ScaleForm(TCustomForm& form, int percent);

@@ -255,7 +255,7 @@ TEST_F(FormDesigner, FiveHundredRandomChangesAreUndoneInASecond) {
                                      &TEdit::StaticClass(), &TPopupMenu::StaticClass()};
     size_t steps = 0;
     constexpr bool isGuarded = KX_TEST_GUARDED != 0; // then nothing is as fast as it is
-    while (Designer->Steps().Position() < (isGuarded ? 60U : 500U)) {
+    while (Designer->Steps().Position() < 500U) {
         const std::vector<TComponent*> all = Designer->AllComponents();
         TComponent& one = *all[upTo(all.size())];
         auto* const control = &one == &Designer->Form() ? nullptr : dynamic_cast<TControl*>(&one);
@@ -297,7 +297,7 @@ TEST_F(FormDesigner, FiveHundredRandomChangesAreUndoneInASecond) {
     const double took = ProcessorTime() - start;
     EXPECT_EQ(Text(), SampleForm);
     EXPECT_EQ(designer::WriteForm(Designer->Form()), Designer->State());
-    EXPECT_TRUE(isGuarded || took < 1000) << took << " milliseconds";
+    EXPECT_LT(took, isGuarded ? 20'000 : 1000) << "milliseconds";
     while (Designer->CanRedo()) {
         Designer->Redo();
     }

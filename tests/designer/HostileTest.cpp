@@ -2,6 +2,8 @@
 
 #include "WindowFixture.h"
 
+#include "kx/ide/ComponentEditors.h"
+
 namespace kx::test {
 namespace {
 
@@ -17,6 +19,8 @@ class TUnruly : public TCustomControl {
             throw EInvalidOperation("too much");
         }
     }
+    const std::string& Mood() const { return FMood; }
+    void SetMood(const std::string& value) { FMood = value; }
     int Painted = 0;
 
 protected:
@@ -27,19 +31,130 @@ protected:
 
 private:
     int FLevel = 0;
+    std::string FMood;
 };
 const TClass& TUnruly::StaticClass() {
     static const TClassBuilder<TUnruly> cls("TUnruly", TCustomControl::StaticClass(), [](auto& c) {
         c.Creatable();
         c.Property("Level", &TUnruly::Level, &TUnruly::SetLevel).Default = 0;
+        c.Property("Mood", &TUnruly::Mood, &TUnruly::SetMood);
     });
     return cls.Class();
 }
 
+/// An editor that throws from the function that `Throws` names.
+class TSulkyProperty : public TStringProperty {
+public:
+    using TStringProperty::TStringProperty;
+    static inline std::string Throws;
+    static void May(const char* what) {
+        if (Throws == what) {
+            throw EInvalidOperation(std::string("sulky ") + what);
+        }
+    }
+    TPropertyAttributes GetAttributes() const override {
+        May("GetAttributes");
+        return {paMultiSelect, paValueList, paDialog, paSubProperties};
+    }
+    std::string GetValue() const override {
+        May("GetValue");
+        return TStringProperty::GetValue();
+    }
+    void SetValue(const std::string& value) override {
+        TStringProperty::SetValue(value); // before it refuses
+        May("SetValue");
+    }
+    void GetValues(const TValueProc& proc) override {
+        proc("cheerful");
+        May("GetValues");
+    }
+    void GetProperties(const TPropertyProc&) override { May("GetProperties"); }
+    void Edit() override {
+        dynamic_cast<TUnruly&>(Instance()).SetMood("half");
+        May("Edit");
+    }
+};
+
+/// Its commands do half of what they are to do.
+class TSulkyEditor : public TComponentEditor {
+public:
+    using TComponentEditor::TComponentEditor;
+    int GetVerbCount() const override { return 1; }
+    std::string GetVerb(int) const override { return "Sulk"; }
+    void ExecuteVerb(int) override {
+        dynamic_cast<TUnruly&>(Component()).SetLevel(3);
+        Designer().CreateComponent(TButton::StaticClass(), nullptr, {1, 1, 40, 20});
+        throw EInvalidOperation("no more");
+    }
+};
+
 class Hostile : public TDesignerWindowTest {
 protected:
-    Hostile() { RegisterClass(TUnruly::StaticClass()); }
+    Hostile() {
+        RegisterClass(TUnruly::StaticClass());
+        RegisterPropertyEditor("string", &TUnruly::StaticClass(), "Mood", MakePropertyEditor<TSulkyProperty>);
+    }
+    ~Hostile() override { TSulkyProperty::Throws.clear(); }
+    TUnruly& AddUnruly() {
+        return dynamic_cast<TUnruly&>(
+            *Designer().CreateComponent(TUnruly::StaticClass(), &Designer().Form(), {20, 160, 80, 190}));
+    }
 };
+
+TEST_F(Hostile, AnEditorThatThrowsChangesNothing) {
+    Open();
+    AddUnruly();
+    designer::TInspectorGrid& grid = Window->ObjectInspector().Grid();
+    const std::string before = Text();
+    for (const char* what : {"GetAttributes", "GetValue", "SetValue", "GetValues", "GetProperties", "Edit"}) {
+        TSulkyProperty::Throws = what;
+        Designer().SelectOne(Designer().Form());
+        Designer().SelectOne(The("Unruly1"));
+        Settle();
+        const int row = grid.FindRow("Mood");
+        ASSERT_GE(row, 0) << what;
+        grid.SelectRow(row);
+        grid.Expand(row, true);
+        Settle();
+        const TRect r = grid.ValueRect(grid.FindRow("Mood"));
+        if (std::string(what) != "GetAttributes") { // else it cannot be changed
+            ClickOn(grid.ClientToScreen({r.Left + 10, (r.Top + r.Bottom) / 2}));
+            TypeText("x");
+            Settle();
+            if (std::string(what) == "SetValue") {
+                EXPECT_FALSE(grid.Commit());
+                EXPECT_THAT(grid.Error(), HasSubstr("sulky"));
+            }
+            grid.Revert();
+        }
+        if (std::string(what) == "Edit") {
+            grid.EditRow(grid.FindRow("Mood"));
+            EXPECT_THAT(grid.Error(), HasSubstr("sulky"));
+        }
+        EXPECT_EQ(ShownMessageBox(), nullptr) << what;
+        TSulkyProperty::Throws.clear();
+        EXPECT_EQ(Text(), before) << what;
+        EXPECT_EQ(designer::WriteForm(Designer().Form()), Designer().State()) << what;
+    }
+}
+
+TEST_F(Hostile, ACommandOfAComponentThatFailsHalfwayIsTakenBack) {
+    Open();
+    RegisterComponentEditor<TSulkyEditor>(TUnruly::StaticClass());
+    AddUnruly();
+    const std::string before = Text();
+    EXPECT_EQ(AnswerTo(
+                  [&] {
+                      DoubleClickAt(At("Unruly1"));
+                      Settle();
+                  },
+                  IDOK),
+              "no more");
+    EXPECT_EQ(Text(), before);
+    EXPECT_EQ(designer::WriteForm(Designer().Form()), Designer().State());
+    EXPECT_FALSE(Has("Button1"));
+    EXPECT_EQ(The<TUnruly>("Unruly1").Level(), 0);
+}
 
 TEST_F(Hostile, AControlThatCannotPaintIsToldOfInTheStatusLine) {
     Open();

@@ -82,6 +82,9 @@ TEST_F(InheritedForms, ShowWhatTheirAncestorBrings) {
     EXPECT_EQ(Text(), Child);
     EXPECT_FALSE(Window->Document()->IsModified());
     Screenshot("designer-inherited", Window->Handle());
+    Window->Command("Run");
+    EXPECT_EQ(dynamic_cast<TButton&>(*Window->RunningForm()->FindComponent("Ok")).Caption(), "Send");
+    EXPECT_EQ(Window->RunningForm()->ClientWidth(), 300);
 }
 
 TEST_F(InheritedForms, HoldJustWhatDiffers) {

@@ -41,6 +41,8 @@ TEST_F(Inspector, ShowsThePropertiesOfWhatIsSelected) {
     EXPECT_EQ(Value("Anchors"), "[akLeft,akTop]");
     EXPECT_EQ(Value("Font"), "(TFont)");
     EXPECT_EQ(Grid().FindRow("OnClick"), -1);
+    EXPECT_THAT(Grid().RowHint(Row("ModalResult")), testing::StartsWith("ModalResult: "));
+    EXPECT_THAT(Grid().RowHint(Row("Width")), testing::EndsWith(" of TControl"));
     EXPECT_TRUE(Grid().RowIsBold(Row("ModalResult")));
     EXPECT_FALSE(Grid().RowIsBold(Row("Enabled")));
     EXPECT_EQ(Window->ObjectInspector().Components().Text(), "OkButton: TButton");
