@@ -8,6 +8,7 @@
 #include "kx/win/Windows.h"
 
 #include <memory>
+#include <shlobj.h>
 
 namespace kx::bench {
 

@@ -6,6 +6,8 @@
 #include "kx/folder/KxFolderDlg.h"
 #include "kx/win/Windows.h"
 
+#include <shlobj.h>
+
 namespace kx::bench {
 
 namespace {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 
 namespace kx::bench {
@@ -14,7 +15,7 @@ double Percentile(std::vector<double> values, double share) {
     }
     std::sort(values.begin(), values.end());
     const auto last = static_cast<double>(values.size() - 1);
-    return values[static_cast<size_t>(share * last + 0.5)];
+    return values[static_cast<size_t>(std::lround(share * last))];
 }
 
 double Median(std::vector<double> values) { return Percentile(std::move(values), 0.5); }

@@ -58,7 +58,7 @@ void TDesignedForm::Paint() {
         return;
     }
     const HDC dc = Canvas().Handle();
-    const COLORREF dots = static_cast<COLORREF>(ColorToRGB(clBtnShadow));
+    const auto dots = static_cast<COLORREF>(ColorToRGB(clBtnShadow));
     if (FGridSize != patternSize) {
         for (int y = 0; y < ClientHeight(); y += FGridSize) {
             for (int x = 0; x < ClientWidth(); x += FGridSize) {

@@ -6,6 +6,7 @@
 #include "kx/win/Subclass.h"
 
 #include <commdlg.h>
+#include <cstring>
 
 namespace kx::test {
 
@@ -179,7 +180,8 @@ std::string FolderOf(HWND dialog) {
     constexpr size_t bytesPerCharacter = 4; // at most; the dialog counts characters and fills in bytes
     std::string path(static_cast<size_t>(size) * bytesPerCharacter + 1, '\0');
     SendMessageA(dialog, CDM_GETFOLDERPATH, path.size(), reinterpret_cast<LPARAM>(path.data()));
-    return path.c_str();
+    path.resize(std::strlen(path.c_str()));
+    return path;
 }
 
 int ItemCount(HWND listView) { return static_cast<int>(SendMessageA(listView, LVM_GETITEMCOUNT, 0, 0)); }

@@ -7,6 +7,7 @@
 #include "kx/win/Subclass.h"
 #include "kx/win/Windows.h"
 
+#include <commdlg.h>
 #include <shlobj.h>
 
 namespace kx::probe {

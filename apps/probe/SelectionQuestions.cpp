@@ -4,6 +4,7 @@
 
 #include "kx/win/Windows.h"
 
+#include <commdlg.h>
 #include <cstring>
 
 namespace kx::probe {

@@ -4,6 +4,8 @@
 
 #include "kx/win/Windows.h"
 
+#include <commdlg.h>
+
 namespace kx::probe {
 
 namespace {

@@ -57,11 +57,11 @@ void TStarRating::Paint() {
     for (int star = 0; star < MostStars; ++star) {
         std::array<kx::TPoint, corners> points;
         for (int i = 0; i < corners; ++i) {
-            const double radius = size / 2 * (i % 2 == 0 ? 0.95 : inner);
+            const double radius = size / 2.0 * (i % 2 == 0 ? 0.95 : inner);
             const double angle = i * std::numbers::pi / (corners / 2);
             points[static_cast<size_t>(i)] = {
                 static_cast<int>(std::lround((star + 0.5) * size + radius * std::sin(angle))),
-                static_cast<int>(std::lround(size / 2 - radius * std::cos(angle)))};
+                static_cast<int>(std::lround(size / 2.0 - radius * std::cos(angle)))};
         }
         canvas.Brush().SetColor(star < FStars ? FStarColor : kx::clWindow);
         canvas.Polygon(points);

@@ -28,7 +28,7 @@ protected:
         return [what](TObject*) { throw std::runtime_error(what); };
     }
     /// A step of what is done once an event has failed with that message.
-    TStep Failed(const char* message, TAction act) {
+    TStep Failed(const char* message, const TAction& act) {
         return {std::string("failed: ") + message, [this] { return HasExceptions(); },
                 [this, message, act] {
                     EXPECT_THAT(TakeExceptions(), ElementsAre(message));

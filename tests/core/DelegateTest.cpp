@@ -146,7 +146,7 @@ TEST(Delegate, AMethodOfAnAncestorIsTheSameThroughADescendant) {
 TEST(Delegate, LambdasAreEqualToTheirCopiesAlone) {
     const auto handler = [](TObject*) {};
     const TNotifyEvent event = handler;
-    const TNotifyEvent copy = event;
+    const auto copy = TNotifyEvent(event);
     EXPECT_EQ(event, copy);
     EXPECT_FALSE(event == TNotifyEvent(handler));
     EXPECT_EQ(event.Target()->Receiver(), nullptr);
@@ -155,7 +155,7 @@ TEST(Delegate, LambdasAreEqualToTheirCopiesAlone) {
 TEST(Delegate, ACopySharesTheStateOfItsLambda) {
     int last = 0;
     TNotifyEvent event = [count = 0, &last](TObject*) mutable { last = ++count; };
-    const TNotifyEvent copy = event;
+    const auto copy = TNotifyEvent(event);
     event(nullptr);
     copy(nullptr);
     EXPECT_EQ(last, 2);

@@ -27,7 +27,7 @@ protected:
             try {
                 throw;
             } catch (const std::exception& e) {
-                Reported.push_back(e.what());
+                Reported.emplace_back(e.what());
             }
         });
     }
@@ -133,7 +133,7 @@ TEST_F(Destruction, AnOwnerFreesAllItsComponentsThoughOneOfThemThrows) {
 TEST_F(Destruction, ExceptionsOfAnyKindEndThere) {
     auto* const component = new TListener;
     component->OnBefore = [] { throw 5; };
-    SetExceptionSink([] { Reported.push_back("any"); });
+    SetExceptionSink([] { Reported.emplace_back("any"); });
     component->Free();
     EXPECT_THAT(Reported, ElementsAre("any"));
 }

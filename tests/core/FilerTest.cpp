@@ -23,7 +23,7 @@ std::string Bytes(const std::function<void(TWriter&)>& write) {
 template <class T> T ReadBack(const std::function<void(TWriter&)>& write, T (TReader::*read)()) {
     TMemoryStream stream(Bytes(write));
     TReader reader(stream);
-    const T value = (reader.*read)();
+    T value = (reader.*read)();
     EXPECT_EQ(reader.Remaining(), 0);
     return value;
 }

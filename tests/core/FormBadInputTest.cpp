@@ -360,7 +360,7 @@ TEST_F(FormBadInput, AnErrorOfASetterIsAnErrorOfTheForm) {
 TEST_F(FormBadInput, NamesThatAreTakenOrNoNamesAreErrors) {
     EXPECT_EQ(ReadErrorOf("object F: TForm\n object B: TButton\n end\n object B: TPanel\n end\nend"),
               "Error reading B on line 4: A component named B already exists");
-    EXPECT_THAT(ReadErrorOf(std::string("TPF0\5TForm\1F\0\7TButton\2A-\0\0\0", 28)),
+    EXPECT_THAT(ReadErrorOf(std::string("TPF0\5TForm\1F\0\7TButton\2A-\0\0\0\0", 28)),
                 HasSubstr("Error reading A- at offset 13: 'A-' is not a valid component name"));
 }
 

@@ -204,7 +204,7 @@ TEST(FormClass, NamesThatAreThereTwiceAreErrors) {
 TEST(FormClass, NamesThatCppDoesNotTakeAreErrors) {
     const auto errorOf = [](std::string_view inside) {
         const TFormClass cls = ClassOf("object F: TF\n" + std::string(inside) + "\nend");
-        const std::string error = ErrorOf<EInvalidOperation>([&] { FormClassDefinition(cls); });
+        std::string error = ErrorOf<EInvalidOperation>([&] { FormClassDefinition(cls); });
         EXPECT_EQ(ErrorOf<EInvalidOperation>([&] { FormClassDeclaration(cls); }), error);
         return error;
     };

@@ -38,8 +38,8 @@ TEST_F(DialogDesignerPreview, APreviewLeavesPositionFitAndShiftsAsTheyWere) {
                                    EXPECT_EQ(Params.PosParams().ShiftX(), 20);
                                    EXPECT_EQ(Params.PosParams().ShiftY(), -30);
                                    const TRect r = ScreenRectOf(Dialog->DlgHandle());
-                                   EXPECT_NEAR((r.Left + r.Right) / 2, Screen().Width() / 2 + 20, 1);
-                                   EXPECT_NEAR((r.Top + r.Bottom) / 2, Screen().Height() / 2 - 30, 1);
+                                   EXPECT_NEAR((r.Left + r.Right) / 2.0, Screen().Width() / 2.0 + 20, 1);
+                                   EXPECT_NEAR((r.Top + r.Bottom) / 2.0, Screen().Height() / 2.0 - 30, 1);
                                }),
                {"the designer is back", IsOpen<TDlgDsgnForm>(),
                 [&] {

@@ -180,7 +180,8 @@ int IndexOnScreen(const TForm& form) {
 }
 
 TEST_P(PreviewOf, DocksACopyOfEachForm) {
-    const auto& [dialogCase, resize] = GetParam();
+    const TDialogCase& dialogCase = std::get<0>(GetParam());
+    const bool resize = std::get<1>(GetParam());
     if (&dialogCase.Class() == &TKxPrintDialog::StaticClass()) {
         ASSERT_FALSE(InstalledPrinters().empty()) << NoPrinters;
     }

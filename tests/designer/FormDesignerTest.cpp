@@ -2,6 +2,7 @@
 
 #include "DesignerFixture.h"
 
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ProcessorTime.h"
 
 #include <random>
@@ -226,12 +227,9 @@ TEST_F(FormDesigner, FrontAndBackAreTheOrderOfTheFile) {
 
 TEST_F(FormDesigner, ABadTextIsRefusedWithItsLineAndTheFormStays) {
     const TComponent* const before = Designer->Root();
-    try {
-        Designer->Replace("object A: TA\n  Caption = 'x'\n  Left = ?\nend\n", "Text");
-        FAIL();
-    } catch (const Exception& error) {
-        EXPECT_THAT(error.Message(), HasSubstr("line 3"));
-    }
+    EXPECT_THAT(
+        ErrorOf<Exception>([&] { Designer->Replace("object A: TA\n  Caption = 'x'\n  Left = ?\nend\n", "Text"); }),
+        HasSubstr("line 3"));
     EXPECT_EQ(Designer->Root(), before);
     EXPECT_EQ(Text(), SampleForm);
 }

@@ -7,6 +7,8 @@
 #include "tests/support/Cycles.h"
 #include "tests/support/UnevenFrames.h"
 
+#include <shlobj.h>
+
 namespace kx {
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include "FolderDlgTest.h"
 
+#include <shlobj.h>
+
 namespace kx {
 namespace {
 

@@ -5,6 +5,7 @@
 #include "kx/win/Registry.h"
 
 #include <shellapi.h>
+#include <shlobj.h>
 
 namespace kx {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "FolderDlgTest.h"
 
+#include <shlobj.h>
 #include <tuple>
 
 namespace kx {

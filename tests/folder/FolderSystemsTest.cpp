@@ -9,6 +9,7 @@
 
 #include <cstring>
 #include <ole2.h>
+#include <shlobj.h>
 
 // What the browsers of different systems need of the dialog.
 

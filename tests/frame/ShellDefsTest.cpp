@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <shlobj.h>
 #include <vector>
 
 namespace kx {

@@ -2,6 +2,7 @@
 
 #include "kx/core/Streams.h"
 #include "kx/graphics/Graphics.h"
+#include "kx/win/Windows.h"
 
 #include <cstring>
 #include <string>

@@ -17,8 +17,8 @@ constexpr size_t MostTold = 30; ///< Whoever has so many faults knows.
 
 std::atomic<long> Count;
 char RunningTest[200] = "no test";
-SRWLOCK Lock = SRWLOCK_INIT;
-uintptr_t Told[MostTold]; ///< Of each fault told something like a hash of its stack.
+SRWLOCK ReportLock = SRWLOCK_INIT;
+uintptr_t ToldKeys[MostTold]; ///< Of each fault told something like a hash of its stack.
 size_t ToldCount = 0;
 
 [[gnu::format(gnu_printf, 1, 2)]] void Print(const char* format, ...) {
@@ -43,14 +43,14 @@ uintptr_t KeyOf(const char* what, const TTrace& access) {
 
 bool IsNew(uintptr_t key) {
     for (size_t i = 0; i < ToldCount; ++i) {
-        if (Told[i] == key) {
+        if (ToldKeys[i] == key) {
             return false;
         }
     }
     if (ToldCount == MostTold) {
         return false;
     }
-    Told[ToldCount++] = key;
+    ToldKeys[ToldCount++] = key;
     return true;
 }
 
@@ -82,7 +82,7 @@ void PrintTrace(const char* title, const TTrace& trace) {
 void Report(const char* what, const TTrace& access, const TBlock* block) {
     const TKeepLastError keep;
     ++Count;
-    AcquireSRWLockExclusive(&Lock);
+    AcquireSRWLockExclusive(&ReportLock);
     if (IsNew(KeyOf(what, access))) {
         Print("guard: %s\n", what);
         Print("guard:   in %s, thread %lx\n", RunningTest, GetCurrentThreadId());
@@ -95,15 +95,15 @@ void Report(const char* what, const TTrace& access, const TBlock* block) {
         }
         Print("guard: end\n");
     }
-    ReleaseSRWLockExclusive(&Lock);
+    ReleaseSRWLockExclusive(&ReportLock);
 }
 
 long Reports() { return Count; }
 
 void SetRunningTest(const char* name) {
-    AcquireSRWLockExclusive(&Lock);
+    AcquireSRWLockExclusive(&ReportLock);
     std::strncpy(RunningTest, name, sizeof(RunningTest) - 1);
-    ReleaseSRWLockExclusive(&Lock);
+    ReleaseSRWLockExclusive(&ReportLock);
 }
 
 } // namespace kx::guard

@@ -57,7 +57,7 @@ public:
     }
     std::string UniqueName(const std::string& className) const override {
         for (int i = 1;; ++i) {
-            const std::string name = className.substr(1) + IntToStr(i);
+            std::string name = className.substr(1) + IntToStr(i);
             if (!FForm->FindComponent(name)) {
                 return name;
             }

@@ -6,6 +6,8 @@
 #include "kx/places/KxAddPlaceForm.h"
 #include "tests/support/Drop.h"
 
+#include <shlobj.h>
+
 namespace kx {
 namespace {
 
@@ -22,7 +24,7 @@ TKxAddPlaceFrm* Properties() {
     return nullptr;
 }
 
-TStep PressInProperties(const std::string& caption, TAction look) {
+TStep PressInProperties(const std::string& caption, const TAction& look) {
     return {"the properties of " + caption + " are shown",
             [caption] { return Properties() && Properties()->eShort->Text() == caption; },
             [look] {

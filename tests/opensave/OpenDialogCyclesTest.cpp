@@ -76,7 +76,7 @@ protected:
         ExpectNoLoss(ours, cycles, system, SystemCycles);
     }
     /// Has `use` run inside the dialog once it is shown.
-    void OnceShown(TKxOpenDialog& dialog, std::function<void()> use) {
+    void OnceShown(TKxOpenDialog& dialog, const std::function<void()>& use) {
         dialog.SetOnShow([&dialog](TObject*) { PostMessageA(dialog.DlgHandle(), WM_APP, 0, 0); });
         dialog.SetOnEventHooking([use](TObject*, TMessage& m, bool&) {
             if (m.Msg == WM_APP) {
@@ -85,7 +85,7 @@ protected:
         });
     }
     /// The dialog is used and ended by `end`; it returns `result`.
-    void ExpectNoLossWhenEndedBy(std::function<void()> end, bool result, int cycles = FewCycles) {
+    void ExpectNoLossWhenEndedBy(const std::function<void()>& end, bool result, int cycles = FewCycles) {
         SwitchAllOn(Dialog);
         OnceShown(Dialog, [this, end] {
             Use(Dialog);

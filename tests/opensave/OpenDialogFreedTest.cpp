@@ -6,6 +6,8 @@
 #include "tests/support/FreedAtMessages.h"
 #include "tests/support/Grow.h"
 
+#include <commdlg.h>
+
 namespace kx {
 namespace {
 

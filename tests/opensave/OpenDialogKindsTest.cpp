@@ -4,6 +4,8 @@
 
 #include "kx/win/Handles.h"
 
+#include <commdlg.h>
+
 namespace kx {
 namespace {
 

@@ -6,6 +6,8 @@
 #include "tests/support/TestKey.h"
 #include "tests/support/UnevenFrames.h"
 
+#include <shlobj.h>
+
 namespace kx {
 namespace {
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <commdlg.h>
 
 namespace kx {
 namespace {

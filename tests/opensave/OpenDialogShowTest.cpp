@@ -4,6 +4,8 @@
 
 #include "kx/opensave/KxSaveDlg.h"
 
+#include <commdlg.h>
+
 namespace kx {
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include "FileDlgTest.h"
 
+#include <shlobj.h>
+
 namespace kx {
 namespace {
 

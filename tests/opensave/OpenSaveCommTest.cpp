@@ -3,6 +3,7 @@
 #include "kx/opensave/KxOpenSaveComm.h"
 #include "kx/opensave/KxToolBarProps.h"
 
+#include <commdlg.h>
 #include <gmock/gmock.h>
 
 namespace kx {

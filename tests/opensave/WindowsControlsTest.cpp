@@ -6,6 +6,8 @@
 #include "kx/win/Subclass.h"
 #include "kx/win/System.h"
 
+#include <commdlg.h>
+
 namespace kx {
 namespace {
 

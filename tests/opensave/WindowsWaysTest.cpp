@@ -5,6 +5,8 @@
 #include "kx/win/FileStreams.h"
 #include "tests/support/ImportPatch.h"
 
+#include <commdlg.h>
+
 namespace kx {
 namespace {
 

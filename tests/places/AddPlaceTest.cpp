@@ -4,6 +4,8 @@
 
 #include "kx/win/Registry.h"
 
+#include <shlobj.h>
+
 namespace kx {
 namespace {
 

@@ -96,7 +96,7 @@ TColor IconColor(int icon) {
 }
 
 std::string MakeIconLibrary(const TTempFolder& folder, const std::string& name, int count, int first) {
-    const std::string path = folder.AddFile(name, EmptyLibrary());
+    std::string path = folder.AddFile(name, EmptyLibrary());
     const HANDLE update = BeginUpdateResourceA(path.c_str(), TRUE);
     EXPECT_NE(update, nullptr);
     for (int i = 0; i < count; ++i) {

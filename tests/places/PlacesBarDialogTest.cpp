@@ -6,6 +6,8 @@
 #include "tests/support/DialogTest.h"
 #include "tests/support/TestKey.h"
 
+#include <shlobj.h>
+
 // The places bar in the system's Open dialog, navigated with the mouse.
 
 namespace kx::test {

@@ -31,7 +31,7 @@ protected:
         return [=] { return Properties() && Properties()->eShort->Text() == caption; };
     }
     /// Presses OK or Cancel with the mouse once the properties of that place are shown.
-    TStep Answer(const std::string& caption, bool ok, TAction look = {}) {
+    TStep Answer(const std::string& caption, bool ok, const TAction& look = {}) {
         return {"the properties of " + caption + " are shown", Shows(caption), [ok, look] {
                     if (look) {
                         look();

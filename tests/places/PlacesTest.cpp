@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <shlobj.h>
 
 namespace kx::test {
 namespace {

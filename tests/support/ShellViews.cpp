@@ -4,6 +4,8 @@
 
 #include "support/WindowTools.h"
 
+#include <shlobj.h>
+
 namespace kx::test {
 
 HWND ShellViewOf(HWND dialog) { return FindChild(dialog, "SHELLDLL_DefView"); }

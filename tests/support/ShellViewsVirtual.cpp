@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <shlobj.h>
 #include <shlwapi.h>
 
 namespace kx::test {

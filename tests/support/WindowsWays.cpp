@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cderr.h>
+#include <commdlg.h>
 #include <cstring>
 
 namespace kx::test {

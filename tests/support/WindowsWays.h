@@ -2,6 +2,7 @@
 
 #include "kx/ui/dialogs/Dialogs.h"
 
+#include <commdlg.h>
 #include <functional>
 #include <string>
 

@@ -60,9 +60,8 @@ public:
     }
 
     TAlive(const TAlive& other) noexcept : FState(other.FState) { FState->Users.fetch_add(1); }
-    TAlive& operator=(const TAlive& other) noexcept {
-        other.FState->Users.fetch_add(1);
-        std::exchange(FState, other.FState)->Leave();
+    TAlive& operator=(TAlive other) noexcept {
+        std::swap(FState, other.FState);
         return *this;
     }
     ~TAlive() { FState->Leave(); }

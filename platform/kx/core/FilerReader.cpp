@@ -363,7 +363,7 @@ void TReader::SkipValue() {
     case vaUTF8String: return SkipBytes(ReadLength(1));
     case vaWString: return SkipBytes(ReadLength(2) * 2);
     case vaSet:
-        while (const uint8_t length = ReadNumber<uint8_t>()) {
+        while (const auto length = ReadNumber<uint8_t>()) {
             SkipBytes(length);
         }
         return;

@@ -49,7 +49,7 @@ std::string ReferenceName(const TObject* object, const TComponent* lookupRoot, c
     if (component == lookupRoot) {
         return component->FindComponent("Owner") ? component->Name() : "Owner";
     }
-    const std::string name = NameBelow(component, lookupRoot);
+    std::string name = NameBelow(component, lookupRoot);
     if (!name.empty() || !root || component->Name().empty()) {
         return name;
     }

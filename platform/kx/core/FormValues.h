@@ -88,7 +88,7 @@ template <class T> T FromBytes(const std::array<unsigned char, sizeof(T)>& bytes
 
 template <class T> std::array<unsigned char, sizeof(T)> ToBytes(T value) {
     std::array<unsigned char, sizeof(T)> bytes{};
-    const uint64_t bits = std::bit_cast<TBitsOf<T>>(value);
+    const auto bits = std::bit_cast<TBitsOf<T>>(value);
     for (size_t i = 0; i < sizeof(T); ++i) {
         bytes[i] = static_cast<unsigned char>(bits >> (8 * i));
     }

@@ -108,6 +108,7 @@ void GlobalFixupReferences() {
         }
     }
     std::vector<TAlive> targets;
+    targets.reserve(ready.size());
     for (const auto& [reference, target] : ready) {
         targets.emplace_back(*target);
     }

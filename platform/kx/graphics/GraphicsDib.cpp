@@ -157,7 +157,7 @@ TDib ReadDib(std::span<const uint8_t> bytes, size_t pixelOffset) {
         InvalidBitmap();
     }
     dib.Header.biSizeImage = static_cast<DWORD>(dib.PixelSize);
-    TDibHeader target = dib;
+    auto target = static_cast<const TDibHeader&>(dib);
     if (packed) {
         target.Header.biCompression = BI_RGB;
         target.Header.biSizeImage = 0;
@@ -202,8 +202,9 @@ std::vector<uint8_t> WriteDib(HBITMAP image, WORD bitCount, size_t& pixelOffset)
                                                            : WORD{24};
     dib.Header.biCompression =
         info.IsDib && dib.Header.biBitCount == info.BitCount() ? info.Section.dsBmih.biCompression : BI_RGB;
-    dib.Header.biSizeImage = static_cast<DWORD>(RowSize(static_cast<uint32_t>(info.Width()), dib.Header.biBitCount) *
-                                                static_cast<uint32_t>(info.Height()));
+    const size_t size =
+        RowSize(static_cast<uint32_t>(info.Width()), dib.Header.biBitCount) * static_cast<size_t>(info.Height());
+    dib.Header.biSizeImage = static_cast<DWORD>(size);
     std::vector<uint8_t> pixels(dib.Header.biSizeImage);
     const TDibHeader wanted = dib;
     const TWindowDC screen(nullptr);

@@ -9,7 +9,6 @@
 
 namespace kx {
 
-using detail::TImageDC;
 using detail::TImageInfo;
 
 namespace {

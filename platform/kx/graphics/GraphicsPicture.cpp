@@ -6,6 +6,7 @@
 #include "kx/graphics/Graphics.h"
 #include "kx/win/FileStreams.h"
 
+#include <ranges>
 #include <vector>
 
 namespace kx {
@@ -74,10 +75,10 @@ std::vector<TGraphicKind>& Kinds() {
 
 /// The latest kind with that class name or extension; null when there is none.
 std::unique_ptr<TGraphic> CreateGraphic(std::string_view classNameOrExtension) {
-    for (auto kind = Kinds().rbegin(); kind != Kinds().rend(); ++kind) {
-        if (SameText(classNameOrExtension, kind->ClassName) ||
-            (!kind->Extension.empty() && SameText(classNameOrExtension, kind->Extension))) {
-            return kind->Create();
+    for (const TGraphicKind& kind : std::views::reverse(Kinds())) {
+        if (SameText(classNameOrExtension, kind.ClassName) ||
+            (!kind.Extension.empty() && SameText(classNameOrExtension, kind.Extension))) {
+            return kind.Create();
         }
     }
     return nullptr;

@@ -96,7 +96,7 @@ void TKxCustomFolderDialog::SetStatus(const std::string& value) {
 }
 
 void TKxCustomFolderDialog::SetSelFolder(const std::string& value) {
-    const std::string path = value;
+    const auto path = std::string(value); // a copy, since a handler may change what `value` refers to
     FSelFolder = path;
     if (FInitializing) {
         FSelectAgain = [this, path] { Tell(BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(path.c_str())); };

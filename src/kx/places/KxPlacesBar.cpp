@@ -193,7 +193,7 @@ namespace {
 /// is not. The caption's rectangle cuts off the excess.
 std::string TooWideBeginning(const TCanvas& canvas, const std::string& text, int width) {
     for (size_t end = 0;; end = NextCharacter(text, end)) {
-        const std::string beginning = text.substr(0, end);
+        std::string beginning = text.substr(0, end);
         if (canvas.TextWidth(beginning) > width) {
             return beginning;
         }

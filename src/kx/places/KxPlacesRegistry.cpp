@@ -36,7 +36,7 @@ std::string KeyFromRoot(const std::string& registryKey) {
 }
 
 std::string PlacesKey(const std::string& registryKey) {
-    const std::string key = KeyFromRoot(registryKey);
+    std::string key = KeyFromRoot(registryKey);
     if (key.empty()) {
         throw EInvalidOperation("The registry key of the places is empty");
     }

@@ -3,6 +3,7 @@
 #include "kx/modeless/KxModelessDlg.h"
 #include "kx/opensave/KxOpenDlg.h"
 #include "kx/win/Timers.h"
+#include "kx/win/Windows.h"
 
 #include <cstdlib>
 #include <string_view>

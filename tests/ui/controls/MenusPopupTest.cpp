@@ -60,7 +60,7 @@ TEST_F(PopupMenu, LiesBesideThePointAsAligned) {
     EXPECT_EQ(rect.Right, 400);
     Menu.SetAlignment(paCenter);
     Popup({{"look", MenuShown, [&] { rect = MenuRect(); }}, Key(VK_ESCAPE)}, 400, 150);
-    EXPECT_NEAR((rect.Left + rect.Right) / 2, 400, 1);
+    EXPECT_NEAR((rect.Left + rect.Right) / 2.0, 400, 1);
 }
 
 TEST_F(PopupMenu, TheChosenItemIsClickedAfterPopupHasReturned) {

@@ -3,6 +3,7 @@
 #include "tests/support/ErrorOf.h"
 #include "tests/support/TestDriver.h"
 
+#include <commdlg.h>
 #include <dlgs.h>
 
 namespace kx {

@@ -4,6 +4,7 @@
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"
 
+#include <commdlg.h>
 #include <dlgs.h>
 
 namespace kx {

@@ -3,6 +3,7 @@
 #include "tests/support/TestDriver.h"
 #include "tests/support/Texts.h"
 
+#include <commdlg.h>
 #include <dlgs.h>
 
 namespace kx {

@@ -4,6 +4,7 @@
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"
 
+#include <commdlg.h>
 #include <dlgs.h>
 #include <thread>
 
@@ -136,7 +137,7 @@ TEST_F(FreedDialog, ByDelete) {
 TEST_F(FreedDialog, WithItsOwner) {
     delete std::exchange(Dialog, nullptr);
     Record = {};
-    TComponent* owner = new TComponent;
+    auto* const owner = new TComponent;
     Dialog = NewDialog(owner);
     RunToItsEnd([&] { owner->Free(); });
 }

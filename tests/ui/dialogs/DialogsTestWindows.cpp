@@ -8,6 +8,7 @@
 
 #include <cderr.h>
 #include <cfloat>
+#include <commdlg.h>
 
 namespace kx {
 namespace {

@@ -37,7 +37,7 @@ std::string WrittenAgain(const TClass& cls, const std::string& text) {
         test::ReadFormOver(*component, text);
         component->SetName("");
     }
-    const std::string written = test::FormTextOf(*component);
+    std::string written = test::FormTextOf(*component);
     component->Free();
     return written;
 }

@@ -296,7 +296,7 @@ TEST_F(StringGrid, TheEditorStaysWhereItShallAlwaysBe) {
     Include(goAlwaysShowEditor);
     Grid->SetCells(1, 2, "below");
     ShowEditing();
-    EXPECT_TRUE(PumpUntil([&] { return Editor() == ""; }));
+    EXPECT_TRUE(PumpUntil([&] { return Editor().empty(); }));
     PressKey(VK_DOWN);
     EXPECT_TRUE(PumpUntil([&] { return Editor() == "below"; }));
 }

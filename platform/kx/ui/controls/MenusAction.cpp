@@ -14,7 +14,7 @@ void TMenuItem::SetAction(TBasicAction* value) {
         return;
     }
     FActionLink = std::make_unique<TActionLink>([this](TCustomAction& action, const TActionLook& before) {
-        const TActionLook now = action.Look();
+        const auto now = TActionLook(action.Look()); // a copy, since setters may end the action
         static_cast<void>(
             detail::FollowLook(*this, before, now) &&
             detail::Follow(

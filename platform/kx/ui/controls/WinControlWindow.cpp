@@ -331,7 +331,7 @@ void TWinControl::RecreateWnd() {
     if (Parent()) {
         Parent()->ArrangeWindows();
     }
-    if (focusedAlive && focused->FHandle) {
+    if (focused && focusedAlive && focused->FHandle) {
         ::SetFocus(focused->FHandle);
     }
 }

@@ -240,7 +240,7 @@ TRect TTreeNode::DisplayRect(bool textOnly) const {
         return {};
     }
     RECT r{};
-    std::memcpy(&r, &FItem, sizeof FItem); // so the system wants it
+    std::memcpy(&r, &FItem, sizeof(void*)); // so the system wants it
     return SendMessageA(TreeView().WindowHandle(), TVM_GETITEMRECT, textOnly, reinterpret_cast<LPARAM>(&r))
                ? FromRECT(r)
                : TRect{};
