@@ -70,7 +70,8 @@ TEST_F(FormTextStrings, TheCodePageOfOldTextsCanBeSaid) {
 TEST_F(FormTextStrings, ACharacterMayBeSplitBetweenTwoPieces) {
     EXPECT_EQ(Converted("#55357 +\n#56832"), "#55357#56832");
     EXPECT_EQ(Converted("'a'#55357+#56832'b'"), "'a'#55357#56832'b'");
-    for (const std::string code : {"#55357 + 'x'", "#55357 + ''", "#55357 + #65", "#55357 + #55357", "'' + #56832"}) {
+    for (const std::string code :
+         {"#55357 + 'x'", "#55357'x'#56832", "#55357 + ''", "#55357 + #65", "#55357 + #55357", "'' + #56832"}) {
         EXPECT_EQ(ParseError("object F: T\n A = " + code + "\nend"), "Invalid character code on line 2") << code;
     }
     SetFormTextBytes(FromPairs);
