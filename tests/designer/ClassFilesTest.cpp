@@ -104,7 +104,7 @@ TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
         "}\n"
         "TOrder::TOrder(TComponent* owner) : TForm(owner), Mine{8} { InitForm(*this, StaticClass()); }\n"
         "void TOrder::FormCreate(TObject*) {\n"
-        "    if (TOrder::StaticClass().Name() == \"x\") { Mine = 9; }\n"
+        "    if (TOrder::IsOpen()) { Mine = 9; }\n"
         "}\n"
         "int Last() { return 1; }\n";
     Put(header, source);

@@ -169,6 +169,15 @@ TEST_F(InheritedForms, FollowTheirAncestor) {
     EXPECT_FALSE(child.IsModified());
 }
 
+TEST_F(InheritedForms, NobodyGuessesBetweenTwoAncestors) {
+    std::string other = Base;
+    other.replace(other.find("BaseForm: TBaseForm"), 19, "Twin: TTwin");
+    Folder.AddFile("Twin.dfm", other);
+    OpenChild();
+    EXPECT_EQ(Designer().AncestorClass(), "");
+    EXPECT_EQ(Text(), Child);
+}
+
 TEST_F(InheritedForms, WithoutTheirAncestorTheyAreShownAsBoxesAndKept) {
     DeleteFileA(Folder.Path("BaseForm.dfm").c_str());
     OpenChild();
