@@ -12,9 +12,6 @@
 namespace kx::test {
 namespace {
 
-template <auto Member> constexpr auto Get = [](const auto& object) { return object.*Member; };
-template <auto Member> constexpr auto Set = [](auto& object, const auto& value) { object.*Member = value; };
-
 /// Something that a property can refer to by what it can do.
 class IVoice {
 public:
@@ -38,6 +35,9 @@ const TClass& TVoice::StaticClass() {
     return cls.Class();
 }
 
+template <class V, class T> V ValueOf(V T::*);
+template <auto Member> using TValueOf = decltype(ValueOf(Member));
+
 /// Has a property of each kind.
 class TKinds : public TComponent {
     KX_CLASS()
@@ -58,6 +58,9 @@ class TKinds : public TComponent {
     TCollection& Items() { return FItems; }
     bool Says = true; ///< The form file is to hold Words and Moods.
 
+    template <auto Member> auto Get() const { return this->*Member; }
+    template <auto Member> void Set(TValueOf<Member> value) { this->*Member = value; }
+
 private:
     TCollection FItems{TCollectionItem::StaticClass(), [](TCollection* list) { return new TCollectionItem(list); }};
 };
@@ -66,20 +69,20 @@ const TClass& TKinds::StaticClass() {
     static const TClassBuilder<T> cls("TKinds", TComponent::StaticClass(), [](auto& c) {
         const auto says = [](const TObject& object) { return dynamic_cast<const T&>(object).Says; };
         c.Creatable();
-        c.Property("Letter", Get<&T::Letter>, Set<&T::Letter>);
-        c.Property("Small", Get<&T::Small>, Set<&T::Small>).Default = 7;
-        c.Property("Large", Get<&T::Large>, Set<&T::Large>);
-        c.Property("Mood", Get<&T::Mood>, Set<&T::Mood>).Default = mdCalm;
-        TPropInfo& moods = c.Property("Moods", Get<&T::Moods>, Set<&T::Moods>);
+        c.Property("Letter", &T::Get<&T::Letter>, &T::Set<&T::Letter>);
+        c.Property("Small", &T::Get<&T::Small>, &T::Set<&T::Small>).Default = 7;
+        c.Property("Large", &T::Get<&T::Large>, &T::Set<&T::Large>);
+        c.Property("Mood", &T::Get<&T::Mood>, &T::Set<&T::Mood>).Default = mdCalm;
+        TPropInfo& moods = c.Property("Moods", &T::Get<&T::Moods>, &T::Set<&T::Moods>);
         moods.Default = TMoods{mdGlad}.Bits();
         moods.Stored = says;
-        c.Property("Ratio", Get<&T::Ratio>, Set<&T::Ratio>);
-        c.Property("Size", Get<&T::Size>, Set<&T::Size>);
-        c.Property("Words", Get<&T::Words>, Set<&T::Words>).Stored = says;
-        c.Interface("Voice", Get<&T::Voice>, Set<&T::Voice>);
-        c.Reference("Friend", Get<&T::Friend>, Set<&T::Friend>);
-        c.Property("OnTurn", Get<&T::OnTurn>, Set<&T::OnTurn>);
-        c.Property("Turned", Get<&T::Turned>, Set<&T::Turned>);
+        c.Property("Ratio", &T::Get<&T::Ratio>, &T::Set<&T::Ratio>);
+        c.Property("Size", &T::Get<&T::Size>, &T::Set<&T::Size>);
+        c.Property("Words", &T::Get<&T::Words>, &T::Set<&T::Words>).Stored = says;
+        c.Interface("Voice", &T::Get<&T::Voice>, &T::Set<&T::Voice>);
+        c.Reference("Friend", &T::Get<&T::Friend>, &T::Set<&T::Friend>);
+        c.Property("OnTurn", &T::Get<&T::OnTurn>, &T::Set<&T::OnTurn>);
+        c.Property("Turned", &T::Get<&T::Turned>, &T::Set<&T::Turned>);
         c.SubObject("Items", &T::Items, nullptr);
     });
     return cls.Class();
