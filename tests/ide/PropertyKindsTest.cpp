@@ -314,7 +314,7 @@ TEST_F(PropertyKinds, OfferedAreTheComponentsOfTheFormAndTheFormItself) {
     EXPECT_EQ(Other->Friend, Other);
 }
 
-TForm* SecondForm = nullptr;
+TComponent* SecondForm = nullptr; // no window: those are found without further ado
 TComponent* FindSecondForm(const std::string& name) {
     return SecondForm && SameText(name, SecondForm->Name()) ? SecondForm : nullptr;
 }
@@ -331,7 +331,7 @@ TEST_F(PropertyKinds, AComponentInsideAnotherOrOfAnotherFormIsNamedByItsPath) {
     EXPECT_EQ(Kinds->Friend, inner);
     EXPECT_EQ(editor->GetValue(), "Kinds2.Inner");
 
-    TForm second(&Application()); // which has no name
+    TComponent second(&Application()); // which has no name
     second.SetName("Second");
     auto* const voice = new TVoice(&second);
     voice->SetName("Voice1");
