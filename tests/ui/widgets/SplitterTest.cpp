@@ -65,6 +65,18 @@ TEST_F(Splitter, ResizesTheControlBesideItOnEachSide) {
     EXPECT_EQ(Moves, 4);
 }
 
+TEST_F(Splitter, ADisabledOrHiddenControlKeepsItsSize) {
+    Show();
+    Side->SetEnabled(false);
+    DragBy(40, 9);
+    EXPECT_EQ(Side->Width(), 100);
+    Side->SetEnabled(true);
+    Side->Hide();
+    DragBy(40, 9);
+    EXPECT_EQ(Side->Width(), 100);
+    EXPECT_EQ(Moves, 0);
+}
+
 TEST_F(Splitter, NothingMovesBeforeTheReleaseUnlessItShallGoAlong) {
     Show();
     const TPoint from = Grip();
