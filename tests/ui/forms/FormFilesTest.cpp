@@ -9,10 +9,10 @@ namespace kx {
 namespace {
 
 using namespace test;
-using TFormPtr = std::unique_ptr<TAllControlsForm, TFreeDeleter>;
+using TControlsFormPtr = std::unique_ptr<TAllControlsForm, TFreeDeleter>;
 
 TEST(FormFiles, FillTheFieldsAndThePropertiesOfTheForm) {
-    const TFormPtr form(NewForm<TAllControlsForm>(nullptr));
+    const TControlsFormPtr form(NewForm<TAllControlsForm>(nullptr));
     EXPECT_EQ(form->Name().substr(0, 15), "AllControlsForm");
     EXPECT_EQ(form->Caption(), "All controls");
     EXPECT_EQ(form->ClientWidth(), 560);
@@ -46,7 +46,7 @@ TEST(FormFiles, FillTheFieldsAndThePropertiesOfTheForm) {
 }
 
 TEST(FormFiles, TextsKeepTheirUmlautsInTheWindow) {
-    const TFormPtr form(NewForm<TAllControlsForm>(nullptr));
+    const TControlsFormPtr form(NewForm<TAllControlsForm>(nullptr));
     form->HandleNeeded();
     wchar_t text[40];
     GetWindowTextW(form->Edit1->WindowHandle(), text, 40);
@@ -54,7 +54,7 @@ TEST(FormFiles, TextsKeepTheirUmlautsInTheWindow) {
 }
 
 TEST(FormFiles, ControlsKeepTheTabOrderOfTheFile) {
-    const TFormPtr form(NewForm<TAllControlsForm>(nullptr));
+    const TControlsFormPtr form(NewForm<TAllControlsForm>(nullptr));
     EXPECT_EQ(form->Edit1->TabOrder(), 0);
     EXPECT_EQ(form->CheckBox1->TabOrder(), 1);
     EXPECT_EQ(form->CancelButton->TabOrder(), 10);
@@ -62,7 +62,7 @@ TEST(FormFiles, ControlsKeepTheTabOrderOfTheFile) {
 }
 
 TEST(FormFiles, HandlersAreBoundToTheFormsMethods) {
-    const TFormPtr form(NewForm<TAllControlsForm>(nullptr));
+    const TControlsFormPtr form(NewForm<TAllControlsForm>(nullptr));
     EXPECT_EQ(form->Log, std::vector<std::string>{"create"});
     form->OkButton->Click();
     EXPECT_EQ(form->Log.back(), "ok");
@@ -132,7 +132,7 @@ TEST(FormFiles, OnDestroyOfALocalFormDoesNotCallAMethodOfTheGoneForm) {
 }
 
 TEST(FormFiles, AWrittenFormReadsBackTheSame) {
-    const TFormPtr form(NewForm<TAllControlsForm>(nullptr));
+    const TControlsFormPtr form(NewForm<TAllControlsForm>(nullptr));
     form->HandleNeeded(); // what the windows hold is written too
     const std::string first = FormTextOf(*form);
     form->Show();
