@@ -49,7 +49,7 @@ if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}" OR "${CMAKE_CURR
         if(suite MATCHES "Cycles") # they count what the process holds
             math(EXPR cost "${cost} + 100")
             string(APPEND found "add_suites(\"${suite}\" ${cost})\n")
-        elseif(cost GREATER 15)
+        elseif(cost GREATER 10)
             string(APPEND found "add_suites(\"${suite}\" ${cost})\n")
         else()
             math(EXPR together "${group_cost} + ${cost}")
