@@ -53,7 +53,7 @@ std::vector<std::string> IncludesFor(const std::vector<std::string>& classes, co
         }
     }
     std::vector<std::string> sorted(lines.begin(), lines.end());
-    std::ranges::stable_partition(sorted, [](const std::string& line) { return line[0] == '#'; });
+    std::stable_partition(sorted.begin(), sorted.end(), [](const std::string& line) { return line[0] == '#'; });
     return sorted;
 }
 

@@ -26,7 +26,7 @@ void PrintLine(const std::string& line) {
     WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
-TTour::TTour(std::string folder) : FFolder(IncludeTrailingPathDelimiter(folder)) {
+TTour::TTour(const std::string& folder) : FFolder(IncludeTrailingPathDelimiter(folder)) {
     CreateDirectoryA(ExcludeTrailingPathDelimiter(FFolder).c_str(), nullptr);
 }
 

@@ -17,7 +17,7 @@ using namespace kx::test;
 class TTour : public TDialogDriver {
 public:
     /// `folder` receives the pictures; it is made if it is not there.
-    explicit TTour(std::string folder);
+    explicit TTour(const std::string& folder);
 
     /// Runs the application and the steps, and ends it. False when a step was not done, or a result was not the
     /// expected one.

@@ -272,7 +272,7 @@ void TOpenQuestions::Ask() {
     Script().Then({}, [this] {
         FReport.Say(1, "in another folder: " + TAnswered::Look());
         Places("in another folder");
-        if (FMenuOf != "") {
+        if (!FMenuOf.empty()) {
             FReport.Say(7, "no menu of " + FMenuOf + " came");
         }
         FDialog.Press(IDCANCEL);

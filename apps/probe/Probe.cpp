@@ -27,7 +27,7 @@ std::string SystemText() {
     }
     const bool wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
     return "Windows " + IntToStr(version.dwMajorVersion) + "." + IntToStr(version.dwMinorVersion) + "." +
-           IntToStr(version.dwBuildNumber) + (wine ? " (Wine)" : "") + ", " + IntToStr(sizeof(void*) * 8) +
+           IntToStr(version.dwBuildNumber) + (wine ? " (Wine)" : "") + ", " + IntToStr(int64_t{sizeof(void*)} * 8) +
            " bits, code page " + IntToStr(GetACP()) + "\r\n";
 }
 

@@ -14,6 +14,7 @@ namespace {
 constexpr ULONGLONG StepPatience = 5000; // milliseconds
 
 const char* const Questions[QuestionCount] = {
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one question on two lines
     "What is heard when the list has been filled: LVM_GETSELECTEDCOUNT in a WH_CALLWNDPROCRET hook, WM_SETREDRAW, "
     "WM_PARENTNOTIFY for the view?",
     "Is the list virtual? What does LVM_GETITEM say, what do LVM_DELETEITEM and RemoveObject do?",
