@@ -170,7 +170,8 @@ TEST_F(DesignerWindow, ClosingAsksAboutWhatIsNotSaved) {
     EXPECT_EQ(FileText(), Moved());
 }
 
-TEST_F(DesignerWindow, TheLargestFormOpensInATenthOfASecond) {
+/// The bench measures it, with a limit of a tenth of a second; a test's machine may be a slow and busy one.
+TEST_F(DesignerWindow, TheLargestFormOpensAtOnce) {
     const std::string form = std::string(KX_SOURCES) + "/src/kx/places/KxAddPlaceForm.dfm";
     double least = 1000;
     for (int i = 0; i < 5; ++i) {
@@ -180,7 +181,7 @@ TEST_F(DesignerWindow, TheLargestFormOpensInATenthOfASecond) {
         least = std::min(least, ProcessorTime() - start);
         Window->Command("CloseForm");
     }
-    EXPECT_TRUE(KX_TEST_GUARDED != 0 || least < 100) << least << " milliseconds";
+    EXPECT_TRUE(KX_TEST_GUARDED != 0 || least < 300) << least << " milliseconds";
 }
 
 // --- Views
