@@ -218,6 +218,16 @@ void TMenuItem::GetChildren(const TGetChildProc& proc, TComponent*) {
 
 // --- Look
 
+namespace {
+
+/// How a menu shows the item.
+UINT StateOf(const TMenuItem& item) {
+    return (item.Checked() ? UINT{MFS_CHECKED} : 0u) | (item.Default() ? UINT{MFS_DEFAULT} : 0u) |
+           (item.Enabled() ? UINT{MFS_ENABLED} : UINT{MFS_DISABLED});
+}
+
+} // namespace
+
 template <class V> void TMenuItem::Change(V& field, const V& value) {
     if (field == value) {
         return;
@@ -238,8 +248,7 @@ template <class V> void TMenuItem::Change(V& field, const V& value) {
         MENUITEMINFOA info = {};
         info.cbSize = sizeof(info);
         info.fMask = MIIM_STATE;
-        info.fState = (FChecked ? UINT{MFS_CHECKED} : 0u) | (FDefault ? UINT{MFS_DEFAULT} : 0u) |
-                      (FEnabled ? UINT{MFS_ENABLED} : UINT{MFS_DISABLED});
+        info.fState = StateOf(*this);
         const auto self = std::find(FParent->FItems.begin(), FParent->FItems.end(), this);
         const auto before =
             std::count_if(FParent->FItems.begin(), self, [](TMenuItem* item) { return item->FVisible; });
@@ -365,8 +374,7 @@ void TMenuItem::AppendTo(HMENU menu) {
                  (FBreak == mbBreak      ? UINT{MFT_MENUBREAK}
                   : FBreak == mbBarBreak ? UINT{MFT_MENUBARBREAK}
                                          : 0u);
-    info.fState = (FChecked ? UINT{MFS_CHECKED} : 0u) | (FDefault ? UINT{MFS_DEFAULT} : 0u) |
-                  (FEnabled ? UINT{MFS_ENABLED} : UINT{MFS_DISABLED});
+    info.fState = StateOf(*this);
     info.wID = FCommand;
     info.hSubMenu = FItems.empty() ? nullptr : Handle();
     info.dwTypeData = text.data();
