@@ -210,7 +210,6 @@ void TRadioButton::CreateParams(TCreateParams& params) {
 
 void TRadioButton::CreateWnd() {
     TButtonControl::CreateWnd();
-    SendMessageA(WindowHandle(), BM_SETDONTCLICK, TRUE, 0); // else it says that it is clicked when it gets the focus
     SendMessageA(WindowHandle(), BM_SETCHECK, FChecked ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
