@@ -72,6 +72,19 @@ private:
     TLifetime::TState* FState;
 };
 
+/// Like TAlive, for code that the object's destructor runs too: an object that is going already is there until that
+/// code has returned.
+class TStillThere {
+public:
+    template <class T> explicit TStillThere(const T& object) : FAlive(object), FIsGoing(!FAlive) {}
+
+    explicit operator bool() const noexcept { return FIsGoing || FAlive; }
+
+private:
+    const TAlive FAlive;
+    const bool FIsGoing;
+};
+
 /// Runs foreign code that may free `object`, and tells whether the object lives on. The answer cannot be overlooked:
 ///
 ///     if (!Outlives(*this, [&] { FOnResize(this); })) {

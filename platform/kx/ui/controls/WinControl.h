@@ -219,12 +219,17 @@ protected:
     virtual void FocusChanged(TWinControl* focused);
 
 private:
+    class TSystemCall;
+
     static LRESULT KX_CALLBACK MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT KX_CALLBACK InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     void RegisterWindow(HWND window);
     void MakeHandle(); ///< Calls CreateHandle.
     void WindowDestroyed();
+    void ForgetSystemCall();
+    void LeaveWindow();      ///< Loses a window whose procedure is at work. It is destroyed later.
+    void LeaveBusyWindows(); ///< The same for the controls inside, as far as their procedures are at work.
     void CreateChildHandles();
     void AttachControl(TControl* control);
     void DetachControl(TControl* control);
@@ -266,6 +271,7 @@ private:
     HWND FParentWindow = nullptr;
     WNDPROC FDefWndProc = nullptr;
     std::unique_ptr<TThunk> FThunk;
+    TSystemCall* FSystemCall = nullptr; ///< The outermost one under way for the window.
     std::vector<TControl*> FControls;
     std::vector<TWinControl*> FTabList;
     std::vector<HWND> FLastOrder; ///< The windows inside in the Z order that they were last brought into.

@@ -12,14 +12,6 @@
 
 namespace kx {
 
-void TWinControl::DefaultHandler(TMessage& message) {
-    if (FHandle) {
-        message.Result = CallWindowProcA(FDefWndProc, FHandle, message.Msg, message.WParam, message.LParam);
-    } else {
-        TControl::DefaultHandler(message);
-    }
-}
-
 void TWinControl::WndProc(TMessage& message) {
     switch (message.Msg) {
     case WM_PAINT: PaintHandler(message); return;

@@ -273,10 +273,9 @@ LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wPara
             return m.Result;
         });
     }
-    const TAlive alive(*control);
-    const bool isGoing = !alive; // then its destructor waits for the end of this message
+    const TStillThere there(*control); // a destructor that destroys the window waits for the end of this message
     Guarded([&] { control->WndProc(m); });
-    if (alive || isGoing) {
+    if (there) {
         control->WindowDestroyed();
     }
     return m.Result;
@@ -287,6 +286,7 @@ void TWinControl::WindowDestroyed() {
         Windows().Remove(FHandle);
         FHandle = nullptr;
     }
+    ForgetSystemCall();
     FLastOrder.clear(); // the windows inside are gone too
     FIsMouseIn = false;
     FMouseControl = nullptr;
@@ -299,17 +299,24 @@ void TWinControl::WindowDestroyed() {
 void TWinControl::SaveWindowState() { TControl::SetText(Text()); }
 
 void TWinControl::DestroyHandle() {
-    if (FHandle) {
-        const HWND window = FHandle;
-        const TFieldScope destroying(*this, FDestroyingWindow, true);
-        const TAlive alive(*this);
-        const bool isGoing = !alive; // then its destructor calls this, and the object stays
-        DestroyWindow(window);
-        // Only the thread that has made a window can destroy it. Another thread lets go of it.
-        if ((alive || isGoing) && FHandle == window) {
-            SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
-            WindowDestroyed();
+    if (!FHandle) {
+        return;
+    }
+    const HWND window = FHandle;
+    const TFieldScope destroying(*this, FDestroyingWindow, true);
+    const TStillThere there(*this);
+    if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
+        LeaveBusyWindows();
+        if (there && FHandle == window && FSystemCall) {
+            LeaveWindow();
+        } else {
+            DestroyWindow(window);
         }
+    }
+    // Only the thread that has made a window can destroy it. Another thread lets go of it.
+    if (there && FHandle == window) {
+        SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
+        WindowDestroyed();
     }
 }
 
