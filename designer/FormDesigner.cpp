@@ -39,6 +39,7 @@ void TFormDesigner::ReadAncestor() {
     FAncestor.reset();
     if (!FAncestors.empty()) {
         FAncestor = ReadForm(FAncestors.back(), nullptr, {FAncestors.begin(), FAncestors.end() - 1});
+        FAncestor->SetName({}); // whoever looks for the ancestor's form means the one that is open
     }
 }
 

@@ -195,6 +195,35 @@ TEST_F(FormFrames, FramesInsideFramesComeBack) {
     EXPECT_EQ(Written(*ReadForm(Written(*form))), Written(*form));
 }
 
+TEST_F(FormFrames, AFrameOfAnAncestorIsAFrameInAFormThatIsWrittenWhole) {
+    TForm form;
+    for (const std::string& file :
+         {FormOf("inline Frame1: TFrame\n  Left = 3\n  inherited Inner: TButton\n    Left = 4\n  end\nend"),
+          std::string("inherited F: TForm\n inherited Frame1: TFrame\n  inherited Inner: TButton\n   Caption = 'new'\n"
+                      "  end\n end\nend")}) {
+        TMemoryStream stream(file);
+        ReadComponent(stream, &form, [](TReader& reader) { reader.SetKeepsUnknown(true); });
+    }
+    TMemoryStream stream;
+    WriteComponent(stream, form, TStreamFormat::Text, nullptr, [](TWriter& writer) { writer.SetWritesWhole(); });
+    EXPECT_EQ(stream.Bytes(), FormOf("inline Frame1: TFrame\n"
+                                     "  Left = 3\n"
+                                     "  inherited Inner: TButton\n"
+                                     "    Caption = 'new'\n"
+                                     "    Left = 4\n"
+                                     "  end\n"
+                                     "  inherited Other: TButton\n"
+                                     "    Caption = 'as made'\n"
+                                     "  end\n"
+                                     "  inherited Server: TServer\n"
+                                     "  end\n"
+                                     "end"));
+    const auto copy = ReadForm(stream.Bytes());
+    TComponent* const frame = copy->FindComponent("Frame1");
+    EXPECT_EQ(dynamic_cast<TButton&>(*frame->FindComponent("Inner")).Caption(), "new");
+    EXPECT_EQ(frame->ComponentCount(), 3);
+}
+
 TEST_F(FormFrames, EveryReaderKeepsThePositionsOfComponents) {
     const std::string text =
         FormOf("object P: TPanel [2]\n  object B: TButton [-1]\n  end\nend\nobject S: TServer [0]\nend");

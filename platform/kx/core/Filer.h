@@ -307,6 +307,11 @@ public:
     /// TFormNumbers::Spelled; at first they do not.
     void SetNumbers(TFormNumbers value) { FNumbers = value; }
 
+    /// The form is written as it is now, and as one that inherits from no other: what its ancestors have brought is its
+    /// own then, and properties that nobody knows are left out. So it can be read where the ancestors are not there.
+    /// `WriteDescendent` throws EWriteError when the reader, one that keeps what it does not know, lacked them too.
+    void SetWritesWhole() { FMode = TMode::Plain; }
+
     /// Names the ancestor of an inline component that the ancestor form does not know, such as a frame as its own form
     /// file makes it. Without one everything inside is written.
     const TFindAncestorEvent& OnFindAncestor() const { return FOnFindAncestor; }

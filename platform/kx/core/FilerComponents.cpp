@@ -203,10 +203,15 @@ TComponent* TReader::ReadRoot(TComponent* root) {
     } catch (const Exception& error) {
         throw TFailure(ErrorReading(header.ClassName, header.Start, error), true);
     }
+    const detail::TKept* const before = Kept(*root);
+    const bool hasAncestor = before && before->InFile && !before->LacksAncestor;
     if (KeepsUnknown()) {
         ForgetKept(*root);
     }
     KeepHeader(*root, header);
+    if (KeepsUnknown()) {
+        root->FKept->LacksAncestor = header.Flags.Contains(ffInherited) && !hasAncestor;
+    }
     ReadBody(*root);
     return root;
 }

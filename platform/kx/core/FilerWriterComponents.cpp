@@ -12,6 +12,10 @@ namespace kx {
 // --- Forms
 
 void TWriter::WriteDescendent(TComponent& root, TComponent* ancestor) {
+    const detail::TKept* const kept = Kept(root);
+    if (FMode == TMode::Plain && kept && kept->LacksAncestor) {
+        throw EWriteError(Format("The form from which %s inherits is not there", {root.Name()}));
+    }
     const size_t start = FBuffer.size();
     const detail::TRestore nesting(FNesting, 0);
     FRoot = &root;
@@ -52,7 +56,9 @@ void TWriter::WriteComponent(TComponent& component) {
 
 TFilerFlags TWriter::HeaderFlags(const TComponent& component, const detail::TKept* kept) const {
     TFilerFlags flags;
-    if (FIsInherited || (kept && kept->IsInherited)) {
+    // Nothing can make an ancestor's component of what stands in for it.
+    const bool staysInherited = FMode != TMode::Plain || component.IsPlaceholder();
+    if (FIsInherited || (kept && kept->IsInherited && staysInherited)) {
         flags.Include(ffInherited);
     } else if ((&component != FRoot && component.FState.Contains(csInline)) || (kept && kept->IsInline)) {
         flags.Include(ffInline);
@@ -105,7 +111,7 @@ void TWriter::WriteData(TComponent& component) {
     WriteListEnd();
 
     const bool isEmpty = FBuffer.size() == content + 2; // just the two ends of lists
-    if (isEmpty && !isRoot && (kept && kept->IsNoted ? !kept->InFile : isRepeated)) {
+    if (isEmpty && !isRoot && (FMode != TMode::Plain && kept && kept->IsNoted ? !kept->InFile : isRepeated)) {
         FBuffer.resize(start);
     }
 }
@@ -136,7 +142,7 @@ std::vector<TComponent*> TWriter::ChildrenOf(TComponent& component) {
     if (const auto strays = FStraysIn.find(&component); strays != FStraysIn.end()) {
         children.insert(children.end(), strays->second.begin(), strays->second.end());
     }
-    if (FMode == TMode::Note) {
+    if (FMode != TMode::Kept) {
         return children;
     }
     std::vector<size_t> slots;

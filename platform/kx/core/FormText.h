@@ -35,7 +35,8 @@ TStreamFormat TestStreamFormat(TStream& stream);
 TComponent* ReadComponent(TStream& stream, TComponent* root, const std::function<void(TReader&)>& prepare = {});
 
 /// Writes `root`; with an ancestor, what differs from it. In a text, numbers that have been kept are spelled as they
-/// were in the text from which they came.
-void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor = nullptr);
+/// were in the text from which they came. `prepare` may set up the writer.
+void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor = nullptr,
+                    const std::function<void(TWriter&)>& prepare = {});
 
 } // namespace kx

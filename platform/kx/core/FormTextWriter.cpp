@@ -356,17 +356,18 @@ void ObjectResourceToText(TStream& resource, TStream& text) {
     ObjectBinaryToText(resource, text);
 }
 
-void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor) {
-    if (format == TStreamFormat::Binary) {
-        TWriter(stream).WriteDescendent(root, ancestor);
-        return;
-    }
+void WriteComponent(TStream& stream, TComponent& root, TStreamFormat format, TComponent* ancestor,
+                    const std::function<void(TWriter&)>& prepare) {
     TMemoryStream binary;
-    TWriter writer(binary);
+    TWriter writer(format == TStreamFormat::Binary ? stream : binary);
     writer.SetNumbers(format == TStreamFormat::Text ? TFormNumbers::Spelled : TFormNumbers::Plain);
+    if (prepare) {
+        prepare(writer);
+    }
     writer.WriteDescendent(root, ancestor);
     binary.SetPosition(0);
     switch (format) {
+    case TStreamFormat::Binary: return;
     case TStreamFormat::Text: return ObjectBinaryToText(binary, stream);
     case TStreamFormat::Resource:
         WriteResHeader(stream, root.FormClassName(), static_cast<uint32_t>(binary.Size()));

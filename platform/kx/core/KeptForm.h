@@ -23,10 +23,11 @@ using TKeptProperties = std::vector<TKeptProperty>;
 /// was. What has not changed since the reading is written as it stood, at its place; properties that nobody knows never
 /// change.
 struct TKept {
-    TKeptProperties Stood;  ///< The file's properties, in its order.
-    TKeptProperties Loaded; ///< What a writer wrote of the object just after the reading.
-    std::string RootName;   ///< Of the file; references may be said by it.
-    bool IsNoted = false;   ///< `Loaded` and what else is compared are there.
+    TKeptProperties Stood;      ///< The file's properties, in its order.
+    TKeptProperties Loaded;     ///< What a writer wrote of the object just after the reading.
+    std::string RootName;       ///< Of the file; references may be said by it.
+    bool LacksAncestor = false; ///< Of a root: its file inherits from a form that was not read before.
+    bool IsNoted = false;       ///< `Loaded` and what else is compared are there.
 
     // --- Of components alone
 

@@ -76,7 +76,9 @@ std::unique_ptr<TForm> CreatePreviewForm(const std::string& formName, std::strin
             tmpFileName = TempFolder() + formName + ".tmp";
             {
                 TFileStream file(tmpFileName, fmCreate);
-                WriteComponent(file, *designed, TStreamFormat::Resource);
+                // Whole: where the copy is read, the forms from which it inherits are not known.
+                WriteComponent(file, *designed, TStreamFormat::Resource, nullptr,
+                               [](TWriter& writer) { writer.SetWritesWhole(); });
             }
             auto copy = std::make_unique<TForm>();
             ReadFormForPreview(tmpFileName, copy.get());
