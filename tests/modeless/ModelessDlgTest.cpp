@@ -4,6 +4,8 @@
 
 #include "kx/win/Apartment.h"
 #include "tests/support/Cycles.h"
+#include "tests/support/Grow.h"
+#include "tests/support/TestKey.h"
 
 #include <stdexcept>
 
@@ -411,6 +413,31 @@ TEST_F(Modeless, AHundredShowingsLeaveNothingBehindThatTheSystemsDialogDoesNot) 
     });
     EXPECT_EQ(Results.size(), Cycles + 6u);
     ExpectNoLoss(ours, Cycles, system, SystemCycles, 8);
+}
+
+TEST_F(Modeless, ADialogRemembersWhatWasDoneInItsOwnThread) {
+    const TTestKey key;
+    Folder.AddFile("one.txt");
+    auto& dialog = NewDialog<TKxOpenDialog>();
+    dialog.SetRememberKey(key.Path());
+    TPoint size{};
+    const auto sizeOf = [&] {
+        const TRect r = ScreenRectOf(dialog.DlgHandle());
+        return TPoint{Width(r), Height(r)};
+    };
+    Show(dialog,
+         [&] {
+             Grow(dialog.DlgHandle());
+             size = sizeOf();
+         },
+         {EnterFileName(dialog, "one.txt")});
+    EXPECT_THAT(Results, ElementsAre(true));
+    dialog.SetInitialDir("");
+    dialog.SetFileName("");
+    ShowAndCancel(dialog, [&] {
+        EXPECT_EQ(dialog.SelectedFolder(), Folder.Path());
+        EXPECT_EQ(sizeOf(), size);
+    });
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "kx/win/Registry.h"
 
+#include "kx/core/SysUtils.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -291,6 +292,15 @@ void TRegistry::WriteInteger(const std::string& name, int32_t value) {
 
 void TRegistry::WriteBinaryData(const std::string& name, const void* data, size_t size) {
     WriteValue(FCurrentKey.get(), name, REG_BINARY, data, size);
+}
+
+std::string KeyFromRoot(const std::string& key) {
+    std::string name = key;
+    while (name != ExcludeTrailingPathDelimiter(name)) {
+        name = ExcludeTrailingPathDelimiter(name);
+    }
+    name.erase(0, name.find_first_not_of('\\'));
+    return name.empty() ? name : '\\' + name;
 }
 
 // --- TRegIniFile

@@ -80,6 +80,10 @@ private:
     std::string FCurrentPath;
 };
 
+/// The key's name from the root key, whatever key is open: one backslash in front and none at the end. Empty for a name
+/// of nothing but backslashes, which would mean the root key itself.
+std::string KeyFromRoot(const std::string& key);
+
 /// A registry key used like an INI file: a section is a key below the open one, an identifier one of its values. All
 /// values are strings.
 class TRegIniFile : public TRegistry {

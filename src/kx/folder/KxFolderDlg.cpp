@@ -55,6 +55,7 @@ const TClass& TKxFolderDialog::StaticClass() {
         c.Property("OnCanClose", &T::OnCanClose, &T::SetOnCanClose);
         c.Property("OnEventHook", &T::OnEventHook, &T::SetOnEventHook);
         c.Property("OnEventHooking", &T::OnEventHooking, &T::SetOnEventHooking);
+        c.Property("RememberKey", &T::RememberKey, &T::SetRememberKey);
     });
     return cls.Class();
 }
@@ -197,7 +198,18 @@ bool TKxCustomFolderDialog::Execute() {
     if (!Outlives(*this, [&] { owner = BrowserOwner(); })) { // making the parent form's window runs its handlers
         return false;
     }
-    return TaskModalDialog(owner, [this, owner] { return Browse(owner); });
+    if (!FDlgHandle) { // else the dialog is shown already, and to show it once more is an error
+        FMemory = TKxDlgMemory(FRememberKey);
+    }
+    bool confirmed = false;
+    if (!Outlives(*this, [&] { confirmed = TaskModalDialog(owner, [this, owner] { return Browse(owner); }); })) {
+        return false;
+    }
+    if (FMemory.IsOn()) {
+        FMemory.Folder = FFolder;
+        Guarded([&] { FMemory.Keep(confirmed); });
+    }
+    return confirmed;
 }
 
 HWND TKxCustomFolderDialog::BrowserOwner() const {
@@ -327,7 +339,8 @@ void TKxCustomFolderDialog::Initialized() {
     if (alive) {
         FExOptions.IsEmpty() ? DockForms() : FParams.SetIcon2(FDlgHandle);
     }
-    if (alive) {
+    using T = TKxCustomFolderDialog;
+    if (alive && RunSteps<T>(*this, {&T::RecallSize, &T::RecallFolder})) {
         DialogShown();
     }
     if (alive && !FStatus.empty()) {
@@ -338,6 +351,42 @@ void TKxCustomFolderDialog::Initialized() {
         if (FSelectAgain) {
             PostMessageA(FDlgHandle, LaterMessage(), ltSelectAgain, FSelection);
         }
+    }
+}
+
+namespace {
+
+bool IsSizeable(HWND window) { return (GetWindowLongA(window, GWL_STYLE) & WS_THICKFRAME) != 0; }
+
+/// The folder lies below `root`, or is it.
+bool LiesBelow(const std::string& folder, const std::string& root) {
+    const std::string base = IncludeTrailingPathDelimiter(root);
+    const std::string path = IncludeTrailingPathDelimiter(folder);
+    return path.size() >= base.size() && SameText(path.substr(0, base.size()), base);
+}
+
+} // namespace
+
+void TKxCustomFolderDialog::RecallSize() {
+    if (FMemory.Size && IsSizeable(FDlgHandle)) {
+        const TPoint size = KxFitSize(FDlgHandle, *FMemory.Size);
+        ResizeWindow(FDlgHandle, size.X, size.Y);
+    }
+}
+
+void TKxCustomFolderDialog::RecallFolder() {
+    const std::string folder = FMemory.ExistingFolder();
+    const bool isInTree = FSpecIniFolder == ftNone && (FIniFolder.empty() || LiesBelow(folder, FIniFolder));
+    if (!folder.empty() && isInTree) {
+        SetSelFolder(folder);
+    }
+}
+
+void TKxCustomFolderDialog::RememberSize() {
+    // The application may have vetoed the message that tells the window's end.
+    if (IsWindow(FDlgHandle) && IsSizeable(FDlgHandle)) {
+        const TRect outer = KxWindowRect(FDlgHandle);
+        FMemory.Size = TPoint{Width(outer), Height(outer)};
     }
 }
 
@@ -399,6 +448,7 @@ void TKxCustomFolderDialog::DoClose() {
 /// Gives the browser's window back to the system and takes the forms out of it. Their handlers may free the dialog.
 void TKxCustomFolderDialog::LeaveWindow() {
     if (FDlgHandle) {
+        RememberSize();
         DetachDialog();
         FParams.DisconnectForms();
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/frame/KxDlgCore.h"
+#include "kx/frame/KxDlgMemory.h"
 #include "kx/frame/KxShellDefs.h"
 
 #include <array>
@@ -80,6 +81,12 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
     /// the main form is shown, the active window. The form is not owned, and forgotten when it is freed.
     TForm* ParentForm() const { return FParentForm.Get(); }
     void SetParentForm(TForm* value) { FParentForm.Set(value); }
+    /// Key below HKEY_CURRENT_USER in which dialogs of one purpose remember the folder that the user has chosen last,
+    /// and the size in which he left a browser that can be sized, whether he chose or not. The next Execute begins with
+    /// them, but for a folder outside of the tree's root, or one that the program selects in OnShow. Empty: nothing is
+    /// remembered.
+    const std::string& RememberKey() const { return FRememberKey; }
+    void SetRememberKey(const std::string& value) { FRememberKey = value; }
     /// Instruction above the tree, of which the first 127 bytes are shown.
     const std::string& Text() const { return FTitle; }
     void SetText(const std::string& value) { FTitle = value; }
@@ -147,6 +154,9 @@ private:
     unique_pidl RootPidl() const;
     UINT BrowseFlags() const;
     void Initialized();
+    void RecallSize();
+    void RecallFolder();
+    void RememberSize();
     void SelChanged(const ITEMIDLIST* selection);
     void LeaveWindow();
     void EndRun();
@@ -171,6 +181,8 @@ private:
     TKxMsgVerdict BeforeSystem(TMessage& message, int&) override;
     void AfterSystem(TMessage& message, int) override;
 
+    std::string FRememberKey;
+    TKxDlgMemory FMemory; ///< Of the running dialog.
     std::string FFolder;
     std::string FIniFolder;
     std::string FTitle;

@@ -3,9 +3,11 @@
 #include "kx/opensave/KxFileDlgCore.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/SysUtils.h"
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/win/Windows.h"
 
+#include <algorithm>
 #include <commdlg.h>
 
 namespace kx {
@@ -15,6 +17,59 @@ TKxFileDlgCore::TKxFileDlgCore(TOpenDialog& dialog) : TKxDlgCore(dialog), FDialo
 void TKxFileDlgCore::SetTitle(const std::string& value) {
     TKxDlgCore::SetTitle(value);
     Window().SetTitle(value);
+}
+
+// --- What is remembered
+
+void TKxFileDlgCore::Recall() {
+    FMemory = TKxDlgMemory(FRememberKey);
+    FIsSizeRecalled = FMemory.Size && IsSizeable();
+    if (FIsSizeRecalled) {
+        CX = FMemory.Size->X;
+        CY = FMemory.Size->Y;
+    }
+}
+
+bool TKxFileDlgCore::RunRemembering(const std::function<bool()>& execute) {
+    if (!FDlgHandle) { // else the dialog is shown already, and to show it once more is an error
+        Recall();
+        FPlaced = false;
+    }
+    bool confirmed = false;
+    if (!Outlives(Existence(), [&] { confirmed = execute(); })) {
+        return false;
+    }
+    if (FMemory.IsOn() && FPlaced) {
+        Guarded([&] {
+            RememberChoice(confirmed);
+            Remember();
+            FMemory.Keep(confirmed);
+        });
+    }
+    return confirmed;
+}
+
+void TKxFileDlgCore::RememberChoice(bool confirmed) {
+    if (confirmed) {
+        FMemory.Folder = ExtractFileDir(FDialog.FileName());
+    }
+    if (IsSizeable()) {
+        FMemory.Size = TPoint{CX, CY};
+    }
+}
+
+std::string TKxFileDlgCore::StartFolder() const {
+    const bool isSet = !FDialog.InitialDir().empty() || !ExtractFilePath(FDialog.FileName()).empty();
+    return isSet ? FDialog.InitialDir() : FMemory.ExistingFolder();
+}
+
+/// A filter that the dialog does not have is not remembered: the program may have been given others meanwhile.
+int TKxFileDlgCore::StartFilterIndex() const {
+    const auto bars = std::count(FDialog.Filter().begin(), FDialog.Filter().end(), '|');
+    const int filters = static_cast<int>((bars + 1) / 2);
+    const int remembered = FMemory.Filter.value_or(0);
+    const bool isSet = FDialog.FilterIndex() != 1;
+    return !isSet && remembered >= 1 && remembered <= filters ? remembered : FDialog.FilterIndex();
 }
 
 // --- Selection
@@ -83,12 +138,15 @@ void TKxFileDlgCore::ShowVisibleCtrls() {
 
 void TKxFileDlgCore::FireShow() {
     FFirstTimeFlag = true;
+    FMemory.Filter = ShownFilter();
     TKxDlgCore::FireShow();
 }
 
 /// Outer size, in pixels, in which the dialog comes up. @throws EIntOverflow
 TPoint TKxFileDlgCore::FirstSize() const {
-    return {CheckedSum(FParams.IncX(), CX, AddedWidth()), CheckedAdd(FParams.IncY(), CY)};
+    const TPoint size{CheckedSum(FParams.IncX(), CX, AddedWidth()), CheckedAdd(FParams.IncY(), CY)};
+    // The size may have been remembered on a larger screen, or of a dialog with smaller forms.
+    return FIsSizeRecalled ? KxFitSize(FDlgHandle, size) : size;
 }
 
 /// The system gives a sizeable dialog, when it is complete, the size of the last one. It would lay the dialog out for
@@ -185,6 +243,13 @@ void TKxFileDlgCore::LeaveWindow() {
     SetOuterSize(CX, CY);
 }
 
+/// Number of the chosen filter from 1; nothing for a dialog without filters.
+std::optional<int> TKxFileDlgCore::ShownFilter() const {
+    HWND types = Window().Item(KxFileTypeId);
+    const LRESULT index = types && !FDialog.Filter().empty() ? SendMessageA(types, CB_GETCURSEL, 0, 0) : CB_ERR;
+    return index >= 0 ? std::optional(static_cast<int>(index) + 1) : std::nullopt;
+}
+
 void TKxFileDlgCore::LeaveAtLast() {
     if (IsGoing() && !FClosingWindow) {
         LeaveWindow();
@@ -246,6 +311,9 @@ void TKxFileDlgCore::AfterSystem(TMessage& message, int command) {
 
 /// The system gives its OK button another text whenever the selection, the folder or the file type changes.
 void TKxFileDlgCore::AfterNotification(UINT code) {
+    if (code == CDN_TYPECHANGE) {
+        FMemory.Filter = ShownFilter(); // the system may empty the list of filters before its window goes
+    }
     if (code == CDN_SELCHANGE || code == CDN_FOLDERCHANGE || code == CDN_TYPECHANGE) {
         FCaptions.KeepOk(FDlgHandle);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/frame/KxDlgCore.h"
+#include "kx/frame/KxDlgMemory.h"
 #include "kx/opensave/KxFileDlgWindow.h"
 #include "kx/opensave/KxOpenSaveComm.h"
 
@@ -22,6 +23,13 @@ public:
     TKxOpenDlgCaptions& DlgItemsCaptions() { return FCaptions; }
     TKxOpenDlgControls VisibleControls() const { return FCtrls; }
     void SetVisibleControls(TKxOpenDlgControls value) { SetVisibleCtrls(value); }
+    /// Key below HKEY_CURRENT_USER in which dialogs of one purpose remember what the user has done: the folder and the
+    /// filter of his last choice, and the size in which he left the dialog, whether he chose or not; in the full
+    /// dialogs also the view style and the widths of the columns. The next Execute begins with them, but for what the
+    /// program says itself: an InitialDir or a FileName with its folder, a FilterIndex other than 1, a view style in
+    /// OnShow, a dialog that cannot be sized. What cannot be read is not remembered. Empty: nothing is.
+    const std::string& RememberKey() const { return FRememberKey; }
+    void SetRememberKey(const std::string& value) { FRememberKey = value; }
 
     // --- The running dialog
 
@@ -99,6 +107,17 @@ protected:
     virtual void DoFilenameEntering(bool& allow) { FEnteringFName(&FDialog, allow); }
     virtual void DoFilenameChange() { FChangeFName(&FDialog); }
 
+    /// Runs the dialog by `execute`, which tells whether the user has chosen, with what RememberKey holds, and keeps
+    /// there what came of it. False when the dialog was freed meanwhile.
+    bool RunRemembering(const std::function<bool()>& execute);
+    /// Of the running dialog, or of the one that has just been closed.
+    TKxDlgMemory& Memory() { return FMemory; }
+    /// The dialog is closed, and what else is remembered of it is to be taken into the memory.
+    virtual void Remember() {}
+    /// What the dialog is to begin with: what the program has set, else what is remembered.
+    std::string StartFolder() const;
+    int StartFilterIndex() const;
+
     bool IsSizeable() const { return FDialog.Options().Contains(ofEnableSizing); }
 
     // --- Pieces of a showing
@@ -151,8 +170,14 @@ private:
     void SetOuterSize(int32_t width, int32_t height);
     void PlaceAgain();
     bool AllowsCommand(TKxFileDlgCommand command);
+    void Recall();
+    void RememberChoice(bool confirmed);
+    std::optional<int> ShownFilter() const;
 
     TOpenDialog& FDialog;
+    std::string FRememberKey;
+    TKxDlgMemory FMemory;
+    bool FIsSizeRecalled = false;    ///< CX and CY come from the memory.
     std::optional<TPoint> FPlacedAt; ///< Where the dialog was placed, until its first painting.
     TStringList FSelFiles;
     unique_pidl FSelPathIDList;

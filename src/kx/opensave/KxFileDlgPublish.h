@@ -37,6 +37,10 @@ template <class T> void PublishInput(TClassBuilder<T>& c) {
     c.Property("OnEventHooking", &T::OnEventHooking, &T::SetOnEventHooking);
 }
 
+template <class T> void PublishMemory(TClassBuilder<T>& c) {
+    c.Property("RememberKey", &T::RememberKey, &T::SetRememberKey);
+}
+
 /// Of the full dialogs: what the user selects with, and the parts of the dialog.
 template <class T> void PublishSelection(TClassBuilder<T>& c) {
     c.Property("SelectionType", &T::SelectionType, &T::SetSelectionType).Default = stStandard;

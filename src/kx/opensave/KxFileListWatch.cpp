@@ -73,6 +73,7 @@ bool TKxFileListWatch::TakeWindows() {
 
 void TKxFileListWatch::LoseList() {
     FLVH = nullptr;
+    FColumns.clear();
     FRefilledPosted = false; // the posted message has gone with its list
     FFilteredCount = -1;
     FFilter.Forget();
@@ -130,7 +131,9 @@ void TKxFileListWatch::ListRefilled() {
     }
     FFilteredCount = done && FLVH == list ? EntryCount() : -1; // -1: the timer filters it once more
     PostApplyStyles();
-    ApplyWantedStyle();
+    if (Outlives(FDialog.Existence(), [this] { ApplyWantedStyle(); })) {
+        ApplyColumns();
+    }
 }
 
 void TKxFileListWatch::FilterNow() {
@@ -145,6 +148,7 @@ void TKxFileListWatch::Forget() {
     LoseList();
     FDVH = nullptr;
     FWantedStyle.reset();
+    FNotesLook = false;
 }
 
 // --- Styles of the list
@@ -154,6 +158,7 @@ void TKxFileListWatch::DoRefreshListView(TObject*) {
     MayBeFilled();
     if (FLVH) {
         PostMessageA(FLVH, KxRefreshStylesMessage, 0, 0);
+        ApplyColumns();
     } else {
         PostApplyStyles(); // the shell has yet to make its list
     }
@@ -212,6 +217,59 @@ void TKxFileListWatch::ApplyWantedStyle() {
     }
 }
 
+// --- The look that is remembered
+
+namespace {
+
+/// Width of each column that the list has, in pixels.
+std::vector<int> ColumnWidths(HWND list) {
+    const auto header = reinterpret_cast<HWND>(SendMessageA(list, LVM_GETHEADER, 0, 0));
+    const LRESULT count = header ? SendMessageA(header, HDM_GETITEMCOUNT, 0, 0) : 0;
+    std::vector<int> widths;
+    for (LRESULT i = 0; i < count; ++i) {
+        widths.push_back(static_cast<int>(SendMessageA(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i), 0)));
+    }
+    return widths;
+}
+
+} // namespace
+
+void TKxFileListWatch::SetLook(const TKxFileListLook& value) {
+    FLook = value;
+    FNotesLook = true;
+    FColumns.clear();
+    if (FLook.Style && (!FLVH || ViewStyle() != *FLook.Style)) {
+        SetViewStyle(*FLook.Style); // the application may veto it, and free the dialog
+    }
+}
+
+/// Each list comes with widths of the shell's own. They can be set only where the columns are seen, and columns of
+/// another number are those of another kind of folder.
+void TKxFileListWatch::ApplyColumns() {
+    if (!FNotesLook || !FColumns.empty() || !FLVH || ViewStyle() != lvsReport) {
+        return;
+    }
+    if (ColumnWidths(FLVH).size() == FLook.Columns.size()) {
+        for (size_t i = 0; i < FLook.Columns.size(); ++i) {
+            SendMessageA(FLVH, LVM_SETCOLUMNWIDTH, i, FLook.Columns[i]);
+        }
+    }
+    FColumns = ColumnWidths(FLVH);
+}
+
+/// The list, or its present style, is about to go. Widths that the user has not changed are not his: other folders may
+/// have other columns.
+void TKxFileListWatch::NoteLook() {
+    if (!FNotesLook) {
+        return;
+    }
+    FLook.Style = ViewStyle();
+    if (FLook.Style == lvsReport && !FColumns.empty() && ColumnWidths(FLVH) != FColumns) {
+        FLook.Columns = ColumnWidths(FLVH);
+        FColumns = FLook.Columns;
+    }
+}
+
 // --- Messages of the list
 
 void TKxFileListWatch::NewLVProc(TMessage& message) {
@@ -229,6 +287,7 @@ void TKxFileListWatch::NewLVProc(TMessage& message) {
         }
         break;
     case WM_DESTROY:
+        NoteLook();
         FListMessages.Uninstall();
         LoseList();
         PostApplyStyles(); // the timer finds the next list
@@ -279,6 +338,7 @@ void TKxFileListWatch::ListStyleChanging(TMessage& message) {
     if (!allow) {
         change.styleNew = change.styleOld;
     }
+    NoteLook();
     if (Outlives(FDialog.Existence(), [&] { FListMessages.CallPrevious(message); }) && allow) {
         FHost.ViewStyleChanged(style);
     }
@@ -329,8 +389,8 @@ bool TKxFileListWatch::ViewStyleCommand(TMessage& message) {
     bool allow = true;
     if (Outlives(FDialog.Existence(), [&] { FHost.ViewStyleChanging(style, allow); }) && allow) {
         KxWhileAlive(
-            FDialog.Existence(), [&] { FViewMessages.CallPrevious(message); }, [&] { FHost.ViewStyleChanged(style); },
-            [this] { PostApplyStyles(); });
+            FDialog.Existence(), [this] { NoteLook(); }, [&] { FViewMessages.CallPrevious(message); },
+            [&] { FHost.ViewStyleChanged(style); }, [this] { PostApplyStyles(); });
     }
     return true;
 }

@@ -4,6 +4,7 @@
 #include "kx/win/Timers.h"
 
 #include <optional>
+#include <vector>
 
 namespace kx {
 
@@ -18,6 +19,12 @@ public:
 
 protected:
     ~IKxFileListHost() = default;
+};
+
+/// How a file list shows its files.
+struct TKxFileListLook {
+    std::optional<TKxListViewStyle> Style; ///< Nothing: as the shell likes it.
+    std::vector<int> Columns;              ///< Widths in lvsReport, in pixels; empty: as the shell likes them.
 };
 
 /// Watches over the file list of a running dialog. The shell makes its view and its list anew with every change of
@@ -40,6 +47,11 @@ public:
     TKxListViewStyle ViewStyle() const; ///< lvsIcon while there is no list.
     /// Has the shell change it; as soon as it has made the list, when it has not yet.
     void SetViewStyle(TKxListViewStyle value);
+
+    /// Gives the list this look, as soon as the shell has made it, and the columns to each list that follows; from now
+    /// on until the dialog is closed, `Look` tells how the user has changed that.
+    void SetLook(const TKxFileListLook& value);
+    const TKxFileListLook& Look() const { return FLook; }
 
     // --- The list
 
@@ -72,6 +84,8 @@ private:
     void PostListRefilled();
     void ListRefilled();
     void ApplyWantedStyle();
+    void ApplyColumns();
+    void NoteLook();
     void DoRefreshListView(TObject* sender);
 
     void NewLVProc(TMessage& message);
@@ -100,6 +114,9 @@ private:
     bool FFiltering = false;                      ///< The filter runs: what it does to the list is no refilling.
     LRESULT FFilteredCount = -1;                  ///< Entries that the filter left in the list; -1: it has yet to run.
     std::optional<TKxListViewStyle> FWantedStyle; ///< Set before there was a list.
+    TKxFileListLook FLook;
+    bool FNotesLook = false;   ///< SetLook was called in this showing.
+    std::vector<int> FColumns; ///< Widths that the list had before the user saw them; empty: he has not seen them.
 };
 
 } // namespace kx

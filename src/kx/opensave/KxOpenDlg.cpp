@@ -35,6 +35,7 @@ const TClass& TKxOpenDialog::StaticClass() {
         c.Property("OnSelectionStyleChanging", &T::OnSelectionStyleChanging, &T::SetOnSelectionStyleChanging);
         PublishInput(c);
         c.Property("OnShareViolation", &T::OnShareViolation, &T::SetOnShareViolation);
+        PublishMemory(c);
     });
     return cls.Class();
 }
@@ -60,9 +61,11 @@ TKxCustomOpenDialog* TKxCustomOpenDialog::CreationControl() { return TRunning::D
 // --- Running
 
 bool TKxCustomOpenDialog::ExecuteWith(TWrapper* wrapper) {
-    return DoExecute([this, wrapper](OPENFILENAMEA& record) {
-        const TRunning running = PrepareExecution(); // the system may have to show the dialog more than once
-        return wrapper(record);
+    return RunRemembering([this, wrapper] {
+        return DoExecute([this, wrapper](OPENFILENAMEA& record) {
+            const TRunning running = PrepareExecution(); // the system may have to show the dialog more than once
+            return wrapper(record);
+        });
     });
 }
 
@@ -107,9 +110,9 @@ void TKxCustomOpenDialog::DoShow() {
                 ForgetShareViolation();
                 AttachDialog();
             })) {
-        RunSteps<T>(*this,
-                    {&T::MeasureDialog, &T::MakeRoomForPlaces, &T::CreatePlacesBar, &T::TakeToolBar, &T::DockForms,
-                     &T::MeasureList, &T::ShowVisibleCtrls, &T::InstallHooks, &T::TakeFirstList, &T::FireShow});
+        RunSteps<T>(*this, {&T::MeasureDialog, &T::MakeRoomForPlaces, &T::CreatePlacesBar, &T::TakeToolBar,
+                            &T::DockForms, &T::MeasureList, &T::ShowVisibleCtrls, &T::InstallHooks, &T::TakeFirstList,
+                            &T::RecallLook, &T::FireShow});
     }
 }
 
@@ -122,6 +125,27 @@ void TKxCustomOpenDialog::MeasureDialog() {
     const bool roomy = IsSizeable() && ShowCustomPlacesBar();
     CX = CheckedAdd(Width(outer), roomy ? 40 : 0);
     CY = CheckedAdd(Height(outer), roomy ? 70 : 0);
+}
+
+/// The list shows as the user left it, unless the application sets something else in OnShow.
+void TKxCustomOpenDialog::RecallLook() {
+    if (!Memory().IsOn()) {
+        return;
+    }
+    TKxFileListLook look;
+    look.Columns = Memory().Columns;
+    if (Memory().ViewStyle.value_or(lvsTile + 1) <= lvsTile) {
+        look.Style = static_cast<TKxListViewStyle>(*Memory().ViewStyle);
+    }
+    FList.SetLook(look);
+}
+
+void TKxCustomOpenDialog::Remember() {
+    const TKxFileListLook look = FList.Look();
+    if (look.Style) {
+        Memory().ViewStyle = *look.Style;
+    }
+    Memory().Columns = look.Columns;
 }
 
 void TKxCustomOpenDialog::DoClose() {

@@ -128,6 +128,10 @@ protected:
         FOnShareEvent(this, result, fileName);
     }
 
+    std::string FirstFolder() const override { return StartFolder(); }
+    int FirstFilterIndex() const override { return StartFilterIndex(); }
+    void Remember() override;
+
     void DoShow() override;
     void DoClose() override;
     bool DoCanClose() override;
@@ -153,6 +157,7 @@ private:
     void TakeToolBar() { FToolBars.Take(); }
     void InstallHooks();
     void TakeFirstList() { FList.TakeFirst(); }
+    void RecallLook();
     static LRESULT KX_CALLBACK NewKeybHook(int code, WPARAM key, LPARAM flags);
     static LRESULT KX_CALLBACK NewWndHook(int code, WPARAM wParam, LPARAM lParam);
 

@@ -34,6 +34,7 @@ template <class T> void Publish(TClassBuilder<T>& c) {
     c.SubObject("PlacesBar", &T::PlacesBar, nullptr);
     PublishNavigation(c);
     PublishInput(c);
+    PublishMemory(c);
 }
 
 } // namespace
@@ -73,14 +74,16 @@ bool TKxCustomOpenLiteDialog::RunLite(TSystemDialog* dialog, OPENFILENAMEA& reco
 
 bool TKxCustomOpenLiteDialog::Execute() {
     const TRunning running = PrepareExecution();
-    return DoExecute([](OPENFILENAMEA& record) { return RunLite(GetOpenFileNameA, record); });
+    return RunRemembering(
+        [this] { return DoExecute([](OPENFILENAMEA& record) { return RunLite(GetOpenFileNameA, record); }); });
 }
 
 bool TKxCustomSaveLiteDialog::Execute() {
     TRunning running = PrepareExecution();
     // Deliberate: unlike the open dialog it stays the running one afterwards; the next dialog takes its place.
     running.Stay();
-    return DoExecute([](OPENFILENAMEA& record) { return RunLite(GetSaveFileNameA, record); });
+    return RunRemembering(
+        [this] { return DoExecute([](OPENFILENAMEA& record) { return RunLite(GetSaveFileNameA, record); }); });
 }
 
 // --- Showing

@@ -39,6 +39,9 @@ protected:
     /// Runs the system's dialog, with the places bar when the running dialog component wants it.
     static bool RunLite(TSystemDialog* dialog, OPENFILENAMEA& record);
 
+    std::string FirstFolder() const override { return StartFolder(); }
+    int FirstFilterIndex() const override { return StartFilterIndex(); }
+
     void DoShow() override;
     void DoClose() override;
 

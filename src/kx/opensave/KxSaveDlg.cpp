@@ -24,6 +24,7 @@ const TClass& TKxSaveDialog::StaticClass() {
         PublishInput(c);
         c.Property("OnShareViolation", &T::OnShareViolation, &T::SetOnShareViolation);
         c.Property("OnSelectionStyleChange", &T::OnSelectionStyleChange, &T::SetOnSelectionStyleChange);
+        PublishMemory(c);
     });
     return cls.Class();
 }

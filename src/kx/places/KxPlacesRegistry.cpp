@@ -24,17 +24,6 @@ TKxSpecShellFolder GetTypedSpecFolder(int32_t value) {
     return ftNone;
 }
 
-/// The key that keeps the places, from the root: one backslash in front and none at the end. Empty when `registryKey`
-/// names no key below the root.
-std::string KeyFromRoot(const std::string& registryKey) {
-    std::string key = registryKey;
-    while (key != ExcludeTrailingPathDelimiter(key)) {
-        key = ExcludeTrailingPathDelimiter(key);
-    }
-    key.erase(0, key.find_first_not_of('\\'));
-    return key.empty() ? key : '\\' + key;
-}
-
 std::string PlacesKey(const std::string& registryKey) {
     std::string key = KeyFromRoot(registryKey);
     if (key.empty()) {

@@ -231,6 +231,10 @@ protected:
     /// Why the system's function failed, by its CommDlgExtendedError.
     virtual DWORD SystemError() const;
 
+    /// What the dialog begins with.
+    virtual std::string FirstFolder() const { return FInitialDir; }
+    virtual int FirstFilterIndex() const { return FFilterIndex; }
+
     virtual bool DoCanClose(); ///< FileName and Files are the user's choice already. False: the dialog stays open.
     virtual void DoFolderChange();
     virtual void DoSelectionChange();

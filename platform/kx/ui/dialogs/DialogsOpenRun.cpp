@@ -196,7 +196,7 @@ bool TOpenDialog::TRun::NamesFit() const {
 
 TOpenDialog::TRun::TRun(TOpenDialog& dialog)
     : Dialog(&dialog), Alive(dialog), FNames(dialog.FOptions.Contains(ofAllowMultiSelect) ? NamesSize : NameSize),
-      FFilter(SystemFilter(dialog.FFilter)), FFolder(StartFolder(dialog.FInitialDir)),
+      FFilter(SystemFilter(dialog.FFilter)), FFolder(StartFolder(dialog.FirstFolder())),
       FExtension(dialog.FDefaultExt.substr(dialog.FDefaultExt.starts_with('.') ? 1 : 0)), FTitle(dialog.FTitle) {
     const std::string& name = dialog.FFileName;
     if (Characters(name) < MAX_PATH) { // a longer one is no file's name
@@ -207,7 +207,7 @@ TOpenDialog::TRun::TRun(TOpenDialog& dialog)
     OwnerEnabled = IsWindowEnabled(Record.hwndOwner) != 0;
     Record.hInstance = HInstance();
     Record.lpstrFilter = dialog.FFilter.empty() ? nullptr : FFilter.c_str();
-    Record.nFilterIndex = static_cast<DWORD>(std::max(dialog.FFilterIndex, 1));
+    Record.nFilterIndex = static_cast<DWORD>(std::max(dialog.FirstFilterIndex(), 1));
     SetBlock(Record);
     Record.lpstrInitialDir = FFolder.c_str();
     Record.lpstrTitle = TextOrNull(FTitle);
