@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -46,8 +47,9 @@ protected:
     std::string Read(std::string_view name) const {
         std::string bytes;
         std::FILE* const file = std::fopen(Path(name).c_str(), "rb");
-        for (int c; file && (c = std::fgetc(file)) != EOF;) {
-            bytes.push_back(static_cast<char>(c));
+        char buffer[65536];
+        for (size_t count; file && (count = std::fread(buffer, 1, sizeof buffer, file)) > 0;) {
+            bytes.append(buffer, count);
         }
         if (file) {
             std::fclose(file);
@@ -194,6 +196,97 @@ TEST_F(KxForm, WhatCannotBeWrittenIsAnError) {
     EXPECT_EQ(WEXITSTATUS(std::system((std::string(KX_FORM) + " text " + good + " >/dev/full 2>/dev/null").c_str())),
               1);
 }
+
+// --- Large files
+
+/// Seconds of processor time that the programs called so far have taken.
+double TakenTime() {
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+struct TLargeForm {
+    const char* Name;
+    std::string (*Make)(size_t size); ///< A form of about that many bytes, laid out as it would be written.
+};
+
+std::string ManyComponents(size_t size) {
+    std::string text = "object F: TF\r\n";
+    for (int i = 0; text.size() < size; ++i) {
+        const std::string number = std::to_string(i);
+        text += "  object Button" + number + ": TButton\r\n    Left = " + number + "\r\n    Caption = 'Press'\r\n" +
+                "    OnClick = Button" + number + "Click\r\n  end\r\n";
+    }
+    return text + "end\r\n";
+}
+
+std::string ManyLines(size_t size) {
+    std::string text = "object F: TF\r\n  Items.Strings = (";
+    for (int i = 0; text.size() < size; ++i) {
+        text += "\r\n    'line " + std::to_string(i) + " of a text that somebody keeps in a form file'";
+    }
+    return text + ")\r\nend\r\n";
+}
+
+std::string ManyBytes(size_t size) {
+    std::string text = "object F: TF\r\n  Picture = {";
+    while (text.size() < size) {
+        text += "\r\n    000102030405060708090A0B0C0D0E0F101112131415161718191A1B1C1D1E1F";
+    }
+    return text + "}\r\nend\r\n";
+}
+
+std::string ManyItems(size_t size) {
+    std::string text = "object F: TF\r\n  Columns = <";
+    while (text.size() < size) {
+        text += "\r\n    item\r\n      Caption = 'Name'\r\n      Width = 120\r\n    end";
+    }
+    return text + ">\r\nend\r\n";
+}
+
+class LargeKxForm : public KxForm, public testing::WithParamInterface<TLargeForm> {
+protected:
+    /// Seconds that the command takes with that file. What it makes goes to the file "made".
+    double TimeOf(const std::string& command, const std::string& file) const {
+        const bool makes = command != "check" && command != "exact";
+        const double before = TakenTime();
+        const TResult result = Call(command + (makes ? " -o " + Path("made") : "") + " " + file);
+        EXPECT_EQ(result.Status, 0) << command << ": " << result.Messages;
+        return TakenTime() - before;
+    }
+};
+
+TEST_P(LargeKxForm, TakesAsMuchLongerAsTheFileIsLarger) {
+    constexpr size_t smallSize = 512 * 1024;
+    constexpr size_t times = 4;
+    const std::string text = GetParam().Make(smallSize * times);
+    const std::string small = Write("small.dfm", GetParam().Make(smallSize));
+    const std::string large = Write("large.dfm", text);
+    for (const std::string command : {"check", "exact", "text", "binary", "class"}) {
+        const double smallTime = TimeOf(command, small);
+        const double largeTime = TimeOf(command, large);
+        // Twice as long as in proportion, and a moment more for what else the machine does: a step that looks at all
+        // that came before would take sixteen times as long, and minutes.
+        EXPECT_LT(largeTime, smallTime * times * 2 + 0.5)
+            << command << " took " << smallTime << " s for the smaller one";
+        if (command == "text") {
+            EXPECT_TRUE(Read("made") == text);
+        } else if (command == "binary") {
+            const std::string binary = Write("large.bin", Read("made"));
+            EXPECT_EQ(Call("text -o " + Path("made") + " " + binary).Status, 0);
+            EXPECT_TRUE(Read("made") == text);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, LargeKxForm,
+                         testing::Values(TLargeForm{"Components", ManyComponents}, TLargeForm{"Lines", ManyLines},
+                                         TLargeForm{"Bytes", ManyBytes}, TLargeForm{"Items", ManyItems}),
+                         [](const auto& each) { return std::string(each.param.Name); });
 
 TEST_F(KxForm, WrongCallsSayHowItIsCalled) {
     const std::string good = Write("good.dfm", Good);
