@@ -195,6 +195,9 @@ protected:
     bool DialogChar(wchar_t letter) override;
     /// Pressed, by the mouse, the keyboard or an accelerator.
     virtual void Pressed() { Click(); }
+
+private:
+    bool FGettingFocus = false; ///< Radio buttons of some systems say meanwhile that they are clicked.
 };
 
 class TButton : public TButtonControl {

@@ -1,12 +1,9 @@
 // The system's push buttons, check boxes and radio buttons.
 
-#include "kx/core/Barrier.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/ReflectedMessages.h"
 #include "kx/win/Windows.h"
-
-#include <utility>
 
 namespace kx {
 
@@ -25,23 +22,15 @@ TButtonControl::TButtonControl(TComponent* owner) : TWinControl(owner) {
     SetTabStop(true);
 }
 
-namespace {
-
-/// The one whose window is getting the focus. Radio buttons of some systems say then that they are clicked.
-thread_local const TButtonControl* GettingFocus = nullptr;
-
-} // namespace
-
 void TButtonControl::WndProc(TMessage& message) {
     if (message.Msg == WM_SETFOCUS) {
-        const TButtonControl* const before = std::exchange(GettingFocus, this);
-        Guarded([&] { TWinControl::WndProc(message); });
-        GettingFocus = before;
+        const TFieldScope gettingFocus(*this, FGettingFocus, true);
+        TWinControl::WndProc(message);
         return;
     }
     if (message.Msg == CN_COMMAND) {
         const bool isClick = message.WParamHi() == BN_CLICKED || message.WParamHi() == BN_DOUBLECLICKED;
-        if (isClick && GettingFocus != this) {
+        if (isClick && !FGettingFocus) {
             Pressed();
         }
         return;
