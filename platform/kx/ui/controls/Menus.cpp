@@ -233,17 +233,22 @@ template <class V> void TMenuItem::Change(V& field, const V& value) {
         return;
     }
     field = value;
-    const void* const changed = &field;
-    const bool isState = changed == &FEnabled || changed == &FChecked;
-    TMenu* const menu = FParent && isState && !FParent->FMenu ? GetParentMenu() : nullptr;
+    if (FParent) {
+        FParent->ItemsChanged();
+    }
+}
+
+/// Menus are brought up to date while they are closed: to build them anew each time, and to draw the menu bar, which
+/// shows nothing of it, would be felt.
+void TMenuItem::ChangeState(bool& field, bool value) {
+    TMenu* const menu = FParent && !FParent->FMenu ? GetParentMenu() : nullptr;
     if (!menu) {
-        if (FParent) {
-            FParent->ItemsChanged();
-        }
+        return Change(field, value); // it is in no menu, or in the bar
+    }
+    if (field == value) {
         return;
     }
-    // Menus are brought up to date while they are closed: to build them anew each time, and to draw the menu bar, which
-    // shows nothing of it, would be felt.
+    field = value;
     if (FVisible && FParent->FHandle) {
         MENUITEMINFOA info = {};
         info.cbSize = sizeof(info);
@@ -263,7 +268,7 @@ template <class V> void TMenuItem::Change(V& field, const V& value) {
 void TMenuItem::SetCaption(const std::string& value) { Change(FCaption, value); }
 
 void TMenuItem::SetChecked(bool value) {
-    if (Outlives(*this, [&] { Change(FChecked, value); }) && value) {
+    if (Outlives(*this, [&] { ChangeState(FChecked, value); }) && value) {
         ReleaseFellows();
     }
 }
@@ -298,7 +303,7 @@ void TMenuItem::SetDefault(bool value) {
     }
 }
 
-void TMenuItem::SetEnabled(bool value) { Change(FEnabled, value); }
+void TMenuItem::SetEnabled(bool value) { ChangeState(FEnabled, value); }
 
 void TMenuItem::SetVisible(bool value) { Change(FVisible, value); }
 

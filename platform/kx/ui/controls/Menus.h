@@ -107,6 +107,7 @@ private:
     friend class TMenu;
     friend TMenuItem* detail::FindSubmenu(HMENU handle);
     template <class V> void Change(V& field, const V& value);
+    void ChangeState(bool& field, bool value); ///< The same, when the menu need not be built anew.
     void ReleaseFellows();
     void EmptyHandle();
     void AppendTo(HMENU menu);
