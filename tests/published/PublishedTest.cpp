@@ -251,16 +251,16 @@ void Change(const TPropInfo& property, TObject& object, const std::vector<std::u
     case TTypeKind::Event:
         property.SetEvent(
             object,
-            HandlerFor<TCanResizeEvent, TCloseEvent, TCloseQueryEvent, TContextPopupEvent, TDragDropEvent,
-                       TDragOverEvent, TDrawCellEvent, TDrawItemEvent, TDrawPanelEvent, TEndDragEvent, TGetEditEvent,
-                       TIncludeItemEvent, TKeyEvent, TKeyPressEvent, TKxColorEvent, TKxColorQueryEvent,
+            HandlerFor<TCanResizeEvent, TCloseEvent, TCloseQueryEvent, TConstrainedResizeEvent, TContextPopupEvent,
+                       TDragDropEvent, TDragOverEvent, TDrawCellEvent, TDrawItemEvent, TDrawPanelEvent, TEndDragEvent,
+                       TGetEditEvent, TIncludeItemEvent, TKeyEvent, TKeyPressEvent, TKxColorEvent, TKxColorQueryEvent,
                        TKxDialogClosedEvent, TKxFileFilterEvent, TKxFolderCreationEvent, TKxMsgQueryEvent,
                        TKxShareViolationEvent, TKxViewStyleEvent, TKxViewStyleQueryEvent, TLVChangeEvent,
-                       TLVColumnClickEvent, TLVSelectItemEvent, TMeasureItemEvent, TMouseEvent, TMouseMoveEvent,
-                       TMouseWheelEvent, TMouseWheelUpDownEvent, TNotifyEvent, TPageScrollEvent, TSelectCellEvent,
-                       TSetEditEvent, TShortCutEvent, TStartDragEvent, TTabChangingEvent, TTBCustomDrawBtnEvent,
-                       TTBCustomDrawEvent, TTVChangedEvent, TTVChangingEvent, TTVEditedEvent, TWndMethod>(
-                property.Signature));
+                       TLVColumnClickEvent, TLVCompareEvent, TLVSelectItemEvent, TMeasureItemEvent, TMouseEvent,
+                       TMouseMoveEvent, TMouseWheelEvent, TMouseWheelUpDownEvent, TMovedEvent, TNotifyEvent,
+                       TPageScrollEvent, TSelectCellEvent, TSetEditEvent, TShortCutEvent, TStartDragEvent,
+                       TTabChangingEvent, TTBCustomDrawBtnEvent, TTBCustomDrawEvent, TTVChangedEvent, TTVChangingEvent,
+                       TTVEditedEvent, TWndMethod>(property.Signature));
         break;
     case TTypeKind::Reference:
     case TTypeKind::Interface:
@@ -354,6 +354,8 @@ TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
                               "BiDiMode changes ParentBiDiMode",
                               "BorderStyle changes ClientHeight",
                               "BorderStyle changes ClientWidth",
+                              "BorderWidth changes ClientHeight",
+                              "BorderWidth changes ClientWidth",
                               "Checked changes State",
                               "Checked changes TabStop",
                               "ClientHeight changes Height",

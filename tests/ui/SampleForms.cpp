@@ -46,9 +46,11 @@ TAllControlsForm::TAllControlsForm(TComponent* owner) : TForm(owner) { InitForm(
 
 void TAllControlsForm::FormCreate(TObject*) {
     Log.emplace_back("create");
-    TListItem& item = ListView1->Items().Add();
-    item.SetCaption("readme.txt");
-    item.SubItems().Add("C:\\Data");
+    if (ListView1->Items().Count() == 0) { // a form file that was written later has it
+        TListItem& item = ListView1->Items().Add();
+        item.SetCaption("readme.txt");
+        item.SubItems().Add("C:\\Data");
+    }
 }
 
 void TAllControlsForm::FormShow(TObject*) { Log.emplace_back("show"); }

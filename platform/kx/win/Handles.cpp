@@ -27,7 +27,8 @@ HANDLE TFileTraits::Null() { return INVALID_HANDLE_VALUE; }
 
 } // namespace detail
 
-TWindowDC::TWindowDC(HWND window) : FWindow(window), FHandle(GetDC(window)) {}
+TWindowDC::TWindowDC(HWND window, bool withFrame)
+    : FWindow(window), FHandle(withFrame ? GetWindowDC(window) : GetDC(window)) {}
 
 TWindowDC::~TWindowDC() {
     if (!FWindow || IsWindow(FWindow)) { // a window takes its contexts along

@@ -103,10 +103,11 @@ using unique_hrgn = unique_handle<detail::THandleTraits<HRGN>>;
 using unique_hdc = unique_handle<detail::THandleTraits<HDC>>; ///< A context made by CreateCompatibleDC.
 using unique_himagelist = unique_handle<detail::THandleTraits<HIMAGELIST>>;
 
-/// A window's device context, or the screen's for a null window, given back at the end of the scope.
+/// The device context of a window's client area, or of its frame too, or the screen's for a null window, given back at
+/// the end of the scope.
 class TWindowDC {
 public:
-    explicit TWindowDC(HWND window);
+    explicit TWindowDC(HWND window, bool withFrame = false);
     TWindowDC(const TWindowDC&) = delete;
     TWindowDC& operator=(const TWindowDC&) = delete;
     ~TWindowDC();

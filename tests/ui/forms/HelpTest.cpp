@@ -73,6 +73,12 @@ protected:
             callHelp = false;
         });
     }
+    void LogKeywords() {
+        Application().SetOnHelp([this](uint16_t command, LPARAM data, bool& callHelp) {
+            Keywords.push_back(command == HELP_KEY ? reinterpret_cast<const char*>(data) : std::to_string(data));
+            callHelp = false;
+        });
+    }
     void Show(TWinControl& focused) {
         TFormTest::Show();
         focused.SetFocus();
@@ -82,6 +88,7 @@ protected:
     TEdit* Edit = Add<TEdit>(10, 10, 100, 21, Panel);
     TComboBox* Combo = Add<TComboBox>(10, 40, 100, 21, Panel);
     std::vector<int> Topics;
+    std::vector<std::string> Keywords;
 };
 
 TEST_F(HelpTopics, AControlsTopicIsItsOwnOrThatOfTheNearestAround) {
@@ -114,6 +121,41 @@ TEST_F(HelpTopics, F1ShowsTheTopicOfTheFocusedControl) {
     PressKey(VK_F1);
     ASSERT_TRUE(PumpUntil([&] { return Topics.size() == 2; }));
     EXPECT_EQ(Topics, (std::vector<int>{1, 3}));
+}
+
+TEST_F(HelpTopics, ATopicMayBeAKeyword) {
+    LogKeywords();
+    Form->SetHelpKeyword("of the form");
+    Form->SetHelpType(htKeyword);
+    Panel->SetHelpContext(5);
+    Panel->SetHelpKeyword("not asked for");
+    Edit->SetHelpType(htKeyword);
+    Edit->SetHelpContext(7); // nor is this
+    EXPECT_EQ(Edit->NearestHelp(), Panel);
+    Show(*Edit);
+    const auto press = [&] {
+        Keywords.clear();
+        PressKey(VK_F1);
+        PumpUntil([&] { return !Keywords.empty(); });
+        return Keywords.front();
+    };
+    EXPECT_EQ(press(), "5");
+    Edit->SetHelpKeyword("of the edit");
+    EXPECT_EQ(press(), "of the edit");
+    Edit->SetHelpKeyword("");
+    Panel->SetHelpType(htKeyword);
+    EXPECT_EQ(press(), "not asked for");
+    Panel->SetHelpKeyword("");
+    EXPECT_EQ(press(), "of the form");
+    Form->SetHelpKeyword("");
+    EXPECT_EQ(Edit->NearestHelp(), nullptr);
+}
+
+TEST_F(HelpTopics, TheKeywordIsStoredWhenThereIsOne) {
+    EXPECT_EQ(FormTextOf(*Form).find("Help"), std::string::npos);
+    ReadFormOver(*Form, "object F: TForm HelpType = htKeyword HelpKeyword = 'key' end");
+    EXPECT_EQ(Form->HelpKeyword(), "key");
+    EXPECT_NE(FormTextOf(*Form).find("  HelpKeyword = 'key'\r\n  HelpType = htKeyword\r\n"), std::string::npos);
 }
 
 TEST_F(HelpTopics, F1InTheEditOfAComboBoxShowsTheTopicOfTheComboBox) {
@@ -159,6 +201,10 @@ TEST_F(HelpTopics, TheSystemShowsTheHelpFileUnlessTheHandlerDid) {
     LogTopics();
     EXPECT_TRUE(Application().HelpContext(8));
     EXPECT_EQ(program.Requests.size(), 2u);
+    Application().SetOnHelp({});
+    EXPECT_TRUE(Application().HelpKeyword("key"));
+    ASSERT_EQ(program.Requests.size(), 3u);
+    EXPECT_EQ(program.Requests[2].Command, HELP_KEY);
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "kx/ui/widgets/ComCtrlsTree.h"
 #include "tests/support/FormFiles.h"
+#include "tests/ui/BlockFile.h"
 #include "tests/ui/ControlFixture.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace kx {
 namespace {
@@ -12,32 +12,13 @@ using namespace test;
 
 constexpr char TreeHead[] = "object T: TTreeView\r\n  Left = 0\r\n  Top = 0\r\n  Width = 121\r\n  Height = 97\r\n";
 
-/// The block of a form file with these bytes.
-std::string TreeFile(const std::string& name, std::string_view bytes) {
-    constexpr char digits[] = "0123456789ABCDEF";
-    std::string text = TreeHead + ("  Items." + name) + " = {";
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        text += i % 32 == 0 ? "\r\n    " : "";
-        text += std::string{digits[byte >> 4], digits[byte & 15]};
-    }
-    return text + "}\r\nend\r\n";
-}
+std::string TreeFile(const std::string& name, std::string_view bytes) { return BlockFile(TreeHead, name, bytes); }
 
-std::string Number(int32_t number) {
-    std::string bytes(4, '\0');
-    std::memcpy(bytes.data(), &number, 4);
-    return bytes;
-}
+std::string Number(int32_t number) { return BlockNumber(number); }
 
 std::string NodeBytes(int image, int selected, int state, int children, const std::u16string& text) {
-    std::string bytes = Number(30 + static_cast<int>(2 * text.size())) + Number(image) + Number(selected) +
-                        Number(state) + Number(-1) + Number(-1) + Number(0) + Number(children) + '\1' +
-                        static_cast<char>(text.size());
-    for (const char16_t c : text) {
-        bytes += {static_cast<char>(c & 0xFF), static_cast<char>(c >> 8)};
-    }
-    return bytes;
+    return Number(30 + static_cast<int>(2 * text.size())) + Number(image) + Number(selected) + Number(state) +
+           Number(-1) + Number(-1) + Number(0) + Number(children) + '\1' + BlockText(text);
 }
 
 std::string OldNodeBytes(int image, int children, const std::string& text) {

@@ -12,49 +12,6 @@
 
 namespace kx {
 
-// --- TSizeConstraints
-
-const TClass& TSizeConstraints::StaticClass() {
-    static const TClassBuilder<TSizeConstraints> cls("TSizeConstraints", TPersistent::StaticClass(), [](auto& c) {
-        using T = TSizeConstraints;
-        c.Property("MaxHeight", &T::MaxHeight, &T::SetMaxHeight).Default = 0;
-        c.Property("MaxWidth", &T::MaxWidth, &T::SetMaxWidth).Default = 0;
-        c.Property("MinHeight", &T::MinHeight, &T::SetMinHeight).Default = 0;
-        c.Property("MinWidth", &T::MinWidth, &T::SetMinWidth).Default = 0;
-    });
-    return cls.Class();
-}
-
-void TSizeConstraints::Apply(int& width, int& height) const {
-    const auto limit = [](int& value, int least, int greatest) {
-        if (greatest > 0 && value > greatest) {
-            value = greatest;
-        }
-        if (least > 0 && value < least) {
-            value = least;
-        }
-    };
-    limit(width, FMinWidth, FMaxWidth);
-    limit(height, FMinHeight, FMaxHeight);
-}
-
-void TSizeConstraints::Assign(const TPersistent* source) {
-    if (const auto* other = dynamic_cast<const TSizeConstraints*>(source)) {
-        FMinWidth = other->FMinWidth;
-        FMinHeight = other->FMinHeight;
-        FMaxWidth = other->FMaxWidth;
-        FMaxHeight = other->FMaxHeight;
-        FControl.SetBoundsRect(FControl.BoundsRect());
-    } else {
-        TPersistent::Assign(source);
-    }
-}
-
-void TSizeConstraints::Change(int& field, int value) {
-    field = value < 0 ? 0 : value;
-    FControl.SetBoundsRect(FControl.BoundsRect());
-}
-
 // --- TControl
 
 const TClass& TControl::StaticClass() {
@@ -87,6 +44,8 @@ const TClass& TControl::StaticClass() {
         c.Property("ParentBiDiMode", &T::ParentBiDiMode, &T::SetParentBiDiMode).Default = true;
         c.SubObject("Margins", &T::Margins, &T::SetMargins);
         c.Property("HelpContext", &T::HelpContext, &T::SetHelpContext).Default = 0;
+        c.Property("HelpKeyword", &T::HelpKeyword, &T::SetHelpKeyword);
+        c.Property("HelpType", &T::HelpType, &T::SetHelpType).Default = htContext;
         c.Property("Hint", &T::Hint, &T::SetHint);
         c.Property("ShowHint", &T::ShowHint, &T::SetShowHint).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentShowHint();
@@ -95,6 +54,7 @@ const TClass& TControl::StaticClass() {
         c.Reference("PopupMenu", &T::PopupMenu, &T::SetPopupMenu);
         c.Property("Visible", &T::Visible, &T::SetVisible).Default = true;
         c.Property("OnClick", &T::OnClick, &T::SetOnClick);
+        c.Property("OnConstrainedResize", &T::OnConstrainedResize, &T::SetOnConstrainedResize);
         c.Property("OnContextPopup", &T::OnContextPopup, &T::SetOnContextPopup);
         c.Property("OnDblClick", &T::OnDblClick, &T::SetOnDblClick);
         c.Property("OnDragDrop", &T::OnDragDrop, &T::SetOnDragDrop);
@@ -150,18 +110,22 @@ void TControl::SetBoundsFields(int left, int top, int width, int height) {
     FHeight = height;
 }
 
-TRect TControl::LimitedBounds(int left, int top, int width, int height) const {
-    FConstraints.Apply(width, height);
-    return {left, top, CheckedAdd(left, std::max(width, 0)), CheckedAdd(top, std::max(height, 0))};
+std::optional<TRect> TControl::LimitedBounds(int left, int top, int width, int height) {
+    TSizeLimits limits;
+    if (!Outlives(*this, [&] { limits = SizeLimits(); })) {
+        return std::nullopt;
+    }
+    limits.Apply(width, height);
+    return TRect{left, top, CheckedAdd(left, std::max(width, 0)), CheckedAdd(top, std::max(height, 0))};
 }
 
 void TControl::SetBounds(int left, int top, int width, int height) {
-    const TRect bounds = LimitedBounds(left, top, width, height);
-    if (BoundsRect() == bounds) {
+    const std::optional<TRect> bounds = LimitedBounds(left, top, width, height);
+    if (!bounds || BoundsRect() == *bounds) {
         return;
     }
-    const int32_t newWidth = kx::Width(bounds);
-    const int32_t newHeight = kx::Height(bounds);
+    const int32_t newWidth = kx::Width(*bounds);
+    const int32_t newHeight = kx::Height(*bounds);
     const bool resized = newWidth != FWidth || newHeight != FHeight;
     Invalidate();
     SetBoundsFields(left, top, newWidth, newHeight);
@@ -414,6 +378,14 @@ TAlignment TControl::BiDiAlignment(TAlignment alignment) const {
         return alignment;
     }
     return alignment == taLeftJustify ? taRightJustify : taLeftJustify;
+}
+
+const TControl* TControl::NearestHelp() const {
+    const TControl* control = this;
+    while (control && (control->FHelpType == htContext ? control->FHelpContext == 0 : control->FHelpKeyword.empty())) {
+        control = control->FParent;
+    }
+    return control;
 }
 
 int TControl::NearestHelpContext() const {

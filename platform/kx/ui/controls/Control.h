@@ -7,6 +7,7 @@
 #include "kx/win/Messages.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace kx {
@@ -18,31 +19,38 @@ class TPopupMenu;
 class TWinControl;
 class TCustomForm;
 
-/// Least and greatest size of a control, in pixels; 0: no limit.
+/// Least and greatest size, in pixels; 0: no limit. The least one wins.
+struct TSizeLimits {
+    int MinWidth = 0;
+    int MinHeight = 0;
+    int MaxWidth = 0;
+    int MaxHeight = 0;
+
+    void Apply(int& width, int& height) const; ///< Brings a size within the limits.
+};
+
+/// Least and greatest size of a control.
 class TSizeConstraints : public TPersistent {
     KX_CLASS()
 
     explicit TSizeConstraints(TControl& control) : FControl(control) {}
 
-    int MinWidth() const { return FMinWidth; }
-    void SetMinWidth(int value) { Change(FMinWidth, value); }
-    int MinHeight() const { return FMinHeight; }
-    void SetMinHeight(int value) { Change(FMinHeight, value); }
-    int MaxWidth() const { return FMaxWidth; }
-    void SetMaxWidth(int value) { Change(FMaxWidth, value); }
-    int MaxHeight() const { return FMaxHeight; }
-    void SetMaxHeight(int value) { Change(FMaxHeight, value); }
+    int MinWidth() const { return FLimits.MinWidth; }
+    void SetMinWidth(int value) { Change(FLimits.MinWidth, value); }
+    int MinHeight() const { return FLimits.MinHeight; }
+    void SetMinHeight(int value) { Change(FLimits.MinHeight, value); }
+    int MaxWidth() const { return FLimits.MaxWidth; }
+    void SetMaxWidth(int value) { Change(FLimits.MaxWidth, value); }
+    int MaxHeight() const { return FLimits.MaxHeight; }
+    void SetMaxHeight(int value) { Change(FLimits.MaxHeight, value); }
 
-    void Apply(int& width, int& height) const; ///< Brings a size within the limits.
+    const TSizeLimits& Limits() const { return FLimits; }
     void Assign(const TPersistent* source) override;
 
 private:
     void Change(int& field, int value);
     TControl& FControl;
-    int FMinWidth = 0;
-    int FMinHeight = 0;
-    int FMaxWidth = 0;
-    int FMaxHeight = 0;
+    TSizeLimits FLimits;
 };
 
 /// Pixels at the four edges of a control.
@@ -187,6 +195,12 @@ class TControl : public TComponent {
 
     int HelpContext() const { return FHelpContext; } ///< Number of a topic in the program's help; 0: none.
     void SetHelpContext(int value) { FHelpContext = value; }
+    const std::string& HelpKeyword() const { return FHelpKeyword; } ///< With htKeyword, the topic; empty: none.
+    void SetHelpKeyword(const std::string& value) { FHelpKeyword = value; }
+    THelpType HelpType() const { return FHelpType; }
+    void SetHelpType(THelpType value) { FHelpType = value; }
+    /// The control, or the nearest one around it, that has a topic of its type; null: none has.
+    const TControl* NearestHelp() const;
     /// The control's topic, or that of the nearest control around it that has one; 0: none has.
     int NearestHelpContext() const;
 
@@ -253,6 +267,8 @@ class TControl : public TComponent {
     void SetOnMouseLeave(TNotifyEvent value) { FOnMouseLeave = std::move(value); }
     const TNotifyEvent& OnResize() const { return FOnResize; }
     void SetOnResize(TNotifyEvent value) { FOnResize = std::move(value); }
+    const TConstrainedResizeEvent& OnConstrainedResize() const { return FOnConstrainedResize; }
+    void SetOnConstrainedResize(TConstrainedResizeEvent value) { FOnConstrainedResize = std::move(value); }
     const TContextPopupEvent& OnContextPopup() const { return FOnContextPopup; }
     void SetOnContextPopup(TContextPopupEvent value) { FOnContextPopup = std::move(value); }
     const TDragOverEvent& OnDragOver() const { return FOnDragOver; }
@@ -297,6 +313,7 @@ protected:
     virtual void MouseEnter();
     virtual void MouseLeave();
     virtual void Resize();
+    virtual void ConstrainedResize(TSizeLimits& limits);
     virtual void DoContextPopup(const TPoint& position, bool& handled);
     /// Something is dragged over this control; `accept` is false at first, true when there is a handler to change it.
     virtual void DragOver(TObject* source, int x, int y, TDragState state, bool& accept);
@@ -313,8 +330,10 @@ protected:
     virtual void ContextStale() {}
     void RequestAlign(); ///< The parent arranges its controls again.
     void SetBoundsFields(int left, int top, int width, int height);
-    /// The rectangle that these bounds come to, with a size that the control may have.
-    TRect LimitedBounds(int left, int top, int width, int height) const;
+    /// The limits that the constraints and OnConstrainedResize set. Its handler may free the control.
+    TSizeLimits SizeLimits();
+    /// The rectangle that these bounds come to, with a size that the control may have; none: the control has gone.
+    std::optional<TRect> LimitedBounds(int left, int top, int width, int height);
     void UpdateAnchorBase();
     /// Takes over the parent's font, colour, hint setting and reading order where it follows them.
     void ParentSettingsChanged();
@@ -349,6 +368,8 @@ private:
     TDragMode FDragMode = dmManual;
     TBiDiMode FBiDiMode = bdLeftToRight;
     int FHelpContext = 0;
+    THelpType FHelpType = htContext;
+    std::string FHelpKeyword;
     std::string FText;
     std::string FHint;
     TPopupMenu* FPopupMenu = nullptr;
@@ -372,6 +393,7 @@ private:
     TNotifyEvent FOnMouseEnter;
     TNotifyEvent FOnMouseLeave;
     TNotifyEvent FOnResize;
+    TConstrainedResizeEvent FOnConstrainedResize;
     TContextPopupEvent FOnContextPopup;
     TDragOverEvent FOnDragOver;
     TDragDropEvent FOnDragDrop;

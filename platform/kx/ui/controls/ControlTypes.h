@@ -91,6 +91,10 @@ enum TModalResult : int32_t {
 };
 const TIdentInfo& KxIdentInfo(TModalResult);
 
+/// What names a control's topic in the program's help: its HelpKeyword or its HelpContext.
+enum THelpType : uint8_t { htKeyword, htContext };
+KX_ENUM(THelpType, "htKeyword", "htContext")
+
 /// Coordinates are client coordinates of the sender.
 using TMouseEvent = TEvent<void(TObject* sender, TMouseButton button, TShiftState shift, int x, int y)>;
 using TMouseMoveEvent = TEvent<void(TObject* sender, TShiftState shift, int x, int y)>;
@@ -102,6 +106,10 @@ using TKeyPressEvent = TEvent<void(TObject* sender, char& key)>;
 using TMouseWheelEvent =
     TEvent<void(TObject* sender, TShiftState shift, int wheelDelta, const TPoint& mousePos, bool& handled)>;
 using TMouseWheelUpDownEvent = TEvent<void(TObject* sender, TShiftState shift, const TPoint& mousePos, bool& handled)>;
+/// The control is about to get another size, or its user to drag its frame: pixels, 0 for no limit, as the constraints
+/// have them. A handler may change them for this time.
+using TConstrainedResizeEvent =
+    TEvent<void(TObject* sender, int& minWidth, int& minHeight, int& maxWidth, int& maxHeight)>;
 /// `position` in client coordinates of the sender, (-1, -1) when the keyboard asked.
 using TContextPopupEvent = TEvent<void(TObject* sender, const TPoint& position, bool& handled)>;
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "kx/ui/controls/WinControl.h"
+#include "kx/ui/controls/ScrollingControl.h"
 
 namespace kx {
 
 /// What controls know of the form that they are on.
-class TParentForm : public TWinControl {
+class TParentForm : public TScrollingWinControl {
 public:
-    using TWinControl::TWinControl;
+    using TScrollingWinControl::TScrollingWinControl;
 
     virtual bool KeyPreview() const = 0; ///< Key events come to the form first.
     /// The form is docked in a window that is not the framework's.

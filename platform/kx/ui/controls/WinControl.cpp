@@ -163,13 +163,13 @@ void TWinControl::SetBounds(int left, int top, int width, int height) {
         }
         return;
     }
-    const TRect bounds = LimitedBounds(left, top, width, height);
-    if (BoundsRect() != bounds) {
+    const std::optional<TRect> bounds = LimitedBounds(left, top, width, height);
+    if (bounds && FHandle && BoundsRect() != *bounds) {
         // In a window that is not the framework's the erasing waits for the painting: else each docked form that is
         // placed would have everything erased once more that the forms before it have uncovered.
         const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | (FParentWindow ? SWP_DEFERERASE : 0u);
         const auto place = [&] {
-            SetWindowPos(FHandle, nullptr, left, top, kx::Width(bounds), kx::Height(bounds), flags);
+            SetWindowPos(FHandle, nullptr, left, top, kx::Width(*bounds), kx::Height(*bounds), flags);
         };
         if (Outlives(*this, place)) {
             UpdateAnchorBase();

@@ -10,12 +10,13 @@
 namespace kx {
 
 const TClass& TCustomForm::StaticClass() {
-    static const TClassBuilder<TCustomForm> cls("TCustomForm", TWinControl::StaticClass(), [](auto& c) {
+    static const TClassBuilder<TCustomForm> cls("TCustomForm", TScrollingWinControl::StaticClass(), [](auto& c) {
         using T = TCustomForm;
-        const auto never = [](const TObject&) { return false; };
         const auto always = [](const TObject&) { return true; };
-        c.Property("Width", &T::Width, &T::SetWidth).Stored = never; // stored as the client area's
-        c.Property("Height", &T::Height, &T::SetHeight).Stored = never;
+        const auto outer = [](const TObject& o) { return static_cast<const T&>(o).StoresOuterSize(); };
+        const auto inner = [](const TObject& o) { return !static_cast<const T&>(o).StoresOuterSize(); };
+        c.Property("Width", &T::Width, &T::SetWidth).Stored = outer;
+        c.Property("Height", &T::Height, &T::SetHeight).Stored = outer;
         c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
         c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = false;
         c.Property("Visible", &T::Visible, &T::SetVisible).Default = false;
@@ -25,9 +26,11 @@ const TClass& TCustomForm::StaticClass() {
         c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsSizeable;
         c.Property("AlphaBlend", &T::AlphaBlend, &T::SetAlphaBlend).Default = false;
         c.Property("AlphaBlendValue", &T::AlphaBlendValue, &T::SetAlphaBlendValue).Default = 255;
+        c.Property("BorderWidth", &T::BorderWidth, &T::SetBorderWidth).Default = 0;
         c.Property("Caption", &T::Caption, &T::SetCaption);
-        c.Property("ClientHeight", &T::ClientHeight, &T::SetClientHeight).Stored = always;
-        c.Property("ClientWidth", &T::ClientWidth, &T::SetClientWidth).Stored = always;
+        c.Property("ClientHeight", &T::ClientHeight, &T::SetClientHeight).Stored = inner;
+        c.Property("ClientWidth", &T::ClientWidth, &T::SetClientWidth).Stored = inner;
+        c.Property("DefaultMonitor", &T::DefaultMonitor, &T::SetDefaultMonitor).Default = dmActiveForm;
         c.Property("FormStyle", &T::FormStyle, &T::SetFormStyle).Default = fsNormal;
         c.SubObject("Icon", &T::Icon, &T::SetIcon);
         c.Property("KeyPreview", &T::KeyPreview, &T::SetKeyPreview).Default = false;
@@ -35,6 +38,8 @@ const TClass& TCustomForm::StaticClass() {
         c.Property("PixelsPerInch", &T::PixelsPerInch, &T::SetPixelsPerInch).Stored = always;
         c.Property("Position", &T::Position, &T::SetPosition).Default = poDesigned;
         c.Property("Scaled", &T::Scaled, &T::SetScaled).Default = true;
+        c.Property("ScreenSnap", &T::ScreenSnap, &T::SetScreenSnap).Default = false;
+        c.Property("SnapBuffer", &T::SnapBuffer, &T::SetSnapBuffer).Default = 10;
         c.Property("WindowState", &T::WindowState, &T::SetWindowState).Default = wsNormal;
         c.Property("OnActivate", &T::OnActivate, &T::SetOnActivate);
         c.Property("OnClose", &T::OnClose, &T::SetOnClose);
@@ -108,7 +113,7 @@ void TCustomForm::AfterConstruction() {
 
 void TCustomForm::BeforeDestruction() {
     RunDestroyHandler(true);
-    TWinControl::BeforeDestruction();
+    TParentForm::BeforeDestruction();
 }
 
 void TCustomForm::RunDestroyHandler(bool complete) {
@@ -124,7 +129,7 @@ void TCustomForm::RunDestroyHandler(bool complete) {
 void TCustomForm::Release() { Application().ReleaseLater(*this); }
 
 void TCustomForm::Notification(TComponent* component, TOperation operation) {
-    TWinControl::Notification(component, operation);
+    TParentForm::Notification(component, operation);
     if (operation == opRemove && component == FMenu) {
         FMenu = nullptr;
         ApplyMenu();
@@ -132,7 +137,7 @@ void TCustomForm::Notification(TComponent* component, TOperation operation) {
 }
 
 void TCustomForm::GetChildren(const TGetChildProc& proc, TComponent* root) {
-    TWinControl::GetChildren(proc, root);
+    TParentForm::GetChildren(proc, root);
     if (root == this) {
         for (int i = 0; i < ComponentCount(); ++i) {
             if (!Components(i)->HasParent()) {
@@ -154,7 +159,7 @@ void TCustomForm::Loaded() {
             return;
         }
     }
-    if (Outlives(*this, [this] { TWinControl::Loaded(); }) && FCreated && FVisibleWanted) {
+    if (Outlives(*this, [this] { TParentForm::Loaded(); }) && FCreated && FVisibleWanted) {
         SetVisible(true);
     }
 }
@@ -270,7 +275,7 @@ void TCustomForm::SetClientWidth(int value) {
     if (IsLoading()) {
         FWantedClientWidth = value;
     } else {
-        TWinControl::SetClientWidth(value);
+        TParentForm::SetClientWidth(value);
     }
 }
 
@@ -278,7 +283,7 @@ void TCustomForm::SetClientHeight(int value) {
     if (IsLoading()) {
         FWantedClientHeight = value;
     } else {
-        TWinControl::SetClientHeight(value);
+        TParentForm::SetClientHeight(value);
     }
 }
 

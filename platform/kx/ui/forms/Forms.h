@@ -4,6 +4,7 @@
 #include "kx/core/SystemNames.h"
 #include "kx/ui/controls/ParentForm.h"
 #include "kx/ui/forms/FormsScreen.h"
+#include "kx/ui/forms/FormsTypes.h"
 
 #include <atomic>
 #include <exception>
@@ -20,35 +21,6 @@ class TFormsHost;
 class TMainMenu;
 
 TApplication& Application(); ///< The program's; made on first use.
-
-enum TBorderIcon : uint8_t { biSystemMenu, biMinimize, biMaximize, biHelp };
-KX_ENUM(TBorderIcon, "biSystemMenu", "biMinimize", "biMaximize", "biHelp")
-using TBorderIcons = TSet<TBorderIcon>;
-
-/// Where a form shows first.
-enum TPosition : uint8_t {
-    poDesigned,       ///< Where the form file puts it.
-    poDefault,        ///< Place and size are the system's choice.
-    poDefaultPosOnly, ///< The place is the system's choice.
-    poDefaultSizeOnly,
-    poScreenCenter,
-    poDesktopCenter, ///< As poScreenCenter.
-    poMainFormCenter,
-    poOwnerFormCenter
-};
-KX_ENUM(TPosition, "poDesigned", "poDefault", "poDefaultPosOnly", "poDefaultSizeOnly", "poScreenCenter",
-        "poDesktopCenter", "poMainFormCenter", "poOwnerFormCenter")
-
-enum TWindowState : uint8_t { wsNormal, wsMinimized, wsMaximized };
-KX_ENUM(TWindowState, "wsNormal", "wsMinimized", "wsMaximized")
-
-enum TFormStyle : uint8_t { fsNormal, fsStayOnTop };
-KX_ENUM(TFormStyle, "fsNormal", "fsStayOnTop")
-
-enum TCloseAction : uint8_t { caNone, caHide, caFree, caMinimize };
-using TCloseEvent = TEvent<void(TObject* sender, TCloseAction& action)>;
-using TShortCutEvent = TEvent<void(MSG& message, bool& handled)>;
-using TCloseQueryEvent = TEvent<void(TObject* sender, bool& canClose)>;
 
 /// What every form can do. A form is a top-level window, or, with a `ParentWindow`, part of a foreign window: it is
 /// turned into a child of that window in place, and back into a top-level form by `SetParentWindow(nullptr)`, with its
@@ -97,6 +69,16 @@ class TCustomForm : public TParentForm {
     void SetBorderIcons(TBorderIcons value);
     TPosition Position() const { return FPosition; }
     void SetPosition(TPosition value) { FPosition = value; }
+    TDefaultMonitor DefaultMonitor() const { return FDefaultMonitor; }
+    void SetDefaultMonitor(TDefaultMonitor value) { FDefaultMonitor = value; }
+    /// While the user moves the form, it sticks to the edges of the monitor's free area within SnapBuffer pixels.
+    bool ScreenSnap() const { return FScreenSnap; }
+    void SetScreenSnap(bool value) { FScreenSnap = value; }
+    int SnapBuffer() const { return FSnapBuffer; }
+    void SetSnapBuffer(int value) { FSnapBuffer = value; }
+    /// Pixels between the frame and the client area, in the form's colour; 0 to 32767.
+    int BorderWidth() const { return FBorderWidth; }
+    void SetBorderWidth(int value);
     /// State of a form that is not docked. A docked form has its ordinary size; its state comes back when it is a
     /// window of its own again and is shown.
     TWindowState WindowState() const { return FWindowState; }
@@ -172,6 +154,8 @@ protected:
     void ContextStale() override;
     void PaintWindow(HDC dc) override;
     TPoint FrameExtent() const override;
+    void ColorChanged() override;
+    bool SizesItself(bool horizontal) const override;
     void WindowLost() override;
     void VisibleChanged() override;
     void Notification(TComponent* component, TOperation operation) override;
@@ -197,7 +181,11 @@ private:
     void UpdateWindowStyle(); ///< Brings the existing window in line with border, icons and parent window.
     void EnterParent(HWND parent, const TStyles& styles);
     void LeaveParent(HWND owner, const TStyles& styles);
+    bool StoresOuterSize() const;
     void PlaceFirst();
+    TRect DefaultMonitorBounds() const;
+    void Snap(WINDOWPOS& to) const;
+    void PaintBorder();
     HWND OwnerWindow() const;
     void ShowWindowNow();
     int ShowCommand(TWindowState state) const;
@@ -219,6 +207,7 @@ private:
     TFormBorderStyle FBorderStyle = bsSizeable;
     TBorderIcons FBorderIcons{biSystemMenu, biMinimize, biMaximize};
     TPosition FPosition = poDesigned;
+    TDefaultMonitor FDefaultMonitor = dmActiveForm;
     TWindowState FWindowState = wsNormal;
     TFormStyle FFormStyle = fsNormal;
     TModalResult FModalResult = mrNone;
@@ -228,6 +217,10 @@ private:
     TIcon FIcon;
     std::unique_ptr<TCanvas> FCanvas;
     int FPixelsPerInch = 96;
+    int FBorderWidth = 0;
+    int FSnapBuffer = 10;
+    bool FScreenSnap = false;
+    bool FDragged = false; ///< The user moves or sizes the form.
     bool FScaled = true;
     bool FKeyPreview = false;
     bool FAlphaBlend = false;
@@ -236,6 +229,7 @@ private:
     bool FCreated = false;   ///< OnCreate has run.
     bool FDestroyed = false; ///< OnDestroy has run.
     bool FPlaced = false;    ///< `Position` has been applied.
+    bool FPlacing = false;   ///< The first window is being made.
     bool FArranged = true;   ///< The windows inside have the Z order that they are to have.
     bool FIsActive = false;
     bool FVisibleWanted = false; ///< `Visible` of the form file, until the form is complete.
@@ -353,6 +347,8 @@ class TApplication : public TComponent {
     void SetHelpFile(const std::string& value) { FHelpFile = value; }
     /// Shows a topic: by OnHelp, else by the system's help program when there is a help file. False: nobody did.
     bool HelpContext(int context);
+    /// The same for the topic with this keyword: HELP_KEY, whose data is the address of the text.
+    bool HelpKeyword(const std::string& keyword);
     bool HelpCommand(uint16_t command, LPARAM data);
 
     // --- Hints

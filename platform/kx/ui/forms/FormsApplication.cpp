@@ -201,6 +201,11 @@ bool TApplication::InOwnThread() const { return GetCurrentThreadId() == FThreadI
 
 bool TApplication::HelpContext(int context) { return HelpCommand(HELP_CONTEXT, context); }
 
+bool TApplication::HelpKeyword(const std::string& keyword) {
+    const std::string text = keyword; // a handler may end its owner
+    return HelpCommand(HELP_KEY, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
 bool TApplication::HelpCommand(uint16_t command, LPARAM data) {
     bool callHelp = true;
     FOnHelp(command, data, callHelp);

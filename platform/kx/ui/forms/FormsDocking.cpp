@@ -29,7 +29,7 @@ struct TCustomForm::TStyles {
     bool OnTop() const { return (ExStyle & WS_EX_TOPMOST) != 0; }
     /// Takes over the bits that the settings of a form do not decide.
     void KeepState(const TStyles& old) {
-        constexpr DWORD kept = WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE;
+        constexpr DWORD kept = WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE | WS_HSCROLL | WS_VSCROLL;
         Style = (Style & ~kept) | (old.Style & kept);
     }
     /// The window stays visible or hidden.

@@ -6,12 +6,14 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/win/Windows.h"
 
+#include <algorithm>
+
 namespace kx {
 
 // --- Style
 
 void TCustomForm::CreateParams(TCreateParams& params) {
-    TWinControl::CreateParams(params);
+    TParentForm::CreateParams(params);
     if (Parent() || ParentWindow()) {
         if (!Parent()) {
             params.Style &= ~static_cast<DWORD>(WS_VISIBLE); // it is shown after OnShow
@@ -27,6 +29,14 @@ void TCustomForm::CreateParams(TCreateParams& params) {
         }
     }
     const bool child = (params.Style & WS_CHILD) != 0;
+    if (FPlacing && !child && FBorderStyle != bsNone && FBorderStyle != bsDialog) { // it chooses for no others
+        if (FPosition == poDefault || FPosition == poDefaultPosOnly) {
+            params.X = params.Y = CW_USEDEFAULT;
+        }
+        if (FPosition == poDefault || FPosition == poDefaultSizeOnly) {
+            params.Width = params.Height = CW_USEDEFAULT;
+        }
+    }
     bool resizable = false;
     switch (FBorderStyle) {
     case bsNone: params.Style |= child ? 0 : DWORD{WS_POPUP}; return;
@@ -71,14 +81,6 @@ HWND TCustomForm::OwnerWindow() const {
     return Application().Handle();
 }
 
-TPoint TCustomForm::FrameExtent() const {
-    TPoint extent = TWinControl::FrameExtent();
-    if (FMenu && FMenu->Items().Count() > 0 && !IsDocked()) {
-        extent.Y += GetSystemMetrics(SM_CYMENU);
-    }
-    return extent;
-}
-
 // --- Making, showing and losing the window
 
 void TCustomForm::CreateHandle() {
@@ -86,15 +88,16 @@ void TCustomForm::CreateHandle() {
     if (HandleAllocated()) {
         return; // OnCreate has made the window
     }
+    const TFieldScope placing(*this, FPlacing, !FPlaced);
     MustOutlive([this] { PlaceFirst(); });
-    TWinControl::CreateHandle();
+    TParentForm::CreateHandle();
     if (Visible() && !FShowing && !Parent()) {
         ShowWindowNow();
     }
 }
 
 void TCustomForm::CreateWnd() {
-    TWinControl::CreateWnd();
+    TParentForm::CreateWnd();
     RECT r;
     GetWindowRect(WindowHandle(), &r);
     if (!(GetWindowLongA(WindowHandle(), GWL_STYLE) & WS_CHILD)) {
@@ -120,28 +123,6 @@ void TCustomForm::WindowLost() {
     }
 }
 
-void TCustomForm::PlaceFirst() {
-    if (std::exchange(FPlaced, true) || Parent() || ParentWindow()) {
-        return;
-    }
-    const auto center = [this](const TRect& area) {
-        SetBounds(area.Left + (area.Right - area.Left - Width()) / 2,
-                  area.Top + (area.Bottom - area.Top - Height()) / 2, Width(), Height());
-    };
-    const TCustomForm* over = nullptr;
-    switch (FPosition) {
-    case poMainFormCenter: over = Application().MainForm(); break;
-    case poOwnerFormCenter:
-        over = dynamic_cast<TCustomForm*>(Owner());
-        over = over ? over : Application().MainForm();
-        break;
-    case poScreenCenter:
-    case poDesktopCenter: break;
-    default: return;
-    }
-    center(over && over != this ? over->BoundsRect() : TRect{0, 0, Screen().Width(), Screen().Height()});
-}
-
 void TCustomForm::Show() {
     if (Outlives(*this, [this] { SetVisible(true); })) {
         BringToFront();
@@ -160,7 +141,7 @@ void TCustomForm::SetVisible(bool value) {
     if (value && !Outlives(*this, [this] { AfterConstruction(); })) {
         return;
     }
-    TWinControl::SetVisible(value);
+    TParentForm::SetVisible(value);
 }
 
 void TCustomForm::VisibleChanged() {
@@ -263,7 +244,7 @@ void TCustomForm::ApplyMenu() {
 }
 
 void TCustomForm::SaveWindowState() {
-    TWinControl::SaveWindowState();
+    TParentForm::SaveWindowState();
     ::SetMenu(WindowHandle(), nullptr); // the menu is not the window's to destroy
     if (FMenu) {
         FMenu->SetWindowHandle(nullptr);
@@ -283,11 +264,12 @@ bool TCustomForm::ShowHelp(TMessage& message) {
          window = GetAncestor(window, GA_PARENT)) {
         control = FindControl(window); // the focus may be in a window of the system's inside a control
     }
-    const int context = control ? control->NearestHelpContext() : HelpContext();
-    if (context == 0) {
+    const TControl* const topic = (control ? control : this)->NearestHelp();
+    if (!topic) {
         return false;
     }
-    message.Result = Application().HelpContext(context);
+    message.Result = topic->HelpType() == htKeyword ? Application().HelpKeyword(topic->HelpKeyword())
+                                                    : Application().HelpContext(topic->HelpContext());
     return true;
 }
 
@@ -296,30 +278,50 @@ void TCustomForm::WndProc(TMessage& message) {
     case WM_CLOSE: Close(); return;
     case WM_QUERYENDSESSION: message.Result = SessionMayEnd(); return;
     case WM_ACTIVATE:
-        if (Outlives(*this, [&] { TWinControl::WndProc(message); })) { // it moves the focus
+        if (Outlives(*this, [&] { TParentForm::WndProc(message); })) { // it moves the focus
             Activated(LOWORD(message.WParam) != WA_INACTIVE);
         }
         return;
     case WM_SIZE:
-        if (Outlives(*this, [&] { TWinControl::WndProc(message); }) && !IsDocked() && HandleAllocated() && Visible()) {
+        if (Outlives(*this, [&] { TParentForm::WndProc(message); }) && !IsDocked() && HandleAllocated() && Visible()) {
             FWindowState = message.WParam == SIZE_MAXIMIZED   ? wsMaximized
                            : message.WParam == SIZE_MINIMIZED ? wsMinimized
                                                               : wsNormal;
         }
         return;
+    case WM_NCCALCSIZE:
+        TParentForm::WndProc(message);
+        if (!IsIconic(WindowHandle())) {
+            auto& client = message.LParamAs<RECT>(); // of either record, the first thing in it
+            InflateRect(&client, -FBorderWidth, -FBorderWidth);
+            client.right = std::max(client.right, client.left);
+            client.bottom = std::max(client.bottom, client.top);
+        }
+        return;
+    case WM_NCPAINT:
+        TParentForm::WndProc(message);
+        PaintBorder();
+        return;
+    case WM_ENTERSIZEMOVE: FDragged = true; break;
+    case WM_EXITSIZEMOVE: FDragged = false; break;
+    case WM_WINDOWPOSCHANGING: Snap(message.LParamAs<WINDOWPOS>()); break;
     case WM_HELP:
         if (ShowHelp(message)) {
             return;
         }
         break;
     case WM_GETMINMAXINFO: {
-        TWinControl::WndProc(message);
+        TParentForm::WndProc(message);
+        TSizeLimits limits;
+        if (!Outlives(*this, [&] { limits = SizeLimits(); })) {
+            return;
+        }
         auto& info = message.LParamAs<MINMAXINFO>();
         const auto limit = [](LONG& field, int value) { field = value > 0 ? value : field; };
-        limit(info.ptMinTrackSize.x, Constraints().MinWidth());
-        limit(info.ptMinTrackSize.y, Constraints().MinHeight());
-        limit(info.ptMaxTrackSize.x, Constraints().MaxWidth());
-        limit(info.ptMaxTrackSize.y, Constraints().MaxHeight());
+        limit(info.ptMinTrackSize.x, limits.MinWidth);
+        limit(info.ptMinTrackSize.y, limits.MinHeight);
+        limit(info.ptMaxTrackSize.x, limits.MaxWidth);
+        limit(info.ptMaxTrackSize.y, limits.MaxHeight);
         return;
     }
     case WM_COMMAND:
@@ -337,7 +339,7 @@ void TCustomForm::WndProc(TMessage& message) {
     }
     default: break;
     }
-    TWinControl::WndProc(message);
+    TParentForm::WndProc(message);
 }
 
 void TCustomForm::Activated(bool active) {
@@ -376,7 +378,7 @@ void TCustomForm::ContextStale() {
     if (FCanvas) {
         static_cast<TControlCanvas&>(*FCanvas).LetGo();
     }
-    TWinControl::ContextStale();
+    TParentForm::ContextStale();
 }
 
 void TCustomForm::PaintWindow(HDC dc) {

@@ -5,7 +5,7 @@
 namespace kx {
 
 const TClass& TCustomFrame::StaticClass() {
-    static const TClassBuilder<TCustomFrame> cls("TCustomFrame", TWinControl::StaticClass());
+    static const TClassBuilder<TCustomFrame> cls("TCustomFrame", TScrollingWinControl::StaticClass());
     return cls.Class();
 }
 
@@ -14,7 +14,7 @@ const TClass& TFrame::StaticClass() {
     return cls.Class();
 }
 
-TCustomFrame::TCustomFrame(TComponent* owner) : TWinControl(owner) {
+TCustomFrame::TCustomFrame(TComponent* owner) : TScrollingWinControl(owner) {
     SetControlStyle({csAcceptsControls, csCaptureMouse, csClickEvents, csDoubleClicks});
     SetBoundsFields(0, 0, 320, 240);
 }
@@ -22,7 +22,7 @@ TCustomFrame::TCustomFrame(TComponent* owner) : TWinControl(owner) {
 TFrame::TFrame(TComponent* owner) : TCustomFrame(owner) {}
 
 void TCustomFrame::GetChildren(const TGetChildProc& proc, TComponent* root) {
-    TWinControl::GetChildren(proc, root);
+    TScrollingWinControl::GetChildren(proc, root);
     for (int i = 0; root == this && i < ComponentCount(); ++i) {
         if (!Components(i)->HasParent()) {
             proc(Components(i));

@@ -9,7 +9,7 @@ namespace kx {
 ///
 /// The constructor of each frame class calls `InitForm(*this, TMyFrame::StaticClass())` first, as that of a form does;
 /// its published fields and methods are those of the frame. It has no events for its making and its end.
-class TCustomFrame : public TWinControl {
+class TCustomFrame : public TScrollingWinControl {
     KX_CLASS()
 
     explicit TCustomFrame(TComponent* owner = nullptr);

@@ -132,14 +132,20 @@ class TListItem : public TPersistent {
     TStrings& SubItems() { return *FSubItems; }    ///< Texts of the columns behind the first, and more if one likes.
     int ImageIndex() const { return FImageIndex; } ///< In the list view's images; -1: none.
     void SetImageIndex(int value);
+    int StateIndex() const { return FStateIndex; } ///< In the state images, from 1 on; -1: none.
+    void SetStateIndex(int value);
+    void* Data() const { return FData; } ///< The program's.
+    void SetData(void* value);
     bool Selected() const;
     void SetSelected(bool value);
     int Index() const;
     void Delete(); ///< Takes the item off the list and frees it.
+    void Assign(const TPersistent* source) override;
 
 private:
     friend class TListView;
     friend class TListItems;
+    void Changed();
     void Show();
     void ShowAt(int index);
 
@@ -147,10 +153,15 @@ private:
     std::string FCaption;
     std::unique_ptr<TStringList> FSubItems;
     int FImageIndex = -1;
+    int FStateIndex = -1;
+    int FOverlayIndex = -1;              ///< Of the form file.
+    std::vector<int16_t> FSubItemImages; ///< The same.
+    void* FData = nullptr;
+    size_t FRank = 0;          ///< Its place while the window is being sorted.
     bool FWasSelected = false; ///< While there is no window.
 };
 
-/// The items of a list view, which it owns.
+/// The items of a list view, which it owns. Form files hold them as Items.Data, those of other tools as Items.ItemData.
 class TListItems : public TPersistent {
     KX_CLASS()
 
@@ -167,18 +178,33 @@ class TListItems : public TPersistent {
     void BeginUpdate();
     void EndUpdate();
     TListView& Owner() const { return FListView; }
+    TPersistent* GetOwner() const override;
+    void Assign(const TPersistent* source) override;
+    void DefineProperties(TFiler& filer) override;
 
 private:
     friend class TListItem;
     friend class TListView;
+    void Changed() { FStood.clear(); }
+    void ReadData(TStream& stream, bool isOld);
+    void ReadItems(std::string_view bytes, bool isOld);
+    void WriteData(TStream& stream) const;
+    bool IsSame(const TListItems* other) const;
+
     TListView& FListView;
     std::vector<std::unique_ptr<TListItem>> FItems;
     int FUpdateCount = 0;
+    unsigned FMoves = 0;      ///< How often items have come or gone.
+    bool FSortsLater = false; ///< What is due at the end of the update.
+    std::string FStood;       ///< The block of the form file, as long as nothing has changed; else empty.
+    bool FStoodAsOld = false; ///< It was Data.
 };
 
 enum TItemChange : uint8_t { ctText, ctImage, ctState };
 using TLVChangeEvent = TEvent<void(TObject* sender, TListItem* item, TItemChange change)>;
 using TLVSelectItemEvent = TEvent<void(TObject* sender, TListItem* item, bool selected)>;
+/// Compares two items for sorting: `compare` is to be below 0 when `item1` comes first, above 0 when `item2` does.
+using TLVCompareEvent = TEvent<void(TObject* sender, TListItem* item1, TListItem* item2, int data, int& compare)>;
 using TLVColumnClickEvent = TEvent<void(TObject* sender, TListColumn* column)>;
 
 /// A list of items as icons, names, or a report with columns.
@@ -189,12 +215,17 @@ class TListView : public TWinControl {
     ~TListView() override;
 
     TListItems& Items() { return FItems; }
+    void SetItems(const TListItems& value) { FItems.Assign(&value); }
     TListColumns& Columns() { return FColumns; }
     void SetColumns(const TListColumns& value) { FColumns.Assign(&value); }
     TListItem* Selected() const; ///< The first selected item; null: none.
     void SetSelected(TListItem* value);
     int ItemIndex() const; ///< Index of `Selected`; -1: none.
     void SetItemIndex(int value);
+    /// Sorts the items by OnCompare, or by their captions in any letter case; equal ones keep their order. False: a
+    /// handler has added or deleted items, and all stay where they are.
+    bool AlphaSort() { return CustomSort(0); }
+    bool CustomSort(int data); ///< The same; OnCompare gets `data`.
 
     TBorderStyle BorderStyle() const { return FBorderStyle; }
     void SetBorderStyle(TBorderStyle value);
@@ -210,15 +241,22 @@ class TListView : public TWinControl {
     void SetRowSelect(bool value);
     bool ShowColumnHeaders() const { return FShowColumnHeaders; }
     void SetShowColumnHeaders(bool value);
+    /// When the items are sorted by themselves; within Items.BeginUpdate and EndUpdate at the end.
+    TSortType SortType() const { return FSortType; }
+    void SetSortType(TSortType value);
     TViewStyle ViewStyle() const { return FViewStyle; }
     void SetViewStyle(TViewStyle value);
     TImageList* SmallImages() const { return FSmallImages; } ///< Not owned.
     void SetSmallImages(TImageList* value);
     TImageList* LargeImages() const { return FLargeImages; } ///< Not owned.
     void SetLargeImages(TImageList* value);
+    TImageList* StateImages() const { return FStateImages; } ///< Not owned.
+    void SetStateImages(TImageList* value);
 
     const TLVChangeEvent& OnChange() const { return FOnChange; }
     void SetOnChange(TLVChangeEvent value) { FOnChange = std::move(value); }
+    const TLVCompareEvent& OnCompare() const { return FOnCompare; }
+    void SetOnCompare(TLVCompareEvent value) { FOnCompare = std::move(value); }
     const TLVSelectItemEvent& OnSelectItem() const { return FOnSelectItem; }
     void SetOnSelectItem(TLVSelectItemEvent value) { FOnSelectItem = std::move(value); }
     const TLVColumnClickEvent& OnColumnClick() const { return FOnColumnClick; }
@@ -226,6 +264,7 @@ class TListView : public TWinControl {
 
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
+    void Loaded() override;
 
 protected:
     void CreateWnd() override;
@@ -233,6 +272,7 @@ protected:
     void ColorChanged() override;
     void FontChanged() override;
     void Notification(TComponent* component, TOperation operation) override;
+    virtual int Compare(TListItem* item1, TListItem* item2, int data);
     virtual void Change(TListItem* item, TItemChange change);
     virtual void DoSelectItem(TListItem* item, bool selected);
     virtual void ColClick(TListColumn* column);
@@ -251,6 +291,10 @@ private:
     void ApplyColors();
     void ApplyImages();
     void InsertIntoWindow(int index);
+    bool SortsBy(TSortType type) const { return FSortType == type || FSortType == stBoth; }
+    bool IsInPlace(TListItem& item);
+    void SortAfter(TListItem& item);
+    void SortWindow();
     void Notified(TMessage& message);
     void ItemChanged(const NMLISTVIEW& info);
 
@@ -258,6 +302,8 @@ private:
     TListColumns FColumns;
     TImageList* FSmallImages = nullptr;
     TImageList* FLargeImages = nullptr;
+    TImageList* FStateImages = nullptr;
+    TSortType FSortType = stNone;
     TBorderStyle FBorderStyle = bsSingle;
     TViewStyle FViewStyle = vsIcon;
     bool FGridLines = false;
@@ -269,6 +315,7 @@ private:
     int FWindowColumns = 0; ///< Columns that the window has.
     bool FFilling = false;  ///< The window is being filled: nothing happens to the items.
     TLVChangeEvent FOnChange;
+    TLVCompareEvent FOnCompare;
     TLVSelectItemEvent FOnSelectItem;
     TLVColumnClickEvent FOnColumnClick;
 };

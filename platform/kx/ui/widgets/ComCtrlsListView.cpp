@@ -1,4 +1,4 @@
-// List views and their items.
+// List views: settings, window and selection.
 
 #include "kx/ui/widgets/ComCtrls.h"
 
@@ -22,11 +22,15 @@ const TClass& TListView::StaticClass() {
         c.Property("RowSelect", &T::RowSelect, &T::SetRowSelect).Default = false;
         c.Property("ShowColumnHeaders", &T::ShowColumnHeaders, &T::SetShowColumnHeaders).Default = true;
         c.Reference("SmallImages", &T::SmallImages, &T::SetSmallImages);
+        c.Property("SortType", &T::SortType, &T::SetSortType).Default = stNone;
+        c.Reference("StateImages", &T::StateImages, &T::SetStateImages);
         c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
         c.Property("ViewStyle", &T::ViewStyle, &T::SetViewStyle).Default = vsIcon;
         c.Property("OnChange", &T::OnChange, &T::SetOnChange);
         c.Property("OnColumnClick", &T::OnColumnClick, &T::SetOnColumnClick);
+        c.Property("OnCompare", &T::OnCompare, &T::SetOnCompare);
         c.Property("OnSelectItem", &T::OnSelectItem, &T::SetOnSelectItem);
+        c.SubObject("Items", &T::Items, &T::SetItems); // behind Columns, whose number decides what is seen of them
     });
     return cls.Class();
 }
@@ -115,6 +119,7 @@ void TListView::ApplyImages() {
     };
     set(LVSIL_SMALL, FSmallImages);
     set(LVSIL_NORMAL, FLargeImages);
+    set(LVSIL_STATE, FStateImages);
 }
 
 void TListView::SetImages(TImageList*& field, TImageList* value) {
@@ -132,14 +137,16 @@ void TListView::SetImages(TImageList*& field, TImageList* value) {
 
 void TListView::SetSmallImages(TImageList* value) { SetImages(FSmallImages, value); }
 void TListView::SetLargeImages(TImageList* value) { SetImages(FLargeImages, value); }
+void TListView::SetStateImages(TImageList* value) { SetImages(FStateImages, value); }
 
 void TListView::Notification(TComponent* component, TOperation operation) {
     TWinControl::Notification(component, operation);
-    if (operation == opRemove && (component == FSmallImages || component == FLargeImages)) {
-        FSmallImages = component == FSmallImages ? nullptr : FSmallImages;
-        FLargeImages = component == FLargeImages ? nullptr : FLargeImages;
-        if (HandleAllocated()) {
-            ApplyImages();
+    for (TImageList** const images : {&FSmallImages, &FLargeImages, &FStateImages}) {
+        if (operation == opRemove && component == *images) {
+            *images = nullptr;
+            if (HandleAllocated()) {
+                ApplyImages();
+            }
         }
     }
 }
@@ -171,146 +178,6 @@ void TListView::SetMultiSelect(bool value) { SetStyleField(FMultiSelect, value);
 void TListView::SetReadOnly(bool value) { SetStyleField(FReadOnly, value); }
 void TListView::SetRowSelect(bool value) { SetStyleField(FRowSelect, value); }
 void TListView::SetShowColumnHeaders(bool value) { SetStyleField(FShowColumnHeaders, value); }
-
-// --- Items
-
-const TClass& TListItems::StaticClass() {
-    static const TClassBuilder<TListItems> cls("TListItems", TPersistent::StaticClass());
-    return cls.Class();
-}
-
-TListItem& TListItems::operator[](int index) const {
-    if (index < 0 || index >= Count()) {
-        throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
-    }
-    return *FItems[static_cast<size_t>(index)];
-}
-
-TListItem& TListItems::Insert(int index) {
-    if (index < 0 || index > Count()) {
-        throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
-    }
-    TListItem& item = **FItems.insert(FItems.begin() + index, std::make_unique<TListItem>(*this));
-    if (FListView.HandleAllocated()) {
-        FListView.InsertIntoWindow(index);
-    }
-    return item;
-}
-
-void TListItems::Delete(int index) {
-    (*this)[index]; // checks the index
-    if (FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), LVM_DELETEITEM, static_cast<WPARAM>(index), 0);
-    }
-    FItems.erase(FItems.begin() + index);
-}
-
-void TListItems::Clear() {
-    if (FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), LVM_DELETEALLITEMS, 0, 0);
-    }
-    FItems.clear();
-}
-
-int TListItems::IndexOf(const TListItem* item) const {
-    for (size_t i = 0; i < FItems.size(); ++i) {
-        if (FItems[i].get() == item) {
-            return static_cast<int>(i);
-        }
-    }
-    return -1;
-}
-
-void TListItems::BeginUpdate() {
-    if (FUpdateCount++ == 0 && FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), WM_SETREDRAW, FALSE, 0);
-    }
-}
-
-void TListItems::EndUpdate() {
-    if (--FUpdateCount == 0 && FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), WM_SETREDRAW, TRUE, 0);
-        FListView.Invalidate();
-    }
-}
-
-const TClass& TListItem::StaticClass() {
-    static const TClassBuilder<TListItem> cls("TListItem", TPersistent::StaticClass());
-    return cls.Class();
-}
-
-TListItem::TListItem(TListItems& items) : FItems(items), FSubItems(std::make_unique<TStringList>()) {
-    FSubItems->SetOnChange([this](TObject*) { Show(); });
-}
-
-TListItem::~TListItem() = default;
-
-int TListItem::Index() const { return FItems.IndexOf(this); }
-
-void TListItem::SetCaption(const std::string& value) {
-    FCaption = value;
-    Show();
-}
-
-void TListItem::SetImageIndex(int value) {
-    FImageIndex = value;
-    Show();
-}
-
-/// Brings the window's texts and image in line with the item's.
-void TListItem::Show() {
-    if (FItems.Owner().HandleAllocated()) {
-        ShowAt(Index());
-    }
-}
-
-void TListItem::ShowAt(int index) {
-    if (index < 0) {
-        return;
-    }
-    const HWND window = FItems.Owner().WindowHandle();
-    LVITEMA item{};
-    item.mask = LVIF_TEXT | LVIF_IMAGE;
-    item.iItem = index;
-    item.iImage = FImageIndex;
-    item.pszText = FCaption.data();
-    SendMessageA(window, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-    item.mask = LVIF_TEXT;
-    for (int i = 1; i < FItems.Owner().Columns().Count(); ++i) {
-        std::string text = i <= FSubItems->Count() ? FSubItems->Get(i - 1) : std::string();
-        item.iSubItem = i;
-        item.pszText = text.data();
-        SendMessageA(window, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-    }
-}
-
-bool TListItem::Selected() const {
-    const TListView& view = FItems.Owner();
-    if (!view.HandleAllocated()) {
-        return FWasSelected;
-    }
-    return SendMessageA(view.WindowHandle(), LVM_GETITEMSTATE, static_cast<WPARAM>(Index()), LVIS_SELECTED) != 0;
-}
-
-void TListItem::SetSelected(bool value) {
-    FWasSelected = value;
-    if (FItems.Owner().HandleAllocated()) {
-        LVITEMA item{};
-        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        item.state = value ? item.stateMask : 0;
-        SendMessageA(FItems.Owner().WindowHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(Index()),
-                     reinterpret_cast<LPARAM>(&item));
-    }
-}
-
-void TListItem::Delete() { FItems.Delete(Index()); }
-
-void TListView::InsertIntoWindow(int index) {
-    LVITEMA item{};
-    item.iItem = index;
-    SendMessageA(WindowHandle(), LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
-    FItems[index].ShowAt(index);
-}
 
 // --- Selection and notifications
 
@@ -372,6 +239,7 @@ void TListView::Notified(TMessage& message) {
         const LVITEMA& item = message.LParamAs<NMLVDISPINFOA>().item;
         if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
             FItems[item.iItem].FCaption = item.pszText;
+            FItems.Changed();
             message.Result = TRUE;
         }
         break;
@@ -380,6 +248,7 @@ void TListView::Notified(TMessage& message) {
         const LVITEMW& item = message.LParamAs<NMLVDISPINFOW>().item;
         if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
             FItems[item.iItem].FCaption = FromWide(item.pszText);
+            FItems.Changed();
             message.Result = TRUE;
         }
         break;

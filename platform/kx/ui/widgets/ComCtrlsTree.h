@@ -3,6 +3,7 @@
 #include "kx/core/Components.h"
 #include "kx/graphics/ImgList.h"
 #include "kx/ui/controls/Controls.h"
+#include "kx/ui/widgets/ListViewTypes.h"
 
 #include <memory>
 #include <string>
@@ -142,9 +143,6 @@ private:
     std::string FStood;       ///< The block of the form file, as long as nothing has changed; else empty.
     bool FStoodAsOld = false; ///< It was Data.
 };
-
-enum TSortType : uint8_t { stNone, stData, stText, stBoth };
-KX_ENUM(TSortType, "stNone", "stData", "stText", "stBoth")
 
 using TTVChangedEvent = TEvent<void(TObject* sender, TTreeNode* node)>; ///< `node` is null when none is selected.
 using TTVChangingEvent = TEvent<void(TObject* sender, TTreeNode* node, bool& allowChange)>;

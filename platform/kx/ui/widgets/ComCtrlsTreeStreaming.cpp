@@ -2,6 +2,7 @@
 
 #include "kx/core/Filer.h"
 #include "kx/core/Streams.h"
+#include "kx/ui/widgets/ComCtrlsBlock.h"
 #include "kx/ui/widgets/ComCtrlsTree.h"
 #include "kx/win/Windows.h"
 
@@ -15,43 +16,14 @@ namespace kx {
 // the text in UTF-16. Data, of older tools, has no version byte, one number and that byte less, and texts of the code
 // page. A block that is neither shows no nodes, and is written as it stood.
 
+using detail::AddNumber;
+using detail::BytesOf;
+using detail::TBlock;
+
 namespace {
 
 constexpr uint8_t Version = 3;
 constexpr int MaxLevels = 200;
-
-/// Takes numbers off the front of a block.
-class TBlock {
-public:
-    explicit TBlock(std::string_view bytes) : FBytes(bytes) {}
-
-    std::string_view Take(size_t count) {
-        if (count > FBytes.size()) {
-            throw EReadError("The nodes of the tree are cut off");
-        }
-        const std::string_view taken = FBytes.substr(0, count);
-        FBytes.remove_prefix(count);
-        return taken;
-    }
-    uint8_t Byte() { return static_cast<uint8_t>(Take(1)[0]); }
-    int32_t Number() {
-        uint32_t number = 0;
-        for (const char byte : std::string(Take(4))) {
-            number = number >> 8 | static_cast<uint32_t>(static_cast<unsigned char>(byte)) << 24;
-        }
-        return static_cast<int32_t>(number);
-    }
-    bool IsAtEnd() const { return FBytes.empty(); }
-
-private:
-    std::string_view FBytes;
-};
-
-void AddNumber(std::string& bytes, int32_t number) {
-    for (int shift = 0; shift < 32; shift += 8) {
-        bytes.push_back(static_cast<char>(static_cast<uint32_t>(number) >> shift & 0xFF));
-    }
-}
 
 /// What one node of a block says.
 struct TNodeRecord {
@@ -81,12 +53,7 @@ TNodeRecord ReadRecord(TBlock& block, bool isOld) {
     if (isOld) {
         node.Text = std::string(record.Take(length));
     } else {
-        std::wstring text;
-        for (size_t i = 0; i < length; ++i) {
-            const unsigned low = record.Byte();
-            text.push_back(static_cast<wchar_t>(low | static_cast<unsigned>(record.Byte()) << 8));
-        }
-        node.Text = FromWide(text);
+        node.Text = FromWide(record.Wide(length));
     }
     if (!record.IsAtEnd() || node.Count < 0) {
         throw EReadError("The nodes of the tree are damaged");
@@ -125,13 +92,6 @@ void WriteNode(std::string& bytes, const TTreeNode& node) {
     for (int i = 0; i < node.Count(); ++i) {
         WriteNode(bytes, node[i]);
     }
-}
-
-std::string BytesOf(TStream& stream) {
-    std::string bytes(static_cast<size_t>(stream.Size()), '\0');
-    stream.SetPosition(0);
-    stream.ReadBuffer(bytes.data(), bytes.size());
-    return bytes;
 }
 
 /// Nodes of the ancestor form are not written again.

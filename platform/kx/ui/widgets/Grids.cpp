@@ -53,7 +53,9 @@ const TClass& TDrawGrid::StaticClass() {
         c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = false;
         c.Property("ScrollBars", &T::ScrollBars, &T::SetScrollBars).Default = ssBoth;
         c.Property("TabStop", &T::TabStop, &T::SetTabStop).Default = true;
+        c.Property("OnColumnMoved", &T::OnColumnMoved, &T::SetOnColumnMoved);
         c.Property("OnDrawCell", &T::OnDrawCell, &T::SetOnDrawCell);
+        c.Property("OnRowMoved", &T::OnRowMoved, &T::SetOnRowMoved);
         c.Property("OnSelectCell", &T::OnSelectCell, &T::SetOnSelectCell);
     });
     return cls.Class();
@@ -278,6 +280,7 @@ void TDrawGrid::Paint() {
     if (bottom < client.Bottom) {
         Canvas().FillRect({0, static_cast<int32_t>(bottom), client.Right, client.Bottom});
     }
+    PaintDropMark();
 }
 
 void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {

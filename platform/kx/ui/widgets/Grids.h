@@ -16,6 +16,8 @@ enum TGridOption : uint8_t {
     goDrawFocusSelected, ///< The cell with the focus is drawn as selected too.
     goRowSizing,         ///< The user may drag the lines between the rows, in the fixed columns,
     goColSizing,         ///< and those between the columns, in the fixed rows.
+    goRowMoving,         ///< The user may drag rows to other places, in the fixed columns,
+    goColMoving,         ///< and columns, in the fixed rows.
     goEditing,           ///< The user may edit the cells of grids that have texts.
     goTabs,              ///< Tab goes from cell to cell.
     goRowSelect,         ///< Whole rows are selected, and no cell is edited.
@@ -23,8 +25,8 @@ enum TGridOption : uint8_t {
     goThumbTracking      ///< Scrolls while the scroll bar is being dragged.
 };
 KX_ENUM(TGridOption, "goFixedVertLine", "goFixedHorzLine", "goVertLine", "goHorzLine", "goRangeSelect",
-        "goDrawFocusSelected", "goRowSizing", "goColSizing", "goEditing", "goTabs", "goRowSelect", "goAlwaysShowEditor",
-        "goThumbTracking")
+        "goDrawFocusSelected", "goRowSizing", "goColSizing", "goRowMoving", "goColMoving", "goEditing", "goTabs",
+        "goRowSelect", "goAlwaysShowEditor", "goThumbTracking")
 using TGridOptions = TSet<TGridOption>;
 
 /// State of a cell: gdFocused is the current cell while the grid has the focus.
@@ -37,6 +39,8 @@ using TGridDrawState = TSet<TGridDrawFlag>;
 using TDrawCellEvent = TEvent<void(TObject* sender, int col, int row, const TRect& rect, TGridDrawState state)>;
 /// A cell is about to become the current one; a handler that sets `canSelect` to false refuses.
 using TSelectCellEvent = TEvent<void(TObject* sender, int col, int row, bool& canSelect)>;
+/// The user has dragged a column or a row to another place.
+using TMovedEvent = TEvent<void(TObject* sender, int fromIndex, int toIndex)>;
 
 /// A rectangle of cells; Right and Bottom belong to it.
 struct TGridRect {
@@ -112,6 +116,10 @@ class TDrawGrid : public TCustomControl {
     bool DefaultDrawing() const { return FDefaultDrawing; } ///< Cells are filled before OnDrawCell, and get a focus.
     void SetDefaultDrawing(bool value);
 
+    const TMovedEvent& OnColumnMoved() const { return FOnColumnMoved; }
+    void SetOnColumnMoved(TMovedEvent value) { FOnColumnMoved = std::move(value); }
+    const TMovedEvent& OnRowMoved() const { return FOnRowMoved; }
+    void SetOnRowMoved(TMovedEvent value) { FOnRowMoved = std::move(value); }
     const TDrawCellEvent& OnDrawCell() const { return FOnDrawCell; }
     void SetOnDrawCell(TDrawCellEvent value);
     const TSelectCellEvent& OnSelectCell() const { return FOnSelectCell; }
@@ -138,6 +146,10 @@ protected:
     virtual void CurrentChanged() {}
     /// The cells have got other places or sizes.
     virtual void CellsMoved() {}
+    /// A column or a row has got another place, with its size, and the current cell has gone along.
+    virtual void ColumnMoved(int from, int to);
+    virtual void RowMoved(int from, int to);
+    static int Moved(int index, int from, int to); ///< The place that an index has then.
     bool WantsKey(uint16_t key, TShiftState shift) override;
 
 private:
@@ -160,6 +172,7 @@ private:
         int At(int coordinate, int line) const;                ///< -1 beside the cells.
         int Toward(int coordinate, int shown, int line) const; ///< Beside the cells the next one there.
         int EdgeAt(int coordinate, int line) const;            ///< The cell whose end is there; -1: none.
+        void Move(int from, int to);
     };
 
     /// The user drags the end of a column or a row.
@@ -168,6 +181,13 @@ private:
         int Cell = 0;
         int From = 0; ///< Where the button went down.
         int Size = 0; ///< Of the cell at that time.
+    };
+
+    /// The user drags a column or a row to another place.
+    struct TMoving {
+        TAxis* Axis = nullptr; ///< Null: he does not.
+        int From = 0;
+        int To = 0;
     };
 
     int ColumnsShown() const { return FColumns.Shown(ClientWidth(), FLineWidth); }
@@ -179,6 +199,10 @@ private:
     void DefineSizes(TFiler& filer, std::string_view name, TAxis& axis);
     TSizing SizingAt(int x, int y);
     bool ShowSizingCursor();
+    TMoving MovingAt(int col, int row);
+    void DragTo(int x, int y);
+    void EndMoving(bool drop);
+    void PaintDropMark();
     void LayoutChanged();
     void ScrollWindowBy(int64_t x, int64_t y);
     void FocusMoved();
@@ -206,7 +230,10 @@ private:
     bool FSelecting = false; ///< By the mouse, whose button is down.
     bool FUpdatingBars = false;
     TSizing FSizing;
+    TMoving FMoving;
     TMouseWheel FWheel;
+    TMovedEvent FOnColumnMoved;
+    TMovedEvent FOnRowMoved;
     TDrawCellEvent FOnDrawCell;
     TSelectCellEvent FOnSelectCell;
 };

@@ -150,7 +150,10 @@ void TDrawGrid::WndProc(TMessage& message) {
             return;
         }
         break;
-    case WM_CANCELMODE: FSizing = {}; break;
+    case WM_CANCELMODE:
+        FSizing = {};
+        EndMoving(false);
+        break;
     case WM_GETDLGCODE:
         TCustomControl::WndProc(message);
         message.Result |= DLGC_WANTARROWS;
@@ -278,6 +281,10 @@ void TDrawGrid::DoExit() {
 void TDrawGrid::KeyDown(uint16_t& key, TShiftState shift) {
     const TAlive alive(*this);
     TCustomControl::KeyDown(key, shift);
+    if (alive && key == VK_ESCAPE && FMoving.Axis) {
+        key = 0;
+        EndMoving(false);
+    }
     if (!alive || key == 0 || FColumns.Count == 0 || FRows.Count == 0 || shift.Contains(ssAlt)) {
         return;
     }
@@ -336,6 +343,7 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
         if (alive) {
             MouseToCell(x, y, col, row);
             FSizing = SizingAt(x, y);
+            FMoving = FSizing.Axis ? TMoving{} : MovingAt(col, row);
         }
         if (alive && !FSizing.Axis && col >= FColumns.Fixed && row >= FRows.Fixed) {
             FSelecting = true;
@@ -352,6 +360,9 @@ void TDrawGrid::MouseMove(TShiftState shift, int x, int y) {
     if (FSizing.Axis) {
         const int moved = (FSizing.Axis == &FColumns ? x : y) - FSizing.From;
         SetSizeIn(*FSizing.Axis, FSizing.Cell, std::max(FSizing.Size + moved, 1));
+    }
+    if (alive && FMoving.Axis) {
+        DragTo(x, y);
     }
     if (alive && FSelecting && shift.Contains(ssLeft) && FColumns.Count > 0 && FRows.Count > 0) {
         // A point beside the visible cells means the next cell there, so that the grid scrolls.
@@ -370,6 +381,9 @@ void TDrawGrid::MouseUp(TMouseButton button, TShiftState shift, int x, int y) {
     if (button == mbLeft) {
         FSelecting = false;
         FSizing = {};
+        if (!Outlives(*this, [this] { EndMoving(true); })) {
+            return;
+        }
     }
     TCustomControl::MouseUp(button, shift, x, y);
 }

@@ -97,6 +97,29 @@ void TStringGrid::SetCells(int col, int row, const std::string& value) {
     }
 }
 
+/// Brings each text to the column and the row that `moved` gives, and the editor along.
+template <class F> void TStringGrid::MoveTexts(F&& moved) {
+    std::unordered_map<uint64_t, std::string> cells;
+    for (auto& [key, text] : FCells) {
+        int col = static_cast<int>(key >> 32);
+        int row = static_cast<int>(key & 0xFFFFFFFF);
+        moved(col, row);
+        cells[KeyOf(col, row)] = std::move(text);
+    }
+    FCells = std::move(cells);
+    moved(FEditCol, FEditRow);
+}
+
+void TStringGrid::ColumnMoved(int from, int to) {
+    MoveTexts([=](int& col, int&) { col = Moved(col, from, to); });
+    TDrawGrid::ColumnMoved(from, to);
+}
+
+void TStringGrid::RowMoved(int from, int to) {
+    MoveTexts([=](int&, int& row) { row = Moved(row, from, to); });
+    TDrawGrid::RowMoved(from, to);
+}
+
 void TStringGrid::DrawCell(int col, int row, const TRect& rect, TGridDrawState state) {
     if (DefaultDrawing()) {
         Canvas().TextRect(rect, rect.Left + 2, rect.Top + 2, Cells(col, row));

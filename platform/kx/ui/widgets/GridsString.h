@@ -39,6 +39,8 @@ protected:
     void DrawCell(int col, int row, const TRect& rect, TGridDrawState state) override;
     void CurrentChanged() override;
     void CellsMoved() override;
+    void ColumnMoved(int from, int to) override;
+    void RowMoved(int from, int to) override;
     void KeyDown(uint16_t& key, TShiftState shift) override;
     void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
     void DoEnter() override;
@@ -48,6 +50,7 @@ protected:
 private:
     class TCellEdit;
 
+    template <class F> void MoveTexts(F&& moved);
     bool CanEdit() const;
     void PlaceEditor();
     void HideEditor(bool focusGrid);
