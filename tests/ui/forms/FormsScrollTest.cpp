@@ -314,7 +314,7 @@ TEST_F(FormBorder, IsFreeAroundTheClientArea) {
     Screenshot("form-border");
 }
 
-TEST_F(FormBorder, StandsBesideTheScrollBars) {
+TEST_F(FormBorder, IsAroundTheScrollBarsToo) {
     Add<TPanel>(0, 0, 50, 500);
     Form->SetAutoScroll(true);
     Form->SetBorderStyle(bsNone);
@@ -324,7 +324,19 @@ TEST_F(FormBorder, StandsBesideTheScrollBars) {
     Show();
     const int bar = GetSystemMetrics(SM_CXVSCROLL);
     EXPECT_EQ(Form->ClientRect(), (TRect{0, 0, 190 - bar, 90}));
-    EXPECT_TRUE(PumpUntil([&] { return PixelAt(199 - bar - 2, 50) == RGB(255, 0, 0); }));
+    EXPECT_TRUE(PumpUntil([&] { return PixelAt(197, 50) == RGB(255, 0, 0); }));
+    EXPECT_EQ(PixelAt(195, 50), RGB(255, 0, 0));
+    EXPECT_NE(PixelAt(194, 50), RGB(255, 0, 0)) << "the bar";
+    EXPECT_NE(PixelAt(195 - bar, 50), RGB(255, 0, 0));
+    EXPECT_EQ(PixelAt(100, 97), RGB(255, 0, 0));
+    Form->HorzScrollBar().SetRange(1000);
+    Form->VertScrollBar().SetRange(1000);
+    EXPECT_EQ(Form->ClientHeight(), 90 - GetSystemMetrics(SM_CYHSCROLL));
+    EXPECT_TRUE(PumpUntil([&] { return PixelAt(100, 94) != RGB(255, 0, 0); })) << "the other bar";
+    EXPECT_EQ(PixelAt(100, 97), RGB(255, 0, 0));
+    Form->SetBiDiMode(bdRightToLeft);
+    EXPECT_TRUE(PumpUntil([&] { return PixelAt(5, 40) != RGB(255, 0, 0); })) << "the bar is left";
+    EXPECT_EQ(PixelAt(4, 40), RGB(255, 0, 0));
     Screenshot("form-border-scroll");
 }
 

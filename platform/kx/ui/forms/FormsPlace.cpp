@@ -109,6 +109,13 @@ void TCustomForm::PaintBorder() {
     GetClientRect(window, &client);
     MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
     OffsetRect(&client, -frame.left, -frame.top);
+    const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+    if (style & WS_VSCROLL) { // the bars stand beside the client area, and the border is around all of them
+        const int width = GetSystemMetrics(SM_CXVSCROLL);
+        const bool isLeft = (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_LEFTSCROLLBAR) != 0;
+        (isLeft ? client.left : client.right) += isLeft ? -width : width;
+    }
+    client.bottom += style & WS_HSCROLL ? GetSystemMetrics(SM_CYHSCROLL) : 0;
     RECT border = client;
     InflateRect(&border, FBorderWidth, FBorderWidth);
     const TWindowDC dc(window, true);
