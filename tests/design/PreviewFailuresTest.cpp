@@ -155,6 +155,17 @@ TEST_F(PreviewFailures, AToolBarThatIsFreedMeanwhileIsForgotten) {
     EXPECT_EQ(Dialog->ToolBar().CustomBar(), nullptr);
 }
 
+TEST_F(PreviewFailures, ADialogThatIsFreedMeanwhileTakesItsToolBarWithIt) {
+    TForm& owner = AddForm("BarForm");
+    const TToolBar& bar = AddBar(owner, "ToolBar1");
+    const TAlive alive(bar);
+    Dialog->ToolBar().SetCustomBar(&AddBar(owner, "ToolBar2"));
+    Run([&] { KxPreviewDialog(*Dialog, {}, {}, {}, {}, false); },
+        {InDialog(*Dialog, [&] { std::exchange(Dialog, nullptr)->Free(); })});
+    EXPECT_TRUE(alive);
+    EXPECT_FALSE(FileExists(TempFile("BarForm")));
+}
+
 // --- The dialog's values
 
 TEST_F(PreviewFailures, TextsListsAndNumbersComeBackWhateverHandlersDo) {

@@ -184,6 +184,16 @@ TEST_P(RememberAll, WhatTheProgramSaysIsStronger) {
     });
 }
 
+TEST_P(RememberAll, ADialogOfFixedSizeIsNotClipped) {
+    Write("Width", 700);
+    Write("Height", 500);
+    const TFormPtr bottom = MakeMarkedForm(clSkyBlue, 60, WorkArea.Y);
+    auto& dialog = Make();
+    dialog.SetOptions(dialog.Options() - TOpenOptions{ofEnableSizing});
+    Core(dialog).CustDlgParams().SetBottomForm(bottom.get());
+    Look(dialog, [&] { EXPECT_GT(SizeOf(Core(dialog)).Y, WorkArea.Y); });
+}
+
 TEST_P(RememberAll, WithoutAKeyNothingIsRemembered) {
     auto& dialog = Make("");
     dialog.SetInitialDir(Folder.Path());
@@ -281,6 +291,29 @@ TEST_P(RememberAll, ANewKeyHoldsFromTheNextExecuteOn) {
     EXPECT_FALSE(TRegistry().KeyExists(other));
 }
 
+/// Shows what the system is given.
+struct TPeek : TKxOpenDialog {
+    using TKxFileDlgCore::StartFilterIndex;
+    using TKxFileDlgCore::StartFolder;
+    using TKxOpenDialog::TKxOpenDialog;
+};
+
+TEST_F(Remember, TheSystemIsGivenNothingThatItWouldHaveToCorrect) {
+    Write("Folder", Other.Path());
+    Write("FilterIndex", 4); // there are three
+    auto& dialog = New<TPeek>();
+    Look(dialog, [&] {
+        EXPECT_EQ(dialog.StartFilterIndex(), 1);
+        EXPECT_EQ(dialog.StartFolder(), Other.Path());
+    });
+    dialog.SetFileName(Folder.Path("one.txt"));
+    Look(dialog, [&] { EXPECT_EQ(dialog.StartFolder(), ""); });
+    dialog.SetFilter("All|*.*|Text|*.txt|Logs|*.log|Rest|*.rest");
+    Look(dialog, [&] { EXPECT_EQ(dialog.StartFilterIndex(), 4); });
+    dialog.SetFilterIndex(2);
+    Look(dialog, [&] { EXPECT_EQ(dialog.StartFilterIndex(), 2); });
+}
+
 // --- The look of the file list
 
 class RememberLook : public Remember {
@@ -291,15 +324,18 @@ protected:
                 Await("they are shown", [&] { return dialog.FileListViewStyle() == lvsReport; }),
                 SetColumn(dialog, width)};
     }
-    /// Makes the first column that wide, once the dialog has had the time for what it does to a new list.
-    static TStep SetColumn(TKxOpenDialog& dialog, int width) {
+    /// The dialog has had the time for what it does to a new list.
+    static TStep AwaitLookedAfter() {
         const auto begin = std::make_shared<DWORD>(0);
-        return {"the list is looked after",
-                [=] {
-                    *begin = *begin ? *begin : GetTickCount();
-                    return GetTickCount() - *begin > 200;
-                },
-                [=, &dialog] { SendMessageA(ListOf(dialog), LVM_SETCOLUMNWIDTH, 0, width); }};
+        return Await("the list is looked after", [=] {
+            *begin = *begin ? *begin : GetTickCount();
+            return GetTickCount() - *begin > 200;
+        });
+    }
+    static TStep SetColumn(TKxOpenDialog& dialog, int width) {
+        TStep step = AwaitLookedAfter();
+        step.Do = [=, &dialog] { SendMessageA(ListOf(dialog), LVM_SETCOLUMNWIDTH, 0, width); };
+        return step;
     }
     static TStep AwaitColumn(TKxOpenDialog& dialog, int width) {
         return Await("the first column is " + IntToStr(width) + " pixels wide",
@@ -361,7 +397,8 @@ TEST_F(RememberLook, ColumnsOfAFolderThatHasOthersAreLeftAlone) {
 TEST_F(RememberLook, ColumnsThatTheUserDidNotChangeAreNotWritten) {
     auto& dialog = NewInFolder();
     Run(dialog, {{Perform("details", [&] { PressToolButton(dialog, ReportButton); }),
-                  Await("they are shown", [&] { return dialog.FileListViewStyle() == lvsReport; }), Cancel(dialog)}});
+                  Await("they are shown", [&] { return dialog.FileListViewStyle() == lvsReport; }), AwaitLookedAfter(),
+                  Cancel(dialog)}});
     EXPECT_EQ(Number("ViewStyle"), lvsReport);
     EXPECT_EQ(TextAt("ColumnWidths"), "");
 }

@@ -205,10 +205,8 @@ bool TKxCustomFolderDialog::Execute() {
     if (!Outlives(*this, [&] { confirmed = TaskModalDialog(owner, [this, owner] { return Browse(owner); }); })) {
         return false;
     }
-    if (FMemory.IsOn()) {
-        FMemory.Folder = FFolder;
-        Guarded([&] { FMemory.Keep(confirmed); });
-    }
+    FMemory.Folder = FFolder;
+    Guarded([&] { FMemory.Keep(confirmed); });
     return confirmed;
 }
 

@@ -39,7 +39,7 @@ bool TKxFileDlgCore::RunRemembering(const std::function<bool()>& execute) {
     if (!Outlives(Existence(), [&] { confirmed = execute(); })) {
         return false;
     }
-    if (FMemory.IsOn() && FPlaced) {
+    if (FPlaced) {
         Guarded([&] {
             RememberChoice(confirmed);
             Remember();
