@@ -213,6 +213,7 @@ TEST_F(DialogDesigner, EachBadShiftIsToldByItself) {
     EXPECT_EQ(Params.PosParams().ShiftY(), -4);
     EXPECT_EQ(KxTextToShift("-2147483648"), INT_MIN);
     EXPECT_EQ(KxTextToShift("2147483647"), INT_MAX);
+    EXPECT_THROW(KxTextToShift("-2147483649"), EConvertError);
 }
 
 TEST_F(DialogDesigner, SidesThatTheDialogDoesNotHaveAreNotSupported) {

@@ -5,7 +5,10 @@
 #include "kx/opensave/KxOpenDlgEx.h"
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/win/Registry.h"
+#include "tests/support/ImportPatch.h"
 #include "tests/support/TestKey.h"
+
+#include <commdlg.h>
 
 namespace kx::test {
 namespace {
@@ -291,27 +294,52 @@ TEST_P(RememberAll, ANewKeyHoldsFromTheNextExecuteOn) {
     EXPECT_FALSE(TRegistry().KeyExists(other));
 }
 
-/// Shows what the system is given.
+/// Notes what the system is given.
 struct TPeek : TKxOpenDialog {
-    using TKxFileDlgCore::StartFilterIndex;
-    using TKxFileDlgCore::StartFolder;
     using TKxOpenDialog::TKxOpenDialog;
+    std::string FirstFolder() const override { return GivenFolder = TKxOpenDialog::FirstFolder(); }
+    int FirstFilterIndex() const override { return GivenFilter = TKxOpenDialog::FirstFilterIndex(); }
+    mutable std::string GivenFolder;
+    mutable int GivenFilter = 0;
 };
 
 TEST_F(Remember, TheSystemIsGivenNothingThatItWouldHaveToCorrect) {
     Write("Folder", Other.Path());
     Write("FilterIndex", 4); // there are three
     auto& dialog = New<TPeek>();
-    Look(dialog, [&] {
-        EXPECT_EQ(dialog.StartFilterIndex(), 1);
-        EXPECT_EQ(dialog.StartFolder(), Other.Path());
-    });
+    Look(dialog);
+    EXPECT_EQ(dialog.GivenFilter, 1);
+    EXPECT_EQ(dialog.GivenFolder, Other.Path());
     dialog.SetFileName(Folder.Path("one.txt"));
-    Look(dialog, [&] { EXPECT_EQ(dialog.StartFolder(), ""); });
+    Look(dialog);
+    EXPECT_EQ(dialog.GivenFolder, "") << "the name has a folder";
     dialog.SetFilter("All|*.*|Text|*.txt|Logs|*.log|Rest|*.rest");
-    Look(dialog, [&] { EXPECT_EQ(dialog.StartFilterIndex(), 4); });
-    dialog.SetFilterIndex(2);
-    Look(dialog, [&] { EXPECT_EQ(dialog.StartFilterIndex(), 2); });
+    Look(dialog);
+    EXPECT_EQ(dialog.GivenFilter, 4);
+    Write("FilterIndex", 0);
+    Look(dialog);
+    EXPECT_EQ(dialog.GivenFilter, 1);
+}
+
+BOOL WINAPI ShowNothing(OPENFILENAMEA*) { return FALSE; }
+LSTATUS WINAPI RefuseValue(HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD) { return ERROR_ACCESS_DENIED; }
+
+TEST_F(Remember, ADialogThatTheSystemDoesNotShowKeepsNothing) {
+    auto& dialog = New<TKxOpenLiteDialog>();
+    const TImportPatch patch("GetOpenFileNameA", reinterpret_cast<void*>(ShowNothing));
+    EXPECT_FALSE(dialog.Execute());
+    EXPECT_FALSE(TRegistry().KeyExists(Key.Path()));
+}
+
+TEST_F(Remember, WhatCannotBeWrittenIsReportedAndTheChoiceStands) {
+    auto& dialog = New<TKxOpenDialog>();
+    dialog.SetInitialDir(Folder.Path());
+    {
+        const TImportPatch patch("RegSetValueExA", reinterpret_cast<void*>(RefuseValue));
+        EXPECT_TRUE(RunDialog(dialog, {EnterFileName(dialog, "one.txt")}));
+    }
+    EXPECT_EQ(dialog.FileName(), Folder.Path("one.txt"));
+    EXPECT_THAT(TakeExceptions(), ElementsAre("Failed to set data for 'Width'"));
 }
 
 // --- The look of the file list
