@@ -69,6 +69,9 @@ struct TPart {
     size_t Begin = npos;
     size_t End = npos; ///< Its closing bracket.
     bool IsThere() const { return End != npos; }
+    std::string Of(const std::string& code) const {
+        return IsThere() ? code.substr(Begin, End - Begin) : std::string();
+    }
 };
 
 /// The braces of the class.
@@ -165,6 +168,25 @@ std::string Lines(const std::vector<std::string>& lines, const std::string& inde
     return text;
 }
 
+std::vector<std::string> Statements(const TClassMembers& members) {
+    std::vector<std::string> lines;
+    for (const TClassMember& member : members) {
+        lines.push_back(member.Code + ";");
+    }
+    return lines;
+}
+
+/// The classes of those members that are fields.
+std::vector<std::string> ClassesOf(const TClassMembers& members) {
+    std::vector<std::string> names;
+    for (const TClassMember& member : members) {
+        if (!member.ClassName.empty()) {
+            names.push_back(member.ClassName);
+        }
+    }
+    return names;
+}
+
 /// Puts lines in front of a closing bracket: on lines of their own when the bracket has one.
 void InsertBefore(std::string& code, size_t bracket, const std::vector<std::string>& lines, const std::string& indent,
                   std::string_view lineBreak) {
@@ -246,33 +268,33 @@ void TClassFiles::Note(const TFile& file, const std::string& what) {
     FMissing.push_back(NameOfFile(file.Path) + ": " + what);
 }
 
+/// Of the members that part of a file is to name, those that it does not.
+TClassMembers TClassFiles::TakeMissing(const TFile& file, std::string_view part, TClassMembers members) {
+    std::erase_if(members, [&](const TClassMember& member) { return FindWord(part, member.Name) != npos; });
+    for (const TClassMember& member : members) {
+        Note(file, member.Code);
+    }
+    return members;
+}
+
 /// Fields and handlers that the class does not declare.
 void TClassFiles::CompleteDeclaration(TFile& file) {
     const std::string bare = BareCode(file.After);
     const TPart body = ClassBody(bare, FClass.Name);
-    const std::string inside = body.IsThere() ? bare.substr(body.Begin, body.End - body.Begin) : std::string();
-    std::vector<std::string> lines;
-    std::vector<std::string> classes;
-    const auto take = [&](const auto& member) {
-        if (FindWord(inside, member.Name) == npos) {
-            lines.push_back(Declaration(member) + ";");
-            Note(file, Declaration(member));
-            return true;
-        }
-        return false;
-    };
-    std::ranges::for_each(FClass.Handlers, take);
-    for (const TFormClass::TField& field : FClass.Fields) {
-        if (take(field)) {
-            classes.push_back(field.ClassName);
-        }
+    TClassMembers members;
+    for (const TFormClass::THandler& handler : FClass.Handlers) {
+        members.push_back({handler.Name, Declaration(handler), {}});
     }
+    for (const TFormClass::TField& field : FClass.Fields) {
+        members.push_back({field.Name, Declaration(field), field.ClassName});
+    }
+    members = TakeMissing(file, body.Of(bare), std::move(members));
     if (!body.IsThere()) {
         FProblem = NameOfFile(file.Path) + " declares no class " + FClass.Name;
-    } else if (!lines.empty()) {
+    } else if (!members.empty()) {
         const std::string lineBreak(LineBreakOf(file.Before));
-        InsertBefore(file.After, body.End, lines, "    ", lineBreak);
-        InsertIncludes(file.After, IncludesFor(classes, file.After), lineBreak);
+        InsertBefore(file.After, body.End, Statements(members), "    ", lineBreak);
+        InsertIncludes(file.After, IncludesFor(ClassesOf(members), file.After), lineBreak);
     }
 }
 
@@ -301,29 +323,26 @@ void TClassFiles::CompleteDefinition(TFile& file) {
         bare = BareCode(file.After);
     }
     const TPart call = TableCall(bare, FClass.Name);
-    const std::string inside = call.IsThere() ? bare.substr(call.Begin, call.End - call.Begin) : std::string();
-    std::vector<std::string> lines;
-    const auto take = [&](const auto& member, const std::string& what) {
-        if (FindWord(inside, member.Name) == npos) {
-            lines.push_back("c." + what + "(\"" + member.Name + "\", &" + FClass.Name + "::" + member.Name + ");");
-            Note(file, lines.back());
-        }
+    TClassMembers members;
+    const auto add = [&](const std::string& what, const std::string& name) {
+        members.push_back({name, "c." + what + "(\"" + name + "\", &" + FClass.Name + "::" + name + ")", {}});
     };
     for (const TFormClass::TField& field : FClass.Fields) {
-        take(field, "Field");
+        add("Field", field.Name);
     }
     for (const TFormClass::THandler& handler : FClass.Handlers) {
-        take(handler, "Method");
+        add("Method", handler.Name);
     }
-    if (lines.empty()) {
+    members = TakeMissing(file, call.Of(bare), std::move(members));
+    if (members.empty()) {
         return;
     }
     if (!call.IsThere()) {
         FProblem = NameOfFile(file.Path) + " has no property table of " + FClass.Name;
     } else if (const size_t open = bare.find('{', call.Begin + 1); open < call.End) {
-        InsertBefore(file.After, MatchingBracket(bare, open), lines, "        ", lineBreak);
+        InsertBefore(file.After, MatchingBracket(bare, open), Statements(members), "        ", lineBreak);
     } else {
-        const std::string table = ", [](auto& c) {\n" + Lines(lines, "        ") + "    }";
+        const std::string table = ", [](auto& c) {\n" + Lines(Statements(members), "        ") + "    }";
         file.After.insert(call.End, WithBreaks(table, lineBreak));
     }
 }

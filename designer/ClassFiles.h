@@ -8,6 +8,14 @@
 
 namespace kx::designer {
 
+/// A member of a form's class, as part of its code names it.
+struct TClassMember {
+    std::string Name;
+    std::string Code;      ///< Without its semicolon.
+    std::string ClassName; ///< Of a field that is declared.
+};
+using TClassMembers = std::vector<TClassMember>;
+
 /// The header and the source of a form's class, which stand beside the form file: PreviewForm.h and PreviewForm.cpp.
 /// Files that are not there are made; in those that are there nothing is changed but that what the form needs and they
 /// do not have is put in.
@@ -39,6 +47,7 @@ private:
     void Read(TFile& file) const;
     void CompleteDeclaration(TFile& file);
     void CompleteDefinition(TFile& file);
+    TClassMembers TakeMissing(const TFile& file, std::string_view part, TClassMembers members);
     void Note(const TFile& file, const std::string& what);
 
     TFormClass FClass;

@@ -10,9 +10,9 @@ namespace kx::designer {
 std::string ClipboardText() {
     std::string text;
     if (OpenClipboard(nullptr)) {
-        if (const HANDLE data = GetClipboardData(CF_TEXT)) {
-            if (const auto* const chars = static_cast<const char*>(GlobalLock(data))) {
-                text = chars;
+        if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+            if (const auto* const chars = static_cast<const wchar_t*>(GlobalLock(data))) {
+                text = FromWide(chars);
                 GlobalUnlock(data);
             }
         }
@@ -26,11 +26,14 @@ void SetClipboardText(HWND owner, const std::string& text) {
         RaiseLastOSError();
     }
     EmptyClipboard();
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    // As UTF-16: other programs would take text of our code page for text of the system's.
+    const std::wstring wide = ToWide(text);
+    const size_t size = (wide.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
     if (void* const chars = memory ? GlobalLock(memory) : nullptr) {
-        memcpy(chars, text.c_str(), text.size() + 1);
+        memcpy(chars, wide.c_str(), size);
         GlobalUnlock(memory);
-        SetClipboardData(CF_TEXT, memory);
+        SetClipboardData(CF_UNICODETEXT, memory);
     }
     CloseClipboard();
 }

@@ -129,9 +129,11 @@ TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent, const TAncestor
     return form;
 }
 
-std::string WriteForm(TDesignedForm& form, TDesignedForm* ancestor) {
+std::string WriteForm(TDesignedForm& form, TDesignedForm* ancestor, TFormNumbers numbers) {
     TMemoryStream stream;
-    WriteComponent(stream, form, TStreamFormat::Binary, ancestor);
+    TWriter writer(stream);
+    writer.SetNumbers(numbers);
+    writer.WriteDescendent(form, ancestor);
     return std::string(stream.Bytes());
 }
 

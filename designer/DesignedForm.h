@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kx/core/FormValues.h"
 #include "kx/ui/forms/Forms.h"
 
 #include <memory>
@@ -63,6 +64,8 @@ using TAncestorFiles = std::vector<std::string>;
 /// @throws EParserError, EReadError and others, with the line or the offset.
 TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent, const TAncestorFiles& ancestors = {});
 /// The form as it is now, in the binary form; of one that inherits, what differs from `ancestor`, if that is not null.
-std::string WriteForm(TDesignedForm& form, TDesignedForm* ancestor = nullptr);
+/// What goes into a file has plain numbers.
+std::string WriteForm(TDesignedForm& form, TDesignedForm* ancestor = nullptr,
+                      TFormNumbers numbers = TFormNumbers::Spelled);
 
 } // namespace kx::designer

@@ -2,6 +2,8 @@
 
 #include "designer/DesignerForm.h"
 
+#include "designer/ClassFiles.h"
+#include "designer/CollectionPaths.h"
 #include "designer/Files.h"
 #include "kx/win/Registry.h"
 #include "kx/win/Windows.h"
@@ -164,11 +166,13 @@ void TDesignerForm::SelectionShown() {
     Surface->UpdateMarks();
     Structure->UpdateSelection();
     Inspector->ShowSelection(Current());
-    const std::vector<TComponent*> selected = Current()->SelectedComponents();
+    const TDesignSelection selected = Current()->Selection();
     if (selected.size() == 1) {
-        Say(selected.front()->Name() + ": " + selected.front()->FormClassName());
+        Say(TitleOf(*Current(), *selected.front()));
     } else {
-        Say(IntToStr(static_cast<int64_t>(selected.size())) + " components are selected");
+        const bool isComponents = Current()->SelectedComponents().size() == selected.size();
+        Say(IntToStr(static_cast<int64_t>(selected.size())) + (isComponents ? " components" : " items") +
+            " are selected");
     }
 }
 
@@ -206,6 +210,7 @@ void TDesignerForm::OpenDocument(TDocument& document) {
     }
     if (Attempt([&] { document.Open(); })) {
         OfferRecovery(document);
+        TellOfMissingAncestor(document);
     } else {
         UpdateTabs();
     }
@@ -225,6 +230,20 @@ void TDesignerForm::OfferRecovery(TDocument& document) {
     } else {
         document.DropRecovery();
     }
+}
+
+void TDesignerForm::TellOfMissingAncestor(const TDocument& document) {
+    if (!document.Designer().LacksAncestor()) {
+        return;
+    }
+    const std::string& cls = document.Designer().FormClass();
+    const std::string base = BaseInCode(document.FileName(), cls);
+    const std::string message = cls + " inherits from " + (base.empty() ? "another form" : base) +
+                                ", whose form file is neither in the project nor in the folder of " +
+                                NameOfFile(document.FileName()) +
+                                ".\n\nWhat comes from there is shown as boxes. Saving loses nothing of it.";
+    Say(message.substr(0, message.find('\n')));
+    Application().MessageBox(message, Caption(), MB_OK | MB_ICONINFORMATION);
 }
 
 bool TDesignerForm::OpenPath(const std::string& path) {

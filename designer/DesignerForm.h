@@ -95,6 +95,7 @@ private:
     bool SaveDocumentAs(TDocument& document);
     void CheckForChanges();
     void OfferRecovery(TDocument& document);
+    void TellOfMissingAncestor(const TDocument& document);
     void NewForm(TFormTemplate kind);
     void RemoveForm();
     void ToggleMainForm();

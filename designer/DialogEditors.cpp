@@ -2,6 +2,7 @@
 
 #include "designer/DialogEditors.h"
 
+#include "designer/CollectionEditor.h"
 #include "kx/ide/ComponentEditors.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/dialogs/Dialogs.h"
@@ -238,6 +239,7 @@ private:
 
 void RegisterDialogEditors() {
     RegisterPropertyEditor(TStrings::StaticClass(), nullptr, {}, MakePropertyEditor<TStringsProperty>);
+    RegisterCollectionEditor();
     RegisterPropertyEditor(TPicture::StaticClass(), nullptr, {}, MakePropertyEditor<TPictureProperty>);
     RegisterPropertyEditor(TGraphic::StaticClass(), nullptr, {}, MakePropertyEditor<TPictureProperty>);
     RegisterPropertyEditor(TFont::StaticClass(), nullptr, {}, MakePropertyEditor<TFontProperty>);

@@ -81,17 +81,17 @@ std::string TDocument::FileBytes() const {
     if (state == FSavedState && FOnDisk) {
         return *FOnDisk; // with the layout that its writer gave it
     }
-    if (!FIsText) {
-        if (!FIsResource) {
-            return state;
-        }
-        const std::string text = FormText(state);
-        TStaticMemoryStream from(text.data(), text.size());
-        TMemoryStream to;
-        ObjectTextToResource(from, to);
-        return std::string(to.Bytes());
+    if (FIsText) {
+        return FormText(state, FLineBreak);
     }
-    return FormText(state, FLineBreak);
+    const std::string binary = FDesigner->PlainState();
+    if (!FIsResource) {
+        return binary;
+    }
+    TMemoryStream resource;
+    WriteResHeader(resource, FDesigner->FormClass(), static_cast<uint32_t>(binary.size()));
+    resource.WriteBuffer(binary.data(), binary.size());
+    return std::string(resource.Bytes());
 }
 
 void TDocument::Save() {
@@ -143,7 +143,7 @@ void TDocument::Reload() {
 }
 
 void TDocument::UpdateRecovery() {
-    if (!FDesigner) {
+    if (!FDesigner || FDesigner->IsBusy()) {
         return;
     }
     if (!IsModified()) {
@@ -152,7 +152,7 @@ void TDocument::UpdateRecovery() {
         }
     } else if (FRecovered != FDesigner->State()) {
         try {
-            WriteWholeFile(RecoveryPath(), FDesigner->State());
+            WriteWholeFile(RecoveryPath(), FileBytes());
             FRecovered = FDesigner->State();
         } catch (const Exception&) {
             FRecovered.clear(); // the folder may be read-only

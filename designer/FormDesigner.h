@@ -38,6 +38,8 @@ public:
     /// @throws EDesignError "Box comes from TBase and cannot be deleted" for those.
     void CheckOwn(const std::vector<TComponent*>& components, const char* what) const;
     std::string AncestorClass() const; ///< Empty for a form that does not inherit.
+    /// The form inherits, and nobody knows from which one: what comes from there is shown as boxes.
+    bool LacksAncestor() const;
 
     // --- IDesigner
 
@@ -94,7 +96,11 @@ public:
     void Undo();
     void Redo();
     const TUndoStack& Steps() const { return FUndo; }
-    const std::string& State() const { return FUndo.State(); } ///< In the binary form.
+    /// In the binary form; numbers have the spelling of the text from which they came.
+    const std::string& State() const { return FUndo.State(); }
+    /// The same as a file may hold it: with plain numbers.
+    std::string PlainState() { return WriteForm(*FForm, FAncestor.get(), TFormNumbers::Plain); }
+    bool IsBusy() const { return FBusy > 0; } ///< A change is under way, and the form may be half changed.
 
     bool Locked() const { return FLocked; } ///< The mouse and the keyboard move and size nothing.
     void SetLocked(bool value) { FLocked = value; }

@@ -135,8 +135,10 @@ void TFormDesigner::GoTo(const std::string& from, const std::string& state) {
     --FBusy;
     if (!isThere) {
         Load(state);
+        SelectNames(selected);
+    } else if (FSelection.empty()) {
+        SelectOne(*FForm);
     }
-    SelectNames(selected);
 }
 
 bool TFormDesigner::Follow(const TFormDifference& difference) {

@@ -159,7 +159,7 @@ std::string FormText(const std::string& binary, std::string_view lineBreak) {
 std::string FormBinaryOfText(const std::string& text) {
     TStaticMemoryStream from(text.data(), text.size());
     TMemoryStream to;
-    ObjectTextToBinary(from, to);
+    ObjectTextToBinary(from, to, nullptr, TFormNumbers::Spelled);
     return std::string(to.Bytes());
 }
 

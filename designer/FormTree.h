@@ -36,6 +36,7 @@ TFormNode ParseForm(const std::string& binary);
 std::string FormBinary(const TFormNode& root);
 
 std::string FormText(const std::string& binary, std::string_view lineBreak = "\r\n");
+/// Numbers keep the spelling that they have in the text: what comes out is for memory alone.
 /// @throws EParserError with the line.
 std::string FormBinaryOfText(const std::string& text);
 

@@ -2,6 +2,8 @@
 
 #include "designer/Inspector.h"
 
+#include "designer/CollectionPaths.h"
+
 namespace kx::designer {
 
 const TClass& TInspector::StaticClass() {
@@ -81,17 +83,22 @@ void TInspector::UpdateValues() {
     FGrid.UpdateValues();
 }
 
-/// One line for each component of the form; the selected one is chosen, none when there are several.
+/// One line for each component of the form; the selected one is chosen, none when there are several. An item of a
+/// collection has a line as long as it is selected.
 void TInspector::FillComponents() {
     TStringList lines;
     int chosen = -1;
     if (FDesigner) {
-        const std::vector<TComponent*> selected = FDesigner->SelectedComponents();
+        const TDesignSelection selected = FDesigner->Selection();
+        const TPersistent* const single = selected.size() == 1 ? selected.front() : nullptr;
         for (const TComponent* component : FDesigner->AllComponents()) {
-            if (selected.size() == 1 && selected.front() == component) {
+            if (component == single) {
                 chosen = lines.Count();
             }
-            lines.Add(component->Name() + ": " + component->FormClassName());
+            lines.Add(TitleOf(*FDesigner, *component));
+        }
+        if (single && chosen < 0) {
+            chosen = lines.Add(TitleOf(*FDesigner, *single));
         }
     }
     if (!FComponents.Items().Equals(lines)) {

@@ -2,6 +2,7 @@
 
 #include "designer/InspectorGrid.h"
 
+#include "kx/core/Collections.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -163,16 +164,18 @@ namespace {
 
 /// The form file tells the value, or that of a part.
 bool IsChanged(TPropertyEditor& editor) {
-    if (editor.IsDefault() || editor.PropInfo().Kind != TTypeKind::SubObject) {
+    const TPropInfo& info = editor.PropInfo();
+    const TObject* const part = info.Kind == TTypeKind::SubObject ? info.GetObj(editor.Instance()) : nullptr;
+    if (const auto* const collection = dynamic_cast<const TCollection*>(part)) {
+        return collection->Count() > 0;
+    }
+    const bool hasParts = part && editor.GetAttributes().Contains(paSubProperties);
+    if (editor.IsDefault() || !hasParts) {
         return !editor.IsDefault();
     }
     bool isChanged = false;
-    bool hasParts = false;
-    editor.GetProperties([&](const TPropertyEditorPtr& inner) {
-        hasParts = true;
-        isChanged = isChanged || IsChanged(*inner);
-    });
-    return isChanged && hasParts;
+    editor.GetProperties([&](const TPropertyEditorPtr& inner) { isChanged = isChanged || IsChanged(*inner); });
+    return isChanged;
 }
 
 } // namespace

@@ -75,21 +75,30 @@ void TProject::ReadFile() {
     }
 }
 
-void TProject::ReadFolder() {
+namespace {
+
+/// The paths of the form files in a folder, in alphabetical order.
+std::vector<std::string> FormFilesIn(const std::string& folder) {
     WIN32_FIND_DATAA found;
-    std::vector<std::string> names;
-    const HANDLE search = FindFirstFileA((FPath + "\\*.dfm").c_str(), &found);
+    std::vector<std::string> paths;
+    const HANDLE search = FindFirstFileA((folder + "\\*.dfm").c_str(), &found);
     if (search != INVALID_HANDLE_VALUE) {
         do {
             if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && HasExtension(found.cFileName, ".dfm")) {
-                names.emplace_back(found.cFileName);
+                paths.push_back(folder + "\\" + found.cFileName);
             }
         } while (FindNextFileA(search, &found));
         FindClose(search);
     }
-    std::ranges::sort(names, {}, [](const std::string& name) { return UpperCase(name); });
-    for (const std::string& name : names) {
-        FDocuments.push_back(std::make_unique<TDocument>(FHost, FPath + "\\" + name));
+    std::ranges::sort(paths, {}, [](const std::string& path) { return UpperCase(path); });
+    return paths;
+}
+
+} // namespace
+
+void TProject::ReadFolder() {
+    for (const std::string& path : FormFilesIn(FPath)) {
+        FDocuments.push_back(std::make_unique<TDocument>(FHost, path));
     }
 }
 
@@ -108,6 +117,15 @@ TDocument* TProject::Find(const std::string& path) const {
 }
 
 namespace {
+
+/// What `read` reads; nothing of a file that is not there.
+template <class F> std::string BytesOf(F read) {
+    try {
+        return read();
+    } catch (const Exception&) {
+        return {};
+    }
+}
 
 /// The form as data, whatever the format of its file; empty when it cannot be read.
 std::optional<TFormNode> TreeOf(const std::string& bytes) {
@@ -134,48 +152,61 @@ bool Brings(TFormNode& form, const TFormNode& node) {
     });
 }
 
+bool InheritsComponents(const TFormNode& node) {
+    return std::ranges::any_of(node.Children, [](const TFormNode& child) {
+        return child.Flags.Contains(ffInherited) || InheritsComponents(child);
+    });
+}
+
 } // namespace
 
-const TDocument* TProject::AncestorOf(const TDocument& document, const std::string& bytes) const {
-    const std::optional<TFormNode> form = TreeOf(bytes);
-    if (!form || !form->Flags.Contains(ffInherited)) {
-        return nullptr;
+/// Those of the files that may be the form's ancestor: of the class that is `named`, or, without a name, with all that
+/// is inherited.
+std::vector<TProject::TFormFile> TProject::Ancestors(std::vector<TFormFile> files, const TFormNode& form,
+                                                     const std::string& named) {
+    std::erase_if(files, [&](const TFormFile& file) {
+        std::optional<TFormNode> tree = TreeOf(file.Bytes);
+        return !tree || !(named.empty() ? Brings(*tree, form) : tree->ClassName == named);
+    });
+    return files;
+}
+
+/// Looked for in the project first, then among the other form files beside the form's own.
+std::optional<TProject::TFormFile> TProject::AncestorOf(const TFormFile& file) const {
+    const std::optional<TFormNode> form = TreeOf(file.Bytes);
+    const std::string named = form ? BaseInCode(file.Path, form->ClassName) : std::string();
+    if (!form || !form->Flags.Contains(ffInherited) || (named.empty() && !InheritsComponents(*form))) {
+        return std::nullopt;
     }
-    const std::string named = BaseInCode(document.FileName(), form->ClassName);
-    const TDocument* found = nullptr;
-    for (const auto& other : FDocuments) {
-        std::optional<TFormNode> tree;
-        try {
-            tree = other.get() == &document ? std::nullopt : TreeOf(other->FormBytes());
-        } catch (const Exception&) {
-            continue; // its file is not there
+    std::vector<TFormFile> files;
+    for (const auto& document : FDocuments) {
+        if (!SameText(document->FileName(), file.Path)) {
+            files.push_back({document->FileName(), BytesOf([&] { return document->FormBytes(); })});
         }
-        if (!tree) {
-            continue;
-        }
-        if (!named.empty() && tree->ClassName == named) {
-            return other.get();
-        }
-        if (named.empty() && Brings(*tree, *form)) {
-            if (found) {
-                return nullptr; // two: nobody can tell
+    }
+    files = Ancestors(std::move(files), *form, named);
+    if (files.empty()) {
+        for (const std::string& path : FormFilesIn(FolderOfFile(file.Path))) {
+            if (!Find(path) && !SameText(path, file.Path)) {
+                files.push_back({path, BytesOf([&] { return ReadWholeFile(path); })});
             }
-            found = other.get();
         }
+        files = Ancestors(std::move(files), *form, named);
     }
-    return found;
+    const bool isKnown = files.size() == 1 || (!named.empty() && !files.empty()); // of two nobody can tell
+    return isKnown ? std::optional(std::move(files.front())) : std::nullopt;
 }
 
 TAncestorFiles TProject::AncestorsOf(const TDocument& document, const std::string& bytes) const {
     TAncestorFiles files;
-    std::vector<const TDocument*> passed{&document};
-    for (const TDocument* ancestor = AncestorOf(document, bytes); ancestor;) {
-        if (std::ranges::find(passed, ancestor) != passed.end()) {
+    std::vector<std::string> passed{document.FileName()};
+    for (std::optional<TFormFile> ancestor = AncestorOf({document.FileName(), bytes}); ancestor;
+         ancestor = AncestorOf(*ancestor)) {
+        if (std::ranges::find(passed, ancestor->Path) != passed.end()) {
             return {}; // in a circle
         }
-        passed.push_back(ancestor);
-        files.insert(files.begin(), ancestor->FormBytes());
-        ancestor = AncestorOf(*ancestor, files.front());
+        passed.push_back(ancestor->Path);
+        files.insert(files.begin(), ancestor->Bytes);
     }
     return files;
 }

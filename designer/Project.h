@@ -3,6 +3,7 @@
 #include "designer/Document.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,7 +33,8 @@ public:
     bool IsModified() const { return FModified; }
 
     /// The forms on which the one in `bytes`, of that document, stands, the first ancestor first. Its class's header
-    /// names the ancestor's class; without that it is the one form of the project that has all that is inherited.
+    /// names the ancestor's class; without that it is the one form of the project that has all components that are
+    /// inherited. An ancestor that the project does not have is looked for in the folder of the form's file.
     TAncestorFiles AncestorsOf(const TDocument& document, const std::string& bytes) const;
     /// The document of that file; null when it does not belong to the project.
     TDocument* Find(const std::string& path) const;
@@ -42,7 +44,13 @@ public:
     void SaveAs(const std::string& path);
 
 private:
-    const TDocument* AncestorOf(const TDocument& document, const std::string& bytes) const;
+    struct TFormFile {
+        std::string Path;
+        std::string Bytes;
+    };
+    static std::vector<TFormFile> Ancestors(std::vector<TFormFile> files, const TFormNode& form,
+                                            const std::string& named);
+    std::optional<TFormFile> AncestorOf(const TFormFile& file) const;
     void ReadFile();
     void ReadFolder();
 

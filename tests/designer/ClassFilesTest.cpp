@@ -113,10 +113,10 @@ TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
                 ElementsAre("Order.h: void OkClick(TObject* sender)",
                             "Order.h: void OkKeyPress(TObject* sender, char& key)", "Order.h: TButton* Ok = nullptr",
                             "Order.h: TFuelGauge* Gauge = nullptr", "Order.cpp: TOrder::OkClick",
-                            "Order.cpp: TOrder::OkKeyPress", "Order.cpp: c.Field(\"Ok\", &TOrder::Ok);",
-                            "Order.cpp: c.Field(\"Gauge\", &TOrder::Gauge);",
-                            "Order.cpp: c.Method(\"OkClick\", &TOrder::OkClick);",
-                            "Order.cpp: c.Method(\"OkKeyPress\", &TOrder::OkKeyPress);"));
+                            "Order.cpp: TOrder::OkKeyPress", "Order.cpp: c.Field(\"Ok\", &TOrder::Ok)",
+                            "Order.cpp: c.Field(\"Gauge\", &TOrder::Gauge)",
+                            "Order.cpp: c.Method(\"OkClick\", &TOrder::OkClick)",
+                            "Order.cpp: c.Method(\"OkKeyPress\", &TOrder::OkKeyPress)"));
     EXPECT_EQ(Header(), header) << "looking writes nothing";
     files.Write();
     EXPECT_EQ(Header(), "// Orders of our customers\r\n"

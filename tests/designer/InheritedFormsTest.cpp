@@ -180,9 +180,85 @@ TEST_F(InheritedForms, NobodyGuessesBetweenTwoAncestors) {
 
 TEST_F(InheritedForms, WithoutTheirAncestorTheyAreShownAsBoxesAndKept) {
     DeleteFileA(Folder.Path("BaseForm.dfm").c_str());
-    OpenChild();
+    AnswerTo([this] { OpenChild(); }, IDOK);
     EXPECT_EQ(Designer().AncestorClass(), "");
     EXPECT_EQ(Text(), Child);
+}
+
+// --- A form alone, without its project
+
+TEST_F(InheritedForms, AFormThatIsOpenedAloneFindsItsAncestorBesideIt) {
+    Folder.AddFile("Other.dfm", "object Other: TOther\nend\n");
+    ASSERT_TRUE(Window->OpenPath(Folder.Path("ChildForm.dfm")));
+    EXPECT_EQ(Window->Project()->ModuleCount(), 1);
+    EXPECT_EQ(Designer().AncestorClass(), "TBaseForm");
+    EXPECT_EQ(The<TButton>("Ok").Caption(), "Send");
+    EXPECT_EQ(The("Ok").Width(), 75);
+    EXPECT_EQ(Text(), Child);
+    The("Note").SetLeft(16);
+    Designer().Record("Move");
+    Window->Command("Save");
+    std::string expected = Child;
+    expected.replace(expected.find("  object Note: TLabel\n    Left = 8"), 34, "  object Note: TLabel\n    Left = 16");
+    EXPECT_EQ(Saved(), expected);
+    EXPECT_EQ(designer::ReadWholeFile(Folder.Path("BaseForm.dfm")), Base);
+}
+
+TEST_F(InheritedForms, AFormThatIsOpenedAloneFindsTheAncestorOfItsAncestorToo) {
+    Folder.AddFile("Third.dfm",
+                   "inherited Third: TThird\n  inherited Note: TLabel\n    Caption = 'Third'\n  end\nend\n");
+    ASSERT_TRUE(Window->OpenPath(Folder.Path("Third.dfm")));
+    EXPECT_EQ(Designer().Ancestors().size(), 2U);
+    EXPECT_EQ(The<TButton>("Ok").Caption(), "Send");
+}
+
+TEST_F(InheritedForms, TheCodeOfAFormThatIsOpenedAloneNamesTheAncestor) {
+    std::string twin = Base;
+    twin.replace(twin.find("BaseForm: TBaseForm"), 19, "Twin: TTwin");
+    twin.replace(twin.find("Width = 75"), 10, "Width = 90");
+    Folder.AddFile("Twin.dfm", twin);
+    Folder.AddFile("ChildForm.h", "class TChildForm : public TTwin {\n};\n");
+    ASSERT_TRUE(Window->OpenPath(Folder.Path("ChildForm.dfm")));
+    EXPECT_EQ(Designer().AncestorClass(), "TTwin");
+    EXPECT_EQ(The("Ok").Width(), 90);
+}
+
+TEST_F(InheritedForms, TheProjectsFormGoesBeforeAnotherOneBesideIt) {
+    std::string copy = Base;
+    copy.replace(copy.find("Width = 75"), 10, "Width = 90");
+    Folder.AddFile("Copy of BaseForm.dfm", copy);
+    const std::string project =
+        Folder.AddFile("Shop.kxproj", "object Project: TProject\n  MainForm = 'ChildForm'\n"
+                                      "  Forms.Strings = (\n    'BaseForm.dfm'\n    'ChildForm.dfm')\nend\n");
+    ASSERT_TRUE(Window->OpenPath(project));
+    ASSERT_EQ(Designer().FormClass(), "TChildForm");
+    EXPECT_EQ(The("Ok").Width(), 75);
+}
+
+TEST_F(InheritedForms, AFormWithoutItsAncestorSaysSoAndLosesNothing) {
+    DeleteFileA(Folder.Path("BaseForm.dfm").c_str());
+    Folder.AddFile("ChildForm.h", "class TChildForm : public TBaseForm {\n};\n");
+    Folder.AddFile("Other.dfm", "object Other: TOther\nend\n");
+    const std::string said = AnswerTo([&] { Window->OpenPath(Folder.Path("ChildForm.dfm")); }, IDOK);
+    EXPECT_THAT(said, testing::StartsWith("TChildForm inherits from TBaseForm, whose form file is neither in the "
+                                          "project nor in the folder of ChildForm.dfm."));
+    EXPECT_THAT(Window->Status(), HasSubstr("TChildForm inherits from TBaseForm"));
+    EXPECT_EQ(Text(), Child);
+    Screenshot("designer-without-ancestor", Window->Handle());
+    The("Note").SetLeft(16);
+    Designer().Record("Move");
+    Window->Command("Save");
+    std::string expected = Child;
+    expected.replace(expected.find("  object Note: TLabel\n    Left = 8"), 34, "  object Note: TLabel\n    Left = 16");
+    EXPECT_EQ(Saved(), expected);
+}
+
+TEST_F(InheritedForms, AFormWithNothingThatIsInheritedTakesNoAncestorByChance) {
+    Folder.AddFile("Lonely.dfm", "inherited Lonely: TLonely\n  Caption = 'alone'\nend\n");
+    DeleteFileA(Folder.Path("ChildForm.dfm").c_str());
+    EXPECT_THAT(AnswerTo([&] { Window->OpenPath(Folder.Path("Lonely.dfm")); }, IDOK),
+                HasSubstr("TLonely inherits from another form"));
+    EXPECT_EQ(Designer().AncestorClass(), "");
 }
 
 TEST_F(InheritedForms, FormsThatStandOnEachOtherInACircleAreOpened) {
@@ -191,7 +267,7 @@ TEST_F(InheritedForms, FormsThatStandOnEachOtherInACircleAreOpened) {
     std::string base = Base;
     base.replace(0, 6, "inherited");
     Folder.AddFile("BaseForm.dfm", base);
-    OpenChild();
+    AnswerTo([this] { OpenChild(); }, IDOK);
     EXPECT_EQ(Text(), Child);
 }
 

@@ -25,6 +25,11 @@ protected:
         EXPECT_TRUE(Until([this] { return Window->Active(); }));
     }
 
+    /// Opens the sample form, or another one.
+    void Open(const std::string& text) {
+        designer::WriteWholeFile(Path, text);
+        Open();
+    }
     void Open() {
         ASSERT_TRUE(Window->OpenPath(Path));
         Settle();

@@ -1,0 +1,422 @@
+// The window in which the items of a collection are edited.
+
+#include "WindowFixture.h"
+
+#include "designer/CollectionEditor.h"
+#include "kx/ide/ComponentEditors.h"
+#include "kx/ui/widgets/ComCtrlsBars.h"
+
+namespace kx::test {
+namespace {
+
+using designer::TCollectionForm;
+
+constexpr const char* BarForm = "object OrderForm: TOrderForm\n"
+                                "  Left = 300\n"
+                                "  Top = 200\n"
+                                "  Caption = 'Order'\n"
+                                "  ClientHeight = 240\n"
+                                "  ClientWidth = 320\n"
+                                "  object OkButton: TButton\n"
+                                "    Left = 8\n"
+                                "    Top = 16\n"
+                                "    Width = 75\n"
+                                "    Height = 25\n"
+                                "    Caption = 'OK'\n"
+                                "    TabOrder = 0\n"
+                                "  end\n"
+                                "  object Bar: TStatusBar\n"
+                                "    Left = 0\n"
+                                "    Top = 221\n"
+                                "    Width = 320\n"
+                                "    Height = 19\n"
+                                "    Panels = <\n"
+                                "      item\n"
+                                "        Text = 'one'\n"
+                                "        Width = 60\n"
+                                "      end\n"
+                                "      item\n"
+                                "        Text = 'two'\n"
+                                "        Width = 70\n"
+                                "      end\n"
+                                "      item\n"
+                                "        Text = 'three'\n"
+                                "        Width = 80\n"
+                                "      end>\n"
+                                "  end\n"
+                                "end\n";
+
+class CollectionEditor : public TDesignerWindowTest {
+protected:
+    void OpenBar() {
+        Open(BarForm);
+        Designer().SelectOne(The("Bar"));
+        Settle();
+        Grid().EditRow(Grid().FindRow("Panels"));
+        Settle();
+        ASSERT_NE(Items(), nullptr);
+    }
+    designer::TInspectorGrid& Grid() const { return Window->ObjectInspector().Grid(); }
+    std::string Value(const std::string& name) const { return Grid().RowValue(Grid().FindRow(name)); }
+    TStatusBar& Bar() const { return The<TStatusBar>("Bar"); }
+
+    static std::vector<TCollectionForm*> ShownWindows() {
+        std::vector<TCollectionForm*> shown;
+        for (int i = 0; i < Screen().FormCount(); ++i) {
+            auto* const form = dynamic_cast<TCollectionForm*>(Screen().Forms(i));
+            if (form && form->Visible()) {
+                shown.push_back(form);
+            }
+        }
+        return shown;
+    }
+    static TCollectionForm* Items() { return ShownWindows().empty() ? nullptr : ShownWindows().front(); }
+    static std::string Lines() { return Items()->Items().Items().CommaText(); }
+    static std::vector<int> Chosen() {
+        std::vector<int> chosen;
+        for (int i = 0; i < Items()->Items().Items().Count(); ++i) {
+            if (Items()->Items().Selected(i)) {
+                chosen.push_back(i);
+            }
+        }
+        return chosen;
+    }
+    static TButton& Button(const char* name) { return dynamic_cast<TButton&>(*Items()->FindComponent(name)); }
+    void Push(const char* button) const { ClickOn(CenterOf(Button(button).Handle())); }
+    /// Clicks a line of the list.
+    void ChooseLine(int index, std::initializer_list<WORD> held = {}) const {
+        RECT r;
+        const HWND list = Items()->Items().Handle();
+        SendMessageA(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
+        for (const WORD key : held) {
+            keybd_event(static_cast<BYTE>(key), 0, 0, 0);
+        }
+        ClickOn(Items()->Items().ClientToScreen({r.left + 10, (r.top + r.bottom) / 2}));
+        for (const WORD key : held) {
+            keybd_event(static_cast<BYTE>(key), 0, KEYEVENTF_KEYUP, 0);
+        }
+        Settle();
+    }
+    void UndoAll() const {
+        while (Designer().CanUndo()) {
+            Designer().Undo();
+        }
+    }
+};
+
+TEST_F(CollectionEditor, OpensFromTheInspectorAndByADoubleClick) {
+    OpenBar();
+    EXPECT_EQ(Value("Panels"), "(3 items)");
+    EXPECT_TRUE(Grid().RowIsBold(Grid().FindRow("Panels")));
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - two\",\"2 - three\"");
+    EXPECT_EQ(Items()->Caption(), "Bar.Panels");
+    EXPECT_EQ(GetWindow(Items()->Handle(), GW_OWNER), Window->Handle()) << "it stays in front";
+    EXPECT_FALSE(Designer().CanUndo());
+    Screenshot("designer-collection", Window->Handle());
+    TCollectionForm* const first = Items();
+    DoubleClickAt(At("Bar"));
+    Settle();
+    EXPECT_THAT(ShownWindows(), ElementsAre(first)) << "the same one";
+    EXPECT_EQ(GetComponentEditor(Bar(), Designer())->GetVerb(0), "Panels...");
+    EXPECT_EQ(GetComponentEditor(The("OkButton"), Designer())->GetVerbCount(), 0);
+}
+
+TEST_F(CollectionEditor, AnEmptyCollectionIsTheDefault) {
+    Open(SampleForm);
+    TComponent* const bar =
+        Designer().CreateComponent(TStatusBar::StaticClass(), &Designer().Form(), {0, 200, 320, 219});
+    EXPECT_EQ(Value("Panels"), "(0 items)");
+    EXPECT_FALSE(Grid().RowIsBold(Grid().FindRow("Panels")));
+    dynamic_cast<TStatusBar&>(*bar).Panels().Add();
+    Designer().Record("Add");
+    EXPECT_EQ(Value("Panels"), "(1 item)");
+    EXPECT_TRUE(Grid().RowIsBold(Grid().FindRow("Panels")));
+}
+
+TEST_F(CollectionEditor, ItemsAreAddedDeletedAndMoved) {
+    OpenBar();
+    EXPECT_FALSE(Button("DeleteButton").Enabled());
+    EXPECT_FALSE(Button("UpButton").Enabled());
+    EXPECT_FALSE(Button("DownButton").Enabled());
+    Push("AddButton");
+    EXPECT_EQ(Bar().Panels().Count(), 4);
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - two\",\"2 - three\",\"3 - TStatusPanel\"");
+    EXPECT_THAT(Chosen(), ElementsAre(3));
+    EXPECT_EQ(Designer().Steps().UndoText(), "Add item");
+    EXPECT_TRUE(Button("UpButton").Enabled());
+    EXPECT_FALSE(Button("DownButton").Enabled());
+    Push("UpButton");
+    EXPECT_EQ(Bar().Panels()[3].Text(), "three");
+    EXPECT_THAT(Chosen(), ElementsAre(2)) << "it goes along";
+    Push("DownButton");
+    EXPECT_EQ(Bar().Panels()[2].Text(), "three");
+    EXPECT_THAT(Chosen(), ElementsAre(3));
+    ChooseLine(0);
+    EXPECT_FALSE(Button("UpButton").Enabled());
+    Push("DeleteButton");
+    EXPECT_EQ(Lines(), "\"0 - two\",\"1 - three\",\"2 - TStatusPanel\"");
+    EXPECT_THAT(Chosen(), ElementsAre(0));
+    EXPECT_EQ(Designer().Steps().UndoText(), "Delete item");
+    EXPECT_THAT(Text(), HasSubstr("    Panels = <\n      item\n        Text = 'two'\n        Width = 70\n      end\n"
+                                  "      item\n        Text = 'three'\n        Width = 80\n      end\n"
+                                  "      item\n        Width = 50\n      end>\n"));
+    EXPECT_EQ(Designer().Steps().Position(), 4U);
+    UndoAll();
+    EXPECT_EQ(Text(), BarForm);
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - two\",\"2 - three\"");
+    while (Designer().CanRedo()) {
+        Designer().Redo();
+    }
+    EXPECT_EQ(Lines(), "\"0 - two\",\"1 - three\",\"2 - TStatusPanel\"");
+}
+
+TEST_F(CollectionEditor, KeysDoTheSame) {
+    OpenBar();
+    Items()->Items().SetFocus();
+    Press(VK_INSERT);
+    ASSERT_EQ(Bar().Panels().Count(), 4);
+    Press(VK_UP, {VK_CONTROL});
+    EXPECT_EQ(Bar().Panels()[3].Text(), "three");
+    Press(VK_DOWN, {VK_CONTROL});
+    Press(VK_DOWN, {VK_CONTROL});
+    EXPECT_EQ(Bar().Panels()[2].Text(), "three") << "the last one stays the last one";
+    Press(VK_UP);
+    EXPECT_THAT(Chosen(), ElementsAre(2)) << "alone they choose";
+    Press(VK_DOWN);
+    Press(VK_DELETE);
+    EXPECT_EQ(Bar().Panels().Count(), 3);
+    Press('Z', {VK_CONTROL});
+    EXPECT_EQ(Bar().Panels().Count(), 4);
+    Press('Y', {VK_CONTROL});
+    EXPECT_EQ(Bar().Panels().Count(), 3);
+    UndoAll();
+    EXPECT_EQ(Text(), BarForm);
+    Press(VK_ESCAPE);
+    EXPECT_EQ(Items(), nullptr);
+}
+
+TEST_F(CollectionEditor, SeveralItemsAreMovedAndDeletedAtOnce) {
+    OpenBar();
+    ChooseLine(1);
+    ChooseLine(2, {VK_CONTROL});
+    ASSERT_THAT(Chosen(), ElementsAre(1, 2));
+    EXPECT_THAT(Window->Status(), HasSubstr("2 items are selected"));
+    Push("UpButton");
+    EXPECT_EQ(Lines(), "\"0 - two\",\"1 - three\",\"2 - one\"");
+    EXPECT_THAT(Chosen(), ElementsAre(0, 1));
+    Push("DownButton");
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - two\",\"2 - three\"");
+    Push("DeleteButton");
+    EXPECT_EQ(Lines(), "\"0 - one\"");
+    UndoAll();
+    EXPECT_EQ(Text(), BarForm);
+}
+
+TEST_F(CollectionEditor, TheChosenItemShowsInTheInspector) {
+    OpenBar();
+    ChooseLine(1);
+    EXPECT_EQ(Value("Text"), "two");
+    EXPECT_EQ(Value("Width"), "70");
+    EXPECT_EQ(Window->ObjectInspector().Components().Text(), "Bar.Panels[1]: TStatusPanel");
+    EXPECT_THAT(Window->Status(), HasSubstr("Bar.Panels[1]: TStatusPanel"));
+    Grid().SelectRow(Grid().FindRow("Text"));
+    const TRect r = Grid().ValueRect(Grid().FindRow("Text"));
+    ClickOn(Grid().ClientToScreen({r.Left + 20, (r.Top + r.Bottom) / 2}));
+    Press('A', {VK_CONTROL});
+    TypeText("zwei");
+    Press(VK_RETURN);
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - zwei\",\"2 - three\"") << "the window follows";
+    EXPECT_THAT(Text(), HasSubstr("Text = 'zwei'"));
+    EXPECT_THAT(Chosen(), ElementsAre(1));
+    Designer().Undo();
+    EXPECT_EQ(Text(), BarForm);
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - two\",\"2 - three\"");
+    EXPECT_THAT(Chosen(), ElementsAre(1));
+    EXPECT_EQ(Value("Text"), "two") << "of the item that stands there now";
+    ClickOn(At("OkButton"));
+    EXPECT_THAT(Chosen(), IsEmpty());
+    EXPECT_EQ(Value("Caption"), "OK");
+}
+
+TEST_F(CollectionEditor, AnUndoElsewhereLeavesTheChosenItem) {
+    OpenBar();
+    The("OkButton").SetLeft(24);
+    Designer().Record("Move");
+    ChooseLine(1);
+    Designer().Undo();
+    EXPECT_EQ(The("OkButton").Left(), 8);
+    EXPECT_THAT(Chosen(), ElementsAre(1));
+    EXPECT_EQ(Value("Text"), "two");
+}
+
+TEST_F(CollectionEditor, FollowsTheComponentAndTheForm) {
+    OpenBar();
+    Designer().Rename(Bar(), "Footer");
+    EXPECT_EQ(Items()->Caption(), "Footer.Panels");
+    std::string text = Text();
+    text.replace(text.find("'two'"), 5, "'2'");
+    Designer().Replace(text, "Text");
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - 2\",\"2 - three\"") << "of the form that was read anew";
+    The<TStatusBar>("Footer").Panels().Add();
+    Designer().Record("Add");
+    EXPECT_EQ(Items()->Items().Items().Count(), 4);
+    text.erase(text.find("  object Footer"), text.rfind("end\n") - text.find("  object Footer"));
+    Designer().Replace(text, "Text");
+    Settle();
+    EXPECT_EQ(Items(), nullptr) << "the component is not there any more";
+}
+
+TEST_F(CollectionEditor, ClosesWithItsComponent) {
+    OpenBar();
+    ChooseLine(2);
+    Designer().SelectOne(Bar());
+    Designer().DeleteSelected();
+    Settle();
+    EXPECT_EQ(Items(), nullptr);
+    Designer().Undo();
+    EXPECT_EQ(Text(), BarForm);
+}
+
+TEST_F(CollectionEditor, ClosesWithItsForm) {
+    OpenBar();
+    ChooseLine(2);
+    Window->Command("CloseForm");
+    Settle();
+    EXPECT_EQ(Items(), nullptr);
+}
+
+TEST_F(CollectionEditor, ClosedByTheUserItLeavesTheComponentSelected) {
+    OpenBar();
+    ChooseLine(2);
+    SendMessageA(Items()->Handle(), WM_CLOSE, 0, 0);
+    Settle();
+    EXPECT_EQ(Items(), nullptr);
+    EXPECT_EQ(PrimaryName(), "Bar");
+    Designer().Undo();
+}
+
+/// A component whose collection takes two items, and whose items have collections of their own.
+class TShelf : public TCollection {
+    KX_CLASS()
+    TShelf();
+};
+class TBox : public TCollectionItem {
+    KX_CLASS()
+    explicit TBox(TCollection* collection) : TCollectionItem(collection) {
+        if (collection && collection->Count() > 2) {
+            throw EInvalidOperation("the shelf is full");
+        }
+    }
+    std::string GetDisplayName() const override {
+        if (Throws) {
+            throw EInvalidOperation("no name today");
+        }
+        return "box";
+    }
+    TShelf& Shelf() {
+        if (!FShelf) {
+            FShelf = std::make_unique<TShelf>();
+        }
+        return *FShelf;
+    }
+    void SetShelf(const TShelf& value) { Shelf().Assign(&value); }
+    static inline bool Throws = false;
+
+private:
+    std::unique_ptr<TShelf> FShelf;
+};
+const TClass& TBox::StaticClass() {
+    static const TClassBuilder<TBox> cls("TBox", TCollectionItem::StaticClass(),
+                                         [](auto& c) { c.SubObject("Shelf", &TBox::Shelf, &TBox::SetShelf); });
+    return cls.Class();
+}
+const TClass& TShelf::StaticClass() {
+    static const TClassBuilder<TShelf> cls("TShelf", TCollection::StaticClass());
+    return cls.Class();
+}
+TShelf::TShelf() : TCollection(TBox::StaticClass(), [](TCollection* collection) { return new TBox(collection); }) {}
+
+class TCupboard : public TCustomControl {
+    KX_CLASS()
+    explicit TCupboard(TComponent* owner) : TCustomControl(owner) { SetBounds(0, 0, 40, 20); }
+    TShelf& Shelf() { return FShelf; }
+    void SetShelf(const TShelf& value) { FShelf.Assign(&value); }
+
+private:
+    TShelf FShelf;
+};
+const TClass& TCupboard::StaticClass() {
+    static const TClassBuilder<TCupboard> cls("TCupboard", TCustomControl::StaticClass(), [](auto& c) {
+        c.Creatable();
+        c.SubObject("Shelf", &TCupboard::Shelf, &TCupboard::SetShelf);
+    });
+    return cls.Class();
+}
+
+class Cupboards : public CollectionEditor {
+protected:
+    Cupboards() { RegisterClass(TCupboard::StaticClass()); }
+    ~Cupboards() override { TBox::Throws = false; }
+    TCupboard& OpenCupboard(int boxes) {
+        Open(SampleForm);
+        auto& cupboard = dynamic_cast<TCupboard&>(
+            *Designer().CreateComponent(TCupboard::StaticClass(), &Designer().Form(), {20, 160, 80, 190}));
+        for (int i = 0; i < boxes; ++i) {
+            cupboard.Shelf().Add();
+        }
+        Designer().Record("Boxes");
+        DoubleClickAt(At("Cupboard1"));
+        Settle();
+        EXPECT_NE(Items(), nullptr);
+        return cupboard;
+    }
+};
+
+TEST_F(Cupboards, AnItemThatCannotBeMadeIsToldOfAndNothingHasChanged) {
+    OpenCupboard(2);
+    const std::string before = Text();
+    EXPECT_EQ(AnswerTo([this] { Push("AddButton"); }, IDOK), "the shelf is full");
+    EXPECT_EQ(Text(), before);
+    EXPECT_EQ(designer::WriteForm(Designer().Form()), Designer().State());
+    EXPECT_EQ(Lines(), "\"0 - box\",\"1 - box\"");
+    ChooseLine(0);
+    Push("DeleteButton");
+    EXPECT_EQ(Lines(), "\"0 - box\"") << "the window works on";
+}
+
+TEST_F(Cupboards, AnItemWithoutANameIsShownAllTheSame) {
+    TBox::Throws = true;
+    OpenCupboard(1);
+    EXPECT_EQ(Lines(), "\"0 - (no name today)\"");
+}
+
+TEST_F(Cupboards, AnItemsOwnCollectionGoesWithIt) {
+    OpenCupboard(2);
+    ChooseLine(1);
+    TCollectionForm* const outer = Items();
+    EXPECT_EQ(Value("Shelf"), "(0 items)");
+    Grid().EditRow(Grid().FindRow("Shelf"));
+    Settle();
+    ASSERT_EQ(ShownWindows().size(), 2U);
+    TCollectionForm* const inner = ShownWindows()[ShownWindows()[0] == outer ? 1 : 0];
+    EXPECT_EQ(inner->Caption(), "Cupboard1.Shelf[1].Shelf");
+    PressButton(dynamic_cast<TButton&>(*inner->FindComponent("AddButton")).Handle());
+    Settle();
+    EXPECT_EQ(inner->Items().Items().Count(), 1);
+    EXPECT_EQ(Window->ObjectInspector().Components().Text(), "Cupboard1.Shelf[1].Shelf[0]: TBox");
+    Designer().Select({The<TCupboard>("Cupboard1").Shelf().GetItem(1)});
+    PressButton(dynamic_cast<TButton&>(*outer->FindComponent("UpButton")).Handle());
+    Settle();
+    EXPECT_EQ(inner->Caption(), "Cupboard1.Shelf[0].Shelf");
+    EXPECT_EQ(inner->Items().Items().Count(), 1);
+    PressButton(dynamic_cast<TButton&>(*outer->FindComponent("DeleteButton")).Handle());
+    Settle();
+    EXPECT_THAT(ShownWindows(), ElementsAre(outer));
+    while (Designer().CanUndo()) {
+        Designer().Undo();
+    }
+    EXPECT_EQ(Text(), SampleForm);
+}
+
+} // namespace
+} // namespace kx::test
