@@ -29,10 +29,9 @@ protected:
 
     /// Takes the forms out of the window. False: a handler of theirs has freed the dialog.
     bool UndockForms() {
-        const TAlive alive(*static_cast<T*>(this));
-        const bool going = !alive; // then the destructor waits for this
+        const TStillThere there(*static_cast<T*>(this));
         FParams.DisconnectForms();
-        return going || alive;
+        return static_cast<bool>(there);
     }
     bool AllowsClosing() {
         bool allow = true;

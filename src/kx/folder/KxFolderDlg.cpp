@@ -435,10 +435,9 @@ void TKxCustomFolderDialog::SetCaptions() { FCaptions.SetCaptions(FDlgHandle); }
 void TKxCustomFolderDialog::FireInheritedShow() { TCommonDialog::DoShow(); }
 
 void TKxCustomFolderDialog::DoClose() {
-    const TAlive alive(*this);
-    const bool going = !alive; // then the destructor waits for this
+    const TStillThere there(*this);
     Guarded([this] { TCommonDialog::DoClose(); });
-    if (going || alive) {
+    if (there) {
         LeaveWindow();
     }
 }

@@ -191,13 +191,12 @@ void TCommonDialog::HandleMessage(TMessage& message) {
         return;
     }
     const TSubclass::TPrevious previous = FSubclass.Previous();
-    const TAlive alive(*this);
-    const bool going = !alive; // then CloseShown waits for this message
+    const TStillThere there(*this); // CloseShown, which a destructor calls, waits for this message
     if (message.Msg == WM_DESTROY) {
         FEnding = true;
         if (std::exchange(FShown, false)) {
             Guarded([this] { DoClose(); });
-            if (!going && !alive) { // a handler of OnClose has freed it
+            if (!there) { // a handler of OnClose has freed it
                 message.Result = previous(message.Msg, message.WParam, message.LParam);
                 return;
             }
@@ -205,7 +204,7 @@ void TCommonDialog::HandleMessage(TMessage& message) {
     } else if (message.Msg == WM_NCDESTROY) {
         FHandle = nullptr;
     }
-    if (!MessageHook(message) && (going || alive)) {
+    if (!MessageHook(message) && there) {
         WndProc(message);
     }
 }
