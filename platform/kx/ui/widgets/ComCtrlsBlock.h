@@ -27,20 +27,13 @@ public:
     uint8_t Byte() { return static_cast<uint8_t>(Take(1)[0]); }
     int32_t Number() {
         uint32_t number = 0;
-        for (const char byte : std::string(Take(4))) {
+        for (const char byte : Take(4)) {
             number = number >> 8 | static_cast<uint32_t>(static_cast<unsigned char>(byte)) << 24;
         }
         return static_cast<int32_t>(number);
     }
-    /// A text in UTF-16.
-    std::wstring Wide(size_t length) {
-        std::wstring text;
-        for (size_t i = 0; i < length; ++i) {
-            const unsigned low = Byte();
-            text.push_back(static_cast<wchar_t>(low | static_cast<unsigned>(Byte()) << 8));
-        }
-        return text;
-    }
+    /// A text behind a byte with its length: in UTF-16, or of the code page in blocks of older tools.
+    std::string Text(bool isOld);
     size_t Rest() const { return FBytes.size(); }
     bool IsAtEnd() const { return FBytes.empty(); }
 

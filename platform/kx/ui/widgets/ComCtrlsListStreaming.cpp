@@ -36,10 +36,6 @@ void TListItems::ReadItems(std::string_view bytes, bool isOld) {
     if (!isOld && block.Byte() != Version) {
         throw EReadError("The items of the list are of an unknown version");
     }
-    const auto text = [&] {
-        const size_t length = block.Byte();
-        return isOld ? std::string(block.Take(length)) : FromWide(block.Wide(length));
-    };
     block.Number(); // the length
     size_t further = 0;
     for (int count = block.Number(); count > 0; --count) {
@@ -52,9 +48,9 @@ void TListItems::ReadItems(std::string_view bytes, bool isOld) {
             block.Number(); // the group
         }
         block.Number(); // the data of the program
-        item.FCaption = text();
+        item.FCaption = block.Text(isOld);
         for (int i = 0; i < texts; ++i, ++further) {
-            item.FSubItems->Add(text());
+            item.FSubItems->Add(block.Text(isOld));
             if (!isOld) {
                 block.Number(); // the object of the text
             }

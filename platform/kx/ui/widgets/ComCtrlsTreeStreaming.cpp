@@ -49,12 +49,7 @@ TNodeRecord ReadRecord(TBlock& block, bool isOld) {
     if (!isOld) {
         record.Byte();
     }
-    const size_t length = record.Byte();
-    if (isOld) {
-        node.Text = std::string(record.Take(length));
-    } else {
-        node.Text = FromWide(record.Wide(length));
-    }
+    node.Text = record.Text(isOld);
     if (!record.IsAtEnd() || node.Count < 0) {
         throw EReadError("The nodes of the tree are damaged");
     }
