@@ -66,7 +66,7 @@ bool TFormDesigner::IsInherited(const TComponent& component) const {
 
 std::string TFormDesigner::AncestorClass() const { return FAncestor ? FAncestor->FormClassName() : std::string(); }
 
-bool TFormDesigner::LacksAncestor() const { return !FAncestor && ParseForm(FUndo.State()).Flags.Contains(ffInherited); }
+bool TFormDesigner::LacksAncestor() const { return !FAncestor && FormFlags(FUndo.State()).Contains(ffInherited); }
 
 void TFormDesigner::CheckOwn(const std::vector<TComponent*>& components, const char* what) const {
     for (const TComponent* component : components) {

@@ -140,6 +140,16 @@ TFormNode ParseForm(const std::string& binary) {
     return ReadNode(reader, binary);
 }
 
+TFilerFlags FormFlags(const std::string& binary) {
+    TStaticMemoryStream stream(binary.data(), binary.size());
+    TReader reader(stream);
+    TFilerFlags flags;
+    int childPos = -1;
+    reader.ReadSignature();
+    reader.ReadPrefix(flags, childPos);
+    return flags;
+}
+
 std::string FormBinary(const TFormNode& root) {
     TMemoryStream stream;
     TWriter writer(stream);

@@ -33,6 +33,8 @@ struct TFormNode {
 
 /// @throws EReadError for bytes that are no form.
 TFormNode ParseForm(const std::string& binary);
+/// The flags of the form itself, without reading on. @throws EReadError
+TFilerFlags FormFlags(const std::string& binary);
 std::string FormBinary(const TFormNode& root);
 
 std::string FormText(const std::string& binary, std::string_view lineBreak = "\r\n");

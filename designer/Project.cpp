@@ -174,8 +174,11 @@ std::vector<TProject::TFormFile> TProject::Ancestors(std::vector<TFormFile> file
 /// Looked for in the project first, then among the other form files beside the form's own.
 std::optional<TProject::TFormFile> TProject::AncestorOf(const TFormFile& file) const {
     const std::optional<TFormNode> form = TreeOf(file.Bytes);
-    const std::string named = form ? BaseInCode(file.Path, form->ClassName) : std::string();
-    if (!form || !form->Flags.Contains(ffInherited) || (named.empty() && !InheritsComponents(*form))) {
+    if (!form || !form->Flags.Contains(ffInherited)) {
+        return std::nullopt; // most forms: no code is read for them
+    }
+    const std::string named = BaseInCode(file.Path, form->ClassName);
+    if (named.empty() && !InheritsComponents(*form)) {
         return std::nullopt;
     }
     std::vector<TFormFile> files;
