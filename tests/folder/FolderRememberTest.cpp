@@ -22,16 +22,6 @@ protected:
         dialog.SetOptionsEx({ffNewDialogStyle});
         return dialog;
     }
-    void Write(const char* name, int value) const {
-        TRegistry registry;
-        registry.OpenKey(Key.Path(), true);
-        registry.WriteInteger(name, value);
-    }
-    void WriteFolder(const std::string& folder) const {
-        TRegistry registry;
-        registry.OpenKey(Key.Path(), true);
-        registry.WriteString("Folder", folder);
-    }
     std::string StoredFolder() const {
         TRegistry registry;
         return registry.OpenKeyReadOnly(Key.Path()) ? registry.ReadString("Folder") : std::string();
@@ -66,14 +56,14 @@ TEST_F(FolderRemember, TheChosenFolderIsSelectedNextTime) {
 }
 
 TEST_F(FolderRemember, ACancelledDialogKeepsTheFolderOfTheLastChoice) {
-    WriteFolder(Folder.Path("alpha"));
+    Key.Write("Folder", Folder.Path("alpha"));
     auto& dialog = New();
     Look(dialog, [&] { SelectTreeItem(TreeOf(dialog), "beta"); });
     EXPECT_EQ(StoredFolder(), Folder.Path("alpha"));
 }
 
 TEST_F(FolderRemember, WithoutARootTheFolderIsSelectedToo) {
-    WriteFolder(Folder.Path("alpha"));
+    Key.Write("Folder", Folder.Path("alpha"));
     auto& dialog = New();
     dialog.SetInitialDir("");
     Look(dialog, [&] { EXPECT_TRUE(PumpUntil([&] { return SameText(dialog.SelFolder(), Folder.Path("alpha")); })); });
@@ -82,21 +72,21 @@ TEST_F(FolderRemember, WithoutARootTheFolderIsSelectedToo) {
 TEST_F(FolderRemember, AFolderOutsideOfTheRootOrThatHasGoneIsNotSelected) {
     const TTempFolder other("other");
     for (const std::string& folder : {other.Path(), Folder.Path("nothing"), Folder.Path() + "x"}) {
-        WriteFolder(folder);
+        Key.Write("Folder", folder);
         auto& dialog = New();
         int selections = 0;
         dialog.SetOnSelectionChange([&](TObject*) { ++selections; });
         Look(dialog, [&] { EXPECT_EQ(dialog.SelFolder(), ""); });
         EXPECT_EQ(selections, 0) << folder;
     }
-    WriteFolder(Folder.Path("alpha"));
+    Key.Write("Folder", Folder.Path("alpha"));
     auto& special = New();
     special.SetSpecialIniFolder(ftDrives);
     Look(special, [&] { EXPECT_NE(special.SelFolder(), Folder.Path("alpha")); });
 }
 
 TEST_F(FolderRemember, AFolderThatTheProgramSelectsIsStronger) {
-    WriteFolder(Folder.Path("alpha"));
+    Key.Write("Folder", Folder.Path("alpha"));
     auto& dialog = New();
     dialog.SetOnShow([&](TObject*) { dialog.SetSelFolder(Folder.Path("beta")); });
     EXPECT_TRUE(RunDialog(dialog,
@@ -127,8 +117,8 @@ TEST_F(FolderRemember, ABrowserThatCannotBeSizedHasTheSystemsSize) {
     TPoint size{};
     auto& plain = NewDialog();
     Look(plain, [&] { size = SizeOf(plain); });
-    Write("Width", 700);
-    Write("Height", 500);
+    Key.Write("Width", 700);
+    Key.Write("Height", 500);
     auto& dialog = New();
     Look(dialog, [&] {
         EXPECT_EQ(SizeOf(dialog), size);
@@ -142,8 +132,8 @@ TEST_F(FolderRemember, ABrowserThatCannotBeSizedHasTheSystemsSize) {
 TEST_F(FolderRemember, ASizeBeyondTheScreenIsClippedToIt) {
     RECT area{};
     SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
-    Write("Width", 30000);
-    Write("Height", 30000);
+    Key.Write("Width", 30000);
+    Key.Write("Height", 30000);
     auto& dialog = NewSizeable();
     Look(dialog, [&] { EXPECT_EQ(SizeOf(dialog), (TPoint{area.right - area.left, area.bottom - area.top})); });
 }

@@ -20,24 +20,12 @@ class DlgMemory : public testing::Test {
 protected:
     /// A key with a value of each kind, all of them sensible.
     void WriteAll() const {
-        TRegistry registry;
-        registry.OpenKey(Key.Path(), true);
-        registry.WriteString("Folder", Folder.Path());
-        registry.WriteInteger("FilterIndex", 3);
-        registry.WriteInteger("Width", 500);
-        registry.WriteInteger("Height", 400);
-        registry.WriteInteger("ViewStyle", 2);
-        registry.WriteString("ColumnWidths", "135,0,32767");
-    }
-    void Write(const char* name, int value) const {
-        TRegistry registry;
-        registry.OpenKey(Key.Path(), true);
-        registry.WriteInteger(name, value);
-    }
-    void Write(const char* name, const std::string& value) const {
-        TRegistry registry;
-        registry.OpenKey(Key.Path(), true);
-        registry.WriteString(name, value);
+        Key.Write("Folder", Folder.Path());
+        Key.Write("FilterIndex", 3);
+        Key.Write("Width", 500);
+        Key.Write("Height", 400);
+        Key.Write("ViewStyle", 2);
+        Key.Write("ColumnWidths", "135,0,32767");
     }
     std::vector<std::string> ValueNames() const {
         TRegistry registry;
@@ -91,18 +79,18 @@ TEST_F(DlgMemory, ReadsWhatTheKeyHolds) {
 }
 
 TEST_F(DlgMemory, ValuesOfAnotherTypeAreNothing) {
-    Write("Folder", 1);
-    Write("FilterIndex", "3");
-    Write("Width", "500");
-    Write("Height", "400");
-    Write("ViewStyle", "2");
-    Write("ColumnWidths", 135);
+    Key.Write("Folder", 1);
+    Key.Write("FilterIndex", "3");
+    Key.Write("Width", "500");
+    Key.Write("Height", "400");
+    Key.Write("ViewStyle", "2");
+    Key.Write("ColumnWidths", 135);
     ExpectNothing(Read());
 }
 
 TEST_F(DlgMemory, ABrokenValueCostsNothingButItself) {
     WriteAll();
-    Write("FilterIndex", "none");
+    Key.Write("FilterIndex", "none");
     EXPECT_EQ(Read().Filter, std::nullopt);
     EXPECT_EQ(Read().Size, (TPoint{500, 400}));
     EXPECT_EQ(Read().ViewStyle, 2);
@@ -111,28 +99,28 @@ TEST_F(DlgMemory, ABrokenValueCostsNothingButItself) {
 
 TEST_F(DlgMemory, ValuesThatMakeNoSenseAreNothing) {
     WriteAll();
-    Write("FilterIndex", -1);
-    Write("ViewStyle", -1);
+    Key.Write("FilterIndex", -1);
+    Key.Write("ViewStyle", -1);
     EXPECT_EQ(Read().Filter, std::nullopt);
     EXPECT_EQ(Read().ViewStyle, std::nullopt);
     for (const int broken : {0, -5, 32768, INT_MAX, INT_MIN}) {
-        Write("Width", broken);
-        Write("Height", 400);
+        Key.Write("Width", broken);
+        Key.Write("Height", 400);
         EXPECT_EQ(Read().Size, std::nullopt) << broken;
-        Write("Width", 500);
-        Write("Height", broken);
+        Key.Write("Width", 500);
+        Key.Write("Height", broken);
         EXPECT_EQ(Read().Size, std::nullopt) << broken;
     }
     for (const char* broken : {"135,-1", "135,32768", "135,x", ",", "99999999999999999999", "135,,45"}) {
-        Write("ColumnWidths", broken);
+        Key.Write("ColumnWidths", broken);
         EXPECT_THAT(Read().Columns, IsEmpty()) << broken;
     }
 }
 
 TEST_F(DlgMemory, ASizeWithoutOneOfItsNumbersIsNone) {
-    Write("Width", 500);
+    Key.Write("Width", 500);
     EXPECT_EQ(Read().Size, std::nullopt);
-    Write("Height", 400);
+    Key.Write("Height", 400);
     EXPECT_EQ(Read().Size, (TPoint{500, 400}));
 }
 

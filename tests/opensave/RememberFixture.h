@@ -32,16 +32,6 @@ protected:
         dialog->SetRememberKey(Key.Path());
         return *dialog;
     }
-    void Write(const char* name, int value) const {
-        TRegistry registry;
-        registry.OpenKey(Key.Path(), true);
-        registry.WriteInteger(name, value);
-    }
-    void Write(const char* name, const std::string& value) const {
-        TRegistry registry;
-        registry.OpenKey(Key.Path(), true);
-        registry.WriteString(name, value);
-    }
     int Number(const char* name) const {
         TRegistry registry;
         return registry.OpenKeyReadOnly(Key.Path()) && registry.ValueExists(name) ? registry.ReadInteger(name) : -1;

@@ -76,8 +76,8 @@ TEST_F(RememberLook, EachFolderHasTheColumns) {
 }
 
 TEST_F(RememberLook, ColumnsOfAFolderThatHasOthersAreLeftAlone) {
-    Write("ViewStyle", lvsReport);
-    Write("ColumnWidths", "11,12");
+    Key.Write("ViewStyle", lvsReport);
+    Key.Write("ColumnWidths", "11,12");
     auto& dialog = NewInFolder();
     Run(dialog, {{SetColumn(dialog, 90),
                   Perform("look",
@@ -111,21 +111,21 @@ TEST_F(RememberLook, ColumnsAreRememberedThoughTheUserTurnsToAnotherStyle) {
 }
 
 TEST_F(RememberLook, AStyleThatTheProgramSetsIsStronger) {
-    Write("ViewStyle", lvsReport);
+    Key.Write("ViewStyle", lvsReport);
     auto& dialog = NewInFolder();
     dialog.SetOnShow([&](TObject*) { dialog.SetFileListViewStyle(lvsSmallIcon); });
     Look(dialog, [&] { EXPECT_EQ(dialog.FileListViewStyle(), lvsSmallIcon); });
 }
 
 TEST_F(RememberLook, AnEventMayRefuseTheStyle) {
-    Write("ViewStyle", lvsReport);
+    Key.Write("ViewStyle", lvsReport);
     auto& dialog = NewInFolder();
     dialog.SetOnSelectionStyleChanging([](TObject*, TViewStyle, bool& allow) { allow = false; });
     Look(dialog, [&] { EXPECT_EQ(dialog.FileListViewStyle(), lvsList); });
 }
 
 TEST_F(RememberLook, AStyleThatIsThereAlreadyIsNotSet) {
-    Write("ViewStyle", lvsList);
+    Key.Write("ViewStyle", lvsList);
     auto& dialog = NewInFolder();
     int changes = 0;
     dialog.SetOnSelectionStyleChanging([&](TObject*, TViewStyle, bool&) { ++changes; });
@@ -134,7 +134,7 @@ TEST_F(RememberLook, AStyleThatIsThereAlreadyIsNotSet) {
 }
 
 TEST_F(RememberLook, TheStylesEventMayFreeTheDialog) {
-    Write("ViewStyle", lvsReport);
+    Key.Write("ViewStyle", lvsReport);
     auto* dialog = &NewInFolder();
     dialog->SetOnSelectionStyleChange([&](TObject*, TViewStyle) { std::exchange(dialog, nullptr)->Free(); });
     EXPECT_FALSE(RunDialog([&] { return dialog->Execute(); }, {}));
@@ -142,7 +142,7 @@ TEST_F(RememberLook, TheStylesEventMayFreeTheDialog) {
 }
 
 TEST_F(RememberLook, WithoutAKeyTheLookIsTheShells) {
-    Write("ViewStyle", lvsReport);
+    Key.Write("ViewStyle", lvsReport);
     auto& dialog = NewInFolder();
     Look(dialog, [&] { EXPECT_EQ(dialog.FileListViewStyle(), lvsReport); });
     dialog.SetRememberKey("");

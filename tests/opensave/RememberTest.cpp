@@ -64,8 +64,8 @@ TEST_P(RememberAll, BeginsInTheFolderAndWithTheFilterAndSizeOfTheLastChoice) {
 }
 
 TEST_P(RememberAll, ACancelledDialogKeepsItsSizeButNeitherFolderNorFilter) {
-    Write("Folder", Other.Path());
-    Write("FilterIndex", 3);
+    Key.Write("Folder", Other.Path());
+    Key.Write("FilterIndex", 3);
     auto& dialog = Make();
     TPoint size{};
     Look(dialog, [&] {
@@ -86,10 +86,10 @@ TEST_P(RememberAll, ACancelledDialogKeepsItsSizeButNeitherFolderNorFilter) {
 }
 
 TEST_P(RememberAll, WhatTheProgramSaysIsStronger) {
-    Write("Folder", Other.Path());
-    Write("FilterIndex", 3);
-    Write("Width", 700);
-    Write("Height", 500);
+    Key.Write("Folder", Other.Path());
+    Key.Write("FilterIndex", 3);
+    Key.Write("Width", 700);
+    Key.Write("Height", 500);
     auto& dialog = Make();
     dialog.SetInitialDir(Folder.Path());
     dialog.SetFilterIndex(2);
@@ -112,8 +112,8 @@ TEST_P(RememberAll, WhatTheProgramSaysIsStronger) {
 }
 
 TEST_P(RememberAll, ADialogOfFixedSizeIsNotClipped) {
-    Write("Width", 700);
-    Write("Height", 500);
+    Key.Write("Width", 700);
+    Key.Write("Height", 500);
     const TFormPtr bottom = MakeMarkedForm(clSkyBlue, 60, WorkArea.Y);
     auto& dialog = Make();
     dialog.SetOptions(dialog.Options() - TOpenOptions{ofEnableSizing});
@@ -132,12 +132,12 @@ TEST_P(RememberAll, BrokenValuesMeanNothingToRecall) {
     TPoint size{};
     auto& plain = Make("");
     Look(plain, [&] { size = SizeOf(Core(plain)); });
-    Write("Folder", Folder.Path("nothing"));
-    Write("FilterIndex", 4);
-    Write("Width", "wide");
-    Write("Height", 500);
-    Write("ViewStyle", 99);
-    Write("ColumnWidths", "1,2,many");
+    Key.Write("Folder", Folder.Path("nothing"));
+    Key.Write("FilterIndex", 4);
+    Key.Write("Width", "wide");
+    Key.Write("Height", 500);
+    Key.Write("ViewStyle", 99);
+    Key.Write("ColumnWidths", "1,2,many");
     auto& dialog = Make();
     Look(dialog, [&] {
         EXPECT_EQ(SizeOf(Core(dialog)), size);
@@ -147,15 +147,15 @@ TEST_P(RememberAll, BrokenValuesMeanNothingToRecall) {
 }
 
 TEST_P(RememberAll, ASizeBeyondTheScreenIsClippedToIt) {
-    Write("Width", 30000);
-    Write("Height", 30000);
+    Key.Write("Width", 30000);
+    Key.Write("Height", 30000);
     const TFormPtr bottom = MakeMarkedForm(clSkyBlue, 60, 70);
     auto& dialog = Make();
     Core(dialog).CustDlgParams().SetBottomForm(bottom.get());
     Look(dialog, [&] { EXPECT_EQ(SizeOf(Core(dialog)), WorkArea) << "with all that is docked"; });
     auto& narrow = Make();
-    Write("Width", 700);
-    Write("Height", 30000);
+    Key.Write("Width", 700);
+    Key.Write("Height", 30000);
     Look(narrow, [&] { EXPECT_EQ(SizeOf(Core(narrow)), (TPoint{700 + ExtraOf(Core(narrow)).X, WorkArea.Y})); });
 }
 
@@ -198,8 +198,8 @@ TEST_P(RememberAll, ToExecuteARunningDialogDisturbsNothing) {
     TPoint size{};
     EXPECT_TRUE(RunDialog(dialog,
                           [&] {
-                              Write("Width", 900);
-                              Write("Height", 650);
+                              Key.Write("Width", 900);
+                              Key.Write("Height", 650);
                               EXPECT_THROW(dialog.Execute(), EInvalidOperation);
                               Resize(Core(dialog), 40, 30);
                               size = SizeOf(Core(dialog)) - ExtraOf(Core(dialog));
@@ -228,8 +228,8 @@ struct TPeek : TKxOpenDialog {
 };
 
 TEST_F(Remember, TheSystemIsGivenNothingThatItWouldHaveToCorrect) {
-    Write("Folder", Other.Path());
-    Write("FilterIndex", 4); // there are three
+    Key.Write("Folder", Other.Path());
+    Key.Write("FilterIndex", 4); // there are three
     auto& dialog = New<TPeek>();
     Look(dialog);
     EXPECT_EQ(dialog.GivenFilter, 1);
@@ -240,7 +240,7 @@ TEST_F(Remember, TheSystemIsGivenNothingThatItWouldHaveToCorrect) {
     dialog.SetFilter("All|*.*|Text|*.txt|Logs|*.log|Rest|*.rest");
     Look(dialog);
     EXPECT_EQ(dialog.GivenFilter, 4);
-    Write("FilterIndex", 0);
+    Key.Write("FilterIndex", 0);
     Look(dialog);
     EXPECT_EQ(dialog.GivenFilter, 1);
 }

@@ -2,6 +2,7 @@
 
 #include "kx/win/Registry.h"
 
+#include <memory>
 #include <string>
 
 namespace kx::test {
@@ -19,7 +20,16 @@ public:
 
     const std::string& Path() const { return FPath; }
 
+    void Write(const char* name, int value) const { Opened()->WriteInteger(name, value); }
+    void Write(const char* name, const std::string& value) const { Opened()->WriteString(name, value); }
+
 private:
+    std::unique_ptr<TRegistry> Opened() const {
+        auto registry = std::make_unique<TRegistry>();
+        registry->OpenKey(FPath, true);
+        return registry;
+    }
+
     std::string FPath;
 };
 
