@@ -2,7 +2,7 @@
 
 #include "ButtonFixture.h"
 
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 #include "tests/support/ExceptionLog.h"
 
 namespace kx::test {
@@ -314,10 +314,7 @@ TEST_F(BitBtn, KeepsNothingOfTheSystemsWhenItGoes) {
             button->Free();
         }
     };
-    round();
-    const TCensus before = GdiCensus() + UserCensus();
-    round();
-    EXPECT_EQ(Describe(before, GdiCensus() + UserCensus()), "");
+    EXPECT_EQ(LeftBehind(round, [] { return GdiCensus() + UserCensus(); }), "");
 }
 
 } // namespace

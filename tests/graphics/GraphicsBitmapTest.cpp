@@ -4,6 +4,7 @@
 #include "kx/win/FileStreams.h"
 #include "support/TempFolder.h"
 #include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 
 #include <gtest/gtest.h>
 
@@ -463,12 +464,7 @@ TEST(Bitmap, AThousandLivesLeaveNothingBehind) {
             bitmap.LoadFromStream(stream);
         }
     };
-    work();
-    const TCensus gdi = GdiCensus();
-    const TCensus heap = HeapCensus();
-    work();
-    EXPECT_EQ(Describe(heap, HeapCensus()), "");
-    EXPECT_EQ(Describe(gdi, GdiCensus()), "");
+    EXPECT_EQ(LeftBehind(work, [] { return GdiCensus() + HeapCensus(); }), "");
 }
 
 } // namespace

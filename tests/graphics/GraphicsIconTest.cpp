@@ -4,6 +4,7 @@
 #include "kx/win/FileStreams.h"
 #include "support/TempFolder.h"
 #include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -110,10 +111,7 @@ TEST(Icon, AnAdoptedHandleIsFreedAndStoredAsAFile) {
         EXPECT_EQ(Picture(again, clTeal), Picture(loaded, clTeal));
         EXPECT_EQ(Picture(again, clYellow), Picture(icon, clYellow));
     };
-    adopt(); // the first use of pens and brushes fills caches
-    const TCensus before = GdiCensus();
-    adopt();
-    EXPECT_EQ(Describe(before, GdiCensus()), "");
+    EXPECT_EQ(LeftBehind(adopt, GdiCensus), "");
 }
 
 TEST(Icon, IconsOfTheSystemSurviveAFile) {
@@ -297,10 +295,7 @@ TEST(Icon, AThousandLivesLeaveNothingBehind) {
             EXPECT_EQ(icon.Width(), 16);
         }
     };
-    work();
-    const TCensus before = GdiCensus() + HeapCensus();
-    work();
-    EXPECT_EQ(Describe(before, GdiCensus() + HeapCensus()), "");
+    EXPECT_EQ(LeftBehind(work, [] { return GdiCensus() + HeapCensus(); }), "");
 }
 
 } // namespace

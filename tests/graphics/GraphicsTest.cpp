@@ -1,7 +1,7 @@
 // Colours, fonts, pens, brushes and canvases.
 
 #include "kx/graphics/Graphics.h"
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 
 #include <gtest/gtest.h>
 
@@ -148,10 +148,7 @@ TEST(Tools, AThousandLooksLeaveNothingBehind) {
             canvas.TextOut(0, 0, "x");
         }
     };
-    work();
-    const TCensus before = GdiCensus();
-    work();
-    EXPECT_EQ(Describe(before, GdiCensus()), "");
+    EXPECT_EQ(LeftBehind(work, GdiCensus), "");
 }
 
 TEST(Brush, ColorMakesAClearBrushSolid) {

@@ -3,7 +3,7 @@
 #include "kx/graphics/ImgList.h"
 #include "GraphicsSamples.h"
 #include "kx/core/Classes.h"
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 #include "tests/support/FormFiles.h"
 
 #include <gtest/gtest.h>
@@ -471,10 +471,7 @@ TEST_F(ImageList, AThousandLivesLeaveNothingBehind) {
             list.Delete(0);
         }
     };
-    work();
-    const TCensus before = GdiCensus() + HeapCensus();
-    work();
-    EXPECT_EQ(Describe(before, GdiCensus() + HeapCensus()), "");
+    EXPECT_EQ(LeftBehind(work, [] { return GdiCensus() + HeapCensus(); }), "");
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include "OpenDialogExFixture.h"
 
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 
 #include <stdexcept>
 
@@ -157,11 +157,7 @@ TEST_F(OpenDialogExLife, ManyRunsAndManyDialogsLeaveNothingBehind) {
             }
         }
     };
-    work();
-    work();
-    const TCensus before = GdiCensus() + UserCensus();
-    work();
-    EXPECT_EQ(Describe(before, GdiCensus() + UserCensus()), "");
+    EXPECT_EQ(LeftBehind(work, [] { return GdiCensus() + UserCensus(); }), "");
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Timers.
 
 #include "kx/win/Timers.h"
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -145,10 +145,7 @@ TEST(Timer, ThousandsOfThemLeaveNothingBehind) {
             timer.SetEnabled(true);
         }
     };
-    work();
-    const TCensus before = TakeCensus();
-    work();
-    EXPECT_EQ(Describe(before, TakeCensus()), "");
+    EXPECT_EQ(LeftBehind(work, TakeCensus), "");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The census sees what comes and what is lost.
 
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 
 #include "kx/win/Handles.h"
 
@@ -86,6 +86,32 @@ TEST(Census, DescribesGrowthAndLossByKind) {
     after[TCensusKind::Pen] = 4;
     after[TCensusKind::Font] = 0;
     EXPECT_EQ(Describe(before, after), "3 more pens: 1 -> 4\n2 fewer fonts: 2 -> 0\n");
+}
+
+TEST(Census, TellsWhatIsLostEveryTimeFromWhatIsTakenOnce) {
+    std::vector<unique_hpen> lost;
+    const auto lose = [&] { lost.emplace_back(CreatePen(PS_SOLID, 1, 0x010203)); };
+    EXPECT_EQ(LeftBehind(lose, GdiCensus).rfind("1 more pens: ", 0), 0u);
+    lost.clear();
+    const auto fillCache = [&] {
+        if (lost.size() < 3) {
+            lose();
+        }
+    };
+    EXPECT_EQ(LeftBehind(fillCache, GdiCensus), "");
+
+    std::vector<std::unique_ptr<char[]>> blocks;
+    const auto grow = [&](size_t calls) {
+        return [&blocks, calls] {
+            if (blocks.size() < calls) {
+                blocks.push_back(std::make_unique<char[]>(100'000));
+            }
+        };
+    };
+    blocks.reserve(100);
+    EXPECT_GE(Growth(10, grow(100))[TCensusKind::HeapByte], 1'000'000);
+    blocks.clear();
+    EXPECT_LE(Growth(10, grow(10))[TCensusKind::HeapByte], HeapBytePlay) << "in the first calls only";
 }
 
 TEST(Census, TakesAllTogether) {

@@ -2,7 +2,7 @@
 
 #include "kx/core/Classes.h"
 #include "kx/ui/controls/Menus.h"
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 #include "tests/support/FormFiles.h"
 
 #include <gtest/gtest.h>
@@ -112,10 +112,7 @@ TEST(MenuInAFormFile, AThousandLivesLeaveNothingBehind) {
             host.Open1->SetCaption("other");
         }
     };
-    work();
-    const TCensus before = TakeCensus();
-    work();
-    EXPECT_EQ(Describe(before, TakeCensus()), "");
+    EXPECT_EQ(LeftBehind(work, TakeCensus), "");
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Menus that pop up.
 
 #include "kx/ui/controls/Menus.h"
-#include "tests/support/Census.h"
+#include "tests/support/Cycles.h"
 #include "tests/support/ExceptionLog.h"
 #include "tests/support/TestDriver.h"
 
@@ -202,11 +202,7 @@ TEST_F(PopupMenu, OpenedAgainAndAgainLeavesNothingBehind) {
         }
         Clicked.clear();
     };
-    work();
-    work();
-    const TCensus before = GdiCensus() + UserCensus() + ThreadCensus();
-    work();
-    EXPECT_EQ(Describe(before, GdiCensus() + UserCensus() + ThreadCensus()), "");
+    EXPECT_EQ(LeftBehind(work, [] { return GdiCensus() + UserCensus() + ThreadCensus(); }), "");
 }
 
 } // namespace
