@@ -84,7 +84,7 @@ std::string TDocument::FileBytes() const {
     if (FIsText) {
         return FormText(state, FLineBreak);
     }
-    const std::string binary = FDesigner->PlainState();
+    std::string binary = FDesigner->PlainState();
     if (!FIsResource) {
         return binary;
     }

@@ -58,7 +58,7 @@ void TStarRating::Paint() {
         std::array<kx::TPoint, corners> points;
         for (int i = 0; i < corners; ++i) {
             const double radius = size / 2.0 * (i % 2 == 0 ? 0.95 : inner);
-            const double angle = i * std::numbers::pi / (corners / 2);
+            const double angle = i * 2 * std::numbers::pi / corners;
             points[static_cast<size_t>(i)] = {
                 static_cast<int>(std::lround((star + 0.5) * size + radius * std::sin(angle))),
                 static_cast<int>(std::lround(size / 2.0 - radius * std::cos(angle)))};

@@ -91,7 +91,7 @@ TEST_F(PlacesEditorFailures, ClosesWhenTheFormIsFreedUnannounced) {
         }
     }
     ASSERT_TRUE(PumpUntil(IsOpen<TKxPBarEditFrm>()));
-    TKxPBarEditFrm* const editor = Find<TKxPBarEditFrm>();
+    auto* const editor = Find<TKxPBarEditFrm>();
     EXPECT_EQ(editor->StorageModule, other->Root());
     other.reset();
     EXPECT_EQ(editor->Prop, nullptr);

@@ -96,7 +96,7 @@ protected:
     std::string Refusal(TPropertyEditor& editor, const std::string& value) {
         const std::string before = editor.GetValue();
         const int modified = Designer.ModifiedCount;
-        const std::string message = ErrorOf<Exception>([&] { editor.SetValue(value); });
+        std::string message = ErrorOf<Exception>([&] { editor.SetValue(value); });
         EXPECT_EQ(editor.GetValue(), before) << value;
         EXPECT_EQ(Designer.ModifiedCount, modified) << value;
         return message;

@@ -228,7 +228,7 @@ TEST_F(PropertyRegistration, APackageThatRegistersTwiceChangesNothing) {
 
 TEST_F(PropertyRegistration, AMakerMayRefuse) {
     RegisterPropertyEditor("string", &TSketch::StaticClass(), "Note",
-                           [](IDesigner&, std::vector<TInstanceProperty>) { return nullptr; });
+                           [](IDesigner&, const std::vector<TInstanceProperty>&) { return nullptr; });
     EXPECT_EQ(Editor({Add<TSketch>()}, "Note"), nullptr);
     EXPECT_NE(Editor({Drawing}, "Note"), nullptr);
 }

@@ -261,7 +261,7 @@ protected:
 };
 
 TEST_P(LargeKxForm, TakesAsMuchLongerAsTheFileIsLarger) {
-    constexpr size_t smallSize = 512 * 1024;
+    constexpr size_t smallSize = size_t{512} * 1024;
     constexpr size_t times = 4;
     const std::string text = GetParam().Make(smallSize * times);
     const std::string small = Write("small.dfm", GetParam().Make(smallSize));

@@ -35,7 +35,7 @@ protected:
         }
     }
     /// Steps that right-click and expect the menu; `check` looks at it.
-    std::vector<TStep> MenuComes(const char* entry, std::function<void(HMENU menu)> check = {}) const {
+    std::vector<TStep> MenuComes(const char* entry, const std::function<void(HMENU menu)>& check = {}) const {
         return {Perform("a right click", [=, this] { RightClick(entry); }),
                 {"a menu is open", [] { return ShownMenu() != nullptr; },
                  [=] {
@@ -188,7 +188,9 @@ TEST_F(OpenDialogOldShell, ItsCommandsAreNotAskedAbout) {
 }
 
 TEST_F(OpenDialogView, ShellsSinceSystem51AreAskedByTheirCommands) {
-    for (const auto& [major, minor] : {std::pair{5u, 1u}, std::pair{5u, 2u}, std::pair{6u, 0u}, std::pair{10u, 0u}}) {
+    for (const auto& version : {std::pair{5u, 1u}, std::pair{5u, 2u}, std::pair{6u, 0u}, std::pair{10u, 0u}}) {
+        const unsigned major = version.first; // not all compilers let lambdas have the parts of a pair
+        const unsigned minor = version.second;
         const TAssumedSystem assumed(SystemOf(major, minor));
         auto& dialog = NewDialog<TKxOpenDialog>();
         int asked = 0;

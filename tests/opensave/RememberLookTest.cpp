@@ -44,7 +44,7 @@ protected:
         dialog.SetInitialDir(Folder.Path());
         return dialog;
     }
-    static void Run(TKxOpenDialog& dialog, std::vector<std::vector<TStep>> parts) {
+    static void Run(TKxOpenDialog& dialog, const std::vector<std::vector<TStep>>& parts) {
         std::vector<TStep> steps;
         for (const std::vector<TStep>& part : parts) {
             steps.insert(steps.end(), part.begin(), part.end());

@@ -33,6 +33,7 @@
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/Timers.h"
+#include "kx/win/Windows.h"
 
 #include <gmock/gmock.h>
 
@@ -340,8 +341,8 @@ void NoteConsequences(std::set<std::string>& notes, const std::function<std::uni
 
 TEST(Published, EachValueIsTakenChangesNoOtherAndTravelsWithFormFiles) {
     std::set<std::string> notes;
-    for (const auto& [name, make] : Makers()) {
-        ForEachProperty(*make(), [&](const std::string& path, const TPropInfo& property, TObject&) {
+    for (const auto& [name, maker] : Makers()) {
+        ForEachProperty(*maker(), [&, &make = maker](const std::string& path, const TPropInfo& property, TObject&) {
             if (!property.IsReadOnly()) {
                 NoteConsequences(notes, make, path);
             }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 
 #include <memory>
 #include <string>

@@ -2,6 +2,7 @@
 
 #include "kx/win/FileStreams.h"
 #include "kx/core/Strings.h"
+#include "kx/win/Windows.h"
 #include "support/TempFolder.h"
 #include "tests/support/ErrorOf.h"
 

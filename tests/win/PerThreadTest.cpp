@@ -2,6 +2,7 @@
 
 #include "kx/win/PerThread.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,6 +1,7 @@
 // Registry keys and values.
 
 #include "kx/win/Registry.h"
+#include "kx/win/Windows.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/Texts.h"
 

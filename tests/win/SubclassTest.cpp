@@ -75,9 +75,9 @@ struct TReading {
     std::vector<std::string> Narrow;
     TSubclass Subclass{[this](TMessage& m) {
         if (m.Msg == WM_SETTEXT && IsWindowUnicode(Subclass.Handle())) {
-            Wide.push_back(reinterpret_cast<const wchar_t*>(m.LParam));
+            Wide.emplace_back(reinterpret_cast<const wchar_t*>(m.LParam));
         } else if (m.Msg == WM_SETTEXT) {
-            Narrow.push_back(reinterpret_cast<const char*>(m.LParam));
+            Narrow.emplace_back(reinterpret_cast<const char*>(m.LParam));
         }
         Subclass.CallPrevious(m);
     }};

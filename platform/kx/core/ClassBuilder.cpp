@@ -2,9 +2,7 @@
 
 #include "kx/core/ClassBuilder.h"
 
-namespace kx {
-
-namespace detail {
+namespace kx::detail {
 
 namespace {
 
@@ -71,6 +69,4 @@ void DescribeNamed(TPropInfo& p, TTypeKind kind, const TEnumInfo& values) {
     p.MaxValue = kind == TTypeKind::Set ? (int64_t{1} << count) - 1 : count - 1;
 }
 
-} // namespace detail
-
-} // namespace kx
+} // namespace kx::detail

@@ -6,7 +6,7 @@
 #include "kx/graphics/Graphics.h"
 #include "kx/win/FileStreams.h"
 
-#include <ranges>
+#include <algorithm>
 #include <vector>
 
 namespace kx {
@@ -75,13 +75,12 @@ std::vector<TGraphicKind>& Kinds() {
 
 /// The latest kind with that class name or extension; null when there is none.
 std::unique_ptr<TGraphic> CreateGraphic(std::string_view classNameOrExtension) {
-    for (const TGraphicKind& kind : std::views::reverse(Kinds())) {
-        if (SameText(classNameOrExtension, kind.ClassName) ||
-            (!kind.Extension.empty() && SameText(classNameOrExtension, kind.Extension))) {
-            return kind.Create();
-        }
-    }
-    return nullptr;
+    const std::vector<TGraphicKind>& kinds = Kinds();
+    const auto found = std::find_if(kinds.rbegin(), kinds.rend(), [&](const TGraphicKind& kind) {
+        return SameText(classNameOrExtension, kind.ClassName) ||
+               (!kind.Extension.empty() && SameText(classNameOrExtension, kind.Extension));
+    });
+    return found != kinds.rend() ? found->Create() : nullptr;
 }
 
 } // namespace

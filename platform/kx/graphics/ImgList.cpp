@@ -9,8 +9,6 @@
 
 namespace kx {
 
-using detail::TImageDC;
-
 // --- TChangeLink
 
 TChangeLink::~TChangeLink() {

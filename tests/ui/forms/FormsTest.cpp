@@ -45,7 +45,7 @@ TEST(Forms, PositionsAreAppliedAtTheFirstShowing) {
     EXPECT_EQ(form->Left(), (Screen().Width() - 300) / 2);
     EXPECT_EQ(form->Top(), (Screen().Height() - 200) / 2);
 
-    TForm* const owned = NewForm<TForm>(form.get());
+    auto* const owned = NewForm<TForm>(form.get());
     owned->SetPosition(poOwnerFormCenter);
     owned->SetBounds(0, 0, 100, 100);
     owned->Show();

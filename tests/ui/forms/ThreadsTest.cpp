@@ -298,7 +298,7 @@ TEST_F(Threads, ManyThreadsSynchronizeAtOnce) {
     for (const TWorkerPtr& worker : workers) {
         worker->WaitFor();
     }
-    EXPECT_EQ(calls, 8 * 200);
+    EXPECT_EQ(calls, 1'600);
 }
 
 TEST_F(Threads, AThreadWaitsForAnotherThatSynchronizes) {

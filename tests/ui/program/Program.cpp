@@ -5,6 +5,7 @@
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/forms/Threads.h"
 #include "kx/win/Timers.h"
+#include "kx/win/Windows.h"
 
 #include <cstdlib>
 #include <memory>

@@ -202,7 +202,8 @@ bool TApplication::InOwnThread() const { return GetCurrentThreadId() == FThreadI
 bool TApplication::HelpContext(int context) { return HelpCommand(HELP_CONTEXT, context); }
 
 bool TApplication::HelpKeyword(const std::string& keyword) {
-    const std::string text = keyword; // a handler may end its owner
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a handler may end the owner of the keyword
+    const std::string text = keyword;
     return HelpCommand(HELP_KEY, reinterpret_cast<LPARAM>(text.c_str()));
 }
 

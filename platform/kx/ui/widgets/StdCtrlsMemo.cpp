@@ -57,7 +57,7 @@ private:
         TLength Length;         ///< With the break.
 
         TLine(const std::string& text, std::string_view lineBreak)
-            : Text(text.c_str()), // a window's text ends at a zero, which would cut off the lines behind
+            : Text(text, 0, text.find('\0')), // where a window's text ends, without the lines behind
               Break(lineBreak), Length{Text.size() + Break.size(),
                                        (IsAscii(Text) ? Text.size() : ToWide(Text).size()) + Break.size()} {}
     };
