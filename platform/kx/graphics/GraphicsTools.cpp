@@ -2,6 +2,7 @@
 
 #include "kx/graphics/Graphics.h"
 
+#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 #include <cstring>
@@ -110,15 +111,6 @@ HGDIOBJ TGraphicsObject::SharedHandle(COLORREF color) const {
 
 // --- TFont
 
-namespace {
-
-int ScreenPixelsPerInch() {
-    static const int value = GetDeviceCaps(TWindowDC(nullptr).Handle(), LOGPIXELSY);
-    return value;
-}
-
-} // namespace
-
 const TClass& TFont::StaticClass() {
     static const TClassBuilder<TFont> cls("TFont", TGraphicsObject::StaticClass(), [](auto& c) {
         c.Property("Charset", &TFont::Charset, &TFont::SetCharset).MaxValue = 255;
@@ -134,7 +126,7 @@ const TClass& TFont::StaticClass() {
 }
 
 TFont::TFont()
-    : FName("MS Sans Serif"), FHeight(-MulDiv(8, ScreenPixelsPerInch(), 72)), FPixelsPerInch(ScreenPixelsPerInch()),
+    : FName("MS Sans Serif"), FHeight(-MulDiv(8, SystemDpi(), 72)), FPixelsPerInch(SystemDpi()),
       FCharset(static_cast<TFontCharset>(DEFAULT_CHARSET)) {}
 
 template <class V> void TFont::Change(V& field, const V& value) {
@@ -156,6 +148,11 @@ void TFont::SetHeight(int value) { Change(FHeight, value); }
 int TFont::Size() const { return -MulDiv(FHeight, 72, FPixelsPerInch); }
 
 void TFont::SetSize(int value) { SetHeight(-MulDiv(value, FPixelsPerInch, 72)); }
+
+void TFont::ChangeScale(int to, int from) {
+    FPixelsPerInch = to;
+    SetHeight(ScaleValue(FHeight, to, from));
+}
 
 void TFont::SetStyle(TFontStyles value) { Change(FStyle, value); }
 

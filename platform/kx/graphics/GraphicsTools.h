@@ -196,8 +196,10 @@ class TFont : public TGraphicsObject {
     void SetPitch(TFontPitch value);
     TFontCharset Charset() const { return FCharset; }
     void SetCharset(TFontCharset value);
-    int PixelsPerInch() const { return FPixelsPerInch; } ///< By which `Size` is reckoned; the screen's at first.
+    int PixelsPerInch() const { return FPixelsPerInch; } ///< By which `Size` is reckoned; the system's at first.
     void SetPixelsPerInch(int value) { FPixelsPerInch = value; }
+    /// From pixels of `from` dots per inch to those of `to`, both above 0: the size in points stays.
+    void ChangeScale(int to, int from);
 
     bool Equals(const TFont& other) const;
     void Assign(const TPersistent* source) override;

@@ -13,11 +13,6 @@ std::optional<TSystem>& Assumed() {
     return assumed;
 }
 
-/// A function of a system library that is loaded; null where the system does not have it.
-template <class F> F SystemFunction(const char* library, const char* name) {
-    return reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
-}
-
 bool AllowsDynamicCode() {
     using TGetPolicy = BOOL(WINAPI*)(HANDLE process, int policy, void* buffer, SIZE_T size);
     constexpr int dynamicCodePolicy = 2;
@@ -46,6 +41,10 @@ TSystem Find() {
 }
 
 } // namespace
+
+void* FindSystemFunction(const char* library, const char* name) {
+    return reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name));
+}
 
 const TSystem& System() {
     static const TSystem found = Find();

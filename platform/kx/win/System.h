@@ -20,6 +20,14 @@ struct TSystem {
 /// The system as it is, or as a TAssumedSystem says.
 const TSystem& System();
 
+/// The address of a function of a system library that is loaded; null where the system does not have it.
+void* FindSystemFunction(const char* library, const char* name);
+
+/// The same as a function of type `F`.
+template <class F> F SystemFunction(const char* library, const char* name) {
+    return reinterpret_cast<F>(FindSystemFunction(library, name));
+}
+
 /// For tests: while this lives, the library takes the system for `assumed`. Made and destroyed while no dialog is
 /// shown.
 class TAssumedSystem {

@@ -1,0 +1,115 @@
+// Resolutions of screens. What newer systems know of them is asked by address: older ones lack these functions.
+
+#include "kx/win/Dpi.h"
+
+#include "kx/win/Handles.h"
+#include "kx/win/System.h"
+#include "kx/win/Windows.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace kx {
+
+namespace {
+
+using TContext = void*; // DPI_AWARENESS_CONTEXT, which not all compilers' headers have
+
+struct TFunctions {
+    UINT(WINAPI* GetDpiForSystem)();
+    UINT(WINAPI* GetDpiForWindow)(HWND window);
+    int(WINAPI* GetSystemMetricsForDpi)(int index, UINT dpi);
+    TContext(WINAPI* GetThreadDpiAwarenessContext)();
+    TContext(WINAPI* SetThreadDpiAwarenessContext)(TContext context);
+    TContext(WINAPI* GetWindowDpiAwarenessContext)(HWND window);
+    BOOL(WINAPI* AreDpiAwarenessContextsEqual)(TContext one, TContext other);
+    int(WINAPI* GetAwarenessFromDpiAwarenessContext)(TContext context);
+};
+
+const TFunctions& User() {
+    static const TFunctions functions = [] {
+        TFunctions f{};
+        const auto find = [](auto& function, const char* name) {
+            function = SystemFunction<std::decay_t<decltype(function)>>("user32.dll", name);
+        };
+        find(f.GetDpiForSystem, "GetDpiForSystem");
+        find(f.GetDpiForWindow, "GetDpiForWindow");
+        find(f.GetSystemMetricsForDpi, "GetSystemMetricsForDpi");
+        find(f.GetThreadDpiAwarenessContext, "GetThreadDpiAwarenessContext");
+        find(f.SetThreadDpiAwarenessContext, "SetThreadDpiAwarenessContext");
+        find(f.GetWindowDpiAwarenessContext, "GetWindowDpiAwarenessContext");
+        find(f.AreDpiAwarenessContextsEqual, "AreDpiAwarenessContextsEqual");
+        find(f.GetAwarenessFromDpiAwarenessContext, "GetAwarenessFromDpiAwarenessContext");
+        return f;
+    }();
+    return functions;
+}
+
+/// They came together, with Windows 10 1607.
+bool HasContexts() {
+    const TFunctions& f = User();
+    return f.GetThreadDpiAwarenessContext && f.SetThreadDpiAwarenessContext && f.GetWindowDpiAwarenessContext &&
+           f.AreDpiAwarenessContextsEqual && f.GetAwarenessFromDpiAwarenessContext;
+}
+
+} // namespace
+
+int ScaleValue(int value, int to, int from) {
+    const int64_t product = int64_t{value} * to;
+    const int64_t half = product < 0 ? -from / 2 : from / 2;
+    return static_cast<int>(std::clamp<int64_t>((product + half) / from, INT32_MIN, INT32_MAX));
+}
+
+int SystemDpi() {
+    if (const auto ask = User().GetDpiForSystem) {
+        return static_cast<int>(ask());
+    }
+    static const int value = GetDeviceCaps(TWindowDC(nullptr).Handle(), LOGPIXELSY);
+    return value;
+}
+
+int WindowDpi(HWND window) {
+    const auto ask = User().GetDpiForWindow;
+    const UINT dpi = ask && window ? ask(window) : 0; // 0: there is no such window
+    return dpi != 0 ? static_cast<int>(dpi) : SystemDpi();
+}
+
+int SystemMetric(int index, int dpi) {
+    const auto ask = User().GetSystemMetricsForDpi;
+    return ask ? ask(index, static_cast<UINT>(dpi)) : GetSystemMetrics(index);
+}
+
+TDpiScope::TDpiScope(HWND window) {
+    if (window && HasContexts()) {
+        if (const TContext context = User().GetWindowDpiAwarenessContext(window)) {
+            FBefore = User().SetThreadDpiAwarenessContext(context);
+        }
+    }
+}
+
+TDpiScope::TDpiScope(TOfSystem) {
+    if (HasContexts()) {
+        constexpr int perMonitor = 2;
+        const auto ofSystem = reinterpret_cast<TContext>(INT_PTR{-2}); // DPI_AWARENESS_CONTEXT_SYSTEM_AWARE
+        if (User().GetAwarenessFromDpiAwarenessContext(User().GetThreadDpiAwarenessContext()) == perMonitor) {
+            FBefore = User().SetThreadDpiAwarenessContext(ofSystem);
+        }
+    }
+}
+
+TDpiScope::~TDpiScope() {
+    if (FBefore) {
+        User().SetThreadDpiAwarenessContext(FBefore);
+    }
+}
+
+bool SameDpiAwareness(HWND one, HWND other) {
+    if (!HasContexts()) {
+        return true;
+    }
+    const TContext a = User().GetWindowDpiAwarenessContext(one);
+    const TContext b = User().GetWindowDpiAwarenessContext(other);
+    return !a || !b || User().AreDpiAwarenessContextsEqual(a, b);
+}
+
+} // namespace kx
