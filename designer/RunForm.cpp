@@ -8,37 +8,6 @@
 
 namespace kx::designer {
 
-namespace {
-
-void ScaleInside(TWinControl& parent, int percent) {
-    for (int i = 0; i < parent.ControlCount(); ++i) {
-        TControl& control = *parent.Controls(i);
-        const auto scale = [percent](int value) { return value * percent / 100; };
-        const bool ownFont = !control.ParentFont();
-        const TAnchors anchors = control.Anchors();
-        control.SetAnchors({akLeft, akTop});
-        control.SetBounds(scale(control.Left()), scale(control.Top()), scale(control.Width()), scale(control.Height()));
-        control.SetAnchors(anchors);
-        if (ownFont) {
-            control.Font().SetHeight(scale(control.Font().Height()));
-        }
-        if (auto* const inner = dynamic_cast<TWinControl*>(&control)) {
-            ScaleInside(*inner, percent);
-        }
-    }
-}
-
-} // namespace
-
-void ScaleForm(TCustomForm& form, int percent) {
-    if (percent == 100) {
-        return;
-    }
-    ScaleInside(form, percent);
-    form.SetClientSize(form.ClientWidth() * percent / 100, form.ClientHeight() * percent / 100);
-    form.Font().SetHeight(form.Font().Height() * percent / 100);
-}
-
 TForm* MakeRunningForm(const std::string& state, int dotsPerInch, const TAncestorFiles& ancestors) {
     std::unique_ptr<TForm, TFreeDeleter> form(new TForm(nullptr));
     const auto read = [&form](const std::string& file) {
@@ -51,8 +20,10 @@ TForm* MakeRunningForm(const std::string& state, int dotsPerInch, const TAncesto
     };
     std::ranges::for_each(ancestors, read);
     read(state);
-    constexpr int designed = 96;
-    ScaleForm(*form, dotsPerInch * 100 / designed);
+    if (form->Scaled()) {
+        form->SetScaled(false); // the resolution of the screen does not count
+        form->ScaleForDpi(dotsPerInch, std::max(form->PixelsPerInch(), 1));
+    }
     form->AfterConstruction();
     return form.release();
 }

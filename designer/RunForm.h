@@ -11,7 +11,4 @@ namespace kx::designer {
 /// @throws EReadError and others for a form that cannot be read
 TForm* MakeRunningForm(const std::string& state, int dotsPerInch, const TAncestorFiles& ancestors = {});
 
-/// Places and fonts of the form and all that is on it, by a factor in percent.
-void ScaleForm(TCustomForm& form, int percent);
-
 } // namespace kx::designer

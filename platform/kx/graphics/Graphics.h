@@ -170,6 +170,9 @@ class TBitmap : public TGraphic {
     /// Keeps what fits; new area is filled with the canvas's brush.
     /// @throws EInvalidOperation for a negative size, EOutOfMemory for one that the system has no memory for.
     void SetSize(int width, int height);
+    /// Takes the picture along to another size: each pixel becomes the nearest one of before, so that no colour comes
+    /// up which was not there. @throws as SetSize
+    void Stretch(int width, int height);
 
     TPixelFormat PixelFormat() const { return FPixelFormat; }
     /// Converts the picture. Colours become pf1bit by the canvas's brush: pixels of its colour white, all others black;

@@ -138,6 +138,22 @@ void TBitmap::SetSize(int width, int height) {
     }
 }
 
+void TBitmap::Stretch(int width, int height) {
+    if (width == FWidth && height == FHeight) {
+        return;
+    }
+    TBitmap before;
+    before.Assign(this);
+    SetSize(width, height);
+    if (!before.Empty() && !Empty()) {
+        const HDC dc = Canvas().Handle();
+        const int mode = SetStretchBltMode(dc, COLORONCOLOR);
+        StretchBlt(dc, 0, 0, width, height, before.Canvas().Handle(), 0, 0, before.Width(), before.Height(), SRCCOPY);
+        SetStretchBltMode(dc, mode);
+        Changed();
+    }
+}
+
 void TBitmap::SetPixelFormat(TPixelFormat value) {
     if (value == pfCustom) {
         throw EInvalidImage("Invalid pixel format");

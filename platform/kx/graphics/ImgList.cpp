@@ -3,6 +3,7 @@
 #include "kx/graphics/ImgList.h"
 
 #include "kx/graphics/GraphicsDib.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -103,6 +104,41 @@ void TImageList::SetSize(int width, int height) {
         FHeight = height;
         Change();
     }
+}
+
+void TImageList::ChangeScale(int to, int from) {
+    const int width = std::max(ScaleValue(FWidth, to, from), 1);
+    const int height = std::max(ScaleValue(FHeight, to, from), 1);
+    if (FShareImages || (width == FWidth && height == FHeight)) {
+        return;
+    }
+    TImageList scaled(width, height);
+    scaled.SetMasked(FMasked);
+    for (int i = 0; i < Count(); ++i) {
+        TBitmap image(FWidth, FHeight);
+        TBitmap mask;
+        mask.SetMonochrome(true);
+        mask.SetSize(FWidth, FHeight);
+        ImageList_DrawEx(Handle(), i, image.Canvas().Handle(), 0, 0, 0, 0, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);
+        ImageList_DrawEx(Handle(), i, mask.Canvas().Handle(), 0, 0, 0, 0, CLR_NONE, CLR_NONE, ILD_MASK);
+        image.Stretch(width, height);
+        mask.Stretch(width, height);
+        scaled.AddPair(TPair(image, FMasked ? &mask : nullptr));
+    }
+    for (size_t i = 0; i < FOverlays.size(); ++i) {
+        scaled.Overlay(FOverlays[i], static_cast<int>(i) + 1);
+    }
+    TakeOver(scaled);
+}
+
+void TImageList::TakeOver(TImageList& other) {
+    ReleaseList();
+    FWidth = other.FWidth;
+    FHeight = other.FHeight;
+    FMasked = other.FMasked;
+    FOverlays = other.FOverlays;
+    FHandle = std::move(other.FHandle);
+    Change();
 }
 
 void TImageList::SetMasked(bool value) {
@@ -337,7 +373,11 @@ void TImageList::DrawDisabled(TCanvas& canvas, int x, int y, int index) const {
 }
 
 bool TImageList::Overlay(int index, int overlay) {
-    return index >= 0 && index < Count() && ImageList_SetOverlayImage(Handle(), index, overlay);
+    if (index < 0 || index >= Count() || !ImageList_SetOverlayImage(Handle(), index, overlay)) {
+        return false;
+    }
+    FOverlays[static_cast<size_t>(overlay - 1)] = index; // the system takes no other overlays
+    return true;
 }
 
 bool TImageList::GetBitmap(int index, TBitmap& bitmap) const {

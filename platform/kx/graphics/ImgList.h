@@ -4,6 +4,7 @@
 #include "kx/graphics/Graphics.h"
 #include "kx/win/Handles.h"
 
+#include <array>
 #include <vector>
 
 namespace kx {
@@ -49,6 +50,9 @@ class TImageList : public TComponent {
     int Height() const { return FHeight; }
     void SetHeight(int value) { SetSize(FWidth, value); }
     void SetSize(int width, int height);
+    /// From images for `from` dots per inch to such for `to`, both above 0. Each pixel becomes the nearest one of
+    /// before. Shared images stay as they are.
+    void ChangeScale(int to, int from);
     int Count() const;
 
     /// A bitmap of several images' width adds them all; returns the first one's index. `image` null: an empty image.
@@ -129,6 +133,7 @@ private:
     int AddPair(const TPair& pair);
     void ReplacePair(int index, const TPair& pair);
     void ReleaseList() const;
+    void TakeOver(TImageList& other); ///< Images, their size and whether they are masked.
     void DrawMask(TCanvas& canvas, int x, int y, int index) const;
     void DrawDisabled(TCanvas& canvas, int x, int y, int index) const;
     void ReadData(TStream& stream);
@@ -142,7 +147,8 @@ private:
     TColor FBlendColor = clNone;
     TDrawingStyle FDrawingStyle = dsNormal;
     TImageType FImageType = itImage;
-    mutable unique_himagelist FHandle; ///< Let go, not freed, while the images are shared.
+    mutable unique_himagelist FHandle;            ///< Let go, not freed, while the images are shared.
+    std::array<int, 4> FOverlays{-1, -1, -1, -1}; ///< Which images they are; -1: none.
     std::vector<TChangeLink*> FLinks;
     int FUpdateCount = 0;
     bool FChangedWhileUpdating = false;

@@ -103,12 +103,7 @@ void TImageList::ReadData(TStream& stream) {
     for (int i = 0; i < 4; ++i) {
         loaded.Overlay(header.Overlays[i], i + 1);
     }
-    ReleaseList();
-    FWidth = header.Width;
-    FHeight = header.Height;
-    FMasked = masked;
-    FHandle = std::move(loaded.FHandle);
-    Change();
+    TakeOver(loaded);
 }
 
 void TImageList::WriteData(TStream& stream) const {

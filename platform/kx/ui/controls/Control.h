@@ -48,7 +48,9 @@ class TSizeConstraints : public TPersistent {
     void Assign(const TPersistent* source) override;
 
 private:
+    friend class TControl;
     void Change(int& field, int value);
+    void ChangeScale(int to, int from);
     TControl& FControl;
     TSizeLimits FLimits;
 };
@@ -77,7 +79,10 @@ protected:
     virtual void Changed() {}
 
 private:
+    friend class TControl;
+    friend class TWinControl;
     void Change(int& field, int value);
+    void ChangeScale(int to, int from); ///< The controls are not arranged.
     TControl& FControl;
     int FLeft;
     int FTop;
@@ -95,7 +100,7 @@ protected:
 };
 
 /// Everything that is seen: a rectangle in its parent's client area, with text, font, colour and mouse events.
-/// All sizes are pixels; nothing is scaled with the screen's resolution.
+/// All sizes are pixels of the screen. Those that a form file brings are scaled when the form is complete.
 class TControl : public TComponent {
     KX_CLASS()
 
@@ -138,6 +143,9 @@ class TControl : public TComponent {
     void SetMargins(const TMargins& value) { FMargins.Assign(&value); }
     bool AlignWithMargins() const { return FAlignWithMargins; } ///< Aligned, the control keeps its margins free.
     void SetAlignWithMargins(bool value);
+
+    /// A length in pixels of DefaultDpi, in those of the control; its font tells which they are.
+    int ScaleLength(int length) const;
 
     // --- Family
 
@@ -329,6 +337,13 @@ protected:
     /// The control moves, or its window goes: a canvas that holds on to a context of it gives it back.
     virtual void ContextStale() {}
     void RequestAlign(); ///< The parent arranges its controls again.
+    /// Takes all that is measured in pixels from those of `from` dots per inch to those of `to`. Descendants that have
+    /// more of it call the inherited method first. Handlers of sizes may run and free the control.
+    virtual void ChangeScale(int to, int from);
+    virtual void ScaleBounds(int to, int from); ///< The part of ChangeScale that places the control.
+    void ScaleFont(int to, int from);           ///< ParentFont stays what it is.
+    /// The control, or the form that it is on, is not complete: handlers of its size would come too early.
+    bool IsIncomplete() const;
     void SetBoundsFields(int left, int top, int width, int height);
     /// The limits that the constraints and OnConstrainedResize set. Its handler may free the control.
     TSizeLimits SizeLimits();

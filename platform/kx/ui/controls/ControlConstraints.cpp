@@ -1,6 +1,7 @@
 // The limits of a control's size.
 
 #include "kx/ui/controls/Controls.h"
+#include "kx/win/Dpi.h"
 
 namespace kx {
 
@@ -42,9 +43,15 @@ void TSizeConstraints::Change(int& field, int value) {
     FControl.SetBoundsRect(FControl.BoundsRect());
 }
 
+void TSizeConstraints::ChangeScale(int to, int from) {
+    for (int* limit : {&FLimits.MinWidth, &FLimits.MinHeight, &FLimits.MaxWidth, &FLimits.MaxHeight}) {
+        *limit = ScaleValue(*limit, to, from);
+    }
+}
+
 TSizeLimits TControl::SizeLimits() {
     TSizeLimits limits = FConstraints.Limits();
-    if (!IsLoading()) {
+    if (!IsIncomplete()) {
         ConstrainedResize(limits);
     }
     return limits;

@@ -1,6 +1,7 @@
 // What controls leave free at their edges.
 
 #include "kx/ui/controls/Controls.h"
+#include "kx/win/Dpi.h"
 
 namespace kx {
 
@@ -35,6 +36,12 @@ void TEdges::Change(int& field, int value) {
     if (field != value) {
         field = value;
         Changed();
+    }
+}
+
+void TEdges::ChangeScale(int to, int from) {
+    for (int* edge : {&FLeft, &FTop, &FRight, &FBottom}) {
+        *edge = ScaleValue(*edge, to, from);
     }
 }
 

@@ -189,7 +189,11 @@ void TControl::MouseMove(TShiftState shift, int x, int y) { FOnMouseMove(this, s
 void TControl::MouseUp(TMouseButton button, TShiftState shift, int x, int y) { FOnMouseUp(this, button, shift, x, y); }
 void TControl::MouseEnter() { FOnMouseEnter(this); }
 void TControl::MouseLeave() { FOnMouseLeave(this); }
-void TControl::Resize() { FOnResize(this); }
+void TControl::Resize() {
+    if (!IsIncomplete()) {
+        FOnResize(this);
+    }
+}
 void TControl::DoContextPopup(const TPoint& position, bool& handled) { FOnContextPopup(this, position, handled); }
 
 // --- Helpers

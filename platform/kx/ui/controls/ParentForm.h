@@ -25,6 +25,8 @@ protected:
     virtual void ControlGone(const TControl& control) = 0;
     /// Before a key message of the control is translated; true: it has been used up.
     virtual bool PreTranslateFor(TWinControl& control, MSG& message) = 0;
+
+    bool FScalingFile = false; ///< What the form file has brought is being scaled; OnCreate has not run.
 };
 
 /// The form that the control is on, or is itself, through all its parents; null when it is on none.

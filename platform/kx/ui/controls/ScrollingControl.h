@@ -77,6 +77,7 @@ protected:
     void Resize() override;
     void AdjustClientRect(TRect& rect) const override;
     void AlignControls() override;
+    void ChangeScale(int to, int from) override;
     void FocusChanged(TWinControl* focused) override;
     virtual bool SizesItself(bool horizontal) const; ///< AutoSize may decide in this direction.
 

@@ -75,6 +75,10 @@ class TWinControl : public TControl {
     /// The visible control at a point of the client area, graphic or windowed; null when there is none.
     TControl* ControlAtPos(const TPoint& point, bool allowDisabled, bool allowWinControls = false) const;
     void Realign();
+    /// Takes the control and all that is in it from sizes in pixels of `from` dots per inch to those of `to`: places,
+    /// sizes, limits, margins, fonts of their own, columns, heights of rows. Its images: TCustomForm, TCustomFrame.
+    /// @throws EInvalidOperation for values below 1.
+    void ScaleForDpi(int to, int from);
     TPadding& Padding() { return FPadding; }
     void SetPadding(const TPadding& value) { FPadding.Assign(&value); }
 
@@ -198,6 +202,7 @@ protected:
     /// Area in which aligned controls are placed.
     virtual void AdjustClientRect(TRect& rect) const { static_cast<void>(rect); }
     virtual void AlignControls();
+    void ChangeScale(int to, int from) override;
     virtual TPoint FrameExtent() const; ///< Width and height that the frame adds to the client area.
 
     void Notification(TComponent* component, TOperation operation) override;

@@ -5,6 +5,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/ui/controls/MessageFrames.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -232,6 +233,7 @@ void TWinControl::CreateWnd() {
     HWND window = nullptr;
     DWORD error = 0;
     TWinControl* const outer = std::exchange(CreatingControl, this);
+    const TDpiScope dpi(params.Style & WS_CHILD ? params.WndParent : nullptr);
     MustOutlive([&] { // the system sizes some of its controls while it makes them
         window = CreateWindowExA(params.ExStyle, windowClass.Name.c_str(), params.Caption.c_str(), params.Style,
                                  params.X, params.Y, params.Width, params.Height, params.WndParent,

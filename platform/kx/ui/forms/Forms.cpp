@@ -4,6 +4,7 @@
 
 #include "kx/core/GlobalReferences.h"
 #include "kx/ui/controls/Menus.h"
+#include "kx/win/Dpi.h"
 
 #include <algorithm>
 
@@ -62,7 +63,7 @@ const TClass& TForm::StaticClass() {
 
 TForm::TForm(TComponent* owner) : TCustomForm(owner) {}
 
-TCustomForm::TCustomForm(TComponent* owner) : TParentForm(owner) {
+TCustomForm::TCustomForm(TComponent* owner) : TParentForm(owner), FPixelsPerInch(SystemDpi()) {
     Application(); // start-up is done before the first form
     FVisible = false;
     FParentColor = false;
@@ -100,6 +101,9 @@ void TCustomForm::AfterConstruction() {
         return;
     }
     FCreated = true;
+    if (!Outlives(*this, [this] { Guarded([this] { ScaleFileSizes(); }); })) {
+        return;
+    }
     // A form that has no file may be what references of others wait for.
     if (Outlives(*this,
                  [this] {
@@ -159,7 +163,10 @@ void TCustomForm::Loaded() {
             return;
         }
     }
-    if (Outlives(*this, [this] { TParentForm::Loaded(); }) && FCreated && FVisibleWanted) {
+    if (!Outlives(*this, [this] { TParentForm::Loaded(); }) || !FCreated) {
+        return;
+    }
+    if (Outlives(*this, [this] { ScaleFileSizes(); }) && FVisibleWanted) {
         SetVisible(true);
     }
 }

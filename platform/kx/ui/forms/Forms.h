@@ -28,8 +28,9 @@ TApplication& Application(); ///< The program's; made on first use.
 ///
 /// Form files. The constructor of each form class calls `InitForm(*this, TMyForm::StaticClass())` first, which reads
 /// the form file that is embedded under the class's name over the instance. An inherited form's file is read over what
-/// its ancestor's brought. Sizes are those of 96 dots per inch and are not scaled; `Scaled` and `PixelsPerInch` are
-/// read and kept.
+/// its ancestor's brought. Its sizes are in pixels of `PixelsPerInch`. When the form is complete, just before OnCreate,
+/// a `Scaled` one is taken to the resolution of the screen, with all that is on it and the lists of images that it
+/// owns; constructors still see the sizes of the file. It follows when it comes to a screen of another resolution.
 ///
 /// OnCreate runs when the form is complete: `Application().CreateForm` and `NewForm` see to that. A form that was made
 /// in another way runs it at the latest before its window is made. OnDestroy runs when the form is freed by `Free` or
@@ -98,10 +99,13 @@ class TCustomForm : public TParentForm {
     void SetIcon(const TIcon& value);
     TMainMenu* Menu() const { return FMenu; } ///< Not owned.
     void SetMenu(TMainMenu* value);
-    bool Scaled() const { return FScaled; }
+    bool Scaled() const { return FScaled; } ///< The form takes the resolution of its screen.
     void SetScaled(bool value) { FScaled = value; }
+    /// Dots per inch that the form's sizes are for: of the form file at first, then of the screen.
     int PixelsPerInch() const { return FPixelsPerInch; }
     void SetPixelsPerInch(int value) { FPixelsPerInch = value; }
+    /// False while the sizes are still those of the form file.
+    bool HasFinalSizes() const { return !FHasFileSizes; }
     TCanvas& Canvas();
 
     /// The control that has, or will get, the focus in this form; null: the first in tab order.
@@ -118,6 +122,7 @@ class TCustomForm : public TParentForm {
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;
+    void ReadState(TReader& reader) override;
     void Loaded() override;
 
     const TNotifyEvent& OnCreate() const { return FOnCreate; }
@@ -154,6 +159,8 @@ protected:
     void ContextStale() override;
     void PaintWindow(HDC dc) override;
     TPoint FrameExtent() const override;
+    void ChangeScale(int to, int from) override;
+    void ScaleBounds(int to, int from) override;
     void ColorChanged() override;
     bool SizesItself(bool horizontal) const override;
     void WindowLost() override;
@@ -198,6 +205,10 @@ private:
     void ExitFocused(); ///< Fires OnExit of the control that was entered last.
     void FocusInside(); ///< Gives the focus to the active control, or to the first one.
     void RunDestroyHandler(bool complete);
+    void ScaleFileSizes();      ///< From those of the form file to the screen's.
+    void FollowScreen(int dpi); ///< To those of the screen that the window is on.
+    void ScreenChanged(TMessage& message);
+    bool FitsInto(HWND parent) const; ///< The window can be put there as it is.
     static bool Focused(const TCustomForm& form);
     void ApplyAlpha();
     void ApplyIcon();
@@ -216,12 +227,14 @@ private:
     TMainMenu* FMenu = nullptr;
     TIcon FIcon;
     std::unique_ptr<TCanvas> FCanvas;
-    int FPixelsPerInch = 96;
+    int FPixelsPerInch;
     int FBorderWidth = 0;
     int FSnapBuffer = 10;
     bool FScreenSnap = false;
     bool FDragged = false; ///< The user moves or sizes the form.
     bool FScaled = true;
+    bool FHasFileSizes = false;
+    bool FKeepsBounds = false; ///< While it is scaled.
     bool FKeyPreview = false;
     bool FAlphaBlend = false;
     uint8_t FAlphaBlendValue = 255;

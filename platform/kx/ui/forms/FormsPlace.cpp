@@ -2,6 +2,7 @@
 
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/forms/Forms.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
 
@@ -80,7 +81,7 @@ TPoint TCustomForm::FrameExtent() const {
     extent.X += 2 * FBorderWidth;
     extent.Y += 2 * FBorderWidth;
     if (FMenu && FMenu->Items().Count() > 0 && !IsDocked()) {
-        extent.Y += GetSystemMetrics(SM_CYMENU);
+        extent.Y += SystemMetric(SM_CYMENU, WindowDpi(WindowHandle()));
     }
     return extent;
 }
@@ -111,11 +112,11 @@ void TCustomForm::PaintBorder() {
     OffsetRect(&client, -frame.left, -frame.top);
     const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
     if (style & WS_VSCROLL) { // the bars stand beside the client area, and the border is around all of them
-        const int width = GetSystemMetrics(SM_CXVSCROLL);
+        const int width = SystemMetric(SM_CXVSCROLL, WindowDpi(window));
         const bool isLeft = (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_LEFTSCROLLBAR) != 0;
         (isLeft ? client.left : client.right) += isLeft ? -width : width;
     }
-    client.bottom += style & WS_HSCROLL ? GetSystemMetrics(SM_CYHSCROLL) : 0;
+    client.bottom += style & WS_HSCROLL ? SystemMetric(SM_CYHSCROLL, WindowDpi(window)) : 0;
     RECT border = client;
     InflateRect(&border, FBorderWidth, FBorderWidth);
     const TWindowDC dc(window, true);

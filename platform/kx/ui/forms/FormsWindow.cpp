@@ -4,6 +4,7 @@
 
 #include "kx/ui/controls/ControlCanvas.h"
 #include "kx/ui/controls/Menus.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -106,6 +107,7 @@ void TCustomForm::CreateWnd() {
     ApplyAlpha();
     ApplyIcon();
     ApplyMenu();
+    MustOutlive([this] { FollowScreen(WindowDpi(WindowHandle())); });
     MustOutlive([this] { AlignControls(); });
     MustOutlive([this] { Resize(); });
 }
@@ -305,6 +307,12 @@ void TCustomForm::WndProc(TMessage& message) {
     case WM_ENTERSIZEMOVE: FDragged = true; break;
     case WM_EXITSIZEMOVE: FDragged = false; break;
     case WM_WINDOWPOSCHANGING: Snap(message.LParamAs<WINDOWPOS>()); break;
+    case WM_DPICHANGED: ScreenChanged(message); return;
+    case DpiChangedAfterParent:
+        if (!Outlives(*this, [this] { FollowScreen(WindowDpi(WindowHandle())); })) {
+            return;
+        }
+        break;
     case WM_HELP:
         if (ShowHelp(message)) {
             return;

@@ -15,6 +15,14 @@ class TCustomFrame : public TScrollingWinControl {
     explicit TCustomFrame(TComponent* owner = nullptr);
 
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;
+    void ReadState(TReader& reader) override;
+    void SetParent(TWinControl* value) override;
+
+protected:
+    void ChangeScale(int to, int from) override;
+
+private:
+    bool FHasFileSizes = false; ///< The sizes are still those of the form file, which are for DefaultDpi.
 };
 
 /// The frame that programs derive theirs from.

@@ -58,6 +58,7 @@ class TSpeedButton : public TGraphicControl {
     void Loaded() override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void Paint() override;
     void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
     void MouseMove(TShiftState shift, int x, int y) override;

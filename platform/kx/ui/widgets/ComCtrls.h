@@ -267,6 +267,7 @@ class TListView : public TWinControl {
     void Loaded() override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void CreateWnd() override;
     void SaveWindowState() override;
     void ColorChanged() override;

@@ -137,6 +137,7 @@ class TStatusBar : public TWinControl {
     void WndProc(TMessage& message) override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void CreateWnd() override;
     void Resize() override;
     void BiDiModeChanged() override;

@@ -43,6 +43,7 @@ class TPageScroller : public TWinControl, public IContentScroller {
     void Loaded() override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void CreateHandle() override;
     void CreateWnd() override;
     void SaveWindowState() override;

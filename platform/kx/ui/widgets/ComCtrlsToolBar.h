@@ -200,6 +200,7 @@ class TToolBar : public TWinControl, public IScrolledContent {
     void Loaded() override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void CreateWnd() override;
     void PaintWindow(HDC dc) override;
     bool NeedsBuffer() const override { return true; }

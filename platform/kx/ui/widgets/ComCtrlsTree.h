@@ -229,6 +229,7 @@ class TTreeView : public TWinControl {
     void Loaded() override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void CreateWnd() override;
     void SaveWindowState() override;
     void ColorChanged() override;

@@ -29,6 +29,7 @@ class TPanel : public TCustomControl {
     void CreateParams(TCreateParams& params) override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void Paint() override;
     void AdjustClientRect(TRect& rect) const override;
     bool DialogChar(wchar_t letter) override;

@@ -130,6 +130,7 @@ class TDrawGrid : public TCustomControl {
     void DefineProperties(TFiler& filer) override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void CreateWnd() override;
     void Paint() override;
     void EraseBackground(HDC) override {} // every pixel gets painted

@@ -42,6 +42,7 @@ class TSplitter : public TGraphicControl {
     void WndProc(TMessage& message) override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void Paint() override;
     void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
     void MouseMove(TShiftState shift, int x, int y) override;

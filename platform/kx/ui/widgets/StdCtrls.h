@@ -431,6 +431,7 @@ class TComboBox : public TWinControl {
     void WndProc(TMessage& message) override;
 
 protected:
+    void ChangeScale(int to, int from) override;
     void CreateWnd() override;
     void SaveWindowState() override;
     void TextChanged() override {}
