@@ -277,11 +277,11 @@ void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
         name.bottom <= list.top) { // a dialog of the old style has the name above the list
         return;
     }
-    constexpr int down = 70;
+    const int32_t down = KxPixels(70);
     const auto pushRight = [&] {
         if (TForm* const right = params.RightForm()) {
             // Deliberate: it moves right by 36, where one would expect it to move down with the rest.
-            right->SetLeft(CheckedAdd(right->Left(), 36));
+            right->SetLeft(CheckedAdd(right->Left(), KxPixels(36)));
         }
     };
     const auto pushBottom = [&] {

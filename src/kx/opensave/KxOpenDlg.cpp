@@ -123,8 +123,8 @@ void TKxCustomOpenDialog::MeasureDialog() {
         return; // as the user left it
     }
     const bool roomy = IsSizeable() && ShowCustomPlacesBar();
-    CX = CheckedAdd(Width(outer), roomy ? 40 : 0);
-    CY = CheckedAdd(Height(outer), roomy ? 70 : 0);
+    CX = CheckedAdd(Width(outer), roomy ? KxPixels(40) : 0);
+    CY = CheckedAdd(Height(outer), roomy ? KxPixels(70) : 0);
 }
 
 /// The list shows as the user left it, unless the application sets something else in OnShow.

@@ -14,7 +14,8 @@ namespace kx {
 
 namespace {
 
-constexpr int BarRoom = 90; ///< Pixels by which the dialog is widened for the places bar.
+/// Pixels by which the dialog is widened for the places bar.
+int32_t BarRoom() { return KxPixels(90); }
 
 /// The place cannot be the folder, since their paths lie on different drives or shares. To ask the shell about a share
 /// that does not answer takes long.
@@ -79,10 +80,10 @@ void TKxPlacesSlot::MakeRoom() {
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_DEFERERASE);
     SetWindowPos(GetDlgItem(dialog, KxFolderLabelId), nullptr, -80, 8, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_DEFERERASE);
-    const TRoom room{dialog, BarRoom};
+    const TRoom room{dialog, BarRoom()};
     KxEnumDirectChildren(dialog, MoveLeft1, reinterpret_cast<LPARAM>(&room));
     const TRect outer = KxWindowRect(dialog);
-    ResizeWindow(dialog, CheckedAdd(Width(outer), BarRoom), Height(outer));
+    ResizeWindow(dialog, CheckedAdd(Width(outer), BarRoom()), Height(outer));
 }
 
 void TKxPlacesSlot::Create() {
@@ -104,8 +105,8 @@ void TKxPlacesSlot::Create() {
             // A scroller that scrolls while something is dragged is a target of drops on Windows. It covers the form,
             // which would never hear of a drop.
             form->ps1->SetDragScroll(!FPlaceOptions.AllowDrop());
-            FPBWidth = form->Panel1->BorderStyle() == bsSingle ? 91 : 87;
-            form->SetBounds(4, 33, FPBWidth, form->Height());
+            FPBWidth = KxPixels(form->Panel1->BorderStyle() == bsSingle ? 91 : 87);
+            form->SetBounds(KxPixels(4), KxPixels(33), FPBWidth, form->Height());
             form->Show();
         });
     if (!there) {

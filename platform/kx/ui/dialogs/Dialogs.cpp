@@ -2,6 +2,7 @@
 
 #include "kx/ui/dialogs/Dialogs.h"
 
+#include "kx/win/Dpi.h"
 #include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
 
@@ -90,6 +91,7 @@ private:
     HWND FOwner; ///< Null when it was disabled before.
     bool FInApplicationThread;
     TTaskWindowList FDisabled;
+    TDpiScope FDpi{TDpiScope::TOfSystem()};
     TQuietDrives FQuietDrives;
     TKeptFloatingPoint FFloatingPoint;
 };
