@@ -60,9 +60,9 @@ int Run(const char* tourFolder) {
         Application().Run();
         return EXIT_SUCCESS;
     }
-    constexpr TRect place{50, 60, 1230, 960};
     mainForm->SetPosition(poDesigned);
-    mainForm->SetBoundsRect(place);
+    const auto place = [mainForm](int length) { return mainForm->ScaleLength(length); };
+    mainForm->SetBounds(place(50), place(60), place(1180), place(900));
     TTour tour(tourFolder);
     mainForm->AddTour(tour);
     return tour.Walk() ? EXIT_SUCCESS : EXIT_FAILURE;

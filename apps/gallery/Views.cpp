@@ -43,7 +43,7 @@ void TPictureView::Resize() {
 }
 
 void TPictureView::Paint() {
-    constexpr int margin = 6;
+    const int margin = ScaleLength(6);
     TCanvas& canvas = Canvas();
     const TRect client = ClientRect();
     canvas.Brush().SetColor(clWindow);
@@ -111,13 +111,13 @@ void TDockSketch::Paint() {
     canvas.Brush().SetColor(Color());
     canvas.FillRect(area);
 
-    constexpr int caption = 18;
+    const int caption = ScaleLength(18);
     const int width = area.Right;
     const int height = area.Bottom;
     const int left = FSides.Left ? width / 6 : 0;
     const int right = FSides.Right ? width / 4 : 0;
-    const int top = FSides.Top ? 30 : 0;
-    const int bottom = FSides.Bottom ? 30 : 0;
+    const int top = FSides.Top ? ScaleLength(30) : 0;
+    const int bottom = FSides.Bottom ? ScaleLength(30) : 0;
 
     canvas.Brush().SetColor(clActiveCaption);
     canvas.Pen().SetColor(clBtnShadow);
@@ -145,12 +145,6 @@ void TDockSketch::Paint() {
 }
 
 // --- TPageList
-
-namespace {
-
-constexpr int pageItemHeight = 36;
-
-} // namespace
 
 const TClass& TPageList::StaticClass() {
     static const TClassBuilder<TPageList> cls("TPageList", TCustomControl::StaticClass(), [](auto& c) {
@@ -180,8 +174,9 @@ void TPageList::SetItemIndex(int value) {
 }
 
 void TPageList::Paint() {
-    constexpr int indent = 16;
-    constexpr int mark = 4;
+    const int indent = ScaleLength(16);
+    const int mark = ScaleLength(4);
+    const int height = ItemHeight();
     TCanvas& canvas = Canvas();
     const TRect client = ClientRect();
     canvas.SetFont(Font());
@@ -189,7 +184,7 @@ void TPageList::Paint() {
     canvas.FillRect(client);
     canvas.Font().SetColor(clWindowText);
     for (int i = 0; i < static_cast<int>(FItems.size()); ++i) {
-        const TRect row{0, i * pageItemHeight, client.Right, (i + 1) * pageItemHeight};
+        const TRect row{0, i * height, client.Right, (i + 1) * height};
         if (i == FItemIndex) {
             canvas.Brush().SetColor(Blend(clHighlight, clWindow, Focused() ? 28 : 16));
             canvas.FillRect(row);
@@ -210,7 +205,7 @@ void TPageList::Resize() {
 void TPageList::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
     if (button == mbLeft) {
         SetFocus();
-        SetItemIndex(y / pageItemHeight);
+        SetItemIndex(y / ItemHeight());
     }
     TCustomControl::MouseDown(button, shift, x, y);
 }

@@ -80,6 +80,7 @@ protected:
     void DoExit() override;
 
 private:
+    int ItemHeight() const { return ScaleLength(36); }
     std::vector<std::string> FItems;
     int FItemIndex = -1;
     TNotifyEvent FOnChange;
