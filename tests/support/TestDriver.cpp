@@ -68,9 +68,9 @@ bool PumpUntil(const TCondition& condition, unsigned seconds) {
         }
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
         MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
             TranslateMessage(&message);
-            DispatchMessageA(&message);
+            DispatchMessageW(&message);
         }
         KeepFocus();
     }

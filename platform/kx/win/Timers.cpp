@@ -45,7 +45,7 @@ void CALLBACK OnSystemTimer(HWND window, UINT, UINT_PTR id, DWORD) {
 HWND TimerWindow() {
     thread_local HWND window = nullptr;
     if (!window) {
-        window = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, HInstance(), nullptr);
+        window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, HInstance(), nullptr);
     }
     return window;
 }

@@ -21,6 +21,27 @@ std::string FromWide(std::wstring_view text) {
     return narrow;
 }
 
+std::wstring ToWide(char32_t character) {
+    if (character <= 0xFFFF) {
+        const auto unit = static_cast<wchar_t>(character);
+        return IS_HIGH_SURROGATE(unit) || IS_LOW_SURROGATE(unit) ? std::wstring() : std::wstring(1, unit);
+    }
+    if (character > 0x10FFFF) {
+        return {};
+    }
+    const char32_t rest = character - 0x10000;
+    return {static_cast<wchar_t>(HIGH_SURROGATE_START + (rest >> 10)),
+            static_cast<wchar_t>(LOW_SURROGATE_START + (rest & 0x3FF))};
+}
+
+std::string WindowText(HWND window) { return FromWide(WideWindowText(window)); }
+
+std::wstring WideWindowText(HWND window) {
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
 HINSTANCE HInstance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
 
 void RaiseLastOSError(DWORD code) {

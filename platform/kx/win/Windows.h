@@ -43,6 +43,12 @@ inline TRect FromRECT(const RECT& r) {
 /// Text of the process's code page as UTF-16, and back.
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
+/// A character by its number in Unicode as UTF-16: one unit, or two halves; empty when no character has that number.
+std::wstring ToWide(char32_t character);
+
+/// The text of a window, of any length; empty for no window.
+std::string WindowText(HWND window);
+std::wstring WideWindowText(HWND window); ///< The same as UTF-16.
 
 /// The module that holds this code: the program, or the library that it was linked into.
 HINSTANCE HInstance();

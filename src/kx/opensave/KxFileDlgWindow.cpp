@@ -3,6 +3,7 @@
 #include "kx/opensave/KxFileDlgWindow.h"
 
 #include "kx/frame/KxWhileAlive.h"
+#include "kx/win/CodePage.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
@@ -41,12 +42,6 @@ std::string RequestText(HWND dialog, UINT request) {
 
 } // namespace
 
-std::string KxWindowText(HWND window) {
-    std::string text(static_cast<size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-    text.resize(static_cast<size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 HWND TKxFileDlgWindow::Item(int controlId) const { return FDialog ? GetDlgItem(FDialog, controlId) : nullptr; }
 
 // --- File name control
@@ -68,7 +63,7 @@ bool TKxFileDlgWindow::EditHasFocus() const {
 
 std::string TKxFileDlgWindow::GetFNameText() const {
     HWND edit = GetEdit();
-    return KxWindowText(edit);
+    return WindowText(edit);
 }
 
 void TKxFileDlgWindow::SetFNameText(const std::string& text) const {
@@ -103,7 +98,7 @@ void TKxFileDlgWindow::SetSelPath(const std::string& path) const {
     }
     HWND focus = GetFocus();
     SetFocus(edit);
-    const std::string saved = KxWindowText(edit);
+    const std::string saved = WindowText(edit);
     SetWindowTextA(edit, path.c_str());
     KxCloseDialog(FDialog, mrOk);
     SetWindowTextA(edit, saved.c_str());
@@ -122,7 +117,7 @@ void TKxFileDlgWindow::RefreshFileList() const {
     none.stateMask = LVIS_SELECTED;
     SendMessageA(GetLVHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
 
-    const std::string saved = KxWindowText(edit);
+    const std::string saved = WindowText(edit);
     SetWindowTextA(edit, "");
     KxCloseDialog(FDialog, mrOk);
     SetWindowTextA(edit, saved.c_str());
@@ -229,7 +224,7 @@ void TKxFileDlgWindow::ShowFileList(bool show, int width, int height) const {
 
 void TKxFileDlgWindow::SetTitle(std::string_view text) const {
     if (FDialog) {
-        SetWindowTextA(FDialog, std::string(text.substr(0, 511)).c_str());
+        SetWindowTextA(FDialog, std::string(text.substr(0, WholeCharacters(text, 511))).c_str());
     }
 }
 

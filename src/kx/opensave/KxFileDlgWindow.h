@@ -74,8 +74,6 @@ private:
     HWND FDialog;
 };
 
-std::string KxWindowText(HWND window); ///< Of any length; empty for no window.
-
 /// Child enumeration callback: shows (`show` not 0) or hides the first navigation tool bar that it finds.
 BOOL KX_CALLBACK KxSrvShowToolBar(HWND window, LPARAM show);
 

@@ -39,7 +39,7 @@ void TKxOkButton::Create(bool visible) {
     button->SetAlign(alClient);
     button->SetDropDownMenu(FPopupMenu.Get());
     const std::string& caption = FDialog.DlgItemsCaptions().OK();
-    button->SetCaption(caption.empty() ? KxWindowText(systemButton) : caption);
+    button->SetCaption(caption.empty() ? WindowText(systemButton) : caption);
     button->SetOnClick([&core = FDialog](TObject*) { core.CloseDialog(mrOk); });
     // The dialog is told of the new window. The application hears of that too, and may free the dialog and this form.
     KxWhileAlive(

@@ -275,7 +275,7 @@ void TKxCustomOpenDialog::TellOfShareViolation(const std::string& fileName) cons
     HWND dialog = DlgHandle();
     const std::string text = fileName + "\nThis file is in use.\nSelect a new name or close the file.";
     std::string title;
-    if (Outlives(Existence(), [&] { title = KxWindowText(dialog); })) {
+    if (Outlives(Existence(), [&] { title = WindowText(dialog); })) {
         MessageBoxA(dialog, text.c_str(), title.c_str(), MB_OK | MB_ICONWARNING);
     }
 }

@@ -42,7 +42,7 @@ void TKxOpenDlgCaptions::SetCaptions(HWND dialog) const {
 }
 
 void TKxOpenDlgCaptions::KeepOk(HWND dialog) const {
-    if (KxWindowText(GetDlgItem(dialog, IDOK)) != OK()) {
+    if (WindowText(GetDlgItem(dialog, IDOK)) != OK()) {
         SetCaption(dialog, IDOK, OK());
     }
 }

@@ -139,7 +139,7 @@ TEST_F(PaintingEnds, BeforeItBeginsWithAToolBarThatGoesOrMovesAwayWhileItsWindow
     panel->SetTop(150);
     Show();
     for (const UINT message : {UINT{TB_BUTTONSTRUCTSIZE}, UINT{TB_SETINDENT}, UINT{TB_SETIMAGELIST},
-                               UINT{TB_SETBITMAPSIZE}, UINT{WM_SETREDRAW}, UINT{TB_ADDBUTTONSA}}) {
+                               UINT{TB_SETBITMAPSIZE}, UINT{WM_SETREDRAW}, UINT{TB_ADDBUTTONSW}}) {
         for (const bool frees : {false, true}) {
             auto* const bar = new TInterrupted<TToolBar>(Form.get());
             auto* const button = new TToolButton(bar);

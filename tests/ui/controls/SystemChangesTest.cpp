@@ -29,7 +29,7 @@ public:
         if (message.Msg == WM_SYSCOLORCHANGE) {
             Log.emplace_back("colours");
         } else if (message.Msg == WM_SETTINGCHANGE) {
-            Log.emplace_back(message.LParam ? reinterpret_cast<const char*>(message.LParam) : "settings");
+            Log.push_back(message.LParam ? FromWide(reinterpret_cast<const wchar_t*>(message.LParam)) : "settings");
         }
         T::WndProc(message);
     }

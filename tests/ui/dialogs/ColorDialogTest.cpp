@@ -12,7 +12,7 @@ using namespace test;
 constexpr int Red = 706;
 constexpr int AddButton = 712;
 constexpr int DefineButton = 719;
-constexpr int HelpButton = 1038;
+constexpr int ColorHelpButton = 1038;
 
 void SetComponents(const TColorDialog& dialog, std::initializer_list<int> components) {
     int edit = Red;
@@ -65,7 +65,7 @@ TEST(ColorDialogComponent, OptionsReachTheDialog) {
         Look(dialog, [&] {
             EXPECT_EQ(IsWindowVisible(ItemOf(dialog, Red)) != 0, sample.IsFull);
             EXPECT_EQ(IsWindowEnabled(ItemOf(dialog, DefineButton)) != 0, sample.CanOpen);
-            EXPECT_EQ(IsWindowVisible(ItemOf(dialog, HelpButton)) != 0, sample.HasHelp);
+            EXPECT_EQ(IsWindowVisible(ItemOf(dialog, ColorHelpButton)) != 0, sample.HasHelp);
         });
     }
 }

@@ -249,6 +249,8 @@ class TControl : public TComponent {
 
     // --- Messages
 
+    // Texts in messages are UTF-16, since all windows are Unicode windows.
+
     /// Handles a message as if it had been sent to the control.
     LRESULT Perform(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     virtual void WndProc(TMessage& message);

@@ -311,17 +311,17 @@ void TDragSession::ControlGone(const TControl& control) {
 // --- Mouse and keyboard while it lasts
 
 HWND TDragSession::Window() {
-    static const char className[] = "KxDragCapture";
+    static const wchar_t className[] = L"KxDragCapture";
     static const ATOM registered = [] {
-        WNDCLASSA cls = {};
+        WNDCLASSW cls = {};
         cls.lpfnWndProc = WindowProc;
         cls.hInstance = HInstance();
         cls.lpszClassName = className;
-        return RegisterClassA(&cls);
+        return RegisterClassW(&cls);
     }();
     thread_local HWND window = nullptr; // the system destroys it with the thread
     if (!window && registered) {
-        window = CreateWindowExA(WS_EX_TOOLWINDOW, className, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(),
+        window = CreateWindowExW(WS_EX_TOOLWINDOW, className, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(),
                                  nullptr);
     }
     return window;
@@ -332,7 +332,7 @@ LRESULT CALLBACK TDragSession::WindowProc(HWND window, UINT message, WPARAM wPar
     if (session && session->FActive) {
         Guarded([&] { session->OrFinish([&] { session->Received(message, wParam, lParam); }); });
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 void TDragSession::Received(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -250,14 +250,14 @@ void TMenuItem::ChangeState(bool& field, bool value) {
     }
     field = value;
     if (FVisible && FParent->FHandle) {
-        MENUITEMINFOA info = {};
+        MENUITEMINFOW info = {};
         info.cbSize = sizeof(info);
         info.fMask = MIIM_STATE;
         info.fState = StateOf(*this);
         const auto self = std::find(FParent->FItems.begin(), FParent->FItems.end(), this);
         const auto before =
             std::count_if(FParent->FItems.begin(), self, [](TMenuItem* item) { return item->FVisible; });
-        SetMenuItemInfoA(FParent->FHandle.get(), static_cast<UINT>(before), TRUE, &info);
+        SetMenuItemInfoW(FParent->FHandle.get(), static_cast<UINT>(before), TRUE, &info);
     }
     if (!menu->IsLoading() && !menu->IsDestroying()) {
         const TNotifyEvent handler = menu->OnChange();
@@ -372,7 +372,8 @@ void TMenuItem::AppendTo(HMENU menu) {
     if (!shortCut.empty()) {
         text += '\t' + shortCut;
     }
-    MENUITEMINFOA info = {};
+    std::wstring wide = ToWide(text);
+    MENUITEMINFOW info = {};
     info.cbSize = sizeof(info);
     info.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
     info.fType = (IsLine() ? UINT{MFT_SEPARATOR} : UINT{MFT_STRING}) | (FRadioItem ? UINT{MFT_RADIOCHECK} : 0u) |
@@ -382,12 +383,12 @@ void TMenuItem::AppendTo(HMENU menu) {
     info.fState = StateOf(*this);
     info.wID = FCommand;
     info.hSubMenu = FItems.empty() ? nullptr : Handle();
-    info.dwTypeData = text.data();
+    info.dwTypeData = wide.data();
     if (ShowsImage()) {
         info.fMask |= MIIM_BITMAP;
         info.hbmpItem = HBMMENU_CALLBACK;
     }
-    InsertMenuItemA(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &info);
+    InsertMenuItemW(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &info);
 }
 
 void TMenuItem::ItemsChanged() {

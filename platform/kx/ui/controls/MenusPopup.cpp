@@ -168,10 +168,10 @@ void ShowHint(const TMenu* menu, WPARAM wParam, LPARAM lParam) {
     const auto flags = HIWORD(wParam);
     const TMenuItem* item = nullptr;
     if (flags & MF_POPUP) {
-        MENUITEMINFOA info = {};
+        MENUITEMINFOW info = {};
         info.cbSize = sizeof(info);
         info.fMask = MIIM_ID;
-        if (flags != 0xFFFF && GetMenuItemInfoA(reinterpret_cast<HMENU>(lParam), LOWORD(wParam), TRUE, &info)) {
+        if (flags != 0xFFFF && GetMenuItemInfoW(reinterpret_cast<HMENU>(lParam), LOWORD(wParam), TRUE, &info)) {
             item = ItemOf(menu, info.wID);
         }
     } else {
@@ -218,23 +218,23 @@ LRESULT CALLBACK PopupOwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM
     if (handled) {
         return message == WM_MEASUREITEM || message == WM_DRAWITEM;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 /// The hidden window of the calling thread that owns its popup menus while they are open. The system destroys it with
 /// the thread, since commands may arrive as long as the thread has a message loop.
 HWND PopupOwner() {
-    static const char className[] = "KxPopupMenuOwner";
+    static const wchar_t className[] = L"KxPopupMenuOwner";
     static const ATOM registered = [] {
-        WNDCLASSA cls = {};
+        WNDCLASSW cls = {};
         cls.lpfnWndProc = PopupOwnerProc;
         cls.hInstance = HInstance();
         cls.lpszClassName = className;
-        return RegisterClassA(&cls);
+        return RegisterClassW(&cls);
     }();
     thread_local HWND window = nullptr;
     if (!window && registered) {
-        window = CreateWindowExA(WS_EX_TOOLWINDOW, className, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(),
+        window = CreateWindowExW(WS_EX_TOOLWINDOW, className, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(),
                                  nullptr);
     }
     return window;

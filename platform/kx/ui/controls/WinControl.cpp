@@ -360,21 +360,13 @@ void TWinControl::ParentSettingChanged() {
     }
 }
 
-std::string TWinControl::Text() const {
-    if (!FHandle) {
-        return TControl::Text();
-    }
-    const int length = GetWindowTextLengthA(FHandle);
-    std::string text(static_cast<size_t>(length) + 1, '\0');
-    text.resize(static_cast<size_t>(GetWindowTextA(FHandle, text.data(), length + 1)));
-    return text;
-}
+std::string TWinControl::Text() const { return FHandle ? WindowText(FHandle) : TControl::Text(); }
 
 void TWinControl::SetText(const std::string& value) {
     if (!FHandle) {
         TControl::SetText(value);
     } else if (Text() != value) {
-        SetWindowTextA(FHandle, value.c_str());
+        SetWindowTextW(FHandle, ToWide(value).c_str());
     }
 }
 

@@ -56,7 +56,7 @@ private:
 
 void TWinControl::DefaultHandler(TMessage& message) {
     const auto callSystem = [&] {
-        message.Result = CallWindowProcA(FDefWndProc, FHandle, message.Msg, message.WParam, message.LParam);
+        message.Result = CallWindowProcW(FDefWndProc, FHandle, message.Msg, message.WParam, message.LParam);
     };
     if (!FHandle) {
         TControl::DefaultHandler(message);
@@ -93,7 +93,7 @@ void TWinControl::LeaveWindow() {
         return;
     }
     ContextStale();
-    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
     FSystemCall->DestroyBehind(window);
     WindowDestroyed();
     EnableWindow(window, FALSE);       // it takes neither focus nor mouse any more

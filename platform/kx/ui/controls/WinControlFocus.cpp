@@ -151,24 +151,6 @@ void TWinControl::DoExit() { FOnExit(this); }
 
 // --- Keys
 
-namespace {
-
-/// The letter of a character message as windows that are not Unicode get it: bytes of the code page that belongs to the
-/// keyboard's language, whatever the program's code page is. The first byte is the lowest. 0 when they are no letter.
-wchar_t LetterOf(WPARAM bytes) {
-    DWORD codePage = CP_ACP;
-    const LCID language = MAKELCID(LOWORD(GetKeyboardLayout(0)), SORT_DEFAULT);
-    if (!GetLocaleInfoW(language, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
-                        reinterpret_cast<LPWSTR>(&codePage), sizeof codePage / sizeof(wchar_t))) {
-        codePage = CP_ACP;
-    }
-    const char text[] = {static_cast<char>(bytes), static_cast<char>(bytes >> 8)};
-    wchar_t letter = 0;
-    return MultiByteToWideChar(codePage, 0, text, bytes > 0xFF ? 2 : 1, &letter, 1) == 1 ? letter : L'\0';
-}
-
-} // namespace
-
 bool TWinControl::KeyHandler(TMessage& message) {
     const TAlive alive(*this);
     ControlHost().HideHint();
@@ -206,7 +188,7 @@ bool TWinControl::KeyHandler(TMessage& message) {
         return used;
     }
     default: // WM_SYSCHAR that a foreign message loop has passed on
-        return form && form->IsDocked() && form->DialogChar(LetterOf(message.WParam));
+        return form && form->IsDocked() && form->DialogChar(static_cast<wchar_t>(message.WParam));
     }
 }
 

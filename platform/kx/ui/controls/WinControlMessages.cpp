@@ -89,6 +89,12 @@ void TWinControl::WndProc(TMessage& message) {
             TextChanged();
         }
         return;
+    case WM_NOTIFYFORMAT:
+        if (message.LParam == NF_QUERY) { // a control inside asks what texts it shall send
+            message.Result = NFR_UNICODE;
+            return;
+        }
+        break;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE: SystemChanged(message); return;
     case WM_THEMECHANGED: // the system sends it to every window
@@ -145,7 +151,7 @@ void TWinControl::SystemChanged(TMessage& message) {
             continue;
         }
         if (const auto* const windowed = dynamic_cast<TWinControl*>(control); windowed && windowed->FHandle) {
-            SendMessageA(windowed->FHandle, original.Msg, original.WParam, original.LParam);
+            SendMessageW(windowed->FHandle, original.Msg, original.WParam, original.LParam);
         } else {
             Guarded([&] { control->Perform(original.Msg, original.WParam, original.LParam); });
         }
@@ -219,7 +225,7 @@ bool TWinControl::GraphicMouseMessage(TMessage& message) {
     message.Result = result;
     if (message.Msg == WM_RBUTTONUP && IsWindow(window)) {
         // The system makes WM_CONTEXTMENU of it.
-        message.Result = DefWindowProcA(window, message.Msg, message.WParam, message.LParam);
+        message.Result = DefWindowProcW(window, message.Msg, message.WParam, message.LParam);
     }
     return true;
 }

@@ -58,15 +58,17 @@ TWindowMap& Windows() {
 /// The control whose window this thread is creating; its window finds it here in its first message.
 thread_local TWinControl* CreatingControl = nullptr;
 
-/// A registered window class.
+/// A registered window class. Its windows are Unicode windows whatever the program's code page is: the system's
+/// procedures keep their texts as UTF-16, and characters that the user types come whole.
 struct TWindowClass {
-    std::string Name;
+    std::wstring Name;
     WNDPROC DefWndProc = nullptr;
 };
 
-WNDCLASSA SystemClass(const std::string& name) {
-    WNDCLASSA info;
-    if (!GetClassInfoA(HInstance(), name.c_str(), &info) && !GetClassInfoA(nullptr, name.c_str(), &info)) {
+WNDCLASSW SystemClass(const std::string& className) {
+    const std::wstring name = ToWide(className);
+    WNDCLASSW info;
+    if (!GetClassInfoW(HInstance(), name.c_str(), &info) && !GetClassInfoW(nullptr, name.c_str(), &info)) {
         RaiseLastOSError(ERROR_CLASS_DOES_NOT_EXIST);
     }
     return info;
@@ -85,10 +87,10 @@ TWindowClass RegisterWindowClass(const std::string& className, const TCreatePara
         return result;
     }
 
-    WNDCLASSA info{};
+    WNDCLASSW info{};
     if (params.BaseClass.empty()) {
-        info.lpfnWndProc = DefWindowProcA;
-        info.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+        info.lpfnWndProc = DefWindowProcW;
+        info.hCursor = LoadCursorA(nullptr, IDC_ARROW);
         info.style = params.ClassStyle;
     } else {
         info = SystemClass(params.BaseClass);
@@ -98,17 +100,18 @@ TWindowClass RegisterWindowClass(const std::string& className, const TCreatePara
     result.DefWndProc = info.lpfnWndProc;
     info.lpfnWndProc = initial;
     info.hInstance = HInstance();
-    result.Name = className;
+    const std::wstring wantedName = ToWide(className);
+    result.Name = wantedName;
     // Classes of the same name, from different namespaces or other modules of the process, get a number behind it.
     for (int i = 2;; ++i) {
         info.lpszClassName = result.Name.c_str();
-        if (RegisterClassA(&info)) {
+        if (RegisterClassW(&info)) {
             break;
         }
         if (GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
             RaiseLastOSError();
         }
-        result.Name = className + "." + IntToStr(i);
+        result.Name = wantedName + L"." + std::to_wstring(i);
     }
     AcquireSRWLockExclusive(&lock);
     classes[key] = result;
@@ -125,7 +128,7 @@ void TellDockedControls(UINT message, WPARAM wParam, LPARAM lParam) {
         const HWND parent = GetAncestor(window, GA_PARENT);
         if (parent && parent != GetDesktopWindow() && !FindControl(parent)) {
             // With a limit of time: the thread of a modeless dialog may be busy.
-            SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 1000, nullptr);
+            SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 1000, nullptr);
         }
     }
 }
@@ -232,11 +235,12 @@ void TWinControl::CreateWnd() {
 
     HWND window = nullptr;
     DWORD error = 0;
+    const std::wstring caption = ToWide(params.Caption);
     TWinControl* const outer = std::exchange(CreatingControl, this);
     const TDpiScope dpi(params.Style & WS_CHILD ? params.WndParent : nullptr);
     MustOutlive([&] { // the system sizes some of its controls while it makes them
-        window = CreateWindowExA(params.ExStyle, windowClass.Name.c_str(), params.Caption.c_str(), params.Style,
-                                 params.X, params.Y, params.Width, params.Height, params.WndParent,
+        window = CreateWindowExW(params.ExStyle, windowClass.Name.c_str(), caption.c_str(), params.Style, params.X,
+                                 params.Y, params.Width, params.Height, params.WndParent,
                                  params.Style & WS_CHILD ? NextControlId() : nullptr, HInstance(), nullptr);
         error = GetLastError();
         CreatingControl = outer;
@@ -253,7 +257,7 @@ void TWinControl::CreateWnd() {
 LRESULT CALLBACK TWinControl::InitialWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     TWinControl* const control = std::exchange(CreatingControl, nullptr);
     if (!control) {
-        return DefWindowProcA(window, message, wParam, lParam);
+        return DefWindowProcW(window, message, wParam, lParam);
     }
     control->RegisterWindow(window);
     return MainWndProc(control, message, wParam, lParam);
@@ -262,7 +266,7 @@ LRESULT CALLBACK TWinControl::InitialWndProc(HWND window, UINT message, WPARAM w
 void TWinControl::RegisterWindow(HWND window) {
     FHandle = window;
     Windows().Add(window, this);
-    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FThunk->Procedure()));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FThunk->Procedure()));
 }
 
 LRESULT CALLBACK TWinControl::MainWndProc(void* self, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -317,7 +321,7 @@ void TWinControl::DestroyHandle() {
     }
     // Only the thread that has made a window can destroy it. Another thread lets go of it.
     if (there && FHandle == window) {
-        SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FDefWndProc));
         WindowDestroyed();
     }
 }

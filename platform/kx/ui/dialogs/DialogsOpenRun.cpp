@@ -112,12 +112,6 @@ std::string DialogText(HWND dialog, UINT request) {
     return text.substr(0, text.find('\0'));
 }
 
-std::string WindowText(HWND window) {
-    std::string text(static_cast<size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-    text.resize(static_cast<size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 const char* TextOrNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
 } // namespace

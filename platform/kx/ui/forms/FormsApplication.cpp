@@ -109,12 +109,12 @@ TApplication::TApplication() : FQueue(std::make_unique<TQueue>()), FThreadId(Get
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_PAGESCROLLER_CLASS};
     InitCommonControlsEx(&controls);
 
-    WNDCLASSA info{};
+    WNDCLASSW info{};
     info.lpfnWndProc = WindowProc;
     info.hInstance = HInstance();
-    info.lpszClassName = "TApplication";
-    RegisterClassA(&info);
-    FHandle = CreateWindowExA(0, info.lpszClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(), nullptr);
+    info.lpszClassName = L"TApplication";
+    RegisterClassW(&info);
+    FHandle = CreateWindowExW(0, info.lpszClassName, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(), nullptr);
     if (!FHandle) {
         RaiseLastOSError();
     }
@@ -343,7 +343,7 @@ LRESULT CALLBACK TApplication::WindowProc(HWND window, UINT message, WPARAM wPar
     return Guarded(LRESULT{0}, [&] {
         TApplication* const application = TheApplication;
         return application ? application->WndProc(window, message, wParam, lParam)
-                           : DefWindowProcA(window, message, wParam, lParam);
+                           : DefWindowProcW(window, message, wParam, lParam);
     });
 }
 
@@ -371,7 +371,7 @@ LRESULT TApplication::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
             Terminate();
         }
         return 0;
-    default: return DefWindowProcA(window, message, wParam, lParam);
+    default: return DefWindowProcW(window, message, wParam, lParam);
     }
 }
 

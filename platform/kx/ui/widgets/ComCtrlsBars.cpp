@@ -194,8 +194,8 @@ void TStatusBar::ApplyParts() {
 }
 
 void TStatusBar::SetPartText(int part, DWORD style, const std::string& text) {
-    SendMessageA(WindowHandle(), SB_SETTEXTA, static_cast<WPARAM>(part) | style,
-                 reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(WindowHandle(), SB_SETTEXTW, static_cast<WPARAM>(part) | style,
+                 reinterpret_cast<LPARAM>(ToWide(text).c_str()));
 }
 
 void TStatusBar::ApplyPanel(int index) {
@@ -203,7 +203,7 @@ void TStatusBar::ApplyPanel(int index) {
     constexpr const char* alignments[] = {"", "\t\t", "\t"}; // how the system has it
     const TStatusPanel& panel = FPanels[index];
     if (panel.Style() == psOwnerDraw) {
-        SendMessageA(WindowHandle(), SB_SETTEXTA, static_cast<WPARAM>(index) | bevels[panel.Bevel()] | SBT_OWNERDRAW,
+        SendMessageW(WindowHandle(), SB_SETTEXTW, static_cast<WPARAM>(index) | bevels[panel.Bevel()] | SBT_OWNERDRAW,
                      0);
         InvalidateShown(nullptr, true); // the system sees no difference
     } else {

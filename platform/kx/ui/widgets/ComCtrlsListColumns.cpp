@@ -19,15 +19,15 @@ void TListView::ApplyColumns() {
 
 void TListView::ApplyColumn(int index) {
     constexpr int formats[] = {LVCFMT_LEFT, LVCFMT_RIGHT, LVCFMT_CENTER};
-    std::string caption = FColumns[index].Caption();
-    LVCOLUMNA column{};
+    std::wstring caption = ToWide(FColumns[index].Caption());
+    LVCOLUMNW column{};
     column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
     column.fmt = formats[FColumns[index].Alignment()];
     column.cx = FColumns[index].Width();
     column.pszText = caption.data();
     column.iSubItem = index;
     const bool isNew = index >= FWindowColumns;
-    SendMessageA(WindowHandle(), isNew ? LVM_INSERTCOLUMNA : LVM_SETCOLUMNA, static_cast<WPARAM>(index),
+    SendMessageW(WindowHandle(), isNew ? LVM_INSERTCOLUMNW : LVM_SETCOLUMNW, static_cast<WPARAM>(index),
                  reinterpret_cast<LPARAM>(&column));
     FWindowColumns += isNew ? 1 : 0;
 }

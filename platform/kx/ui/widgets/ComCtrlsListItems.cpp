@@ -151,20 +151,21 @@ void TListItem::ShowAt(int index) {
         return;
     }
     const HWND window = FItems.Owner().WindowHandle();
-    LVITEMA item{};
+    std::wstring text = ToWide(FCaption);
+    LVITEMW item{};
     item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_STATE;
     item.stateMask = LVIS_STATEIMAGEMASK;
     item.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(std::clamp(FStateIndex + 1, 0, 15)));
     item.iItem = index;
     item.iImage = FImageIndex;
-    item.pszText = FCaption.data();
-    SendMessageA(window, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    item.pszText = text.data();
+    SendMessageW(window, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     item.mask = LVIF_TEXT;
     for (int i = 1; i < FItems.Owner().Columns().Count(); ++i) {
-        std::string text = i <= FSubItems->Count() ? FSubItems->Get(i - 1) : std::string();
+        text = i <= FSubItems->Count() ? ToWide(FSubItems->Get(i - 1)) : std::wstring();
         item.iSubItem = i;
         item.pszText = text.data();
-        SendMessageA(window, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+        SendMessageW(window, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     }
 }
 

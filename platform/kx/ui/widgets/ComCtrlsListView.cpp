@@ -235,7 +235,7 @@ void TListView::Notified(TMessage& message) {
         }
         break;
     }
-    case LVN_ENDLABELEDITA: {
+    case LVN_ENDLABELEDITA: { // a parent that is not the framework's may ask for texts of this kind
         const LVITEMA& item = message.LParamAs<NMLVDISPINFOA>().item;
         if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
             FItems[item.iItem].FCaption = item.pszText;
@@ -244,7 +244,7 @@ void TListView::Notified(TMessage& message) {
         }
         break;
     }
-    case LVN_ENDLABELEDITW: { // some parents, a page scroller for instance, make the notifications Unicode
+    case LVN_ENDLABELEDITW: {
         const LVITEMW& item = message.LParamAs<NMLVDISPINFOW>().item;
         if (item.pszText && item.iItem >= 0 && item.iItem < FItems.Count()) {
             FItems[item.iItem].FCaption = FromWide(item.pszText);

@@ -42,11 +42,11 @@ void TCustomTabControl::SaveWindowState() {
 void TCustomTabControl::FillTabs(HWND window) const {
     SendMessageA(window, TCM_DELETEALLITEMS, 0, 0);
     for (int i = 0; i < FTabs->Count(); ++i) {
-        std::string text = FTabs->Get(i);
-        TCITEMA item{};
+        std::wstring text = ToWide(FTabs->Get(i));
+        TCITEMW item{};
         item.mask = TCIF_TEXT;
         item.pszText = text.data();
-        SendMessageA(window, TCM_INSERTITEMA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+        SendMessageW(window, TCM_INSERTITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
     }
     SendMessageA(window, TCM_SETCURSEL, static_cast<WPARAM>(FTabIndex), 0);
 }
@@ -96,8 +96,8 @@ TRect TCustomTabControl::DisplayRect() const {
         SendMessageA(WindowHandle(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
         return FromRECT(r);
     }
-    const unique_hwnd measure(CreateWindowExA(0, WC_TABCONTROLA, "", WS_POPUP | (FMultiLine ? TCS_MULTILINE : 0u), 0, 0,
-                                              r.right, r.bottom, nullptr, nullptr, HInstance(), nullptr));
+    const unique_hwnd measure(CreateWindowExW(0, WC_TABCONTROLW, L"", WS_POPUP | (FMultiLine ? TCS_MULTILINE : 0u), 0,
+                                              0, r.right, r.bottom, nullptr, nullptr, HInstance(), nullptr));
     if (measure) {
         SendMessageA(measure.get(), WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE);
         FillTabs(measure.get());

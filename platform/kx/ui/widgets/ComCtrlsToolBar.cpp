@@ -126,9 +126,9 @@ void TToolBar::AddButton(TToolButton& button) {
 }
 
 void TToolBar::InsertIntoWindow(TToolButton& button, int index) {
-    std::string text;
+    std::wstring text;
     TBBUTTON info = SystemButton(button, text);
-    SendMessageA(WindowHandle(), TB_INSERTBUTTONA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
+    SendMessageW(WindowHandle(), TB_INSERTBUTTONW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
     if (FShowCaptions) {
         ApplySizes();
     }
@@ -189,7 +189,7 @@ void TToolBar::CreateWnd() {
 }
 
 /// `text` holds the caption until the system has copied it.
-TBBUTTON TToolBar::SystemButton(TToolButton& button, std::string& text) const {
+TBBUTTON TToolBar::SystemButton(TToolButton& button, std::wstring& text) const {
     button.FToldState = button.SystemState();
     TBBUTTON info{};
     info.iBitmap = button.IsSeparator() ? button.Width() : button.FImageIndex < 0 ? I_IMAGENONE : button.FImageIndex;
@@ -199,7 +199,7 @@ TBBUTTON TToolBar::SystemButton(TToolButton& button, std::string& text) const {
     info.dwData = reinterpret_cast<DWORD_PTR>(&button);
     info.iString = -1;
     if (FShowCaptions && !button.IsSeparator()) {
-        text = button.Caption();
+        text = ToWide(button.Caption());
         info.iString = reinterpret_cast<INT_PTR>(text.c_str());
     }
     return info;
@@ -209,7 +209,7 @@ void TToolBar::FillWindow() {
     if (!HandleAllocated()) {
         return;
     }
-    std::vector<std::string> texts(FButtons.size());
+    std::vector<std::wstring> texts(FButtons.size());
     std::vector<TBBUTTON> infos;
     for (TToolButton* button : FButtons) {
         infos.push_back(SystemButton(*button, texts[infos.size()]));
@@ -219,13 +219,13 @@ void TToolBar::FillWindow() {
     HWND window = WindowHandle();
     const auto isThere = [&] { return alive && WindowHandle() == window; };
     const auto send = [&](UINT message, WPARAM wParam, LPARAM lParam) {
-        return isThere() ? SendMessageA(window, message, wParam, lParam) : 0;
+        return isThere() ? SendMessageW(window, message, wParam, lParam) : 0;
     };
     send(WM_SETREDRAW, FALSE, 0);
     for (auto i = send(TB_BUTTONCOUNT, 0, 0); i-- > 0;) {
         send(TB_DELETEBUTTON, static_cast<WPARAM>(i), 0);
     }
-    send(TB_ADDBUTTONSA, infos.size(), reinterpret_cast<LPARAM>(infos.data()));
+    send(TB_ADDBUTTONSW, infos.size(), reinterpret_cast<LPARAM>(infos.data()));
     send(WM_SETREDRAW, TRUE, 0);
     if (isThere()) {
         ApplySizes();

@@ -216,7 +216,7 @@ private:
     void AddButton(TToolButton& button);
     void RemoveButton(TToolButton& button);
     int PlaceFor(const TToolButton& button) const;
-    TBBUTTON SystemButton(TToolButton& button, std::string& text) const;
+    TBBUTTON SystemButton(TToolButton& button, std::wstring& text) const;
     void InsertIntoWindow(TToolButton& button, int index);
     TPoint CaptionedExtent(const TPoint& image) const;
     void FillWindow();

@@ -59,7 +59,7 @@ void TTreeView::Notified(TMessage& message) {
         message.Result = !(Outlives(*this, [&] { may = CanEdit(node); }) && may && Has(node));
         break;
     }
-    case TVN_ENDLABELEDITA:
+    case TVN_ENDLABELEDITA: // a parent that is not the framework's may ask for texts of this kind
         if (edit.pszText) {
             EditEnded(NodeOf(edit.lParam), edit.pszText);
         }

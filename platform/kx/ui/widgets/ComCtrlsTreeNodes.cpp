@@ -34,16 +34,17 @@ void TTreeNode::Show(UINT mask) {
     if (!FItem) {
         return;
     }
-    TVITEMA item{};
+    std::wstring text = (mask & TVIF_TEXT) ? ToWide(FText) : std::wstring();
+    TVITEMW item{};
     item.mask = TVIF_HANDLE | mask;
     item.hItem = FItem;
-    item.pszText = FText.data();
+    item.pszText = text.data();
     item.iImage = FImageIndex;
     item.iSelectedImage = FSelectedIndex;
     item.stateMask = TVIS_STATEIMAGEMASK;
     item.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(std::clamp(FStateIndex, 0, 15)));
     item.cChildren = HasChildren();
-    SendMessageA(TreeView().WindowHandle(), TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(TreeView().WindowHandle(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 void TTreeNode::SetText(const std::string& value) {
@@ -232,7 +233,7 @@ bool TTreeNode::EditText() {
         return false;
     }
     TreeView().SetFocus();
-    return SendMessageA(TreeView().WindowHandle(), TVM_EDITLABELA, 0, reinterpret_cast<LPARAM>(FItem)) != 0;
+    return SendMessageW(TreeView().WindowHandle(), TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(FItem)) != 0;
 }
 
 TRect TTreeNode::DisplayRect(bool textOnly) const {

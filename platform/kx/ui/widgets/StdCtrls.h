@@ -323,6 +323,8 @@ protected:
     void SetUpdateState(bool updating) override;
 
 private:
+    void InsertIntoWindow(int index, const std::string& text);
+
     TWinControl& FControl;
     TMessages FMessages;
     TStringList FItems;

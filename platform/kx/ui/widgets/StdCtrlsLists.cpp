@@ -13,20 +13,21 @@ namespace kx {
 
 namespace detail {
 
+void TControlItems::InsertIntoWindow(int index, const std::string& text) {
+    if (FControl.HandleAllocated()) {
+        SendMessageW(FControl.WindowHandle(), FMessages.Insert, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(ToWide(text).c_str()));
+    }
+}
+
 void TControlItems::Insert(int index, const std::string& text) {
     FItems.Insert(index, text);
-    if (FControl.HandleAllocated()) {
-        SendMessageA(FControl.WindowHandle(), FMessages.Insert, static_cast<WPARAM>(index),
-                     reinterpret_cast<LPARAM>(text.c_str()));
-    }
+    InsertIntoWindow(index, text);
 }
 
 int TControlItems::Add(const std::string& text) {
     const int index = FItems.Add(text);
-    if (FControl.HandleAllocated()) {
-        SendMessageA(FControl.WindowHandle(), FMessages.Insert, static_cast<WPARAM>(index),
-                     reinterpret_cast<LPARAM>(text.c_str()));
-    }
+    InsertIntoWindow(index, text);
     return index;
 }
 
@@ -65,10 +66,9 @@ void TControlItems::SetSorted(bool value) {
 }
 
 void TControlItems::FillWindow() {
-    const HWND window = FControl.WindowHandle();
-    SendMessageA(window, FMessages.Reset, 0, 0);
+    SendMessageA(FControl.WindowHandle(), FMessages.Reset, 0, 0);
     for (int i = 0; i < FItems.Count(); ++i) {
-        SendMessageA(window, FMessages.Insert, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(FItems.Get(i).c_str()));
+        InsertIntoWindow(i, FItems.Get(i));
     }
 }
 
@@ -329,7 +329,7 @@ void TComboBox::Notified(int code) {
     case CBN_SELCHANGE:
         if (HasEdit() && ItemIndex() >= 0) {
             // The edit takes over the text only after this notification.
-            SetWindowTextA(WindowHandle(), FItems.Get(ItemIndex()).c_str());
+            SetWindowTextW(WindowHandle(), ToWide(FItems.Get(ItemIndex())).c_str());
         }
         if (alive) {
             Click();
