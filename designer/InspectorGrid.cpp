@@ -36,7 +36,7 @@ TInspectorGrid::TInspectorGrid(TComponent* owner) : TCustomControl(owner) {
     });
     FCombo.SetOnKeyDown([this](TObject*, uint16_t& key, TShiftState shift) { FieldKey(key, shift); });
     FCombo.SetOnExit([this](TObject*) { Commit(); });
-    const auto swallow = [](TObject*, char& key) {
+    const auto swallow = [](TObject*, char32_t& key) {
         if (key == '\r' || key == '\x1B') {
             key = 0; // or the system beeps
         }

@@ -140,6 +140,20 @@ void TypeText(std::string_view text) {
     }
 }
 
+void TypeCharacters(std::wstring_view text) {
+    std::vector<INPUT> inputs;
+    for (const wchar_t unit : text) {
+        INPUT input{};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wScan = unit;
+        for (const DWORD flags : {DWORD{KEYEVENTF_UNICODE}, DWORD{KEYEVENTF_UNICODE | KEYEVENTF_KEYUP}}) {
+            input.ki.dwFlags = flags;
+            inputs.push_back(input);
+        }
+    }
+    Send(inputs);
+}
+
 void PressButton(HWND button) {
     if (IsWindow(button) == 0) {
         throw Exception("there is no such button");

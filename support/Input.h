@@ -29,6 +29,8 @@ void Click(HWND window, TMouseButton button = mbLeft);
 void PressKey(WORD key, std::initializer_list<WORD> held = {});
 /// Types letters, digits, blanks and whatever else the keyboard layout has a key for.
 void TypeText(std::string_view text);
+/// Types characters that no key of the layout has, as an on-screen keyboard does: each unit of UTF-16 is a key press.
+void TypeCharacters(std::wstring_view text);
 
 /// Presses a button by message, without the mouse: nothing may cover it, nothing else is disturbed.
 void PressButton(HWND button);

@@ -35,7 +35,7 @@ void TFilterForm::AllButtonClick(TObject*) {
     FOnFilter("*.*");
 }
 
-void TFilterForm::FilterEditKeyPress(TObject*, char& key) {
+void TFilterForm::FilterEditKeyPress(TObject*, char32_t& key) {
     if (key == '\r') {
         key = '\0';
         ShowButtonClick(FilterEdit);

@@ -29,7 +29,7 @@ class TFilterForm : public TForm {
 
     void ShowButtonClick(TObject* sender);
     void AllButtonClick(TObject* sender);
-    void FilterEditKeyPress(TObject* sender, char& key);
+    void FilterEditKeyPress(TObject* sender, char32_t& key);
 
 private:
     TFilterEdit* FilterEdit = nullptr;

@@ -56,8 +56,9 @@ TEST(FormClass, HoldsAFieldForEachNamedComponentAndAMethodForEachHandler) {
     EXPECT_EQ(cls.Ancestor, "TForm");
     EXPECT_FALSE(cls.IsInherited);
     EXPECT_THAT(FieldsOf(cls), ElementsAre("TSearchEdit SearchEdit", "TSearchButton GoButton"));
-    EXPECT_THAT(HandlersOf(cls), ElementsAre("FormCloseQuery(TObject* sender, bool& canClose)",
-                                             "SearchEditKeyPress(TObject* sender, char& key)", "Go(TObject* sender)"));
+    EXPECT_THAT(HandlersOf(cls),
+                ElementsAre("FormCloseQuery(TObject* sender, bool& canClose)",
+                            "SearchEditKeyPress(TObject* sender, char32_t& key)", "Go(TObject* sender)"));
 }
 
 TEST(FormClass, IsTheSameFromEveryFormat) {
@@ -72,21 +73,22 @@ TEST(FormClass, IsTheSameFromEveryFormat) {
 }
 
 TEST(FormClass, IsDeclaredAsUsersWriteIt) {
-    EXPECT_EQ(FormClassDeclaration(ClassOf(SearchForm)), "class TSearchForm : public TForm {\n"
-                                                         "    KX_CLASS()\n"
-                                                         "\n"
-                                                         "    explicit TSearchForm(TComponent* owner = nullptr);\n"
-                                                         "\n"
-                                                         "    void FormCloseQuery(TObject* sender, bool& canClose);\n"
-                                                         "    void SearchEditKeyPress(TObject* sender, char& key);\n"
-                                                         "    void Go(TObject* sender);\n"
-                                                         "\n"
-                                                         "private:\n"
-                                                         "    TSearchEdit* SearchEdit = nullptr;\n"
-                                                         "    TSearchButton* GoButton = nullptr;\n"
-                                                         "};\n"
-                                                         "\n"
-                                                         "inline TSearchForm* SearchForm = nullptr;\n");
+    EXPECT_EQ(FormClassDeclaration(ClassOf(SearchForm)),
+              "class TSearchForm : public TForm {\n"
+              "    KX_CLASS()\n"
+              "\n"
+              "    explicit TSearchForm(TComponent* owner = nullptr);\n"
+              "\n"
+              "    void FormCloseQuery(TObject* sender, bool& canClose);\n"
+              "    void SearchEditKeyPress(TObject* sender, char32_t& key);\n"
+              "    void Go(TObject* sender);\n"
+              "\n"
+              "private:\n"
+              "    TSearchEdit* SearchEdit = nullptr;\n"
+              "    TSearchButton* GoButton = nullptr;\n"
+              "};\n"
+              "\n"
+              "inline TSearchForm* SearchForm = nullptr;\n");
 }
 
 TEST(FormClass, IsDefinedAsUsersWriteIt) {
@@ -107,7 +109,7 @@ TEST(FormClass, IsDefinedAsUsersWriteIt) {
               "void TSearchForm::FormCloseQuery(TObject* sender, bool& canClose) {\n"
               "}\n"
               "\n"
-              "void TSearchForm::SearchEditKeyPress(TObject* sender, char& key) {\n"
+              "void TSearchForm::SearchEditKeyPress(TObject* sender, char32_t& key) {\n"
               "}\n"
               "\n"
               "void TSearchForm::Go(TObject* sender) {\n"
@@ -182,7 +184,7 @@ TEST(FormClass, SaysWhereParametersAreNotKnown) {
     EXPECT_THAT(FormClassDeclaration(cls), HasSubstr("    // What F.OnMiracle hands over is not known here.\n"
                                                      "    void Wonder(TObject* sender);\n"));
     const TFormClass told = ClassOf("object F: TNobodysForm\n  OnMiracle = Wonder\n  OnKeyPress = Wonder\nend");
-    EXPECT_THAT(HandlersOf(told), ElementsAre("Wonder(TObject* sender, char& key)"));
+    EXPECT_THAT(HandlersOf(told), ElementsAre("Wonder(TObject* sender, char32_t& key)"));
     EXPECT_EQ(told.Handlers[0].Event, "F.OnKeyPress");
     EXPECT_EQ(told.Handlers[0].Other, "");
 }
@@ -190,7 +192,7 @@ TEST(FormClass, SaysWhereParametersAreNotKnown) {
 TEST(FormClass, SaysWhichEventsAHandlerCannotServeTogether) {
     const TFormClass cls =
         ClassOf("object F: TNobodysForm\n  OnKeyPress = Key\n  OnMouseDown = Key\n  OnClick = Key\nend");
-    EXPECT_THAT(HandlersOf(cls), ElementsAre("Key(TObject* sender, char& key)"));
+    EXPECT_THAT(HandlersOf(cls), ElementsAre("Key(TObject* sender, char32_t& key)"));
     EXPECT_THAT(FormClassDeclaration(cls),
                 HasSubstr("    // It cannot be the handler of F.OnMouseDown (TObject* sender, TMouseButton button, "
                           "TShiftState shift, int x, int y) too.\n    void Key("));
@@ -240,7 +242,7 @@ TEST(EventParameters, TypesAreThoseOfTheRegisteredClass) {
     EXPECT_EQ(EventParameters("TButton", "OnClick"), "TObject* sender");
     EXPECT_EQ(EventParameters("TButton", "Caption"), "");
     EXPECT_EQ(EventParameters("TButton", "OnMiracle"), "");
-    EXPECT_EQ(EventParameters("TNobody", "onkeypress"), "TObject* sender, char& key");
+    EXPECT_EQ(EventParameters("TNobody", "onkeypress"), "TObject* sender, char32_t& key");
     EXPECT_EQ(EventParameters("TTreeView", "OnChange"), "TObject* sender, TTreeNode* node");
     EXPECT_EQ(EventParameters("TEdit", "OnChange"), "TObject* sender");
 }

@@ -60,7 +60,7 @@ TEST_F(ClassFiles, NewFilesHoldAllThatAProgramNeeds) {
                         "\n"
                         "    void FormCreate(TObject* sender);\n"
                         "    void OkClick(TObject* sender);\n"
-                        "    void OkKeyPress(TObject* sender, char& key);\n"
+                        "    void OkKeyPress(TObject* sender, char32_t& key);\n"
                         "\n"
                         "private:\n"
                         "    TButton* Ok = nullptr;\n"
@@ -69,7 +69,7 @@ TEST_F(ClassFiles, NewFilesHoldAllThatAProgramNeeds) {
                         "\n"
                         "inline TOrder* Order = nullptr;\n");
     EXPECT_THAT(Source(), testing::StartsWith("#include \"Order.h\"\n\nconst TClass& TOrder::StaticClass() {\n"));
-    EXPECT_THAT(Source(), HasSubstr("\nvoid TOrder::OkKeyPress(TObject* sender, char& key) {\n}\n"));
+    EXPECT_THAT(Source(), HasSubstr("\nvoid TOrder::OkKeyPress(TObject* sender, char32_t& key) {\n}\n"));
     EXPECT_TRUE(Files().IsComplete());
 }
 
@@ -111,10 +111,10 @@ TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
     TClassFiles files = Files();
     EXPECT_THAT(files.Missing(),
                 ElementsAre("Order.h: void OkClick(TObject* sender)",
-                            "Order.h: void OkKeyPress(TObject* sender, char& key)", "Order.h: TButton* Ok = nullptr",
-                            "Order.h: TFuelGauge* Gauge = nullptr", "Order.cpp: TOrder::OkClick",
-                            "Order.cpp: TOrder::OkKeyPress", "Order.cpp: c.Field(\"Ok\", &TOrder::Ok)",
-                            "Order.cpp: c.Field(\"Gauge\", &TOrder::Gauge)",
+                            "Order.h: void OkKeyPress(TObject* sender, char32_t& key)",
+                            "Order.h: TButton* Ok = nullptr", "Order.h: TFuelGauge* Gauge = nullptr",
+                            "Order.cpp: TOrder::OkClick", "Order.cpp: TOrder::OkKeyPress",
+                            "Order.cpp: c.Field(\"Ok\", &TOrder::Ok)", "Order.cpp: c.Field(\"Gauge\", &TOrder::Gauge)",
                             "Order.cpp: c.Method(\"OkClick\", &TOrder::OkClick)",
                             "Order.cpp: c.Method(\"OkKeyPress\", &TOrder::OkKeyPress)"));
     EXPECT_EQ(Header(), header) << "looking writes nothing";
@@ -131,7 +131,7 @@ TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
                         "    void FormCreate(kx::TObject*);\r\n"
                         "    int Mine = 7; /* OkKeyPress */\r\n"
                         "    void OkClick(TObject* sender);\r\n"
-                        "    void OkKeyPress(TObject* sender, char& key);\r\n"
+                        "    void OkKeyPress(TObject* sender, char32_t& key);\r\n"
                         "    TButton* Ok = nullptr;\r\n"
                         "    TFuelGauge* Gauge = nullptr;\r\n"
                         "};\r\n"
@@ -142,7 +142,7 @@ TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
                                                 "        c.Method(\"OkClick\", &TOrder::OkClick);\n"
                                                 "        c.Method(\"OkKeyPress\", &TOrder::OkKeyPress);\n");
     expected.insert(expected.find("\nint Last"), "\n\nvoid TOrder::OkClick(TObject* sender) {\n}"
-                                                 "\n\nvoid TOrder::OkKeyPress(TObject* sender, char& key) {\n}");
+                                                 "\n\nvoid TOrder::OkKeyPress(TObject* sender, char32_t& key) {\n}");
     EXPECT_EQ(Source(), expected);
     EXPECT_TRUE(Files().IsComplete());
 }
@@ -163,7 +163,7 @@ TEST_F(ClassFiles, AClassMayStandInItsSourceWithHandlersInside) {
                                "    KX_CLASS()\n"
                                "    void FormCreate(TObject*) {}\n"
                                "    void OkClick(TObject*) {}\n"
-                               "    void OkKeyPress(TObject*, char&);\n"
+                               "    void OkKeyPress(TObject*, char32_t&);\n"
                                "    TButton* Ok; TFuelGauge* Gauge;\n"
                                "};\n"
                                "const TClass& TOrder::StaticClass() {\n"
@@ -180,7 +180,7 @@ TEST_F(ClassFiles, AClassMayStandInItsSourceWithHandlersInside) {
     files.Write();
     EXPECT_FALSE(Folder.Contains("Order.h"));
     std::string expected = source;
-    expected.insert(expected.size() - 1, "\n\nvoid TOrder::OkKeyPress(TObject* sender, char& key) {\n}");
+    expected.insert(expected.size() - 1, "\n\nvoid TOrder::OkKeyPress(TObject* sender, char32_t& key) {\n}");
     EXPECT_EQ(Source(), expected);
 }
 

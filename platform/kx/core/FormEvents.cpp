@@ -109,7 +109,7 @@ constexpr TEventOf Events[] = {
     {"", "OnIncludeFile", "TObject* sender, const std::string& fileName, bool& includeFile"},
     {"", "OnIncludeItem", "const OFNOTIFYEXA& notification, bool& include"},
     {"", "OnKeyDown", Key},
-    {"", "OnKeyPress", "TObject* sender, char& key"},
+    {"", "OnKeyPress", "TObject* sender, char32_t& key"},
     {"", "OnKeyUp", Key},
     {"", "OnLastFolderNavigating", Proceeding},
     {"", "OnMeasureItem", "TWinControl* control, int index, int& height"},

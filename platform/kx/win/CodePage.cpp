@@ -31,4 +31,6 @@ bool IsAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<uint8_t>(c) < 0x80; });
 }
 
+std::string TextOfCharacter(char32_t character) { return FromWide(ToWide(character)); }
+
 } // namespace kx

@@ -333,7 +333,7 @@ TEST_F(ControlsTest, ExceptionsOfAllHandlersReachTheApplication) {
     edit->SetOnExit([&](TObject*) { fail("exit"); });
     edit->SetOnChange([&](TObject*) { fail("change"); });
     edit->SetOnKeyDown([&](TObject*, uint16_t&, TShiftState) { fail("key down"); });
-    edit->SetOnKeyPress([&](TObject*, char&) { fail("key press"); });
+    edit->SetOnKeyPress([&](TObject*, char32_t&) { fail("key press"); });
     edit->SetOnKeyUp([&](TObject*, uint16_t&, TShiftState) { fail("key up"); });
     Form->SetOnShow([&](TObject*) { fail("show"); });
     Form->SetOnHide([&](TObject*) { fail("hide"); });

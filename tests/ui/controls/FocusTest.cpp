@@ -3,6 +3,7 @@
 #include "tests/ui/FocusPump.h"
 #include "tests/ui/SampleForms.h"
 
+#include "kx/win/CodePage.h"
 #include "tests/support/TestDriver.h"
 #include "tests/ui/ControlFixture.h"
 
@@ -99,14 +100,14 @@ TEST_F(FocusTest, ReturnMakesALineInAMemo) {
 TEST_F(FocusTest, TypingReachesTheEditThroughTheKeyEvents) {
     std::vector<std::string> log;
     Form->SetKeyPreview(true);
-    Form->SetOnKeyPress([&](TObject*, char& key) {
-        log.push_back(std::string("form ") + key);
+    Form->SetOnKeyPress([&](TObject*, char32_t& key) {
+        log.push_back("form " + TextOfCharacter(key));
         if (key == 'x') {
             key = 0;
         }
     });
-    Form->Edit1->SetOnKeyPress([&](TObject*, char& key) {
-        log.push_back(std::string("edit ") + key);
+    Form->Edit1->SetOnKeyPress([&](TObject*, char32_t& key) {
+        log.push_back("edit " + TextOfCharacter(key));
         if (key == 'b') {
             key = 'B';
         }

@@ -306,7 +306,7 @@ const std::vector<TCase>& Cases() {
          [](auto& s) { Send(s.Edit, WM_KEYUP, 'A', 0); }},
         {"KeyPress",
          [](auto& s, auto& h) {
-             s.Edit->SetOnKeyPress([h](TObject* sender, char&) { h(static_cast<TControl*>(sender)); });
+             s.Edit->SetOnKeyPress([h](TObject* sender, char32_t&) { h(static_cast<TControl*>(sender)); });
          },
          [](auto& s) { Send(s.Edit, WM_CHAR, 'a', 0); }},
         {"Change", [](auto& s, auto& h) { s.Edit->SetOnChange(Notify(h)); }, [](auto& s) { s.Edit->SetText("new"); }},

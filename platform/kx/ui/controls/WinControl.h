@@ -174,14 +174,22 @@ protected:
     bool DialogChar(wchar_t letter) override;
     /// The control wants this key itself; else dialogs use it.
     virtual bool WantsKey(uint16_t key, TShiftState shift);
-    /// Offers a key message to the form and to the control; true: it is used up, or the control is gone.
-    bool KeyHandler(TMessage& message);
+    /// Gives a message to the window's own procedure.
+    using TPassOn = std::function<void(TMessage& message)>;
+    /// Offers a key message of `window` to the form and to the control; true: it is used up, or the control is gone. A
+    /// character beyond 16 bits comes in two messages: the first is kept until the second is there, and passed on once
+    /// the character has been offered and is still wanted.
+    bool KeyHandler(HWND window, TMessage& message, const TPassOn& passOn);
+    /// A WM_UNICHAR of `window`: the character comes by its number, and is sent to it as others are.
+    static void CharHandler(HWND window, TMessage& message);
+    /// The first half of a character is being passed on: the text is not one to be shown to anybody.
+    bool IsHalfTyped() const { return FHalfTyped; }
     void FocusGained();      ///< Tells the form that the focus came to this control,
     void FocusWent(HWND to); ///< or that it has left it for the window `to`, which may be null.
     virtual void DoEnter();
     virtual void DoExit();
     virtual void KeyDown(uint16_t& key, TShiftState shift);
-    virtual void KeyPress(char& key);
+    virtual void KeyPress(char32_t& key);
     virtual void KeyUp(uint16_t& key, TShiftState shift);
 
     // --- Painting
@@ -264,6 +272,8 @@ private:
     DWORD BiDiExStyle() const;
     bool HasFrame() const;
     bool KeepsKey(const MSG& message);
+    template <class K> bool Offer(TWinControl* preview, K& key, void (TWinControl::*member)(K&));
+    bool OfferChar(HWND window, TMessage& message, TWinControl* preview, const TPassOn& passOn);
     void FixTabOrder();
     void FocusReceived(TMessage& message);
     void FocusLost(TMessage& message);
@@ -291,6 +301,8 @@ private:
     bool FDestroyingWindow = false; ///< DestroyHandle is destroying the window.
     int FWantedTabOrder = -1;       ///< Of the form file.
 
+    wchar_t FFirstHalf = 0; ///< Of a character whose other half is yet to come.
+    bool FHalfTyped = false;
     int FWheelRest = 0; ///< What the wheel was turned by beyond whole notches.
     TPadding FPadding{*this};
 

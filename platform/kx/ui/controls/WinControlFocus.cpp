@@ -151,22 +151,14 @@ void TWinControl::DoExit() { FOnExit(this); }
 
 // --- Keys
 
-bool TWinControl::KeyHandler(TMessage& message) {
+bool TWinControl::KeyHandler(HWND window, TMessage& message, const TPassOn& passOn) {
     const TAlive alive(*this);
     ControlHost().HideHint();
+    if (!alive) {
+        return true;
+    }
     TParentForm* const form = ParentFormOf(this);
     TWinControl* const preview = form && form != this && form->KeyPreview() ? form : nullptr;
-    // Offers a key to the form first, then to the control. True: used up, or the control is gone.
-    const auto offer = [&](auto& key, auto member) {
-        const TAlive formAlive(preview ? *preview : *this);
-        if (preview) {
-            (preview->*member)(key);
-        }
-        if (key != 0 && alive && formAlive) {
-            (this->*member)(key);
-        }
-        return key == 0 || !alive;
-    };
     switch (message.Msg) {
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
@@ -174,28 +166,93 @@ bool TWinControl::KeyHandler(TMessage& message) {
     case WM_SYSKEYUP: {
         auto key = static_cast<uint16_t>(message.WParam);
         const bool down = message.Msg == WM_KEYDOWN || message.Msg == WM_SYSKEYDOWN;
-        const bool used = offer(key, down ? &TWinControl::OfferKeyDown : &TWinControl::OfferKeyUp);
+        const bool used = Offer(preview, key, down ? &TWinControl::OfferKeyDown : &TWinControl::OfferKeyUp);
         message.WParam = key;
         return used;
     }
-    case WM_CHAR: {
-        if (message.WParam > 0xFF) { // the character of a Unicode window of the system's, which no char holds
-            return false;
-        }
-        auto key = static_cast<char>(message.WParam);
-        const bool used = offer(key, &TWinControl::KeyPress);
-        message.WParam = static_cast<uint8_t>(key);
-        return used;
-    }
+    case WM_CHAR: return OfferChar(window, message, preview, passOn);
     default: // WM_SYSCHAR that a foreign message loop has passed on
         return form && form->IsDocked() && form->DialogChar(static_cast<wchar_t>(message.WParam));
+    }
+}
+
+/// Offers a key to the form first, then to the control. True: used up, or the control is gone.
+template <class K> bool TWinControl::Offer(TWinControl* preview, K& key, void (TWinControl::*member)(K&)) {
+    const TAlive alive(*this);
+    const TAlive formAlive(preview ? *preview : *this);
+    if (preview) {
+        (preview->*member)(key);
+    }
+    if (key != 0 && alive && formAlive) {
+        (this->*member)(key);
+    }
+    return key == 0 || !alive;
+}
+
+namespace {
+
+/// The character that two units of UTF-16 stand for.
+char32_t CharacterOf(wchar_t first, wchar_t second) {
+    return 0x10000 + (static_cast<char32_t>(first - HIGH_SURROGATE_START) << 10) +
+           static_cast<char32_t>(second - LOW_SURROGATE_START);
+}
+
+/// An edit that has room for one half of a character only would take that.
+bool HasRoomForBothHalves(HWND window) {
+    const auto limit = static_cast<DWORD>(SendMessageW(window, EM_GETLIMITTEXT, 0, 0));
+    if (limit == 0) {
+        return true; // it is no edit
+    }
+    DWORD start = 0;
+    DWORD end = 0;
+    SendMessageW(window, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return int64_t{GetWindowTextLengthW(window)} - (end - start) + 2 <= limit;
+}
+
+} // namespace
+
+bool TWinControl::OfferChar(HWND window, TMessage& message, TWinControl* preview, const TPassOn& passOn) {
+    const auto unit = static_cast<wchar_t>(message.WParam);
+    const wchar_t first = std::exchange(FFirstHalf, L'\0');
+    if (IS_HIGH_SURROGATE(unit)) {
+        FFirstHalf = unit;
+        return true;
+    }
+    if (IS_LOW_SURROGATE(unit) && !first) {
+        return true; // half a character is none
+    }
+    char32_t key = IS_LOW_SURROGATE(unit) ? CharacterOf(first, unit) : unit;
+    const bool used = Offer(preview, key, &TWinControl::KeyPress);
+    const std::wstring units = ToWide(key);
+    if (used || units.empty() || (units.size() > 1 && !HasRoomForBothHalves(window))) {
+        return true;
+    }
+    message.WParam = units.back();
+    if (units.size() == 1) {
+        return false;
+    }
+    TMessage half = message;
+    half.WParam = units.front();
+    const TFieldScope typing(*this, FHalfTyped, true);
+    return !Outlives(*this, [&] { passOn(half); });
+}
+
+void TWinControl::CharHandler(HWND window, TMessage& message) {
+    if (message.WParam == UNICODE_NOCHAR) { // somebody asks whether the window knows this message
+        message.Result = TRUE;
+        return;
+    }
+    for (const wchar_t unit : ToWide(static_cast<char32_t>(message.WParam))) {
+        if (IsWindow(window)) {
+            SendMessageW(window, WM_CHAR, unit, message.LParam);
+        }
     }
 }
 
 void TWinControl::OfferKeyDown(uint16_t& key) { KeyDown(key, KeyDataToShiftState()); }
 void TWinControl::OfferKeyUp(uint16_t& key) { KeyUp(key, KeyDataToShiftState()); }
 void TWinControl::KeyDown(uint16_t& key, TShiftState shift) { FOnKeyDown(this, key, shift); }
-void TWinControl::KeyPress(char& key) { FOnKeyPress(this, key); }
+void TWinControl::KeyPress(char32_t& key) { FOnKeyPress(this, key); }
 void TWinControl::KeyUp(uint16_t& key, TShiftState shift) { FOnKeyUp(this, key, shift); }
 
 void TWinControl::GetDlgCode(TMessage& message) {

@@ -49,10 +49,11 @@ void TWinControl::WndProc(TMessage& message) {
     case WM_SYSKEYUP:
     case WM_CHAR:
     case WM_SYSCHAR:
-        if (KeyHandler(message)) {
+        if (KeyHandler(FHandle, message, [this](TMessage& half) { DefaultHandler(half); })) {
             return;
         }
         break;
+    case WM_UNICHAR: CharHandler(FHandle, message); return;
     case WM_GETDLGCODE: GetDlgCode(message); return;
     case WM_COMMAND:
     case WM_NOTIFY:

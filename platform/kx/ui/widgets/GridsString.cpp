@@ -35,7 +35,7 @@ protected:
             TEdit::KeyDown(key, shift);
         }
     }
-    void KeyPress(char& key) override {
+    void KeyPress(char32_t& key) override {
         if (Outlives(*this, [&] { FGrid.KeyPress(key); })) {
             if (key == '\r' || key == '\x1B' || key == '\t') {
                 key = 0; // a sound else

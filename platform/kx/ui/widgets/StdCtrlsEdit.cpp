@@ -121,7 +121,7 @@ void TCustomEdit::CreateWnd() {
 
 void TCustomEdit::WndProc(TMessage& message) {
     if (message.Msg == CN_COMMAND) {
-        if (message.WParamHi() == EN_CHANGE && !FCreating) {
+        if (message.WParamHi() == EN_CHANGE && !FCreating && !IsHalfTyped()) {
             DoChange();
         }
         return;

@@ -325,7 +325,11 @@ void TComboBox::WndProc(TMessage& message) {
 void TComboBox::Notified(int code) {
     const TAlive alive(*this);
     switch (code) {
-    case CBN_EDITCHANGE: DoChange(); break;
+    case CBN_EDITCHANGE:
+        if (!IsHalfTyped()) {
+            DoChange();
+        }
+        break;
     case CBN_SELCHANGE:
         if (HasEdit() && ItemIndex() >= 0) {
             // The edit takes over the text only after this notification.
@@ -350,7 +354,7 @@ void TComboBox::Notified(int code) {
 
 /// The keys go to the edit inside: watches them, since their events are the combo box's.
 void TComboBox::WatchEdit() {
-    const HWND edit = !HasEdit() ? nullptr : FindWindowExA(WindowHandle(), nullptr, "EDIT", nullptr);
+    const HWND edit = !HasEdit() ? nullptr : FindWindowExW(WindowHandle(), nullptr, L"EDIT", nullptr);
     if (!edit) {
         return;
     }
@@ -363,11 +367,13 @@ void TComboBox::WatchEdit() {
         case WM_CHAR:
         case WM_SYSCHAR: {
             const TAlive alive(*this);
-            if (!KeyHandler(message) && alive) {
+            const auto passOn = [this](TMessage& half) { FEdit.CallPrevious(half); };
+            if (!KeyHandler(FEdit.Handle(), message, passOn) && alive) {
                 FEdit.CallPrevious(message);
             }
             break;
         }
+        case WM_UNICHAR: CharHandler(FEdit.Handle(), message); break;
         default: FEdit.CallPrevious(message);
         }
     });
