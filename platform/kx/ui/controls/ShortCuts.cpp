@@ -123,7 +123,8 @@ wchar_t GetHotkey(const std::string& caption) {
     size_t mark = text.find(L'&');
     while (mark != std::wstring::npos && mark + 1 < text.size()) {
         if (text[mark + 1] != L'&') {
-            return UpperCaseLetter(text[mark + 1]);
+            const bool isHalf = IS_HIGH_SURROGATE(text[mark + 1]); // no key message holds such a character
+            return isHalf ? L'\0' : UpperCaseLetter(text[mark + 1]);
         }
         mark = text.find(L'&', mark + 2);
     }
@@ -131,9 +132,9 @@ wchar_t GetHotkey(const std::string& caption) {
 }
 
 wchar_t UpperCaseLetter(wchar_t letter) {
-    wchar_t text[] = {letter, 0};
-    CharUpperW(text);
-    return text[0];
+    wchar_t upper = letter;
+    LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_UPPERCASE | LCMAP_LINGUISTIC_CASING, &letter, 1, &upper, 1);
+    return upper;
 }
 
 } // namespace kx

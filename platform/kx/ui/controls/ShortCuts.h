@@ -19,7 +19,7 @@ TShortCut TextToShortCut(const std::string& text); ///< Any letter case and orde
 TShortCut ShortCutFromKeyMessage(WPARAM wParam, LPARAM lParam); ///< Of a WM_KEYDOWN or WM_SYSKEYDOWN.
 /// The caption without the marks of its accelerator: "&Save && quit" becomes "Save & quit".
 std::string StripHotkey(const std::string& caption);
-/// The letter behind the accelerator mark in upper case; 0 without one.
+/// The letter behind the accelerator mark in upper case; 0 without one, or when it is one beyond 16 bits.
 wchar_t GetHotkey(const std::string& caption);
 wchar_t UpperCaseLetter(wchar_t letter); ///< By the rules of the user's language.
 
