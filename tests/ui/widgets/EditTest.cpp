@@ -86,6 +86,77 @@ TEST_F(Edit, PositionsAreBytesOfTheText) {
     EXPECT_EQ(Control->SelLength(), static_cast<int>(text.size()));
 }
 
+TEST_F(Edit, PositionsCountTheBytesOfCharactersOfEveryLength) {
+    std::vector<std::string> characters{"a", FromUtf8("é")};
+    for (const char* longer : {"Ж", "ﷺ", "中", "\xF0\x9F\x98\x80", "\xF0\xA0\xAE\xB7"}) {
+        if (CodePageHolds(longer)) {
+            characters.push_back(FromUtf8(longer));
+        }
+    }
+    std::string text;
+    for (const std::string& character : characters) {
+        text += character;
+    }
+    Control->SetText(text);
+    Show();
+    int at = 0;
+    for (const std::string& character : characters) {
+        const auto size = static_cast<int>(character.size());
+        Control->SetSelStart(at);
+        Control->SetSelLength(size);
+        EXPECT_EQ(Control->SelText(), character);
+        EXPECT_EQ(Control->SelStart(), at);
+        EXPECT_EQ(Control->SelLength(), size);
+        for (int inside = 1; inside < size; ++inside) {
+            Control->SetSelLength(inside);
+            EXPECT_EQ(Control->SelLength(), 0) << "a part of a character is none of it";
+            Control->SetSelStart(at + inside);
+            EXPECT_EQ(Control->SelStart(), at);
+        }
+        at += size;
+    }
+    Control->SetSelStart(static_cast<int>(characters[0].size()));
+    Control->SetSelLength(static_cast<int>(text.size()));
+    Control->SetSelText(characters.back());
+    EXPECT_EQ(Control->Text(), characters[0] + characters.back());
+    EXPECT_EQ(Control->SelStart(), static_cast<int>(Control->Text().size()));
+}
+
+TEST_F(Edit, WhatIsPastedIsNotCutInsideACharacter) {
+    Show();
+    TMemo* const source = Add<TMemo>(10, 150, 100, 30);
+    SetWindowTextW(source->Handle(), L"ab\U0001F600cd");
+    source->SelectAll();
+    SendMessageW(source->Handle(), WM_COPY, 0, 0);
+    std::vector<std::wstring> changes;
+    Control->SetOnChange([&](TObject*) { changes.push_back(WideWindowText(Control->Handle())); });
+    const auto pasted = [&](int maxLength) {
+        Control->SetText("");
+        Control->SetMaxLength(maxLength);
+        changes.clear();
+        SendMessageW(Control->Handle(), WM_PASTE, 0, 0);
+        return WideWindowText(Control->Handle());
+    };
+    EXPECT_EQ(pasted(3), L"ab");
+    EXPECT_EQ(changes, std::vector<std::wstring>{L"ab"});
+    EXPECT_EQ(pasted(4), L"ab\U0001F600");
+    EXPECT_EQ(changes, std::vector<std::wstring>{L"ab\U0001F600"});
+    EXPECT_EQ(pasted(0), L"ab\U0001F600cd");
+    auto* const combo = Add<TComboBox>(10, 190, 100, 24);
+    combo->SetMaxLength(3);
+    HWND edit = FindWindowExW(combo->Handle(), nullptr, L"EDIT", nullptr);
+    SendMessageW(edit, WM_PASTE, 0, 0);
+    EXPECT_EQ(WideWindowText(edit), L"ab");
+}
+
+TEST_F(Edit, MaxLengthDoesNotLimitTextThatTheProgramSelects) {
+    Control->SetMaxLength(3);
+    Show();
+    Control->SetSelText("longer");
+    EXPECT_EQ(Control->Text(), "longer");
+    EXPECT_EQ(SendMessageW(Control->Handle(), EM_GETLIMITTEXT, 0, 0), 3);
+}
+
 TEST_F(Edit, APositionInsideACharacterIsItsBeginning) {
     const std::string first = FromUtf8("ä");
     const std::string text = first + FromUtf8("ö.");

@@ -126,6 +126,9 @@ protected:
     }
 
 private:
+    void Changed();
+    void Paste(TMessage& message); ///< As far as MaxLength leaves room, in whole characters.
+
     TBorderStyle FBorderStyle = bsSingle;
     TEditCharCase FCharCase = ecNormal;
     int FMaxLength = 0;
@@ -134,6 +137,8 @@ private:
     bool FHideSelection = true;
     bool FReadOnly = false;
     bool FCreating = false;
+    bool FPasting = false;
+    bool FPasted = false; ///< What is being pasted has changed the text.
     TNotifyEvent FOnChange;
 };
 
@@ -146,7 +151,11 @@ class TEdit : public TCustomEdit {
 
 namespace detail {
 class TMemoLines;
-}
+
+/// The system cuts off what an edit has no room for wherever that is: takes away the half of a character that it may
+/// have left before the caret.
+void RemoveHalfCharacter(HWND edit);
+} // namespace detail
 
 /// Lines of text.
 class TMemo : public TCustomEdit {

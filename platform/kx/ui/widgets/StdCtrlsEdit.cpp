@@ -11,43 +11,30 @@ namespace kx {
 
 namespace {
 
-/// Positions in an edit's text. The program counts in bytes. An edit that keeps its text as UTF-16 counts in that, one
-/// that keeps bytes in bytes: the length that the edit itself tells shows which it is.
+/// Positions in an edit's text. The program counts in bytes of the code page, the window in UTF-16.
 class TTextPositions {
 public:
-    TTextPositions(HWND edit, std::string text) : FText(std::move(text)), FWide(ToWide(FText)) {
-        FIsWide = EndIn(edit) == static_cast<LRESULT>(FWide.size());
-    }
+    explicit TTextPositions(HWND edit) : FWide(WideWindowText(edit)), FText(FromWide(FWide)) {}
 
     const std::string& Text() const { return FText; }
 
     /// A position inside a character counts as the one before it.
     WPARAM ToWindow(int bytes) const {
         const size_t whole = WholeCharacters(FText, static_cast<size_t>(std::max(bytes, 0)));
-        return FIsWide ? ToWide(FText.substr(0, whole)).size() : whole;
+        return ToWide(std::string_view(FText).substr(0, whole)).size();
     }
 
     int ToBytes(size_t position) const {
-        if (!FIsWide) {
-            return static_cast<int>(std::min(position, FText.size()));
-        }
         position = std::min(position, FWide.size());
         if (position > 0 && position < FWide.size() && IS_SURROGATE_PAIR(FWide[position - 1], FWide[position])) {
             --position;
         }
-        return static_cast<int>(FromWide(FWide.substr(0, position)).size());
+        return static_cast<int>(FromWide(std::wstring_view(FWide).substr(0, position)).size());
     }
 
 private:
-    static LRESULT EndIn(HWND edit) {
-        const LRESULT lines = SendMessageA(edit, EM_GETLINECOUNT, 0, 0);
-        const LRESULT last = SendMessageA(edit, EM_LINEINDEX, static_cast<WPARAM>(lines - 1), 0);
-        return last + SendMessageA(edit, EM_LINELENGTH, static_cast<WPARAM>(last), 0);
-    }
-
-    std::string FText;
     std::wstring FWide;
-    bool FIsWide;
+    std::string FText;
 };
 
 struct TWindowSelection {
@@ -55,11 +42,25 @@ struct TWindowSelection {
     DWORD End = 0;
 
     explicit TWindowSelection(HWND edit) {
-        SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&Start), reinterpret_cast<LPARAM>(&End));
+        SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&Start), reinterpret_cast<LPARAM>(&End));
     }
 };
 
 } // namespace
+
+namespace detail {
+
+void RemoveHalfCharacter(HWND edit) {
+    const size_t end = TWindowSelection(edit).End;
+    const std::wstring text = WideWindowText(edit);
+    if (end > 0 && end <= text.size() && IS_HIGH_SURROGATE(text[end - 1]) &&
+        (end == text.size() || !IS_LOW_SURROGATE(text[end]))) {
+        SendMessageW(edit, EM_SETSEL, end - 1, static_cast<LPARAM>(end));
+        SendMessageW(edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L""));
+    }
+}
+
+} // namespace detail
 
 // --- TCustomEdit
 
@@ -115,22 +116,48 @@ void TCustomEdit::CreateWnd() {
     SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
     // A byte that is no character of the code page would leave the text readable: the system's own character stays.
     if (FPasswordChar && (GetACP() != CP_UTF8 || IsAscii({&FPasswordChar, 1}))) {
-        SendMessageA(WindowHandle(), EM_SETPASSWORDCHAR, static_cast<uint8_t>(FPasswordChar), 0);
+        const std::wstring shown = ToWide({&FPasswordChar, 1});
+        SendMessageW(WindowHandle(), EM_SETPASSWORDCHAR, shown.empty() ? L'*' : shown.front(), 0);
     }
 }
 
 void TCustomEdit::WndProc(TMessage& message) {
     if (message.Msg == CN_COMMAND) {
         if (message.WParamHi() == EN_CHANGE && !FCreating && !IsHalfTyped()) {
-            DoChange();
+            Changed();
         }
         return;
+    }
+    if (message.Msg == WM_PASTE && FMaxLength > 0) {
+        return Paste(message);
     }
     if (message.Msg == CN_CTLCOLORSTATIC) { // read-only or disabled
         message.Result = reinterpret_cast<LRESULT>(ControlColor(message.WParamDC()));
         return;
     }
     TWinControl::WndProc(message);
+}
+
+void TCustomEdit::Changed() {
+    if (FPasting) {
+        FPasted = true;
+    } else {
+        DoChange();
+    }
+}
+
+void TCustomEdit::Paste(TMessage& message) {
+    FPasted = false;
+    {
+        const TFieldScope pasting(*this, FPasting, true);
+        if (!Outlives(*this, [&] { TWinControl::WndProc(message); })) {
+            return;
+        }
+        detail::RemoveHalfCharacter(WindowHandle());
+    }
+    if (std::exchange(FPasted, false)) {
+        DoChange();
+    }
 }
 
 void TCustomEdit::DoChange() { FOnChange(this); }
@@ -144,37 +171,44 @@ void TCustomEdit::DoEnter() {
 
 int TCustomEdit::SelStart() {
     const HWND window = Handle();
-    return TTextPositions(window, Text()).ToBytes(TWindowSelection(window).Start);
+    return TTextPositions(window).ToBytes(TWindowSelection(window).Start);
 }
 
 void TCustomEdit::SetSelStart(int value) {
     const HWND window = Handle();
-    const WPARAM position = TTextPositions(window, Text()).ToWindow(value);
-    SendMessageA(window, EM_SETSEL, position, static_cast<LPARAM>(position));
+    const WPARAM position = TTextPositions(window).ToWindow(value);
+    SendMessageW(window, EM_SETSEL, position, static_cast<LPARAM>(position));
 }
 
 int TCustomEdit::SelLength() { return static_cast<int>(SelText().size()); }
 
 void TCustomEdit::SetSelLength(int value) {
     const HWND window = Handle();
-    const TTextPositions positions(window, Text());
+    const TTextPositions positions(window);
     const DWORD start = TWindowSelection(window).Start;
     const int64_t end = int64_t{positions.ToBytes(start)} + std::max(value, 0);
     const auto length = static_cast<int64_t>(positions.Text().size());
-    SendMessageA(window, EM_SETSEL, start,
+    SendMessageW(window, EM_SETSEL, start,
                  static_cast<LPARAM>(positions.ToWindow(static_cast<int>(std::min(end, length)))));
 }
 
 std::string TCustomEdit::SelText() {
     const HWND window = Handle();
-    const TTextPositions positions(window, Text());
+    const TTextPositions positions(window);
     const TWindowSelection selection(window);
     const auto start = static_cast<size_t>(positions.ToBytes(selection.Start));
     return positions.Text().substr(start, static_cast<size_t>(positions.ToBytes(selection.End)) - start);
 }
 
 void TCustomEdit::SetSelText(const std::string& value) {
-    SendMessageA(Handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(value.c_str()));
+    const HWND window = Handle();
+    SendMessageW(window, EM_LIMITTEXT, 0, 0); // MaxLength limits the user, not the program
+    const auto replace = [&] {
+        SendMessageW(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(ToWide(value).c_str()));
+    };
+    if (Outlives(*this, replace) && WindowHandle() == window) {
+        SendMessageW(window, EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+    }
 }
 
 void TCustomEdit::SelectAll() { SendMessageA(Handle(), EM_SETSEL, 0, -1); }

@@ -374,6 +374,12 @@ void TComboBox::WatchEdit() {
             break;
         }
         case WM_UNICHAR: CharHandler(FEdit.Handle(), message); break;
+        case WM_PASTE: {
+            const HWND window = FEdit.Handle();
+            FEdit.CallPrevious(message);
+            detail::RemoveHalfCharacter(window);
+            break;
+        }
         default: FEdit.CallPrevious(message);
         }
     });
