@@ -67,7 +67,7 @@ void TDesignerForm::NewProject() {
     }
     const std::string path = FullPath(dialog.FileName());
     Attempt([&] {
-        DeleteFileA(path.c_str()); // the user has agreed to replace it
+        DeleteFileW(ToWide(path).c_str()); // the user has agreed to replace it
         auto project = std::make_unique<TProject>(*this, path);
         project->Save();
         SetProject(std::move(project));

@@ -132,21 +132,21 @@ TPropertyAttributes TFontProperty::GetAttributes() const {
 
 void TFontProperty::Edit() {
     auto& font = PartOf<TFont>(*this);
-    LOGFONTA logFont{};
-    GetObjectA(font.Handle(), sizeof logFont, &logFont);
-    CHOOSEFONTA choose{};
+    LOGFONTW logFont{};
+    GetObjectW(font.Handle(), sizeof logFont, &logFont);
+    CHOOSEFONTW choose{};
     choose.lStructSize = sizeof choose;
     choose.hwndOwner = Application().ActiveFormHandle();
     choose.lpLogFont = &logFont;
     choose.rgbColors = static_cast<COLORREF>(ColorToRGB(font.Color()));
     choose.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_EFFECTS;
-    if (!ChooseFontA(&choose)) {
+    if (!ChooseFontW(&choose)) {
         return;
     }
     const bool colorChanged = choose.rgbColors != static_cast<COLORREF>(ColorToRGB(font.Color()));
     for (const TInstanceProperty& property : Properties()) {
         auto& each = dynamic_cast<TFont&>(*property.Info->GetObj(*property.Instance));
-        each.SetName(logFont.lfFaceName);
+        each.SetName(FromWide(logFont.lfFaceName));
         each.SetHeight(logFont.lfHeight);
         TFontStyles style;
         logFont.lfWeight >= FW_BOLD ? style.Include(fsBold) : style;

@@ -107,7 +107,7 @@ void TDocument::SaveAs(const std::string& path) {
     const std::string before = std::exchange(FPath, path);
     try {
         Save();
-        DeleteFileA(recovery.c_str());
+        DeleteFileW(ToWide(recovery).c_str());
     } catch (...) {
         FPath = before;
         throw;
@@ -166,7 +166,7 @@ void TDocument::Recover() { FDesigner->Replace(ReadWholeFile(RecoveryPath()), "R
 
 void TDocument::DropRecovery() {
     FRecovered.clear();
-    DeleteFileA(RecoveryPath().c_str());
+    DeleteFileW(ToWide(RecoveryPath()).c_str());
 }
 
 } // namespace kx::designer

@@ -6,8 +6,6 @@
 #include "kx/win/FileStreams.h"
 #include "kx/win/Windows.h"
 
-#include <array>
-
 namespace kx::designer {
 
 std::string ReadWholeFile(const std::string& path) {
@@ -32,7 +30,7 @@ std::string SystemMessage(DWORD code) {
 } // namespace
 
 void WriteWholeFile(const std::string& path, const std::string& bytes) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
+    const DWORD attributes = GetFileAttributesW(ToWide(path).c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
         throw EFCreateError("The file " + path + " is read-only");
     }
@@ -44,11 +42,12 @@ void WriteWholeFile(const std::string& path, const std::string& bytes) {
         isWritten = file.Write(bytes.data(), bytes.size()) == bytes.size();
         reason = GetLastError();
     }
-    if (isWritten && MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    if (isWritten &&
+        MoveFileExW(ToWide(beside).c_str(), ToWide(path).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
         return;
     }
     reason = isWritten ? GetLastError() : reason;
-    DeleteFileA(beside.c_str());
+    DeleteFileW(ToWide(beside).c_str());
     throw EWriteError("The file " + path + " cannot be written: " + SystemMessage(reason));
 }
 
@@ -63,9 +62,10 @@ std::string NameOfFile(const std::string& path) {
 }
 
 std::string FullPath(const std::string& path) {
-    std::array<char, 4 * MAX_PATH> buffer{};
-    const DWORD length = GetFullPathNameA(path.c_str(), static_cast<DWORD>(buffer.size()), buffer.data(), nullptr);
-    return length == 0 || length >= buffer.size() ? path : std::string(buffer.data(), length);
+    const std::wstring wide = ToWide(path);
+    std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full.empty() ? path : FromWide(full);
 }
 
 bool HasExtension(const std::string& path, const char* extension) {

@@ -79,15 +79,16 @@ namespace {
 
 /// The paths of the form files in a folder, in alphabetical order.
 std::vector<std::string> FormFilesIn(const std::string& folder) {
-    WIN32_FIND_DATAA found;
+    WIN32_FIND_DATAW found;
     std::vector<std::string> paths;
-    const HANDLE search = FindFirstFileA((folder + "\\*.dfm").c_str(), &found);
+    const HANDLE search = FindFirstFileW(ToWide(folder + "\\*.dfm").c_str(), &found);
     if (search != INVALID_HANDLE_VALUE) {
         do {
-            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && HasExtension(found.cFileName, ".dfm")) {
-                paths.push_back(folder + "\\" + found.cFileName);
+            const std::string name = FromWide(found.cFileName);
+            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && HasExtension(name, ".dfm")) {
+                paths.push_back(folder + "\\" + name);
             }
-        } while (FindNextFileA(search, &found));
+        } while (FindNextFileW(search, &found));
         FindClose(search);
     }
     std::ranges::sort(paths, {}, [](const std::string& path) { return UpperCase(path); });

@@ -280,7 +280,7 @@ TEST_F(SharingOnWindows, ADescendantIsAskedWithoutAHandler) {
 
 DWORD Attributes;
 
-DWORD WINAPI GiveAttributes(LPCSTR) { return Attributes; }
+DWORD WINAPI GiveAttributes(LPCWSTR) { return Attributes; }
 
 TEST(FilesElsewhere, AreNotOpened) {
     const TTempFolder folder;
@@ -289,7 +289,7 @@ TEST(FilesElsewhere, AreNotOpened) {
     EXPECT_TRUE(FileIsHeldByOthers(name));
     EXPECT_FALSE(FileIsHeldByOthers(folder.Path("missing.txt")));
     EXPECT_FALSE(FileIsHeldByOthers(folder.AddFile("free.txt")));
-    const TImportPatch patch("GetFileAttributesA", reinterpret_cast<void*>(GiveAttributes));
+    const TImportPatch patch("GetFileAttributesW", reinterpret_cast<void*>(GiveAttributes));
     constexpr DWORD recallOnOpen = 0x40000;
     constexpr DWORD recallOnDataAccess = 0x400000;
     for (const DWORD elsewhere : {DWORD{FILE_ATTRIBUTE_OFFLINE}, recallOnOpen, recallOnDataAccess}) {

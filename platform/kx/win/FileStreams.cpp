@@ -38,10 +38,10 @@ DWORD ShareMode(unsigned mode) {
 
 HANDLE OpenFileHandle(const std::string& fileName, unsigned mode) {
     if (mode == fmCreate) {
-        return CreateFileA(fileName.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+        return CreateFileW(ToWide(fileName).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                            FILE_ATTRIBUTE_NORMAL, nullptr);
     }
-    return CreateFileA(fileName.c_str(), DesiredAccess(mode), ShareMode(mode), nullptr, OPEN_EXISTING,
+    return CreateFileW(ToWide(fileName).c_str(), DesiredAccess(mode), ShareMode(mode), nullptr, OPEN_EXISTING,
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
@@ -146,12 +146,12 @@ TResourceStream::TResourceStream(HINSTANCE module, int id, LPCSTR type)
 // --- Files
 
 bool FileExists(const std::string& fileName) {
-    const DWORD attributes = GetFileAttributesA(fileName.c_str());
+    const DWORD attributes = GetFileAttributesW(ToWide(fileName).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 bool DirectoryExists(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
+    const DWORD attributes = GetFileAttributesW(ToWide(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
@@ -160,10 +160,10 @@ bool FileIsHeldByOthers(const std::string& fileName) {
     constexpr DWORD recallOnOpen = 0x40000;
     constexpr DWORD recallOnDataAccess = 0x400000;
     constexpr DWORD storedElsewhere = FILE_ATTRIBUTE_OFFLINE | recallOnOpen | recallOnDataAccess;
-    if ((GetFileAttributesA(fileName.c_str()) & storedElsewhere) != 0) {
+    if ((GetFileAttributesW(ToWide(fileName).c_str()) & storedElsewhere) != 0) {
         return false; // nor are files that are not there
     }
-    const unique_hfile file(CreateFileA(fileName.c_str(), GENERIC_READ,
+    const unique_hfile file(CreateFileW(ToWide(fileName).c_str(), GENERIC_READ,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
     return !file && GetLastError() == ERROR_SHARING_VIOLATION;

@@ -63,9 +63,9 @@ TForm* GetFormUnderConstruction(const std::string& formName) {
 namespace {
 
 std::string TempFolder() {
-    char path[3 * MAX_PATH + 1] = ""; // in UTF-8 a character of the path may take three bytes
-    GetTempPathA(sizeof path, path);
-    return path;
+    wchar_t path[MAX_PATH + 1] = L""; // the longest that the system gives
+    GetTempPathW(MAX_PATH + 1, path);
+    return FromWide(path);
 }
 
 } // namespace
@@ -182,7 +182,7 @@ public:
     void Remove() {
         Guarded([this] { FForm.reset(); });
         if (!FFileName.empty()) {
-            DeleteFileA(FFileName.c_str());
+            DeleteFileW(ToWide(FFileName).c_str());
             FFileName.clear();
         }
     }

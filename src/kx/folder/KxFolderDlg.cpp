@@ -151,11 +151,11 @@ std::string Fitting(const std::string& text, size_t buffer) {
 std::string DisplayNameOf(const ITEMIDLIST* pidl, const char* buffer) {
     constexpr size_t longestCharacter = 4;
     const size_t length = std::strlen(buffer);
-    SHFILEINFOA info{};
+    SHFILEINFOW info{};
     const bool isWhole = length > 0 && length + longestCharacter < MAX_PATH;
     if (!isWhole &&
-        SHGetFileInfoA(reinterpret_cast<LPCSTR>(pidl), 0, &info, sizeof info, SHGFI_PIDL | SHGFI_DISPLAYNAME) != 0) {
-        return info.szDisplayName;
+        SHGetFileInfoW(reinterpret_cast<LPCWSTR>(pidl), 0, &info, sizeof info, SHGFI_PIDL | SHGFI_DISPLAYNAME) != 0) {
+        return FromWide(info.szDisplayName);
     }
     return buffer;
 }

@@ -6,6 +6,7 @@
 #include "kx/win/Windows.h"
 
 #include <cstring>
+#include <memory>
 #include <shlobj.h>
 
 namespace kx {
@@ -192,8 +193,10 @@ IShellBrowser* KxShellBrowserOf(HWND window) {
 }
 
 std::string GetPathFromPIDL(const ITEMIDLIST* pidl) {
-    char path[MAX_PATH] = "";
-    return pidl && SHGetPathFromIDListA(pidl, path) ? path : "";
+    constexpr DWORD longest = 0x8000;
+    const auto path = std::make_unique_for_overwrite<wchar_t[]>(longest);
+    return pidl && SHGetPathFromIDListEx(pidl, path.get(), longest, GPFIDL_DEFAULT) ? FromWide(path.get())
+                                                                                    : std::string();
 }
 
 } // namespace kx

@@ -26,13 +26,9 @@ unique_com<IShellView> ViewOf(HWND listView) {
 
 /// File name of an entry, of which only the last identifier is given; empty when the entry has no path.
 std::string FileNameOf(const ITEMIDLIST* child) {
-    wchar_t path[MAX_PATH] = L"";
     // The identifier list is relative to its folder. Taken as an absolute one, it yields a path in some other folder,
     // whose last part is the entry's name all the same.
-    if (!child || !SHGetPathFromIDListW(child, path)) {
-        return {};
-    }
-    return ExtractFileName(FromWide(path));
+    return ExtractFileName(GetPathFromPIDL(child));
 }
 
 } // namespace

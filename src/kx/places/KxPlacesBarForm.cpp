@@ -128,7 +128,7 @@ void TKxPlacesBarFrm::OpenPath(const std::string& path) {
         FDialog->SetSelPath(path);
         return;
     }
-    if (GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    if (!FileExists(path)) {
         return;
     }
     IKxPlacesHost& dialog = *FDialog;

@@ -80,9 +80,9 @@ std::string SystemFilter(const std::string& filter) {
 }
 
 std::string CurrentFolder() {
-    std::string path(GetCurrentDirectoryA(0, nullptr), '\0');
-    path.resize(GetCurrentDirectoryA(static_cast<DWORD>(path.size()), path.data()));
-    return path;
+    std::wstring path(GetCurrentDirectoryW(0, nullptr), L'\0');
+    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
+    return FromWide(path);
 }
 
 /// The folder to start in. To ask about a share that does not answer takes long, so folders of shares are not looked

@@ -141,8 +141,9 @@ TApplication::~TApplication() {
 HWND TApplication::Handle() { return FHandle; }
 
 std::string TApplication::ExeName() const {
-    char path[MAX_PATH];
-    return std::string(path, GetModuleFileNameA(nullptr, path, MAX_PATH));
+    std::wstring path(0x8000, L'\0'); // as long as a path can be
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return FromWide(path);
 }
 
 std::string TApplication::Title() const {
