@@ -2,6 +2,9 @@
 
 #include "tests/ui/HostDialog.h"
 #include "tests/ui/SampleForms.h"
+#include "tests/ui/SecondMonitor.h"
+
+#include "kx/win/System.h"
 
 #include "support/WindowTools.h"
 
@@ -83,6 +86,19 @@ TEST_P(FormsDockingOfState, StaysHiddenInTheDialogWhenItIsHidden) {
     Form->Show();
     EXPECT_EQ(Form->Width(), 300);
     EXPECT_TRUE(IsOrdinary());
+}
+
+TEST_F(FormsDockingStates, TheOrdinaryPlaceIsThatOfTheScreenWhateverBarsTheSystemHas) {
+    Form->SetBounds(60, 50, 300, 200);
+    Form->Show();
+    Form->SetWindowState(wsMaximized);
+    const TSecondMonitor second(Form->Handle());
+    EXPECT_EQ(Form->NormalBounds(), (TRect{60, 50, 360, 250}));
+    const TAssumedSystem windows({.Wine = false});
+    EXPECT_EQ(Form->NormalBounds(), (TRect{60 + 30, 50 + 40, 360 + 30, 250 + 40}));
+    Form->SetBorderStyle(bsToolWindow);
+    ASSERT_TRUE(IsZoomed(Form->Handle()));
+    EXPECT_EQ(Form->NormalBounds(), (TRect{60, 50, 360, 250}));
 }
 
 TEST_F(FormsDockingStates, AFormThatFillsTheScreenMayBeFreedWhenItGetsItsOrdinarySize) {

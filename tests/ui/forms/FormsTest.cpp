@@ -301,41 +301,6 @@ TEST(ModalForms, AVisibleFormCannotBecomeModal) {
     EXPECT_EQ(Application().ModalLevel(), 0);
 }
 
-// --- Hints
-
-TEST(Hints, ShowUnderTheMouseAndGoWithIt) {
-    const std::unique_ptr<TAllControlsForm, TFreeDeleter> form(NewForm<TAllControlsForm>(nullptr));
-    Application().SetHintPause(20);
-    std::string longHint;
-    Application().SetOnHint([&](TObject*) { longHint = Application().Hint(); });
-    form->Show();
-    ASSERT_TRUE(PumpUntil([&] { return form->Active(); }));
-    MoveMouse(CenterOf(form->Edit1->Handle()));
-    ASSERT_TRUE(PumpUntil([&] { return Application().HintHandle() != nullptr; }));
-    EXPECT_EQ(TextOf(Application().HintHandle()), "Titel");
-    EXPECT_EQ(longHint, "Der Titel des Eintrags");
-    EXPECT_TRUE(form->Active()) << "a hint takes no focus";
-    MoveMouse(form->ClientToScreen({300, 365}));
-    EXPECT_TRUE(PumpUntil([&] { return Application().HintHandle() == nullptr && longHint.empty(); }));
-
-    Application().ActivateHint(CenterOf(form->Edit1->Handle()));
-    EXPECT_NE(Application().HintHandle(), nullptr);
-    Application().CancelHint();
-    EXPECT_EQ(Application().HintHandle(), nullptr);
-    Application().SetOnHint(nullptr);
-    Application().SetHintPause(500);
-}
-
-TEST(Hints, AControlThatIsFreedTakesItsHintAlong) {
-    const std::unique_ptr<TAllControlsForm, TFreeDeleter> form(NewForm<TAllControlsForm>(nullptr));
-    form->Show();
-    ASSERT_TRUE(PumpUntil([&] { return form->Active(); }));
-    Application().ActivateHint(CenterOf(form->Edit1->Handle()));
-    ASSERT_NE(Application().HintHandle(), nullptr);
-    form->Edit1->Free();
-    EXPECT_EQ(Application().HintHandle(), nullptr);
-}
-
 // The last ones: once terminated, no modal form stays open.
 TEST(ApplicationRun, TheFirstFormIsTheMainFormAndClosingItEndsTheLoop) {
     ASSERT_EQ(Application().MainForm(), nullptr);

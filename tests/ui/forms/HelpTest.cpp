@@ -168,6 +168,21 @@ TEST_F(HelpTopics, F1InTheEditOfAComboBoxShowsTheTopicOfTheComboBox) {
     EXPECT_EQ(Topics, std::vector<int>{4});
 }
 
+TEST_F(HelpTopics, AMenuItemHasNoTopicOfAControl) {
+    LogTopics();
+    Form->SetHelpContext(3);
+    Show(*Edit);
+    HELPINFO info{};
+    info.cbSize = sizeof info;
+    info.iContextType = HELPINFO_MENUITEM;
+    SendMessageA(Form->Handle(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
+    EXPECT_TRUE(Topics.empty());
+    info.iContextType = HELPINFO_WINDOW;
+    info.hItemHandle = Edit->Handle();
+    SendMessageA(Form->Handle(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
+    EXPECT_EQ(Topics, std::vector<int>{3});
+}
+
 TEST_F(HelpTopics, WithoutATopicF1DoesNothing) {
     LogTopics();
     Show(*Edit);

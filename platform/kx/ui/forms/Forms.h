@@ -190,8 +190,10 @@ private:
     void LeaveParent(HWND owner, const TStyles& styles);
     bool StoresOuterSize() const;
     void PlaceFirst();
+    void CenterIn(const TRect& area);
     TRect DefaultMonitorBounds() const;
     void Snap(WINDOWPOS& to) const;
+    void ExcludeBorder(RECT& client) const;
     void PaintBorder();
     HWND OwnerWindow() const;
     void ShowWindowNow();
@@ -231,7 +233,7 @@ private:
     int FBorderWidth = 0;
     int FSnapBuffer = 10;
     bool FScreenSnap = false;
-    bool FDragged = false; ///< The user moves or sizes the form.
+    bool FDragged = false; ///< The user moves the form.
     bool FScaled = true;
     bool FHasFileSizes = false;
     bool FKeepsBounds = false; ///< While it is scaled.
@@ -477,6 +479,7 @@ private:
     std::string FHint;
     TControl* FHintControl = nullptr; ///< Under the mouse; whose hint is waited for or shown.
     TPoint FHintPoint;
+    bool FHintOfMouse = false; ///< `Hint` is that of a control that the mouse came over.
     bool FHintWaiting = false;
     std::unique_ptr<TWinControl> FHintWindow; ///< A THintWindow.
 

@@ -3,9 +3,21 @@
 #include "kx/ui/forms/Forms.h"
 
 #include "kx/win/Dpi.h"
+#include "kx/win/Monitors.h"
+#include "kx/win/System.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
+
+namespace {
+
+/// Windows gives the ordinary place of a window as if what its bars leave free of a monitor began at the monitor's
+/// corner; but not that of tool windows.
+bool CountsFromFreeArea(HWND window) {
+    return !System().Wine && !(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
+}
+
+} // namespace
 
 TRect TCustomForm::NormalBounds() const {
     const HWND window = WindowHandle();
@@ -15,7 +27,14 @@ TRect TCustomForm::NormalBounds() const {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     GetWindowPlacement(window, &placement);
-    return FromRECT(placement.rcNormalPosition);
+    const TRect bounds = FromRECT(placement.rcNormalPosition);
+    if (!CountsFromFreeArea(window)) {
+        return bounds;
+    }
+    const TMonitorPlace monitor = MonitorOf(window);
+    const int x = monitor.Free.Left - monitor.Whole.Left;
+    const int y = monitor.Free.Top - monitor.Whole.Top;
+    return {bounds.Left + x, bounds.Top + y, bounds.Right + x, bounds.Bottom + y};
 }
 
 /// The style bits of a window.

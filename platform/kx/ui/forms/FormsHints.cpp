@@ -2,6 +2,7 @@
 
 #include "kx/ui/forms/Forms.h"
 
+#include "kx/win/Monitors.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -18,17 +19,19 @@ class THintWindow : public TCustomControl {
         Hide();
     }
 
-    /// Shows `text` with the window's corner at `position` of the screen, or as near as the screen allows.
-    void ActivateHint(const TPoint& position, const std::string& text) {
+    /// Shows `text` below the pointer, whose place on the screen is given, or as near as its monitor allows.
+    void ActivateHint(const TPoint& pointer, const std::string& text) {
         SetText(text);
         HandleNeeded();
-        TRect r{0, 0, Screen().Width() / 2, 0};
+        const TRect monitor = MonitorAt({pointer.X, pointer.Y, pointer.X + 1, pointer.Y + 1}).Whole;
+        TRect r{0, 0, kx::Width(monitor) / 2, 0};
         Canvas().Font().Assign(&Font());
         Canvas().DrawText(text, r, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
         const int width = r.Right + 8;
         const int height = r.Bottom + 6;
-        const int left = std::max(0, std::min(position.X, Screen().Width() - width));
-        const int top = std::max(0, std::min(position.Y, Screen().Height() - height));
+        const int below = pointer.Y + GetSystemMetrics(SM_CYCURSOR) / 2 + 4;
+        const int left = std::max(monitor.Left, std::min(pointer.X, monitor.Right - width));
+        const int top = std::max(monitor.Top, std::min(below, monitor.Bottom - height));
         SetWindowPos(WindowHandle(), HWND_TOPMOST, left, top, width, height, SWP_NOACTIVATE | SWP_SHOWWINDOW);
         Repaint();
     }
@@ -105,7 +108,8 @@ void TApplication::MouseOver(TControl* control, const TPoint& screenPoint) {
         return;
     }
     TControl* const hinted = HintedControl(control);
-    if (hinted == FHintControl) {
+    const bool isOutdated = !hinted && FHintOfMouse; // its control may have gone meanwhile
+    if (hinted == FHintControl && !isOutdated) {
         FHintPoint = screenPoint;
         return;
     }
@@ -116,6 +120,7 @@ void TApplication::MouseOver(TControl* control, const TPoint& screenPoint) {
         FHintWaiting = true;
         SetTimer(FHandle, HintTimerId, static_cast<UINT>(FHintPause), nullptr);
     }
+    FHintOfMouse = hinted != nullptr;
     SetHint(hinted ? GetLongHint(hinted->Hint()) : std::string());
 }
 
@@ -155,8 +160,7 @@ void TApplication::ActivateHint(const TPoint& screenPoint) {
     if (!FHintWindow) {
         FHintWindow = std::make_unique<THintWindow>();
     }
-    const TPoint belowPointer{screenPoint.X, screenPoint.Y + GetSystemMetrics(SM_CYCURSOR) / 2 + 4};
-    static_cast<THintWindow&>(*FHintWindow).ActivateHint(belowPointer, hint);
+    static_cast<THintWindow&>(*FHintWindow).ActivateHint(screenPoint, hint);
     FHintWaiting = false;
     SetTimer(FHandle, HintTimerId, static_cast<UINT>(FHintHidePause), nullptr);
 }

@@ -4,24 +4,32 @@
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Dpi.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Monitors.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <dwmapi.h>
 
 namespace kx {
 
 // --- The first place
 
+namespace {
+
+/// In screen coordinates, of a docked form too
+TRect ScreenBoundsOf(const TCustomForm& form) {
+    RECT r;
+    const bool isInside = form.IsDocked() && GetWindowRect(form.WindowHandle(), &r);
+    return isInside ? FromRECT(r) : form.BoundsRect();
+}
+
+} // namespace
+
 void TCustomForm::PlaceFirst() {
     if (std::exchange(FPlaced, true) || Parent() || ParentWindow()) {
         return;
     }
-    const auto center = [this](const TRect& area) {
-        SetBounds(area.Left + (area.Right - area.Left - Width()) / 2,
-                  area.Top + (area.Bottom - area.Top - Height()) / 2, Width(), Height());
-    };
-    const TRect firstMonitor{0, 0, Screen().Width(), Screen().Height()};
     const TCustomForm* over = nullptr;
     switch (FPosition) {
     case poMainFormCenter: over = Application().MainForm(); break;
@@ -29,11 +37,19 @@ void TCustomForm::PlaceFirst() {
         over = dynamic_cast<TCustomForm*>(Owner());
         over = over ? over : Application().MainForm();
         break;
-    case poScreenCenter: center(DefaultMonitorBounds()); return;
+    case poScreenCenter: CenterIn(DefaultMonitorBounds()); return;
     case poDesktopCenter: break;
     default: return;
     }
-    center(over && over != this ? over->BoundsRect() : firstMonitor);
+    CenterIn(over && over != this ? ScreenBoundsOf(*over) : Screen().BoundsRect());
+}
+
+/// What is larger than the area, or over a form near an edge, keeps its caption within the user's reach.
+void TCustomForm::CenterIn(const TRect& area) {
+    const int left = area.Left + (kx::Width(area) - Width()) / 2;
+    const int top = area.Top + (kx::Height(area) - Height()) / 2;
+    const TRect monitor = MonitorAt(area).Whole;
+    SetBounds(std::max(left, monitor.Left), std::max(top, monitor.Top), Width(), Height());
 }
 
 TRect TCustomForm::DefaultMonitorBounds() const {
@@ -43,35 +59,54 @@ TRect TCustomForm::DefaultMonitorBounds() const {
     } else if (FDefaultMonitor == dmActiveForm) {
         on = Screen().ActiveForm();
     }
-    MONITORINFO info{};
-    info.cbSize = sizeof info;
-    if (on && on != this && on->HandleAllocated() &&
-        GetMonitorInfoA(MonitorFromWindow(on->WindowHandle(), MONITOR_DEFAULTTOPRIMARY), &info)) {
-        return FromRECT(info.rcMonitor);
-    }
-    return {0, 0, Screen().Width(), Screen().Height()};
+    return on && on->HandleAllocated() ? MonitorOf(on->WindowHandle()).Whole : Screen().BoundsRect();
 }
 
-/// The form keeps its size, and is somewhere near the edges of the area that the monitor has for programs.
+// --- Sticking to edges
+
+namespace {
+
+/// What the system leaves transparent at the edges of a window: the frame that the user can drag is wider than the one
+/// that he sees.
+TRect UnseenEdges(HWND window) {
+    RECT whole;
+    RECT seen;
+    GetWindowRect(window, &whole);
+    if (FAILED(DwmGetWindowAttribute(window, DWMWA_EXTENDED_FRAME_BOUNDS, &seen, sizeof seen))) {
+        return {};
+    }
+    // Where the system enlarges the windows of the program it answers in other units, which fit no frame.
+    const LONG greatest = GetSystemMetrics(SM_CXSIZEFRAME) + GetSystemMetrics(SM_CXPADDEDBORDER);
+    const RECT edges{seen.left - whole.left, seen.top - whole.top, whole.right - seen.right,
+                     whole.bottom - seen.bottom};
+    for (const LONG edge : {edges.left, edges.top, edges.right, edges.bottom}) {
+        if (edge < 0 || edge > greatest) {
+            return {};
+        }
+    }
+    return FromRECT(edges);
+}
+
+} // namespace
+
+/// The edges that the user sees stick to those of the area that the monitor has for programs.
 void TCustomForm::Snap(WINDOWPOS& to) const {
-    MONITORINFO info{};
-    info.cbSize = sizeof info;
-    const RECT wanted{to.x, to.y, to.x + Width(), to.y + Height()};
-    const bool moves =
-        (to.flags & SWP_NOMOVE) == 0 && ((to.flags & SWP_NOSIZE) || (to.cx == Width() && to.cy == Height()));
-    if (!FScreenSnap || !FDragged || !moves || IsDocked() || Parent() ||
-        !GetMonitorInfoA(MonitorFromRect(&wanted, MONITOR_DEFAULTTONEAREST), &info)) {
+    if (!FScreenSnap || !FDragged || IsDocked() || Parent()) {
         return;
     }
-    const auto snap = [this](int& at, int size, LONG first, LONG last) {
-        if (std::abs(at - first) < FSnapBuffer) {
-            at = first;
-        } else if (std::abs(at + size - last) < FSnapBuffer) {
-            at = last - size;
+    const bool sizes = (to.flags & SWP_NOSIZE) == 0;
+    const TRect unseen = UnseenEdges(WindowHandle());
+    const TRect seen{to.x + unseen.Left, to.y + unseen.Top, to.x + (sizes ? to.cx : Width()) - unseen.Right,
+                     to.y + (sizes ? to.cy : Height()) - unseen.Bottom};
+    const TRect area = MonitorAt(seen).Free;
+    const auto way = [this](int first, int last, int areaFirst, int areaLast) {
+        if (std::abs(areaFirst - first) < FSnapBuffer) {
+            return areaFirst - first;
         }
+        return std::abs(areaLast - last) < FSnapBuffer ? areaLast - last : 0;
     };
-    snap(to.x, Width(), info.rcWork.left, info.rcWork.right);
-    snap(to.y, Height(), info.rcWork.top, info.rcWork.bottom);
+    to.x += way(seen.Left, seen.Right, area.Left, area.Right);
+    to.y += way(seen.Top, seen.Bottom, area.Top, area.Bottom);
 }
 
 // --- Around the client area
@@ -96,6 +131,12 @@ void TCustomForm::SetBorderWidth(int value) {
                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
         }
     }
+}
+
+void TCustomForm::ExcludeBorder(RECT& client) const {
+    InflateRect(&client, -FBorderWidth, -FBorderWidth);
+    client.right = std::max(client.right, client.left);
+    client.bottom = std::max(client.bottom, client.top);
 }
 
 /// The system paints its frame only.

@@ -25,6 +25,7 @@ class TScreen : public TComponent {
 
     int Width() const;
     int Height() const;
+    TRect BoundsRect() const { return {0, 0, Width(), Height()}; } ///< Of the first monitor.
 
     int FormCount() const { return static_cast<int>(FForms.size()); }
     TCustomForm* Forms(int index) const; ///< @throws EListError for an index outside [0, FormCount).

@@ -293,18 +293,13 @@ void TCustomForm::WndProc(TMessage& message) {
         return;
     case WM_NCCALCSIZE:
         TParentForm::WndProc(message);
-        if (!IsIconic(WindowHandle())) {
-            auto& client = message.LParamAs<RECT>(); // of either record, the first thing in it
-            InflateRect(&client, -FBorderWidth, -FBorderWidth);
-            client.right = std::max(client.right, client.left);
-            client.bottom = std::max(client.bottom, client.top);
-        }
+        ExcludeBorder(message.LParamAs<RECT>()); // of either record, the first thing in it
         return;
     case WM_NCPAINT:
         TParentForm::WndProc(message);
         PaintBorder();
         return;
-    case WM_ENTERSIZEMOVE: FDragged = true; break;
+    case WM_MOVING: FDragged = true; break; // not while the user sizes it
     case WM_EXITSIZEMOVE: FDragged = false; break;
     case WM_WINDOWPOSCHANGING: Snap(message.LParamAs<WINDOWPOS>()); break;
     case WM_DPICHANGED: ScreenChanged(message); return;
