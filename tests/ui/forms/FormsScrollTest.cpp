@@ -96,8 +96,13 @@ TEST_F(ScrollingForm, ItsFileHasTheSizeWithTheBars) {
     EXPECT_TRUE(HasStyle(copy->Handle(), WS_VSCROLL));
     Form->SetAutoScroll(false);
     EXPECT_EQ(FormTextOf(*Form).find("Client"), std::string::npos) << "a range of its own";
+    Form->HorzScrollBar().SetRange(10);
     Form->VertScrollBar().SetRange(0);
+    EXPECT_EQ(FormTextOf(*Form).find("Client"), std::string::npos);
     Form->HorzScrollBar().SetRange(0);
+    Form->VertScrollBar().SetRange(10);
+    EXPECT_EQ(FormTextOf(*Form).find("Client"), std::string::npos);
+    Form->VertScrollBar().SetRange(0);
     EXPECT_NE(FormTextOf(*Form).find("  ClientHeight = 100\r\n"), std::string::npos);
     EXPECT_EQ(FormTextOf(*Form).find("\r\n  Height"), std::string::npos);
 }
@@ -143,6 +148,50 @@ TEST_F(ScrollingForm, FramesScrollToo) {
     EXPECT_EQ(frame->VertScrollBar().Range(), 245);
     frame->VertScrollBar().SetPosition(20);
     EXPECT_EQ(inner->Top(), 180);
+}
+
+TEST_F(ScrollingForm, NothingIsScrolledOrSizedBeforeItsFileIsRead) {
+    Form->SetAutoScroll(true);
+    Show();
+    int resizes = 0;
+    Form->SetOnResize([&](TObject*) {
+        ++resizes;
+        EXPECT_FALSE(Form->IsLoading());
+    });
+    Far->SetOnResize([&](TObject*) { EXPECT_FALSE(Form->IsLoading()); });
+    Far->SetAnchors({akLeft, akTop, akRight});
+    ReadFormOver(*Form, "object F: TForm AutoScroll = False HorzScrollBar.Range = 500 end");
+    EXPECT_TRUE(Has(WS_HSCROLL));
+    ReadFormOver(*Form, "object F: TForm AutoSize = True end");
+    EXPECT_EQ(Form->ClientHeight(), 340);
+    EXPECT_GT(resizes, 0);
+}
+
+TEST_F(ScrollingForm, AFormThatIsGoingKeepsItsBarsAndItsSize) {
+    const auto resizesOf = [](bool autoSize) {
+        int resizes = 0;
+        {
+            TForm form;
+            form.SetBounds(50, 50, 300, 200);
+            auto* const panel = new TPanel(&form);
+            panel->SetBounds(10, 300, 50, 40);
+            panel->SetParent(&form);
+            form.SetAutoScroll(true);
+            form.SetAutoSize(autoSize);
+            form.SetConstraints(form.Constraints());
+            form.Show();
+            form.SetOnResize([&](TObject*) { ++resizes; });
+            form.SetOnDestroy([&](TObject*) {
+                panel->SetTop(10);
+                panel->Realign();
+                form.Realign();
+                form.HorzScrollBar().SetRange(3000);
+            });
+        }
+        return resizes;
+    };
+    EXPECT_EQ(resizesOf(false), 0);
+    EXPECT_EQ(resizesOf(true), 0);
 }
 
 // --- AutoSize
@@ -265,6 +314,12 @@ TEST_F(SizingForm, AlignedBoxesSizeOnlyWhatTheirParentLeavesToThem) {
         box->SetAlign(c.Align);
         box->SetAutoSize(true);
         EXPECT_EQ((TPoint{box->Width(), box->Height()}), c.Expected) << c.Align;
+        int resizes = 0;
+        box->SetOnResize([&](TObject*) { ++resizes; });
+        inner->SetBounds(0, 0, 31, 21);
+        EXPECT_EQ(resizes, c.Align == alClient ? 0 : 1) << c.Align;
+        box->SetOnResize(nullptr);
+        inner->SetBounds(0, 0, 30, 20);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "kx/win/Handles.h"
 #include "tests/support/ExceptionLog.h"
 #include "tests/support/FormTest.h"
+#include "tests/ui/WheelLines.h"
 
 #include <map>
 #include <set>
@@ -217,21 +218,6 @@ TEST_F(DrawGrid, AHandlerThatTakesTheCellAwayLeavesTheCurrentOne) {
     Grid->SetCol(1);
     EXPECT_EQ(Grid->Col(), 2) << "fixed now";
 }
-
-/// Lines that a notch of the mouse wheel scrolls, for the length of a scope.
-class TWheelLines {
-public:
-    explicit TWheelLines(UINT lines) {
-        SystemParametersInfoA(SPI_GETWHEELSCROLLLINES, 0, &FOld, 0);
-        SystemParametersInfoA(SPI_SETWHEELSCROLLLINES, lines, nullptr, 0);
-    }
-    TWheelLines(const TWheelLines&) = delete;
-    TWheelLines& operator=(const TWheelLines&) = delete;
-    ~TWheelLines() { SystemParametersInfoA(SPI_SETWHEELSCROLLLINES, FOld, nullptr, 0); }
-
-private:
-    UINT FOld = 3;
-};
 
 TEST_F(DrawGrid, TheWheelScrollsAsManyLinesAsTheUserHasChosen) {
     Grid->SetBounds(0, 0, 300, 289);

@@ -109,7 +109,7 @@ void TControlScrollBar::Apply() {
     if (!std::exchange(FApplied, info.nMax > 0) && !FApplied) {
         return; // most controls never scroll: the system is not troubled with them
     }
-    info.nPage = static_cast<UINT>(FVisible ? std::max(Page(), 0) : 1);
+    info.nPage = static_cast<UINT>(std::max(Page(), 0));
     info.nPos = FPosition;
     SetScrollInfo(FControl.WindowHandle(), FHorizontal ? SB_HORZ : SB_VERT, &info, TRUE);
 }
@@ -132,8 +132,6 @@ TScrollingWinControl::~TScrollingWinControl() { Destroying(); }
 
 void TScrollingWinControl::CreateWnd() {
     TWinControl::CreateWnd();
-    FHorz.FApplied = false; // a new window has no bars
-    FVert.FApplied = false;
     UpdateRanges();
 }
 
@@ -145,11 +143,6 @@ void TScrollingWinControl::SetAutoScroll(bool value) {
 void TScrollingWinControl::SetAutoSize(bool value) {
     FAutoSize = value;
     AdjustSize();
-}
-
-void TScrollingWinControl::Loaded() {
-    TWinControl::Loaded();
-    UpdateRanges();
 }
 
 // --- What there is to scroll
@@ -178,7 +171,7 @@ int TScrollingWinControl::RangeOfControls(bool horizontal) const {
 }
 
 void TScrollingWinControl::UpdateRanges() {
-    if (IsLoading() || FMoving || IsDestroying()) {
+    if (IsLoading() || IsDestroying()) {
         return;
     }
     if (FAutoScroll) {
@@ -232,12 +225,6 @@ void TScrollingWinControl::AlignControls() {
     }
 }
 
-void TScrollingWinControl::Resize() {
-    if (Outlives(*this, [this] { UpdateRanges(); })) {
-        TWinControl::Resize();
-    }
-}
-
 // --- The size that follows the controls
 
 bool TScrollingWinControl::SizesItself(bool horizontal) const {
@@ -261,7 +248,7 @@ int TScrollingWinControl::WantedSize(bool horizontal) {
 }
 
 void TScrollingWinControl::AdjustSize() {
-    if (!FAutoSize || FAdjusting || FMoving || IsLoading() || IsDestroying()) {
+    if (!FAutoSize || FAdjusting || IsLoading() || IsDestroying()) {
         return;
     }
     const TFieldScope adjusting(*this, FAdjusting, true);
@@ -273,9 +260,6 @@ void TScrollingWinControl::AdjustSize() {
             return;
         }
         SetClientSize(width, height);
-        if (alive) {
-            UpdateRanges();
-        }
     }
 }
 

@@ -70,11 +70,9 @@ class TScrollingWinControl : public TWinControl {
     void ScrollInView(const TControl& control); ///< Scrolls so far that the control, somewhere inside, is seen.
 
     void WndProc(TMessage& message) override;
-    void Loaded() override;
 
 protected:
     void CreateWnd() override;
-    void Resize() override;
     void AdjustClientRect(TRect& rect) const override;
     void AlignControls() override;
     void ChangeScale(int to, int from) override;
