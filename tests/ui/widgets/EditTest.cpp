@@ -367,16 +367,33 @@ TEST_F(Memo, UnderAForeignWindowTheLinesAreWhatTheWindowHolds) {
     DestroyWindow(host);
 }
 
-/// Milliseconds of processor time that `work` takes, the best of three.
-template <class F> double Fastest(F&& work) {
-    double best = 0;
-    for (int turn = 0; turn < 3; ++turn) {
-        const double begin = ProcessorTime();
-        work();
-        const double taken = ProcessorTime() - begin;
-        best = turn == 0 ? taken : std::min(best, taken);
-    }
-    return best;
+TEST_F(Memo, TheKeysThatItWantsAreThoseOfItsSettings) {
+    Show();
+    const auto wants = [&](WPARAM key) {
+        MSG message{};
+        message.hwnd = Control->Handle();
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
+        const auto code =
+            SendMessageA(Control->Handle(), WM_GETDLGCODE, key, reinterpret_cast<LPARAM>(key ? &message : nullptr));
+        return (code & (key ? DLGC_WANTMESSAGE : DLGC_WANTTAB)) != 0;
+    };
+    EXPECT_TRUE(wants(VK_RETURN));
+    EXPECT_FALSE(wants(VK_TAB));
+    EXPECT_FALSE(wants(0)) << "Tab in general";
+    Control->SetWantTabs(true);
+    EXPECT_TRUE(wants(VK_TAB));
+    EXPECT_TRUE(wants(0));
+    Control->SetWantReturns(false);
+    EXPECT_FALSE(wants(VK_RETURN));
+}
+
+TEST_F(Memo, WordsWrapOrTheTextGoesSideways) {
+    const auto scrollsSideways = [&] { return (GetWindowLongA(Control->Handle(), GWL_STYLE) & ES_AUTOHSCROLL) != 0; };
+    Show();
+    EXPECT_FALSE(scrollsSideways());
+    Control->SetWordWrap(false);
+    EXPECT_TRUE(scrollsSideways());
 }
 
 TEST_F(Memo, FourTimesAsManyLinesTakeNotMuchMoreThanFourTimesAsLong) {

@@ -5,6 +5,7 @@
 #include "tests/support/ProcessorTime.h"
 #include "tests/ui/ControlFixture.h"
 
+#include <functional>
 #include <random>
 
 namespace kx {
@@ -23,6 +24,16 @@ protected:
             ascii += *c < 128 ? static_cast<char>(*c) : '?';
         }
         return ascii;
+    }
+    /// The text in the window itself, past the control.
+    static LRESULT CallEdit(TMemo& memo, UINT message, LPARAM lParam) {
+        WNDCLASSA edit{};
+        GetClassInfoA(nullptr, "EDIT", &edit);
+        return CallWindowProcA(edit.lpfnWndProc, memo.WindowHandle(), message, 0, lParam);
+    }
+    static LRESULT LengthInWindow(TMemo& memo) { return CallEdit(memo, WM_GETTEXTLENGTH, 0); }
+    static void SetTextUnnoticed(TMemo& memo, const char* text) {
+        CallEdit(memo, WM_SETTEXT, reinterpret_cast<LPARAM>(text));
     }
     void Fill(int count) {
         std::string text;
@@ -179,20 +190,152 @@ TEST_F(MemoUpdates, WithoutAWindowTheLinesReachItWhenItIsMade) {
     EXPECT_EQ(WindowText(), "one\r\ntwo\r\n");
 }
 
-TEST_F(MemoUpdates, AFileOfFourMegabytesFillsAShownMemoInSeconds) {
-    std::string file = "object TMemo\r\n  Lines.Strings = (\r\n";
-    constexpr int count = 80'000;
-    for (int i = 0; i < count; ++i) {
-        file += "    'a line of the text that somebody has typed in'\r\n";
-    }
-    file += "    'last')\r\nend\r\n";
-    Control->SetWordWrap(false);
+TEST_F(MemoUpdates, ALineBreakStaysWhatItWas) {
+    Control->SetText("a\nb\rc\r\nd");
+    EXPECT_EQ(Control->Lines().CommaText(), "a,b,c,d");
+    Control->Lines().Put(0, "x");
+    Control->Lines().Put(1, "y");
+    EXPECT_EQ(Control->Text(), "x\ny\rc\r\nd");
+    Control->Lines().Insert(1, "new");
+    EXPECT_EQ(Control->Lines().CommaText(), "x,new,y,c,d");
+}
+
+TEST_F(MemoUpdates, ClearingIsOneOfTheChanges) {
     Show();
-    const double begin = ProcessorTime();
-    ReadFormOver(*Control, file);
-    EXPECT_EQ(Control->Lines().Count(), count + 1);
-    EXPECT_EQ(SendMessageA(Control->Handle(), EM_GETLINECOUNT, 0, 0), count + 2);
-    EXPECT_LT(ProcessorTime() - begin, 30'000);
+    int changes = 0;
+    TStrings& lines = Control->Lines();
+    Control->SetOnChange([&](TObject*) { ++changes; });
+    lines.BeginUpdate();
+    lines.Clear();
+    lines.EndUpdate();
+    EXPECT_EQ(changes, 0) << "there was nothing";
+    Fill(2);
+    changes = 0;
+    lines.BeginUpdate();
+    lines.Clear();
+    EXPECT_EQ(changes, 0);
+    lines.EndUpdate();
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(Control->Text(), "");
+}
+
+TEST_F(MemoUpdates, InAWindowOfOthersTheControlHearsAtTheEndToo) {
+    const HWND host = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 300, 300, nullptr, nullptr, nullptr, nullptr);
+    TMemo memo;
+    memo.SetParentWindow(host);
+    memo.HandleNeeded();
+    memo.Lines().BeginUpdate();
+    memo.Lines().Add("a");
+    memo.Lines().Add("b");
+    EXPECT_EQ(memo.Lines().Count(), 2);
+    EXPECT_EQ(memo.Lines()[1], "b");
+    EXPECT_EQ(LengthInWindow(memo), 0);
+    memo.Lines().EndUpdate();
+    EXPECT_EQ(LengthInWindow(memo), 6);
+    memo.SetParentWindow(nullptr);
+    DestroyWindow(host);
+}
+
+TEST_F(MemoUpdates, WithoutAWindowLinesWithBreaksAreSeveralInTheEnd) {
+    TStrings& lines = Control->Lines();
+    lines.BeginUpdate();
+    lines.Add("a\r\nb");
+    lines.EndUpdate();
+    EXPECT_EQ(lines.Count(), 2);
+    lines.BeginUpdate();
+    lines.Add("c");
+    Show(); // the window has them from the first
+    EXPECT_EQ(LengthInWindow(*Control), 9);
+    lines.EndUpdate();
+}
+
+TEST_F(MemoUpdates, MessagesAboutTheTextFindItUpToDate) {
+    Control->SetText("one\r\n");
+    Show();
+    TStrings& lines = Control->Lines();
+    lines.BeginUpdate();
+    lines.Add("two");
+    DWORD end = 0;
+    SendMessageA(Control->Handle(), EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(end, 10u) << "a change puts the caret behind it";
+    SendMessageA(Control->Handle(), EM_SETSEL, 0, 1);
+    lines.Add("three");
+    SendMessageA(Control->Handle(), WM_CLEAR, 0, 0); // nothing is selected any more
+    lines.EndUpdate();
+    EXPECT_EQ(lines.CommaText(), "one,two,three");
+    EXPECT_EQ(WindowText(), "one\r\ntwo\r\nthree\r\n");
+}
+
+TEST_F(MemoUpdates, AWindowThatHoldsSomethingElseGetsTheLines) {
+    Fill(2);
+    Show();
+    EXPECT_EQ(Control->Lines().Count(), 2);
+    SetTextUnnoticed(*Control, "foreign");
+    Control->Lines().Add("more");
+    EXPECT_EQ(WindowText(), "line 0\r\nline 1\r\nmore\r\n");
+}
+
+TEST_F(MemoUpdates, WhatChangedMeanwhileIsPaintedAtTheEnd) {
+    Show();
+    Control->Lines().BeginUpdate();
+    Control->Lines().Add("one");
+    EXPECT_EQ(Control->Text(), "one\r\n"); // the window has it now
+    ValidateRect(Control->Handle(), nullptr);
+    Control->Lines().EndUpdate();
+    EXPECT_TRUE(GetUpdateRect(Control->Handle(), nullptr, FALSE));
+}
+
+/// What reads a form file with that many lines into a memo and looks at them in its window.
+using TReading = std::function<void(int count, const std::string& file)>;
+
+void ExpectTimeInProportion(int few, const TReading& read) {
+    const auto timeOf = [&](int count) {
+        std::string file = "object TMemo\r\n  WordWrap = False\r\n  Lines.Strings = (\r\n";
+        for (int i = 1; i < count; ++i) {
+            file += "    'short'\r\n";
+        }
+        file += "    'last')\r\nend\r\n";
+        return Fastest([&] { read(count, file); });
+    };
+    const double small = timeOf(few);
+    const double large = timeOf(4 * few);
+    EXPECT_LT(large, 9 * small + 30) << small << " and " << large << " ms; quadratic would be 16 times as long";
+}
+
+TEST_F(MemoUpdates, ANewWindowGetsAnyTextAndNobodyIsTold) {
+    int changes = 0;
+    TMemo memo;
+    memo.SetWordWrap(false); // the system would look for blanks
+    memo.SetOnChange([&](TObject*) { ++changes; });
+    const std::string text(1'000'000, 'x');
+    memo.SetText(text);
+    changes = 0;
+    memo.SetParent(Form.get());
+    memo.HandleNeeded();
+    EXPECT_TRUE(memo.Text() == text);
+    memo.RecreateWnd();
+    EXPECT_TRUE(memo.Lines()[0] == text);
+    EXPECT_EQ(changes, 0);
+    EXPECT_FALSE(memo.Modified());
+}
+
+TEST_F(MemoUpdates, TheLinesOfAFormFileTakeTimeInProportionToTheirNumber) {
+    const auto expectLines = [](TMemo& memo, int count) {
+        EXPECT_EQ(memo.Lines().Count(), count);
+        EXPECT_EQ(memo.Lines()[count - 1], "last");
+        EXPECT_EQ(SendMessageA(memo.Handle(), EM_GETLINECOUNT, 0, 0), count + 1);
+    };
+    Show();
+    ExpectTimeInProportion(5'000, [&](int count, const std::string& file) {
+        ReadFormOver(*Control, file);
+        expectLines(*Control, count);
+    });
+    ExpectTimeInProportion(5'000, [&](int count, const std::string& file) {
+        TMemo memo;
+        ReadFormOver(memo, file);
+        memo.SetParent(Form.get()); // now there is a window
+        expectLines(memo, count);
+    });
 }
 
 } // namespace

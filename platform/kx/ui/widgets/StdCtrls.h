@@ -182,6 +182,7 @@ class TMemo : public TCustomEdit {
     void WndProc(TMessage& message) override;
 
 protected:
+    void CreateWnd() override;
     void TextChanged() override;
 
 private:
@@ -190,6 +191,7 @@ private:
     bool FWordWrap = true;
     bool FWantReturns = true;
     bool FWantTabs = false;
+    bool FFilling = false; ///< The new window gets its text.
 };
 
 /// What push buttons, check boxes and radio buttons have in common.

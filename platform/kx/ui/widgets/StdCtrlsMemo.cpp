@@ -256,7 +256,7 @@ void TMemoLines::ChangeWindow(const TChange& change) {
 }
 
 bool TMemoLines::IsHeldAsItIs(const std::string& line) const {
-    return FMemo.CharCase() == ecNormal && line.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos &&
+    return FMemo.CharCase() == ecNormal && line.find_first_of("\r\n") == std::string::npos &&
            (IsAscii(line) || FromWide(ToWide(line)) == line);
 }
 
@@ -331,8 +331,8 @@ TMemo::TMemo(TComponent* owner) : TCustomEdit(owner), FLines(std::make_unique<de
 TMemo::~TMemo() = default;
 
 void TMemo::CreateParams(TCreateParams& params) {
-    FLines->Flush();
     TCustomEdit::CreateParams(params);
+    params.Caption.clear(); // the window gets its text when it is there
     params.Style |= ES_MULTILINE | ES_AUTOVSCROLL;
     if (FWordWrap) {
         params.Style &= ~static_cast<DWORD>(ES_AUTOHSCROLL);
@@ -340,6 +340,17 @@ void TMemo::CreateParams(TCreateParams& params) {
     params.Style |= FWantReturns ? DWORD{ES_WANTRETURN} : 0;
     params.Style |= FScrollBars == ssHorizontal || FScrollBars == ssBoth ? DWORD{WS_HSCROLL} : 0;
     params.Style |= FScrollBars == ssVertical || FScrollBars == ssBoth ? DWORD{WS_VSCROLL} : 0;
+}
+
+/// A long text cannot be handed over with the making of the window, whose messages carry it along.
+void TMemo::CreateWnd() {
+    FLines->Flush();
+    MustOutlive([this] { TCustomEdit::CreateWnd(); });
+    const std::string text = TControl::Text();
+    if (!text.empty()) {
+        const TFieldScope filling(*this, FFilling, true);
+        MustOutlive([&] { SetWindowTextW(WindowHandle(), ToWide(text).c_str()); });
+    }
 }
 
 TStrings& TMemo::Lines() { return *FLines; }
@@ -384,7 +395,7 @@ void TMemo::WndProc(TMessage& message) {
     if (!Outlives(*this, [&] { TCustomEdit::WndProc(message); })) {
         return;
     }
-    if (message.Msg == WM_SETTEXT) {
+    if (message.Msg == WM_SETTEXT && !FFilling) {
         DoChange(); // an edit with lines does not tell of this change
     } else if (message.Msg == WM_GETDLGCODE) {
         // The system's edit with lines asks for every key.
