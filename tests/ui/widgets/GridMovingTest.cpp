@@ -101,6 +101,7 @@ TEST_F(GridMoving, ColumnsGoWithTheirTextsAndSizes) {
     EXPECT_EQ(Grid->ColWidths(3), 40);
     EXPECT_EQ(Grid->ColWidths(1), 64);
     EXPECT_EQ(Grid->Col(), 3) << "the current cell goes along";
+    EXPECT_EQ(Grid->Selection(), (TGridRect{3, 1, 3, 1})) << "and so does what is selected";
     Drag(In(4, 0), In(1, 0));
     EXPECT_EQ(Log, "col13 col41 ");
     EXPECT_EQ(Columns(0), "042315");
@@ -175,6 +176,27 @@ TEST_F(GridMoving, ABarShowsWhereItWillStand) {
     ReleaseAt(In(2, 0));
     Take();
     EXPECT_EQ(Log, "") << "Escape ended it";
+    Include(goRowMoving);
+    Hold(In(0, 0), In(3, 0));
+    EXPECT_FALSE(marked(3, true)) << "fixed columns are not moved";
+    ReleaseAt(In(3, 0));
+    Hold(In(0, 0), In(0, 3));
+    const TRect r = Grid->CellRect(1, 3);
+    const auto isRowMarked = [&] {
+        Grid->Update();
+        return Grid->Canvas().Pixels(r.Right - 5, r.Bottom) == static_cast<TColor>(ColorToRGB(clHighlight));
+    };
+    EXPECT_FALSE(isRowMarked());
+    ReleaseAt(In(0, 3));
+    Take();
+    Hold(In(0, 1), In(0, 3));
+    EXPECT_TRUE(isRowMarked());
+    ReleaseAt(In(0, 1));
+    Take();
+    Grid->SetColWidths(2, 1000); // its end is not seen
+    Hold(In(1, 0), Grid->ClientToScreen({300, 5}));
+    Grid->Update();
+    EXPECT_EQ(Grid->Canvas().Pixels(Grid->ClientWidth() - 1, 60), static_cast<TColor>(ColorToRGB(clHighlight)));
 }
 
 TEST_F(GridMoving, WhatTakesTheMouseAwayEndsIt) {
@@ -185,6 +207,37 @@ TEST_F(GridMoving, WhatTakesTheMouseAwayEndsIt) {
     ReleaseAt(In(3, 0));
     Take();
     EXPECT_EQ(Log, "");
+    Include(goColSizing);
+    const TRect r = Grid->CellRect(1, 0);
+    const TPoint edge = Grid->ClientToScreen({r.Right, r.Top + 5});
+    PressAt(edge);
+    Take();
+    SendMessageA(Grid->Handle(), WM_CANCELMODE, 0, 0);
+    MoveMouse({edge.X + 20, edge.Y});
+    Take();
+    EXPECT_EQ(Grid->ColWidths(1), 64);
+}
+
+TEST_F(GridMoving, AButtonThatWasLetGoElsewhereEndsIt) {
+    Include(goColMoving);
+    Include(goColSizing);
+    Show();
+    const auto moveWithoutButton = [this] { SendMessageA(Grid->Handle(), WM_MOUSEMOVE, 0, MAKELPARAM(200, 5)); };
+    Hold(In(1, 0), In(3, 0));
+    moveWithoutButton();
+    ReleaseAt(In(3, 0));
+    Take();
+    EXPECT_EQ(Log, "");
+    const TRect r = Grid->CellRect(1, 0);
+    const TPoint edge = Grid->ClientToScreen({r.Right, r.Top + 5});
+    Hold(edge, {edge.X + 20, edge.Y});
+    EXPECT_EQ(Grid->ColWidths(1), 84);
+    moveWithoutButton();
+    MoveMouse({edge.X + 40, edge.Y});
+    Take();
+    ReleaseAt({edge.X + 40, edge.Y});
+    Take();
+    EXPECT_EQ(Grid->ColWidths(1), 84);
 }
 
 TEST_F(GridMoving, TheProgramMayTakeTheColumnAway) {
@@ -197,12 +250,24 @@ TEST_F(GridMoving, TheProgramMayTakeTheColumnAway) {
     ReleaseAt(In(1, 0));
     Take();
     EXPECT_EQ(Log, "");
-    Hold(In(1, 0), In(2, 0));
+    const auto drop = [this] { SendMessageA(Grid->Handle(), WM_LBUTTONUP, 0, MAKELPARAM(100, 5)); };
+    Hold(In(2, 0), In(1, 0));
     Grid->SetColCount(2);
+    drop();
+    Grid->SetColCount(6);
+    ReleaseAt(In(1, 0));
+    Hold(In(1, 0), In(3, 0));
+    Grid->SetColCount(3); // what was to make room
+    drop();
+    ReleaseAt(In(1, 0));
+    Grid->SetColCount(6);
+    Hold(In(1, 0), In(3, 0));
+    Grid->SetFixedCols(2); // it is fixed now
+    drop();
     ReleaseAt(In(1, 0));
     Take();
     EXPECT_EQ(Log, "");
-    EXPECT_EQ(Columns(0), "01");
+    EXPECT_EQ(Columns(0), "012345");
 }
 
 TEST_F(GridMoving, ASizingEdgeIsNoHandle) {
@@ -214,6 +279,11 @@ TEST_F(GridMoving, ASizingEdgeIsNoHandle) {
     Drag(edge, {edge.X + 70, edge.Y});
     EXPECT_EQ(Log, "");
     EXPECT_EQ(Grid->ColWidths(1), 134);
+    const TRect next = Grid->CellRect(2, 0);
+    const TPoint end = Grid->ClientToScreen({next.Right, next.Top + 5});
+    Drag(end, {end.X - 120, end.Y});
+    EXPECT_EQ(Grid->ColWidths(2), 1);
+    EXPECT_EQ(Log, "");
 }
 
 TEST_F(GridMoving, TheEditorGoesAlong) {

@@ -28,12 +28,12 @@ void TDrawGrid::TAxis::Move(int from, int to) {
 
 /// What a press on that cell begins to move, by the heads of columns and rows.
 TDrawGrid::TMoving TDrawGrid::MovingAt(int col, int row) {
-    const bool isHead = row >= 0 && row < FRows.Fixed;
-    const bool isSide = col >= 0 && col < FColumns.Fixed;
-    if (FOptions.Contains(goColMoving) && isHead && col >= FColumns.Fixed) {
+    const bool isHead = row < FRows.Fixed;
+    const bool isSide = col < FColumns.Fixed; // beside the cells both are
+    if (FOptions.Contains(goColMoving) && isHead && !isSide) {
         return {&FColumns, col, col};
     }
-    if (FOptions.Contains(goRowMoving) && isSide && row >= FRows.Fixed) {
+    if (FOptions.Contains(goRowMoving) && isSide && !isHead) {
         return {&FRows, row, row};
     }
     return {};

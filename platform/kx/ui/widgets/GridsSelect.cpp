@@ -281,8 +281,7 @@ void TDrawGrid::DoExit() {
 void TDrawGrid::KeyDown(uint16_t& key, TShiftState shift) {
     const TAlive alive(*this);
     TCustomControl::KeyDown(key, shift);
-    if (alive && key == VK_ESCAPE && FMoving.Axis) {
-        key = 0;
+    if (alive && key == VK_ESCAPE) {
         EndMoving(false);
     }
     if (!alive || key == 0 || FColumns.Count == 0 || FRows.Count == 0 || shift.Contains(ssAlt)) {
@@ -345,7 +344,7 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
             FSizing = SizingAt(x, y);
             FMoving = FSizing.Axis ? TMoving{} : MovingAt(col, row);
         }
-        if (alive && !FSizing.Axis && col >= FColumns.Fixed && row >= FRows.Fixed) {
+        if (alive && col >= FColumns.Fixed && row >= FRows.Fixed) {
             FSelecting = true;
             MoveTo(col, row, shift.Contains(ssShift));
         }
@@ -357,6 +356,10 @@ void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) 
 
 void TDrawGrid::MouseMove(TShiftState shift, int x, int y) {
     const TAlive alive(*this);
+    if (!shift.Contains(ssLeft)) { // the button was let go where the grid does not hear of it
+        FSizing = {};
+        EndMoving(false);
+    }
     if (FSizing.Axis) {
         const int moved = (FSizing.Axis == &FColumns ? x : y) - FSizing.From;
         SetSizeIn(*FSizing.Axis, FSizing.Cell, std::max(FSizing.Size + moved, 1));
