@@ -6,6 +6,7 @@
 #include "tests/ui/ControlFixture.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace kx {
 namespace {
@@ -69,6 +70,10 @@ TEST_F(ListViewFile, ItemsComeBackByteForByte) {
     EXPECT_EQ(Written(), ListFile("Data", WithHead(1, Numbers({-1, -1, -1, 0, 0}) + OldText("two"))));
     Control->Items().Clear();
     EXPECT_EQ(Written().find("Items"), std::string::npos);
+    ReadFormOver(*Control, file); // into a window
+    EXPECT_EQ(ItemTexts(Control->Handle()), (std::vector<std::string>{"one", "two"}));
+    Control->Items().Clear();
+    EXPECT_EQ(Written().find("Items"), std::string::npos);
 }
 
 TEST_F(ListViewFile, EachChangeOfAnItemIsWritten) {
@@ -89,6 +94,7 @@ TEST_F(ListViewFile, EachChangeOfAnItemIsWritten) {
     EXPECT_TRUE(changes([](TListItem& item) { item.SubItems().Add("b"); }));
     EXPECT_TRUE(changes([](TListItem& item) { item.Delete(); }));
     EXPECT_TRUE(changes([this](TListItem&) { Control->Items().Insert(0).SetCaption("new"); }));
+    EXPECT_TRUE(changes([this](TListItem&) { Control->Items().Add(); }));
     EXPECT_FALSE(changes([](TListItem&) {}));
 }
 
@@ -142,7 +148,7 @@ TEST_F(ListViewFile, BlocksThatNobodyUnderstandsAreKept) {
              {"Data", OldBlock + "x"},
              {"Data", WithHead(INT32_MAX, item)},
              {"Data", WithHead(1, Numbers({0, -1, -1, INT32_MAX, 0}) + OldText("x"))},
-             {"ItemData", "\7" + WithHead(0, "")},
+             {"ItemData", "\7" + WithHead(1, Numbers({2, -1, -1, 0, -1, 0}) + BlockText(u"x"))},
              {"ItemData", "\3" + OldBlock}}) {
         ReadFormOver(*Control, ListFile(name, block));
         EXPECT_EQ(Control->Items().Count(), 0) << name << block.size();
@@ -170,23 +176,62 @@ TEST_F(ListViewFile, ItemsAreCopied) {
     EXPECT_EQ(ItemTexts(copy->Handle()), (std::vector<std::string>{"one", "two"}));
     copy->SetItems(copy->Items());
     EXPECT_EQ(copy->Items().Count(), 2);
+    const auto itemsOf = [](TListView& list) {
+        const std::string text = FormTextOf(list);
+        return text.substr(text.find("  Items."));
+    };
+    Control->Items()[0].SetData(Control);
+    Control->Items()[0].SetCaption("first"); // so that both are made anew
+    copy->SetItems(Control->Items());
+    EXPECT_EQ(itemsOf(*copy), itemsOf(*Control)) << "their images too";
+    EXPECT_EQ(copy->Items()[0].Data(), Control);
+    copy->SetSortType(stText);
+    Control->Items()[0].SetCaption("z");
+    copy->SetItems(Control->Items());
+    EXPECT_EQ(copy->Items()[0].Caption(), "two");
 }
 
-TEST_F(ListViewFile, ItemsOfTheAncestorAreNotWrittenAgain) {
-    const TFormPtr ancestor(NewForm<TForm>(nullptr));
-    const std::string form = "object F: TForm\r\n" + ListFile("Data", OldBlock) + "end\r\n";
-    RegisterClasses<TListView>();
-    ReadFormOver(*ancestor, form);
-    const TFormPtr descendant(NewForm<TForm>(nullptr));
-    ReadFormOver(*descendant, form);
-    const auto written = [&] {
+/// Whether a form that inherits from another one writes the items of its list.
+class InheritedItems : public testing::Test {
+protected:
+    using TChange = std::function<void(TListItems& items)>;
+
+    static bool AreWritten(std::string_view ancestors, std::string_view own, const TChange& change = {}) {
+        RegisterClasses<TListView>();
+        const TFormPtr ancestor(NewForm<TForm>(nullptr));
+        const TFormPtr descendant(NewForm<TForm>(nullptr));
+        for (const auto& [form, block] : {std::pair(ancestor.get(), ancestors), std::pair(descendant.get(), own)}) {
+            ReadFormOver(*form, "object F: TForm\r\n" + ListFile("Data", block) + "end\r\n");
+        }
+        if (change) {
+            change(dynamic_cast<TListView&>(*descendant->FindComponent("L")).Items());
+        }
         TMemoryStream stream;
         WriteComponent(stream, *descendant, TStreamFormat::Text, ancestor.get());
-        return std::string(stream.Bytes());
+        return std::string(stream.Bytes()).find("Items.Data") != std::string::npos;
+    }
+    static bool AreWrittenAfter(const TChange& change) { return AreWritten(OldBlock, OldBlock, change); }
+};
+
+TEST_F(InheritedItems, AreNotWrittenAgain) {
+    EXPECT_FALSE(AreWritten(OldBlock, OldBlock));
+    EXPECT_FALSE(AreWrittenAfter([](TListItems& items) { items[0].SetImageIndex(items[0].ImageIndex()); }));
+    EXPECT_TRUE(AreWrittenAfter([](TListItems& items) { items[1].SetCaption("other"); }));
+    EXPECT_TRUE(AreWrittenAfter([](TListItems& items) { items[1].SetImageIndex(7); }));
+    EXPECT_TRUE(AreWrittenAfter([](TListItems& items) { items[1].SetStateIndex(7); }));
+    EXPECT_TRUE(AreWrittenAfter([](TListItems& items) { items[0].SubItems().Put(0, "other"); }));
+    const auto with = [](const std::string& old, const std::string& other) {
+        std::string block = OldBlock;
+        return block.replace(block.find(old), old.size(), other);
     };
-    EXPECT_EQ(written().find("Items"), std::string::npos) << written();
-    dynamic_cast<TListView&>(*descendant->FindComponent("L")).Items()[1].SetCaption("other");
-    EXPECT_NE(written().find("Items.Data"), std::string::npos) << written();
+    EXPECT_TRUE(AreWritten(OldBlock, with(Numbers({3, 1, 2}), Numbers({3, 1, 9})))) << "another overlay image";
+    EXPECT_TRUE(AreWritten(OldBlock, with(std::string("\5\0", 2) + "\xFF", std::string("\6\0", 2) + "\xFF")))
+        << "another image of a further text";
+}
+
+TEST_F(InheritedItems, InABlockThatNobodyUnderstandsTheyAreNotEither) {
+    EXPECT_FALSE(AreWritten("abc", "abc"));
+    EXPECT_TRUE(AreWritten("abc", "abcd"));
 }
 
 // --- Sorting
@@ -229,6 +274,7 @@ TEST_F(ListViewSorting, ByTheCaptionsInAnyLetterCase) {
     EXPECT_EQ(Order(), "0AbBz");
     Control->SetSortType(stNone);
     Fill({"1"});
+    Control->SetSortType(stNone);
     EXPECT_EQ(Order(), "0AbBz1");
     EXPECT_TRUE(Control->AlphaSort());
     EXPECT_EQ(Order(), "01AbBz");
@@ -275,6 +321,29 @@ TEST_F(ListViewSorting, WithinAnUpdateItWaitsForTheEnd) {
     Control->Items().BeginUpdate();
     Control->Items().EndUpdate();
     EXPECT_EQ(compared, 0);
+    Control->Items().BeginUpdate();
+    Control->Items().BeginUpdate();
+    Control->Items()[0].SetCaption("z");
+    Control->Items().EndUpdate();
+    EXPECT_EQ(compared, 0) << "they nest";
+    ValidateRect(Control->Handle(), nullptr);
+    Control->Items().EndUpdate();
+    EXPECT_EQ(Order(), "bcz");
+    EXPECT_TRUE(GetUpdateRect(Control->Handle(), nullptr, FALSE));
+}
+
+TEST_F(ListViewSorting, AnItemThatStaysInItsPlaceIsComparedWithThoseBesideIt) {
+    int compared = 0;
+    Control->SetOnCompare([&](TObject*, TListItem* a, TListItem* b, int, int& compare) {
+        ++compared;
+        compare = CompareText(a->Caption(), b->Caption());
+    });
+    Fill({"a", "b", "b", "b", "c", "d", "e", "f", "g", "h"});
+    Control->SetSortType(stText);
+    compared = 0;
+    Control->Items()[2].SetCaption("b");
+    Control->Items()[7].SetCaption("fa");
+    EXPECT_EQ(compared, 4);
 }
 
 TEST_F(ListViewSorting, AHandlerComparesByTheDataOfTheProgram) {
@@ -338,6 +407,40 @@ TEST_F(ListViewSorting, AHandlerMayChangeTheListOrFreeIt) {
     EXPECT_EQ(Control->Items().Count(), 0);
     Control->SetOnCompare(nullptr);
     Fill({"c", "b", "a"});
+    Control->SetOnCompare([&](TObject*, TListItem*, TListItem*, int, int& compare) {
+        compare = 1;
+        if (Control->Items().Count() == 3) {
+            Control->Items().Add();
+        }
+    });
+    EXPECT_FALSE(Control->AlphaSort());
+    EXPECT_EQ(Control->Items()[0].Caption(), "c");
+    Control->SetOnCompare([&](TObject*, TListItem*, TListItem*, int, int& compare) {
+        compare = 1;
+        if (Control->Items().Count() == 4) {
+            Control->Items().Delete(3);
+        }
+    });
+    EXPECT_FALSE(Control->AlphaSort());
+    EXPECT_EQ(Order(), "cba");
+    Control->SetOnCompare([&](TObject*, TListItem*, TListItem*, int, int& compare) {
+        compare = -1;
+        Control->Items().Clear();
+    });
+    Control->SetSortType(stText);
+    EXPECT_EQ(Control->Items().Count(), 0);
+    Control->SetOnCompare(nullptr);
+    Fill({"a", "b", "c"});
+    int compared = 0;
+    Control->SetOnCompare([&](TObject*, TListItem*, TListItem*, int, int&) {
+        ++compared;
+        Control->Items().Clear();
+    });
+    Control->Items()[1].SetCaption("x");
+    EXPECT_EQ(compared, 1) << "there is nothing to compare any more";
+    Control->SetSortType(stNone);
+    Control->SetOnCompare(nullptr);
+    Fill({"c", "b", "a"});
     Control->SetSortType(stText);
     Control->SetOnCompare([&](TObject*, TListItem*, TListItem*, int, int&) { Control->Free(); });
     Control->Items()[1].SetCaption("x");
@@ -351,23 +454,18 @@ TEST_F(ListViewSorting, AListFromAFormFileIsSorted) {
     file.insert(file.find("  Items."), "  SortType = stText\r\n");
     ReadFormOver(*Control, file);
     EXPECT_EQ(Order(), "ab");
-    EXPECT_NE(FormTextOf(*Control).find(file.substr(file.find("  Items."))), std::string::npos) << "as it stood";
-}
-
-TEST_F(ListViewSorting, StateImagesShow) {
-    auto* const images = new TImageList(Form.get());
-    Control->SetStateImages(images);
-    Fill({"a"});
-    Control->Items()[0].SetStateIndex(1);
-    Show();
-    const auto state = [&] { return SendMessageA(Control->Handle(), LVM_GETITEMSTATE, 0, LVIS_STATEIMAGEMASK) >> 12; };
-    EXPECT_EQ(state(), 2);
-    Control->Items()[0].SetStateIndex(-1);
-    EXPECT_EQ(state(), 0);
-    EXPECT_NE(SendMessageA(Control->Handle(), LVM_GETIMAGELIST, LVSIL_STATE, 0), 0);
-    images->Free();
-    EXPECT_EQ(Control->StateImages(), nullptr);
-    EXPECT_EQ(SendMessageA(Control->Handle(), LVM_GETIMAGELIST, LVSIL_STATE, 0), 0);
+    const std::string stood = file.substr(file.find("  Items."));
+    EXPECT_NE(FormTextOf(*Control).find(stood), std::string::npos) << "as it stood";
+    ReadFormOver(*Control, "object L: TListView SortType = stBoth end"); // as a file that inherits from it
+    EXPECT_NE(FormTextOf(*Control).find(stood), std::string::npos);
+    Control->SetOnCompare([](TObject*, TListItem* a, TListItem* b, int, int& compare) {
+        compare = -CompareText(a->Caption(), b->Caption());
+    });
+    Control->AlphaSort();
+    EXPECT_EQ(Order(), "ba");
+    Control->SetOnCompare(nullptr);
+    Control->AlphaSort();
+    EXPECT_EQ(FormTextOf(*Control).find(stood), std::string::npos) << "the program has sorted it";
 }
 
 } // namespace

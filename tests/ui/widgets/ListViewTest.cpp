@@ -204,5 +204,66 @@ TEST_F(Report, ChangesOfColumnsAreNoChangesOfItems) {
     EXPECT_GT(changes, 0);
 }
 
+TEST_F(ListView, ImagesShow) {
+    auto* const large = new TImageList(Form.get());
+    auto* const small = new TImageList(Form.get());
+    auto* const button = Add<TListView>(0, 0, 10, 10);
+    Control->Items().Add().SetCaption("a");
+    Control->Items()[0].SetImageIndex(3);
+    Show();
+    Control->SetLargeImages(large);
+    Control->SetSmallImages(small);
+    const auto shown = [&](WPARAM which) {
+        return reinterpret_cast<HIMAGELIST>(SendMessageA(Control->Handle(), LVM_GETIMAGELIST, which, 0));
+    };
+    EXPECT_EQ(shown(LVSIL_NORMAL), large->Handle());
+    EXPECT_EQ(shown(LVSIL_SMALL), small->Handle());
+    LVITEMA item{};
+    item.mask = LVIF_IMAGE;
+    SendMessageA(Control->Handle(), LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    EXPECT_EQ(item.iImage, 3);
+    button->Free();
+    EXPECT_EQ(Control->LargeImages(), large);
+    EXPECT_EQ(shown(LVSIL_NORMAL), large->Handle());
+    Control->SetSmallImages(large);
+    Control->SetSmallImages(nullptr);
+    EXPECT_EQ(shown(LVSIL_SMALL), nullptr);
+    large->Free(); // which serves as one of the lists still
+    EXPECT_EQ(Control->LargeImages(), nullptr);
+    EXPECT_EQ(shown(LVSIL_NORMAL), nullptr);
+}
+
+TEST_F(ListView, AnItemMayBeSelectedBeforeThereIsAWindow) {
+    Control->Items().Add().SetCaption("a");
+    Control->Items().Add().SetCaption("b");
+    Control->Items()[1].SetSelected(true);
+    EXPECT_TRUE(Control->Items()[1].Selected());
+    EXPECT_EQ(Control->ItemIndex(), 1);
+    Show();
+    EXPECT_EQ(Control->ItemIndex(), 1);
+    EXPECT_EQ(SendMessageA(Control->Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), 1);
+}
+
+TEST_F(ListView, StateImagesShow) {
+    auto* const images = new TImageList(Form.get());
+    Control->SetStateImages(images);
+    Control->Items().Add().SetCaption("a");
+    Control->Items()[0].SetStateIndex(1);
+    Show();
+    const auto state = [&] { return SendMessageA(Control->Handle(), LVM_GETITEMSTATE, 0, LVIS_STATEIMAGEMASK) >> 12; };
+    EXPECT_EQ(state(), 2);
+    Control->Items()[0].SetStateIndex(40);
+    EXPECT_EQ(state(), 15) << "the greatest that there is";
+    Control->Items()[0].SetStateIndex(-9);
+    EXPECT_EQ(state(), 0);
+    Control->Items()[0].SetStateIndex(2);
+    Control->Items()[0].SetStateIndex(-1);
+    EXPECT_EQ(state(), 0);
+    EXPECT_NE(SendMessageA(Control->Handle(), LVM_GETIMAGELIST, LVSIL_STATE, 0), 0);
+    images->Free();
+    EXPECT_EQ(Control->StateImages(), nullptr);
+    EXPECT_EQ(SendMessageA(Control->Handle(), LVM_GETIMAGELIST, LVSIL_STATE, 0), 0);
+}
+
 } // namespace
 } // namespace kx

@@ -132,7 +132,7 @@ class TListItem : public TPersistent {
     TStrings& SubItems() { return *FSubItems; }    ///< Texts of the columns behind the first, and more if one likes.
     int ImageIndex() const { return FImageIndex; } ///< In the list view's images; -1: none.
     void SetImageIndex(int value);
-    int StateIndex() const { return FStateIndex; } ///< In the state images, from 1 on; -1: none.
+    int StateIndex() const { return FStateIndex; } ///< In the state images; -1: none.
     void SetStateIndex(int value);
     void* Data() const { return FData; } ///< The program's.
     void SetData(void* value);

@@ -127,8 +127,7 @@ void TListItem::Assign(const TPersistent* source) {
         FOverlayIndex = other->FOverlayIndex;
         FSubItemImages = other->FSubItemImages;
         FData = other->FData;
-        FSubItems->Assign(other->FSubItems.get());
-        Changed();
+        FSubItems->Assign(other->FSubItems.get()); // which tells of the change
     } else {
         TPersistent::Assign(source);
     }
@@ -261,8 +260,8 @@ bool TListView::IsInPlace(TListItem& item) {
 
 /// The item has got another caption or other data.
 void TListView::SortAfter(TListItem& item) {
-    if (IsLoading() || FItems.FUpdateCount > 0) {
-        FItems.FSortsLater = FItems.FSortsLater || !IsLoading();
+    if (FItems.FUpdateCount > 0) {
+        FItems.FSortsLater = true;
         return;
     }
     bool isInPlace = true;

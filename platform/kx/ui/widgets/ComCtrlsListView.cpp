@@ -123,10 +123,7 @@ void TListView::ApplyImages() {
 }
 
 void TListView::SetImages(TImageList*& field, TImageList* value) {
-    if (field) {
-        RemoveFreeNotification(field);
-    }
-    field = value;
+    field = value; // the old one may still serve as another of the lists, and goes on telling when it goes
     if (value) {
         FreeNotification(value);
     }
