@@ -38,6 +38,10 @@ TEST_F(ConstrainedResize, AHandlerLimitsTheSizeAnew) {
         EXPECT_EQ(SizeOf(*control), (TPoint{45, 20}));
         control->SetBounds(0, 0, 500, 500);
         EXPECT_EQ(SizeOf(*control), (TPoint{100, 60}));
+        control->SetBounds(0, 0, 46, 59);
+        EXPECT_EQ(SizeOf(*control), (TPoint{46, 59})) << "within the limits";
+        control->SetBounds(0, 0, 99, 21);
+        EXPECT_EQ(SizeOf(*control), (TPoint{99, 21}));
         EXPECT_EQ(control->Constraints().MinWidth(), 30) << "for that time only";
         control->SetOnConstrainedResize(nullptr);
         control->SetBounds(0, 0, 500, 500);
@@ -86,6 +90,32 @@ TEST_F(ConstrainedResize, IsAPropertyOfFormFiles) {
     const TPropInfo* const property = TForm::StaticClass().FindProperty("OnConstrainedResize");
     ASSERT_TRUE(property);
     EXPECT_EQ(property->Kind, TTypeKind::Event);
+}
+
+TEST_F(ConstrainedResize, LimitsActAtOnceAndAreNeverNegative) {
+    Panel->SetBounds(0, 0, 200, 200);
+    Box->Constraints().SetMaxWidth(45);
+    Box->Constraints().SetMinHeight(60);
+    EXPECT_EQ(SizeOf(*Box), (TPoint{45, 60}));
+    Panel->SetConstraints(Box->Constraints());
+    EXPECT_EQ(SizeOf(*Panel), (TPoint{45, 200}));
+    EXPECT_EQ(Panel->Constraints().MinHeight(), 60);
+    Panel->Constraints().SetMaxWidth(-1);
+    EXPECT_EQ(Panel->Constraints().MaxWidth(), 0);
+}
+
+TEST_F(ConstrainedResize, NobodyIsAskedOrToldBeforeTheFileIsRead) {
+    int asked = 0;
+    int told = 0;
+    Box->SetOnConstrainedResize([&](TObject*, int&, int&, int&, int&) { ++asked; });
+    Box->SetOnResize([&](TObject*) { ++told; });
+    ReadFormOver(*Box, "object B: TPaintBox Width = 77 Height = 66 end");
+    EXPECT_EQ(SizeOf(*Box), (TPoint{77, 66}));
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(told, 0);
+    Box->SetWidth(78);
+    EXPECT_GT(asked, 0);
+    EXPECT_EQ(told, 1);
 }
 
 } // namespace

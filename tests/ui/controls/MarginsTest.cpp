@@ -94,12 +94,28 @@ TEST_F(Margins, FormFilesHoldThem) {
     EXPECT_EQ(panel.Margins().Top(), 3);
     EXPECT_EQ(panel.Margins().Bottom(), 7);
     EXPECT_EQ(panel.Padding().Top(), 5);
+    panel.Margins().SetRight(4);
+    panel.Margins().SetTop(2);
     TPanel copy;
     copy.SetMargins(panel.Margins());
     copy.SetPadding(panel.Padding());
     const std::string written = FormLinesOf(copy);
-    EXPECT_NE(written.find("  Margins.Left = 0\n  Margins.Bottom = 7\n"), std::string::npos) << written;
+    EXPECT_NE(written.find("  Margins.Left = 0\n  Margins.Top = 2\n  Margins.Right = 4\n  Margins.Bottom = 7\n"),
+              std::string::npos)
+        << written;
     EXPECT_NE(written.find("  Padding.Top = 5\n"), std::string::npos) << written;
+}
+
+TEST_F(Margins, TakenOverFromAnotherControlTheyActAtOnce) {
+    auto* const panel = AddAligned(alClient);
+    panel->SetAlignWithMargins(true);
+    TPanel other;
+    other.Margins().SetLeft(11);
+    other.Padding().SetTop(12);
+    panel->SetMargins(other.Margins());
+    EXPECT_EQ(panel->Left(), 11);
+    Form->SetPadding(other.Padding());
+    EXPECT_EQ(panel->Top(), 12 + 3);
 }
 
 } // namespace

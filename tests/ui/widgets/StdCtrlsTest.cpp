@@ -229,25 +229,6 @@ TEST_F(CheckBox, TogglesAndGoesThroughItsThreeStates) {
     EXPECT_EQ(clicks, 4);
 }
 
-class Label : public TControlTest<TLabel> {};
-
-TEST_F(Label, TheSizeFollowsTheText) {
-    Control->SetCaption("short");
-    const int width = Control->Width();
-    Control->SetCaption("a much longer text");
-    EXPECT_GT(Control->Width(), width);
-    EXPECT_LT(Control->Height(), 30);
-    Control->Font().SetHeight(-40);
-    EXPECT_GE(Control->Height(), 40);
-    const int right = Control->Left() + Control->Width();
-    Control->SetAlignment(taRightJustify);
-    Control->SetCaption("x");
-    EXPECT_EQ(Control->Left() + Control->Width(), right);
-    Control->SetAutoSize(false);
-    Control->SetCaption("a much longer text again");
-    EXPECT_LT(Control->Width(), 100);
-}
-
 class TabControl : public TControlTest<TTabControl> {};
 
 TEST_F(TabControl, AClickOnATabAsksAndChanges) {
@@ -363,42 +344,43 @@ TEST_F(Image, ProportionalItKeepsThePicturesProportions) {
     EXPECT_EQ(painted(), (TRect{0, 0, 100, 10}));
 }
 
-class EllipsisLabel : public TControlTest<TLabel> {
-protected:
-    /// The label's ink, row by row.
-    std::vector<bool> Ink() {
-        Form->Repaint();
-        std::vector<bool> ink;
-        const TWindowDC dc(Form->Handle());
-        for (int y = 0; y < Control->Height(); ++y) {
-            for (int x = 0; x < Control->Width(); ++x) {
-                ink.push_back(GetPixel(dc.Handle(), Control->Left() + x, Control->Top() + y) != COLORREF{0xFFFFFF});
-            }
-        }
-        return ink;
-    }
-};
-
-TEST_F(EllipsisLabel, ShowsByDotsThatThereIsMore) {
-    Form->SetColor(clWhite);
-    Control->SetAutoSize(false);
-    Control->SetBounds(10, 10, 60, 20);
-    Control->SetCaption("HHHHH\\HHHHH HHHH\\HHHHH");
+TEST_F(Image, EachSettingIsPaintedAtOnce) {
+    Control->Picture().Bitmap().SetSize(200, 10);
+    Control->Picture().Bitmap().Canvas().Brush().SetColor(clRed);
+    Control->Picture().Bitmap().Canvas().FillRect({0, 0, 200, 10});
     Show();
-    std::map<TEllipsisPosition, std::vector<bool>> ink;
-    for (const TEllipsisPosition position : {epNone, epPathEllipsis, epEndEllipsis, epWordEllipsis}) {
-        Control->SetEllipsisPosition(position);
-        ink[position] = Ink();
-    }
-    EXPECT_NE(ink[epNone], ink[epEndEllipsis]);
-    EXPECT_NE(ink[epNone], ink[epWordEllipsis]);
-    EXPECT_NE(ink[epNone], ink[epPathEllipsis]);
-    EXPECT_NE(ink[epPathEllipsis], ink[epEndEllipsis]);
-    Control->SetCaption("H");
-    EXPECT_EQ((Control->SetEllipsisPosition(epNone), Ink()), (Control->SetEllipsisPosition(epEndEllipsis), Ink()));
-    Control->SetCaption("HHHHHHHHHHHHHHHH");
+    const auto repaints = [&](auto&& set) {
+        Form->Update();
+        set();
+        return GetUpdateRect(Form->Handle(), nullptr, FALSE) != 0;
+    };
+    EXPECT_TRUE(repaints([&] { Control->SetCenter(true); }));
+    EXPECT_TRUE(repaints([&] { Control->SetProportional(true); }));
+    Control->SetProportional(false);
+    EXPECT_TRUE(repaints([&] { Control->SetStretch(true); }));
+    Form->Repaint();
+    const TWindowDC dc(Form->Handle());
+    EXPECT_EQ(GetPixel(dc.Handle(), 15, 105), COLORREF{0x0000FF}) << "it is stretched from above to below only";
+}
+
+TEST_F(Image, APictureOfNoSizeGivesItNoSize) {
     Control->SetAutoSize(true);
-    EXPECT_GT(Control->Width(), 60) << "the whole text has room";
+    EXPECT_EQ(Control->Width(), 200);
+    Control->Picture().Bitmap().SetSize(30, 0);
+    EXPECT_EQ(Control->BoundsRect(), (TRect{10, 10, 210, 110}));
+    Control->Picture().Bitmap().SetSize(30, 20);
+    EXPECT_EQ(Control->BoundsRect(), (TRect{10, 10, 40, 30}));
+}
+
+TEST_F(Image, PicturesThatComeLaterAreTransparentToo) {
+    Control->Picture().Bitmap().SetSize(20, 10);
+    EXPECT_FALSE(Control->Picture().Graphic()->Transparent());
+    Control->SetTransparent(true);
+    EXPECT_TRUE(Control->Picture().Graphic()->Transparent());
+    TPicture other;
+    other.Bitmap().SetSize(5, 5);
+    Control->SetPicture(other);
+    EXPECT_TRUE(Control->Picture().Graphic()->Transparent());
 }
 
 } // namespace
