@@ -8,35 +8,13 @@ namespace kx::designer {
 
 namespace {
 
-std::optional<int64_t> ReadOrdinal(TReader& reader, const TPropInfo& info) {
-    switch (reader.NextValue()) {
-    case vaInt8:
-    case vaInt16:
-    case vaInt32:
-    case vaInt64: return reader.ReadInt64();
-    case vaFalse:
-    case vaTrue: return reader.ReadBoolean() ? 1 : 0;
-    case vaSet: return info.Enum ? std::optional<int64_t>(reader.ReadSet(*info.Enum)) : std::nullopt;
-    case vaIdent: {
-        const std::string name = reader.ReadIdent();
-        if (info.Enum) {
-            return info.Enum->Find(name);
-        }
-        return info.Idents ? std::optional<int64_t>(info.Idents->Find(name)) : std::nullopt;
-    }
-    default:
-        return info.Kind == TTypeKind::Char ? std::optional<int64_t>(static_cast<unsigned char>(reader.ReadChar()))
-                                            : std::nullopt;
-    }
-}
-
 /// Sets the property from the value that the reader stands before; null: there is none.
 bool Set(TComponent& root, TPersistent& instance, const TPropInfo& info, TReader* reader) {
     if (info.IsReadOnly()) {
         return false;
     }
     if (info.IsOrdinal()) {
-        const std::optional<int64_t> ordinal = reader ? ReadOrdinal(*reader, info) : info.Default;
+        const std::optional<int64_t> ordinal = reader ? reader->ReadOrdinal(info) : info.Default;
         if (ordinal) {
             info.SetOrd(instance, *ordinal);
         }

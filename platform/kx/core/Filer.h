@@ -110,6 +110,8 @@ public:
     std::string ReadString();
     std::string ReadIdent(); ///< A name; also "True", "False", "nil" and "Null".
     uint32_t ReadSet(const TEnumInfo& elements);
+    /// A value of an ordinal property: a number, a character, or the names of the property's type.
+    int64_t ReadOrdinal(const TPropInfo& property);
     void ReadListBegin();
     void ReadListEnd();
     bool EndOfList();       ///< True in front of the end of a list.
@@ -235,7 +237,6 @@ private:
     void ReadPropertyPath(TPersistent& instance, const std::string& path);
     bool ReadDefinedProperty(TPersistent& instance, std::string_view name);
     void ReadPropertyValue(TPersistent& instance, const TPropInfo& property);
-    int64_t ReadOrdinal(const TPropInfo& property);
     void ReadEvent(TPersistent& instance, const TPropInfo& property);
     void ReadReference(const TPropInfo& property);
     void ReadItems(TCollection& collection, TCollection* known);
