@@ -52,6 +52,12 @@ void TDesignedForm::Loaded() {
     }
 }
 
+void TDesignedForm::Resize() {
+    if (Outlives(*this, [this] { TForm::Resize(); })) {
+        FOnSized();
+    }
+}
+
 void TDesignedForm::Paint() {
     constexpr int patternSize = 8; // of what every system can make a brush
     if (FGridSize <= 0) {

@@ -30,10 +30,14 @@ class TDesignedForm : public TForm {
     int GridSize() const { return FGridSize; } ///< Pixels between the dots; 0: none are shown.
     void SetGridSize(int value);
 
+    /// The form has another size, whoever gave it that.
+    void SetOnSized(TEvent<void()> value) { FOnSized = std::move(value); }
+
     void Loaded() override;
 
 protected:
     void Paint() override;
+    void Resize() override;
     bool DialogKey(uint16_t, TShiftState) override { return false; } ///< Keys are the designer's.
 
 private:
@@ -41,6 +45,7 @@ private:
     int FDesignTop = 0;
     bool FDesignVisible = false;
     int FGridSize = 8;
+    TEvent<void()> FOnSized;
 };
 
 /// Stands for a component whose class the designer does not know: a box with the name of the class.

@@ -145,6 +145,8 @@ void TDesignerForm::DocumentOpened(TDocument& document) {
             Inspector->UpdateValues();
             RefreshView();
             UpdateTitle();
+        } else {
+            UpdateTabs(); // which tell what is not saved
         }
     });
     designer.SetOnSelectionChanged([this, isShown] {

@@ -29,9 +29,13 @@ TFormDesigner::TFormDesigner(const std::string& bytes, HWND parent, TAncestorFil
     ReadAncestor();
     FUndo.Start(Write());
     FSelection = {FForm.get()};
+    WatchSize();
 }
 
-TFormDesigner::~TFormDesigner() { NotifyDesignerClosed(*this, false); }
+TFormDesigner::~TFormDesigner() {
+    FForm->SetOnSized(nullptr);
+    NotifyDesignerClosed(*this, false);
+}
 
 // --- What the form inherits
 

@@ -100,7 +100,18 @@ public:
     const std::string& State() const { return FUndo.State(); }
     /// The same as a file may hold it: with plain numbers.
     std::string PlainState() { return WriteForm(*FForm, FAncestor.get(), TFormNumbers::Plain); }
-    bool IsBusy() const { return FBusy > 0; } ///< A change is under way, and the form may be half changed.
+    /// While one of these lives a change is under way, and the form may be half changed: nothing is recorded.
+    class TChange {
+    public:
+        explicit TChange(TFormDesigner& designer) : FDesigner(designer) { ++FDesigner.FBusy; }
+        TChange(const TChange&) = delete;
+        TChange& operator=(const TChange&) = delete;
+        ~TChange() { --FDesigner.FBusy; }
+
+    private:
+        TFormDesigner& FDesigner;
+    };
+    bool IsBusy() const { return FBusy > 0; }
 
     bool Locked() const { return FLocked; } ///< The mouse and the keyboard move and size nothing.
     void SetLocked(bool value) { FLocked = value; }
@@ -122,6 +133,7 @@ private:
     void Insert(TComponent& parent, const TFormNode& node, size_t index);
     void InsertInside(TComponent& parent, const TFormNode& node);
     void Load(const std::string& bytes);
+    void WatchSize();
     void ReadAncestor();
     std::string Write() { return WriteForm(*FForm, FAncestor.get()); }
     TFormNode Tree() { return ParseForm(Write()); }

@@ -88,17 +88,15 @@ bool TFormDesigner::Record(const std::string& what) {
 }
 
 void TFormDesigner::Do(const std::string& what, const std::function<void()>& change) {
-    ++FBusy;
     try {
+        const TChange underWay(*this);
         change();
     } catch (...) {
-        --FBusy;
         if (const std::string now = Write(); FBusy == 0 && now != FUndo.State()) {
             GoTo(now, FUndo.State());
         }
         throw;
     }
-    --FBusy;
     Record(what);
 }
 
@@ -126,13 +124,12 @@ void TFormDesigner::Step(const std::string& (TUndoStack::*go)()) {
 void TFormDesigner::GoTo(const std::string& from, const std::string& state) {
     const std::vector<std::string> selected = SelectedNames();
     bool isThere = false;
-    ++FBusy;
     try {
+        const TChange underWay(*this);
         isThere = Follow(Difference(ParseForm(from), ParseForm(state))) && Write() == state;
     } catch (const std::exception&) {
         isThere = false; // a setter refuses: the values have to come in the order of the file
     }
-    --FBusy;
     if (!isThere) {
         Load(state);
         SelectNames(selected);
@@ -197,11 +194,18 @@ void TFormDesigner::Load(const std::string& bytes) {
     NotifyDesignerClosed(*this, true);
     FSelection = {form.get()};
     std::swap(FForm, form);
+    form->SetOnSized(nullptr);
     FForm->SetGridSize(form->GridSize());
     FOnFormReplaced();
     form.reset();
     FOnSelectionChanged();
     NotifySelectionChanged(*this, FSelection);
+    WatchSize();
+}
+
+/// Packages may size the form itself, as a preview does. They know the form, and not its designer.
+void TFormDesigner::WatchSize() {
+    FForm->SetOnSized([this] { Record("Size"); });
 }
 
 // --- Components come and go

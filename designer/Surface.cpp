@@ -106,7 +106,7 @@ void TDesignSurface::SetDesigner(TFormDesigner* value) {
 
 void TDesignSurface::FormReplaced() {
     FDrag = TDrag::None;
-    FMoved.clear();
+    ForgetMoved();
     FOverlay.LeaveForm();
     if (FDesigner && HandleAllocated()) {
         TDesignedForm& form = FDesigner->Form();

@@ -100,6 +100,7 @@ private:
     void Press(const TPoint& point, TShiftState shift);
     void GiveTabOrder(TControl& control);
     void StartMoved();
+    void ForgetMoved();
     void DragTo(const TPoint& point, TShiftState shift);
     void MoveTo(const TPoint& formPoint, bool snap);
     void SizeTo(const TPoint& formPoint, bool snap);
@@ -139,8 +140,10 @@ private:
     int FHandle = -1;
     bool FAddsToSelection = false;
     bool FReleasing = false; ///< The left button has just been released.
+    bool FAltIsOurs = false; ///< Alt went down in a drag, and is still down.
     std::vector<TMoved> FMoved;
-    TWinControl* FContainer = nullptr; ///< Of a band or a new component, while it is dragged.
+    std::optional<TFormDesigner::TChange> FChange; ///< As long as something is being moved or sized.
+    TWinControl* FContainer = nullptr;             ///< Of a band or a new component, while it is dragged.
     std::vector<TGuide> FGuides;
 
     TNotifyEvent FOnToolUsed;

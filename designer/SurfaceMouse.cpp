@@ -93,7 +93,8 @@ void TDesignSurface::GiveTabOrder(TControl& control) {
 
 /// Notes where what is moved stands.
 void TDesignSurface::StartMoved() {
-    FMoved.clear();
+    ForgetMoved();
+    FChange.emplace(*FDesigner);
     for (TComponent* component : FDesigner->SelectedComponents()) {
         const auto* const control = dynamic_cast<TControl*>(component);
         if (!control) {
@@ -112,6 +113,11 @@ void TDesignSurface::StartMoved() {
             return around && control && around != control && around->ContainsControl(control);
         });
     });
+}
+
+void TDesignSurface::ForgetMoved() {
+    FMoved.clear();
+    FChange.reset();
 }
 
 void TDesignSurface::MouseMove(TShiftState shift, int x, int y) {
@@ -259,7 +265,7 @@ void TDesignSurface::EndDrag() {
     switch (drag) {
     case TDrag::Move:
     case TDrag::Size:
-        FMoved.clear();
+        ForgetMoved();
         FDesigner->Record(drag == TDrag::Move ? "Move" : "Size");
         break;
     case TDrag::Band: SelectInBand(FAddsToSelection); break;
@@ -287,7 +293,7 @@ void TDesignSurface::CancelDrag() {
             SetIconPlace(*moved.Component, {moved.Before.Left, moved.Before.Top});
         }
     }
-    FMoved.clear();
+    ForgetMoved();
     FGuides.clear();
     UpdateMarks();
 }

@@ -65,15 +65,6 @@ protected:
         TypeText(text);
         Press(VK_RETURN);
     }
-    TForm* FormOfClass(const std::string& className) {
-        for (int i = 0; i < Screen().FormCount(); ++i) {
-            auto* const form = dynamic_cast<TForm*>(Screen().Forms(i));
-            if (form && form->Visible() && form->ClassName() == className) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
     /// A button of the window that is shown, once it is.
     static TStep PressIn(const std::string& what, const std::function<TForm*()>& window, const char* button) {
         return {what, [window] { return window() != nullptr; },
@@ -144,7 +135,7 @@ void NewcomersRoad::MakeMainForm() {
 /// A double click on the dialog's icon
 void NewcomersRoad::Customize() {
     const TPoint icon = At("KxOpenDialog1");
-    TTestDriver customize({{"the dialog designer", [this] { return FormOfClass("TDlgDsgnForm") != nullptr; },
+    TTestDriver customize({{"the dialog designer", [] { return FormOfClass("TDlgDsgnForm") != nullptr; },
                             [this] {
                                 TForm& dialogDesigner = *FormOfClass("TDlgDsgnForm");
                                 auto& right = dynamic_cast<TComboBox&>(*dialogDesigner.FindComponent("cbRight"));
@@ -178,7 +169,7 @@ void NewcomersRoad::Preview() {
                               PressKey(VK_RETURN);
                           }},
                          PressIn(
-                             "the preview's window", [this] { return FormOfClass("TKxPreviewDummyFrm"); }, "Button1"),
+                             "the preview's window", [] { return FormOfClass("TKxPreviewDummyFrm"); }, "Button1"),
                          {"the dialog", FileDialogShown, [&] {
                               auto& dialog = The<TKxOpenDialog>("KxOpenDialog1");
                               const TForm* const copy = dialog.CustDlgParams().RightForm();

@@ -84,6 +84,17 @@ protected:
         Settle();
     }
 
+    /// The window of that class which is shown; null when there is none.
+    static TForm* FormOfClass(const std::string& className) {
+        for (int i = 0; i < Screen().FormCount(); ++i) {
+            auto* const form = dynamic_cast<TForm*>(Screen().Forms(i));
+            if (form && form->Visible() && form->ClassName() == className) {
+                return form;
+            }
+        }
+        return nullptr;
+    }
+
     /// Does `act`, which opens a message box, and answers that.
     static std::string AnswerTo(const TAction& act, int answer) {
         std::string text;
