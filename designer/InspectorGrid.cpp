@@ -91,7 +91,7 @@ void TInspectorGrid::SetFilter(const std::string& value) {
 }
 
 void TInspectorGrid::AddRow(const TPropertyEditorPtr& editor, int level, const std::string& around) {
-    std::string name = editor->GetName();
+    std::string name = NameOf(*editor);
     if (level == 0 && !FFilter.empty() && UpperCase(name).find(FFilter) == std::string::npos) {
         return;
     }
@@ -102,8 +102,8 @@ void TInspectorGrid::AddRow(const TPropertyEditorPtr& editor, int level, const s
     if (isExpanded) {
         try {
             editor->GetProperties([&](const TPropertyEditorPtr& inner) { AddRow(inner, level + 1, path + "."); });
-        } catch (const Exception& error) {
-            FError = error.Message(); // what it has named until then is shown
+        } catch (const std::exception& error) {
+            FError = error.what(); // what it has named until then is shown
         }
     }
 }
@@ -116,7 +116,7 @@ void TInspectorGrid::Build() {
             return (info.Kind == TTypeKind::Event) == FShowsEvents;
         });
         std::ranges::stable_sort(editors, {},
-                                 [](const TPropertyEditorPtr& editor) { return UpperCase(editor->GetName()); });
+                                 [](const TPropertyEditorPtr& editor) { return UpperCase(NameOf(*editor)); });
         for (const TPropertyEditorPtr& editor : editors) {
             AddRow(editor, 0, {});
         }
@@ -142,10 +142,18 @@ void TInspectorGrid::UpdateValues() {
     Invalidate();
 }
 
+std::string TInspectorGrid::NameOf(const TPropertyEditor& editor) {
+    try {
+        return editor.GetName();
+    } catch (const std::exception&) {
+        return editor.PropInfo().Name;
+    }
+}
+
 TPropertyAttributes TInspectorGrid::AttributesOf(const TPropertyEditor& editor) {
     try {
         return editor.GetAttributes();
-    } catch (const Exception&) {
+    } catch (const std::exception&) {
         return {paReadOnly};
     }
 }
@@ -183,7 +191,7 @@ bool IsChanged(TPropertyEditor& editor) {
 bool TInspectorGrid::RowIsBold(int row) const {
     try {
         return IsChanged(*FRows.at(static_cast<size_t>(row)).Editor);
-    } catch (const Exception&) {
+    } catch (const std::exception&) {
         return false;
     }
 }
@@ -335,8 +343,8 @@ void TInspectorGrid::ShowField() {
         std::vector<std::string> values;
         try {
             row.Editor->GetValues([&](const std::string& one) { values.push_back(one); });
-        } catch (const Exception& error) {
-            FError = error.Message(); // what it has offered until then can be chosen
+        } catch (const std::exception& error) {
+            FError = error.what(); // what it has offered until then can be chosen
         }
         if (attributes.Contains(paSortList)) {
             std::ranges::sort(values, {}, [](const std::string& one) { return UpperCase(one); });

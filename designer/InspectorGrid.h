@@ -97,6 +97,7 @@ private:
     void UpdateScroll();
     void Scroll(int to);
     std::string ValueOf(const TPropertyEditor& editor) const;
+    static std::string NameOf(const TPropertyEditor& editor);               ///< Of one that throws: the property's.
     static TPropertyAttributes AttributesOf(const TPropertyEditor& editor); ///< Of one that throws: read-only.
     TWinControl* Field();
 

@@ -234,8 +234,8 @@ void TStructure::DragDrop(TObject*, int x, int y) {
     }
     try {
         FDesigner->Place(Dragged(), *place->Parent, place->Next);
-    } catch (const Exception& error) {
-        FOnFailed(error.Message());
+    } catch (const std::exception& error) {
+        FOnFailed(error.what());
     }
 }
 

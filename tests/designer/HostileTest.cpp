@@ -45,12 +45,19 @@ const TClass& TUnruly::StaticClass() {
 /// An editor that throws from the function that `Throws` names.
 class TSulkyProperty : public TStringProperty {
 public:
-    using TStringProperty::TStringProperty;
     static inline std::string Throws;
     static void May(const char* what) {
         if (Throws == what) {
-            throw EInvalidOperation(std::string("sulky ") + what);
+            throw std::runtime_error(std::string("sulky ") + what); // its author knows the standard's
         }
+    }
+    TSulkyProperty(IDesigner& designer, std::vector<TInstanceProperty> properties)
+        : TStringProperty(designer, std::move(properties)) {
+        May("TSulkyProperty");
+    }
+    std::string GetName() const override {
+        May("GetName");
+        return TStringProperty::GetName();
     }
     TPropertyAttributes GetAttributes() const override {
         May("GetAttributes");
@@ -106,7 +113,8 @@ TEST_F(Hostile, AnEditorThatThrowsChangesNothing) {
     AddUnruly();
     designer::TInspectorGrid& grid = Window->ObjectInspector().Grid();
     const std::string before = Text();
-    for (const char* what : {"GetAttributes", "GetValue", "SetValue", "GetValues", "GetProperties", "Edit"}) {
+    for (const char* what :
+         {"GetName", "GetAttributes", "GetValue", "SetValue", "GetValues", "GetProperties", "Edit"}) {
         TSulkyProperty::Throws = what;
         Designer().SelectOne(Designer().Form());
         Designer().SelectOne(The("Unruly1"));
@@ -136,6 +144,26 @@ TEST_F(Hostile, AnEditorThatThrowsChangesNothing) {
         EXPECT_EQ(Text(), before) << what;
         EXPECT_EQ(designer::WriteForm(Designer().Form()), Designer().State()) << what;
     }
+}
+
+TEST_F(Hostile, AnEditorThatThrowsWhileItIsMadeOrAskedCostsItsOwnPropertyOnly) {
+    Open();
+    TUnruly& first = AddUnruly();
+    TUnruly& second = AddUnruly();
+    const designer::TInspectorGrid& grid = Window->ObjectInspector().Grid();
+    Designer().Select({&first, &second});
+    ASSERT_GE(grid.FindRow("Mood"), 0);
+    const int rows = grid.RowCount();
+    for (const char* what : {"TSulkyProperty", "GetAttributes"}) {
+        TSulkyProperty::Throws = what;
+        Designer().SelectOne(Designer().Form());
+        Designer().Select({&first, &second});
+        EXPECT_EQ(grid.FindRow("Mood"), -1) << what;
+        EXPECT_EQ(grid.RowCount(), rows - 1) << what;
+        EXPECT_EQ(grid.RowValue(grid.FindRow("Level")), "0") << what;
+    }
+    TSulkyProperty::Throws.clear();
+    EXPECT_EQ(ShownMessageBox(), nullptr);
 }
 
 TEST_F(Hostile, ACommandOfAComponentThatFailsHalfwayIsTakenBack) {

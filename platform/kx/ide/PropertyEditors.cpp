@@ -2,6 +2,8 @@
 
 #include "kx/ide/PropertyEditors.h"
 
+#include "kx/core/Barrier.h"
+
 #include <tuple>
 
 namespace kx {
@@ -105,10 +107,13 @@ std::vector<TPropertyEditorPtr> GetPropertyEditors(IDesigner& designer, const TD
         if (properties.empty()) {
             continue;
         }
-        TPropertyEditorPtr editor = (*make)(designer, std::move(properties));
-        if (editor && (selection.size() == 1 || editor->GetAttributes().Contains(paMultiSelect))) {
-            editors.push_back(std::move(editor));
-        }
+        // An editor that fails here costs its own property only.
+        Guarded([&] {
+            TPropertyEditorPtr editor = (*make)(designer, std::move(properties));
+            if (editor && (selection.size() == 1 || editor->GetAttributes().Contains(paMultiSelect))) {
+                editors.push_back(std::move(editor));
+            }
+        });
     }
     return editors;
 }

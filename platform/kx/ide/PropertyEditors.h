@@ -143,7 +143,7 @@ void RegisterPropertyEditor(const TPropertyType& type, const TClass* holder, con
 
 /// The editors of the properties that all selected objects have in common, by name, type and editor, in the published
 /// order of the first object's class; without those that are hidden for one of them, and for several objects without
-/// those that do not have paMultiSelect.
+/// those that do not have paMultiSelect. One that throws while it is made or asked is left out, and that is reported.
 /// `wanted` chooses among the properties; empty: all.
 std::vector<TPropertyEditorPtr> GetPropertyEditors(IDesigner& designer, const TDesignSelection& selection,
                                                    const std::function<bool(const TPropInfo&)>& wanted = {});
