@@ -443,6 +443,7 @@ void TInspectorGrid::EditRow(int row) {
         return;
     }
     const TPropertyEditorPtr editor = FRows[static_cast<size_t>(row)].Editor;
+    FError.clear();
     try {
         FDesigner->Do(editor->GetName(), [&] { editor->Edit(); });
     } catch (const EAbort&) {
@@ -450,6 +451,7 @@ void TInspectorGrid::EditRow(int row) {
     } catch (const std::exception& error) {
         FError = error.what();
     }
+    UpdateScroll();
     UpdateValues();
 }
 

@@ -178,7 +178,7 @@ void TInspectorGrid::Paint() {
         }
         canvas.Brush().SetColor(clBtnFace);
         canvas.FillRect({0, r.Bottom - 1, r.Right, r.Bottom});
-        canvas.FillRect({Split(), r.Top, Split() + 1, r.Bottom});
+        canvas.FillRect({Split(), r.Top, Split() + 1, r.Top + RowHeight}); // an error has the whole line below
     }
 }
 

@@ -75,6 +75,83 @@ TEST_F(DialogEditors, ColoursHaveNamesAndNumbers) {
     EXPECT_EQ(The("Box").Color(), TColor(0xABCDEF));
 }
 
+TEST_F(DialogEditors, AColourIsChosenInTheSystemsDialog) {
+    Designer().Select({&The("Box"), &The("NameEdit")});
+    Settle();
+    The("Box").SetColor(clLime);
+    Designer().Record("Color");
+    designer::TInspectorGrid& grid = Window->ObjectInspector().Grid();
+    TTestDriver driver({{"the colours", [] { return ActiveDialog() && ClassOf(ActiveDialog()) == "#32770"; },
+                         [] { PressButton(GetDlgItem(ActiveDialog(), IDOK)); }}});
+    driver.Run([&] {
+        grid.EditRow(grid.FindRow("Color"));
+        return true;
+    });
+    EXPECT_EQ(The("Box").Color(), clLime);
+    EXPECT_EQ(dynamic_cast<TEdit&>(The("NameEdit")).Color(), clLime) << "of all that are selected";
+    EXPECT_EQ(Designer().Steps().UndoText(), "Color");
+}
+
+TEST_F(DialogEditors, AFontIsChosenInTheSystemsDialog) {
+    The("NameLabel").Font().SetStyle({fsBold, fsItalic});
+    The("NameLabel").Font().SetColor(clNavy);
+    The("NameLabel").Font().SetHeight(-15);
+    The("NameEdit").Font().SetColor(clHotLight);
+    Designer().Record("Font");
+    Designer().Select({&The("NameLabel"), &The("NameEdit")});
+    Settle();
+    designer::TInspectorGrid& grid = Window->ObjectInspector().Grid();
+    const auto choose = [&](int button) {
+        TTestDriver driver({{"the fonts", [] { return ActiveDialog() && ClassOf(ActiveDialog()) == "#32770"; },
+                             [=] { PressButton(GetDlgItem(ActiveDialog(), button)); }}});
+        driver.Run([&] {
+            grid.EditRow(grid.FindRow("Font"));
+            return true;
+        });
+    };
+    const std::string before = Text();
+    choose(IDCANCEL);
+    EXPECT_EQ(Text(), before);
+    choose(IDOK);
+    EXPECT_EQ(The("NameEdit").Font().Style(), (TFontStyles{fsBold, fsItalic})) << "of the first, for all";
+    EXPECT_EQ(The("NameEdit").Font().Height(), -15);
+    EXPECT_EQ(The("NameEdit").Font().Color(), clHotLight) << "a colour that was not changed stays";
+}
+
+TEST_F(DialogEditors, APictureIsLoadedFromAFile) {
+    TBitmap bitmap;
+    bitmap.SetWidth(7);
+    bitmap.SetHeight(5);
+    bitmap.SaveToFile(Folder.Path("dot.bmp"));
+    Folder.AddFile("broken.bmp", "no picture");
+    TComponent* const image =
+        Designer().CreateComponent(TImage::StaticClass(), &Designer().Form(), {240, 160, 300, 220});
+    EXPECT_EQ(EditorOf(*image, "Picture")->GetValue(), "(none)");
+    EXPECT_TRUE(EditorOf(*image, "Picture")->IsDefault());
+    designer::TInspectorGrid& grid = Window->ObjectInspector().Grid();
+    const auto load = [&](const std::string& name) {
+        TTestDriver driver({{"the file dialog", [] { return ActiveDialog() && FileNameEditOf(ActiveDialog()); },
+                             [&] {
+                                 SetWindowTextA(FileNameEditOf(ActiveDialog()), Folder.Path(name).c_str());
+                                 PressButton(GetDlgItem(ActiveDialog(), IDOK));
+                             }}});
+        driver.Run([&] {
+            grid.EditRow(grid.FindRow("Picture"));
+            return true;
+        });
+    };
+    load("broken.bmp");
+    EXPECT_THAT(grid.Error(), testing::Not(IsEmpty()));
+    EXPECT_EQ(EditorOf(*image, "Picture")->GetValue(), "(none)");
+    load("dot.bmp");
+    EXPECT_THAT(grid.Error(), IsEmpty());
+    EXPECT_EQ(EditorOf(*image, "Picture")->GetValue(), "7 x 5");
+    EXPECT_FALSE(EditorOf(*image, "Picture")->IsDefault());
+    EXPECT_TRUE(grid.RowIsBold(grid.FindRow("Picture")));
+    Designer().Undo();
+    EXPECT_EQ(EditorOf(The("Image1"), "Picture")->GetValue(), "(none)");
+}
+
 TEST_F(DialogEditors, MenusGetItems) {
     TComponent* const menu =
         Designer().CreateComponent(TPopupMenu::StaticClass(), &Designer().Form(), {200, 10, 200, 10});
@@ -87,6 +164,9 @@ TEST_F(DialogEditors, MenusGetItems) {
     EXPECT_EQ(keys->GetValue(), "Ctrl+S");
     EXPECT_THROW(keys->SetValue("Ctrl+Nothing"), EPropertyError);
     EXPECT_EQ(keys->GetValue(), "Ctrl+S");
+    keys->SetValue("");
+    EXPECT_EQ(keys->GetValue(), "");
+    EXPECT_EQ(item.Caption(), "MenuItem1");
     GetComponentEditor(item, Designer())->ExecuteVerb(1);
     EXPECT_EQ(item.Count(), 1) << "an item holds others";
     EXPECT_TRUE(item[0]->IsLine());
