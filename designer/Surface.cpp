@@ -221,14 +221,16 @@ void TDesignSurface::WndProc(TMessage& message) {
         TCustomControl::WndProc(message);
         return;
     }
+    case WM_SYSKEYDOWN:
+    case WM_SYSKEYUP: // Alt in a drag is the drag's: else it would end in the menu
+        if (message.WParam == VK_MENU && (FDrag != TDrag::None || FAltIsOurs)) {
+            FAltIsOurs = message.Msg == WM_SYSKEYDOWN;
+            return;
+        }
+        break;
     default: break;
     }
     TCustomControl::WndProc(message);
-}
-
-void TDesignSurface::SetGridSize(int value) {
-    FSnapping.Grid = std::clamp(value, 1, 128);
-    SetShowsGrid(FShowsGrid);
 }
 
 void TDesignSurface::SetShowsGrid(bool value) {

@@ -34,7 +34,6 @@ class TDesignSurface : public TCustomControl {
     /// one.
     void SetShowsTabOrder(bool value);
     int GridSize() const { return FSnapping.Grid; }
-    void SetGridSize(int value);
     bool ShowsGrid() const { return FShowsGrid; }
     void SetShowsGrid(bool value);
     bool UsesGuides() const { return FSnapping.UseGuides; }
@@ -111,7 +110,7 @@ private:
     TRect BandRect() const; ///< In client coordinates of the form.
     std::vector<TRect> Neighbours(const TWinControl* parent) const;
     void ShowCursorAt(const TPoint& point) const;
-    bool ArrowKey(uint16_t key, TShiftState shift);
+    void ArrowKey(uint16_t key, TShiftState shift);
     void SelectNextComponent(bool forward);
     void SelectNearest(int dx, int dy);
 

@@ -52,7 +52,7 @@ void TDesignSurface::KeyDown(uint16_t& key, TShiftState shift) {
 }
 
 /// Ctrl moves by a pixel, Shift sizes by one; both together move by the grid. Alone they select.
-bool TDesignSurface::ArrowKey(uint16_t key, TShiftState shift) {
+void TDesignSurface::ArrowKey(uint16_t key, TShiftState shift) {
     const bool ctrl = shift.Contains(ssCtrl);
     const bool sizes = shift.Contains(ssShift) && !ctrl;
     const int step = ctrl && shift.Contains(ssShift) ? FSnapping.Grid : 1;
@@ -63,7 +63,6 @@ bool TDesignSurface::ArrowKey(uint16_t key, TShiftState shift) {
     } else {
         SelectNearest(x, y);
     }
-    return true;
 }
 
 void TDesignSurface::SelectNextComponent(bool forward) {

@@ -71,7 +71,9 @@ TComponent* TDesignSurface::IconAt(const TPoint& formPoint) const {
 }
 
 TComponent* TDesignSurface::ComponentAt(const TPoint& point) const {
-    if (!FDesigner || !HandleAllocated() || !Contains(FDesigner->Form().BoundsRect(), point)) {
+    // Of a scrolled form parts lie outside of the surface.
+    if (!FDesigner || !HandleAllocated() || !Contains(ClientRect(), point) ||
+        !Contains(FDesigner->Form().BoundsRect(), point)) {
         return nullptr;
     }
     TDesignedForm& form = FDesigner->Form();
