@@ -67,8 +67,7 @@ void TPaletteButtons::MouseMove(TShiftState shift, int x, int y) {
 
 void TPaletteButtons::MouseUp(TMouseButton button, TShiftState shift, int x, int y) {
     TCustomControl::MouseUp(button, shift, x, y);
-    const bool isOutside = x < 0 || y < 0 || x >= ClientWidth() || y >= ClientHeight();
-    if (button == mbLeft && FChosen && isOutside) {
+    if (button == mbLeft && FChosen) {
         FOnDragged(ClientToScreen({x, y}));
     }
 }
@@ -76,8 +75,13 @@ void TPaletteButtons::MouseUp(TMouseButton button, TShiftState shift, int x, int
 void TPaletteButtons::DblClick() {
     TCustomControl::DblClick();
     if (FChosen) {
-        FOnDropWanted(this);
+        Drop(*FChosen);
     }
+}
+
+void TPaletteButtons::Drop(const TClass& cls) {
+    SetChosen(&cls);
+    FOnDropWanted(this);
 }
 
 void TPaletteButtons::Paint() {
@@ -118,8 +122,10 @@ TPaletteBar::TPaletteBar(TComponent* owner) : TPanel(owner) {
     FSearchLabel.SetParent(&FSearchPanel);
     FSearch.SetBounds(margin, margin + searchHeight, searchWidth, searchHeight);
     FSearch.SetParent(&FSearchPanel);
-    FSearch.SetHint("Find components by a part of their names");
+    FSearch.SetHint("Find components by a part of their names; Enter puts the first one on the form");
     FSearch.SetOnChange([this](TObject*) { Fill(); });
+    FSearch.SetOnKeyDown([this](TObject*, uint16_t& key, TShiftState) { SearchKey(key); });
+    FSearch.SetOnKeyPress([](TObject*, char32_t& key) { key = key == '\r' ? 0 : key; }); // or the system beeps
     FTabs.SetAlign(alClient);
     FTabs.SetParent(this);
     FTabs.SetOnChange([this](TObject*) {
@@ -130,7 +136,17 @@ TPaletteBar::TPaletteBar(TComponent* owner) : TPanel(owner) {
     FButtons.SetAlign(alClient);
 }
 
-TPaletteBar::~TPaletteBar() { FSearch.SetOnChange(nullptr); }
+TPaletteBar::~TPaletteBar() {
+    FSearch.SetOnChange(nullptr);
+    FSearch.SetOnKeyDown(nullptr);
+}
+
+void TPaletteBar::SearchKey(uint16_t& key) {
+    if (key == VK_RETURN && !FButtons.Classes().empty()) {
+        key = 0;
+        FButtons.Drop(*FButtons.Classes().front());
+    }
+}
 
 void TPaletteBar::ReadPages() {
     FTabs.Tabs().Clear();

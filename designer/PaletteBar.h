@@ -21,12 +21,13 @@ class TPaletteButtons : public TCustomControl {
     const TClass* Chosen() const { return FChosen; }
     void SetChosen(const TClass* value);
     TRect ButtonRect(const TClass* cls) const; ///< Null: the arrow's. In client coordinates.
+    void Drop(const TClass& cls);              ///< Chooses the component, and wants it at once.
 
     const TNotifyEvent& OnChosen() const { return FOnChosen; }
     void SetOnChosen(TNotifyEvent value) { FOnChosen = std::move(value); }
-    /// A picture was clicked twice: its component is wanted in the middle of what is selected.
+    /// A picture was clicked twice, for instance: its component is wanted in the middle of what is selected.
     void SetOnDropWanted(TNotifyEvent value) { FOnDropWanted = std::move(value); }
-    /// A picture was dragged off the palette and dropped at that point of the screen.
+    /// A picture was dragged and dropped at that point of the screen.
     void SetOnDragged(TEvent<void(const TPoint& screen)> value) { FOnDragged = std::move(value); }
 
 protected:
@@ -60,6 +61,7 @@ class TPaletteBar : public TPanel {
 
 private:
     void Fill();
+    void SearchKey(uint16_t& key);
 
     TPanel FSearchPanel;
     TLabel FSearchLabel;

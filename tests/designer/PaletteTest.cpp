@@ -58,6 +58,66 @@ TEST_F(Palette, EachComponentOnItHasItsHeader) {
     }
 }
 
+TEST_F(Palette, EnterInTheSearchFieldPutsTheFirstOneFound) {
+    Open();
+    Window->Command("FindComponent");
+    TypeText("check");
+    Settle();
+    EXPECT_THAT(Window->ComponentPalette().Buttons().Classes(), ElementsAre(&TCheckBox::StaticClass()));
+    Press(VK_RETURN);
+    ASSERT_TRUE(Has("CheckBox1"));
+    EXPECT_EQ(The("CheckBox1").Left(), 160);
+    EXPECT_EQ(Surface().Tool(), nullptr);
+    EXPECT_EQ(Window->ComponentPalette().Buttons().Chosen(), nullptr);
+    TypeText("xyz"); // of which there is none
+    Press(VK_RETURN);
+    EXPECT_FALSE(Has("CheckBox2"));
+}
+
+TEST_F(Palette, AnotherPageEndsTheSearch) {
+    Window->ComponentPalette().ReadPages();
+    Window->ComponentPalette().Search().SetText("check");
+    TTabControl& tabs = Window->ComponentPalette().Tabs();
+    RECT r;
+    SendMessageA(tabs.Handle(), TCM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&r));
+    ClickOn(tabs.ClientToScreen({(r.left + r.right) / 2, (r.top + r.bottom) / 2}));
+    EXPECT_EQ(Window->ComponentPalette().Search().Text(), "");
+    EXPECT_EQ(Window->ComponentPalette().Buttons().Classes(), PalettePages()[1].Classes);
+}
+
+TEST_F(Palette, TheArrowAndWhatIsBesideThePictures) {
+    Open();
+    designer::TPaletteButtons& buttons = Window->ComponentPalette().Buttons();
+    const auto clickAt = [&](const TClass* cls, int dx) {
+        const TRect r = buttons.ButtonRect(cls);
+        ClickOn(buttons.ClientToScreen({r.Left + 15 + dx, r.Top + 15}));
+    };
+    const TClass* const last = buttons.Classes().back();
+    clickAt(last, 0);
+    EXPECT_EQ(Surface().Tool(), last);
+    clickAt(nullptr, 0);
+    EXPECT_EQ(Surface().Tool(), nullptr);
+    clickAt(last, 30); // where there is none
+    EXPECT_EQ(Surface().Tool(), nullptr);
+    EXPECT_EQ(Text(), SampleForm);
+}
+
+TEST_F(Palette, WhatIsDroppedBesideTheSurfaceGoesNowhere) {
+    Open();
+    Designer().Form().SetClientSize(1500, 1200);
+    for (const UINT bar :
+         {UINT{WM_VSCROLL}, UINT{WM_HSCROLL}}) { // parts of the form are below the palette and the inspector now
+        SendMessageA(Surface().WindowHandle(), bar, SB_BOTTOM, 0);
+    }
+    const std::string before = Text();
+    designer::TPaletteButtons& buttons = Window->ComponentPalette().Buttons();
+    const TRect r = buttons.ButtonRect(&TCheckBox::StaticClass());
+    const TPoint from = buttons.ClientToScreen({r.Left + 15, r.Top + 15});
+    const TPoint to = CenterOf(Window->ObjectInspector().Handle());
+    DragFrom(from, to.X - from.X, to.Y - from.Y);
+    EXPECT_EQ(Text(), before);
+}
+
 TEST_F(Palette, ADoubleClickPutsTheComponentIntoTheMiddle) {
     Open();
     const TRect r = Window->ComponentPalette().Buttons().ButtonRect(&TCheckBox::StaticClass());
