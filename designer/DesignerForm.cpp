@@ -218,6 +218,13 @@ void TDesignerForm::OpenDocument(TDocument& document) {
     }
 }
 
+/// Keys go to the form that the user has asked for.
+void TDesignerForm::FocusForm() {
+    if (Surface->CanFocus()) {
+        Surface->SetFocus();
+    }
+}
+
 /// What a session that ended badly has left.
 void TDesignerForm::OfferRecovery(TDocument& document) {
     if (!document.HasRecovery()) {
@@ -257,6 +264,7 @@ bool TDesignerForm::OpenPath(const std::string& path) {
         if (HasExtension(path, ".dfm")) {
             TDocument& document = FProject->Add(FullPath(path));
             OpenDocument(document);
+            FocusForm();
             if (!document.IsOpen()) {
                 FProject->Remove(document);
             }
@@ -278,6 +286,7 @@ bool TDesignerForm::OpenPath(const std::string& path) {
             }
         }
         OpenDocument(FProject->Module(first));
+        FocusForm();
         return FProject->Module(first).IsOpen();
     }
     return true;

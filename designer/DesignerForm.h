@@ -88,6 +88,7 @@ private:
 
     void SetProject(std::unique_ptr<TProject> project);
     void OpenDocument(TDocument& document);
+    void FocusForm();
     bool CloseDocument(TDocument& document);
     bool CloseAll();
     bool MayClose(TDocument& document);

@@ -103,6 +103,7 @@ void TDesignerForm::NewForm(TFormTemplate kind) {
         if (FProject->MainForm().empty()) {
             FProject->SetMainForm(document->Designer().Form().Name());
         }
+        FocusForm();
     });
     UpdateAll();
 }

@@ -23,10 +23,9 @@ std::string TDocument::FormName() const {
             const size_t line = bytes.find_first_of("\r\n");
             const std::string first = bytes.substr(0, line);
             const size_t colon = first.find(':');
-            const size_t blank = first.find_last_of(' ', colon == std::string::npos ? colon : colon - 1);
-            return colon == std::string::npos || blank == std::string::npos
-                       ? std::string()
-                       : Trim(first.substr(blank + 1, colon - blank - 1));
+            const std::string head = Trim(first.substr(0, colon));
+            const size_t blank = head.rfind(' ');
+            return colon == std::string::npos || blank == std::string::npos ? std::string() : head.substr(blank + 1);
         }
         return ParseForm(bytes).Name;
     } catch (const Exception&) {

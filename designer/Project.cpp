@@ -241,16 +241,4 @@ void TProject::Save() {
     FModified = false;
 }
 
-void TProject::SaveAs(const std::string& path) {
-    const std::string before = std::exchange(FPath, path);
-    const bool hadFile = std::exchange(FHasFile, true);
-    try {
-        Save();
-    } catch (...) {
-        FPath = before;
-        FHasFile = hadFile;
-        throw;
-    }
-}
-
 } // namespace kx::designer

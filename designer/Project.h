@@ -41,7 +41,6 @@ public:
     TDocument& Add(const std::string& path); ///< @throws EDesignError when it is there already.
     void Remove(TDocument& document);        ///< The file stays.
     void Save();                             ///< @throws EFCreateError and others
-    void SaveAs(const std::string& path);
 
 private:
     struct TFormFile {
