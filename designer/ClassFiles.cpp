@@ -30,20 +30,18 @@ std::string Declaration(const TFormClass::THandler& handler) {
     return "void " + handler.Name + "(" + handler.Parameters + ")";
 }
 
-/// The names of all classes that the class of the form has to know.
+/// The names of all classes that the class of the form has to know; some of them several times.
 std::vector<std::string> UsedClasses(const TFormClass& cls) {
     std::vector<std::string> names{cls.Ancestor};
     for (const TFormClass::TField& field : cls.Fields) {
-        if (std::ranges::find(names, field.ClassName) == names.end()) {
-            names.push_back(field.ClassName);
-        }
+        names.push_back(field.ClassName);
     }
     return names;
 }
 
 /// The #include of each class that the code does not include yet.
 std::vector<std::string> IncludesFor(const std::vector<std::string>& classes, const std::string& code) {
-    std::set<std::string> lines;
+    std::set<std::string> lines; // in order: # stands before /
     for (const std::string& name : classes) {
         const std::string header = HeaderOf(name);
         if (header.empty()) {
@@ -52,9 +50,7 @@ std::vector<std::string> IncludesFor(const std::vector<std::string>& classes, co
             lines.insert("#include \"" + header + "\"");
         }
     }
-    std::vector<std::string> sorted(lines.begin(), lines.end());
-    std::stable_partition(sorted.begin(), sorted.end(), [](const std::string& line) { return line[0] == '#'; });
-    return sorted;
+    return {lines.begin(), lines.end()};
 }
 
 std::string WithBreaks(const std::string& text, std::string_view lineBreak) {

@@ -86,9 +86,7 @@ bool TCollectionForm::Find() {
         return false;
     }
     if (!FComponent) {
-        TDesignedForm& form = FDesigner->Form();
-        TComponent* const root = &form;
-        FComponent.Set(SameText(FComponentName, form.Name()) ? root : form.FindComponent(FComponentName));
+        FComponent.Set(FDesigner->Form().FindComponent(FComponentName));
     }
     TCollection* atOldPlace = nullptr;
     std::string place;

@@ -59,8 +59,7 @@ void RenameTaken(TFormNode& node, const std::function<bool(const std::string&)>&
 /// The value is the name of a component that has got another one.
 void RenameReferences(TFormNode& node, const std::vector<std::pair<std::string, std::string>>& renamed) {
     for (TFormProperty& property : node.Properties) {
-        if (property.Value.empty() || property.Value[0] != static_cast<char>(vaIdent) ||
-            property.Name.starts_with("On")) {
+        if (property.Value.empty() || property.Value[0] != static_cast<char>(vaIdent)) {
             continue;
         }
         for (const auto& [from, to] : renamed) {

@@ -21,8 +21,10 @@ TRect GhostNameRect(const TOverlayItem& item) {
 class TRegion {
 public:
     TRegion() : FHandle(CreateRectRgn(0, 0, 0, 0)) {}
-    void Add(const TRect& r) { Combine(r, RGN_OR); }
-    void Cut(const TRect& r) { Combine(r, RGN_DIFF); }
+    void Add(const TRect& r) {
+        const unique_hrgn part(CreateRectRgn(r.Left, r.Top, r.Right, r.Bottom));
+        CombineRgn(FHandle.get(), FHandle.get(), part.get(), RGN_OR);
+    }
     void AddFrame(const TRect& r) {
         Add({r.Left, r.Top, r.Right, r.Top + 1});
         Add({r.Left, r.Bottom - 1, r.Right, r.Bottom});
@@ -32,10 +34,6 @@ public:
     HRGN Release() { return FHandle.release(); }
 
 private:
-    void Combine(const TRect& r, int mode) {
-        const unique_hrgn part(CreateRectRgn(r.Left, r.Top, r.Right, r.Bottom));
-        CombineRgn(FHandle.get(), FHandle.get(), part.get(), mode);
-    }
     unique_hrgn FHandle;
 };
 

@@ -198,6 +198,119 @@ TEST_F(ClassFiles, NamesThatCppDoesNotTakeAreRefused) {
     EXPECT_FALSE(Folder.Contains("Order.h"));
 }
 
+// --- Code that others have written in their own way
+
+TEST_F(ClassFiles, HeadersInAngleBracketsAreIncludedToo) {
+    Put("#include <kx/ui/forms/Forms.h>\n#include <kx/ui/widgets/StdCtrls.h>\nstruct TOrder : TForm {\n};\n", "");
+    Folder.AddFile("Order.cpp", "const TClass& TOrder::StaticClass() {\n"
+                                "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass());\n"
+                                "    return cls.Class();\n}\n");
+    Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
+    EXPECT_EQ(Header(), "#include <kx/ui/forms/Forms.h>\n#include <kx/ui/widgets/StdCtrls.h>\nstruct TOrder : TForm {\n"
+                        "    TButton* Ok = nullptr;\n};\n");
+}
+
+TEST_F(ClassFiles, WhatStandsOnOneLineIsBrokenUp) {
+    Put("class TOrder : public TForm { KX_CLASS() };\n", "const TClass& TOrder::StaticClass() {\n"
+                                                         "    static const TClassBuilder<TOrder> cls(\"TOrder\", "
+                                                         "TForm::StaticClass(), [](auto& c) { c.Creatable(); });\n"
+                                                         "    return cls.Class();\n}\n");
+    Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
+    EXPECT_EQ(Header(), "#include \"kx/ui/widgets/StdCtrls.h\"\n"
+                        "class TOrder : public TForm { KX_CLASS() \n    TButton* Ok = nullptr;\n};\n");
+    EXPECT_THAT(Source(), HasSubstr("{ c.Creatable(); \n        c.Field(\"Ok\", &TOrder::Ok);\n});\n"));
+}
+
+TEST_F(ClassFiles, IncludesComeBehindThePragma) {
+    Put("// Orders\n#pragma once\nclass TOrder : public TForm {\n};\n", "");
+    TClassFiles files = Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n");
+    EXPECT_THROW(files.Write(), designer::EDesignError) << "the source has no table";
+    EXPECT_THAT(Header(), testing::Not(HasSubstr("TButton"))) << "then the header stays too";
+    Folder.AddFile("Order.cpp", "const TClass& TOrder::StaticClass() {\n"
+                                "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass());\n"
+                                "    return cls.Class();\n}\n");
+    Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
+    EXPECT_THAT(Header(), testing::StartsWith("// Orders\n#pragma once\n#include \"kx/ui/widgets/StdCtrls.h\"\nclass"));
+}
+
+TEST_F(ClassFiles, HandlersComeBehindAConstructorWithInitializersInBraces) {
+    const char* const source =
+        "const TClass& TOrder::StaticClass() {\n"
+        "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass(), [](auto& c) {\n"
+        "        c.Method(\"FormCreate\", &TOrder::FormCreate);\n    });\n"
+        "    return cls.Class();\n}\n"
+        "TOrder::TOrder(TComponent* owner) : TForm(owner), FOne{1}, FTwo{2} { Start(); }\n"
+        "int Last() { return 1; }\n";
+    Put("class TOrder : public TForm {\n    void FormCreate(TObject*);\n};\n", source);
+    TClassFiles files = Files("object Order: TOrder\n  OnCreate = FormCreate\nend\n");
+    EXPECT_THAT(files.Missing(), ElementsAre("Order.cpp: TOrder::FormCreate"));
+    files.Write();
+    std::string expected = source;
+    expected.insert(expected.find("\nint Last"), "\n\nvoid TOrder::FormCreate(TObject* sender) {\n}");
+    EXPECT_EQ(Source(), expected);
+}
+
+TEST_F(ClassFiles, AHandlerOfAnotherClassIsAnotherOne) {
+    Put("class TOrder : public TForm {\n    void FormCreate(TObject*);\n};\n"
+        "class TOther {\n    void OkClick(TObject*) {}\n    void FormCreate(TObject*) {}\n};\n",
+        "const TClass& TOrder::StaticClass() {\n"
+        "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass(), [](auto& c) {\n"
+        "        c.Method(\"FormCreate\", &TOrder::FormCreate);\n    });\n    return cls.Class();\n}\n"
+        "void TOther::FormCreate(TObject*) {\n}\n");
+    EXPECT_THAT(Files("object Order: TOrder\n  OnCreate = FormCreate\nend\n").Missing(),
+                ElementsAre("Order.cpp: TOrder::FormCreate"));
+}
+
+TEST_F(ClassFiles, ATableOfAnotherClassIsNotTaken) {
+    const char* const source = "const TClass& TOrder::StaticClass() { return Class; }\n"
+                               "const TClass& TOther::StaticClass() {\n"
+                               "    static const TClassBuilder<TOther> cls(\"TOther\", TForm::StaticClass());\n"
+                               "    return cls.Class();\n}\n";
+    Put("class TOrder : public TForm {\n    TButton* Ok;\n};\n", source);
+    TClassFiles files = Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n");
+    EXPECT_FALSE(files.IsComplete());
+    EXPECT_THROW(files.Write(), designer::EDesignError);
+    EXPECT_EQ(Source(), source);
+}
+
+TEST_F(ClassFiles, AHeaderWithoutTheClassIsAProblemOfItsOwn) {
+    Files("object Order: TOrder\nend\n").Write();
+    Folder.AddFile("Order.h", "struct TSomething {};\n");
+    TClassFiles files = Files("object Order: TOrder\nend\n");
+    EXPECT_THAT(files.Missing(), IsEmpty());
+    EXPECT_FALSE(files.IsComplete());
+    EXPECT_THROW(files.Write(), designer::EDesignError);
+}
+
+TEST_F(ClassFiles, AFileThatIsCompleteIsNotWritten) {
+    Files().Write();
+    DeleteFileA(Folder.Path("Order.cpp").c_str());
+    SetFileAttributesA(Folder.Path("Order.h").c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_NO_THROW(Files().Write());
+    SetFileAttributesA(Folder.Path("Order.h").c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_TRUE(Files().IsComplete());
+}
+
+TEST_F(ClassFiles, TheFilesStandBesideAFormFileOfAnyName) {
+    Folder.AddFolder("v1.2");
+    const TClassFiles files(Folder.Path("v1.2\\Order"), Class(Form), "\n");
+    EXPECT_EQ(files.HeaderPath(), Folder.Path("v1.2\\Order.h"));
+    EXPECT_EQ(files.SourcePath(), Folder.Path("v1.2\\Order.cpp"));
+}
+
+TEST_F(ClassFiles, TheBaseOfAClassIsReadFromItsCode) {
+    const auto base = [this](const char* header) {
+        Folder.AddFile("Order.h", header);
+        return designer::BaseInCode(Folder.Path("Order.dfm"), "TOrder");
+    };
+    EXPECT_EQ(base("class TOrder : public TBase {};"), "TBase");
+    EXPECT_EQ(base("class TOrder final : public forms::TBase, private IListener {};"), "TBase");
+    EXPECT_EQ(base("struct TOrder\n  : TBase\n{};"), "TBase");
+    EXPECT_EQ(base("class TOther : public TBase {};"), "");
+    Folder.AddFile("Order.cpp", "class TOrder : public TInSource {};");
+    EXPECT_EQ(base("// class TOrder : public TBase {};"), "TInSource");
+}
+
 // --- Code as text
 
 TEST(CodeText, BlanksOutCommentsAndQuotes) {

@@ -137,7 +137,7 @@ TEST_F(FormDesigner, AChangeThatFailsHalfwayIsTakenBack) {
 }
 
 TEST_F(FormDesigner, NamesThatNoComponentCanHaveAreRefused) {
-    for (const char* name : {"", "1st", "two words", "NameEdit", "nil", "True", "OkButtonClick"}) {
+    for (const char* name : {"", "1st", "two words", "NameEdit", "nil", "True", "delete", "OkButtonClick"}) {
         EXPECT_THROW(Designer->Rename(The("OkButton"), name), EComponentError) << name;
         EXPECT_EQ(Text(), SampleForm);
     }
