@@ -108,12 +108,21 @@ void TUnknownBox::Paint() {
     canvas.FillRect(ClientRect());
     canvas.Brush().SetColor(clBtnShadow);
     canvas.FrameRect(ClientRect());
-    TRect text = ClientRect();
     canvas.Brush().SetColor(clInfoBk);
     canvas.Font().SetColor(clInfoText);
-    const TRect inner{text.Left + 2, text.Top + 1, text.Right - 2, text.Bottom - 1};
-    text = inner;
-    canvas.DrawText(Name() + ": " + FormClassName(), text, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
+    const TRect inner{2, 1, ClientWidth() - 2, ClientHeight() - 1};
+    const auto show = [&](const std::string& text, TRect line) {
+        canvas.DrawText(text, line, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
+    };
+    const std::string all = Name() + ": " + FormClassName();
+    const int height = canvas.TextHeight(all);
+    if (canvas.TextWidth(all) <= kx::Width(inner) || kx::Height(inner) < 2 * height) {
+        show(all, inner);
+        return;
+    }
+    const int middle = (inner.Top + inner.Bottom) / 2;
+    show(Name(), {inner.Left, middle - height, inner.Right, middle});
+    show(FormClassName(), {inner.Left, middle, inner.Right, middle + height});
 }
 
 TDesignedFormPtr ReadForm(const std::string& bytes, HWND parent, const TAncestorFiles& ancestors) {
