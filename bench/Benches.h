@@ -36,7 +36,8 @@ std::vector<TRow> MeasureColor();
 std::vector<TRow> MeasurePrint();
 
 /// The form designer: a step of dragging twenty selected controls against the same windows moved by bare calls; until
-/// its window shows, and until the largest form of the library is open in it.
+/// its window shows, in this process and in the program from its start, and until the largest form of the library is
+/// open in it.
 std::vector<TRow> MeasureDesigner();
 
 } // namespace kx::bench

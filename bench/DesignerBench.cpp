@@ -6,11 +6,15 @@
 #include "designer/Files.h"
 #include "designer/StandardPackage.h"
 #include "kx/core/Barrier.h"
+#include "kx/core/SysUtils.h"
+#include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
 #include "support/TempFolder.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
+#include <string_view>
 
 namespace kx::bench {
 
@@ -107,6 +111,73 @@ std::string LargestForm() {
     return {bytes, SizeofResource(module, found)};
 }
 
+struct TSearch {
+    DWORD Process;
+    HWND Found;
+};
+
+BOOL CALLBACK FindDesigner(HWND window, LPARAM lParam) {
+    auto& search = *reinterpret_cast<TSearch*>(lParam);
+    DWORD owner = 0;
+    char name[64] = "";
+    GetWindowThreadProcessId(window, &owner);
+    GetClassNameA(window, name, sizeof name);
+    if (owner == search.Process && IsWindowVisible(window) && std::string_view(name) == "TDesignerForm") {
+        search.Found = window;
+    }
+    return TRUE;
+}
+
+bool WaitsForPaint(HWND window) { return IsWindowVisible(window) && GetUpdateRect(window, nullptr, FALSE); }
+
+BOOL CALLBACK FindUnpainted(HWND window, LPARAM lParam) {
+    auto& waits = *reinterpret_cast<bool*>(lParam);
+    waits = waits || WaitsForPaint(window);
+    return TRUE;
+}
+
+/// The main window of a designer that another process runs, once it and all in it is painted; else null.
+HWND PaintedWindowOf(DWORD process) {
+    TSearch search{process, nullptr};
+    EnumWindows(FindDesigner, reinterpret_cast<LPARAM>(&search));
+    if (!search.Found) {
+        return nullptr;
+    }
+    bool waits = WaitsForPaint(search.Found);
+    EnumChildWindows(search.Found, FindUnpainted, reinterpret_cast<LPARAM>(&waits));
+    return waits ? nullptr : search.Found;
+}
+
+/// Milliseconds from the start of the program until its window is painted.
+double StartOfProgram() {
+    char self[MAX_PATH];
+    GetModuleFileNameA(nullptr, self, MAX_PATH);
+    std::string command = "\"" + ExtractFilePath(std::string(self)) + "..\\apps\\designer\\designer.exe\"";
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    const double begin = Now();
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
+        throw Exception("cannot start " + command);
+    }
+    const unique_handle_object handle(process.hProcess);
+    const unique_handle_object thread(process.hThread);
+    constexpr double longest = 30; // seconds
+    HWND window = nullptr;
+    while (!window && Now() - begin < longest) {
+        window = PaintedWindowOf(process.dwProcessId);
+        Sleep(5);
+    }
+    const double took = (Now() - begin) * 1e3;
+    if (!window) {
+        TerminateProcess(handle.get(), 1);
+        throw Exception("the designer does not show its window");
+    }
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    WaitForSingleObject(handle.get(), 10'000);
+    return took;
+}
+
 TRow Against(const std::string& what, const std::vector<double>& milliseconds, double goal) {
     return {what, Median(milliseconds), "what is wanted", goal, "ms", 1.0};
 }
@@ -116,11 +187,12 @@ TRow Against(const std::string& what, const std::vector<double>& milliseconds, d
 std::vector<TRow> MeasureDesigner() {
     designer::RegisterStandardPackage();
     std::vector<TRow> rows{MeasureDrag()};
-    std::vector<double> starts, opens;
+    std::vector<double> programs, starts, opens;
     const test::TTempFolder folder("bench");
     const std::string path = folder.AddFile("Place.dfm", LargestForm());
     constexpr int rounds = 9;
     for (int i = 0; i < rounds; ++i) {
+        programs.push_back(StartOfProgram());
         double start = Now();
         const TDesigner form = ShowDesigner();
         starts.push_back((Now() - start) * 1e3);
@@ -129,6 +201,9 @@ std::vector<TRow> MeasureDesigner() {
         Repaint(form->Handle());
         opens.push_back((Now() - start) * 1e3);
     }
+    // What else the machine does only adds to it: the shortest counts.
+    rows.push_back({"designer: from its start to its window", *std::ranges::min_element(programs), "what is wanted",
+                    1000, "ms", 1.0});
     rows.push_back(Against("designer: its window", starts, 1000));
     rows.push_back(Against("designer: the largest form opens", opens, 100));
     return rows;
