@@ -73,6 +73,28 @@ TEST_F(Views, TheClassTellsWhatItsFilesLackFirst) {
     EXPECT_THAT(Window->ClassState(), HasSubstr("have all that the form needs"));
 }
 
+// --- The form as it runs
+
+TEST_F(Views, FontsAreScaledOnceAndAnchorsStay) {
+    The("OkButton").Font().SetHeight(-15);
+    The("OkButton").SetAnchors({akRight, akBottom});
+    The("NameEdit").SetAnchors({akRight, akTop});
+    Designer().Form().Font().SetHeight(-11);
+    Designer().Record("Look");
+    const int label = The("NameLabel").Font().Height();
+    Window->Command("Run192");
+    TForm& running = *Window->RunningForm();
+    const auto in = [&](const char* name) -> TControl& {
+        return dynamic_cast<TControl&>(*running.FindComponent(name));
+    };
+    EXPECT_EQ(in("OkButton").Font().Height(), -30);
+    EXPECT_EQ(in("NameLabel").Font().Height(), 2 * label);
+    EXPECT_EQ(in("OkButton").Anchors(), (TAnchors{akRight, akBottom}));
+    EXPECT_EQ(in("OkButton").BoundsRect(), (TRect{16, 32, 166, 82}));
+    EXPECT_EQ(in("NameEdit").BoundsRect(), (TRect{160, 24, 402, 66})) << "scaled, and not moved besides";
+    running.Close();
+}
+
 // --- Keys that mean two things
 
 TEST_F(Views, InAFieldTheUsualKeysAreTheFields) {
@@ -119,6 +141,12 @@ TEST_F(Views, AClipboardWithPicturesAloneHoldsNoComponents) {
     designer::SetClipboardText(Window->Handle(), "first");
     designer::SetClipboardText(Window->Handle(), "second");
     EXPECT_EQ(designer::ClipboardText(), "second");
+    const UINT ours = RegisterClipboardFormatA("kx test");
+    OpenClipboard(Window->Handle());
+    SetClipboardData(ours, GlobalAlloc(GMEM_MOVEABLE, 4));
+    CloseClipboard();
+    designer::SetClipboardText(Window->Handle(), "third");
+    EXPECT_FALSE(IsClipboardFormatAvailable(ours)) << "what was there in other formats has gone";
 }
 
 TEST_F(Views, AComponentWithoutCommandsHasNoneInItsMenu) {
