@@ -220,7 +220,7 @@ void TDesignerForm::OpenDocument(TDocument& document) {
 
 /// Keys go to the form that the user has asked for.
 void TDesignerForm::FocusForm() {
-    if (Surface->CanFocus()) {
+    if (Active() && Surface->CanFocus()) {
         Surface->SetFocus();
     }
 }
