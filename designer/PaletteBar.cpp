@@ -6,11 +6,14 @@
 #include "kx/ide/Palette.h"
 #include "kx/win/Windows.h"
 
+#include <algorithm>
+
 namespace kx::designer {
 
 namespace {
 constexpr int ButtonSize = 30;
-}
+constexpr int ScrollWidth = 18; // of each of the two buttons that scroll
+} // namespace
 
 const TClass& TPaletteButtons::StaticClass() {
     static const TClassBuilder<TPaletteButtons> cls("TPaletteButtons", TCustomControl::StaticClass());
@@ -26,6 +29,7 @@ TPaletteButtons::~TPaletteButtons() = default;
 
 void TPaletteButtons::ShowClasses(std::vector<const TClass*> classes) {
     FClasses = std::move(classes);
+    FFirst = 0;
     Invalidate();
 }
 
@@ -41,17 +45,62 @@ TRect TPaletteButtons::ButtonRect(const TClass* cls) const {
     for (size_t i = 0; cls && i < FClasses.size(); ++i) {
         index = FClasses[i] == cls ? static_cast<int>(i) + 1 : index;
     }
-    return {2 + index * ButtonSize, 2, 2 + (index + 1) * ButtonSize, 2 + ButtonSize};
+    const int place = index == 0 ? 0 : index <= FFirst || index > FFirst + ShownCount() ? -1 : index - FFirst;
+    return place < 0 ? TRect{0, 0, 0, 0}
+                     : TRect{2 + place * ButtonSize, 2, 2 + (place + 1) * ButtonSize, 2 + ButtonSize};
 }
 
 int TPaletteButtons::ButtonAt(int x, int y) const {
-    const int index = (x - 2) / ButtonSize;
-    const bool isIn = x >= 2 && y >= 2 && y < 2 + ButtonSize && index <= static_cast<int>(FClasses.size());
+    const int place = (x - 2) / ButtonSize;
+    const int index = place == 0 ? 0 : place + FFirst;
+    const bool isIn =
+        x >= 2 && y >= 2 && y < 2 + ButtonSize && place <= ShownCount() && index <= static_cast<int>(FClasses.size());
     return isIn ? index : -1;
+}
+
+// --- More pictures than there is room for
+
+int TPaletteButtons::ShownCount() const {
+    const int all = static_cast<int>(FClasses.size());
+    const int room = (ClientWidth() - 2) / ButtonSize - 1;
+    return all <= room ? all : std::max((ClientWidth() - 2 - 2 * ScrollWidth) / ButtonSize - 1, 1);
+}
+
+TRect TPaletteButtons::ScrollRect(bool forward) const {
+    if (ShownCount() == static_cast<int>(FClasses.size())) {
+        return {0, 0, 0, 0};
+    }
+    const int left = ClientWidth() - (forward ? 1 : 2) * ScrollWidth;
+    return {left, 2, left + ScrollWidth, 2 + ButtonSize};
+}
+
+void TPaletteButtons::Scroll(int by) {
+    FFirst = std::clamp(FFirst + by, 0, static_cast<int>(FClasses.size()) - ShownCount());
+    Invalidate();
+}
+
+void TPaletteButtons::Resize() {
+    TCustomControl::Resize();
+    Scroll(0);
+}
+
+void TPaletteButtons::WndProc(TMessage& message) {
+    if (message.Msg == WM_MOUSEWHEEL) {
+        Scroll(static_cast<short>(HIWORD(message.WParam)) > 0 ? -1 : 1);
+        return;
+    }
+    TCustomControl::WndProc(message);
 }
 
 void TPaletteButtons::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {
     TCustomControl::MouseDown(button, shift, x, y);
+    for (const bool forward : {false, true}) {
+        const TRect r = ScrollRect(forward);
+        if (button == mbLeft && x >= r.Left && x < r.Right) {
+            Scroll(forward ? 1 : -1);
+            return;
+        }
+    }
     const int index = ButtonAt(x, y);
     if (button == mbLeft && index >= 0 && !shift.Contains(ssDouble)) { // whose double click has been answered
         SetChosen(index == 0 ? nullptr : FClasses[static_cast<size_t>(index) - 1]);
@@ -74,7 +123,10 @@ void TPaletteButtons::MouseUp(TMouseButton button, TShiftState shift, int x, int
 
 void TPaletteButtons::DblClick() {
     TCustomControl::DblClick();
-    if (FChosen) {
+    POINT mouse;
+    GetCursorPos(&mouse);
+    const TPoint at = ScreenToClient({mouse.x, mouse.y});
+    if (FChosen && ButtonAt(at.X, at.Y) > 0) {
         Drop(*FChosen);
     }
 }
@@ -88,6 +140,9 @@ void TPaletteButtons::Paint() {
     TCanvas& canvas = Canvas();
     const auto draw = [&](const TClass* cls) {
         const TRect r = ButtonRect(cls);
+        if (r.Right == 0) {
+            return; // scrolled away
+        }
         const bool isChosen = cls == FChosen;
         canvas.Brush().SetColor(isChosen ? clWindow : clBtnFace);
         canvas.FillRect(r);
@@ -100,6 +155,15 @@ void TPaletteButtons::Paint() {
     draw(nullptr);
     for (const TClass* cls : FClasses) {
         draw(cls);
+    }
+    for (const bool forward : {false, true}) {
+        const TRect r = ScrollRect(forward);
+        const bool isEnd = forward ? FFirst + ShownCount() == static_cast<int>(FClasses.size()) : FFirst == 0;
+        RECT frame{r.Left, r.Top, r.Right, r.Bottom};
+        if (r.Right > 0) {
+            DrawFrameControl(canvas.Handle(), &frame, DFC_SCROLL,
+                             (forward ? DFCS_SCROLLRIGHT : DFCS_SCROLLLEFT) | (isEnd ? DFCS_INACTIVE : 0U));
+        }
     }
 }
 

@@ -20,8 +20,11 @@ class TPaletteButtons : public TCustomControl {
     const std::vector<const TClass*>& Classes() const { return FClasses; }
     const TClass* Chosen() const { return FChosen; }
     void SetChosen(const TClass* value);
-    TRect ButtonRect(const TClass* cls) const; ///< Null: the arrow's. In client coordinates.
-    void Drop(const TClass& cls);              ///< Chooses the component, and wants it at once.
+    /// Of the picture, in client coordinates; empty when it is scrolled away. Null: the arrow's.
+    TRect ButtonRect(const TClass* cls) const;
+    /// Of the button that scrolls; empty when there is room for all pictures.
+    TRect ScrollRect(bool forward) const;
+    void Drop(const TClass& cls); ///< Chooses the component, and wants it at once.
 
     const TNotifyEvent& OnChosen() const { return FOnChosen; }
     void SetOnChosen(TNotifyEvent value) { FOnChosen = std::move(value); }
@@ -30,17 +33,23 @@ class TPaletteButtons : public TCustomControl {
     /// A picture was dragged and dropped at that point of the screen.
     void SetOnDragged(TEvent<void(const TPoint& screen)> value) { FOnDragged = std::move(value); }
 
+    void WndProc(TMessage& message) override;
+
 protected:
     void Paint() override;
     void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
     void MouseMove(TShiftState shift, int x, int y) override;
     void MouseUp(TMouseButton button, TShiftState shift, int x, int y) override;
     void DblClick() override;
+    void Resize() override;
 
 private:
     int ButtonAt(int x, int y) const; ///< 0 is the arrow; -1: none.
+    int ShownCount() const;
+    void Scroll(int by);
 
     std::vector<const TClass*> FClasses;
+    int FFirst = 0; ///< How many are scrolled away; the arrow stays.
     const TClass* FChosen = nullptr;
     TNotifyEvent FOnChosen;
     TNotifyEvent FOnDropWanted;

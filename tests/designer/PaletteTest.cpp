@@ -102,6 +102,46 @@ TEST_F(Palette, TheArrowAndWhatIsBesideThePictures) {
     EXPECT_EQ(Text(), SampleForm);
 }
 
+TEST_F(Palette, PicturesForWhichThereIsNoRoomAreScrolled) {
+    KxDlgsReg::Register();
+    Open();
+    designer::TPaletteButtons& buttons = Window->ComponentPalette().Buttons();
+    EXPECT_EQ(buttons.ScrollRect(true), (TRect{0, 0, 0, 0}));
+    Window->ComponentPalette().Search().SetText("t"); // all of them
+    const TClass* const first = buttons.Classes().front();
+    const TClass* const last = buttons.Classes().back();
+    ASSERT_GT(buttons.Classes().size(), 40U);
+    const auto isShown = [&](const TClass* cls) {
+        const TRect r = buttons.ButtonRect(cls);
+        return r.Right > 0 && r.Right <= buttons.ScrollRect(false).Left;
+    };
+    const auto click = [&](const TRect& r) {
+        ClickOn(buttons.ClientToScreen({(r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2}));
+    };
+    EXPECT_TRUE(isShown(first));
+    EXPECT_FALSE(isShown(last));
+    for (size_t i = 0; i < 2 * buttons.Classes().size(); ++i) { // as often as one likes
+        click(buttons.ScrollRect(true));
+    }
+    Screenshot("designer-palette", Window->Handle());
+    EXPECT_FALSE(isShown(first));
+    EXPECT_TRUE(isShown(last));
+    EXPECT_TRUE(isShown(nullptr)) << "the arrow stays";
+    EXPECT_EQ(Surface().Tool(), nullptr) << "to scroll chooses nothing";
+    click(buttons.ButtonRect(last));
+    EXPECT_EQ(Surface().Tool(), last);
+    const TRect before = buttons.ButtonRect(last);
+    click(buttons.ScrollRect(false));
+    EXPECT_FALSE(isShown(last));
+    SendMessageA(buttons.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    EXPECT_EQ(buttons.ButtonRect(last), before);
+    SendMessageA(buttons.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    EXPECT_FALSE(isShown(last));
+    Window->ComponentPalette().Search().SetText("");
+    EXPECT_TRUE(isShown(buttons.Classes().front()) || buttons.ScrollRect(true).Right == 0);
+    EXPECT_EQ(Text(), SampleForm);
+}
+
 TEST_F(Palette, WhatIsDroppedBesideTheSurfaceGoesNowhere) {
     Open();
     Designer().Form().SetClientSize(1500, 1200);
