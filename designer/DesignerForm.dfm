@@ -4,7 +4,7 @@ object KxDesigner: TDesignerForm
   ClientHeight = 720
   ClientWidth = 1180
   Caption = 'Form designer'
-  Constraints.MinHeight = 400
+  Constraints.MinHeight = 560
   Constraints.MinWidth = 640
   Font.Height = -11
   Font.Name = 'Tahoma'

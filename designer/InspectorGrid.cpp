@@ -127,6 +127,7 @@ void TInspectorGrid::Build() {
             FSelected = i;
         }
     }
+    ScrollToSelected();
     ShowField();
     Invalidate();
 }
@@ -276,6 +277,15 @@ void TInspectorGrid::Scroll(int to) {
     Invalidate();
 }
 
+void TInspectorGrid::ScrollToSelected() {
+    const TRect r = FSelected < 0 ? TRect{} : RowRect(FSelected);
+    if (r.Top < 0) {
+        Scroll(FTop + r.Top);
+    } else if (r.Bottom > ClientHeight()) {
+        Scroll(FTop + r.Bottom - ClientHeight());
+    }
+}
+
 void TInspectorGrid::Resize() {
     TCustomControl::Resize();
     UpdateScroll();
@@ -375,12 +385,7 @@ void TInspectorGrid::SelectRow(int row) {
         return;
     }
     FWanted = path;
-    const TRect r = RowRect(now);
-    if (r.Top < 0) {
-        Scroll(FTop + r.Top);
-    } else if (r.Bottom > ClientHeight()) {
-        Scroll(FTop + r.Bottom - ClientHeight());
-    }
+    ScrollToSelected();
     ShowField();
     Invalidate();
     FOnRowSelected(this);

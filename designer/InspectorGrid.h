@@ -96,6 +96,7 @@ private:
     void Choose(int row, int y);
     void UpdateScroll();
     void Scroll(int to);
+    void ScrollToSelected();
     std::string ValueOf(const TPropertyEditor& editor) const;
     static std::string NameOf(const TPropertyEditor& editor);               ///< Of one that throws: the property's.
     static TPropertyAttributes AttributesOf(const TPropertyEditor& editor); ///< Of one that throws: read-only.

@@ -54,6 +54,7 @@ protected:
 // --- Scrolling
 
 TEST_F(InspectorRows, ScrollByTheBarAndTheWheel) {
+    Grid().SelectRow(0);
     const int height = Grid().RowRect(0).Bottom;
     Scroll(SB_LINEDOWN);
     EXPECT_EQ(Top(), -height);
@@ -114,6 +115,16 @@ TEST_F(InspectorRows, TheSameRowIsChosenForTheNextComponent) {
     EXPECT_EQ(Field().Text(), "80");
 }
 
+TEST_F(InspectorRows, TheChosenRowOfTheNextComponentIsInView) {
+    ClickOn(At("OkButton"));
+    Grid().SelectRow(Row("Width"));
+    Scroll(SB_THUMBTRACK, 0);
+    ASSERT_FALSE(IsInView("Width"));
+    ClickOn(At("NameEdit"));
+    EXPECT_EQ(Chosen(), "Width");
+    EXPECT_TRUE(IsInView("Width"));
+}
+
 TEST_F(InspectorRows, TabsShowPropertiesOrEvents) {
     ClickOn(At("OkButton"));
     Type("Left", "24");
@@ -152,7 +163,7 @@ TEST_F(InspectorRows, TheHintFollowsTheRow) {
 
 TEST_F(InspectorRows, AnErrorHasALineBelowItsRow) {
     ClickOn(At("OkButton"));
-    const int height = Grid().RowRect(0).Bottom;
+    const int height = Height(Grid().RowRect(0));
     Type("Color", "loud");
     const TRect next = Grid().RowRect(Row("Color") + 1);
     Press(VK_RETURN);
