@@ -124,8 +124,7 @@ std::vector<TDefinition> Definitions(const std::string& bare, const std::string&
     int depth = 0; // of the first one: deeper ones are calls
     for (size_t at = FindWord(bare, cls); at != npos; at = FindWord(bare, cls, at + 1)) {
         const size_t colons = SkipBlanks(bare, at + cls.size());
-        const bool isTaken = at > 0 && bare[at - 1] == '&'; // a pointer to the member
-        if (isTaken || bare.substr(colons, 2) != "::") {
+        if (bare.substr(colons, 2) != "::") {
             continue;
         }
         const size_t name = SkipBlanks(bare, colons + 2);
@@ -239,7 +238,7 @@ TClassFiles::TClassFiles(const std::string& formFile, const TFormClass& cls, std
     const std::string header = NewClassHeader(cls); // which checks the names
     Read(FHeader);
     Read(FSource);
-    const bool isInSource = !FHeader.IsThere && ClassBody(BareCode(FSource.Before), cls.Name).IsThere();
+    const bool isInSource = ClassBody(BareCode(FSource.Before), cls.Name).IsThere();
     if (FHeader.IsThere) {
         CompleteDeclaration(FHeader);
     } else if (isInSource) {

@@ -169,7 +169,7 @@ std::string TShortCutProperty::GetValue() const {
 }
 
 void TShortCutProperty::SetValue(const std::string& value) {
-    const TShortCut keys = value.empty() ? TShortCut{0} : TextToShortCut(value);
+    const TShortCut keys = TextToShortCut(value);
     if (keys == 0 && !value.empty()) {
         throw EPropertyError("'" + value + "' names no keys");
     }

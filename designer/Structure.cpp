@@ -162,12 +162,6 @@ void TStructure::Change(TTreeNode* node) {
 
 // --- Dragging
 
-std::vector<TComponent*> TStructure::Dragged() const {
-    std::vector<TComponent*> components = FDesigner->SelectedComponents();
-    std::erase(components, &FDesigner->Form());
-    return components;
-}
-
 /// Empty where what is dragged cannot go.
 std::optional<TStructure::TPlace> TStructure::PlaceAt(int x, int y) const {
     TTreeNode* const node = GetNodeAt(x, y);
@@ -176,7 +170,7 @@ std::optional<TStructure::TPlace> TStructure::PlaceAt(int x, int y) const {
         return std::nullopt;
     }
     const auto can = [this](TComponent* parent, TComponent* before) {
-        const std::vector<TComponent*> dragged = Dragged();
+        const std::vector<TComponent*> dragged = FDesigner->SelectedComponents();
         return parent && !dragged.empty() && std::ranges::find(dragged, before) == dragged.end() &&
                std::ranges::all_of(dragged,
                                    [&](TComponent* component) { return FDesigner->CanPlace(*component, *parent); });
@@ -233,7 +227,7 @@ void TStructure::DragDrop(TObject*, int x, int y) {
         return;
     }
     try {
-        FDesigner->Place(Dragged(), *place->Parent, place->Next);
+        FDesigner->Place(FDesigner->SelectedComponents(), *place->Parent, place->Next);
     } catch (const std::exception& error) {
         FOnFailed(error.what());
     }

@@ -53,7 +53,6 @@ private:
     void Fill();
     const std::string& NameOf(const TTreeNode& node) const;
     TComponent* ComponentOf(const TTreeNode& node) const;
-    std::vector<TComponent*> Dragged() const;
     std::optional<TPlace> PlaceAt(int x, int y) const;
     void ShowPlace(const std::optional<TPlace>& place);
     void MarkSelected(const std::set<std::string>& names);

@@ -215,9 +215,7 @@ void TDesignSurface::SizeTo(const TPoint& formPoint, bool snap) {
     const TPoint way{formPoint.X - FDragFrom.X, formPoint.Y - FDragFrom.Y};
     TRect r = before;
     TSnapping snapping = FSnapping;
-    if (&control == &FDesigner->Form()) {
-        snapping.UseGuides = false;
-    } else {
+    if (&control != &FDesigner->Form()) {
         snapping.Others = Neighbours(control.Parent());
     }
     const auto edge = [&](int at, bool isVertical) { return snap ? SnapEdge(snapping, at, isVertical, &FGuides) : at; };
@@ -346,7 +344,7 @@ void TDesignSurface::CreateInBand() {
 }
 
 void TDesignSurface::DropTool(const TPoint& point) {
-    TComponent* const component = FTool && FDrag == TDrag::None ? ComponentAt(point) : nullptr;
+    TComponent* const component = FTool ? ComponentAt(point) : nullptr;
     if (component) {
         FContainer = FDesigner->ContainerFor(component);
         FDragFrom = FDragAt = ToForm(point);

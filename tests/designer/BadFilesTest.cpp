@@ -78,6 +78,17 @@ TEST_F(BadFiles, AFormThatIsCutOffAnywhereIsRefusedOrReadWhole) {
     }
 }
 
+TEST_F(BadFiles, BytesOfAnythingElseAreNoForm) {
+    std::string bytes;
+    for (int i = 0; i < 3000; ++i) {
+        bytes += static_cast<char>(i * i % 251);
+    }
+    ExpectOpenFails(bytes, "");
+    ExpectOpenFails(std::string(300, '\0'), "");
+    ExpectOpenFails("TPF0" + bytes, "");
+    ExpectOpenFails("\xFF\xFE" + bytes, "");
+}
+
 TEST_F(BadFiles, AComponentThatThrowsWhileItIsReadIsNamed) {
     const std::string form = "object Form: TForm9\n  object Sulky: TBadTempered\n    Left = 8\n  end\nend\n";
     TBadTempered::Throws = 'c';
@@ -112,6 +123,34 @@ TEST_F(BadFiles, AFormOfTwentyMegabytesOpensAndComesBack) {
     Window->Command("Save");
     const std::string saved = FileText();
     EXPECT_EQ(saved.size(), text.size() + std::string("  Caption = 'Large'\n").size());
+    Designer().Undo();
+    Window->Command("Save");
+    EXPECT_TRUE(FileText() == text);
+}
+
+TEST_F(BadFiles, AFormOfTwentyMegabytesInManyComponentsOpensAndComesBack) {
+    constexpr int count = KX_TEST_GUARDED != 0 ? 200 : 2000;
+    const std::string hint(64, 'h');
+    std::string text = "object Big: TBig\n  ClientHeight = 400\n  ClientWidth = 600\n";
+    for (int i = 0; i < count; ++i) {
+        text += "  object Part" + IntToStr(i) + ": TPart\n    Left = " + IntToStr(i % 60 * 10) +
+                "\n    Lines.Strings = (\n";
+        for (int line = 0; line < 140; ++line) {
+            text += "      '" + hint + "'\n";
+        }
+        text.pop_back();
+        text += ")\n  end\n";
+    }
+    text += "end\n";
+    ASSERT_GT(text.size(), static_cast<size_t>(count) * 10'000);
+    designer::WriteWholeFile(Path, text);
+    ASSERT_TRUE(Window->OpenPath(Path));
+    EXPECT_FALSE(Window->Document()->IsModified());
+    EXPECT_EQ(Designer().AllComponents().size(), static_cast<size_t>(count) + 1);
+    The("Part7").SetLeft(71);
+    ASSERT_TRUE(Designer().Record("Move"));
+    Window->Command("Save");
+    EXPECT_THAT(FileText().substr(0, text.size() / 100), HasSubstr("Left = 71\n"));
     Designer().Undo();
     Window->Command("Save");
     EXPECT_TRUE(FileText() == text);

@@ -261,6 +261,14 @@ TEST_F(ClassFiles, AHandlerOfAnotherClassIsAnotherOne) {
                 ElementsAre("Order.cpp: TOrder::FormCreate"));
 }
 
+TEST_F(ClassFiles, HandlersMayStandInTheHeader) {
+    Put("class TOrder : public TForm {\n    void FormCreate(TObject*) { Start(); }\n};\n",
+        "const TClass& TOrder::StaticClass() {\n"
+        "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass(), [](auto& c) {\n"
+        "        c.Method(\"FormCreate\", &TOrder::FormCreate);\n    });\n    return cls.Class();\n}\n");
+    EXPECT_TRUE(Files("object Order: TOrder\n  OnCreate = FormCreate\nend\n").IsComplete());
+}
+
 TEST_F(ClassFiles, ATableOfAnotherClassIsNotTaken) {
     const char* const source = "const TClass& TOrder::StaticClass() { return Class; }\n"
                                "const TClass& TOther::StaticClass() {\n"

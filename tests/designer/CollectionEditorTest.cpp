@@ -295,6 +295,124 @@ TEST_F(CollectionEditor, ClosedByTheUserItLeavesTheComponentSelected) {
     Designer().Undo();
 }
 
+// --- The window beside the form
+
+TEST_F(CollectionEditor, StandsInTheCornerWhereNoFormBegins) {
+    OpenBar();
+    const TRect surface = ScreenRectOf(Surface().WindowHandle());
+    const TRect window = ScreenRectOf(Items()->Handle());
+    EXPECT_LE(window.Right, surface.Right);
+    EXPECT_GE(window.Top, surface.Top);
+    EXPECT_GT(window.Left, ScreenRectOf(Designer().Form().WindowHandle()).Left + 300);
+    EXPECT_EQ(window.Top, surface.Top + 24);
+}
+
+TEST_F(CollectionEditor, AskedForAgainItGetsTheKeys) {
+    OpenBar();
+    Surface().SetFocus();
+    ASSERT_FALSE(Items()->Active());
+    Grid().EditRow(Grid().FindRow("Panels"));
+    Settle();
+    EXPECT_TRUE(Items()->Active());
+}
+
+TEST_F(CollectionEditor, ClosedWhileSomethingElseIsSelectedItLeavesThat) {
+    OpenBar();
+    ClickOn(At("OkButton"));
+    Items()->Close();
+    Settle();
+    EXPECT_EQ(PrimaryName(), "OkButton");
+}
+
+TEST_F(CollectionEditor, WhatIsChosenInAFormThatIsReadAnewIsForgottenWithTheNextChoice) {
+    OpenBar();
+    ChooseLine(1);
+    Designer().Replace(Text(), "Text"); // the same, so that nobody hears of a change
+    ClickOn(At("OkButton"));
+    The("OkButton").SetLeft(24);
+    Designer().Record("Move");
+    EXPECT_EQ(PrimaryName(), "OkButton");
+    EXPECT_THAT(Chosen(), IsEmpty());
+}
+
+TEST_F(CollectionEditor, PackagesHearOfItsItems) {
+    struct TListener final : IDesignNotification {
+        TListener() { RegisterDesignNotification(*this); }
+        ~TListener() { UnregisterDesignNotification(*this); }
+        void ItemDeleted(IDesigner&, TPersistent& item) override { Deleted.push_back(&item); }
+        void ItemInserted(IDesigner&, TPersistent& item) override { Inserted.push_back(&item); }
+        void ItemsModified(IDesigner&) override {}
+        void SelectionChanged(IDesigner&, const TDesignSelection&) override {}
+        void DesignerClosed(IDesigner&, bool) override {}
+        std::vector<TPersistent*> Deleted, Inserted;
+    };
+    OpenBar();
+    const TListener listener;
+    Push("AddButton");
+    TPersistent* const item = Bar().Panels().GetItem(3);
+    EXPECT_THAT(listener.Inserted, ElementsAre(item));
+    Push("DeleteButton");
+    EXPECT_THAT(listener.Deleted, ElementsAre(item));
+}
+
+// --- Many items, the last one, and none
+
+TEST_F(CollectionEditor, TheListStaysWhereItIsRead) {
+    OpenBar();
+    for (int i = 0; i < 40; ++i) {
+        Bar().Panels().Add();
+    }
+    Designer().Record("Add");
+    Items()->Items().SetTopIndex(15);
+    Bar().Panels()[0].SetText("first");
+    Designer().Record("Text");
+    EXPECT_EQ(Items()->Items().TopIndex(), 15);
+}
+
+TEST_F(CollectionEditor, DeletingGoesOnFromTheEndUntilNothingIsLeft) {
+    OpenBar();
+    Items()->Items().SetFocus();
+    ChooseLine(2);
+    Press(VK_DELETE);
+    EXPECT_THAT(Chosen(), ElementsAre(1)) << "the new last one";
+    Press(VK_DELETE);
+    Press(VK_DELETE);
+    EXPECT_EQ(Bar().Panels().Count(), 0);
+    EXPECT_EQ(PrimaryName(), "Bar");
+    EXPECT_FALSE(Button("DeleteButton").Enabled());
+    Press(VK_DELETE); // does nothing
+    Press(VK_INSERT);
+    EXPECT_EQ(Lines(), "\"0 - TStatusPanel\"");
+    UndoAll();
+    EXPECT_EQ(Text(), BarForm);
+}
+
+TEST_F(CollectionEditor, ArrowsGoOnFromTheItemThatIsSelectedElsewhere) {
+    OpenBar();
+    Items()->Items().SetFocus();
+    Designer().Select({Bar().Panels().GetItem(1)});
+    Press(VK_DOWN);
+    EXPECT_THAT(Chosen(), ElementsAre(2));
+    Press(VK_UP, {VK_CONTROL});
+    Press(VK_UP, {VK_CONTROL});
+    Press(VK_UP, {VK_CONTROL});
+    EXPECT_EQ(Lines(), "\"0 - three\",\"1 - one\",\"2 - two\"") << "the first one stays the first one";
+    TypeText("zy"); // without Ctrl it is no command
+    Settle();
+    EXPECT_EQ(Lines(), "\"0 - three\",\"1 - one\",\"2 - two\"");
+}
+
+TEST_F(CollectionEditor, AButtonThatCannotBeUsedAnyMoreGivesTheKeysToTheList) {
+    OpenBar();
+    ChooseLine(1);
+    Button("UpButton").SetFocus();
+    Press(VK_SPACE);
+    EXPECT_EQ(Lines(), "\"0 - two\",\"1 - one\",\"2 - three\"");
+    EXPECT_TRUE(Items()->Items().Focused());
+    Press(VK_DOWN, {VK_CONTROL});
+    EXPECT_EQ(Lines(), "\"0 - one\",\"1 - two\",\"2 - three\"");
+}
+
 /// A component whose collection takes two items, and whose items have collections of their own.
 class TShelf : public TCollection {
     KX_CLASS()

@@ -118,6 +118,12 @@ TEST_F(DialogEditors, AFontIsChosenInTheSystemsDialog) {
     EXPECT_EQ(The("NameEdit").Font().Color(), clHotLight) << "a colour that was not changed stays";
 }
 
+TEST_F(DialogEditors, APictureWithoutAnythingInItIsNone) {
+    TComponent* const button =
+        Designer().CreateComponent(TSpeedButton::StaticClass(), &Designer().Form(), {240, 160, 270, 190});
+    EXPECT_EQ(EditorOf(*button, "Glyph")->GetValue(), "(none)");
+}
+
 TEST_F(DialogEditors, APictureIsLoadedFromAFile) {
     TBitmap bitmap;
     bitmap.SetWidth(7);

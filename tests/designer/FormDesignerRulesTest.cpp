@@ -218,17 +218,6 @@ TEST_F(FormDesignerRules, AComponentAndTheOneThatItIsInAreMovedAsOne) {
     UndoAll();
 }
 
-TEST_F(FormDesignerRules, WhatComesToAnotherPlaceThanItWasPutIsPutBack) {
-    Designer->Paste("object Loner1: TLoner\nend\n");
-    const std::string before = Text();
-    Designer->SelectOne(The("NameEdit"));
-    EXPECT_EQ(ErrorOf<EDesignError>([&] { Designer->Place({&The("Loner1")}, The("Box"), nullptr); }),
-              "Loner1 cannot be put there");
-    EXPECT_EQ(designer::WriteForm(Designer->Form()), Designer->State());
-    EXPECT_EQ(Text(), before);
-    EXPECT_EQ(Designer->Primary(), &The("NameEdit"));
-}
-
 TEST_F(FormDesignerRules, NeitherTheFormNorAnythingInAPageControlIsMoved) {
     EXPECT_FALSE(Designer->CanPlace(Designer->Form(), The("Box")));
     auto& pages = dynamic_cast<TPageControl&>(

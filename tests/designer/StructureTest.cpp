@@ -2,6 +2,8 @@
 
 #include "WindowFixture.h"
 
+#include <commctrl.h>
+
 namespace kx::test {
 namespace {
 
@@ -90,6 +92,65 @@ TEST_F(Structure, ARowDraggedToTheEdgeOfAnotherGoesThere) {
         Designer().Undo();
     }
     EXPECT_EQ(Text(), SampleForm);
+}
+
+TEST_F(Structure, TheEdgesOfAContainerAreBesideIt) {
+    DragRow("Gauge", "Box", 1);
+    EXPECT_THAT(Names(), ElementsAre(Designer().Form().Name(), "NameLabel", "NameEdit", "Gauge", "Box", "OkButton"));
+    Designer().CreateComponent(TPanel::StaticClass(), &Designer().Form(), {220, 150, 310, 230});
+    DragRow("Gauge", "Panel1", 9); // with nothing in it
+    EXPECT_THAT(Names(),
+                ElementsAre(Designer().Form().Name(), "NameLabel", "NameEdit", "Box", "OkButton", "Panel1", "Gauge"));
+    DragRow("Gauge", "Box", 9); // above what is in it
+    EXPECT_EQ(The("Gauge").Parent(), &The("Box"));
+}
+
+TEST_F(Structure, WhatADropWouldDoIsShown) {
+    const TPoint from = Row("Gauge");
+    const TPoint to = Row("Box");
+    const auto target = [this] { return SendMessageA(Tree().Handle(), TVM_GETNEXTITEM, TVGN_DROPHILITE, 0); };
+    PressAt(from);
+    MoveMouse({from.X, from.Y - 6});
+    MoveMouse({from.X, from.Y - 12});
+    MoveMouse(to);
+    EXPECT_TRUE(Until([&] { return target() != 0; })) << "the component that it would go into";
+    ReleaseAt(to);
+    Settle();
+    EXPECT_EQ(target(), 0);
+}
+
+TEST_F(Structure, SeveralSelectedOnesAreBold) {
+    const auto isBold = [this](const char* name) {
+        TVITEMA item{};
+        item.mask = TVIF_HANDLE | TVIF_STATE;
+        item.stateMask = TVIS_BOLD;
+        const TRect r = Tree().NodeOf(name)->DisplayRect(true);
+        TVHITTESTINFO hit{};
+        hit.pt = {r.Left + 1, r.Top + 1};
+        item.hItem =
+            reinterpret_cast<HTREEITEM>(SendMessageA(Tree().Handle(), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+        SendMessageA(Tree().Handle(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+        return (item.state & TVIS_BOLD) != 0;
+    };
+    Designer().SelectOne(The("OkButton"));
+    EXPECT_FALSE(isBold("OkButton")) << "the one is marked as the chosen one";
+    Designer().Select({&The("OkButton"), &The("Gauge")});
+    EXPECT_TRUE(isBold("OkButton"));
+    EXPECT_TRUE(isBold("Gauge"));
+    EXPECT_FALSE(isBold("Box"));
+    Designer().SelectOne(The("Gauge"));
+    EXPECT_FALSE(isBold("OkButton"));
+}
+
+TEST_F(Structure, StaysWhereItIsReadWhenTheFormGrows) {
+    for (int i = 0; i < 30; ++i) {
+        Designer().CreateComponent(TButton::StaticClass(), &Designer().Form(), {5, 5, 80, 30});
+    }
+    Designer().SelectOne(The("Button20"));
+    Tree().SetTopItem(Tree().NodeOf("Button15"));
+    ASSERT_EQ(Tree().TopItem(), Tree().NodeOf("Button15"));
+    Designer().Rename(The("Button25"), "Fresh");
+    EXPECT_EQ(Tree().TopItem(), Tree().NodeOf("Button15"));
 }
 
 TEST_F(Structure, WhatCannotGoThereStays) {

@@ -251,7 +251,32 @@ TEST_F(SurfaceDrag, HiddenNeighboursAndTheMovedOnesAttractNothing) {
     EXPECT_EQ(The("NameEdit").Left(), 160) << "the grid";
 }
 
+TEST_F(SurfaceDrag, AControlDoesNotStickToItsOwnPlace) {
+    Window->Command("ShowGuides");
+    DragFrom(At("NameEdit"), 4, 0);
+    EXPECT_EQ(The("NameEdit").Left(), 88);
+}
+
 // --- Rubber bands
+
+TEST_F(SurfaceDrag, ABandEndsWhereTheButtonIsLetGo) {
+    const auto send = [this](UINT message, WPARAM keys, TPoint inForm) {
+        const TPoint at = Surface().ScreenToClient(OnForm(inForm.X, inForm.Y));
+        SendMessageA(Surface().WindowHandle(), message, keys, MAKELPARAM(at.X, at.Y));
+    };
+    send(WM_LBUTTONDOWN, MK_LBUTTON, {2, 2});
+    send(WM_LBUTTONUP, 0, {60, 34}); // no move was told
+    EXPECT_THAT(Designer().SelectedComponents(), ElementsAre(&The("NameLabel")));
+}
+
+TEST_F(SurfaceDrag, AClickWithCtrlIsNoBand) {
+    ClickOn(At("NameEdit"));
+    keybd_event(VK_CONTROL, 0, 0, 0);
+    ClickOn(At("Gauge"));
+    keybd_event(VK_CONTROL, 0, KEYEVENTF_KEYUP, 0);
+    Settle();
+    EXPECT_THAT(Designer().SelectedComponents(), ElementsAre(&The("NameEdit")));
+}
 
 TEST_F(SurfaceDrag, CtrlDrawsABandInsideAContainer) {
     DragWith(VK_CONTROL, OnForm(180, 130), -130, -60);

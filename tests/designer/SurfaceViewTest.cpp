@@ -155,6 +155,32 @@ TEST_F(SurfaceView, HandlesTellWhatCanBeSized) {
     EXPECT_EQ(The("Box").BoundsRect(), box) << "its parent places it";
 }
 
+TEST_F(SurfaceView, ThePointerTellsWhatADragWouldDo) {
+    const auto isPointer = [](LPCSTR shape) {
+        return Until([=] { return GetCursor() == LoadCursorA(nullptr, shape); });
+    };
+    ClickOn(At("NameEdit"));
+    MoveMouse(Corner("NameEdit", false, false));
+    EXPECT_TRUE(isPointer(IDC_SIZENWSE));
+    MoveMouse(Corner("NameEdit", true, false));
+    EXPECT_TRUE(isPointer(IDC_SIZENESW));
+    MoveMouse({At("NameEdit").X, Corner("NameEdit", true, true).Y});
+    EXPECT_TRUE(isPointer(IDC_SIZENS));
+    MoveMouse({Corner("NameEdit", true, true).X, At("NameEdit").Y});
+    EXPECT_TRUE(isPointer(IDC_SIZEWE));
+    MoveMouse(At("Gauge"));
+    EXPECT_TRUE(isPointer(IDC_ARROW));
+    Surface().SetTool(&TButton::StaticClass());
+    MoveMouse(At("NameEdit"));
+    EXPECT_TRUE(isPointer(IDC_CROSS));
+    Surface().SetTool(nullptr);
+    The("Box").SetAlign(alBottom);
+    Designer().Record("Align");
+    Designer().SelectOne(The("Box"));
+    MoveMouse(Corner("Box", true, false));
+    EXPECT_TRUE(isPointer(IDC_ARROW)) << "its parent sizes it";
+}
+
 TEST_F(SurfaceView, LockedControlsHaveDimHandlesThatDoNothing) {
     ClickOn(At("NameEdit"));
     Window->Command("LockControls");
@@ -177,6 +203,35 @@ TEST_F(SurfaceView, JustTheLowerAndTheRightHandleOfTheFormSizeIt) {
     DragFrom(Surface().ClientToScreen({r.Right + 4, (r.Top + r.Bottom) / 2}), 40, 40);
     EXPECT_NEAR(Designer().Form().ClientWidth(), 360, 8);
     EXPECT_EQ(Designer().Form().ClientHeight(), 240);
+}
+
+TEST_F(SurfaceView, TheHandlesOfTheFormLookAsTheyAre) {
+    const TRect r = Designer().Form().BoundsRect();
+    RedrawWindow(Surface().WindowHandle(), nullptr, nullptr, RDW_UPDATENOW);
+    const HDC dc = GetDC(Surface().WindowHandle());
+    EXPECT_EQ(GetPixel(dc, r.Left - 4, r.Top - 4), GetSysColor(COLOR_BTNSHADOW));
+    EXPECT_EQ(GetPixel(dc, r.Right + 4, r.Bottom + 4), RGB(255, 255, 255));
+    ReleaseDC(Surface().WindowHandle(), dc);
+}
+
+TEST_F(SurfaceView, AFormThatIsMadeSmallerStaysUnderTheMouse) {
+    TForm& form = Designer().Form();
+    form.SetClientSize(300, 1200);
+    Scroll(WM_VSCROLL, SB_BOTTOM);
+    const int top = form.Top();
+    const int height = form.Height();
+    const TRect r = form.BoundsRect();
+    const TPoint from = Surface().ClientToScreen({(r.Left + r.Right) / 2, r.Bottom + 4});
+    PressAt(from);
+    for (int i = 1; i <= 6; ++i) {
+        MoveMouse({from.X, from.Y - 20 * i});
+        Settle();
+    }
+    EXPECT_EQ(form.Top(), top);
+    EXPECT_NEAR(form.Height(), height - 120, 8);
+    ReleaseAt({from.X, from.Y - 120});
+    Settle();
+    EXPECT_GT(form.Top(), top) << "there is less to scroll";
 }
 
 TEST_F(SurfaceView, TheFrameOfTheFormIsTheForm) {
@@ -223,6 +278,10 @@ TEST_F(SurfaceView, TheRightButtonSelectsBeforeItsMenuComes) {
     ClickAt(At("NameEdit"), mbRight);
     Settle();
     EXPECT_EQ(Designer().SelectedComponents().size(), 2U) << "it is about all of them";
+    const TRect r = Designer().Form().BoundsRect();
+    ClickAt(Surface().ClientToScreen({(r.Left + r.Right) / 2, r.Top + 12}), mbRight);
+    Settle();
+    EXPECT_EQ(Designer().Primary(), &Designer().Form()) << "its frame";
     EXPECT_EQ(Text(), SampleForm);
 }
 
@@ -318,6 +377,8 @@ TEST_F(SurfaceView, ArrowsGoToTheNearestNeighbourOfTheSameParent) {
     EXPECT_EQ(PrimaryName(), "Button2");
     Press(VK_DOWN);
     EXPECT_EQ(PrimaryName(), "Button3") << "it is lower than Button4";
+    TButton foreign(nullptr); // what is no part of the file
+    foreign.SetParent(&The<TPanel>("Box"));
     Designer().SelectOne(The("OkButton"));
     Press(VK_LEFT);
     Press(VK_UP);
@@ -328,11 +389,14 @@ TEST_F(SurfaceView, ArrowsGoToTheNearestNeighbourOfTheSameParent) {
 
 TEST_F(SurfaceView, TabOrderIsCountedInEachContainer) {
     Designer().CreateComponent(TEdit::StaticClass(), &The("Box"), {100, 16, 180, 37});
+    TButton foreign(nullptr); // what a control may have put into itself
+    foreign.SetParent(&The<TPanel>("Box"));
     Window->Command("ShowTabOrder");
     Settle();
     EXPECT_THAT(Badges(), ElementsAre("0", "1", "0", "1", "2")) << "the boxes first, what is in them behind";
     ClickOn(At("Gauge"));
     ClickOn(At("Edit1"));
+    EXPECT_EQ(The<TWinControl>("Edit1").TabOrder(), 0) << "the box begins anew";
     ClickOn(At("OkButton"));
     EXPECT_EQ(The<TWinControl>("Gauge").TabOrder(), 0);
     EXPECT_EQ(The<TWinControl>("Edit1").TabOrder(), 0);
