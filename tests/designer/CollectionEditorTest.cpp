@@ -1,8 +1,7 @@
 // The window in which the items of a collection are edited.
 
-#include "WindowFixture.h"
+#include "CollectionFixture.h"
 
-#include "designer/CollectionEditor.h"
 #include "kx/ide/ComponentEditors.h"
 #include "kx/ui/widgets/ComCtrlsBars.h"
 
@@ -46,7 +45,7 @@ constexpr const char* BarForm = "object OrderForm: TOrderForm\n"
                                 "  end\n"
                                 "end\n";
 
-class CollectionEditor : public TDesignerWindowTest {
+class CollectionEditor : public TCollectionEditorTest {
 protected:
     void OpenBar() {
         Open(BarForm);
@@ -56,52 +55,7 @@ protected:
         Settle();
         ASSERT_NE(Items(), nullptr);
     }
-    designer::TInspectorGrid& Grid() const { return Window->ObjectInspector().Grid(); }
-    std::string Value(const std::string& name) const { return Grid().RowValue(Grid().FindRow(name)); }
     TStatusBar& Bar() const { return The<TStatusBar>("Bar"); }
-
-    static std::vector<TCollectionForm*> ShownWindows() {
-        std::vector<TCollectionForm*> shown;
-        for (int i = 0; i < Screen().FormCount(); ++i) {
-            auto* const form = dynamic_cast<TCollectionForm*>(Screen().Forms(i));
-            if (form && form->Visible()) {
-                shown.push_back(form);
-            }
-        }
-        return shown;
-    }
-    static TCollectionForm* Items() { return ShownWindows().empty() ? nullptr : ShownWindows().front(); }
-    static std::string Lines() { return Items()->Items().Items().CommaText(); }
-    static std::vector<int> Chosen() {
-        std::vector<int> chosen;
-        for (int i = 0; i < Items()->Items().Items().Count(); ++i) {
-            if (Items()->Items().Selected(i)) {
-                chosen.push_back(i);
-            }
-        }
-        return chosen;
-    }
-    static TButton& Button(const char* name) { return dynamic_cast<TButton&>(*Items()->FindComponent(name)); }
-    void Push(const char* button) const { ClickOn(CenterOf(Button(button).Handle())); }
-    /// Clicks a line of the list.
-    void ChooseLine(int index, std::initializer_list<WORD> held = {}) const {
-        RECT r;
-        const HWND list = Items()->Items().Handle();
-        SendMessageA(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&r));
-        for (const WORD key : held) {
-            keybd_event(static_cast<BYTE>(key), 0, 0, 0);
-        }
-        ClickOn(Items()->Items().ClientToScreen({r.left + 10, (r.top + r.bottom) / 2}));
-        for (const WORD key : held) {
-            keybd_event(static_cast<BYTE>(key), 0, KEYEVENTF_KEYUP, 0);
-        }
-        Settle();
-    }
-    void UndoAll() const {
-        while (Designer().CanUndo()) {
-            Designer().Undo();
-        }
-    }
 };
 
 TEST_F(CollectionEditor, OpensFromTheInspectorAndByADoubleClick) {
@@ -411,129 +365,6 @@ TEST_F(CollectionEditor, AButtonThatCannotBeUsedAnyMoreGivesTheKeysToTheList) {
     EXPECT_TRUE(Items()->Items().Focused());
     Press(VK_DOWN, {VK_CONTROL});
     EXPECT_EQ(Lines(), "\"0 - one\",\"1 - two\",\"2 - three\"");
-}
-
-/// A component whose collection takes two items, and whose items have collections of their own.
-class TShelf : public TCollection {
-    KX_CLASS()
-    TShelf();
-};
-class TBox : public TCollectionItem {
-    KX_CLASS()
-    explicit TBox(TCollection* collection) : TCollectionItem(collection) {
-        if (collection && collection->Count() > 2) {
-            throw EInvalidOperation("the shelf is full");
-        }
-    }
-    std::string GetDisplayName() const override {
-        if (Throws) {
-            throw EInvalidOperation("no name today");
-        }
-        return "box";
-    }
-    TShelf& Shelf() {
-        if (!FShelf) {
-            FShelf = std::make_unique<TShelf>();
-        }
-        return *FShelf;
-    }
-    void SetShelf(const TShelf& value) { Shelf().Assign(&value); }
-    static inline bool Throws = false;
-
-private:
-    std::unique_ptr<TShelf> FShelf;
-};
-const TClass& TBox::StaticClass() {
-    static const TClassBuilder<TBox> cls("TBox", TCollectionItem::StaticClass(),
-                                         [](auto& c) { c.SubObject("Shelf", &TBox::Shelf, &TBox::SetShelf); });
-    return cls.Class();
-}
-const TClass& TShelf::StaticClass() {
-    static const TClassBuilder<TShelf> cls("TShelf", TCollection::StaticClass());
-    return cls.Class();
-}
-TShelf::TShelf() : TCollection(TBox::StaticClass(), [](TCollection* collection) { return new TBox(collection); }) {}
-
-class TCupboard : public TCustomControl {
-    KX_CLASS()
-    explicit TCupboard(TComponent* owner) : TCustomControl(owner) { SetBounds(0, 0, 40, 20); }
-    TShelf& Shelf() { return FShelf; }
-    void SetShelf(const TShelf& value) { FShelf.Assign(&value); }
-
-private:
-    TShelf FShelf;
-};
-const TClass& TCupboard::StaticClass() {
-    static const TClassBuilder<TCupboard> cls("TCupboard", TCustomControl::StaticClass(), [](auto& c) {
-        c.Creatable();
-        c.SubObject("Shelf", &TCupboard::Shelf, &TCupboard::SetShelf);
-    });
-    return cls.Class();
-}
-
-class Cupboards : public CollectionEditor {
-protected:
-    Cupboards() { RegisterClass(TCupboard::StaticClass()); }
-    ~Cupboards() override { TBox::Throws = false; }
-    TCupboard& OpenCupboard(int boxes) {
-        Open(SampleForm);
-        auto& cupboard = dynamic_cast<TCupboard&>(
-            *Designer().CreateComponent(TCupboard::StaticClass(), &Designer().Form(), {20, 160, 80, 190}));
-        for (int i = 0; i < boxes; ++i) {
-            cupboard.Shelf().Add();
-        }
-        Designer().Record("Boxes");
-        DoubleClickAt(At("Cupboard1"));
-        Settle();
-        EXPECT_NE(Items(), nullptr);
-        return cupboard;
-    }
-};
-
-TEST_F(Cupboards, AnItemThatCannotBeMadeIsToldOfAndNothingHasChanged) {
-    OpenCupboard(2);
-    const std::string before = Text();
-    EXPECT_EQ(AnswerTo([this] { Push("AddButton"); }, IDOK), "the shelf is full");
-    EXPECT_EQ(Text(), before);
-    EXPECT_EQ(designer::WriteForm(Designer().Form()), Designer().State());
-    EXPECT_EQ(Lines(), "\"0 - box\",\"1 - box\"");
-    ChooseLine(0);
-    Push("DeleteButton");
-    EXPECT_EQ(Lines(), "\"0 - box\"") << "the window works on";
-}
-
-TEST_F(Cupboards, AnItemWithoutANameIsShownAllTheSame) {
-    TBox::Throws = true;
-    OpenCupboard(1);
-    EXPECT_EQ(Lines(), "\"0 - (no name today)\"");
-}
-
-TEST_F(Cupboards, AnItemsOwnCollectionGoesWithIt) {
-    OpenCupboard(2);
-    ChooseLine(1);
-    TCollectionForm* const outer = Items();
-    EXPECT_EQ(Value("Shelf"), "(0 items)");
-    Grid().EditRow(Grid().FindRow("Shelf"));
-    Settle();
-    ASSERT_EQ(ShownWindows().size(), 2U);
-    TCollectionForm* const inner = ShownWindows()[ShownWindows()[0] == outer ? 1 : 0];
-    EXPECT_EQ(inner->Caption(), "Cupboard1.Shelf[1].Shelf");
-    PressButton(dynamic_cast<TButton&>(*inner->FindComponent("AddButton")).Handle());
-    Settle();
-    EXPECT_EQ(inner->Items().Items().Count(), 1);
-    EXPECT_EQ(Window->ObjectInspector().Components().Text(), "Cupboard1.Shelf[1].Shelf[0]: TBox");
-    Designer().Select({The<TCupboard>("Cupboard1").Shelf().GetItem(1)});
-    PressButton(dynamic_cast<TButton&>(*outer->FindComponent("UpButton")).Handle());
-    Settle();
-    EXPECT_EQ(inner->Caption(), "Cupboard1.Shelf[0].Shelf");
-    EXPECT_EQ(inner->Items().Items().Count(), 1);
-    PressButton(dynamic_cast<TButton&>(*outer->FindComponent("DeleteButton")).Handle());
-    Settle();
-    EXPECT_THAT(ShownWindows(), ElementsAre(outer));
-    while (Designer().CanUndo()) {
-        Designer().Undo();
-    }
-    EXPECT_EQ(Text(), SampleForm);
 }
 
 } // namespace
