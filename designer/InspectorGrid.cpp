@@ -227,9 +227,9 @@ void TInspectorGrid::Expand(int row, bool value) {
 
 TRect TInspectorGrid::RowRect(int row) const {
     // The row below which an error is told is twice as high.
-    const int extra = !FError.empty() && FSelected >= 0 && row > FSelected ? RowHeight : 0;
-    const int top = row * RowHeight + extra - FTop;
-    const int height = !FError.empty() && row == FSelected ? 2 * RowHeight : RowHeight;
+    const int extra = !FError.empty() && FSelected >= 0 && row > FSelected ? RowHeight() : 0;
+    const int top = row * RowHeight() + extra - FTop;
+    const int height = !FError.empty() && row == FSelected ? 2 * RowHeight() : RowHeight();
     return {0, top, ClientWidth(), top + height};
 }
 
@@ -237,12 +237,12 @@ int TInspectorGrid::Split() const { return ClientWidth() * FNameShare / 100; }
 
 TRect TInspectorGrid::ValueRect(int row) const {
     const TRect r = RowRect(row);
-    return {Split() + 1, r.Top, r.Right, r.Top + RowHeight - 1};
+    return {Split() + 1, r.Top, r.Right, r.Top + RowHeight() - 1};
 }
 
 TRect TInspectorGrid::ButtonRect(int row) const {
     const TRect r = ValueRect(row);
-    return {r.Right - ButtonWidth, r.Top, r.Right, r.Bottom};
+    return {r.Right - ButtonWidth(), r.Top, r.Right, r.Bottom};
 }
 
 int TInspectorGrid::RowAt(int y) const {
@@ -263,7 +263,7 @@ void TInspectorGrid::UpdateScroll() {
     if (!HandleAllocated()) {
         return;
     }
-    const int whole = (RowCount() + (FError.empty() ? 0 : 1)) * RowHeight;
+    const int whole = (RowCount() + (FError.empty() ? 0 : 1)) * RowHeight();
     FTop = std::clamp(FTop, 0, std::max(whole - ClientHeight(), 0));
     SCROLLINFO info{sizeof info, SIF_ALL, 0, std::max(whole - 1, 0), static_cast<UINT>(std::max(ClientHeight(), 0)),
                     FTop,        0};
@@ -298,8 +298,8 @@ void TInspectorGrid::WndProc(TMessage& message) {
     case WM_VSCROLL:
         if (message.LParam == 0) {
             switch (LOWORD(message.WParam)) {
-            case SB_LINEUP: Scroll(FTop - RowHeight); break;
-            case SB_LINEDOWN: Scroll(FTop + RowHeight); break;
+            case SB_LINEUP: Scroll(FTop - RowHeight()); break;
+            case SB_LINEDOWN: Scroll(FTop + RowHeight()); break;
             case SB_PAGEUP: Scroll(FTop - ClientHeight()); break;
             case SB_PAGEDOWN: Scroll(FTop + ClientHeight()); break;
             case SB_THUMBTRACK: Scroll(static_cast<short>(HIWORD(message.WParam))); break;
@@ -308,7 +308,7 @@ void TInspectorGrid::WndProc(TMessage& message) {
             return;
         }
         break;
-    case WM_MOUSEWHEEL: Scroll(FTop + (static_cast<short>(HIWORD(message.WParam)) > 0 ? -3 : 3) * RowHeight); return;
+    case WM_MOUSEWHEEL: Scroll(FTop + (static_cast<short>(HIWORD(message.WParam)) > 0 ? -3 : 3) * RowHeight()); return;
     default: break;
     }
     TCustomControl::WndProc(message);
@@ -332,11 +332,11 @@ void TInspectorGrid::PlaceField() {
     }
     const TRect r = ValueRect(FSelected);
     const bool hasDialog = AttributesOf(*FRows[static_cast<size_t>(FSelected)].Editor).Contains(paDialog);
-    const int right = hasDialog ? r.Right - ButtonWidth : r.Right;
+    const int right = hasDialog ? r.Right - ButtonWidth() : r.Right;
     if (field == &FEdit) {
-        FEdit.SetBounds(r.Left + 3, r.Top + 2, right - r.Left - 4, RowHeight - 4);
+        FEdit.SetBounds(r.Left + 3, r.Top + 2, right - r.Left - 4, RowHeight() - 4);
     } else {
-        FCombo.SetBounds(r.Left - 1, r.Top - 1, right - r.Left + 2, RowHeight);
+        FCombo.SetBounds(r.Left - 1, r.Top - 1, right - r.Left + 2, RowHeight());
     }
 }
 

@@ -61,10 +61,10 @@ protected:
     bool WantsKey(uint16_t key, TShiftState shift) override;
 
 private:
-    static constexpr int RowHeight = 20;
-    static constexpr int Indent = 12;
-    static constexpr int FirstIndent = 16; ///< Room for the box that expands.
-    static constexpr int ButtonWidth = 20;
+    int RowHeight() const { return ScaleLength(20); }
+    int Indent() const { return ScaleLength(12); }
+    int FirstIndent() const { return ScaleLength(16); } ///< Room for the box that expands.
+    int ButtonWidth() const { return ScaleLength(20); }
 
     struct TRow {
         TPropertyEditorPtr Editor;

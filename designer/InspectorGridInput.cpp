@@ -27,7 +27,7 @@ void TInspectorGrid::MouseDown(TMouseButton button, TShiftState shift, int x, in
 
 void TInspectorGrid::Choose(int row, int x) {
     const std::string path = FRows[static_cast<size_t>(row)].Path;
-    const bool expands = x < FirstIndent + FRows[static_cast<size_t>(row)].Level * Indent;
+    const bool expands = x < FirstIndent() + FRows[static_cast<size_t>(row)].Level * Indent();
     SelectRow(row);
     row = FindRow(path);
     if (row < 0 || !HandleAllocated()) {
@@ -130,18 +130,18 @@ void TInspectorGrid::Paint() {
             continue;
         }
         const bool isSelected = i == FSelected;
-        const int left = FirstIndent + row.Level * Indent;
-        TRect name{left, r.Top, Split() - 2, r.Top + RowHeight - 1};
+        const int left = FirstIndent() + row.Level * Indent();
+        TRect name{left, r.Top, Split() - 2, r.Top + RowHeight() - 1};
         canvas.Brush().SetColor(isSelected ? clHighlight : clWindow);
         if (isSelected) {
-            canvas.FillRect({0, r.Top, Split(), r.Top + RowHeight - 1});
+            canvas.FillRect({0, r.Top, Split(), r.Top + RowHeight() - 1});
         }
         canvas.Font().SetStyle({});
         canvas.Font().SetColor(isSelected ? clHighlightText : clWindowText);
         canvas.DrawText(row.Name, name, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         if (row.CanExpand) {
             constexpr int half = 4;
-            const TPoint middle{left - FirstIndent / 2, r.Top + RowHeight / 2};
+            const TPoint middle{left - FirstIndent() / 2, r.Top + RowHeight() / 2};
             const TRect box{middle.X - half, middle.Y - half, middle.X + half + 1, middle.Y + half + 1};
             canvas.Brush().SetColor(clWindow);
             canvas.FillRect(box);
@@ -169,16 +169,16 @@ void TInspectorGrid::Paint() {
             canvas.Brush().SetStyle(bsSolid);
         }
         if (isSelected && !FError.empty()) {
-            TRect error{4, r.Top + RowHeight, r.Right - 2, r.Bottom - 1};
+            TRect error{4, r.Top + RowHeight(), r.Right - 2, r.Bottom - 1};
             canvas.Brush().SetColor(clInfoBk);
-            canvas.FillRect({0, r.Top + RowHeight, r.Right, r.Bottom - 1});
+            canvas.FillRect({0, r.Top + RowHeight(), r.Right, r.Bottom - 1});
             canvas.Font().SetStyle({});
             canvas.Font().SetColor(clRed);
             canvas.DrawText(FError, error, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         }
         canvas.Brush().SetColor(clBtnFace);
         canvas.FillRect({0, r.Bottom - 1, r.Right, r.Bottom});
-        canvas.FillRect({Split(), r.Top, Split() + 1, r.Top + RowHeight}); // an error has the whole line below
+        canvas.FillRect({Split(), r.Top, Split() + 1, r.Top + RowHeight()}); // an error has the whole line below
     }
 }
 

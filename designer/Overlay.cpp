@@ -3,19 +3,22 @@
 #include "designer/Overlay.h"
 
 #include "designer/ClassIcons.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 namespace kx::designer {
 
 namespace {
 
-constexpr int NameHeight = 15;
-constexpr int NameReach = 24; // how far the name of an icon may stand out on both sides
+/// A length in pixels of DefaultDpi, in those of the names, whose font is the system's.
+int Scaled(int length) { return ScaleValue(length, SystemDpi(), DefaultDpi); }
+
+int NameHeight() { return Scaled(15); }
 
 TRect GhostNameRect(const TOverlayItem& item) {
     const TRect& r = item.Bounds;
-    constexpr int longest = 90;
-    return {r.Left, r.Top, std::min(r.Right, r.Left + longest), std::min(r.Bottom, r.Top + NameHeight)};
+    const int longest = Scaled(90);
+    return {r.Left, r.Top, std::min(r.Right, r.Left + longest), std::min(r.Bottom, r.Top + NameHeight())};
 }
 
 class TRegion {
@@ -41,7 +44,8 @@ private:
 
 TRect IconNameRect(const TOverlayItem& icon) {
     const TRect& r = icon.Bounds;
-    return {r.Left - NameReach, r.Bottom, r.Right + NameReach, r.Bottom + NameHeight};
+    const int reach = Scaled(24); // how far the name may stand out on both sides
+    return {r.Left - reach, r.Bottom, r.Right + reach, r.Bottom + NameHeight()};
 }
 
 const TClass& TOverlay::StaticClass() {

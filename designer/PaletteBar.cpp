@@ -10,11 +10,6 @@
 
 namespace kx::designer {
 
-namespace {
-constexpr int ButtonSize = 30;
-constexpr int ScrollWidth = 18; // of each of the two buttons that scroll
-} // namespace
-
 const TClass& TPaletteButtons::StaticClass() {
     static const TClassBuilder<TPaletteButtons> cls("TPaletteButtons", TCustomControl::StaticClass());
     return cls.Class();
@@ -47,14 +42,14 @@ TRect TPaletteButtons::ButtonRect(const TClass* cls) const {
     }
     const int place = index == 0 ? 0 : index <= FFirst || index > FFirst + ShownCount() ? -1 : index - FFirst;
     return place < 0 ? TRect{0, 0, 0, 0}
-                     : TRect{2 + place * ButtonSize, 2, 2 + (place + 1) * ButtonSize, 2 + ButtonSize};
+                     : TRect{2 + place * ButtonSize(), 2, 2 + (place + 1) * ButtonSize(), 2 + ButtonSize()};
 }
 
 int TPaletteButtons::ButtonAt(int x, int y) const {
-    const int place = (x - 2) / ButtonSize;
+    const int place = (x - 2) / ButtonSize();
     const int index = place == 0 ? 0 : place + FFirst;
     const bool isIn =
-        x >= 2 && y >= 2 && y < 2 + ButtonSize && place <= ShownCount() && index <= static_cast<int>(FClasses.size());
+        x >= 2 && y >= 2 && y < 2 + ButtonSize() && place <= ShownCount() && index <= static_cast<int>(FClasses.size());
     return isIn ? index : -1;
 }
 
@@ -62,16 +57,16 @@ int TPaletteButtons::ButtonAt(int x, int y) const {
 
 int TPaletteButtons::ShownCount() const {
     const int all = static_cast<int>(FClasses.size());
-    const int room = (ClientWidth() - 2) / ButtonSize - 1;
-    return all <= room ? all : std::max((ClientWidth() - 2 - 2 * ScrollWidth) / ButtonSize - 1, 1);
+    const int room = (ClientWidth() - 2) / ButtonSize() - 1;
+    return all <= room ? all : std::max((ClientWidth() - 2 - 2 * ScrollWidth()) / ButtonSize() - 1, 1);
 }
 
 TRect TPaletteButtons::ScrollRect(bool forward) const {
     if (ShownCount() == static_cast<int>(FClasses.size())) {
         return {0, 0, 0, 0};
     }
-    const int left = ClientWidth() - (forward ? 1 : 2) * ScrollWidth;
-    return {left, 2, left + ScrollWidth, 2 + ButtonSize};
+    const int left = ClientWidth() - (forward ? 1 : 2) * ScrollWidth();
+    return {left, 2, left + ScrollWidth(), 2 + ButtonSize()};
 }
 
 void TPaletteButtons::Scroll(int by) {

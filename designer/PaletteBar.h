@@ -45,6 +45,8 @@ protected:
 
 private:
     int ButtonAt(int x, int y) const; ///< 0 is the arrow; -1: none.
+    int ButtonSize() const { return ScaleLength(30); }
+    int ScrollWidth() const { return ScaleLength(18); } ///< Of each of the two buttons that scroll.
     int ShownCount() const;
     void Scroll(int by);
 

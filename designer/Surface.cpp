@@ -254,8 +254,8 @@ bool TDesignSurface::CanSize(const TComponent& component) const {
 }
 
 std::vector<TRect> TDesignSurface::HandlesOf(const TRect& r) const {
-    constexpr int half = 3;
-    const auto at = [](int x, int y) { return TRect{x - half, y - half, x + half, y + half}; };
+    const int half = ScaleLength(3);
+    const auto at = [half](int x, int y) { return TRect{x - half, y - half, x + half, y + half}; };
     const int middleX = (r.Left + r.Right) / 2;
     const int middleY = (r.Top + r.Bottom) / 2;
     return {at(r.Left, r.Top),     at(middleX, r.Top),    at(r.Right, r.Top),   at(r.Right, middleY),
