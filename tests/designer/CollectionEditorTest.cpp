@@ -301,11 +301,11 @@ TEST_F(CollectionEditor, PackagesHearOfItsItems) {
         std::vector<TPersistent*> Deleted, Inserted;
     };
     OpenBar();
-    const TListener listener;
-    Push("AddButton");
+    TListener listener;
+    PressButton(Button("AddButton").Handle());
     TPersistent* const item = Bar().Panels().GetItem(3);
     EXPECT_THAT(listener.Inserted, ElementsAre(item));
-    Push("DeleteButton");
+    PressButton(Button("DeleteButton").Handle());
     EXPECT_THAT(listener.Deleted, ElementsAre(item));
 }
 

@@ -122,7 +122,7 @@ TEST_F(FormDesignerRules, TheSizeThatOthersGiveTheFormIsAStep) {
 
 TEST_F(FormDesignerRules, TheSameSelectionIsNoChange) {
     Designer->SelectOne(The("OkButton"));
-    const TListener listener;
+    TListener listener;
     Designer->SelectOne(The("OkButton"));
     EXPECT_EQ(listener.Selected, 0);
     Designer->SelectOne(The("Box"));
@@ -132,7 +132,7 @@ TEST_F(FormDesignerRules, TheSameSelectionIsNoChange) {
 TEST_F(FormDesignerRules, TheFormIsNoneOfTheControls) {
     Designer->Select({&Designer->Form(), &The("NameEdit")});
     EXPECT_THAT(Designer->SelectedControls(), ElementsAre(&The("NameEdit")));
-    const TListener listener;
+    TListener listener;
     Designer->DeleteSelected();
     EXPECT_FALSE(Has("NameEdit"));
     EXPECT_EQ(Designer->Primary(), &Designer->Form());
