@@ -11,7 +11,8 @@ namespace kx {
 namespace {
 
 std::vector<IDesignNotification*>& Listeners() {
-    static std::vector<IDesignNotification*> listeners;
+    // Never freed: windows that belong to the application outlive static objects.
+    static auto& listeners = *new std::vector<IDesignNotification*>;
     return listeners;
 }
 
