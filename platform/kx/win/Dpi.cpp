@@ -19,11 +19,8 @@ struct TFunctions {
     UINT(WINAPI* GetDpiForSystem)();
     UINT(WINAPI* GetDpiForWindow)(HWND window);
     int(WINAPI* GetSystemMetricsForDpi)(int index, UINT dpi);
-    TContext(WINAPI* GetThreadDpiAwarenessContext)();
     TContext(WINAPI* SetThreadDpiAwarenessContext)(TContext context);
     TContext(WINAPI* GetWindowDpiAwarenessContext)(HWND window);
-    BOOL(WINAPI* AreDpiAwarenessContextsEqual)(TContext one, TContext other);
-    int(WINAPI* GetAwarenessFromDpiAwarenessContext)(TContext context);
 };
 
 const TFunctions& User() {
@@ -35,21 +32,11 @@ const TFunctions& User() {
         find(f.GetDpiForSystem, "GetDpiForSystem");
         find(f.GetDpiForWindow, "GetDpiForWindow");
         find(f.GetSystemMetricsForDpi, "GetSystemMetricsForDpi");
-        find(f.GetThreadDpiAwarenessContext, "GetThreadDpiAwarenessContext");
         find(f.SetThreadDpiAwarenessContext, "SetThreadDpiAwarenessContext");
         find(f.GetWindowDpiAwarenessContext, "GetWindowDpiAwarenessContext");
-        find(f.AreDpiAwarenessContextsEqual, "AreDpiAwarenessContextsEqual");
-        find(f.GetAwarenessFromDpiAwarenessContext, "GetAwarenessFromDpiAwarenessContext");
         return f;
     }();
     return functions;
-}
-
-/// They came together, with Windows 10 1607.
-bool HasContexts() {
-    const TFunctions& f = User();
-    return f.GetThreadDpiAwarenessContext && f.SetThreadDpiAwarenessContext && f.GetWindowDpiAwarenessContext &&
-           f.AreDpiAwarenessContextsEqual && f.GetAwarenessFromDpiAwarenessContext;
 }
 
 } // namespace
@@ -80,19 +67,9 @@ int SystemMetric(int index, int dpi) {
 }
 
 TDpiScope::TDpiScope(HWND window) {
-    if (window && HasContexts()) {
+    if (window && User().GetWindowDpiAwarenessContext && User().SetThreadDpiAwarenessContext) {
         if (const TContext context = User().GetWindowDpiAwarenessContext(window)) {
             FBefore = User().SetThreadDpiAwarenessContext(context);
-        }
-    }
-}
-
-TDpiScope::TDpiScope(TOfSystem) {
-    if (HasContexts()) {
-        constexpr int perMonitor = 2;
-        const auto ofSystem = reinterpret_cast<TContext>(INT_PTR{-2}); // DPI_AWARENESS_CONTEXT_SYSTEM_AWARE
-        if (User().GetAwarenessFromDpiAwarenessContext(User().GetThreadDpiAwarenessContext()) == perMonitor) {
-            FBefore = User().SetThreadDpiAwarenessContext(ofSystem);
         }
     }
 }
@@ -101,15 +78,6 @@ TDpiScope::~TDpiScope() {
     if (FBefore) {
         User().SetThreadDpiAwarenessContext(FBefore);
     }
-}
-
-bool SameDpiAwareness(HWND one, HWND other) {
-    if (!HasContexts()) {
-        return true;
-    }
-    const TContext a = User().GetWindowDpiAwarenessContext(one);
-    const TContext b = User().GetWindowDpiAwarenessContext(other);
-    return !a || !b || User().AreDpiAwarenessContextsEqual(a, b);
 }
 
 } // namespace kx

@@ -22,16 +22,12 @@ int WindowDpi(HWND window);
 /// A measure of the system (SM_...) for windows of that resolution.
 int SystemMetric(int index, int dpi);
 
-/// While it lives, windows that this thread makes see the screen's resolution as the given ones do. A window can only
-/// be put into one that sees it in the same way. Systems before Windows 10 know one way only; there nothing happens.
+/// While it lives, windows that this thread makes see the screen's resolution as `window` does; as the thread does when
+/// it is null. A window can only be put into one that sees it in the same way. Systems before Windows 10 know one way
+/// only; there nothing happens.
 class TDpiScope {
 public:
-    struct TOfSystem {};
-    /// As `window` does; null: as the thread does.
     explicit TDpiScope(HWND window);
-    /// With the resolution that the system had at the start, in a program that is aware of each screen's own. The
-    /// common dialogs do not follow from screen to screen when a program changes them; the system stretches them.
-    explicit TDpiScope(TOfSystem ofSystem);
     TDpiScope(const TDpiScope&) = delete;
     TDpiScope& operator=(const TDpiScope&) = delete;
     ~TDpiScope();
@@ -39,8 +35,5 @@ public:
 private:
     void* FBefore = nullptr; ///< Null: nothing was changed.
 };
-
-/// Whether the two see the resolution in the same way, so that one can be put into the other.
-bool SameDpiAwareness(HWND one, HWND other);
 
 } // namespace kx

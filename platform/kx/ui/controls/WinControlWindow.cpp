@@ -237,7 +237,7 @@ void TWinControl::CreateWnd() {
     DWORD error = 0;
     const std::wstring caption = ToWide(params.Caption);
     TWinControl* const outer = std::exchange(CreatingControl, this);
-    const TDpiScope dpi(params.Style & WS_CHILD ? params.WndParent : nullptr);
+    const TDpiScope dpi(params.WndParent);
     MustOutlive([&] { // the system sizes some of its controls while it makes them
         window = CreateWindowExW(params.ExStyle, windowClass.Name.c_str(), caption.c_str(), params.Style, params.X,
                                  params.Y, params.Width, params.Height, params.WndParent,

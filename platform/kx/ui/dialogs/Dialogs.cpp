@@ -58,7 +58,7 @@ class TModalScope {
 public:
     explicit TModalScope(HWND owner)
         : FActive(GetActiveWindow()), FFocus(GetFocus()), FOwner(IsWindowEnabled(owner) != 0 ? owner : nullptr),
-          FInApplicationThread(InApplicationThread()) {
+          FInApplicationThread(InApplicationThread()), FDpi(owner) {
         if (FInApplicationThread) {
             Application().ModalStarted();
         }
@@ -91,7 +91,7 @@ private:
     HWND FOwner; ///< Null when it was disabled before.
     bool FInApplicationThread;
     TTaskWindowList FDisabled;
-    TDpiScope FDpi{TDpiScope::TOfSystem()};
+    TDpiScope FDpi; ///< The dialog, and what is docked in it, see the screen as the owner does.
     TQuietDrives FQuietDrives;
     TKeptFloatingPoint FFloatingPoint;
 };

@@ -210,7 +210,6 @@ private:
     void ScaleFileSizes();      ///< From those of the form file to the screen's.
     void FollowScreen(int dpi); ///< To those of the screen that the window is on.
     void ScreenChanged(TMessage& message);
-    bool FitsInto(HWND parent) const; ///< The window can be put there as it is.
     static bool Focused(const TCustomForm& form);
     void ApplyAlpha();
     void ApplyIcon();

@@ -2,7 +2,6 @@
 
 #include "kx/ui/forms/Forms.h"
 
-#include "kx/win/Dpi.h"
 #include "kx/win/Monitors.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
@@ -168,20 +167,13 @@ void TCustomForm::LeaveParent(HWND owner, const TStyles& styles) {
     }
 }
 
-/// A window cannot move between windows that see the resolution of their screens in different ways.
-bool TCustomForm::FitsInto(HWND parent) const {
-    return SameDpiAwareness(WindowHandle(), parent ? parent : Application().Handle());
-}
-
 void TCustomForm::SetParentWindow(HWND value) {
     if (Parent() || ParentWindow() == value) {
         return;
     }
     const bool hadWindow = HandleAllocated();
     const auto carryOut = [this, value] {
-        if (HandleAllocated() && !FitsInto(value)) {
-            RecreateWnd();
-        } else if (HandleAllocated()) {
+        if (HandleAllocated()) {
             UpdateWindowStyle();
         } else if (value && Visible()) {
             HandleNeeded();
