@@ -150,7 +150,7 @@ TEST_F(BadFiles, AFormOfTwentyMegabytesInManyComponentsOpensAndComesBack) {
     The("Part7").SetLeft(71);
     ASSERT_TRUE(Designer().Record("Move"));
     Window->Command("Save");
-    EXPECT_THAT(FileText().substr(0, text.size() / 100), HasSubstr("Left = 71\n"));
+    EXPECT_NE(FileText().find("    Left = 71\n"), std::string::npos);
     Designer().Undo();
     Window->Command("Save");
     EXPECT_TRUE(FileText() == text);
