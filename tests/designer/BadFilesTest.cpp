@@ -133,7 +133,7 @@ TEST_F(BadFiles, AFormOfTwentyMegabytesInManyComponentsOpensAndComesBack) {
     const std::string hint(64, 'h');
     std::string text = "object Big: TBig\n  ClientHeight = 400\n  ClientWidth = 600\n";
     for (int i = 0; i < count; ++i) {
-        text += "  object Part" + IntToStr(i) + ": TPart\n    Left = " + IntToStr(i % 60 * 10) +
+        text += "  object Part" + IntToStr(i) + ": TPart\n    Left = " + IntToStr(int64_t{i} % 60 * 10) +
                 "\n    Lines.Strings = (\n";
         for (int line = 0; line < 140; ++line) {
             text += "      '" + hint + "'\n";

@@ -21,7 +21,7 @@ protected:
     }
     designer::TDocument& Document() const { return *Window->Document(); }
     /// Does a command that asks for a file name, enters one, and answers the message boxes that follow.
-    std::string CommandWithFile(const char* command, const std::string& path, std::vector<int> answers = {}) {
+    std::string CommandWithFile(const char* command, const std::string& path, const std::vector<int>& answers = {}) {
         std::string said;
         std::vector<TStep> steps{{"the file dialog", [] { return ActiveDialog() && FileNameEditOf(ActiveDialog()); },
                                   [&] {

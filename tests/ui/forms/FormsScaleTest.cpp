@@ -151,7 +151,7 @@ TEST_F(FormScale, LimitsMarginsAndPaddingGoAlong) {
          "    Padding.Left = 6\n    Padding.Top = 7\n    Padding.Right = 8\n    Padding.Bottom = 9\n"
          "    Constraints.MinWidth = 45\n    Constraints.MinHeight = 35\n    Constraints.MaxWidth = 60\n"
          "    Constraints.MaxHeight = 61\n    BorderWidth = 3\n  end\n");
-    TPanel& panel = The<TPanel>("Panel1");
+    auto& panel = The<TPanel>("Panel1");
     EXPECT_EQ(Bounds(panel), (TRect{0, 0, 100, 80}));
     EXPECT_EQ(panel.Margins().Inside({0, 0, 100, 100}), (TRect{2, 4, 92, 90}));
     EXPECT_EQ(panel.Padding().Inside({0, 0, 100, 100}), (TRect{12, 14, 84, 82}));

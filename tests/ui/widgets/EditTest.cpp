@@ -124,7 +124,7 @@ TEST_F(Edit, PositionsCountTheBytesOfCharactersOfEveryLength) {
 
 TEST_F(Edit, WhatIsPastedIsNotCutInsideACharacter) {
     Show();
-    TMemo* const source = Add<TMemo>(10, 150, 100, 30);
+    auto* const source = Add<TMemo>(10, 150, 100, 30);
     SetWindowTextW(source->Handle(), L"ab\U0001F600cd");
     source->SelectAll();
     SendMessageW(source->Handle(), WM_COPY, 0, 0);

@@ -117,7 +117,7 @@ TEST_F(LabelInk, TheTextIsAtTheTopInTheMiddleOrAtTheBottom) {
     EXPECT_LT(topEnd, 30);
     Control->SetLayout(tlCenter);
     const auto [middle, middleEnd] = Rows();
-    EXPECT_NEAR(middle - top, (Control->Height() - topEnd) / 2, 4);
+    EXPECT_NEAR(middle - top, (Control->Height() - topEnd) * 0.5, 4);
     Control->SetLayout(tlBottom);
     const auto [bottom, bottomEnd] = Rows();
     EXPECT_GT(bottomEnd, Control->Height() - 10);
