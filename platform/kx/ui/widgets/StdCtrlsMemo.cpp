@@ -37,37 +37,24 @@ protected:
     void SetUpdateState(bool updating) override;
 
 private:
-    /// A length of text, as the program counts it and in UTF-16.
-    struct TLength {
-        size_t Bytes = 0;
-        size_t Wide = 0;
+    // Lengths are counted in UTF-16, as the window counts.
 
-        void Add(const TLength& other) {
-            Bytes += other.Bytes;
-            Wide += other.Wide;
-        }
-        void Subtract(const TLength& other) {
-            Bytes -= other.Bytes;
-            Wide -= other.Wide;
-        }
-    };
     struct TLine {
         std::string Text;
         std::string_view Break; ///< Empty at most at the end of the whole text.
-        TLength Length;         ///< With the break.
+        size_t Length;          ///< With the break.
 
         TLine(const std::string& text, std::string_view lineBreak)
             : Text(text, 0, text.find('\0')), // where a window's text ends, without the lines behind
-              Break(lineBreak), Length{Text.size() + Break.size(),
-                                       (IsAscii(Text) ? Text.size() : ToWide(Text).size()) + Break.size()} {}
+              Break(lineBreak), Length((IsAscii(Text) ? Text.size() : ToWide(Text).size()) + Break.size()) {}
     };
     using TLines = std::vector<TLine>;
     /// A change of the text: some other text takes the place of what is `Removed`.
     struct TChange {
-        TLength Before; ///< Of the whole text.
-        TLength Start;
-        TLength Removed;
-        TLength Inserted;
+        size_t Before = 0; ///< Of the whole text.
+        size_t Start = 0;
+        size_t Removed = 0;
+        size_t Inserted = 0;
         std::string Text;
         bool IsKnown = true; ///< The memo will hold the lines as they are here.
     };
@@ -77,13 +64,13 @@ private:
     struct THeldBack {
         size_t Head;
         size_t Tail;
-        TLength Before;
+        size_t Before;
         bool IsKnown = true; ///< As in TChange.
     };
 
     TLines& Lines() const;
     void Read(std::string_view text) const;
-    TLength LengthOf(size_t first, size_t count) const;
+    size_t LengthOf(size_t first, size_t count) const;
     void Change(size_t first, size_t count, TLines lines);
     void HoldBack(size_t head, size_t tail, const TChange& change);
     void ChangeWindow(const TChange& change);
@@ -93,7 +80,7 @@ private:
 
     TMemo& FMemo;
     mutable TLines FLines;
-    mutable TLength FLength; ///< Of all lines.
+    mutable size_t FLength = 0; ///< Of all lines.
     mutable bool FRead = false;
     std::optional<THeldBack> FHeldBack;
     bool FOwnChange = false; ///< The next change that is told of is ours.
@@ -114,7 +101,7 @@ TMemoLines::TLines& TMemoLines::Lines() const {
 
 void TMemoLines::Read(std::string_view text) const {
     FLines.clear();
-    FLength = {};
+    FLength = 0;
     while (!text.empty()) {
         const size_t end = std::min(text.find_first_of("\r\n"), text.size());
         std::string_view lineBreak;
@@ -124,7 +111,7 @@ void TMemoLines::Read(std::string_view text) const {
             lineBreak = text[end] == '\r' ? LineBreak.substr(0, 1) : LineBreak.substr(1, 1);
         }
         FLines.emplace_back(std::string(text.substr(0, end)), lineBreak);
-        FLength.Add(FLines.back().Length);
+        FLength += FLines.back().Length;
         text.remove_prefix(end + lineBreak.size());
     }
 }
@@ -134,20 +121,20 @@ std::string TMemoLines::Get(int index) const {
     return Lines()[static_cast<size_t>(index)].Text;
 }
 
-TMemoLines::TLength TMemoLines::LengthOf(size_t first, size_t count) const {
+size_t TMemoLines::LengthOf(size_t first, size_t count) const {
     if (first == 0 && count == FLines.size()) {
         return FLength; // lines are added most often at the end
     }
-    TLength length;
+    size_t length = 0;
     for (size_t i = first; i < first + count; ++i) {
-        length.Add(FLines[i].Length);
+        length += FLines[i].Length;
     }
     return length;
 }
 
 std::string TMemoLines::Joined(size_t first, size_t count) const {
     std::string text;
-    text.reserve(LengthOf(first, count).Bytes);
+    text.reserve(LengthOf(first, count));
     for (size_t i = first; i < first + count; ++i) {
         text.append(FLines[i].Text).append(FLines[i].Break);
     }
@@ -195,15 +182,14 @@ void TMemoLines::Change(size_t first, size_t count, TLines lines) {
     change.Removed = LengthOf(first, count);
     const size_t tail = FLines.size() - first - count;
     for (const TLine& line : lines) {
-        change.Inserted.Add(line.Length);
+        change.Inserted += line.Length;
         change.Text.append(line.Text).append(line.Break);
         change.IsKnown = change.IsKnown && IsHeldAsItIs(line.Text);
     }
     const auto at = FLines.begin() + static_cast<ptrdiff_t>(first);
     const auto rest = FLines.erase(at, at + static_cast<ptrdiff_t>(count));
     FLines.insert(rest, std::make_move_iterator(lines.begin()), std::make_move_iterator(lines.end()));
-    FLength.Subtract(change.Removed);
-    FLength.Add(change.Inserted);
+    FLength = FLength - change.Removed + change.Inserted;
     if (FMemo.HandleAllocated() && UpdateCount() == 0) {
         return ChangeWindow(change);
     }
@@ -232,25 +218,18 @@ void TMemoLines::ChangeWindow(const TChange& change) {
     const auto select = [window](size_t start, size_t end) {
         SendMessageA(window, EM_SETSEL, start, static_cast<LPARAM>(end));
     };
-    select(INT_MAX, INT_MAX); // the position of the end shows what the window counts in
-    const size_t total = caret();
-    const bool wide = total == change.Before.Wide;
-    if (!wide && total != change.Before.Bytes) {
+    select(INT_MAX, INT_MAX);
+    if (caret() != change.Before) {
         FMemo.SetText(Joined()); // the window has another text than the lines say
         return;
     }
-    const auto length = [wide](const TLength& value) { return wide ? value.Wide : value.Bytes; };
-    const size_t start = length(change.Start);
-    select(start, start + length(change.Removed));
-    SendMessageA(window, EM_LIMITTEXT, 0, 0); // MaxLength limits the user, not the program
+    select(change.Start, change.Start + change.Removed);
     FOwnChange = true;
-    if (!Outlives(FMemo,
-                  [&] { SendMessageA(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(change.Text.c_str())); })) {
+    if (!Outlives(FMemo, [&] { FMemo.SetSelText(change.Text); })) {
         return; // a handler of the change freed the memo, and these lines with it
     }
     FOwnChange = false;
-    SendMessageA(window, EM_LIMITTEXT, static_cast<WPARAM>(FMemo.MaxLength()), 0);
-    if (!change.IsKnown || caret() != start + length(change.Inserted)) {
+    if (!change.IsKnown || caret() != change.Start + change.Inserted) {
         TextChanged();
     }
 }
@@ -282,13 +261,9 @@ void TMemoLines::Flush() {
     TChange change;
     change.Before = held.Before;
     change.Start = LengthOf(0, held.Head);
-    const TLength tail = LengthOf(FLines.size() - held.Tail, held.Tail);
-    change.Removed = held.Before;
-    change.Inserted = FLength;
-    for (TLength* const length : {&change.Removed, &change.Inserted}) {
-        length->Subtract(change.Start);
-        length->Subtract(tail);
-    }
+    const size_t kept = change.Start + LengthOf(FLines.size() - held.Tail, held.Tail);
+    change.Removed = held.Before - kept;
+    change.Inserted = FLength - kept;
     change.Text = Joined(held.Head, FLines.size() - held.Head - held.Tail);
     change.IsKnown = held.IsKnown;
     ChangeWindow(change);
