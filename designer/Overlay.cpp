@@ -10,14 +10,11 @@ namespace kx::designer {
 
 namespace {
 
-/// A length in pixels of DefaultDpi, in those of the names, whose font is the system's.
-int Scaled(int length) { return ScaleValue(length, SystemDpi(), DefaultDpi); }
-
-int NameHeight() { return Scaled(15); }
+int NameHeight() { return SystemLength(15); } // the font of the names is the system's
 
 TRect GhostNameRect(const TOverlayItem& item) {
     const TRect& r = item.Bounds;
-    const int longest = Scaled(90);
+    const int longest = SystemLength(90);
     return {r.Left, r.Top, std::min(r.Right, r.Left + longest), std::min(r.Bottom, r.Top + NameHeight())};
 }
 
@@ -44,7 +41,7 @@ private:
 
 TRect IconNameRect(const TOverlayItem& icon) {
     const TRect& r = icon.Bounds;
-    const int reach = Scaled(24); // how far the name may stand out on both sides
+    const int reach = SystemLength(24); // how far the name may stand out on both sides
     return {r.Left - reach, r.Bottom, r.Right + reach, r.Bottom + NameHeight()};
 }
 

@@ -55,6 +55,8 @@ int SystemDpi() {
     return value;
 }
 
+int SystemLength(int length) { return ScaleValue(length, SystemDpi(), DefaultDpi); }
+
 int WindowDpi(HWND window) {
     const auto ask = User().GetDpiForWindow;
     const UINT dpi = ask && window ? ask(window) : 0; // 0: there is no such window

@@ -16,6 +16,8 @@ int ScaleValue(int value, int to, int from);
 /// Dots per inch as the system gave them to the program when it started. In a program that has not declared itself
 /// aware of resolutions they are DefaultDpi, and the system stretches its windows.
 int SystemDpi();
+/// A length in pixels of DefaultDpi, in those of the system's resolution.
+int SystemLength(int length);
 /// Dots per inch by which the pixels of a window are to be measured: those of its screen in a program that is aware of
 /// each screen's own (Windows 10 and later), else the system's. Null: the system's.
 int WindowDpi(HWND window);

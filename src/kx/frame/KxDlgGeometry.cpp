@@ -4,7 +4,6 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/ui/controls/Controls.h"
-#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
@@ -71,8 +70,6 @@ void KxEnumDirectChildren(HWND window, WNDENUMPROC callback, LPARAM data) {
         }
     }
 }
-
-int32_t KxPixels(int32_t length) { return ScaleValue(length, SystemDpi(), DefaultDpi); }
 
 TDlgFrame KxDlgFrame() { return {GetSystemMetrics(SM_CXDLGFRAME), GetSystemMetrics(SM_CYDLGFRAME)}; }
 

@@ -20,9 +20,7 @@ void KxEnumDirectChildren(HWND window, BOOL(KX_CALLBACK* callback)(HWND, LPARAM)
 /// Moves a direct child of `dialog` by so many pixels; all others stay. @throws EIntOverflow
 void KxMoveChild(HWND dialog, HWND window, int32_t dx, int32_t dy);
 
-TDlgFrame KxDlgFrame();
-/// A length in pixels of DefaultDpi, in those of the dialogs: they have the system's resolution.
-int32_t KxPixels(int32_t length); ///< As the system draws it.
+TDlgFrame KxDlgFrame(); ///< As the system draws it.
 
 /// The dialog window whose forms the thread is docking, for MoveLeft and MoveDown.
 extern thread_local HWND GHandle;

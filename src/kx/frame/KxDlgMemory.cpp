@@ -4,10 +4,11 @@
 
 #include "kx/core/SysUtils.h"
 #include "kx/win/FileStreams.h"
+#include "kx/win/Monitors.h"
 #include "kx/win/Registry.h"
-#include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace kx {
 
@@ -102,13 +103,8 @@ std::string TKxDlgMemory::ExistingFolder() const {
 }
 
 TPoint KxFitSize(HWND window, TPoint size) {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    if (GetMonitorInfoA(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor)) {
-        const TRect area = FromRECT(monitor.rcWork);
-        size = {std::min(size.X, Width(area)), std::min(size.Y, Height(area))};
-    }
-    return size;
+    const TRect area = MonitorOf(window).Free;
+    return {std::min(size.X, Width(area)), std::min(size.Y, Height(area))};
 }
 
 } // namespace kx

@@ -4,6 +4,7 @@
 
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/win/CodePage.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
@@ -272,11 +273,11 @@ void TKxFileDlgWindow::PushLowerControls(const TKxCustDlgParams& params) const {
         name.bottom <= list.top) { // a dialog of the old style has the name above the list
         return;
     }
-    const int32_t down = KxPixels(70);
+    const int32_t down = SystemLength(70);
     const auto pushRight = [&] {
         if (TForm* const right = params.RightForm()) {
             // Deliberate: it moves right by 36, where one would expect it to move down with the rest.
-            right->SetLeft(CheckedAdd(right->Left(), KxPixels(36)));
+            right->SetLeft(CheckedAdd(right->Left(), SystemLength(36)));
         }
     };
     const auto pushBottom = [&] {

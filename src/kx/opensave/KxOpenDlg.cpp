@@ -6,6 +6,7 @@
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/opensave/KxFileDlgPublish.h"
 #include "kx/opensave/KxNativePlacesBar.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/FileStreams.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
@@ -123,8 +124,8 @@ void TKxCustomOpenDialog::MeasureDialog() {
         return; // as the user left it
     }
     const bool roomy = IsSizeable() && ShowCustomPlacesBar();
-    CX = CheckedAdd(Width(outer), roomy ? KxPixels(40) : 0);
-    CY = CheckedAdd(Height(outer), roomy ? KxPixels(70) : 0);
+    CX = CheckedAdd(Width(outer), roomy ? SystemLength(40) : 0);
+    CY = CheckedAdd(Height(outer), roomy ? SystemLength(70) : 0);
 }
 
 /// The list shows as the user left it, unless the application sets something else in OnShow.

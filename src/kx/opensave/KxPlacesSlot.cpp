@@ -5,6 +5,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/opensave/KxNativePlacesBar.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ namespace kx {
 namespace {
 
 /// Pixels by which the dialog is widened for the places bar.
-int32_t BarRoom() { return KxPixels(90); }
+int32_t BarRoom() { return SystemLength(90); }
 
 /// The place cannot be the folder, since their paths lie on different drives or shares. To ask the shell about a share
 /// that does not answer takes long.
@@ -105,8 +106,8 @@ void TKxPlacesSlot::Create() {
             // A scroller that scrolls while something is dragged is a target of drops on Windows. It covers the form,
             // which would never hear of a drop.
             form->ps1->SetDragScroll(!FPlaceOptions.AllowDrop());
-            FPBWidth = KxPixels(form->Panel1->BorderStyle() == bsSingle ? 91 : 87);
-            form->SetBounds(KxPixels(4), KxPixels(33), FPBWidth, form->Height());
+            FPBWidth = SystemLength(form->Panel1->BorderStyle() == bsSingle ? 91 : 87);
+            form->SetBounds(SystemLength(4), SystemLength(33), FPBWidth, form->Height());
             form->Show();
         });
     if (!there) {
