@@ -190,7 +190,7 @@ void TControl::MouseUp(TMouseButton button, TShiftState shift, int x, int y) { F
 void TControl::MouseEnter() { FOnMouseEnter(this); }
 void TControl::MouseLeave() { FOnMouseLeave(this); }
 void TControl::Resize() {
-    if (!IsIncomplete()) {
+    if (FOnResize && !IsIncomplete()) {
         FOnResize(this);
     }
 }
