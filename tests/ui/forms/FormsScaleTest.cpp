@@ -374,6 +374,17 @@ TEST_F(FormOnScreens, HandlersMayFreeTheForm) {
     EXPECT_FALSE(IsWindow(window));
 }
 
+TEST_F(FormOnScreens, TheOwnerOfImagesMayBeFreedByTheirChange) {
+    auto* const form = new TForm(nullptr);
+    auto* const images = new TImageList(form);
+    form->Show();
+    images->SetOnChange([form](TObject*) { form->Free(); });
+    RECT r{1, 2, 300, 200};
+    const HWND window = form->Handle();
+    SendMessageA(window, WM_DPICHANGED, MAKEWPARAM(SystemDpi() * 2, SystemDpi() * 2), reinterpret_cast<LPARAM>(&r));
+    EXPECT_FALSE(IsWindow(window));
+}
+
 // --- What is scaled by hand
 
 TEST_F(FormScale, LengthsAreThoseOfTheResolutionThatAControlHas) {

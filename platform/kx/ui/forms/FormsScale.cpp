@@ -13,9 +13,10 @@ namespace kx {
 
 namespace {
 
-/// The lists of images that came with a form or frame.
+/// The lists of images that came with a form or frame. Their handlers may free it.
 void ScaleImages(const TComponent& owner, int to, int from) {
-    for (int i = 0; i < owner.ComponentCount(); ++i) { // no handler removes one of them
+    const TAlive alive(owner);
+    for (int i = 0; alive && i < owner.ComponentCount(); ++i) {
         if (auto* const images = dynamic_cast<TImageList*>(owner.Components(i))) {
             images->ChangeScale(to, from);
         }
@@ -75,8 +76,9 @@ void TCustomForm::ChangeScale(int to, int from) {
     FPixelsPerInch = to;
     FHasFileSizes = false;
     FBorderWidth = ScaleValue(FBorderWidth, to, from);
-    ScaleImages(*this, to, from);
-    TParentForm::ChangeScale(to, from);
+    if (Outlives(*this, [&] { ScaleImages(*this, to, from); })) {
+        TParentForm::ChangeScale(to, from);
+    }
 }
 
 /// The frame is the system's to size, and a form's place is not measured by what is in it.
@@ -111,8 +113,9 @@ void TCustomFrame::SetParent(TWinControl* value) {
 
 void TCustomFrame::ChangeScale(int to, int from) {
     FHasFileSizes = false;
-    ScaleImages(*this, to, from);
-    TScrollingWinControl::ChangeScale(to, from);
+    if (Outlives(*this, [&] { ScaleImages(*this, to, from); })) {
+        TScrollingWinControl::ChangeScale(to, from);
+    }
 }
 
 } // namespace kx
