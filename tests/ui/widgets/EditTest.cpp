@@ -5,6 +5,7 @@
 #include "tests/ui/ControlFixture.h"
 
 #include <algorithm>
+#include <climits>
 
 // Built twice: into a program whose code page is the system's, and into one whose code page is UTF-8.
 
@@ -418,6 +419,55 @@ TEST_F(Memo, FourTimesAsManyLinesTakeNotMuchMoreThanFourTimesAsLong) {
         EXPECT_LT(many, 9 * few + 30) << few << " and " << many << " ms; quadratic would be 16 times as long";
     }
 }
+
+/// Beyond what some systems take along while they make a window.
+template <class T> void ExpectAnyTextInANewWindow(TForm& form) {
+    for (const int length : {SHRT_MAX, SHRT_MAX + 1, 1'000'000}) {
+        int changes = 0;
+        T edit;
+        if (auto* const memo = dynamic_cast<TMemo*>(static_cast<TObject*>(&edit))) {
+            memo->SetWordWrap(false); // the system would look for blanks
+        }
+        edit.SetOnChange([&](TObject*) { ++changes; });
+        const std::string text(static_cast<size_t>(length), 'x');
+        edit.SetText(text);
+        changes = 0;
+        edit.SetParent(&form);
+        edit.HandleNeeded();
+        EXPECT_TRUE(edit.Text() == text) << length;
+        EXPECT_EQ(GetWindowTextLengthW(edit.Handle()), length);
+        edit.RecreateWnd();
+        EXPECT_TRUE(edit.Text() == text) << length;
+        EXPECT_EQ(changes, 0);
+        EXPECT_FALSE(edit.Modified());
+    }
+}
+
+TEST_F(Edit, WhatTheUserChangedStaysChangedInANewWindow) {
+    Control->SetText("first");
+    Show();
+    EXPECT_FALSE(Control->Modified());
+    Control->SetFocus();
+    TypeText("x");
+    EXPECT_TRUE(PumpUntil([&] { return Control->Modified(); }));
+    Control->SetReadOnly(true);
+    Control->RecreateWnd();
+    EXPECT_TRUE(Control->Modified());
+    Control->SetText("other");
+    EXPECT_FALSE(Control->Modified());
+    Control->SetModified(true);
+    Control->SetParent(nullptr);
+    EXPECT_FALSE(Control->HandleAllocated());
+    EXPECT_TRUE(Control->Modified());
+    Control->SetText("without a window");
+    EXPECT_FALSE(Control->Modified());
+    Control->SetParent(Form.get());
+    EXPECT_FALSE(Control->Modified());
+}
+
+TEST_F(Edit, ANewWindowGetsAnyTextAndNobodyIsTold) { ExpectAnyTextInANewWindow<TEdit>(*Form); }
+
+TEST_F(Memo, ANewWindowGetsAnyTextAndNobodyIsTold) { ExpectAnyTextInANewWindow<TMemo>(*Form); }
 
 } // namespace
 } // namespace kx

@@ -9,7 +9,9 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <climits>
 #include <unordered_map>
+#include <utility>
 
 namespace kx {
 
@@ -235,7 +237,9 @@ void TWinControl::CreateWnd() {
 
     HWND window = nullptr;
     DWORD error = 0;
-    const std::wstring caption = ToWide(params.Caption);
+    std::wstring caption = ToWide(params.Caption);
+    // Not every system takes a text of any length along while it makes a window.
+    const std::wstring longText = caption.size() > SHRT_MAX ? std::exchange(caption, {}) : std::wstring();
     TWinControl* const outer = std::exchange(CreatingControl, this);
     const TDpiScope dpi(params.WndParent);
     MustOutlive([&] { // the system sizes some of its controls while it makes them
@@ -247,6 +251,9 @@ void TWinControl::CreateWnd() {
     });
     if (!window) {
         RaiseLastOSError(error);
+    }
+    if (!longText.empty()) {
+        MustOutlive([&] { SetWindowTextW(FHandle, longText.c_str()); });
     }
     if (FSystemClass) {
         MustOutlive([this] { SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE); });

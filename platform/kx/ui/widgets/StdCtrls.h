@@ -115,9 +115,11 @@ class TCustomEdit : public TWinControl {
 
 protected:
     void CreateWnd() override;
-    void TextChanged() override {} ///< The window tells; see `DoChange`.
+    void SaveWindowState() override;
+    void TextChanged() override { FModified = false; } ///< A window tells by itself; see `DoChange`.
     void DoEnter() override;
     virtual void DoChange();
+    bool IsCreating() const { return FCreating; } ///< The window gets the text that it is made with: nothing changes.
     template <class V> void Change(V& field, V value) {
         if (field != value) {
             field = value;
@@ -136,6 +138,7 @@ private:
     bool FAutoSelect = true;
     bool FHideSelection = true;
     bool FReadOnly = false;
+    bool FModified = false; ///< While there is no window.
     bool FCreating = false;
     bool FPasting = false;
     bool FPasted = false; ///< What is being pasted has changed the text.
@@ -191,7 +194,6 @@ private:
     bool FWordWrap = true;
     bool FWantReturns = true;
     bool FWantTabs = false;
-    bool FFilling = false; ///< The new window gets its text.
 };
 
 /// What push buttons, check boxes and radio buttons have in common.

@@ -114,11 +114,18 @@ void TCustomEdit::CreateWnd() {
         TWinControl::CreateWnd();
     }
     SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+    SendMessageA(WindowHandle(), EM_SETMODIFY, FModified, 0);
     // A byte that is no character of the code page would leave the text readable: the system's own character stays.
     if (FPasswordChar && (GetACP() != CP_UTF8 || IsAscii({&FPasswordChar, 1}))) {
         const std::wstring shown = ToWide({&FPasswordChar, 1});
         SendMessageW(WindowHandle(), EM_SETPASSWORDCHAR, shown.empty() ? L'*' : shown.front(), 0);
     }
+}
+
+void TCustomEdit::SaveWindowState() {
+    const bool modified = Modified();
+    TWinControl::SaveWindowState();
+    FModified = modified;
 }
 
 void TCustomEdit::WndProc(TMessage& message) {
@@ -214,7 +221,7 @@ void TCustomEdit::SetSelText(const std::string& value) {
 void TCustomEdit::SelectAll() { SendMessageA(Handle(), EM_SETSEL, 0, -1); }
 
 bool TCustomEdit::Modified() const {
-    return HandleAllocated() && SendMessageA(WindowHandle(), EM_GETMODIFY, 0, 0) != 0;
+    return HandleAllocated() ? SendMessageA(WindowHandle(), EM_GETMODIFY, 0, 0) != 0 : FModified;
 }
 
 void TCustomEdit::SetModified(bool value) { SendMessageA(Handle(), EM_SETMODIFY, value, 0); }

@@ -307,7 +307,6 @@ TMemo::~TMemo() = default;
 
 void TMemo::CreateParams(TCreateParams& params) {
     TCustomEdit::CreateParams(params);
-    params.Caption.clear(); // the window gets its text when it is there
     params.Style |= ES_MULTILINE | ES_AUTOVSCROLL;
     if (FWordWrap) {
         params.Style &= ~static_cast<DWORD>(ES_AUTOHSCROLL);
@@ -317,15 +316,9 @@ void TMemo::CreateParams(TCreateParams& params) {
     params.Style |= FScrollBars == ssVertical || FScrollBars == ssBoth ? DWORD{WS_VSCROLL} : 0;
 }
 
-/// A long text cannot be handed over with the making of the window, whose messages carry it along.
 void TMemo::CreateWnd() {
     FLines->Flush();
-    MustOutlive([this] { TCustomEdit::CreateWnd(); });
-    const std::string text = TControl::Text();
-    if (!text.empty()) {
-        const TFieldScope filling(*this, FFilling, true);
-        MustOutlive([&] { SetWindowTextW(WindowHandle(), ToWide(text).c_str()); });
-    }
+    TCustomEdit::CreateWnd();
 }
 
 TStrings& TMemo::Lines() { return *FLines; }
@@ -346,7 +339,10 @@ void TMemo::SetText(const std::string& value) {
     TCustomEdit::SetText(value);
 }
 
-void TMemo::TextChanged() { FLines->TextChanged(); }
+void TMemo::TextChanged() {
+    FLines->TextChanged();
+    TCustomEdit::TextChanged();
+}
 
 namespace {
 
@@ -370,7 +366,7 @@ void TMemo::WndProc(TMessage& message) {
     if (!Outlives(*this, [&] { TCustomEdit::WndProc(message); })) {
         return;
     }
-    if (message.Msg == WM_SETTEXT && !FFilling) {
+    if (message.Msg == WM_SETTEXT && !IsCreating()) {
         DoChange(); // an edit with lines does not tell of this change
     } else if (message.Msg == WM_GETDLGCODE) {
         // The system's edit with lines asks for every key.
