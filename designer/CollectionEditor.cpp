@@ -27,11 +27,6 @@ std::string TextOf(const TCollectionItem& item) {
 const TClass& TCollectionForm::StaticClass() {
     static const TClassBuilder<TCollectionForm> cls("TCollectionForm", TDesignWindow::StaticClass(), [](auto& c) {
         using T = TCollectionForm;
-        c.Field("ItemList", &T::ItemList);
-        c.Field("AddButton", &T::AddButton);
-        c.Field("DeleteButton", &T::DeleteButton);
-        c.Field("UpButton", &T::UpButton);
-        c.Field("DownButton", &T::DownButton);
         c.Method("ItemListClick", &T::ItemListClick);
         c.Method("AddButtonClick", &T::AddButtonClick);
         c.Method("DeleteButtonClick", &T::DeleteButtonClick);

@@ -56,11 +56,7 @@ private:
     bool Do(const char* what, const std::function<void(TCollection& items)>& change);
     void Move(int by);
 
-    TListBox* ItemList = nullptr;
-    TButton* AddButton = nullptr;
-    TButton* DeleteButton = nullptr;
-    TButton* UpButton = nullptr;
-    TButton* DownButton = nullptr;
+    KX_FIELDS(TCollectionForm, (TListBox, ItemList), (TButton, AddButton, DeleteButton, UpButton, DownButton))
 
     TFormDesigner* FDesigner = nullptr;
     TComponentRef<TComponent> FComponent; ///< None while another form takes the place of the one before.

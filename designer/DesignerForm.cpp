@@ -20,20 +20,6 @@ constexpr UINT RecoveryPause = 2000; // milliseconds
 const TClass& TDesignerForm::StaticClass() {
     static const TClassBuilder<TDesignerForm> cls("TDesignerForm", TForm::StaticClass(), [](auto& c) {
         using T = TDesignerForm;
-        c.Field("Palette", &T::Palette);
-        c.Field("Structure", &T::Structure);
-        c.Field("Inspector", &T::Inspector);
-        c.Field("Surface", &T::Surface);
-        c.Field("TextMemo", &T::TextMemo);
-        c.Field("ClassPanel", &T::ClassPanel);
-        c.Field("ClassLabel", &T::ClassLabel);
-        c.Field("StatusPanel", &T::StatusPanel);
-        c.Field("ProjectList", &T::ProjectList);
-        c.Field("FormTabs", &T::FormTabs);
-        c.Field("ViewTabs", &T::ViewTabs);
-        c.Field("FormMenu", &T::FormMenu);
-        c.Field("RecentMenu", &T::RecentMenu);
-        c.Field("MainMenu", &T::MainMenu);
         c.Method("CommandClick", &T::CommandClick);
         c.Method("MenuOpens", &T::MenuOpens);
         c.Method("ProjectListClick", &T::ProjectListClick);

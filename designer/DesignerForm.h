@@ -122,20 +122,10 @@ private:
     void RunAt(int dotsPerInch);
     void DropChosen();
 
-    TPaletteBar* Palette = nullptr;
-    TStructure* Structure = nullptr;
-    TInspector* Inspector = nullptr;
-    TDesignSurface* Surface = nullptr;
-    TMemo* TextMemo = nullptr;
-    TPanel* ClassPanel = nullptr;
-    TLabel* ClassLabel = nullptr;
-    TPanel* StatusPanel = nullptr;
-    TListBox* ProjectList = nullptr;
-    TTabControl* FormTabs = nullptr;
-    TTabControl* ViewTabs = nullptr;
-    TPopupMenu* FormMenu = nullptr;
-    TMenuItem* RecentMenu = nullptr;
-    TMainMenu* MainMenu = nullptr;
+    KX_FIELDS(TDesignerForm, (TPaletteBar, Palette), (TStructure, Structure), (TInspector, Inspector),
+              (TDesignSurface, Surface), (TMemo, TextMemo), (TPanel, ClassPanel, StatusPanel), (TLabel, ClassLabel),
+              (TListBox, ProjectList), (TTabControl, FormTabs, ViewTabs), (TPopupMenu, FormMenu),
+              (TMenuItem, RecentMenu), (TMainMenu, MainMenu))
 
     std::map<std::string, std::function<void()>> FCommands;
     std::unique_ptr<TProject> FProject;

@@ -20,10 +20,6 @@ namespace kx::designer {
 const TClass& TLinesForm::StaticClass() {
     static const TClassBuilder<TLinesForm> cls("TLinesForm", TForm::StaticClass(), [](auto& c) {
         using T = TLinesForm;
-        c.Field("LinesMemo", &T::LinesMemo);
-        c.Field("CountLabel", &T::CountLabel);
-        c.Field("OkButton", &T::OkButton);
-        c.Field("CancelButton", &T::CancelButton);
         c.Method("LinesMemoChange", &T::LinesMemoChange);
     });
     return cls.Class();

@@ -17,10 +17,7 @@ class TLinesForm : public TForm {
     void LinesMemoChange(TObject* sender);
 
 private:
-    TMemo* LinesMemo = nullptr;
-    TLabel* CountLabel = nullptr;
-    TButton* OkButton = nullptr;
-    TButton* CancelButton = nullptr;
+    KX_FIELDS(TLinesForm, (TMemo, LinesMemo), (TLabel, CountLabel), (TButton, OkButton, CancelButton))
 };
 
 /// A list of texts: "..." opens a window with the lines.

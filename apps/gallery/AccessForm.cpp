@@ -5,11 +5,8 @@
 namespace kx::gallery {
 
 const TClass& TAccessForm::StaticClass() {
-    static const TClassBuilder<TAccessForm> cls("TAccessForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("EncodingCombo", &TAccessForm::EncodingCombo);
-        c.Field("ReadOnlyBox", &TAccessForm::ReadOnlyBox);
-        c.Method("EncodingChange", &TAccessForm::EncodingChange);
-    });
+    static const TClassBuilder<TAccessForm> cls(
+        "TAccessForm", TForm::StaticClass(), [](auto& c) { c.Method("EncodingChange", &TAccessForm::EncodingChange); });
     return cls.Class();
 }
 

@@ -21,8 +21,7 @@ class TAccessForm : public TForm {
     void EncodingChange(TObject* sender);
 
 private:
-    TComboBox* EncodingCombo = nullptr;
-    TCheckBox* ReadOnlyBox = nullptr;
+    KX_FIELDS(TAccessForm, (TComboBox, EncodingCombo), (TCheckBox, ReadOnlyBox))
     TEncodingEvent FOnEncodingChange;
 };
 

@@ -35,26 +35,6 @@ constexpr int russian = 3;
 
 const TClass& TCaptionsPage::StaticClass() {
     static const TClassBuilder<TCaptionsPage> cls("TCaptionsPage", TGalleryPage::StaticClass(), [](auto& c) {
-        c.Field("TextsCombo", &TCaptionsPage::TextsCombo);
-        c.Field("OkEdit", &TCaptionsPage::OkEdit);
-        c.Field("CancelEdit", &TCaptionsPage::CancelEdit);
-        c.Field("HelpEdit", &TCaptionsPage::HelpEdit);
-        c.Field("LookInEdit", &TCaptionsPage::LookInEdit);
-        c.Field("FileNameEdit", &TCaptionsPage::FileNameEdit);
-        c.Field("FileTypeEdit", &TCaptionsPage::FileTypeEdit);
-        c.Field("ReadOnlyEdit", &TCaptionsPage::ReadOnlyEdit);
-        c.Field("FolderComboBox", &TCaptionsPage::FolderComboBox);
-        c.Field("FolderLabelBox", &TCaptionsPage::FolderLabelBox);
-        c.Field("ToolBarBox", &TCaptionsPage::ToolBarBox);
-        c.Field("OkBox", &TCaptionsPage::OkBox);
-        c.Field("CancelBox", &TCaptionsPage::CancelBox);
-        c.Field("NameBox", &TCaptionsPage::NameBox);
-        c.Field("NameLabelBox", &TCaptionsPage::NameLabelBox);
-        c.Field("TypeBox", &TCaptionsPage::TypeBox);
-        c.Field("TypeLabelBox", &TCaptionsPage::TypeLabelBox);
-        c.Field("OpenButton", &TCaptionsPage::OpenButton);
-        c.Field("OpenDialog", &TCaptionsPage::OpenDialog);
-        c.Field("SaveDialog", &TCaptionsPage::SaveDialog);
         c.Method("TextsChange", &TCaptionsPage::TextsChange);
         c.Method("OpenButtonClick", &TCaptionsPage::OpenButtonClick);
         c.Method("SaveButtonClick", &TCaptionsPage::SaveButtonClick);

@@ -22,26 +22,11 @@ private:
     void Run(TKxCustomOpenLiteDialog& dialog);
     TKxOpenDlgControls ChosenControls() const;
 
-    TComboBox* TextsCombo = nullptr;
-    TEdit* OkEdit = nullptr;
-    TEdit* CancelEdit = nullptr;
-    TEdit* HelpEdit = nullptr;
-    TEdit* LookInEdit = nullptr;
-    TEdit* FileNameEdit = nullptr;
-    TEdit* FileTypeEdit = nullptr;
-    TEdit* ReadOnlyEdit = nullptr;
-    TCheckBox* FolderComboBox = nullptr;
-    TCheckBox* FolderLabelBox = nullptr;
-    TCheckBox* ToolBarBox = nullptr;
-    TCheckBox* OkBox = nullptr;
-    TCheckBox* CancelBox = nullptr;
-    TCheckBox* NameBox = nullptr;
-    TCheckBox* NameLabelBox = nullptr;
-    TCheckBox* TypeBox = nullptr;
-    TCheckBox* TypeLabelBox = nullptr;
-    TButton* OpenButton = nullptr;
-    TKxOpenLiteDialog* OpenDialog = nullptr;
-    TKxSaveLiteDialog* SaveDialog = nullptr;
+    KX_FIELDS(TCaptionsPage, (TComboBox, TextsCombo),
+              (TEdit, OkEdit, CancelEdit, HelpEdit, LookInEdit, FileNameEdit, FileTypeEdit, ReadOnlyEdit),
+              (TCheckBox, FolderComboBox, FolderLabelBox, ToolBarBox, OkBox, CancelBox, NameBox, NameLabelBox, TypeBox,
+               TypeLabelBox),
+              (TButton, OpenButton), (TKxOpenLiteDialog, OpenDialog), (TKxSaveLiteDialog, SaveDialog))
 };
 
 } // namespace kx::gallery

@@ -5,12 +5,7 @@
 namespace kx::gallery {
 
 const TClass& TChoiceForm::StaticClass() {
-    static const TClassBuilder<TChoiceForm> cls("TChoiceForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("FirstBox", &TChoiceForm::FirstBox);
-        c.Field("SecondBox", &TChoiceForm::SecondBox);
-        c.Field("CloseBox", &TChoiceForm::CloseBox);
-        c.Field("LogPanel", &TChoiceForm::LogPanel);
-    });
+    static const TClassBuilder<TChoiceForm> cls("TChoiceForm", TForm::StaticClass());
     return cls.Class();
 }
 

@@ -20,14 +20,14 @@ class TChoiceForm : public TForm {
 
     TEventLogForm& Log() const { return *FLog; }
 
-    TCheckBox* FirstBox = nullptr;  ///< The full part, or another printer.
-    TCheckBox* SecondBox = nullptr; ///< A custom colour, or the printer's properties.
-    TCheckBox* CloseBox = nullptr;
+    KX_FIELDS(TChoiceForm,
+              (TCheckBox, FirstBox /* The full part, or another printer. */,
+               SecondBox /* A custom colour, or the printer's properties. */, CloseBox),
+              (TPanel, LogPanel))
 
 private:
     void Begin(const std::string& first, const std::string& second);
 
-    TPanel* LogPanel = nullptr;
     TEventLogForm* FLog = nullptr; ///< Owned.
     int FWidth = 0;                ///< Its own size.
     int FHeight = 0;

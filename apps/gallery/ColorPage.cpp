@@ -30,16 +30,6 @@ TColor GrayOf(TColor color) {
 const TClass& TColorPage::StaticClass() {
     static const TClassBuilder<TColorPage> cls("TColorPage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TColorPage;
-        c.Field("SwatchPanel", &T::SwatchPanel);
-        c.Field("FullBox", &T::FullBox);
-        c.Field("PreventBox", &T::PreventBox);
-        c.Field("EventsBox", &T::EventsBox);
-        c.Field("GrayBox", &T::GrayBox);
-        c.Field("TitleEdit", &T::TitleEdit);
-        c.Field("DefineEdit", &T::DefineEdit);
-        c.Field("AddEdit", &T::AddEdit);
-        c.Field("ChooseButton", &T::ChooseButton);
-        c.Field("Dialog", &T::Dialog);
         c.Method("ChooseButtonClick", &T::ChooseButtonClick);
     });
     return cls.Class();

@@ -20,16 +20,8 @@ class TColorPage : public TGalleryPage {
     void ChooseButtonClick(TObject* sender);
 
 private:
-    TPanel* SwatchPanel = nullptr;
-    TCheckBox* FullBox = nullptr;
-    TCheckBox* PreventBox = nullptr;
-    TCheckBox* EventsBox = nullptr;
-    TCheckBox* GrayBox = nullptr;
-    TEdit* TitleEdit = nullptr;
-    TEdit* DefineEdit = nullptr;
-    TEdit* AddEdit = nullptr;
-    TButton* ChooseButton = nullptr;
-    TKxColorDialog* Dialog = nullptr;
+    KX_FIELDS(TColorPage, (TPanel, SwatchPanel), (TCheckBox, FullBox, PreventBox, EventsBox, GrayBox),
+              (TEdit, TitleEdit, DefineEdit, AddEdit), (TButton, ChooseButton), (TKxColorDialog, Dialog))
     std::string FResult; ///< Of the last showing: the colour; empty while it runs.
 };
 

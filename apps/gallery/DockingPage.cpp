@@ -28,19 +28,6 @@ int ShiftOf(const TEdit& edit) {
 
 const TClass& TDockingPage::StaticClass() {
     static const TClassBuilder<TDockingPage> cls("TDockingPage", TGalleryPage::StaticClass(), [](auto& c) {
-        c.Field("LeftBox", &TDockingPage::LeftBox);
-        c.Field("TopBox", &TDockingPage::TopBox);
-        c.Field("RightBox", &TDockingPage::RightBox);
-        c.Field("BottomBox", &TDockingPage::BottomBox);
-        c.Field("PositionCombo", &TDockingPage::PositionCombo);
-        c.Field("ShiftXEdit", &TDockingPage::ShiftXEdit);
-        c.Field("ShiftYEdit", &TDockingPage::ShiftYEdit);
-        c.Field("FitBox", &TDockingPage::FitBox);
-        c.Field("ReferenceBox", &TDockingPage::ReferenceBox);
-        c.Field("PlacesBox", &TDockingPage::PlacesBox);
-        c.Field("Sketch", &TDockingPage::Sketch);
-        c.Field("OpenButton", &TDockingPage::OpenButton);
-        c.Field("Dialog", &TDockingPage::Dialog);
         c.Method("SideClick", &TDockingPage::SideClick);
         c.Method("PositionChange", &TDockingPage::PositionChange);
         c.Method("ReferenceClick", &TDockingPage::ReferenceClick);

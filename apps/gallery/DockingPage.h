@@ -25,19 +25,9 @@ class TDockingPage : public TGalleryPage {
 private:
     void ConnectForms();
 
-    TCheckBox* LeftBox = nullptr;
-    TCheckBox* TopBox = nullptr;
-    TCheckBox* RightBox = nullptr;
-    TCheckBox* BottomBox = nullptr;
-    TComboBox* PositionCombo = nullptr;
-    TEdit* ShiftXEdit = nullptr;
-    TEdit* ShiftYEdit = nullptr;
-    TCheckBox* FitBox = nullptr;
-    TCheckBox* ReferenceBox = nullptr;
-    TCheckBox* PlacesBox = nullptr;
-    TDockSketch* Sketch = nullptr;
-    TButton* OpenButton = nullptr;
-    TKxOpenLiteDialog* Dialog = nullptr;
+    KX_FIELDS(TDockingPage, (TCheckBox, LeftBox, TopBox, RightBox, BottomBox, FitBox, ReferenceBox, PlacesBox),
+              (TComboBox, PositionCombo), (TEdit, ShiftXEdit, ShiftYEdit), (TDockSketch, Sketch), (TButton, OpenButton),
+              (TKxOpenLiteDialog, Dialog))
 };
 
 } // namespace kx::gallery

@@ -20,12 +20,6 @@ std::string Spoken(std::string caption) {
 
 const TClass& TDropDownPage::StaticClass() {
     static const TClassBuilder<TDropDownPage> cls("TDropDownPage", TGalleryPage::StaticClass(), [](auto& c) {
-        c.Field("PlainButton", &TDropDownPage::PlainButton);
-        c.Field("DisabledButton", &TDropDownPage::DisabledButton);
-        c.Field("FourButton", &TDropDownPage::FourButton);
-        c.Field("FourDisabledButton", &TDropDownPage::FourDisabledButton);
-        c.Field("EnabledBox", &TDropDownPage::EnabledBox);
-        c.Field("OpenMenu", &TDropDownPage::OpenMenu);
         c.Method("ButtonClick", &TDropDownPage::ButtonClick);
         c.Method("MenuItemClick", &TDropDownPage::MenuItemClick);
         c.Method("EnabledBoxClick", &TDropDownPage::EnabledBoxClick);

@@ -21,12 +21,8 @@ class TDropDownPage : public TGalleryPage {
     void EnabledBoxClick(TObject* sender);
 
 private:
-    TKxBitBtn* PlainButton = nullptr;
-    TKxBitBtn* DisabledButton = nullptr;
-    TKxBitBtn* FourButton = nullptr;
-    TKxBitBtn* FourDisabledButton = nullptr;
-    TCheckBox* EnabledBox = nullptr;
-    TPopupMenu* OpenMenu = nullptr;
+    KX_FIELDS(TDropDownPage, (TKxBitBtn, PlainButton, DisabledButton, FourButton, FourDisabledButton),
+              (TCheckBox, EnabledBox), (TPopupMenu, OpenMenu))
     std::string FLastChoice; ///< Caption of the chosen menu item.
 };
 

@@ -6,7 +6,6 @@ namespace kx::gallery {
 
 const TClass& TEventLogForm::StaticClass() {
     static const TClassBuilder<TEventLogForm> cls("TEventLogForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("EventList", &TEventLogForm::EventList);
         c.Method("ClearButtonClick", &TEventLogForm::ClearButtonClick);
     });
     return cls.Class();

@@ -28,7 +28,7 @@ class TEventLogForm : public TForm {
 private:
     static constexpr const char* Refused = ": refused";
 
-    TListBox* EventList = nullptr;
+    KX_FIELDS(TEventLogForm, (TListBox, EventList))
 };
 
 /// The message of a dialog window by which the user begins to move it.

@@ -8,8 +8,6 @@ namespace kx::gallery {
 
 const TClass& TFavouritesForm::StaticClass() {
     static const TClassBuilder<TFavouritesForm> cls("TFavouritesForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("FolderList", &TFavouritesForm::FolderList);
-        c.Field("AddButton", &TFavouritesForm::AddButton);
         c.Method("FolderListClick", &TFavouritesForm::FolderListClick);
         c.Method("AddButtonClick", &TFavouritesForm::AddButtonClick);
     });

@@ -30,8 +30,7 @@ class TFavouritesForm : public TForm {
 private:
     int IndexOf(const std::string& folder) const;
 
-    TListBox* FolderList = nullptr;
-    TButton* AddButton = nullptr;
+    KX_FIELDS(TFavouritesForm, (TListBox, FolderList), (TButton, AddButton))
     std::vector<std::string> FFolders; ///< Of the list's lines.
     std::string FCurrent;
     TNavigateEvent FOnNavigate;

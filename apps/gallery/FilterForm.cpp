@@ -15,7 +15,6 @@ bool TFilterEdit::WantsKey(uint16_t key, TShiftState shift) { return key == VK_R
 
 const TClass& TFilterForm::StaticClass() {
     static const TClassBuilder<TFilterForm> cls("TFilterForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("FilterEdit", &TFilterForm::FilterEdit);
         c.Method("ShowButtonClick", &TFilterForm::ShowButtonClick);
         c.Method("AllButtonClick", &TFilterForm::AllButtonClick);
         c.Method("FilterEditKeyPress", &TFilterForm::FilterEditKeyPress);

@@ -32,7 +32,7 @@ class TFilterForm : public TForm {
     void FilterEditKeyPress(TObject* sender, char32_t& key);
 
 private:
-    TFilterEdit* FilterEdit = nullptr;
+    KX_FIELDS(TFilterForm, (TFilterEdit, FilterEdit))
     TFilterEvent FOnFilter;
 };
 

@@ -8,7 +8,6 @@ namespace kx::gallery {
 
 const TClass& TFolderChoiceForm::StaticClass() {
     static const TClassBuilder<TFolderChoiceForm> cls("TFolderChoiceForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("FolderList", &TFolderChoiceForm::FolderList);
         c.Method("FolderListClick", &TFolderChoiceForm::FolderListClick);
     });
     return cls.Class();

@@ -23,7 +23,7 @@ class TFolderChoiceForm : public TForm {
     void FolderListClick(TObject* sender);
 
 private:
-    TListBox* FolderList = nullptr;
+    KX_FIELDS(TFolderChoiceForm, (TListBox, FolderList))
     TChooseEvent FOnChoose;
 };
 

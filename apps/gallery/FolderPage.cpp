@@ -35,21 +35,6 @@ bool HoldsFiles(const std::string& folder) {
 const TClass& TFolderPage::StaticClass() {
     static const TClassBuilder<TFolderPage> cls("TFolderPage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TFolderPage;
-        c.Field("TitleEdit", &T::TitleEdit);
-        c.Field("TextEdit", &T::TextEdit);
-        c.Field("StatusEdit", &T::StatusEdit);
-        c.Field("OkEdit", &T::OkEdit);
-        c.Field("CancelEdit", &T::CancelEdit);
-        c.Field("RootCombo", &T::RootCombo);
-        c.Field("DisksBox", &T::DisksBox);
-        c.Field("FilesBox", &T::FilesBox);
-        c.Field("NewStyleBox", &T::NewStyleBox);
-        c.Field("NameBox", &T::NameBox);
-        c.Field("EventsBox", &T::EventsBox);
-        c.Field("VetoesBox", &T::VetoesBox);
-        c.Field("ChoiceBox", &T::ChoiceBox);
-        c.Field("BrowseButton", &T::BrowseButton);
-        c.Field("Dialog", &T::Dialog);
         c.Method("BrowseButtonClick", &T::BrowseButtonClick);
         c.Method("DialogSelectionChange", &T::DialogSelectionChange);
         c.Method("DialogCanClose", &T::DialogCanClose);

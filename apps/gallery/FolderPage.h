@@ -27,21 +27,9 @@ private:
     void ApplyForms();
     void AddEndOfTour(TTour& tour);
 
-    TEdit* TitleEdit = nullptr;
-    TEdit* TextEdit = nullptr;
-    TEdit* StatusEdit = nullptr;
-    TEdit* OkEdit = nullptr;
-    TEdit* CancelEdit = nullptr;
-    TComboBox* RootCombo = nullptr;
-    TCheckBox* DisksBox = nullptr;
-    TCheckBox* FilesBox = nullptr;
-    TCheckBox* NewStyleBox = nullptr;
-    TCheckBox* NameBox = nullptr;
-    TCheckBox* EventsBox = nullptr;
-    TCheckBox* VetoesBox = nullptr;
-    TCheckBox* ChoiceBox = nullptr;
-    TButton* BrowseButton = nullptr;
-    TKxFolderDialog* Dialog = nullptr;
+    KX_FIELDS(TFolderPage, (TEdit, TitleEdit, TextEdit, StatusEdit, OkEdit, CancelEdit), (TComboBox, RootCombo),
+              (TCheckBox, DisksBox, FilesBox, NewStyleBox, NameBox, EventsBox, VetoesBox, ChoiceBox),
+              (TButton, BrowseButton), (TKxFolderDialog, Dialog))
     std::string FLastFolder; ///< That the last dialog returned; empty when it was cancelled.
 };
 

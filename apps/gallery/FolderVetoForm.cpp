@@ -6,10 +6,6 @@ namespace kx::gallery {
 
 const TClass& TFolderVetoForm::StaticClass() {
     static const TClassBuilder<TFolderVetoForm> cls("TFolderVetoForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("CloseBox", &TFolderVetoForm::CloseBox);
-        c.Field("MoveBox", &TFolderVetoForm::MoveBox);
-        c.Field("EmptyBox", &TFolderVetoForm::EmptyBox);
-        c.Field("ChoiceBox", &TFolderVetoForm::ChoiceBox);
         c.Method("ChoiceBoxClick", &TFolderVetoForm::ChoiceBoxClick);
     });
     return cls.Class();

@@ -15,10 +15,7 @@ class TFolderVetoForm : public TForm {
 
     void ChoiceBoxClick(TObject*) { FOnChoiceClick(this); }
 
-    TCheckBox* CloseBox = nullptr;
-    TCheckBox* MoveBox = nullptr;
-    TCheckBox* EmptyBox = nullptr;
-    TCheckBox* ChoiceBox = nullptr;
+    KX_FIELDS(TFolderVetoForm, (TCheckBox, CloseBox, MoveBox, EmptyBox, ChoiceBox))
 
 private:
     TNotifyEvent FOnChoiceClick;

@@ -8,11 +8,6 @@ namespace kx::gallery {
 
 const TClass& TGalleryForm::StaticClass() {
     static const TClassBuilder<TGalleryForm> cls("TGalleryForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("PagePanel", &TGalleryForm::PagePanel);
-        c.Field("PageList", &TGalleryForm::PageList);
-        c.Field("TitleLabel", &TGalleryForm::TitleLabel);
-        c.Field("HintLabel", &TGalleryForm::HintLabel);
-        c.Field("OutputMemo", &TGalleryForm::OutputMemo);
         c.Method("PageListChange", &TGalleryForm::PageListChange);
     });
     return cls.Class();

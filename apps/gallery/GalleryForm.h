@@ -24,11 +24,8 @@ class TGalleryForm : public TForm {
 private:
     void Report(const std::string& text);
 
-    TPanel* PagePanel = nullptr;
-    TPageList* PageList = nullptr;
-    TLabel* TitleLabel = nullptr;
-    TLabel* HintLabel = nullptr;
-    TMemo* OutputMemo = nullptr;
+    KX_FIELDS(TGalleryForm, (TPanel, PagePanel), (TPageList, PageList), (TLabel, TitleLabel, HintLabel),
+              (TMemo, OutputMemo))
     std::vector<TGalleryPage*> FPages; ///< Owned by the form.
     TGalleryPage* FPage = nullptr;     ///< The one that is shown.
 };

@@ -7,13 +7,8 @@
 namespace kx::gallery {
 
 const TClass& TKindsForm::StaticClass() {
-    static const TClassBuilder<TKindsForm> cls("TKindsForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("FoldersBox", &TKindsForm::FoldersBox);
-        c.Field("PicturesBox", &TKindsForm::PicturesBox);
-        c.Field("TextsBox", &TKindsForm::TextsBox);
-        c.Field("OthersBox", &TKindsForm::OthersBox);
-        c.Method("BoxClick", &TKindsForm::BoxClick);
-    });
+    static const TClassBuilder<TKindsForm> cls("TKindsForm", TForm::StaticClass(),
+                                               [](auto& c) { c.Method("BoxClick", &TKindsForm::BoxClick); });
     return cls.Class();
 }
 

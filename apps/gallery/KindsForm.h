@@ -23,10 +23,7 @@ class TKindsForm : public TForm {
     void BoxClick(TObject* sender) { FOnKindsChange(sender); }
 
 private:
-    TCheckBox* FoldersBox = nullptr;
-    TCheckBox* PicturesBox = nullptr;
-    TCheckBox* TextsBox = nullptr;
-    TCheckBox* OthersBox = nullptr;
+    KX_FIELDS(TKindsForm, (TCheckBox, FoldersBox, PicturesBox, TextsBox, OthersBox))
     TNotifyEvent FOnKindsChange;
 };
 

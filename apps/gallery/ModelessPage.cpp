@@ -14,14 +14,6 @@ namespace kx::gallery {
 const TClass& TModelessPage::StaticClass() {
     static const TClassBuilder<TModelessPage> cls("TModelessPage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TModelessPage;
-        c.Field("PlacesCombo", &T::PlacesCombo);
-        c.Field("PreviewBox", &T::PreviewBox);
-        c.Field("ShowButton", &T::ShowButton);
-        c.Field("SelectedLabel", &T::SelectedLabel);
-        c.Field("NoteButton", &T::NoteButton);
-        c.Field("NotesMemo", &T::NotesMemo);
-        c.Field("Dialog", &T::Dialog);
-        c.Field("Runner", &T::Runner);
         c.Method("ShowButtonClick", &T::ShowButtonClick);
         c.Method("NoteButtonClick", &T::NoteButtonClick);
         c.Method("DialogSelectionChange", &T::DialogSelectionChange);

@@ -24,14 +24,8 @@ class TModelessPage : public TGalleryPage {
 private:
     void SelectionChanged();
 
-    TComboBox* PlacesCombo = nullptr;
-    TCheckBox* PreviewBox = nullptr;
-    TButton* ShowButton = nullptr;
-    TLabel* SelectedLabel = nullptr;
-    TButton* NoteButton = nullptr;
-    TMemo* NotesMemo = nullptr;
-    TKxOpenDialog* Dialog = nullptr;
-    TKxModelessDialog* Runner = nullptr;
+    KX_FIELDS(TModelessPage, (TComboBox, PlacesCombo), (TCheckBox, PreviewBox), (TButton, ShowButton, NoteButton),
+              (TLabel, SelectedLabel), (TMemo, NotesMemo), (TKxOpenDialog, Dialog), (TKxModelessDialog, Runner))
 };
 
 } // namespace kx::gallery

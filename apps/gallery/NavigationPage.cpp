@@ -22,17 +22,6 @@ constexpr int desktopButton = 40965;
 const TClass& TNavigationPage::StaticClass() {
     static const TClassBuilder<TNavigationPage> cls("TNavigationPage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TNavigationPage;
-        c.Field("UpLevelBox", &T::UpLevelBox);
-        c.Field("DesktopBox", &T::DesktopBox);
-        c.Field("LastFolderBox", &T::LastFolderBox);
-        c.Field("NewFolderBox", &T::NewFolderBox);
-        c.Field("NameBox", &T::NameBox);
-        c.Field("CloseBox", &T::CloseBox);
-        c.Field("PinBox", &T::PinBox);
-        c.Field("CountBox", &T::CountBox);
-        c.Field("EventList", &T::EventList);
-        c.Field("OpenButton", &T::OpenButton);
-        c.Field("Dialog", &T::Dialog);
         c.Method("OpenButtonClick", &T::OpenButtonClick);
         c.Method("DialogCanClose", &T::DialogCanClose);
         c.Method("DialogFolderChange", &T::DialogFolderChange);

@@ -33,17 +33,9 @@ class TNavigationPage : public TGalleryPage {
 private:
     void Log(const std::string& event);
 
-    TCheckBox* UpLevelBox = nullptr;
-    TCheckBox* DesktopBox = nullptr;
-    TCheckBox* LastFolderBox = nullptr;
-    TCheckBox* NewFolderBox = nullptr;
-    TCheckBox* NameBox = nullptr;
-    TCheckBox* CloseBox = nullptr;
-    TCheckBox* PinBox = nullptr;
-    TCheckBox* CountBox = nullptr;
-    TListBox* EventList = nullptr;
-    TButton* OpenButton = nullptr;
-    TKxOpenLiteDialog* Dialog = nullptr;
+    KX_FIELDS(TNavigationPage,
+              (TCheckBox, UpLevelBox, DesktopBox, LastFolderBox, NewFolderBox, NameBox, CloseBox, PinBox, CountBox),
+              (TListBox, EventList), (TButton, OpenButton), (TKxOpenLiteDialog, Dialog))
     int FMessageCount = 0;
 };
 

@@ -48,27 +48,6 @@ void AddViewsGlyph(TImageList& images) {
 const TClass& TOpenPage::StaticClass() {
     static const TClassBuilder<TOpenPage> cls("TOpenPage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TOpenPage;
-        c.Field("ViewCombo", &T::ViewCombo);
-        c.Field("GridBox", &T::GridBox);
-        c.Field("RowBox", &T::RowBox);
-        c.Field("HotTrackBox", &T::HotTrackBox);
-        c.Field("RenameBox", &T::RenameBox);
-        c.Field("DeleteBox", &T::DeleteBox);
-        c.Field("EmptyMenuBox", &T::EmptyMenuBox);
-        c.Field("FileMenuBox", &T::FileMenuBox);
-        c.Field("PreviewBox", &T::PreviewBox);
-        c.Field("KindsBox", &T::KindsBox);
-        c.Field("EventsBox", &T::EventsBox);
-        c.Field("PlacesCombo", &T::PlacesCombo);
-        c.Field("LendBox", &T::LendBox);
-        c.Field("FlatBox", &T::FlatBox);
-        c.Field("MenuBox", &T::MenuBox);
-        c.Field("ViewBar", &T::ViewBar);
-        c.Field("ViewsButton", &T::ViewsButton);
-        c.Field("IconsItem", &T::IconsItem);
-        c.Field("OpenButton", &T::OpenButton);
-        c.Field("OpenMenu", &T::OpenMenu);
-        c.Field("Dialog", &T::Dialog);
         c.Method("OpenButtonClick", &T::OpenButtonClick);
         c.Method("ViewsButtonClick", &T::ViewsButtonClick);
         c.Method("ViewItemClick", &T::ViewItemClick);

@@ -33,27 +33,11 @@ private:
     void ChooseStyles();
     void RefuseInTour(TTour& tour);
 
-    TComboBox* ViewCombo = nullptr;
-    TCheckBox* GridBox = nullptr;
-    TCheckBox* RowBox = nullptr;
-    TCheckBox* HotTrackBox = nullptr;
-    TCheckBox* RenameBox = nullptr;
-    TCheckBox* DeleteBox = nullptr;
-    TCheckBox* EmptyMenuBox = nullptr;
-    TCheckBox* FileMenuBox = nullptr;
-    TCheckBox* PreviewBox = nullptr;
-    TCheckBox* KindsBox = nullptr;
-    TCheckBox* EventsBox = nullptr;
-    TComboBox* PlacesCombo = nullptr;
-    TCheckBox* LendBox = nullptr;
-    TCheckBox* FlatBox = nullptr;
-    TCheckBox* MenuBox = nullptr;
-    TToolBar* ViewBar = nullptr;
-    TToolButton* ViewsButton = nullptr;
-    TMenuItem* IconsItem = nullptr;
-    TButton* OpenButton = nullptr;
-    TPopupMenu* OpenMenu = nullptr;
-    TKxOpenDialog* Dialog = nullptr;
+    KX_FIELDS(TOpenPage, (TComboBox, ViewCombo, PlacesCombo),
+              (TCheckBox, GridBox, RowBox, HotTrackBox, RenameBox, DeleteBox, EmptyMenuBox, FileMenuBox, PreviewBox,
+               KindsBox, EventsBox, LendBox, FlatBox, MenuBox),
+              (TToolBar, ViewBar), (TToolButton, ViewsButton), (TMenuItem, IconsItem), (TButton, OpenButton),
+              (TPopupMenu, OpenMenu), (TKxOpenDialog, Dialog))
     TImageList FGlyphs;
     std::string FHow; ///< The chosen item of the button's menu; empty: none.
 };

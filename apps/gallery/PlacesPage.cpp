@@ -88,10 +88,6 @@ void TLookInBox::CreateWnd() {
 
 const TClass& TPlacesPage::StaticClass() {
     static const TClassBuilder<TPlacesPage> cls("TPlacesPage", TGalleryPage::StaticClass(), [](auto& c) {
-        c.Field("BarPanel", &TPlacesPage::BarPanel);
-        c.Field("FolderBox", &TPlacesPage::FolderBox);
-        c.Field("FileList", &TPlacesPage::FileList);
-        c.Field("NameEdit", &TPlacesPage::NameEdit);
         c.Method("FolderBoxClick", &TPlacesPage::FolderBoxClick);
         c.Method("UpButtonClick", &TPlacesPage::UpButtonClick);
         c.Method("OpenButtonClick", &TPlacesPage::OpenButtonClick);

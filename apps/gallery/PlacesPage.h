@@ -50,10 +50,9 @@ private:
     void AddEntry(const WIN32_FIND_DATAA& entry);
     void TryRegistry(TTour& tour);
 
-    TPanel* BarPanel = nullptr;
-    TLookInBox* FolderBox = nullptr; ///< Desktop, computer, and the folder that is listed.
-    TListView* FileList = nullptr;
-    TEdit* NameEdit = nullptr;
+    KX_FIELDS(TPlacesPage, (TPanel, BarPanel),
+              (TLookInBox, FolderBox /* Desktop, computer, and the folder that is listed. */), (TListView, FileList),
+              (TEdit, NameEdit))
     TKxPlacesBarOptions FOptions;
     TKxPlacesBarFrm* FBar = nullptr; ///< Owned.
     TImageList FImages;              ///< Of a file and a folder.

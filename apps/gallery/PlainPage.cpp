@@ -11,20 +11,6 @@ namespace kx::gallery {
 
 const TClass& TPlainPage::StaticClass() {
     static const TClassBuilder<TPlainPage> cls("TPlainPage", TGalleryPage::StaticClass(), [](auto& c) {
-        c.Field("TitleEdit", &TPlainPage::TitleEdit);
-        c.Field("NameEdit", &TPlainPage::NameEdit);
-        c.Field("ExtensionEdit", &TPlainPage::ExtensionEdit);
-        c.Field("SeveralBox", &TPlainPage::SeveralBox);
-        c.Field("MustExistBox", &TPlainPage::MustExistBox);
-        c.Field("OverwriteBox", &TPlainPage::OverwriteBox);
-        c.Field("HelpBox", &TPlainPage::HelpBox);
-        c.Field("ReadOnlyBox", &TPlainPage::ReadOnlyBox);
-        c.Field("SizeableBox", &TPlainPage::SizeableBox);
-        c.Field("PlacesBox", &TPlainPage::PlacesBox);
-        c.Field("KeepFolderBox", &TPlainPage::KeepFolderBox);
-        c.Field("OpenButton", &TPlainPage::OpenButton);
-        c.Field("OpenDialog", &TPlainPage::OpenDialog);
-        c.Field("SaveDialog", &TPlainPage::SaveDialog);
         c.Method("OpenButtonClick", &TPlainPage::OpenButtonClick);
         c.Method("SaveButtonClick", &TPlainPage::SaveButtonClick);
     });

@@ -19,20 +19,10 @@ class TPlainPage : public TGalleryPage {
 private:
     void Run(TOpenDialog& dialog);
 
-    TEdit* TitleEdit = nullptr;
-    TEdit* NameEdit = nullptr;
-    TEdit* ExtensionEdit = nullptr;
-    TCheckBox* SeveralBox = nullptr;
-    TCheckBox* MustExistBox = nullptr;
-    TCheckBox* OverwriteBox = nullptr;
-    TCheckBox* HelpBox = nullptr;
-    TCheckBox* ReadOnlyBox = nullptr;
-    TCheckBox* SizeableBox = nullptr;
-    TCheckBox* PlacesBox = nullptr;
-    TCheckBox* KeepFolderBox = nullptr;
-    TButton* OpenButton = nullptr;
-    TOpenDialog* OpenDialog = nullptr;
-    TSaveDialog* SaveDialog = nullptr;
+    KX_FIELDS(TPlainPage, (TEdit, TitleEdit, NameEdit, ExtensionEdit),
+              (TCheckBox, SeveralBox, MustExistBox, OverwriteBox, HelpBox, ReadOnlyBox, SizeableBox, PlacesBox,
+               KeepFolderBox),
+              (TButton, OpenButton), (TOpenDialog, OpenDialog), (TSaveDialog, SaveDialog))
 };
 
 } // namespace kx::gallery

@@ -5,13 +5,7 @@
 namespace kx::gallery {
 
 const TClass& TPreviewForm::StaticClass() {
-    static const TClassBuilder<TPreviewForm> cls("TPreviewForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("NameLabel", &TPreviewForm::NameLabel);
-        c.Field("PictureView", &TPreviewForm::PictureView);
-        c.Field("TextMemo", &TPreviewForm::TextMemo);
-        c.Field("SizeLabel", &TPreviewForm::SizeLabel);
-        c.Field("DateLabel", &TPreviewForm::DateLabel);
-    });
+    static const TClassBuilder<TPreviewForm> cls("TPreviewForm", TForm::StaticClass());
     return cls.Class();
 }
 

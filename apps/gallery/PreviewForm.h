@@ -28,11 +28,7 @@ private:
     void ShowText();
     void ShowNothing();
 
-    TLabel* NameLabel = nullptr;
-    TPictureView* PictureView = nullptr;
-    TMemo* TextMemo = nullptr;
-    TLabel* SizeLabel = nullptr;
-    TLabel* DateLabel = nullptr;
+    KX_FIELDS(TPreviewForm, (TLabel, NameLabel, SizeLabel, DateLabel), (TPictureView, PictureView), (TMemo, TextMemo))
     std::string FFileName;
     TEncoding FEncoding = TEncoding::Detect;
 };

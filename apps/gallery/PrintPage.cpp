@@ -38,15 +38,6 @@ HWND PropertiesWindow(const TKxPrintDialog& dialog) {
 const TClass& TPrintPage::StaticClass() {
     static const TClassBuilder<TPrintPage> cls("TPrintPage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TPrintPage;
-        c.Field("SideCombo", &T::SideCombo);
-        c.Field("PagesBox", &T::PagesBox);
-        c.Field("SelectionBox", &T::SelectionBox);
-        c.Field("FileBox", &T::FileBox);
-        c.Field("CaptionsBox", &T::CaptionsBox);
-        c.Field("TitleEdit", &T::TitleEdit);
-        c.Field("OkEdit", &T::OkEdit);
-        c.Field("PrintButton", &T::PrintButton);
-        c.Field("Dialog", &T::Dialog);
         c.Method("PrintButtonClick", &T::PrintButtonClick);
     });
     return cls.Class();

@@ -24,15 +24,8 @@ private:
     std::string Chosen() const;
     void ChangePrinterInTour();
 
-    TComboBox* SideCombo = nullptr;
-    TCheckBox* PagesBox = nullptr;
-    TCheckBox* SelectionBox = nullptr;
-    TCheckBox* FileBox = nullptr;
-    TCheckBox* CaptionsBox = nullptr;
-    TEdit* TitleEdit = nullptr;
-    TEdit* OkEdit = nullptr;
-    TButton* PrintButton = nullptr;
-    TKxPrintDialog* Dialog = nullptr;
+    KX_FIELDS(TPrintPage, (TComboBox, SideCombo), (TCheckBox, PagesBox, SelectionBox, FileBox, CaptionsBox),
+              (TEdit, TitleEdit, OkEdit), (TButton, PrintButton), (TKxPrintDialog, Dialog))
     std::string FResult; ///< Of the last showing; empty while it runs.
 };
 

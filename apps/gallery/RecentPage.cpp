@@ -35,15 +35,6 @@ void ClickTab(TTabControl& tabs, int index) {
 const TClass& TRecentPage::StaticClass() {
     static const TClassBuilder<TRecentPage> cls("TRecentPage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TRecentPage;
-        c.Field("BrowseEdit", &T::BrowseEdit);
-        c.Field("RecentEdit", &T::RecentEdit);
-        c.Field("BeginCombo", &T::BeginCombo);
-        c.Field("CountEdit", &T::CountEdit);
-        c.Field("RememberBox", &T::RememberBox);
-        c.Field("EventsBox", &T::EventsBox);
-        c.Field("FileList", &T::FileList);
-        c.Field("OpenButton", &T::OpenButton);
-        c.Field("Dialog", &T::Dialog);
         c.Method("OpenButtonClick", &T::OpenButtonClick);
         c.Method("ForgetButtonClick", &T::ForgetButtonClick);
     });

@@ -23,15 +23,9 @@ private:
     void ShowStored();
     void AddEndOfTour(TTour& tour);
 
-    TEdit* BrowseEdit = nullptr;
-    TEdit* RecentEdit = nullptr;
-    TComboBox* BeginCombo = nullptr;
-    TEdit* CountEdit = nullptr;
-    TCheckBox* RememberBox = nullptr;
-    TCheckBox* EventsBox = nullptr;
-    TListBox* FileList = nullptr;
-    TButton* OpenButton = nullptr;
-    TKxOpenDialogEx* Dialog = nullptr;
+    KX_FIELDS(TRecentPage, (TEdit, BrowseEdit, RecentEdit, CountEdit), (TComboBox, BeginCombo),
+              (TCheckBox, RememberBox, EventsBox), (TListBox, FileList), (TButton, OpenButton),
+              (TKxOpenDialogEx, Dialog))
 };
 
 } // namespace kx::gallery

@@ -33,18 +33,6 @@ std::string ShareEvent(const std::string& fileName) {
 const TClass& TSavePage::StaticClass() {
     static const TClassBuilder<TSavePage> cls("TSavePage", TGalleryPage::StaticClass(), [](auto& c) {
         using T = TSavePage;
-        c.Field("NameEdit", &T::NameEdit);
-        c.Field("ExtensionEdit", &T::ExtensionEdit);
-        c.Field("OkEdit", &T::OkEdit);
-        c.Field("OverwriteBox", &T::OverwriteBox);
-        c.Field("HoldBox", &T::HoldBox);
-        c.Field("ShareCombo", &T::ShareCombo);
-        c.Field("FilterBox", &T::FilterBox);
-        c.Field("EventsBox", &T::EventsBox);
-        c.Field("PlacesCombo", &T::PlacesCombo);
-        c.Field("SizeableBox", &T::SizeableBox);
-        c.Field("SaveButton", &T::SaveButton);
-        c.Field("Dialog", &T::Dialog);
         c.Method("SaveButtonClick", &T::SaveButtonClick);
         c.Method("DialogIncludeFile", &T::DialogIncludeFile);
     });

@@ -24,18 +24,9 @@ private:
     void ChooseParts();
     void ShareViolation(int32_t& result, const std::string& fileName);
 
-    TEdit* NameEdit = nullptr;
-    TEdit* ExtensionEdit = nullptr;
-    TEdit* OkEdit = nullptr;
-    TCheckBox* OverwriteBox = nullptr;
-    TCheckBox* HoldBox = nullptr;
-    TComboBox* ShareCombo = nullptr;
-    TCheckBox* FilterBox = nullptr;
-    TCheckBox* EventsBox = nullptr;
-    TComboBox* PlacesCombo = nullptr;
-    TCheckBox* SizeableBox = nullptr;
-    TButton* SaveButton = nullptr;
-    TKxSaveDialog* Dialog = nullptr;
+    KX_FIELDS(TSavePage, (TEdit, NameEdit, ExtensionEdit, OkEdit),
+              (TCheckBox, OverwriteBox, HoldBox, FilterBox, EventsBox, SizeableBox),
+              (TComboBox, ShareCombo, PlacesCombo), (TButton, SaveButton), (TKxSaveDialog, Dialog))
     std::string FPattern; ///< Names that the dialog shows.
 };
 

@@ -16,18 +16,7 @@ std::string StyleName(TViewStyle style) {
 } // namespace
 
 const TClass& TVetoForm::StaticClass() {
-    static const TClassBuilder<TVetoForm> cls("TVetoForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("UpLevelBox", &TVetoForm::UpLevelBox);
-        c.Field("DesktopBox", &TVetoForm::DesktopBox);
-        c.Field("LastFolderBox", &TVetoForm::LastFolderBox);
-        c.Field("NewFolderBox", &TVetoForm::NewFolderBox);
-        c.Field("StyleBox", &TVetoForm::StyleBox);
-        c.Field("NameBox", &TVetoForm::NameBox);
-        c.Field("CloseBox", &TVetoForm::CloseBox);
-        c.Field("MoveBox", &TVetoForm::MoveBox);
-        c.Field("TabBox", &TVetoForm::TabBox);
-        c.Field("LogPanel", &TVetoForm::LogPanel);
-    });
+    static const TClassBuilder<TVetoForm> cls("TVetoForm", TForm::StaticClass());
     return cls.Class();
 }
 

@@ -24,21 +24,15 @@ class TVetoForm : public TForm {
 
     TEventLogForm& Log() const { return *FLog; }
 
-    TCheckBox* UpLevelBox = nullptr;
-    TCheckBox* DesktopBox = nullptr;
-    TCheckBox* LastFolderBox = nullptr;
-    TCheckBox* NewFolderBox = nullptr;
-    TCheckBox* StyleBox = nullptr;
-    TCheckBox* NameBox = nullptr;
-    TCheckBox* CloseBox = nullptr;
-    TCheckBox* MoveBox = nullptr;
-    TCheckBox* TabBox = nullptr;
+    KX_FIELDS(TVetoForm,
+              (TCheckBox, UpLevelBox, DesktopBox, LastFolderBox, NewFolderBox, StyleBox, NameBox, CloseBox, MoveBox,
+               TabBox),
+              (TPanel, LogPanel))
 
 private:
     void AttachNavigation(TKxCustomOpenDialog& dialog);
     void AttachSelection(TKxCustomOpenDialog& dialog);
 
-    TPanel* LogPanel = nullptr;
     TEventLogForm* FLog = nullptr; ///< Owned.
     TNotifyEvent FOnSelect;
 };

@@ -10,12 +10,11 @@ using namespace kx;
 class TPreviewForm : public TForm {
     KX_CLASS()
     explicit TPreviewForm(TComponent* owner) : TForm(owner) { InitForm(*this, StaticClass()); } // from PreviewForm.dfm
-    TLabel* NameLabel = nullptr;
+    KX_FIELDS(TPreviewForm, (TLabel, NameLabel))
 };
 
 const TClass& TPreviewForm::StaticClass() {
-    static const TClassBuilder<TPreviewForm> cls("TPreviewForm", TForm::StaticClass(),
-                                                 [](auto& c) { c.Field("NameLabel", &TPreviewForm::NameLabel); });
+    static const TClassBuilder<TPreviewForm> cls("TPreviewForm", TForm::StaticClass());
     return cls.Class();
 }
 

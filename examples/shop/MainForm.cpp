@@ -1,11 +1,8 @@
 #include "MainForm.h"
 
 const TClass& TMainForm::StaticClass() {
-    static const TClassBuilder<TMainForm> cls("TMainForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("Button1", &TMainForm::Button1);
-        c.Field("KxOpenDialog1", &TMainForm::KxOpenDialog1);
-        c.Method("Button1Click", &TMainForm::Button1Click);
-    });
+    static const TClassBuilder<TMainForm> cls("TMainForm", TForm::StaticClass(),
+                                              [](auto& c) { c.Method("Button1Click", &TMainForm::Button1Click); });
     return cls.Class();
 }
 

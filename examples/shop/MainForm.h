@@ -14,8 +14,7 @@ class TMainForm : public TForm {
     void Button1Click(TObject* sender);
 
 private:
-    TButton* Button1 = nullptr;
-    TKxOpenDialog* KxOpenDialog1 = nullptr;
+    KX_FIELDS(TMainForm, (TButton, Button1), (TKxOpenDialog, KxOpenDialog1))
 };
 
 inline TMainForm* MainForm = nullptr;

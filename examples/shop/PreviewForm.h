@@ -12,9 +12,7 @@ class TPreviewForm : public TForm {
     explicit TPreviewForm(TComponent* owner = nullptr);
 
 private:
-    TImage* Image1 = nullptr;
-    TLabel* Label1 = nullptr;
-    TLabel* Label2 = nullptr;
+    KX_FIELDS(TPreviewForm, (TImage, Image1), (TLabel, Label1, Label2))
 };
 
 inline TPreviewForm* PreviewForm = nullptr;

@@ -332,7 +332,7 @@ class THost : public TForm {
 
     explicit THost(TComponent* owner) : TForm(owner) {}
 
-    TKxOpenDialogEx* Dialog = nullptr;
+    KX_FIELDS(THost, (TKxOpenDialogEx, Dialog))
     std::vector<std::string> Log;
 
     void TabChange(TObject*) { Log.emplace_back("change"); }
@@ -341,7 +341,6 @@ class THost : public TForm {
 
 const TClass& THost::StaticClass() {
     static const TClassBuilder<THost> cls("THost", TForm::StaticClass(), [](auto& c) {
-        c.Field("Dialog", &THost::Dialog);
         c.Method("TabChange", &THost::TabChange);
         c.Method("TabChanging", &THost::TabChanging);
     });

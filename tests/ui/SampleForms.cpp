@@ -7,31 +7,6 @@ namespace kx::test {
 const TClass& TAllControlsForm::StaticClass() {
     static const TClassBuilder<TAllControlsForm> cls("TAllControlsForm", TForm::StaticClass(), [](auto& c) {
         using T = TAllControlsForm;
-        c.Field("Label1", &T::Label1);
-        c.Field("Edit1", &T::Edit1);
-        c.Field("Memo1", &T::Memo1);
-        c.Field("OkButton", &T::OkButton);
-        c.Field("CancelButton", &T::CancelButton);
-        c.Field("CheckBox1", &T::CheckBox1);
-        c.Field("RadioButton1", &T::RadioButton1);
-        c.Field("RadioButton2", &T::RadioButton2);
-        c.Field("GroupBox1", &T::GroupBox1);
-        c.Field("ListBox1", &T::ListBox1);
-        c.Field("ComboBox1", &T::ComboBox1);
-        c.Field("ComboBox2", &T::ComboBox2);
-        c.Field("Panel1", &T::Panel1);
-        c.Field("Bevel1", &T::Bevel1);
-        c.Field("PaintBox1", &T::PaintBox1);
-        c.Field("TabControl1", &T::TabControl1);
-        c.Field("ListView1", &T::ListView1);
-        c.Field("SpeedButton1", &T::SpeedButton1);
-        c.Field("DrawGrid1", &T::DrawGrid1);
-        c.Field("PageScroller1", &T::PageScroller1);
-        c.Field("ToolBar1", &T::ToolBar1);
-        c.Field("ToolButton1", &T::ToolButton1);
-        c.Field("ToolButton2", &T::ToolButton2);
-        c.Field("PopupMenu1", &T::PopupMenu1);
-        c.Field("Item1", &T::Item1);
         c.Method("FormCreate", &T::FormCreate);
         c.Method("FormShow", &T::FormShow);
         c.Method("FormDestroy", &T::FormDestroy);

@@ -23,31 +23,12 @@ class TAllControlsForm : public TForm {
 
     explicit TAllControlsForm(TComponent* owner = nullptr);
 
-    TLabel* Label1 = nullptr;
-    TEdit* Edit1 = nullptr;
-    TMemo* Memo1 = nullptr;
-    TButton* OkButton = nullptr;
-    TButton* CancelButton = nullptr;
-    TCheckBox* CheckBox1 = nullptr;
-    TRadioButton* RadioButton1 = nullptr;
-    TRadioButton* RadioButton2 = nullptr;
-    TGroupBox* GroupBox1 = nullptr;
-    TListBox* ListBox1 = nullptr;
-    TComboBox* ComboBox1 = nullptr;
-    TComboBox* ComboBox2 = nullptr;
-    TPanel* Panel1 = nullptr;
-    TBevel* Bevel1 = nullptr;
-    TPaintBox* PaintBox1 = nullptr;
-    TTabControl* TabControl1 = nullptr;
-    TListView* ListView1 = nullptr;
-    TSpeedButton* SpeedButton1 = nullptr;
-    TDrawGrid* DrawGrid1 = nullptr;
-    TPageScroller* PageScroller1 = nullptr;
-    TToolBar* ToolBar1 = nullptr;
-    TToolButton* ToolButton1 = nullptr;
-    TToolButton* ToolButton2 = nullptr;
-    TPopupMenu* PopupMenu1 = nullptr;
-    TMenuItem* Item1 = nullptr;
+    KX_FIELDS(TAllControlsForm, (TLabel, Label1), (TEdit, Edit1), (TMemo, Memo1), (TButton, OkButton, CancelButton),
+              (TCheckBox, CheckBox1), (TRadioButton, RadioButton1, RadioButton2), (TGroupBox, GroupBox1),
+              (TListBox, ListBox1), (TComboBox, ComboBox1, ComboBox2), (TPanel, Panel1), (TBevel, Bevel1),
+              (TPaintBox, PaintBox1), (TTabControl, TabControl1), (TListView, ListView1), (TSpeedButton, SpeedButton1),
+              (TDrawGrid, DrawGrid1), (TPageScroller, PageScroller1), (TToolBar, ToolBar1),
+              (TToolButton, ToolButton1, ToolButton2), (TPopupMenu, PopupMenu1), (TMenuItem, Item1))
 
     std::vector<std::string> Log; ///< Handlers that ran, in order.
 

@@ -242,6 +242,9 @@ template <class T> class TClassBuilder {
 public:
     template <class Describe>
     TClassBuilder(std::string_view name, const TClass& parent, Describe describe) : FClass(*new TClass(name, &parent)) {
+        if constexpr (requires { T::DescribeFields(*this); }) { // by KX_FIELDS in T itself
+            T::DescribeFields(*this);
+        }
         describe(*this);
         FClass.Finish();
     }

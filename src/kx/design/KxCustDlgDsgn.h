@@ -23,50 +23,18 @@ class TDlgDsgnForm : public TForm {
 
     // --- Components, owned by the form
 
-    TPageControl* PageControl1 = nullptr;
-    TTabSheet* TabSheet1 = nullptr; ///< The docked forms.
-    TButton* Button1 = nullptr;     ///< Cancel
-    TButton* Button2 = nullptr;     ///< OK
-    TTabSheet* TabSheet3 = nullptr; ///< The preview.
-    TButton* Button3 = nullptr;     ///< Shows the preview.
-    TMemo* Memo1 = nullptr;
-    TImage* Image1 = nullptr;
-    TCheckBox* CheckBox1 = nullptr; ///< The preview changes the sizes of the designed forms.
-    TPanel* Panel1 = nullptr;
-    TComboBox* cbLeft = nullptr;
-    TPanel* Panel2 = nullptr;
-    TComboBox* cbTop = nullptr;
-    TPanel* Panel3 = nullptr;
-    TComboBox* cbRight = nullptr;
-    TLabel* Label1 = nullptr;
-    TPanel* Panel4 = nullptr;
-    TComboBox* cbBottom = nullptr;
-    TLabel* Label2 = nullptr;
-    TPanel* Panel5 = nullptr;
-    TLabel* Label3 = nullptr;
-    TTabSheet* TabSheet2 = nullptr; ///< The position.
-    TRadioGroup* rg1 = nullptr;     ///< The positions in the order of TKxDlgPosition.
-    TPanel* Panel6 = nullptr;
-    TLabel* Label4 = nullptr;
-    TComboBox* cbForm = nullptr; ///< The form of dpFormCenter.
-    TLabel* Label5 = nullptr;
-    TLabel* Label7 = nullptr;
-    TEdit* eX = nullptr;
-    TEdit* eY = nullptr;
-    TImage* img1 = nullptr; ///< Pictures of the positions, one over the other.
-    TEdit* eTitle = nullptr;
-    TLabel* Label8 = nullptr;
-    TSpeedButton* SpeedButton5 = nullptr; ///< About
-    TSpeedButton* SpeedButton6 = nullptr; ///< Opens the left form, ...
-    TSpeedButton* SpeedButton7 = nullptr; ///< top, ...
-    TSpeedButton* SpeedButton8 = nullptr; ///< right, ...
-    TSpeedButton* SpeedButton9 = nullptr; ///< bottom.
-    TLabel* Label6 = nullptr;
-    TLabel* Label9 = nullptr;
-    TCheckBox* chkFit = nullptr;
-    TImage* img2 = nullptr;
-    TImage* img3 = nullptr;
-    TImage* img4 = nullptr;
+    KX_FIELDS(TDlgDsgnForm, (TPageControl, PageControl1),
+              (TTabSheet, TabSheet1 /* The docked forms. */, TabSheet3 /* The preview. */,
+               TabSheet2 /* The position. */),
+              (TButton, Button1 /* Cancel */, Button2 /* OK */, Button3 /* Shows the preview. */), (TMemo, Memo1),
+              (TImage, Image1, img1 /* Pictures of the positions, one over the other. */, img2, img3, img4),
+              (TCheckBox, CheckBox1 /* The preview changes the sizes of the designed forms. */, chkFit),
+              (TPanel, Panel1, Panel2, Panel3, Panel4, Panel5, Panel6),
+              (TComboBox, cbLeft, cbTop, cbRight, cbBottom, cbForm /* The form of dpFormCenter. */),
+              (TLabel, Label1, Label2, Label3, Label4, Label5, Label7, Label8, Label6, Label9),
+              (TRadioGroup, rg1 /* The positions in the order of TKxDlgPosition. */), (TEdit, eX, eY, eTitle),
+              (TSpeedButton, SpeedButton5 /* About */, SpeedButton6 /* Opens the left form, ... */,
+               SpeedButton7 /* top, ... */, SpeedButton8 /* right, ... */, SpeedButton9 /* bottom. */))
 
     int32_t OrdVal = 0; ///< Not used.
     /// The parameters that are edited; not owned. Null when their dialog has gone: then the window closes.

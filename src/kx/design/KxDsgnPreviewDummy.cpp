@@ -11,8 +11,6 @@ TKxPreviewDummyFrm* KxPreviewDummyFrm = nullptr;
 const TClass& TKxPreviewDummyFrm::StaticClass() {
     using T = TKxPreviewDummyFrm;
     static const TClassBuilder<T> cls("TKxPreviewDummyFrm", TForm::StaticClass(), [](auto& c) {
-        c.Field("Label1", &T::Label1);
-        c.Field("Button1", &T::Button1);
         c.Method("Button1Click", &T::Button1Click);
         c.Method("FormClose", &T::FormClose);
     });

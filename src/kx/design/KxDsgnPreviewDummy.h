@@ -13,8 +13,7 @@ class TKxPreviewDummyFrm : public TForm {
     explicit TKxPreviewDummyFrm(TComponent* owner = nullptr);
     ~TKxPreviewDummyFrm() override;
 
-    TLabel* Label1 = nullptr;
-    TButton* Button1 = nullptr;
+    KX_FIELDS(TKxPreviewDummyFrm, (TLabel, Label1), (TButton, Button1))
 
     TComponent* Dlg() const { return FDlg.Get(); } ///< The dialog to be shown; not owned, forgotten when it is freed.
     void SetDlg(TComponent* value) { FDlg.Set(value); }

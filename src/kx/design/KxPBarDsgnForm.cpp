@@ -25,13 +25,6 @@ std::string BoundsKey() {
 const TClass& TKxPBarEditFrm::StaticClass() {
     using T = TKxPBarEditFrm;
     static const TClassBuilder<T> cls("TKxPBarEditFrm", TDesignWindow::StaticClass(), [](auto& c) {
-        c.Field("ps1", &T::ps1);
-        c.Field("btnEdit", &T::btnEdit);
-        c.Field("Button1", &T::Button1);
-        c.Field("Button2", &T::Button2);
-        c.Field("Button3", &T::Button3);
-        c.Field("Button4", &T::Button4);
-        c.Field("ToolBar1", &T::ToolBar1);
         c.Method("FormCreate", &T::FormCreate);
         c.Method("FormDestroy", &T::FormDestroy);
         c.Method("FormClose", &T::FormClose);

@@ -21,13 +21,10 @@ class TKxPBarEditFrm : public TDesignWindow, private IKxPlacesWatcher {
 
     // --- Components, owned by the form
 
-    TPageScroller* ps1 = nullptr;
-    TButton* btnEdit = nullptr;
-    TButton* Button1 = nullptr; ///< Add
-    TButton* Button2 = nullptr; ///< Delete
-    TButton* Button3 = nullptr; ///< Close
-    TButton* Button4 = nullptr; ///< To the registry
-    TToolBar* ToolBar1 = nullptr;
+    KX_FIELDS(TKxPBarEditFrm, (TPageScroller, ps1),
+              (TButton, btnEdit, Button1 /* Add */, Button2 /* Delete */, Button3 /* Close */,
+               Button4 /* To the registry */),
+              (TToolBar, ToolBar1))
 
     // --- Settings
 

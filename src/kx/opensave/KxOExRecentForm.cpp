@@ -15,7 +15,6 @@ enum TRecentSubItem { siFolder, siFullName };
 const TClass& TKxOpenExRecentFrm::StaticClass() {
     using T = TKxOpenExRecentFrm;
     static const TClassBuilder<T> cls("TKxOpenExRecentFrm", TForm::StaticClass(), [](auto& c) {
-        c.Field("ListView1", &T::ListView1);
         c.Method("ListView1Change", &T::ListView1Change);
         c.Method("ListView1DblClick", &T::ListView1DblClick);
     });

@@ -14,7 +14,7 @@ class TKxOpenExRecentFrm : public TForm {
 
     explicit TKxOpenExRecentFrm(TComponent* owner = nullptr);
 
-    TListView* ListView1 = nullptr;
+    KX_FIELDS(TKxOpenExRecentFrm, (TListView, ListView1))
 
     /// Not owned; whoever frees it frees the form, or sets null, before.
     TKxCustomOpenDialog* Dlg() const { return FDlg; }

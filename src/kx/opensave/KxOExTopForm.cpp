@@ -7,7 +7,6 @@ namespace kx {
 const TClass& TKxOpenExTopFrm::StaticClass() {
     using T = TKxOpenExTopFrm;
     static const TClassBuilder<T> cls("TKxOpenExTopFrm", TForm::StaticClass(), [](auto& c) {
-        c.Field("TabControl1", &T::TabControl1);
         c.Method("TabControl1Change", &T::TabControl1Change);
         c.Method("TabControl1Changing", &T::TabControl1Changing);
     });

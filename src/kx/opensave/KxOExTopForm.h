@@ -23,7 +23,7 @@ class TKxOpenExTopFrm : public TForm {
 
     explicit TKxOpenExTopFrm(TComponent* owner = nullptr);
 
-    TTabControl* TabControl1 = nullptr;
+    KX_FIELDS(TKxOpenExTopFrm, (TTabControl, TabControl1))
 
     /// Not owned; whoever frees it frees the form, or sets null, before.
     IKxTabsHost* Dlg() const { return FDlg; }

@@ -26,29 +26,15 @@ class TKxAddPlaceFrm : public TForm, private IKxPlacesWatcher {
 
     // --- Components, owned by the form
 
-    TButton* Button1 = nullptr; ///< OK
-    TButton* Button2 = nullptr; ///< Cancel
-    TLabel* Label1 = nullptr;
-    TLabel* Label2 = nullptr;
-    TEdit* eShort = nullptr; ///< The caption.
-    TLabel* Label3 = nullptr;
-    TEdit* eHint = nullptr;
-    TLabel* Label6 = nullptr;
-    TEdit* eIconLib = nullptr; ///< Name of the file with the icons.
-    TLabel* Label4 = nullptr;
-    TDrawGrid* dg1 = nullptr; ///< Icons to choose the normal one from; column = index in the file.
-    TLabel* Label5 = nullptr;
-    TDrawGrid* dg2 = nullptr; ///< The same of the icon of a hot or pressed button.
-    TPanel* Panel1 = nullptr;
-    TBevel* Bevel1 = nullptr;
-    TLabel* Label7 = nullptr;
-    TSpeedButton* btnShowIcons = nullptr;
-    TImage* Image1 = nullptr;
-    TSpeedButton* btnBrowseLib = nullptr;
-    TComboBox* ePath = nullptr; ///< The target: a path, a special folder, or where the registry holds a path.
-    TCheckBox* chkAutoCap = nullptr;
-    TLabel* Label8 = nullptr;
-    TComboBox* cbTargetType = nullptr; ///< What ePath holds: 0 a path, 1 a special folder, 2 a registry value.
+    KX_FIELDS(TKxAddPlaceFrm, (TButton, Button1 /* OK */, Button2 /* Cancel */),
+              (TLabel, Label1, Label2, Label3, Label6, Label4, Label5, Label7, Label8),
+              (TEdit, eShort /* The caption. */, eHint, eIconLib /* Name of the file with the icons. */),
+              (TDrawGrid, dg1 /* Icons to choose the normal one from; column = index in the file. */,
+               dg2 /* The same of the icon of a hot or pressed button. */),
+              (TPanel, Panel1), (TBevel, Bevel1), (TSpeedButton, btnShowIcons, btnBrowseLib), (TImage, Image1),
+              (TComboBox, ePath /* The target: a path, a special folder, or where the registry holds a path. */,
+               cbTargetType /* What ePath holds: 0 a path, 1 a special folder, 2 a registry value. */),
+              (TCheckBox, chkAutoCap))
 
     // --- Settings
 

@@ -28,12 +28,6 @@ constexpr UINT PropertiesText = 33555;
 const TClass& TKxPlacesBarFrm::StaticClass() {
     using T = TKxPlacesBarFrm;
     static const TClassBuilder<T> cls("TKxPlacesBarFrm", TForm::StaticClass(), [](auto& c) {
-        c.Field("pop1", &T::pop1);
-        c.Field("Deleteplace1", &T::Deleteplace1);
-        c.Field("Changeplace1", &T::Changeplace1);
-        c.Field("Panel1", &T::Panel1);
-        c.Field("ps1", &T::ps1);
-        c.Field("ToolBar1", &T::ToolBar1);
         c.Method("FormCreate", &T::FormCreate);
         c.Method("ToolBar1CustomDrawButton", &T::ToolBar1CustomDrawButton);
         c.Method("Deleteplace1Click", &T::Deleteplace1Click);

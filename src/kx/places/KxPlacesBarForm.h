@@ -35,12 +35,8 @@ class TKxPlacesBarFrm : public TForm, public IKxPlacesBar {
 
     explicit TKxPlacesBarFrm(TComponent* owner = nullptr);
 
-    TPopupMenu* pop1 = nullptr;
-    TMenuItem* Deleteplace1 = nullptr;
-    TMenuItem* Changeplace1 = nullptr;
-    TPanel* Panel1 = nullptr;
-    TPageScroller* ps1 = nullptr;
-    TToolBar* ToolBar1 = nullptr;
+    KX_FIELDS(TKxPlacesBarFrm, (TPopupMenu, pop1), (TMenuItem, Deleteplace1, Changeplace1), (TPanel, Panel1),
+              (TPageScroller, ps1), (TToolBar, ToolBar1))
 
     /// Not owned: whoever frees the dialog frees the form before, or sets null. The same holds for the places.
     IKxPlacesHost* Dialog() const { return FDialog; }

@@ -20,8 +20,7 @@ class THost : public TComponent {
     explicit THost(TComponent* owner = nullptr) : TComponent(owner) {}
     void Open1Click(TObject*) { ++Clicks; }
 
-    TPopupMenu* PopupMenu1 = nullptr;
-    TMenuItem* Open1 = nullptr;
+    KX_FIELDS(THost, (TPopupMenu, PopupMenu1), (TMenuItem, Open1))
     int Clicks = 0;
 
     void GetChildren(const TGetChildProc& proc, TComponent*) override {
@@ -35,8 +34,6 @@ class THost : public TComponent {
 
 const TClass& THost::StaticClass() {
     static const TClassBuilder<THost> cls("THost", TComponent::StaticClass(), [](auto& c) {
-        c.Field("PopupMenu1", &THost::PopupMenu1);
-        c.Field("Open1", &THost::Open1);
         c.Method("Open1Click", &THost::Open1Click);
         c.Creatable();
     });

@@ -2,6 +2,8 @@
 
 #include "tests/ui/SampleForms.h"
 
+#include "kx/win/Windows.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/FormFiles.h"
 #include "tests/support/TestDriver.h"
 
@@ -150,12 +152,170 @@ TEST(FormFiles, AWrittenFormReadsBackTheSame) {
     EXPECT_EQ(FormTextOf(copy), first);
 }
 
-TEST(FormFiles, AClassWithoutAFormFileKeepsItsDefaults) {
+TEST(FormFiles, AClassHasOneOrNot) {
     EXPECT_FALSE(HasFormFile(TForm::StaticClass()));
     EXPECT_TRUE(HasFormFile(TDerivedForm::StaticClass()));
     TForm form;
-    InitForm(form, TForm::StaticClass());
-    EXPECT_EQ(form.Width(), 320);
+    EXPECT_EQ(ErrorOf<EResNotFound>([&] { InitForm(form, TForm::StaticClass()); }),
+              "The program has no form file of TForm");
+}
+
+// --- Constructors that forget the form file
+
+/// Has the form file of TBaseForm.
+class TForgetfulForm : public TForm {
+    KX_CLASS()
+    explicit TForgetfulForm(TComponent* owner = nullptr) : TForm(owner) {}
+};
+
+const TClass& TForgetfulForm::StaticClass() {
+    static const TClassBuilder<TForgetfulForm> cls("TBaseForm", TForm::StaticClass());
+    return cls.Class();
+}
+
+/// Has the form file of TDerivedForm.
+class TForgetfulChild : public TBaseForm {
+    KX_CLASS()
+    using TBaseForm::TBaseForm;
+};
+
+const TClass& TForgetfulChild::StaticClass() {
+    static const TClassBuilder<TForgetfulChild> cls("TDerivedForm", TBaseForm::StaticClass());
+    return cls.Class();
+}
+
+/// Has no form file of its own.
+class TPlainChild : public TBaseForm {
+    KX_CLASS()
+    using TBaseForm::TBaseForm;
+};
+
+const TClass& TPlainChild::StaticClass() {
+    static const TClassBuilder<TPlainChild> cls("TPlainChild", TBaseForm::StaticClass());
+    return cls.Class();
+}
+
+std::string Forgotten(const std::string& cls) {
+    return "The form file of " + cls + " was not read: its constructor does not call InitForm";
+}
+
+TEST(FormFiles, ThatAConstructorForgetsAreAnErrorAndNoEmptyWindow) {
+    EXPECT_EQ(ErrorOf<EInvalidOperation>([] { NewForm<TForgetfulForm>(nullptr); }), Forgotten("TBaseForm"));
+    EXPECT_EQ(ErrorOf<EInvalidOperation>([] { NewForm<TForgetfulChild>(nullptr); }), Forgotten("TDerivedForm"));
+    TForgetfulForm form;
+    for (int turn = 0; turn < 2; ++turn) {
+        EXPECT_EQ(ErrorOf<EInvalidOperation>([&] { form.Show(); }), Forgotten("TBaseForm"));
+    }
+    EXPECT_EQ(ErrorOf<EInvalidOperation>([&] { form.ShowModal(); }), Forgotten("TBaseForm"));
+    EXPECT_FALSE(form.HandleAllocated());
+}
+
+TEST(FormFiles, OfAnAncestorAreEnoughForAClassWithoutOne) {
+    const std::unique_ptr<TPlainChild, TFreeDeleter> form(NewForm<TPlainChild>(nullptr));
+    EXPECT_EQ(form->Creates, 1);
+    EXPECT_NE(form->NameEdit, nullptr);
+}
+
+TEST(FormFiles, MayBeReadInAnotherWay) {
+    TForgetfulForm form;
+    ReadFormOver(form, "object Read: TBaseForm\r\n  Caption = 'read'\r\nend\r\n");
+    form.AfterConstruction();
+    EXPECT_EQ(form.Caption(), "read");
+}
+
+// --- Fields and components
+
+/// What the debugger gets while it lives.
+class TDebuggerOutput {
+public:
+    TDebuggerOutput() : FHandler(AddVectoredExceptionHandler(1, Hear)) { Heard().clear(); }
+    ~TDebuggerOutput() { RemoveVectoredExceptionHandler(FHandler); }
+    static std::string& Heard() {
+        static std::string heard;
+        return heard;
+    }
+
+private:
+    static LONG CALLBACK Hear(EXCEPTION_POINTERS* pointers) {
+        constexpr DWORD output = 0x40010006; // DBG_PRINTEXCEPTION_C
+        const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
+        if (record.ExceptionCode != output) {
+            return EXCEPTION_CONTINUE_SEARCH;
+        }
+        Heard() += reinterpret_cast<const char*>(record.ExceptionInformation[1]);
+        return EXCEPTION_CONTINUE_EXECUTION;
+    }
+
+    void* FHandler;
+};
+
+/// Has the form file of TBaseForm, with an edit "NameEdit" and a button "CloseButton", and fields of its own.
+class TUnevenForm : public TForm {
+    KX_CLASS()
+    explicit TUnevenForm(bool checks) : TForm(nullptr) { InitForm(*this, StaticClass(), checks); }
+    void FormCreate(TObject*) {}
+    void CloseClick(TObject*) {}
+    KX_FIELDS(TUnevenForm, (TEdit, nameedit, OtherEdit), (TLabel, NameLabel))
+};
+
+const TClass& TUnevenForm::StaticClass() {
+    static const TClassBuilder<TUnevenForm> cls("TBaseForm", TForm::StaticClass(), [](auto& c) {
+        c.Method("FormCreate", &TUnevenForm::FormCreate);
+        c.Method("CloseClick", &TUnevenForm::CloseClick);
+    });
+    return cls.Class();
+}
+
+/// Has the form file of TDerivedForm, with a check box "Extra".
+class TUnevenChild : public TBaseForm {
+    KX_CLASS()
+    TUnevenChild() : TBaseForm(nullptr) { InitForm(*this, StaticClass(), true); }
+    KX_FIELDS(TUnevenChild, (TButton, CloseButton))
+};
+
+const TClass& TUnevenChild::StaticClass() {
+    static const TClassBuilder<TUnevenChild> cls("TDerivedForm", TBaseForm::StaticClass());
+    return cls.Class();
+}
+
+/// The same with a field.
+class TEvenChild : public TBaseForm {
+    KX_CLASS()
+    TEvenChild() : TBaseForm(nullptr) { InitForm(*this, StaticClass(), true); }
+    KX_FIELDS(TEvenChild, (TCheckBox, Extra))
+};
+
+const TClass& TEvenChild::StaticClass() {
+    static const TClassBuilder<TEvenChild> cls("TDerivedForm", TBaseForm::StaticClass());
+    return cls.Class();
+}
+
+TEST(FormFiles, ThatDoNotAgreeWithTheFieldsOfTheClassAreToldToTheDebugger) {
+    RegisterClasses<TButton, TCheckBox>();
+    const TDebuggerOutput output;
+    {
+        const TUnevenForm silent(false);
+        EXPECT_EQ(output.Heard(), "");
+    }
+    const TUnevenForm form(true);
+    EXPECT_EQ(output.Heard(), "TBaseForm and its form file do not agree:\n"
+                              "  fields without a component: OtherEdit, NameLabel\n"
+                              "  components without a field: CloseButton\n");
+    EXPECT_NE(form.nameedit, nullptr) << "in any letter case";
+    output.Heard().clear();
+    const TUnevenChild child; // what the ancestor's file brought is its own affair
+    EXPECT_EQ(output.Heard(), "TDerivedForm and its form file do not agree:\n  components without a field: Extra\n");
+    output.Heard().clear();
+    const TEvenChild even;
+    EXPECT_EQ(output.Heard(), "");
+}
+
+TEST(FormFiles, AreToldOfInDebugBuildsOfTheProgram) {
+#ifdef NDEBUG
+    EXPECT_FALSE(ChecksFormFields);
+#else
+    EXPECT_TRUE(ChecksFormFields);
+#endif
 }
 
 } // namespace

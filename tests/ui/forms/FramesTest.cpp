@@ -3,6 +3,7 @@
 #include "kx/ui/forms/Frames.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/FormFiles.h"
 #include "tests/support/TestDriver.h"
 #include "tests/support/TestForms.h"
@@ -20,16 +21,13 @@ class TSampleFrame : public TFrame {
     explicit TSampleFrame(TComponent* owner = nullptr) : TFrame(owner) { InitForm(*this, StaticClass()); }
     void OkButtonClick(TObject*) { ++Clicks; }
 
-    TEdit* NameEdit = nullptr;
-    TButton* OkButton = nullptr;
+    KX_FIELDS(TSampleFrame, (TEdit, NameEdit), (TButton, OkButton))
     int Clicks = 0;
 };
 
 const TClass& TSampleFrame::StaticClass() {
     static const TClassBuilder<TSampleFrame> cls("TSampleFrame", TFrame::StaticClass(), [](auto& c) {
         c.Creatable();
-        c.Field("NameEdit", &TSampleFrame::NameEdit);
-        c.Field("OkButton", &TSampleFrame::OkButton);
         c.Method("OkButtonClick", &TSampleFrame::OkButtonClick);
     });
     return cls.Class();
@@ -45,15 +43,12 @@ class TFrameHostForm : public TForm {
     }
     void FirstOkButtonClick(TObject*) { ++Clicks; }
 
-    TSampleFrame* First = nullptr;
-    TSampleFrame* Second = nullptr;
+    KX_FIELDS(TFrameHostForm, (TSampleFrame, First, Second))
     int Clicks = 0;
 };
 
 const TClass& TFrameHostForm::StaticClass() {
     static const TClassBuilder<TFrameHostForm> cls("TFrameHostForm", TForm::StaticClass(), [](auto& c) {
-        c.Field("First", &TFrameHostForm::First);
-        c.Field("Second", &TFrameHostForm::Second);
         c.Method("FirstOkButtonClick", &TFrameHostForm::FirstOkButtonClick);
     });
     return cls.Class();
@@ -123,10 +118,42 @@ TEST_F(Frames, AFormIsWrittenWithWhatIsInsideThem) {
     EXPECT_NE(text.find("    inherited NameEdit: TEdit\r\n"), std::string::npos) << text;
     EXPECT_NE(text.find("      Text = 'of the form'\r\n"), std::string::npos) << text;
     EXPECT_NE(text.find("OnClick = FirstOkButtonClick\r\n"), std::string::npos) << text;
-    const std::unique_ptr<TFrameHostForm, TFreeDeleter> copy(NewForm<TFrameHostForm>(nullptr, false));
+    const std::unique_ptr<TFrameHostForm, TFreeDeleter> copy(new TFrameHostForm(nullptr, false));
     ReadFormOver(*copy, text);
+    copy->AfterConstruction(); // its file has been read, in another way
     EXPECT_EQ(copy->First->NameEdit->Text(), "of the form");
     EXPECT_EQ(copy->Second->NameEdit->Text(), "as made");
+}
+
+/// A class with the form file of SampleFrame.dfm, which its constructor forgets.
+class TForgetfulFrame : public TFrame {
+    KX_CLASS()
+    explicit TForgetfulFrame(TComponent* owner = nullptr) : TFrame(owner) {}
+};
+
+const TClass& TForgetfulFrame::StaticClass() {
+    static const TClassBuilder<TForgetfulFrame> cls("TSampleFrame", TFrame::StaticClass(),
+                                                    [](auto& c) { c.Creatable(); });
+    return cls.Class();
+}
+
+TEST_F(Frames, OfWhichTheConstructorForgetsTheFormFileAreAnError) {
+    const TFormPtr form(NewForm<TForm>(nullptr));
+    form->HandleNeeded();
+    TForgetfulFrame frame;
+    const std::string message = "The form file of TSampleFrame was not read: its constructor does not call InitForm";
+    EXPECT_EQ(ErrorOf<EInvalidOperation>([&] { frame.SetParent(form.get()); }), message);
+    EXPECT_FALSE(frame.HandleAllocated());
+    frame.SetParent(nullptr);
+    // What a form says of the frame is not the frame's own file.
+    const TFormPtr host(NewForm<TForm>(nullptr));
+    TMemoryStream file("object F: TForm\r\n  inline First: TSampleFrame\r\n    Left = 10\r\n  end\r\nend\r\n");
+    ReadComponent(file, host.get(), [](TReader& reader) {
+        reader.SetOnFindComponentClass([](TReader&, const std::string& name, const TClass*& cls) {
+            cls = name == "TSampleFrame" ? &TForgetfulFrame::StaticClass() : cls;
+        });
+    });
+    EXPECT_EQ(ErrorOf<EInvalidOperation>([&] { host->HandleNeeded(); }), message);
 }
 
 TEST_F(Frames, ADesignerWritesTheFormFileAsItStands) {

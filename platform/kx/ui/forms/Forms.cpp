@@ -100,6 +100,7 @@ void TCustomForm::AfterConstruction() {
     if (FCreated || IsLoading() || IsDestroying()) {
         return;
     }
+    detail::CheckFormFileRead(ClassType(), FFileClass);
     FCreated = true;
     if (!Outlives(*this, [this] { Guarded([this] { ScaleFileSizes(); }); })) {
         return;

@@ -3,6 +3,7 @@
 #include "kx/core/Barrier.h"
 #include "kx/core/SystemNames.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/ui/forms/FormsLoad.h"
 #include "kx/ui/forms/FormsScreen.h"
 #include "kx/ui/forms/FormsTypes.h"
 
@@ -42,7 +43,8 @@ class TCustomForm : public TParentForm {
     explicit TCustomForm(TComponent* owner = nullptr);
     ~TCustomForm() override;
 
-    void AfterConstruction(); ///< Fires OnCreate, once.
+    /// Fires OnCreate, once. @throws EInvalidOperation when the program has a form file that has not been read over it.
+    void AfterConstruction();
     void BeforeDestruction() override;
 
     // --- Showing and closing
@@ -240,11 +242,12 @@ private:
     bool FAlphaBlend = false;
     uint8_t FAlphaBlendValue = 255;
     bool FModal = false;
-    bool FCreated = false;   ///< OnCreate has run.
-    bool FDestroyed = false; ///< OnDestroy has run.
-    bool FPlaced = false;    ///< `Position` has been applied.
-    bool FPlacing = false;   ///< The first window is being made.
-    bool FArranged = true;   ///< The windows inside have the Z order that they are to have.
+    const TClass* FFileClass = nullptr; ///< The one that a form file has been read for; null: none.
+    bool FCreated = false;              ///< OnCreate has run.
+    bool FDestroyed = false;            ///< OnDestroy has run.
+    bool FPlaced = false;               ///< `Position` has been applied.
+    bool FPlacing = false;              ///< The first window is being made.
+    bool FArranged = true;              ///< The windows inside have the Z order that they are to have.
     bool FIsActive = false;
     bool FVisibleWanted = false; ///< `Visible` of the form file, until the form is complete.
     bool FShowing = false;       ///< OnShow runs.
@@ -273,12 +276,6 @@ class TForm : public TCustomForm {
 
 /// The form that the control is on, through all its parents; null when it is on none.
 TCustomForm* GetParentForm(const TControl* control);
-
-/// Reads the form file of class `cls` over the form; see TCustomForm. A class without a form file keeps its defaults.
-/// @throws EReadError and others of TReader for a form file that cannot be read.
-void InitForm(TCustomForm& form, const TClass& cls);
-/// True when the program holds a form file for the class.
-bool HasFormFile(const TClass& cls);
 
 /// A new form whose OnCreate has run. The owner frees it; without one, the caller does, by `Free`.
 template <class T, class... Args> T* NewForm(TComponent* owner, Args&&... args) {

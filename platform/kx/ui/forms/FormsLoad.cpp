@@ -1,11 +1,13 @@
 // Forms and frames from the form files in the program.
 
-#include "kx/ui/forms/Forms.h"
+#include "kx/ui/forms/FormsLoad.h"
 
 #include "kx/core/FormText.h"
 #include "kx/core/Streams.h"
-#include "kx/ui/forms/Frames.h"
 #include "kx/win/Windows.h"
+
+#include <string>
+#include <vector>
 
 namespace kx {
 
@@ -30,23 +32,66 @@ bool HasFormFile(const TClass& cls) {
     return FindFormFile(cls, module) != nullptr;
 }
 
+void detail::CheckFormFileRead(const TClass& cls, const TClass* read) {
+    for (const TClass* last = &cls; last; last = last->Parent()) {
+        if (HasFormFile(*last)) {
+            if (!read || !read->InheritsFrom(*last)) {
+                throw EInvalidOperation(
+                    Format("The form file of %s was not read: its constructor does not call InitForm", {last->Name()}));
+            }
+            return;
+        }
+    }
+}
+
 namespace {
 
-void ReadFormFile(TComponent& root, const TClass& cls) {
-    HMODULE module;
-    const HRSRC resource = FindFormFile(cls, module);
-    if (!resource) {
-        return;
+/// ": A, B" behind `what`, on a line of its own; nothing for no names.
+std::string LineOf(const std::string& what, const std::vector<std::string>& names) {
+    std::string line;
+    for (const std::string& name : names) {
+        line += (line.empty() ? "  " + what + ": " : ", ") + name;
     }
-    const void* const data = LockResource(LoadResource(module, resource));
-    TStaticMemoryStream stream(data, SizeofResource(module, resource));
-    ReadComponent(stream, &root);
+    return line.empty() ? line : line + "\n";
+}
+
+/// `before`: how many components the ancestors' files have brought.
+void TellOfFields(const TComponent& root, const TClass& cls, int before) {
+    std::vector<std::string> fields;
+    for (const TFieldInfo& field : cls.Fields()) {
+        if (!root.FindComponent(field.Name)) {
+            fields.push_back(field.Name);
+        }
+    }
+    std::vector<std::string> components;
+    for (int i = before; i < root.ComponentCount(); ++i) {
+        const std::string& name = root.Components(i)->Name();
+        if (!name.empty() && !cls.FindField(name)) {
+            components.push_back(name);
+        }
+    }
+    const std::string lines =
+        LineOf("fields without a component", fields) + LineOf("components without a field", components);
+    if (!lines.empty()) {
+        OutputDebugStringA((cls.Name() + " and its form file do not agree:\n" + lines).c_str());
+    }
 }
 
 } // namespace
 
-void InitForm(TCustomForm& form, const TClass& cls) { ReadFormFile(form, cls); }
-
-void InitForm(TCustomFrame& frame, const TClass& cls) { ReadFormFile(frame, cls); }
+void InitForm(TComponent& root, const TClass& cls, bool checksFields) {
+    HMODULE module;
+    const HRSRC resource = FindFormFile(cls, module);
+    if (!resource) {
+        throw EResNotFound(Format("The program has no form file of %s", {cls.Name()}));
+    }
+    const int before = root.ComponentCount();
+    const void* const data = LockResource(LoadResource(module, resource));
+    TStaticMemoryStream stream(data, SizeofResource(module, resource));
+    ReadComponent(stream, &root);
+    if (checksFields) {
+        TellOfFields(root, cls, before);
+    }
+}
 
 } // namespace kx

@@ -1,5 +1,6 @@
 // Forms and frames at the resolution of the screen.
 
+#include "kx/core/Filer.h"
 #include "kx/graphics/ImgList.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/forms/Frames.h"
@@ -37,6 +38,7 @@ void TCustomForm::ReadState(TReader& reader) {
         FPixelsPerInch = DefaultDpi;
         FHasFileSizes = true;
     }
+    FFileClass = &ClassType();
     TParentForm::ReadState(reader);
 }
 
@@ -95,6 +97,9 @@ void TCustomFrame::ReadState(TReader& reader) {
     if (!FHasFileSizes) {
         ScaleFont(DefaultDpi, Font().PixelsPerInch());
         FHasFileSizes = true;
+    }
+    if (reader.Root() == this) {
+        FFileClass = &ClassType();
     }
     TScrollingWinControl::ReadState(reader);
 }

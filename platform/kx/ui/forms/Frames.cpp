@@ -21,6 +21,11 @@ TCustomFrame::TCustomFrame(TComponent* owner) : TScrollingWinControl(owner) {
 
 TFrame::TFrame(TComponent* owner) : TCustomFrame(owner) {}
 
+void TCustomFrame::CreateHandle() {
+    detail::CheckFormFileRead(ClassType(), FFileClass);
+    TScrollingWinControl::CreateHandle();
+}
+
 void TCustomFrame::GetChildren(const TGetChildProc& proc, TComponent* root) {
     TScrollingWinControl::GetChildren(proc, root);
     for (int i = 0; root == this && i < ComponentCount(); ++i) {

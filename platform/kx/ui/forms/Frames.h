@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/ui/controls/Controls.h"
+#include "kx/ui/forms/FormsLoad.h"
 
 namespace kx {
 
@@ -19,10 +20,12 @@ class TCustomFrame : public TScrollingWinControl {
     void SetParent(TWinControl* value) override;
 
 protected:
+    void CreateHandle() override;
     void ChangeScale(int to, int from) override;
 
 private:
-    bool FHasFileSizes = false; ///< The sizes are still those of the form file, which are for DefaultDpi.
+    const TClass* FFileClass = nullptr; ///< The one that its own form file has been read for; null: none.
+    bool FHasFileSizes = false;         ///< The sizes are still those of the form file, which are for DefaultDpi.
 };
 
 /// The frame that programs derive theirs from.
@@ -31,9 +34,5 @@ class TFrame : public TCustomFrame {
 
     explicit TFrame(TComponent* owner = nullptr);
 };
-
-/// Reads the form file of class `cls` over the frame. A class without a form file keeps its defaults.
-/// @throws EReadError and others of TReader for a form file that cannot be read.
-void InitForm(TCustomFrame& frame, const TClass& cls);
 
 } // namespace kx
