@@ -82,10 +82,8 @@ private:
     std::unique_ptr<TColumns> FParts;
 };
 
-class TColumns : public TCollection {
+class TColumns : public TCollectionOf<TColumn> {
     KX_CLASS()
-    TColumns() : TCollection(TColumn::StaticClass(), [](TCollection* c) { return new TColumn(c); }) {}
-    TColumn& Column(int index) const { return static_cast<TColumn&>(*GetItem(index)); }
 
     int Updates = 0;
 

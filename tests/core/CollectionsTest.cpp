@@ -29,18 +29,17 @@ private:
     int FValue = 0;
 };
 
-class TEntries : public TCollection {
+class TEntries : public TCollectionOf<TEntry> {
     KX_CLASS()
-    TEntries() : TCollection(TEntry::StaticClass(), [](TCollection* c) { return new TEntry(c); }) {}
     TEntry& AddValue(int value) {
-        auto& entry = static_cast<TEntry&>(*Add());
+        TEntry& entry = Add();
         entry.SetValue(value);
         return entry;
     }
     std::vector<int> Values() const {
         std::vector<int> values;
-        for (int i = 0; i < Count(); ++i) {
-            values.push_back(static_cast<TEntry*>(GetItem(i))->Value());
+        for (const TEntry& entry : *this) {
+            values.push_back(entry.Value());
         }
         return values;
     }
@@ -89,7 +88,7 @@ TEST(Collection, KeepsItsItemsInOrder) {
         entries.AddValue(value);
     }
     EXPECT_THAT(entries.Values(), ElementsAre(1, 2, 3));
-    static_cast<TEntry*>(entries.Insert(1))->SetValue(9);
+    entries.Insert(1).SetValue(9);
     EXPECT_THAT(entries.Values(), ElementsAre(1, 9, 2, 3));
     entries.GetItem(3)->SetIndex(0);
     EXPECT_THAT(entries.Values(), ElementsAre(3, 1, 9, 2));

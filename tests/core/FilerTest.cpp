@@ -141,7 +141,7 @@ TEST(Filer, OffsetsOfErrorsCountFromTheBeginningOfTheStream) {
 TEST(Filer, ValuesCanBeReadAndWrittenWithoutAForm) {
     TColumns columns;
     columns.Add();
-    columns.Column(0).SetTitle("T");
+    columns[0].SetTitle("T");
     const std::string bytes = Bytes([&](TWriter& w) { w.WriteCollection(columns); });
     TMemoryStream stream(bytes);
     TReader reader(stream);
@@ -149,7 +149,7 @@ TEST(Filer, ValuesCanBeReadAndWrittenWithoutAForm) {
     EXPECT_EQ(reader.ReadValue(), vaCollection);
     reader.ReadCollection(back);
     ASSERT_EQ(back.Count(), 1);
-    EXPECT_EQ(back.Column(0).Title(), "T");
+    EXPECT_EQ(back[0].Title(), "T");
     for (const std::string value : {"Link = X", "OnClick = X", "Link = nil"}) {
         const std::string form = ToBinary("object F: T A = < item " + value + " end > end");
         TMemoryStream items(form.substr(11, form.size() - 13));

@@ -349,7 +349,7 @@ TEST_F(FormBadInput, AReferenceOfACollectionThatALaterValueFreedIsForgotten) {
                                " Own = < item Link = B end > end object A: TButton end object B: TButton end end");
     const auto& columns = *dynamic_cast<TReplacing&>(*form->FindComponent("R")).Own;
     ASSERT_EQ(columns.Count(), 1);
-    EXPECT_EQ(columns.Column(0).Link(), form->FindComponent("B"));
+    EXPECT_EQ(columns[0].Link(), form->FindComponent("B"));
 }
 
 TEST_F(FormBadInput, AnErrorOfASetterIsAnErrorOfTheForm) {

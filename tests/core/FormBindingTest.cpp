@@ -74,7 +74,7 @@ TEST_F(FormBinding, AReferenceInAnItemThatALaterValueReplacedIsForgotten) {
                                " Columns = < item Title = 'x' end > Target = B Target = nil"
                                " object B: TButton end end");
     ASSERT_EQ(form->Columns().Count(), 1);
-    EXPECT_EQ(form->Columns().Column(0).Title(), "x");
+    EXPECT_EQ(form->Columns()[0].Title(), "x");
     EXPECT_EQ(form->Target(), nullptr);
 }
 
@@ -169,7 +169,7 @@ TEST_F(FormBinding, AReferenceWaitsForAFormThatComesLater) {
     EXPECT_EQ(form->Target(), nullptr);
     EXPECT_EQ(Waiting(*form, "Target"), "Later");
     EXPECT_EQ(Waiting(*form, "Button"), "Later.B");
-    EXPECT_EQ(Waiting(form->Columns().Column(0), "Link"), "Later.B");
+    EXPECT_EQ(Waiting(form->Columns()[0], "Link"), "Later.B");
     EXPECT_EQ(Waiting(*form, "Service"), "");
     EXPECT_EQ(Written(*form), text) << "written by name while it waits";
     EXPECT_EQ(Written(*ReadForm(Written(*form, TStreamFormat::Binary))), text);
@@ -180,7 +180,7 @@ TEST_F(FormBinding, AReferenceWaitsForAFormThatComesLater) {
     ReadComponent(stream, &later);
     EXPECT_EQ(form->Target(), &later);
     EXPECT_EQ(form->Button(), later.FindComponent("B"));
-    EXPECT_EQ(form->Columns().Column(0).Link(), later.FindComponent("B"));
+    EXPECT_EQ(form->Columns()[0].Link(), later.FindComponent("B"));
     EXPECT_EQ(Waiting(*form, "Target"), "");
     EXPECT_EQ(Written(*form), text);
     form->SetTarget(nullptr);

@@ -161,10 +161,10 @@ TEST_F(FormKeeping, ItemsKeepWhatNobodyKnowsWhenOthersComeAndGo) {
                                          "    Foo = 3\n"
                                          "  end>"));
     form->Columns().Delete(0);
-    form->Columns().Column(0).SetTitle("changed");
-    form->Columns().Column(0).Parts().Column(0).SetWidth(60);
+    form->Columns()[0].SetTitle("changed");
+    form->Columns()[0].Parts()[0].SetWidth(60);
     form->Columns().Add();
-    form->Columns().Column(2).SetIndex(0);
+    form->Columns()[2].SetIndex(0);
     EXPECT_EQ(Written(*form), FormOf("Columns = <\n"
                                      "  item\n"
                                      "  end\n"

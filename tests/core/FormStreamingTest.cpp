@@ -29,9 +29,9 @@ TEST_F(FormStreaming, ReadsEveryKindOfValueFromText) {
     ASSERT_EQ(form->Items().Count(), 3);
     EXPECT_EQ(form->Items()[2], "three");
     ASSERT_EQ(form->Columns().Count(), 2);
-    EXPECT_EQ(form->Columns().Column(0).Title(), "A");
-    EXPECT_EQ(form->Columns().Column(1).Width(), 7);
-    ASSERT_EQ(form->Columns().Column(0).Parts().Count(), 1);
+    EXPECT_EQ(form->Columns()[0].Title(), "A");
+    EXPECT_EQ(form->Columns()[1].Width(), 7);
+    ASSERT_EQ(form->Columns()[0].Parts().Count(), 1);
     EXPECT_EQ(form->Picture.size(), 34u);
     EXPECT_EQ(form->Picture[33], 0x21);
     EXPECT_THAT(form->Numbers, ElementsAre(1, -2, 300000));
@@ -45,9 +45,9 @@ TEST_F(FormStreaming, BindsReferencesToComponentsThatComeLater) {
     EXPECT_EQ(form->Button(), button1);
     ASSERT_TRUE(form->Service());
     EXPECT_EQ(form->Service()->Serve(), 42);
-    EXPECT_EQ(form->Columns().Column(0).Link(), button1);
-    EXPECT_EQ(form->Columns().Column(0).Parts().Column(0).Link(), form->FindComponent("Server1"));
-    EXPECT_EQ(form->MoreColumns.Column(0).Link(), form->FindComponent("Panel1"));
+    EXPECT_EQ(form->Columns()[0].Link(), button1);
+    EXPECT_EQ(form->Columns()[0].Parts()[0].Link(), form->FindComponent("Server1"));
+    EXPECT_EQ(form->MoreColumns[0].Link(), form->FindComponent("Panel1"));
     EXPECT_EQ(dynamic_cast<TButton*>(button1)->Target(), form->FindComponent("Panel1"));
     EXPECT_EQ(dynamic_cast<TButton*>(form->FindComponent("Button2"))->Target(), button1);
     EXPECT_FALSE(form->ComponentState().Contains(csFixups));
@@ -58,7 +58,7 @@ TEST_F(FormStreaming, BindsEventsToMethodsOfTheForm) {
     form->OnClick()(form.get());
     EXPECT_EQ(form->Clicked, form.get());
     EXPECT_EQ(form->OnClick(), TNotifyEvent(form.get(), &TForm::Button1Click));
-    EXPECT_TRUE(form->Columns().Column(0).OnClick());
+    EXPECT_TRUE(form->Columns()[0].OnClick());
 }
 
 TEST_F(FormStreaming, BindsPublishedFields) {
@@ -169,7 +169,7 @@ TEST_F(FormStreaming, ADescendantHoldsJustTheDifferences) {
     form->Button1->SetCaption("Close");
     form->SetLeft(0); // the default, but not what the ancestor has
     form->Font().Shadow().SetDepth(9);
-    form->Columns().Column(0).SetTitle("B");
+    form->Columns()[0].SetTitle("B");
     form->SetTarget(nullptr);
     form->SetOnClick(nullptr);
     form->Items().Add("four");
@@ -358,7 +358,7 @@ end
                                    });
                                });
     ASSERT_TRUE(form);
-    EXPECT_EQ(form->Columns().Column(0).Title(), "kept");
+    EXPECT_EQ(form->Columns()[0].Title(), "kept");
     EXPECT_EQ(form->ComponentCount(), 1);
     EXPECT_EQ(dynamic_cast<TPanel*>(form->FindComponent("P"))->Caption(), "read");
     EXPECT_THAT(messages,

@@ -265,8 +265,8 @@ public:
 
     /// An object that every instance owns. `get` returns a reference to it from a non-const T; `set`, if not null,
     /// takes `const S&` and copies from it.
-    template <class Get, class Set> TPropInfo& SubObject(std::string_view name, Get get, Set set) {
-        return Add<detail::TSubObjects<std::remove_cvref_t<std::invoke_result_t<Get, T&>>>>(name, get, set);
+    template <class S, class C, class Set> TPropInfo& SubObject(std::string_view name, S& (C::*get)(), Set set) {
+        return Add<detail::TSubObjects<S>>(name, get, set);
     }
 
     /// A component that the instance refers to and does not own; null for none.

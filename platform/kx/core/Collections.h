@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/core/Components.h"
+#include "kx/core/ItemIterator.h"
 
 namespace kx {
 
@@ -87,6 +88,24 @@ private:
     std::vector<TCollectionItem*> FItems;
     int FUpdateCount = 0;
     int FNextID = 0;
+};
+
+/// A collection of items of class T, which has a constructor from the collection: `explicit T(TCollection*)`.
+template <class T> class TCollectionOf : public TCollection {
+public:
+    using TIterator = TItemIterator<T, std::vector<TCollectionItem*>::const_iterator>;
+
+    TIterator begin() const { return TIterator(TCollection::begin()); } ///< As long as no item comes or goes.
+    TIterator end() const { return TIterator(TCollection::end()); }
+    /// @throws EListError "List index out of bounds (%s)"
+    T& operator[](int index) const { return *GetItem(index); }
+    T* GetItem(int index) const { return static_cast<T*>(TCollection::GetItem(index)); }
+    T& Add() { return static_cast<T&>(*TCollection::Add()); }
+    T& Insert(int index) { return static_cast<T&>(*TCollection::Insert(index)); }
+    T* FindItemID(int id) const { return static_cast<T*>(TCollection::FindItemID(id)); }
+
+protected:
+    TCollectionOf() : TCollection(T::StaticClass(), [](TCollection* items) { return new T(items); }) {}
 };
 
 } // namespace kx

@@ -32,9 +32,9 @@ int RasterOperation(TPenMode mode) {
 
 const TClass& TCanvas::StaticClass() {
     static const TClassBuilder<TCanvas> cls("TCanvas", TPersistent::StaticClass(), [](auto& c) {
-        c.SubObject("Brush", static_cast<TBrush& (TCanvas::*)()>(&TCanvas::Brush), &TCanvas::SetBrush);
-        c.SubObject("Font", static_cast<TFont& (TCanvas::*)()>(&TCanvas::Font), &TCanvas::SetFont);
-        c.SubObject("Pen", static_cast<TPen& (TCanvas::*)()>(&TCanvas::Pen), &TCanvas::SetPen);
+        c.SubObject("Brush", &TCanvas::Brush, &TCanvas::SetBrush);
+        c.SubObject("Font", &TCanvas::Font, &TCanvas::SetFont);
+        c.SubObject("Pen", &TCanvas::Pen, &TCanvas::SetPen);
     });
     return cls.Class();
 }

@@ -40,6 +40,7 @@ class TKxCustomColorDialog : public TKxBoxDialog<TColorDialog> {
     ~TKxCustomColorDialog() override;
 
     TKxColorDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+    const TKxColorDlgCaptions& DlgItemsCaptions() const { return FCaptions; }
 
     /// The full part has been opened; OnFullOpening comes before, with a veto.
     const TNotifyEvent& OnFullOpen() const { return FOnFullOpen; }

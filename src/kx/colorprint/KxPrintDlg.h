@@ -51,6 +51,7 @@ class TKxCustomPrintDialog : public TKxBoxDialog<TPrintDialog> {
     ~TKxCustomPrintDialog() override;
 
     TKxPrintDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+    const TKxPrintDlgCaptions& DlgItemsCaptions() const { return FCaptions; }
 
     /// Name of the printer that the dialog shows, or showed at last.
     const std::string& SelectedDevice() const { return FPrnDev; }

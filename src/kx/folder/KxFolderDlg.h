@@ -61,6 +61,7 @@ class TKxCustomFolderDialog : public TCommonDialog, public TKxDlgCore {
     // --- Settings
 
     TKxDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+    const TKxDlgCaptions& DlgItemsCaptions() const { return FCaptions; }
     /// Path of the folder that is the tree's root; empty: see SpecialIniFolder. Setting one clears the other.
     const std::string& InitialDir() const { return FIniFolder; }
     void SetInitialDir(const std::string& value) { SetIniFolder(value); }

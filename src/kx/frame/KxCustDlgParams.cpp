@@ -43,7 +43,7 @@ const TClass& TKxCustDlgParams::StaticClass() {
     using P = TKxCustDlgParams;
     static const TClassBuilder<P> cls("TKxCustDlgParams", TPersistent::StaticClass(), [](auto& c) {
         c.Property("Position", &P::Position, &P::SetPosition).Default = dpDefault;
-        c.SubObject("PosParams", static_cast<TKxPosParams& (P::*)()>(&P::PosParams), &P::SetPosParams);
+        c.SubObject("PosParams", &P::PosParams, &P::SetPosParams);
         c.Property("BottomFormName", &P::BottomFormName, &P::SetBottomFormName);
         c.Property("RightFormName", &P::RightFormName, &P::SetRightFormName);
         c.Property("TopFormName", &P::TopFormName, &P::SetTopFormName);

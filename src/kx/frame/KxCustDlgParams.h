@@ -117,6 +117,7 @@ class TKxCustDlgParams : public TPersistent {
 
     /// Small icon that the dialog window gets.
     TIcon& Icon() { return FIcon; }
+    const TIcon& Icon() const { return FIcon; }
     void SetIcon(const TIcon& value) { FIcon.Assign(&value); }
     bool IsIconStored() const { return !FIcon.Empty(); }
     /// Gives the icon, if there is one, to the window.

@@ -21,6 +21,7 @@ public:
     const std::string& Title() const { return FTitle; } ///< Caption of the window; empty: the system's.
     void SetTitle(const std::string& value) { FTitle = value; }
     TKxCustDlgParams& CustDlgParams() { return FParams; }
+    const TKxCustDlgParams& CustDlgParams() const { return FParams; }
     void SetCustDlgParams(const TKxCustDlgParams& value) { FParams.Assign(&value); }
 
     /// The dialog is complete and about to become visible.

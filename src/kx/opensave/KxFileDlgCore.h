@@ -21,6 +21,7 @@ public:
 
     void SetTitle(const std::string& value); ///< Also that of the running dialog.
     TKxOpenDlgCaptions& DlgItemsCaptions() { return FCaptions; }
+    const TKxOpenDlgCaptions& DlgItemsCaptions() const { return FCaptions; }
     TKxOpenDlgControls VisibleControls() const { return FCtrls; }
     void SetVisibleControls(TKxOpenDlgControls value) { SetVisibleCtrls(value); }
     /// Key below HKEY_CURRENT_USER in which dialogs of one purpose remember what the user has done: the folder and the

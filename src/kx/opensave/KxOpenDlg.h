@@ -38,12 +38,16 @@ class TKxCustomOpenDialog : public TOpenDialog,
     // --- Parts
 
     TKxListViewStyles& ListViewStyles() { return FList.Styles(); }
+    const TKxListViewStyles& ListViewStyles() const { return FList.Styles(); }
     /// Deliberate: takes the given object itself, where one would expect a copy. It is not owned. Null, or the end of
     /// the object, brings the dialog's own styles back.
     void SetLVOptions(TKxListViewStyles* value) { FList.SetStyles(value); }
     TKxPlacesBarOptions& PlacesBar() { return FPlaces.Options(); }
+    const TKxPlacesBarOptions& PlacesBar() const { return FPlaces.Options(); }
     TKxFileFilter& ExtFilter() { return FExtFilter; }
+    const TKxFileFilter& ExtFilter() const { return FExtFilter; }
     TKxToolBarOptions& ToolBar() { return FToolBars.Options(); }
+    const TKxToolBarOptions& ToolBar() const { return FToolBars.Options(); }
     /// Gives the OK button an arrow that opens this menu. Not owned. Takes effect with the next showing of the button.
     TPopupMenu* OkButtonMenu() const { return FOkButton.Menu(); }
     void SetOkButtonMenu(TPopupMenu* value) { FOkButton.SetMenu(value); }

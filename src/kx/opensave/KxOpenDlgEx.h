@@ -23,6 +23,7 @@ class TKxOpenDialogEx : public TKxOpenDialog, private IKxTabsHost {
 
     /// Full paths, most recent first. What is changed in the list itself shows with the next RefreshList.
     TStrings& RecentFiles() { return FFileList; }
+    const TStrings& RecentFiles() const { return FFileList; }
     void SetRecentFiles(const TStrings& value);
     int RecentCount() const { return FMRUCount; } ///< At most so many are kept; below 0 is the same as 0.
     void SetRecentCount(int value);
@@ -47,6 +48,7 @@ class TKxOpenDialogEx : public TKxOpenDialog, private IKxTabsHost {
 
     TTabControl* TabControl() const { return FTopForm->TabControl1; } ///< Owned by the dialog.
     TStrings& Tabs() { return TabControl()->Tabs(); }
+    const TStrings& Tabs() const { return TabControl()->Tabs(); }
     void SetTabs(const TStrings& value) { TabControl()->SetTabs(value); }
     /// Tab 0 is the ordinary dialog, all others show the recent files. Setting it shows in the next run.
     int TabIndex() const { return TabControl()->TabIndex(); }

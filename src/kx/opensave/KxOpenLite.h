@@ -19,6 +19,7 @@ class TKxCustomOpenLiteDialog : public TOpenDialog, public TKxFileDlgCore {
     /// The system's places bar. When it is shown, the dialog runs on a record of its own: FilterIndex and the read-only
     /// option stay as they were set.
     TKxPlacesBarLiteOptions& PlacesBar() { return FPBarOptions; }
+    const TKxPlacesBarLiteOptions& PlacesBar() const { return FPBarOptions; }
 
     // These members of the library's file dialogs take the place of the inherited ones.
     using TKxFileDlgCore::OnShow;

@@ -12,6 +12,7 @@ public:
     TKxPlacesSlot(TKxFileDlgCore& dialog, IKxPlacesHost& host);
 
     TKxPlacesBarOptions& Options() { return FPlaceOptions; }
+    const TKxPlacesBarOptions& Options() const { return FPlaceOptions; }
     /// The library's bar is the one to show: bars are wanted, and not the system's, or the system has none.
     bool IsWanted() const;
     /// Width of the bar, in pixels; 0 when there is to be none.

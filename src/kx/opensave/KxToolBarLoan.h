@@ -14,6 +14,7 @@ public:
     explicit TKxToolBarLoan(TKxFileDlgCore& dialog) : FDialog(dialog) {}
 
     TKxToolBarOptions& Options() { return FTBOptions; }
+    const TKxToolBarOptions& Options() const { return FTBOptions; }
     HWND OwnBar() const { return FTB; } ///< The dialog's own tool bar; null while it is not shown.
 
     void Take();   ///< Finds the dialog's own bar and borrows the application's.

@@ -78,8 +78,7 @@ const TClass& TKxPlaces::StaticClass() {
     return cls.Class();
 }
 
-TKxPlaces::TKxPlaces(TKxPlacesBarOptions* options)
-    : TCollection(TKxPlace::StaticClass(), [](TCollection* c) { return new TKxPlace(c); }), FPBOptions(options) {}
+TKxPlaces::TKxPlaces(TKxPlacesBarOptions* options) : FPBOptions(options) {}
 
 TKxPlaces::~TKxPlaces() {
     while (!FWatchers.empty()) {
@@ -98,12 +97,6 @@ void TKxPlaces::Update(TCollectionItem* item) {
         }
     }
 }
-
-TKxPlace* TKxPlaces::GetItem(int index) const { return static_cast<TKxPlace*>(TCollection::GetItem(index)); }
-
-TKxPlace* TKxPlaces::Add() { return static_cast<TKxPlace*>(TCollection::Add()); }
-
-TKxPlace* TKxPlaces::Insert(int index) { return static_cast<TKxPlace*>(TCollection::Insert(index)); }
 
 TKxPlace* TKxPlaces::PlaceViaName(const std::string& name, TKxSpecShellFolder specFolder) const {
     for (int i = 0; i < Count(); ++i) {
@@ -127,7 +120,7 @@ const TClass& TKxPlacesBarOptions::StaticClass() {
         c.Property("AllowDelete", &T::AllowDelete, &T::SetAllowDelete).Default = true;
         c.Property("AllowDrop", &T::AllowDrop, &T::SetAllowDrop).Default = true;
         c.Property("AutoScroll", &T::AutoScroll, &T::SetAutoScroll).Default = true;
-        c.SubObject("Places", static_cast<TKxPlaces& (T::*)()>(&T::Places), &T::SetPlaces);
+        c.SubObject("Places", &T::Places, &T::SetPlaces);
         c.Property("BorderStyle", &T::BorderStyle, &T::SetBorderStyle).Default = bsNone;
         c.Property("Native", &T::Native, &T::SetNative).Default = true;
     });

@@ -88,7 +88,7 @@ protected:
 };
 
 /// The places of a bar, the first one at its top.
-class TKxPlaces : public TCollection {
+class TKxPlaces : public TCollectionOf<TKxPlace> {
     KX_CLASS()
 
     /// `options` own the collection.
@@ -99,10 +99,8 @@ class TKxPlaces : public TCollection {
     void Watch(IKxPlacesWatcher& watcher) { FWatchers.push_back(&watcher); }
     void Unwatch(IKxPlacesWatcher& watcher) { std::erase(FWatchers, &watcher); }
 
-    TKxPlace* GetItem(int index) const; ///< @throws EListError for an index outside the collection.
-    TKxPlace& operator[](int index) const { return *GetItem(index); }
-    TKxPlace* Add();
-    TKxPlace* Insert(int index);
+    TKxPlace* Add() { return &TCollectionOf::Add(); }
+    TKxPlace* Insert(int index) { return &TCollectionOf::Insert(index); }
 
     /// The first place of that special folder, or, for ftNone, the first one without a special folder whose caption is
     /// `name`, in that letter case. Null when there is none.

@@ -114,7 +114,9 @@ class TActionList : public TComponent {
     ~TActionList() override;
 
     int ActionCount() const { return static_cast<int>(FActions.size()); }
-    TCustomAction* Actions(int index) const;             ///< @throws EListError "List index out of bounds (%s)"
+    TCustomAction* Actions(int index) const; ///< @throws EListError "List index out of bounds (%s)"
+    /// All of them, to go through; only as long as none comes or goes.
+    const std::vector<TCustomAction*>& Actions() const { return FActions; }
     TImageList* Images() const { return FImages.Get(); } ///< Not owned.
     void SetImages(TImageList* value) { FImages.Set(value); }
 

@@ -34,7 +34,7 @@ const TClass& TControl::StaticClass() {
             return !static_cast<const T&>(o).ParentColor();
         };
         c.Property("ParentColor", &T::ParentColor, &T::SetParentColor).Default = true;
-        c.SubObject("Font", static_cast<TFont& (T::*)()>(&T::Font), &T::SetFont).Stored = [](const TObject& o) {
+        c.SubObject("Font", &T::Font, &T::SetFont).Stored = [](const TObject& o) {
             return !static_cast<const T&>(o).ParentFont();
         };
         c.Property("ParentFont", &T::ParentFont, &T::SetParentFont).Default = true;

@@ -138,8 +138,10 @@ class TControl : public TComponent {
     TAnchors Anchors() const { return FAnchors; }
     void SetAnchors(TAnchors value);
     TSizeConstraints& Constraints() { return FConstraints; }
+    const TSizeConstraints& Constraints() const { return FConstraints; }
     void SetConstraints(const TSizeConstraints& value) { FConstraints.Assign(&value); }
     TMargins& Margins() { return FMargins; }
+    const TMargins& Margins() const { return FMargins; }
     void SetMargins(const TMargins& value) { FMargins.Assign(&value); }
     bool AlignWithMargins() const { return FAlignWithMargins; } ///< Aligned, the control keeps its margins free.
     void SetAlignWithMargins(bool value);

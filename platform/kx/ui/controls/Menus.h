@@ -42,6 +42,8 @@ class TMenuItem : public TComponent {
 
     int Count() const { return static_cast<int>(FItems.size()); }
     TMenuItem* Items(int index) const; ///< @throws EMenuError "Menu index out of range"
+    /// All of them, to go through; only as long as none comes or goes.
+    const std::vector<TMenuItem*>& Items() const { return FItems; }
     TMenuItem* operator[](int index) const { return Items(index); }
     /// The item goes to the end, or to `index`. @throws EMenuError "Menu inserted twice", "Menu index out of range"
     void Add(TMenuItem* item) { Insert(Count(), item); }
@@ -144,6 +146,7 @@ class TMenu : public TComponent {
     ~TMenu() override;
 
     TMenuItem& Items() { return *FItems; }
+    const TMenuItem& Items() const { return *FItems; }
     HMENU Handle() { return FItems->Handle(); }
     TImageList* Images() const { return FImages; } ///< Not owned.
     void SetImages(TImageList* value);

@@ -57,8 +57,10 @@ class TScrollingWinControl : public TWinControl {
     ~TScrollingWinControl() override;
 
     TControlScrollBar& HorzScrollBar() { return FHorz; }
+    const TControlScrollBar& HorzScrollBar() const { return FHorz; }
     void SetHorzScrollBar(const TControlScrollBar& value) { FHorz.Assign(&value); }
     TControlScrollBar& VertScrollBar() { return FVert; }
+    const TControlScrollBar& VertScrollBar() const { return FVert; }
     void SetVertScrollBar(const TControlScrollBar& value) { FVert.Assign(&value); }
     bool AutoScroll() const { return FAutoScroll; } ///< The ranges follow the controls.
     void SetAutoScroll(bool value);

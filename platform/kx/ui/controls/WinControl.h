@@ -70,7 +70,9 @@ class TWinControl : public TControl {
     // --- Controls inside, in Z order from the back to the front
 
     int ControlCount() const { return static_cast<int>(FControls.size()); }
-    TControl* Controls(int index) const;                 ///< @throws EListError for an index outside [0, ControlCount).
+    TControl* Controls(int index) const; ///< @throws EListError for an index outside [0, ControlCount).
+    /// All of them, to go through; only as long as none comes or goes.
+    const std::vector<TControl*>& Controls() const { return FControls; }
     bool ContainsControl(const TControl* control) const; ///< This control, or one anywhere inside it.
     /// The visible control at a point of the client area, graphic or windowed; null when there is none.
     TControl* ControlAtPos(const TPoint& point, bool allowDisabled, bool allowWinControls = false) const;
@@ -80,6 +82,7 @@ class TWinControl : public TControl {
     /// @throws EInvalidOperation for values below 1.
     void ScaleForDpi(int to, int from);
     TPadding& Padding() { return FPadding; }
+    const TPadding& Padding() const { return FPadding; }
     void SetPadding(const TPadding& value) { FPadding.Assign(&value); }
 
     // --- Keyboard
@@ -98,6 +101,7 @@ class TWinControl : public TControl {
     void SelectNext(TWinControl* current, bool forward, bool checkTabStop);
 
     TBrush& Brush() { return FBrush; }
+    const TBrush& Brush() const { return FBrush; }
     /// Painted into memory first, so that nothing flickers.
     bool DoubleBuffered() const { return FDoubleBuffered; }
     void SetDoubleBuffered(bool value) { FDoubleBuffered = value; }

@@ -33,6 +33,7 @@ class TColorDialog : public TCommonDialog {
     /// without an entry, or with one that is no colour, is white. A showing rewrites all of them, also one that the
     /// user cancels: a custom colour stays once it has been added.
     TStrings& CustomColors() { return FCustomColors; }
+    const TStrings& CustomColors() const { return FCustomColors; }
     void SetCustomColors(const TStrings& value) { FCustomColors.Assign(&value); }
     TColorDialogOptions Options() const { return FOptions; }
     void SetOptions(TColorDialogOptions value) { FOptions = value; }

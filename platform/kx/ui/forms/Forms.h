@@ -98,6 +98,7 @@ class TCustomForm : public TParentForm {
     bool KeyPreview() const override { return FKeyPreview; }
     void SetKeyPreview(bool value) { FKeyPreview = value; }
     TIcon& Icon() { return FIcon; }
+    const TIcon& Icon() const { return FIcon; }
     void SetIcon(const TIcon& value);
     TMainMenu* Menu() const { return FMenu; } ///< Not owned.
     void SetMenu(TMainMenu* value);
@@ -339,6 +340,7 @@ class TApplication : public TComponent {
     std::string Title() const;
     void SetTitle(const std::string& value) { FTitle = value; }
     TIcon& Icon() { return FIcon; }
+    const TIcon& Icon() const { return FIcon; }
     std::string ExeName() const;
 
     /// The window that modal windows of the system should be owned by: the active form's, the main form's, or `Handle`.

@@ -29,6 +29,8 @@ class TScreen : public TComponent {
 
     int FormCount() const { return static_cast<int>(FForms.size()); }
     TCustomForm* Forms(int index) const; ///< @throws EListError for an index outside [0, FormCount).
+    /// All of them, to go through; only as long as none comes or goes.
+    const std::vector<TCustomForm*>& Forms() const { return FForms; }
     TCustomForm* ActiveForm() const { return FActiveForm; }
     TWinControl* ActiveControl() const { return FActiveControl; }
 

@@ -41,6 +41,7 @@ class TSpeedButton : public TGraphicControl {
     /// Pictures for the states of TButtonState, as many as NumGlyphs says; transparent where they have the colour of
     /// the lower left pixel. A disabled button that has none for it shows the first one embossed.
     TBitmap& Glyph() { return FGlyph; }
+    const TBitmap& Glyph() const { return FGlyph; }
     void SetGlyph(const TBitmap& value) { FGlyph.Assign(&value); }
     TNumGlyphs NumGlyphs() const { return FNumGlyphs; }
     void SetNumGlyphs(TNumGlyphs value); ///< Brought into 1 to 4.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/core/Collections.h"
+#include "kx/core/ItemIterator.h"
 #include "kx/core/Strings.h"
 #include "kx/graphics/ImgList.h"
 #include "kx/ui/controls/Controls.h"
@@ -49,6 +50,7 @@ protected:
     bool DialogChar(wchar_t letter) override;
 
     TStrings& TabTexts() { return *FTabs; }
+    const TStrings& TabTexts() const { return *FTabs; }
 
 private:
     void TabsChanged();
@@ -69,6 +71,7 @@ class TTabControl : public TCustomTabControl {
     using TCustomTabControl::TCustomTabControl;
 
     TStrings& Tabs() { return TabTexts(); }
+    const TStrings& Tabs() const { return TabTexts(); }
     void SetTabs(const TStrings& value) { TabTexts().Assign(&value); }
 };
 
@@ -104,13 +107,11 @@ private:
     TAlignment FAlignment = taLeftJustify;
 };
 
-class TListColumns : public TCollection {
+class TListColumns : public TCollectionOf<TListColumn> {
     KX_CLASS()
 
     explicit TListColumns(TListView& listView);
 
-    TListColumn& Add() { return static_cast<TListColumn&>(*TCollection::Add()); }
-    TListColumn& operator[](int index) const { return static_cast<TListColumn&>(*GetItem(index)); }
     TPersistent* GetOwner() const override;
 
 protected:
@@ -129,7 +130,8 @@ class TListItem : public TPersistent {
 
     const std::string& Caption() const { return FCaption; }
     void SetCaption(const std::string& value);
-    TStrings& SubItems() { return *FSubItems; }    ///< Texts of the columns behind the first, and more if one likes.
+    TStrings& SubItems() { return *FSubItems; } ///< Texts of the columns behind the first, and more if one likes.
+    const TStrings& SubItems() const { return *FSubItems; }
     int ImageIndex() const { return FImageIndex; } ///< In the list view's images; -1: none.
     void SetImageIndex(int value);
     int StateIndex() const { return FStateIndex; } ///< In the state images; -1: none.
@@ -165,8 +167,12 @@ private:
 class TListItems : public TPersistent {
     KX_CLASS()
 
+    using TIterator = TItemIterator<TListItem, std::vector<std::unique_ptr<TListItem>>::const_iterator>;
+
     explicit TListItems(TListView& listView) : FListView(listView) {}
 
+    TIterator begin() const { return TIterator(FItems.begin()); } ///< As long as no item comes or goes.
+    TIterator end() const { return TIterator(FItems.end()); }
     int Count() const { return static_cast<int>(FItems.size()); }
     /// @throws EListError "List index out of bounds (%s)"
     TListItem& operator[](int index) const;
@@ -215,8 +221,10 @@ class TListView : public TWinControl {
     ~TListView() override;
 
     TListItems& Items() { return FItems; }
+    const TListItems& Items() const { return FItems; }
     void SetItems(const TListItems& value) { FItems.Assign(&value); }
     TListColumns& Columns() { return FColumns; }
+    const TListColumns& Columns() const { return FColumns; }
     void SetColumns(const TListColumns& value) { FColumns.Assign(&value); }
     TListItem* Selected() const; ///< The first selected item; null: none.
     void SetSelected(TListItem* value);

@@ -125,8 +125,7 @@ const TClass& TStatusPanels::StaticClass() {
     return cls.Class();
 }
 
-TStatusPanels::TStatusPanels(TStatusBar& bar)
-    : TCollection(TStatusPanel::StaticClass(), [](TCollection* c) { return new TStatusPanel(c); }), FBar(bar) {}
+TStatusPanels::TStatusPanels(TStatusBar& bar) : FBar(bar) {}
 
 TPersistent* TStatusPanels::GetOwner() const { return &FBar; }
 

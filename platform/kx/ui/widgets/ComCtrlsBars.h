@@ -94,13 +94,11 @@ private:
     TStatusPanelStyle FStyle = psText;
 };
 
-class TStatusPanels : public TCollection {
+class TStatusPanels : public TCollectionOf<TStatusPanel> {
     KX_CLASS()
 
     explicit TStatusPanels(TStatusBar& bar);
 
-    TStatusPanel& Add() { return static_cast<TStatusPanel&>(*TCollection::Add()); }
-    TStatusPanel& operator[](int index) const { return static_cast<TStatusPanel&>(*GetItem(index)); }
     TPersistent* GetOwner() const override;
 
 protected:
@@ -121,6 +119,7 @@ class TStatusBar : public TWinControl {
     ~TStatusBar() override;
 
     TStatusPanels& Panels() { return FPanels; }
+    const TStatusPanels& Panels() const { return FPanels; }
     void SetPanels(const TStatusPanels& value) { FPanels.Assign(&value); }
     bool SimplePanel() const { return FSimplePanel; } ///< SimpleText shows instead of the panels.
     void SetSimplePanel(bool value);

@@ -83,8 +83,7 @@ const TClass& TListColumns::StaticClass() {
     return cls.Class();
 }
 
-TListColumns::TListColumns(TListView& listView)
-    : TCollection(TListColumn::StaticClass(), [](TCollection* c) { return new TListColumn(c); }), FListView(listView) {}
+TListColumns::TListColumns(TListView& listView) : FListView(listView) {}
 
 TPersistent* TListColumns::GetOwner() const { return &FListView; }
 

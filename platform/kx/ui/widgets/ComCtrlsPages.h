@@ -53,7 +53,9 @@ class TPageControl : public TCustomTabControl {
     ~TPageControl() override;
 
     int PageCount() const { return static_cast<int>(FPages.size()); }
-    TTabSheet* Pages(int index) const;                    ///< @throws EListError for an index outside [0, PageCount).
+    TTabSheet* Pages(int index) const; ///< @throws EListError for an index outside [0, PageCount).
+    /// All of them, to go through; only as long as none comes or goes.
+    const std::vector<TTabSheet*>& Pages() const { return FPages; }
     TTabSheet* ActivePage() const { return FActivePage; } ///< Null when no page is chosen.
     /// Chooses a page of this control, or with null none. Does not fire OnChange.
     void SetActivePage(TTabSheet* value);

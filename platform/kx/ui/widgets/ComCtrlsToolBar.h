@@ -151,6 +151,8 @@ class TToolBar : public TWinControl, public IScrolledContent {
 
     int ButtonCount() const { return static_cast<int>(FButtons.size()); }
     TToolButton* Buttons(int index) const; ///< @throws EListError for an index outside [0, ButtonCount).
+    /// All of them, to go through; only as long as none comes or goes.
+    const std::vector<TToolButton*>& Buttons() const { return FButtons; }
     int RowCount() const { return FRowCount; }
     /// Pixels of all rows and the edges: what AutoSize makes the height. In a page scroller the bar may be higher.
     int RowsHeight() const { return FRowsHeight; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/core/Components.h"
+#include "kx/core/ItemIterator.h"
 #include "kx/graphics/ImgList.h"
 #include "kx/ui/controls/Controls.h"
 #include "kx/ui/widgets/ListViewTypes.h"
@@ -47,6 +48,9 @@ class TTreeNode : public TPersistent {
     TTreeNode* Parent() const { return FParent; } ///< Null for a node of the top level.
     int Level() const;                            ///< 0 for those.
     int Index() const;                            ///< Beside its siblings.
+    using TIterator = TItemIterator<TTreeNode, std::vector<std::unique_ptr<TTreeNode>>::const_iterator>;
+    TIterator begin() const { return TIterator(FChildren.begin()); } ///< The children, as long as none comes or goes.
+    TIterator end() const { return TIterator(FChildren.end()); }
     int Count() const { return static_cast<int>(FChildren.size()); }
     /// The children. @throws EListError "List index out of bounds (%s)"
     TTreeNode& operator[](int index) const;
@@ -109,6 +113,34 @@ class TTreeNodes : public TPersistent {
     explicit TTreeNodes(TTreeView& treeView) : FTreeView(treeView) {}
     ~TTreeNodes() override;
 
+    /// Goes through the nodes of all levels from top to bottom.
+    class TIterator {
+    public:
+        using value_type = TTreeNode;
+        using difference_type = std::ptrdiff_t;
+        using reference = TTreeNode&;
+        using pointer = TTreeNode*;
+        using iterator_category = std::forward_iterator_tag;
+
+        explicit TIterator(TTreeNode* node = nullptr) : FNode(node) {}
+        TTreeNode& operator*() const { return *FNode; }
+        TTreeNode* operator->() const { return FNode; }
+        TIterator& operator++() {
+            FNode = FNode->GetNext();
+            return *this;
+        }
+        TIterator operator++(int) {
+            const TIterator before = *this;
+            ++*this;
+            return before;
+        }
+        friend bool operator==(const TIterator& a, const TIterator& b) { return a.FNode == b.FNode; }
+
+    private:
+        TTreeNode* FNode;
+    };
+    TIterator begin() const { return TIterator(GetFirstNode()); } ///< As long as no node comes or goes.
+    TIterator end() const { return TIterator(); }
     int Count() const; ///< Of all levels.
     /// By their order from top to bottom, all levels. @throws EListError "List index out of bounds (%s)"
     TTreeNode& operator[](int index) const;
@@ -161,6 +193,7 @@ class TTreeView : public TWinControl {
     ~TTreeView() override;
 
     TTreeNodes& Items() { return FItems; }
+    const TTreeNodes& Items() const { return FItems; }
     void SetItems(const TTreeNodes& value) { FItems.Assign(&value); }
     TTreeNode* Selected() const { return FSelected; }     ///< Null: none.
     void SetSelected(TTreeNode* value);                   ///< Asks OnChanging, and fires OnChange.

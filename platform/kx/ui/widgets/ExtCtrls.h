@@ -82,6 +82,7 @@ class TImage : public TGraphicControl {
     explicit TImage(TComponent* owner = nullptr);
 
     TPicture& Picture() { return FPicture; }
+    const TPicture& Picture() const { return FPicture; }
     void SetPicture(const TPicture& value) { FPicture.Assign(&value); }
     bool AutoSize() const { return FAutoSize; } ///< The control takes the picture's size.
     void SetAutoSize(bool value);

@@ -16,6 +16,7 @@ class TRadioGroup : public TGroupBox {
     ~TRadioGroup() override;
 
     TStrings& Items() { return *FItems; }
+    const TStrings& Items() const { return *FItems; }
     void SetItems(const TStrings& value) { FItems->Assign(&value); }
     int ItemIndex() const { return FItemIndex; } ///< -1: none is chosen.
     /// An index outside the items chooses none. A change fires OnClick, unless the form is being read.

@@ -71,17 +71,18 @@ enum TEditCharCase : uint8_t { ecNormal, ecUpperCase, ecLowerCase };
 KX_ENUM(TEditCharCase, "ecNormal", "ecUpperCase", "ecLowerCase")
 
 /// What one-line and many-line edits have in common. Positions and lengths of the selection are bytes of `Text`, from
-/// 0; those inside a character count as its beginning, those outside the text as its nearest end.
+/// 0; those inside a character count as its beginning, those outside the text as its nearest end. Nothing is selected
+/// without a window; who selects makes it.
 class TCustomEdit : public TWinControl {
     KX_CLASS()
 
     explicit TCustomEdit(TComponent* owner = nullptr);
 
-    int SelStart();
+    int SelStart() const;
     void SetSelStart(int value);
-    int SelLength();
+    int SelLength() const;
     void SetSelLength(int value);
-    std::string SelText();
+    std::string SelText() const;
     void SetSelText(const std::string& value); ///< Replaces the selection.
     void SelectAll();
     void Clear() { SetText(""); }
@@ -169,6 +170,7 @@ class TMemo : public TCustomEdit {
 
     /// The text as the program sees it, without regard to where words wrap. A change puts the caret behind it.
     TStrings& Lines();
+    const TStrings& Lines() const;
     void SetLines(const TStrings& value);
     TScrollStyle ScrollBars() const { return FScrollBars; }
     void SetScrollBars(TScrollStyle value) { Change(FScrollBars, value); }
@@ -352,6 +354,7 @@ class TListBox : public TWinControl {
     explicit TListBox(TComponent* owner = nullptr);
 
     TStrings& Items() { return FItems; }
+    const TStrings& Items() const { return FItems; }
     void SetItems(const TStrings& value) { FItems.Assign(&value); }
     int ItemIndex() const; ///< The chosen item, with MultiSelect the focused one; -1: none.
     void SetItemIndex(int value);
@@ -413,6 +416,7 @@ class TComboBox : public TWinControl {
     explicit TComboBox(TComponent* owner = nullptr);
 
     TStrings& Items() { return FItems; }
+    const TStrings& Items() const { return FItems; }
     void SetItems(const TStrings& value) { FItems.Assign(&value); }
     int ItemIndex() const; ///< -1: none.
     void SetItemIndex(int value);

@@ -176,9 +176,9 @@ void TCustomEdit::DoEnter() {
     TWinControl::DoEnter();
 }
 
-int TCustomEdit::SelStart() {
-    const HWND window = Handle();
-    return TTextPositions(window).ToBytes(TWindowSelection(window).Start);
+int TCustomEdit::SelStart() const {
+    const HWND window = WindowHandle();
+    return window ? TTextPositions(window).ToBytes(TWindowSelection(window).Start) : 0;
 }
 
 void TCustomEdit::SetSelStart(int value) {
@@ -187,7 +187,7 @@ void TCustomEdit::SetSelStart(int value) {
     SendMessageW(window, EM_SETSEL, position, static_cast<LPARAM>(position));
 }
 
-int TCustomEdit::SelLength() { return static_cast<int>(SelText().size()); }
+int TCustomEdit::SelLength() const { return static_cast<int>(SelText().size()); }
 
 void TCustomEdit::SetSelLength(int value) {
     const HWND window = Handle();
@@ -199,8 +199,11 @@ void TCustomEdit::SetSelLength(int value) {
                  static_cast<LPARAM>(positions.ToWindow(static_cast<int>(std::min(end, length)))));
 }
 
-std::string TCustomEdit::SelText() {
-    const HWND window = Handle();
+std::string TCustomEdit::SelText() const {
+    const HWND window = WindowHandle();
+    if (!window) {
+        return {};
+    }
     const TTextPositions positions(window);
     const TWindowSelection selection(window);
     const auto start = static_cast<size_t>(positions.ToBytes(selection.Start));

@@ -323,6 +323,8 @@ void TMemo::CreateWnd() {
 
 TStrings& TMemo::Lines() { return *FLines; }
 
+const TStrings& TMemo::Lines() const { return *FLines; }
+
 void TMemo::SetLines(const TStrings& value) { FLines->Assign(&value); }
 
 std::string TMemo::Text() const {
