@@ -25,7 +25,6 @@ std::string CodeFileBase(const std::string& formFile) {
     return formFile.substr(0, dot == npos || dot < name ? npos : dot);
 }
 
-std::string Declaration(const TFormClass::TField& field) { return field.ClassName + "* " + field.Name + " = nullptr"; }
 std::string Declaration(const TFormClass::THandler& handler) {
     return "void " + handler.Name + "(" + handler.Parameters + ")";
 }
@@ -78,6 +77,18 @@ TPart ClassBody(const std::string& bare, const std::string& name) {
         if ((FindWord(before, "class") != npos || FindWord(before, "struct") != npos) && next != npos &&
             bare[next] == '{') {
             return {next, MatchingBracket(bare, next)};
+        }
+    }
+    return {};
+}
+
+/// The parentheses of the class's KX_FIELDS.
+TPart FieldList(const std::string& bare, const std::string& cls) {
+    const TPart body = ClassBody(bare, cls);
+    for (size_t at = body.Begin; body.IsThere() && (at = FindWord(bare, "KX_FIELDS", at)) < body.End; ++at) {
+        const size_t open = bare.find('(', at);
+        if (open < body.End && FindWord(bare, cls, open) == SkipBlanks(bare, open + 1)) { // not one of a class inside
+            return {open, MatchingBracket(bare, open)};
         }
     }
     return {};
@@ -169,17 +180,6 @@ std::vector<std::string> Statements(const TClassMembers& members) {
         lines.push_back(member.Code + ";");
     }
     return lines;
-}
-
-/// The classes of those members that are fields.
-std::vector<std::string> ClassesOf(const TClassMembers& members) {
-    std::vector<std::string> names;
-    for (const TClassMember& member : members) {
-        if (!member.ClassName.empty()) {
-            names.push_back(member.ClassName);
-        }
-    }
-    return names;
 }
 
 /// Puts lines in front of a closing bracket: on lines of their own when the bracket has one.
@@ -276,21 +276,51 @@ TClassMembers TClassFiles::TakeMissing(const TFile& file, std::string_view part,
 void TClassFiles::CompleteDeclaration(TFile& file) {
     const std::string bare = BareCode(file.After);
     const TPart body = ClassBody(bare, FClass.Name);
-    TClassMembers members;
+    TClassMembers handlers;
     for (const TFormClass::THandler& handler : FClass.Handlers) {
-        members.push_back({handler.Name, Declaration(handler), {}});
+        handlers.push_back({handler.Name, Declaration(handler)});
     }
-    for (const TFormClass::TField& field : FClass.Fields) {
-        members.push_back({field.Name, Declaration(field), field.ClassName});
+    handlers = TakeMissing(file, body.Of(bare), std::move(handlers));
+    std::vector<TFormClass::TField> fields = FClass.Fields;
+    std::erase_if(fields, [&](const TFormClass::TField& field) { return FindWord(body.Of(bare), field.Name) != npos; });
+    std::vector<std::string> classes;
+    for (const TFormClass::TField& field : fields) {
+        Note(file, field.ClassName + "* " + field.Name);
+        classes.push_back(field.ClassName);
     }
-    members = TakeMissing(file, body.Of(bare), std::move(members));
     if (!body.IsThere()) {
         FProblem = NameOfFile(file.Path) + " declares no class " + FClass.Name;
-    } else if (!members.empty()) {
-        const std::string lineBreak(LineBreakOf(file.Before));
-        InsertBefore(file.After, body.End, Statements(members), "    ", lineBreak);
-        InsertIncludes(file.After, IncludesFor(ClassesOf(members), file.After), lineBreak);
+        return;
     }
+    const std::string lineBreak(LineBreakOf(file.Before));
+    std::vector<std::string> lines = Statements(handlers);
+    const TPart list = FieldList(bare, FClass.Name);
+    if (!fields.empty() && !list.IsThere()) {
+        lines.push_back(FieldsDeclaration(FClass.Name, fields));
+    }
+    // From behind: places that were found before those that change stay where they are.
+    if (!lines.empty()) {
+        InsertBefore(file.After, body.End, lines, "    ", lineBreak);
+    }
+    if (!fields.empty() && list.IsThere()) {
+        std::string more;
+        for (const TFormClass::TField& field : fields) {
+            more += ",\n" + std::string(list.Begin + 1 - LineStart(bare, list.Begin), ' ') + "(" + field.ClassName +
+                    ", " + field.Name + ")";
+        }
+        file.After.insert(bare.find_last_not_of(" \t\r\n", list.End - 1) + 1, WithBreaks(more, lineBreak));
+    }
+    InsertIncludes(file.After, IncludesFor(classes, file.After), lineBreak);
+}
+
+/// Fields that the class declares, in either file, as KX_FIELDS does: they need no line of the table.
+std::string TClassFiles::FieldsWithoutTable() const {
+    std::string lists;
+    for (const TFile* const file : {&FHeader, &FSource}) {
+        const std::string bare = BareCode(file->After);
+        lists += FieldList(bare, FClass.Name).Of(bare);
+    }
+    return lists;
 }
 
 /// Lines of the property table, and bodies of handlers.
@@ -320,21 +350,25 @@ void TClassFiles::CompleteDefinition(TFile& file) {
     const TPart call = TableCall(bare, FClass.Name);
     TClassMembers members;
     const auto add = [&](const std::string& what, const std::string& name) {
-        members.push_back({name, "c." + what + "(\"" + name + "\", &" + FClass.Name + "::" + name + ")", {}});
+        members.push_back({name, "c." + what + "(\"" + name + "\", &" + FClass.Name + "::" + name + ")"});
     };
+    const std::string withoutTable = FieldsWithoutTable();
     for (const TFormClass::TField& field : FClass.Fields) {
-        add("Field", field.Name);
+        if (FindWord(withoutTable, field.Name) == npos) {
+            add("Field", field.Name);
+        }
     }
     for (const TFormClass::THandler& handler : FClass.Handlers) {
         add("Method", handler.Name);
     }
     members = TakeMissing(file, call.Of(bare), std::move(members));
-    if (members.empty()) {
+    if (!call.IsThere() && !(FClass.Fields.empty() && FClass.Handlers.empty())) {
+        FProblem = NameOfFile(file.Path) + " has no property table of " + FClass.Name;
+    }
+    if (members.empty() || !call.IsThere()) {
         return;
     }
-    if (!call.IsThere()) {
-        FProblem = NameOfFile(file.Path) + " has no property table of " + FClass.Name;
-    } else if (const size_t open = bare.find('{', call.Begin + 1); open < call.End) {
+    if (const size_t open = bare.find('{', call.Begin + 1); open < call.End) {
         InsertBefore(file.After, MatchingBracket(bare, open), Statements(members), "        ", lineBreak);
     } else {
         const std::string table = ", [](auto& c) {\n" + Lines(Statements(members), "        ") + "    }";

@@ -11,8 +11,7 @@ namespace kx::designer {
 /// A member of a form's class, as part of its code names it.
 struct TClassMember {
     std::string Name;
-    std::string Code;      ///< Without its semicolon.
-    std::string ClassName; ///< Of a field that is declared.
+    std::string Code; ///< Without its semicolon.
 };
 using TClassMembers = std::vector<TClassMember>;
 
@@ -47,6 +46,7 @@ private:
     void Read(TFile& file) const;
     void CompleteDeclaration(TFile& file);
     void CompleteDefinition(TFile& file);
+    std::string FieldsWithoutTable() const;
     TClassMembers TakeMissing(const TFile& file, std::string_view part, TClassMembers members);
     void Note(const TFile& file, const std::string& what);
 

@@ -1,8 +1,9 @@
 #include "MainForm.h"
 
 const TClass& TMainForm::StaticClass() {
-    static const TClassBuilder<TMainForm> cls("TMainForm", TForm::StaticClass(),
-                                              [](auto& c) { c.Method("Button1Click", &TMainForm::Button1Click); });
+    static const TClassBuilder<TMainForm> cls("TMainForm", TForm::StaticClass(), [](auto& c) {
+        c.Method("Button1Click", &TMainForm::Button1Click);
+    });
     return cls.Class();
 }
 

@@ -14,7 +14,9 @@ class TMainForm : public TForm {
     void Button1Click(TObject* sender);
 
 private:
-    KX_FIELDS(TMainForm, (TButton, Button1), (TKxOpenDialog, KxOpenDialog1))
+    KX_FIELDS(TMainForm,
+              (TButton, Button1),
+              (TKxOpenDialog, KxOpenDialog1))
 };
 
 inline TMainForm* MainForm = nullptr;

@@ -12,7 +12,10 @@ class TPreviewForm : public TForm {
     explicit TPreviewForm(TComponent* owner = nullptr);
 
 private:
-    KX_FIELDS(TPreviewForm, (TImage, Image1), (TLabel, Label1, Label2))
+    KX_FIELDS(TPreviewForm,
+              (TImage, Image1),
+              (TLabel, Label1),
+              (TLabel, Label2))
 };
 
 inline TPreviewForm* PreviewForm = nullptr;

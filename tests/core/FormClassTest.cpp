@@ -84,8 +84,9 @@ TEST(FormClass, IsDeclaredAsUsersWriteIt) {
               "    void Go(TObject* sender);\n"
               "\n"
               "private:\n"
-              "    TSearchEdit* SearchEdit = nullptr;\n"
-              "    TSearchButton* GoButton = nullptr;\n"
+              "    KX_FIELDS(TSearchForm,\n"
+              "              (TSearchEdit, SearchEdit),\n"
+              "              (TSearchButton, GoButton))\n"
               "};\n"
               "\n"
               "inline TSearchForm* SearchForm = nullptr;\n");
@@ -95,8 +96,6 @@ TEST(FormClass, IsDefinedAsUsersWriteIt) {
     EXPECT_EQ(FormClassDefinition(ClassOf(SearchForm)),
               "const TClass& TSearchForm::StaticClass() {\n"
               "    static const TClassBuilder<TSearchForm> cls(\"TSearchForm\", TForm::StaticClass(), [](auto& c) {\n"
-              "        c.Field(\"SearchEdit\", &TSearchForm::SearchEdit);\n"
-              "        c.Field(\"GoButton\", &TSearchForm::GoButton);\n"
               "        c.Method(\"FormCloseQuery\", &TSearchForm::FormCloseQuery);\n"
               "        c.Method(\"SearchEditKeyPress\", &TSearchForm::SearchEditKeyPress);\n"
               "        c.Method(\"Go\", &TSearchForm::Go);\n"

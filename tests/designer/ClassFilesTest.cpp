@@ -23,7 +23,7 @@ protected:
     }
     std::string Header() const { return designer::ReadWholeFile(Folder.Path("Order.h")); }
     std::string Source() const { return designer::ReadWholeFile(Folder.Path("Order.cpp")); }
-    void Put(const char* header, const char* source) {
+    void Put(const std::string& header, const std::string& source) {
         Folder.AddFile("Order.h", header);
         Folder.AddFile("Order.cpp", source);
     }
@@ -63,8 +63,9 @@ TEST_F(ClassFiles, NewFilesHoldAllThatAProgramNeeds) {
                         "    void OkKeyPress(TObject* sender, char32_t& key);\n"
                         "\n"
                         "private:\n"
-                        "    TButton* Ok = nullptr;\n"
-                        "    TFuelGauge* Gauge = nullptr;\n"
+                        "    KX_FIELDS(TOrder,\n"
+                        "              (TButton, Ok),\n"
+                        "              (TFuelGauge, Gauge))\n"
                         "};\n"
                         "\n"
                         "inline TOrder* Order = nullptr;\n");
@@ -111,10 +112,8 @@ TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
     TClassFiles files = Files();
     EXPECT_THAT(files.Missing(),
                 ElementsAre("Order.h: void OkClick(TObject* sender)",
-                            "Order.h: void OkKeyPress(TObject* sender, char32_t& key)",
-                            "Order.h: TButton* Ok = nullptr", "Order.h: TFuelGauge* Gauge = nullptr",
-                            "Order.cpp: TOrder::OkClick", "Order.cpp: TOrder::OkKeyPress",
-                            "Order.cpp: c.Field(\"Ok\", &TOrder::Ok)", "Order.cpp: c.Field(\"Gauge\", &TOrder::Gauge)",
+                            "Order.h: void OkKeyPress(TObject* sender, char32_t& key)", "Order.h: TButton* Ok",
+                            "Order.h: TFuelGauge* Gauge", "Order.cpp: TOrder::OkClick", "Order.cpp: TOrder::OkKeyPress",
                             "Order.cpp: c.Method(\"OkClick\", &TOrder::OkClick)",
                             "Order.cpp: c.Method(\"OkKeyPress\", &TOrder::OkKeyPress)"));
     EXPECT_EQ(Header(), header) << "looking writes nothing";
@@ -132,14 +131,13 @@ TEST_F(ClassFiles, WhatIsThereStaysAndWhatIsMissingIsPutIn) {
                         "    int Mine = 7; /* OkKeyPress */\r\n"
                         "    void OkClick(TObject* sender);\r\n"
                         "    void OkKeyPress(TObject* sender, char32_t& key);\r\n"
-                        "    TButton* Ok = nullptr;\r\n"
-                        "    TFuelGauge* Gauge = nullptr;\r\n"
+                        "    KX_FIELDS(TOrder,\r\n"
+                        "              (TButton, Ok),\r\n"
+                        "              (TFuelGauge, Gauge))\r\n"
                         "};\r\n"
                         "struct TOther { int Gauge; };\r\n");
     std::string expected = source;
-    expected.insert(expected.find("    });\n"), "        c.Field(\"Ok\", &TOrder::Ok);\n"
-                                                "        c.Field(\"Gauge\", &TOrder::Gauge);\n"
-                                                "        c.Method(\"OkClick\", &TOrder::OkClick);\n"
+    expected.insert(expected.find("    });\n"), "        c.Method(\"OkClick\", &TOrder::OkClick);\n"
                                                 "        c.Method(\"OkKeyPress\", &TOrder::OkKeyPress);\n");
     expected.insert(expected.find("\nint Last"), "\n\nvoid TOrder::OkClick(TObject* sender) {\n}"
                                                  "\n\nvoid TOrder::OkKeyPress(TObject* sender, char32_t& key) {\n}");
@@ -153,7 +151,7 @@ TEST_F(ClassFiles, AFormThatHasGrownFromAnEmptyOneGetsItsTable) {
     EXPECT_TRUE(Files(empty).IsComplete());
     EXPECT_FALSE(Files().IsComplete());
     Files().Write();
-    EXPECT_THAT(Source(), HasSubstr("TForm::StaticClass(), [](auto& c) {\n        c.Field(\"Ok\", &TOrder::Ok);\n"));
+    EXPECT_THAT(Source(), HasSubstr("TForm::StaticClass(), [](auto& c) {\n        c.Method(\"FormCreate\", "));
     EXPECT_THAT(Source(), HasSubstr("&TOrder::OkKeyPress);\n    });\n    return cls.Class();\n"));
     EXPECT_TRUE(Files().IsComplete());
 }
@@ -207,7 +205,7 @@ TEST_F(ClassFiles, HeadersInAngleBracketsAreIncludedToo) {
                                 "    return cls.Class();\n}\n");
     Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
     EXPECT_EQ(Header(), "#include <kx/ui/forms/Forms.h>\n#include <kx/ui/widgets/StdCtrls.h>\nstruct TOrder : TForm {\n"
-                        "    TButton* Ok = nullptr;\n};\n");
+                        "    KX_FIELDS(TOrder,\n              (TButton, Ok))\n};\n");
 }
 
 TEST_F(ClassFiles, WhatStandsOnOneLineIsBrokenUp) {
@@ -215,10 +213,52 @@ TEST_F(ClassFiles, WhatStandsOnOneLineIsBrokenUp) {
                                                          "    static const TClassBuilder<TOrder> cls(\"TOrder\", "
                                                          "TForm::StaticClass(), [](auto& c) { c.Creatable(); });\n"
                                                          "    return cls.Class();\n}\n");
-    Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
+    Files("object Order: TOrder\n  OnCreate = Go\n  object Ok: TButton\n  end\nend\n").Write();
     EXPECT_EQ(Header(), "#include \"kx/ui/widgets/StdCtrls.h\"\n"
-                        "class TOrder : public TForm { KX_CLASS() \n    TButton* Ok = nullptr;\n};\n");
-    EXPECT_THAT(Source(), HasSubstr("{ c.Creatable(); \n        c.Field(\"Ok\", &TOrder::Ok);\n});\n"));
+                        "class TOrder : public TForm { KX_CLASS() \n    void Go(TObject* sender);\n"
+                        "    KX_FIELDS(TOrder,\n              (TButton, Ok))\n};\n");
+    EXPECT_THAT(Source(), HasSubstr("{ c.Creatable(); \n        c.Method(\"Go\", &TOrder::Go);\n});\n"));
+}
+
+// --- The fields of a class
+
+constexpr const char* TwoButtons =
+    "object Order: TOrder\n  object Ok: TButton\n  end\n  object No: TButton\n  end\nend\n";
+
+TEST_F(ClassFiles, FieldsJoinTheListThatIsThere) {
+    for (const std::string behind : {")", "  // the one\n             )", "\n    /* one */ )"}) {
+        const std::string head = "#include \"kx/ui/widgets/StdCtrls.h\"\n"
+                                 "class TOrder : public TForm {\n"
+                                 "    struct TPart { KX_FIELDS(TPart, (TButton, No)) };\n"
+                                 "  KX_FIELDS( TOrder, (TButton, Ok)";
+        Put(head + behind + "\n    int Rest;\n};\n", "const TClass& TOrder::StaticClass() {\n"
+                                                     "    static const TClassBuilder<TOrder> cls(\"TOrder\", "
+                                                     "TForm::StaticClass());\n"
+                                                     "    return cls.Class();\n}\n");
+        const std::string source = Source();
+        EXPECT_TRUE(Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").IsComplete());
+        Files("object Order: TOrder\n  object Ok: TButton\n  end\n  object Yes: TButton\n  end\nend\n").Write();
+        EXPECT_EQ(Header(), head + ",\n            (TButton, Yes)" + behind + "\n    int Rest;\n};\n");
+        EXPECT_EQ(Source(), source);
+    }
+}
+
+TEST_F(ClassFiles, FieldsThatAreDeclaredOneByOneAreNamedInTheTable) {
+    Put("#include \"kx/ui/widgets/StdCtrls.h\"\n"
+        "class TOrder : public TForm {\n"
+        "    KX_FIELDS(TOrder, (TButton, No))\n"
+        "    TButton* Ok = nullptr;\n};\n",
+        "const TClass& TOrder::StaticClass() {\n"
+        "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass());\n"
+        "    return cls.Class();\n}\n");
+    const std::string header = Header();
+    TClassFiles files = Files(TwoButtons);
+    EXPECT_THAT(files.Missing(), ElementsAre("Order.cpp: c.Field(\"Ok\", &TOrder::Ok)"));
+    files.Write();
+    EXPECT_EQ(Header(), header);
+    EXPECT_THAT(Source(),
+                HasSubstr("TForm::StaticClass(), [](auto& c) {\n        c.Field(\"Ok\", &TOrder::Ok);\n    });"));
+    EXPECT_TRUE(Files(TwoButtons).IsComplete());
 }
 
 TEST_F(ClassFiles, IncludesComeBehindThePragma) {

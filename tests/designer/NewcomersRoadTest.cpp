@@ -198,7 +198,7 @@ void NewcomersRoad::SaveAndWriteClasses() {
         PressButton(dynamic_cast<TButton&>(*Window->FindComponent("WriteClassButton")).Handle());
         EXPECT_FALSE(Window->Project()->Module(i).IsModified());
     }
-    EXPECT_THAT(Window->TextView().Text(), HasSubstr("TKxOpenDialog* KxOpenDialog1"));
+    EXPECT_THAT(Window->TextView().Text(), HasSubstr("(TKxOpenDialog, KxOpenDialog1)"));
     Screenshot("road-5-class", Window->Handle());
 }
 

@@ -248,7 +248,7 @@ TEST_F(DesignerWindow, TheViewsFollowTheForm) {
     Open();
     Window->Command("ViewClass");
     Designer().CreateComponent(TCheckBox::StaticClass(), &The("Box"), {5, 60, 80, 80});
-    EXPECT_THAT(Window->TextView().Text(), HasSubstr("TCheckBox* CheckBox1"));
+    EXPECT_THAT(Window->TextView().Text(), HasSubstr("(TCheckBox, CheckBox1)"));
     Window->Command("ViewText");
     The("OkButton").SetCaption("From elsewhere");
     Designer().Record("Caption");

@@ -217,6 +217,14 @@ TFormClass FormClassOf(TStream& form) {
     return cls;
 }
 
+std::string FieldsDeclaration(const std::string& cls, const std::vector<TFormClass::TField>& fields) {
+    std::string text = "KX_FIELDS(" + cls;
+    for (const TFormClass::TField& field : fields) {
+        text += ",\n              (" + field.ClassName + ", " + field.Name + ")";
+    }
+    return text + ")";
+}
+
 std::string FormClassDeclaration(const TFormClass& cls) {
     CheckNames(cls);
     std::string text;
@@ -237,10 +245,7 @@ std::string FormClassDeclaration(const TFormClass& cls) {
         }
         text += "    void " + handler.Name + "(" + handler.Parameters + ");\n";
     }
-    text += cls.Fields.empty() ? "" : "\nprivate:\n";
-    for (const TFormClass::TField& field : cls.Fields) {
-        text += "    " + field.ClassName + "* " + field.Name + " = nullptr;\n";
-    }
+    text += cls.Fields.empty() ? "" : "\nprivate:\n    " + FieldsDeclaration(cls.Name, cls.Fields) + "\n";
     text += "};\n";
     if (!cls.FormName.empty()) {
         text += "\ninline " + cls.Name + "* " + cls.FormName + " = nullptr;\n";
@@ -253,13 +258,10 @@ std::string FormClassDefinition(const TFormClass& cls) {
     const std::string member = cls.Name + "::";
     std::string text = "const TClass& " + member + "StaticClass() {\n    static const TClassBuilder<" + cls.Name +
                        "> cls(\"" + cls.Name + "\", " + cls.Ancestor + "::StaticClass()";
-    if (cls.Fields.empty() && cls.Handlers.empty()) {
+    if (cls.Handlers.empty()) {
         text += ");\n";
     } else {
         text += ", [](auto& c) {\n";
-        for (const TFormClass::TField& field : cls.Fields) {
-            text += "        c.Field(\"" + field.Name + "\", &" + member + field.Name + ");\n";
-        }
         for (const TFormClass::THandler& handler : cls.Handlers) {
             text += "        c.Method(\"" + handler.Name + "\", &" + member + handler.Name + ");\n";
         }

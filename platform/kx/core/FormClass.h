@@ -38,6 +38,8 @@ bool IsCppKeyword(std::string_view word); ///< Nothing in a C++ class can be cal
 
 // --- Its code. @throws EInvalidOperation for a name that C++ does not take, or that would be two things in the class.
 
+/// "KX_FIELDS(TMyForm, (TButton, OkButton))" over several lines, the first of which is indented by 4.
+std::string FieldsDeclaration(const std::string& cls, const std::vector<TFormClass::TField>& fields);
 /// The declaration for the header, with the variable that holds the form.
 std::string FormClassDeclaration(const TFormClass& cls);
 /// What stands in its source: the property table, the constructor and empty handlers.

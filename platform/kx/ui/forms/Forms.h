@@ -28,10 +28,11 @@ TApplication& Application(); ///< The program's; made on first use.
 /// size and all that is in it. When the foreign window is destroyed, the form only loses its window.
 ///
 /// Form files. The constructor of each form class calls `InitForm(*this, TMyForm::StaticClass())` first, which reads
-/// the form file that is embedded under the class's name over the instance. An inherited form's file is read over what
-/// its ancestor's brought. Its sizes are in pixels of `PixelsPerInch`. When the form is complete, just before OnCreate,
-/// a `Scaled` one is taken to the resolution of the screen, with all that is on it and the lists of images that it
-/// owns; constructors still see the sizes of the file. It follows when it comes to a screen of another resolution.
+/// the form file that is embedded under the class's name over the instance; KX_FIELDS names the components in it that
+/// the class's code uses. An inherited form's file is read over what its ancestor's brought. Its sizes are in pixels of
+/// `PixelsPerInch`. When the form is complete, just before OnCreate, a `Scaled` one is taken to the resolution of the
+/// screen, with all that is on it and the lists of images that it owns; constructors still see the sizes of the file.
+/// It follows when it comes to a screen of another resolution.
 ///
 /// OnCreate runs when the form is complete: `Application().CreateForm` and `NewForm` see to that. A form that was made
 /// in another way runs it at the latest before its window is made. OnDestroy runs when the form is freed by `Free` or
