@@ -3,6 +3,7 @@
 #include "FolderDlgTest.h"
 
 #include "kx/win/Registry.h"
+#include "tests/support/SlowDisk.h"
 
 #include <shellapi.h>
 #include <shlobj.h>
@@ -115,6 +116,11 @@ TEST_F(FolderRoot, AnInitialDirThatIsNotThereIsAnErrorBeforeTheBrowserOpens) {
     EXPECT_FALSE(shown);
     EXPECT_EQ(dialog.SelFolder(), "");
     EXPECT_TRUE(IsWindowEnabled(Owner->Handle()));
+    {
+        TSlowDisk disk;
+        dialog.SetInitialDir("\\\\kx-test\\share\\folder");
+        EXPECT_EQ(ErrorOf(dialog), "Error parsing folder name to PIDL") << "of a computer that does not answer";
+    }
     dialog.SetInitialDir(Folder.Path());
     EXPECT_FALSE(Look(dialog)); // it works still
     EXPECT_TRUE(shown);

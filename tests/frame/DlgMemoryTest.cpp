@@ -5,6 +5,7 @@
 #include "kx/core/SysUtils.h"
 #include "support/TempFolder.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/SlowDisk.h"
 #include "tests/support/TestKey.h"
 #include "tests/support/Texts.h"
 
@@ -177,8 +178,12 @@ TEST_F(DlgMemory, AFolderThatHasGoneIsNone) {
     EXPECT_EQ(memory.ExistingFolder(), "");
     memory.Folder = Folder.AddFile("file.txt");
     EXPECT_EQ(memory.ExistingFolder(), "");
-    memory.Folder = R"(\\nobody\share)"; // to ask would take long
-    EXPECT_EQ(memory.ExistingFolder(), R"(\\nobody\share)");
+    TSlowDisk disk;
+    memory.Folder = R"(\\kx-test\share)";
+    disk.Fail(memory.Folder, ERROR_BAD_NETPATH);
+    EXPECT_EQ(memory.ExistingFolder(), "");
+    disk.Answer(memory.Folder, FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(memory.ExistingFolder(), memory.Folder);
 }
 
 TEST_F(DlgMemory, ASizeFitsTheScreen) {

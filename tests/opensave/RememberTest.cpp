@@ -5,6 +5,7 @@
 #include "kx/opensave/KxOpenDlgEx.h"
 #include "kx/opensave/KxSaveDlg.h"
 #include "tests/support/ImportPatch.h"
+#include "tests/support/SlowDisk.h"
 
 #include <commdlg.h>
 
@@ -143,6 +144,23 @@ TEST_P(RememberAll, BrokenValuesMeanNothingToRecall) {
         EXPECT_EQ(SizeOf(Core(dialog)), size);
         EXPECT_EQ(FilterOf(Core(dialog)), 1) << "there are three";
         EXPECT_NE(Core(dialog).SelectedFolder(), Folder.Path("nothing"));
+    });
+}
+
+TEST_P(RememberAll, AFolderOfAComputerThatIsNotThereIsLeftOut) {
+    const std::string share = "\\\\kx-test\\share\\folder";
+    TSlowDisk disk;
+    disk.Fail(share, ERROR_BAD_NETPATH);
+    Key.Write("Folder", share);
+    auto& dialog = Make();
+    Look(dialog, [&] {
+        const std::string folder = Core(dialog).SelectedFolder();
+        EXPECT_NE(folder, share);
+        const int asked = disk.Asked(share);
+        EXPECT_GT(asked, 0);
+        Core(dialog).SetSelectedFolder(share);
+        EXPECT_GT(disk.Asked(share), asked);
+        EXPECT_EQ(Core(dialog).SelectedFolder(), folder) << "nor does the dialog go there later";
     });
 }
 

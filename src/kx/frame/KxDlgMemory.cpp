@@ -3,8 +3,8 @@
 #include "kx/frame/KxDlgMemory.h"
 
 #include "kx/core/SysUtils.h"
-#include "kx/win/FileStreams.h"
 #include "kx/win/Monitors.h"
+#include "kx/win/PathKind.h"
 #include "kx/win/Registry.h"
 
 #include <algorithm>
@@ -98,9 +98,7 @@ void TKxDlgMemory::Keep(bool confirmed) const {
     }
 }
 
-std::string TKxDlgMemory::ExistingFolder() const {
-    return Folder.starts_with("\\\\") || DirectoryExists(Folder) ? Folder : std::string();
-}
+std::string TKxDlgMemory::ExistingFolder() const { return KindOfPath(Folder) == pkFolder ? Folder : std::string(); }
 
 TPoint KxFitSize(HWND window, TPoint size) {
     const TRect area = MonitorOf(window).Free;

@@ -32,7 +32,7 @@ public:
     /// passed over. @throws ERegistryException when a value cannot be written
     void Keep(bool confirmed) const;
 
-    /// The remembered folder, if it is there; else an empty string. Folders on other computers are not looked for.
+    /// The remembered folder, if it is there and can be reached (`KindOfPath`); else an empty string.
     std::string ExistingFolder() const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "kx/frame/KxShellDefs.h"
 
+#include "kx/win/PathKind.h"
 #include "kx/win/Registry.h"
 #include "kx/win/Windows.h"
 
@@ -180,7 +181,9 @@ unique_pidl CreatePIDLFromPath(const std::string& path, const char* notThere) {
         throw EOSError("Error getting IShellFolder interface", static_cast<uint32_t>(found));
     }
     unique_pidl pidl;
-    const HRESULT parsed = ParseFolderPath(*desktop.get(), path, pidl);
+    // The shell would look for a computer that is not there for long.
+    const HRESULT parsed = KindOfPath(path) == pkUnreachable ? HRESULT_FROM_WIN32(ERROR_BAD_NETPATH)
+                                                             : ParseFolderPath(*desktop.get(), path, pidl);
     if (parsed != S_OK) {
         throw EOSError(notThere, static_cast<uint32_t>(parsed));
     }

@@ -5,7 +5,7 @@
 #include "kx/frame/KxWhileAlive.h"
 #include "kx/win/CodePage.h"
 #include "kx/win/Dpi.h"
-#include "kx/win/FileStreams.h"
+#include "kx/win/PathKind.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
 
@@ -94,7 +94,7 @@ unique_pidl TKxFileDlgWindow::GetSelPathPidl() const {
 
 void TKxFileDlgWindow::SetSelPath(const std::string& path) const {
     HWND edit = GetEdit();
-    if (!edit || !DirectoryExists(path)) {
+    if (!edit || KindOfPath(path) != pkFolder) {
         return;
     }
     HWND focus = GetFocus();

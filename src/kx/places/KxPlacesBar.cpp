@@ -5,6 +5,9 @@
 #include "kx/core/Updates.h"
 #include "kx/places/KxPlaceIcons.h"
 #include "kx/places/KxPlaces.h"
+#include "kx/places/KxPlacesStrings.h"
+#include "kx/win/PathKind.h"
+#include "kx/win/Timers.h"
 #include "kx/win/Windows.h"
 
 #include <exception>
@@ -20,6 +23,13 @@ const TClass& TKxPlaceButton::StaticClass() {
     });
     return cls.Class();
 }
+
+struct TKxPlaceButton::TSearch {
+    explicit TSearch(const std::string& path) : Question(path) { Timer.SetInterval(100); }
+
+    TPathQuestion Question;
+    TTimer Timer;
+};
 
 TKxPlaceButton::TKxPlaceButton(TComponent* owner) : TToolButton(owner) {
     SetOnMouseDown({this, &TKxPlaceButton::MouseDown1});
@@ -82,7 +92,15 @@ void TKxPlaceButton::SetIconSelIdx(int32_t value) { LoadIcon(FIcoSel, FIconSel, 
 
 void TKxPlaceButton::ShowPlace(const TKxPlace& place) {
     SetCaption(place.GetPlaceName());
-    SetHint(place.PlaceDesc());
+    FPlaceHint = place.PlaceDesc();
+    SetHint(FPlaceHint);
+    FUnreachable = false;
+    FSearch.reset();
+    const std::string path = place.PlaceSpecPath() == ftNone ? place.FolderPath() : std::string();
+    if (TPathQuestion::IsSlow(path)) {
+        FSearch = std::make_unique<TSearch>(path);
+        FSearch->Timer.SetOnTimer({this, &TKxPlaceButton::SearchTick});
+    }
     FIconDll = place.PlaceIconDll(); // the setter would extract an icon that is replaced at once
     FIco.Clear();
     FIcoSel.Clear();
@@ -102,6 +120,29 @@ void TKxPlaceButton::ShowPlace(const TKxPlace& place) {
     }
 }
 
+// --- Whether the place can be reached
+
+void TKxPlaceButton::SearchTick(TObject*) {
+    const TPathQuestion& question = FSearch->Question;
+    if (question.IsAnswered()) {
+        const bool unreachable = question.Answer(0) == pkUnreachable;
+        FSearch.reset();
+        SetUnreachable(unreachable);
+    } else if (question.IsOverdue()) {
+        SetUnreachable(true); // so far
+    }
+}
+
+void TKxPlaceButton::SetUnreachable(bool value) {
+    if (FUnreachable == value) {
+        return;
+    }
+    FUnreachable = value;
+    SetHint(value ? FPlaceHint + (FPlaceHint.empty() ? "" : "\r\n") + LoadPlacesString(SKxPlaceUnreachable)
+                  : FPlaceHint);
+    Invalidate();
+}
+
 // --- Painting
 
 void TKxPlaceButton::TextChanged() {
@@ -117,6 +158,7 @@ TKxPlaceButton::TLook TKxPlaceButton::Look() {
                       : TFrame::None,
             static_cast<TColor>(ColorToRGB(clBtnShadow)),
             static_cast<TColor>(ColorToRGB(clHighlightText)),
+            FUnreachable,
             Canvas().Font().Handle()};
 }
 
@@ -143,6 +185,19 @@ void TKxPlaceButton::DrawAll() {
     DrawIcon(canvas, isSameFont ? extent.Y : Canvas().TextHeight(Caption()));
     DrawFrame(canvas);
     DrawCaption(canvas, extent);
+    if (FLook.IsFaint) {
+        MakeFaint(canvas);
+    }
+}
+
+/// Lays the background over all but the frame, so that half of it shows through.
+void TKxPlaceButton::MakeFaint(TCanvas& canvas) {
+    constexpr BLENDFUNCTION half{AC_SRC_OVER, 0, 128, 0};
+    TBitmap background;
+    background.SetSize(1, 1);
+    background.Canvas().Brush().SetColor(FLook.Background);
+    background.Canvas().FillRect({0, 0, 1, 1});
+    GdiAlphaBlend(canvas.Handle(), 1, 1, Width() - 2, Height() - 2, background.Canvas().Handle(), 0, 0, 1, 1, half);
 }
 
 void TKxPlaceButton::DrawIcon(TCanvas& canvas, int textHeight) {

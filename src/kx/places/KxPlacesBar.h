@@ -3,6 +3,7 @@
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/win/Handles.h"
 
+#include <memory>
 #include <string>
 
 // The buttons of a places bar.
@@ -29,6 +30,9 @@ protected:
 /// tool bar must not draw anything of the button.
 ///
 /// It keeps copies of what it shows of the place: when the places change, the bar is rebuilt.
+///
+/// A place on another computer, or on a drive that may be asleep, is looked for by another thread. As long as it cannot
+/// be reached its icon and caption are faint and its hint says so; a click tries again.
 class TKxPlaceButton : public TToolButton {
     KX_CLASS()
 
@@ -49,6 +53,8 @@ class TKxPlaceButton : public TToolButton {
 
     /// Takes over caption, hint and icons. @throws ERangeError for a negative icon index, with all else taken over.
     void ShowPlace(const TKxPlace& place);
+    bool IsUnreachable() const { return FUnreachable; }
+    void SetUnreachable(bool value);
 
 protected:
     void Paint() override;
@@ -79,14 +85,19 @@ private:
         TFrame Frame = TFrame::None;
         TColor Background = clBlack;
         TColor Text = clBlack;
+        bool IsFaint = false;
         HFONT Font = nullptr; ///< The icon's place depends on it.
         bool operator==(const TLook&) const = default;
     };
 
+    struct TSearch;
+
     IKxPlacesBar* Bar() const;
+    void SearchTick(TObject* sender);
     void LoadIcon(TPlaceIcon& icon, int32_t& field, int32_t index);
     TLook Look();
     void DrawAll();
+    void MakeFaint(TCanvas& canvas);
     void DrawIcon(TCanvas& canvas, int textHeight);
     void DrawFrame(TCanvas& canvas);
     void DrawCaption(TCanvas& canvas, const TPoint& extent);
@@ -104,6 +115,9 @@ private:
     TPlaceIcon FIco;
     TPlaceIcon FIcoSel;
     std::string FIconDll;
+    std::string FPlaceHint;
+    std::unique_ptr<TSearch> FSearch; ///< For the place, as long as nobody knows whether it can be reached.
+    bool FUnreachable = false;
     int32_t FIcon = 0;
     int32_t FIconSel = 0;
 };

@@ -4,7 +4,7 @@
 
 #include "kx/places/KxAddPlaceForm.h"
 #include "kx/places/KxPlacesStrings.h"
-#include "kx/win/FileStreams.h"
+#include "kx/win/PathKind.h"
 #include "kx/win/Windows.h"
 
 #include <shellapi.h>
@@ -70,7 +70,7 @@ void TKxPlacesBarFrm::OnFolderClick(int index) {
     }
     const TKxPlace& place = (*FPlaces)[index];
     switch (place.PlaceSpecPath()) {
-    case ftNone: OpenPath(place.FolderPath()); break;
+    case ftNone: OpenPath(index, place.FolderPath()); break;
     case ftDesktop: OpenInLookIn(ftDesktop); break;
     case ftDrives: OpenInLookIn(ftDrives); break;
     case ftPersonal: OpenSpecialFolder(ftPersonal); break;
@@ -117,12 +117,18 @@ void TKxPlacesBarFrm::OpenSpecialFolder(TKxSpecShellFolder folder) {
     FDialog->SetSelPath(GetPathFromPIDL(pidl.get()));
 }
 
-void TKxPlacesBarFrm::OpenPath(const std::string& path) {
-    if (DirectoryExists(path)) {
+void TKxPlacesBarFrm::OpenPath(int index, const std::string& path) {
+    const TPathKind kind = KindOfPath(path);
+    if (index < ToolBar1->ButtonCount()) {
+        if (auto* const button = dynamic_cast<TKxPlaceButton*>(ToolBar1->Buttons(index))) {
+            button->SetUnreachable(kind == pkUnreachable);
+        }
+    }
+    if (kind == pkFolder) {
         FDialog->SetSelPath(path);
         return;
     }
-    if (!FileExists(path)) {
+    if (kind != pkFile) {
         return;
     }
     IKxPlacesHost& dialog = *FDialog;
@@ -199,7 +205,7 @@ void Propose(TKxAddPlaceFrm& form, const std::string& name) {
     form.eHint->SetText(ExtractFileName(name));
     form.eIconLib->SetText("Shell32.dll");
     form.btnShowIconsClick(form.btnShowIcons);
-    const bool isFolder = DirectoryExists(name);
+    const bool isFolder = KindOfPath(name) == pkFolder;
     form.ChooseIcons(isFolder ? 3 : 0, isFolder ? 4 : 0);
 }
 

@@ -61,7 +61,7 @@ private:
     TKxPlaceButton* ButtonOfMenu() const;
     void OpenInLookIn(TKxSpecShellFolder folder);
     void OpenSpecialFolder(TKxSpecShellFolder folder);
-    void OpenPath(const std::string& path);
+    void OpenPath(int index, const std::string& path);
     void AddDropped(const std::vector<std::string>& names);
 
     IKxPlacesHost* FDialog = nullptr;

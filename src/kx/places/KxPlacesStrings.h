@@ -10,7 +10,8 @@ enum TKxPlacesString : uint16_t {
     SKxFileWithoutIcons = 65520,
     SKxIconFileFilter = 65521,
     SKxIconFileTitle = 65522,
-    SKxConfirmPlaceDelete = 65523
+    SKxConfirmPlaceDelete = 65523,
+    SKxPlaceUnreachable = 65524
 };
 
 /// The text in the process's code page; empty when the program lacks it.

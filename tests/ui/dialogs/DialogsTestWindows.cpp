@@ -1,5 +1,7 @@
 // What the dialogs of Windows do and those of other systems do not.
 
+#include "kx/win/PathKind.h"
+#include "tests/support/SlowDisk.h"
 #include "tests/support/WindowsWays.h"
 
 #include "kx/win/Subclass.h"
@@ -90,15 +92,22 @@ TEST_F(OnWindows, ADialogThatIsFreedWhileItsNameIsRefusedIsNotTriedAgain) {
     EXPECT_EQ(calls, 1);
 }
 
-TEST_F(OnWindows, AFolderOnAnotherComputerIsLeftToTheSystem) {
+TEST_F(OnWindows, AFolderOnAnotherComputerIsOneToStartInWhenTheComputerAnswers) {
+    const std::string share = "\\\\kx-test\\share\\folder";
+    TSlowDisk disk;
     std::string folder;
     Dialog.System = [&](const OPENFILENAMEA& record) {
         folder = record.lpstrInitialDir;
         return false;
     };
-    Dialog.SetInitialDir("\\\\no-such-host\\share\\folder");
+    Dialog.SetInitialDir(share);
+    EXPECT_FALSE(Dialog.Execute()); // and does not wait for long
+    EXPECT_NE(folder, share);
+    EXPECT_NE(folder, "");
+    disk.Answer(share, FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(TPathQuestion(share).Answer(INFINITE), pkFolder);
     EXPECT_FALSE(Dialog.Execute());
-    EXPECT_EQ(folder, "\\\\no-such-host\\share\\folder");
+    EXPECT_EQ(folder, share);
     Dialog.SetInitialDir(Folder.Path("missing"));
     EXPECT_FALSE(Dialog.Execute());
     EXPECT_NE(folder, Folder.Path("missing"));

@@ -2,7 +2,7 @@
 
 #include "kx/ui/dialogs/DialogsOpenRun.h"
 
-#include "kx/win/FileStreams.h"
+#include "kx/win/PathKind.h"
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
 
@@ -85,11 +85,8 @@ std::string CurrentFolder() {
     return FromWide(path);
 }
 
-/// The folder to start in. To ask about a share that does not answer takes long, so folders of shares are not looked
-/// for: the dialog itself starts in another folder when that one is missing.
-std::string StartFolder(const std::string& wanted) {
-    return wanted.starts_with("\\\\") || DirectoryExists(wanted) ? wanted : CurrentFolder();
-}
+/// The folder to start in. One that cannot be reached is as good as missing: the dialog would look for it for long.
+std::string StartFolder(const std::string& wanted) { return KindOfPath(wanted) == pkFolder ? wanted : CurrentFolder(); }
 
 bool IsFullPath(const std::string& name) {
     return name.starts_with("\\\\") || (name.size() > 2 && name[1] == ':' && name[2] == '\\');
@@ -219,7 +216,7 @@ bool TOpenDialog::TRun::Mend(DWORD error) {
     std::vector<char>& block = FNames.Last();
     const std::string name(block.begin(), std::find(block.begin(), block.end(), '\0'));
     if (error == FNERR_INVALIDFILENAME && !name.empty()) { // it is a folder, or nothing that a file can be called
-        const std::string folder = DirectoryExists(name) ? name : ExtractFilePath(name);
+        const std::string folder = KindOfPath(name) == pkFolder ? name : ExtractFilePath(name);
         FFolder = folder.empty() ? FFolder : folder;
         std::fill(block.begin(), block.end(), '\0');
     } else if (error == FNERR_BUFFERTOOSMALL && block.size() < MostNamesSize) { // the user has to choose again
