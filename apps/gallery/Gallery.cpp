@@ -11,6 +11,7 @@
 #include "FolderVetoForm.h"
 #include "GalleryForm.h"
 #include "KindsForm.h"
+#include "NoteForm.h"
 #include "PreviewForm.h"
 #include "ReferenceForm.h"
 #include "SampleFiles.h"
@@ -47,6 +48,7 @@ void CreateForms(TGalleryForm*& mainForm) {
     application.CreateForm(&FolderVetoForm);
     application.CreateForm(&FolderChoiceForm);
     application.CreateForm(&ChoiceForm);
+    application.CreateForm(&NoteForm);
     FavouritesForm->Add("Samples", Samples().Folder());
     for (const char* folder : {"Drawings", "Letters", "Müller & Söhne", "Чертежи"}) {
         FavouritesForm->Add(folder, Samples().Path(folder));

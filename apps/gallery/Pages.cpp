@@ -13,6 +13,7 @@
 #include "PrintPage.h"
 #include "RecentPage.h"
 #include "SavePage.h"
+#include "ScriptsPage.h"
 
 namespace kx::gallery {
 
@@ -27,7 +28,7 @@ std::vector<TGalleryPage*> CreatePages(TComponent* owner) {
         New<TPlainPage>(owner),    New<TDockingPage>(owner), New<TCaptionsPage>(owner), New<TNavigationPage>(owner),
         New<TDropDownPage>(owner), New<TPlacesPage>(owner),  New<TOpenPage>(owner),     New<TSavePage>(owner),
         New<TRecentPage>(owner),   New<TFolderPage>(owner),  New<TColorPage>(owner),    New<TPrintPage>(owner),
-        New<TModelessPage>(owner),
+        New<TModelessPage>(owner), New<TScriptsPage>(owner),
     };
 }
 
