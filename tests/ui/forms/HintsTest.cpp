@@ -4,6 +4,9 @@
 #include "tests/ui/SampleForms.h"
 #include "tests/ui/SecondMonitor.h"
 
+#include "kx/win/Monitors.h"
+#include "tests/support/TestForms.h"
+
 namespace kx {
 namespace {
 
@@ -98,6 +101,147 @@ TEST(Hints, StayOnTheMonitorOfThePointer) {
     form->Edit1->SetHint(longHint);
     const int half = Width(TSecondMonitor::Whole) / 2;
     EXPECT_NEAR(Width(hintAt({-1000, 200})), half, 80);
+    Application().CancelHint();
+}
+
+/// The form with all controls, the mouse over its first edit and hints that come at once.
+class HintTips : public testing::Test {
+protected:
+    HintTips() : Form(NewForm<TAllControlsForm>(nullptr)) {
+        Application().SetHintPause(20);
+        Form->Show();
+        EXPECT_TRUE(PumpUntil([&] { return Form->Active(); }));
+        MoveMouse(Form->ClientToScreen({300, 365}));
+        EXPECT_TRUE(PumpUntil([] { return MouseInputTaken(); }));
+    }
+    ~HintTips() override {
+        Application().CancelHint();
+        Application().SetHintPause(500);
+    }
+    static HWND Tip() { return Application().HintHandle(); }
+    void Await() {
+        MoveMouse(CenterOf(Form->Edit1->Handle()));
+        ASSERT_TRUE(PumpUntil([] { return Tip() != nullptr; }));
+    }
+    /// More than long enough for a hint to come.
+    static void Wait() {
+        const ULONGLONG end = GetTickCount64() + 150;
+        PumpUntil([=] { return GetTickCount64() > end; });
+    }
+    std::unique_ptr<TAllControlsForm, TFreeDeleter> Form;
+};
+
+TEST_F(HintTips, AreTheSystems) {
+    Await();
+    EXPECT_EQ(ClassOf(Tip()), "tooltips_class32");
+    EXPECT_TRUE(IsWindowVisible(Tip()));
+    EXPECT_TRUE(GetWindowLongA(Tip(), GWL_EXSTYLE) & WS_EX_TOPMOST);
+    EXPECT_EQ(GetWindow(Tip(), GW_OWNER), Application().Handle());
+    const POINT inside = ToPOINT(CenterOf(Tip()));
+    EXPECT_NE(WindowFromPoint(inside), Tip()) << "the mouse acts on what is below";
+    Screenshot("hint");
+}
+
+TEST_F(HintTips, ThereIsNeverMoreThanOne) {
+    Application().ActivateHint(CenterOf(Form->Edit1->Handle()));
+    const HWND first = Tip();
+    Form->Edit1->SetHint("another one");
+    Application().ActivateHint(CenterOf(Form->Edit1->Handle()));
+    EXPECT_EQ(TextOf(Tip()), "another one");
+    int shown = 0;
+    for (const HWND window : TopWindows("tooltips_class32")) {
+        shown += IsWindowVisible(window);
+    }
+    EXPECT_EQ(shown, 1);
+    EXPECT_TRUE(first == Tip() || !IsWindow(first));
+    Application().CancelHint();
+    EXPECT_EQ(TopWindows("tooltips_class32").size(), 0u);
+}
+
+TEST_F(HintTips, AClickTakesThemAway) {
+    Await();
+    ClickAt(CenterOf(Form->Edit1->Handle()));
+    EXPECT_TRUE(PumpUntil([] { return !Tip(); }));
+    const TPoint at = CenterOf(Form->Edit1->Handle());
+    MoveMouse({at.X + 3, at.Y});
+    Wait();
+    EXPECT_FALSE(Tip()) << "nor does it come back over the same control";
+    MoveMouse(Form->ClientToScreen({300, 365}));
+    ASSERT_TRUE(PumpUntil([] { return Application().Hint().empty(); }));
+    Await();
+}
+
+TEST_F(HintTips, AKeyTakesThemAway) {
+    Await();
+    Form->Edit1->SetFocus();
+    PressKey('A');
+    EXPECT_TRUE(PumpUntil([] { return !Tip(); }));
+    const TPoint at = CenterOf(Form->Edit1->Handle());
+    MoveMouse({at.X + 3, at.Y});
+    Wait();
+    EXPECT_FALSE(Tip());
+}
+
+TEST_F(HintTips, NoneComesWhereTheUserHasClickedMeanwhile) {
+    Application().SetHintPause(200);
+    MoveMouse(CenterOf(Form->Edit1->Handle()));
+    ASSERT_TRUE(PumpUntil([] { return !Application().Hint().empty(); }));
+    ClickAt(CenterOf(Form->Edit1->Handle()));
+    const ULONGLONG end = GetTickCount64() + 400;
+    EXPECT_TRUE(PumpUntil([=] { return Tip() || GetTickCount64() > end; }));
+    EXPECT_FALSE(Tip());
+}
+
+TEST_F(HintTips, GoWithTheWindowThatIsNoLongerActive) {
+    Await();
+    const TFormPtr other(NewForm<TForm>(nullptr));
+    other->SetBounds(600, 600, 100, 100);
+    other->Show();
+    EXPECT_TRUE(PumpUntil([] { return !Tip(); }));
+}
+
+TEST_F(HintTips, HaveAsManyLinesAsTheirText) {
+    const auto height = [&](const std::string& text) {
+        Form->Edit1->SetHint(text);
+        Application().ActivateHint(CenterOf(Form->Edit1->Handle()));
+        return Height(ScreenRectOf(Tip()));
+    };
+    const int one = height("one");
+    const int three = height("one\ntwo\r\nthree");
+    EXPECT_GT(three, one + one);
+    EXPECT_LT(three, 4 * one);
+    std::string text;
+    for (int i = 0; i < 100; ++i) {
+        text += "many words ";
+    }
+    EXPECT_GT(height(text), one);
+    EXPECT_LE(Width(ScreenRectOf(Tip())), Width(MonitorAt({0, 0, 1, 1}).Whole) / 2 + 40);
+    Screenshot("hint-wrapped");
+}
+
+TEST_F(HintTips, ShowTheirTextAsItIs) {
+    Form->Edit1->SetHint("Save & close");
+    Application().ActivateHint(CenterOf(Form->Edit1->Handle()));
+    EXPECT_EQ(TextOf(Tip()), "Save & close");
+    const int marked = Width(ScreenRectOf(Tip()));
+    Form->Edit1->SetHint("Save  close");
+    Application().ActivateHint(CenterOf(Form->Edit1->Handle()));
+    EXPECT_GT(marked, Width(ScreenRectOf(Tip()))) << "the sign is one of the text's own";
+    Form->Edit1->SetHint("");
+    Application().ActivateHint(CenterOf(Form->Edit1->Handle()));
+    EXPECT_NE(TextOf(Tip()), "Save  close");
+}
+
+TEST(Hints, KeepOffTheSystemsBars) {
+    const std::unique_ptr<TAllControlsForm, TFreeDeleter> form(NewForm<TAllControlsForm>(nullptr));
+    form->Show();
+    const TWindowEverywhere edit(form->Edit1->Handle());
+    const TSecondMonitor second(nullptr);
+    form->Edit1->SetHint(std::string(200, 'x'));
+    Application().ActivateHint({-965, -55});
+    const TRect hint = ScreenRectOf(Application().HintHandle());
+    EXPECT_GE(hint.Left, TSecondMonitor::Free.Left);
+    EXPECT_GE(hint.Top, TSecondMonitor::Free.Top);
     Application().CancelHint();
 }
 

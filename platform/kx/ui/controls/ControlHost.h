@@ -18,7 +18,8 @@ public:
     virtual void ControlGone(const TControl& control) = 0;
     /// The mouse, at that point of the screen, has come over the control. Null: over none.
     virtual void MouseOver(TControl* control, const TPoint& screenPoint) = 0;
-    virtual void HideHint() = 0;   ///< Hides the hint that is shown.
+    /// The user presses a key or a button: a hint that is shown goes, and none is about to come where the mouse is.
+    virtual void HideHint() = 0;
     virtual void CancelHint() = 0; ///< The same, and no hint is about to be shown.
     virtual void MenuItemSelected(const std::string& hint) = 0;
     virtual TCursor Cursor() const = 0;                ///< Of the whole program; crDefault: each control's own.

@@ -12,6 +12,22 @@
 
 namespace kx {
 
+namespace {
+
+bool IsButtonDown(UINT message) {
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
 void TWinControl::WndProc(TMessage& message) {
     switch (message.Msg) {
     case WM_PAINT: PaintHandler(message); return;
@@ -124,6 +140,9 @@ void TWinControl::WndProc(TMessage& message) {
     }
     default:
         if (message.Msg >= WM_MOUSEFIRST && message.Msg <= WM_MBUTTONDBLCLK) {
+            if (IsButtonDown(message.Msg) && !Outlives(*this, [] { ControlHost().HideHint(); })) {
+                return;
+            }
             if (GraphicMouseMessage(message)) {
                 return;
             }

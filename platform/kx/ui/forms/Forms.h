@@ -19,6 +19,7 @@ namespace kx {
 
 class TApplication;
 class TFormsHost;
+class THintTip;
 class TMainMenu;
 
 TApplication& Application(); ///< The program's; made on first use.
@@ -452,6 +453,7 @@ private:
     static constexpr UINT_PTR HintTimerId = 1;
     void HintTimer();
     void StopHintTimer();
+    void EndHint();
     void ControlGone(const TControl& control);
 
     struct TQueue;
@@ -480,7 +482,7 @@ private:
     TPoint FHintPoint;
     bool FHintOfMouse = false; ///< `Hint` is that of a control that the mouse came over.
     bool FHintWaiting = false;
-    std::unique_ptr<TWinControl> FHintWindow; ///< A THintWindow.
+    std::unique_ptr<THintTip> FHintTip;
 
     TExceptionEvent FOnException;
     TMessageEvent FOnMessage;

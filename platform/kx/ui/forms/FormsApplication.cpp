@@ -7,6 +7,7 @@
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/MessageFrames.h"
 #include "kx/ui/forms/FormsThreads.h"
+#include "kx/ui/forms/HintTip.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -57,7 +58,7 @@ public:
     void MouseOver(TControl* control, const TPoint& screenPoint) override {
         Application().MouseOver(control, screenPoint);
     }
-    void HideHint() override { Application().HideHint(); }
+    void HideHint() override { Application().EndHint(); }
     void CancelHint() override { Application().CancelHint(); }
     void MenuItemSelected(const std::string& hint) override {
         if (TheApplication) {
@@ -103,7 +104,8 @@ const TClass& TApplication::StaticClass() {
 
 TApplication* TApplication::Existing() { return TheApplication; }
 
-TApplication::TApplication() : FQueue(std::make_unique<TQueue>()), FThreadId(GetCurrentThreadId()) {
+TApplication::TApplication()
+    : FQueue(std::make_unique<TQueue>()), FThreadId(GetCurrentThreadId()), FHintTip(std::make_unique<THintTip>()) {
     TheApplication = this;
     InstallCodePage();
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_PAGESCROLLER_CLASS};
@@ -127,7 +129,6 @@ TApplication::~TApplication() {
     EndThreads();
     Destroying();
     CancelHint();
-    FHintWindow.reset();
     DestroyComponents(); // this may end threads of dialogs
     RefuseSynchronized();
     if (FHelpOpened) {

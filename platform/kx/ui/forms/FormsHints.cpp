@@ -1,74 +1,11 @@
-// Hints, and the window that shows them.
+// When hints show, and when they go.
 
 #include "kx/ui/forms/Forms.h"
 
-#include "kx/win/Monitors.h"
+#include "kx/ui/forms/HintTip.h"
 #include "kx/win/Windows.h"
 
-#include <algorithm>
-
 namespace kx {
-
-/// The small window that shows a hint.
-class THintWindow : public TCustomControl {
-    KX_CLASS()
-
-    THintWindow() {
-        SetColor(clInfoBk);
-        Font().SetColor(clInfoText);
-        Hide();
-    }
-
-    /// Shows `text` below the pointer, whose place on the screen is given, or as near as its monitor allows.
-    void ActivateHint(const TPoint& pointer, const std::string& text) {
-        SetText(text);
-        HandleNeeded();
-        const TRect monitor = MonitorAt({pointer.X, pointer.Y, pointer.X + 1, pointer.Y + 1}).Whole;
-        TRect r{0, 0, kx::Width(monitor) / 2, 0};
-        Canvas().Font().Assign(&Font());
-        Canvas().DrawText(text, r, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
-        const int width = r.Right + 8;
-        const int height = r.Bottom + 6;
-        const int below = pointer.Y + GetSystemMetrics(SM_CYCURSOR) / 2 + 4;
-        const int left = std::max(monitor.Left, std::min(pointer.X, monitor.Right - width));
-        const int top = std::max(monitor.Top, std::min(below, monitor.Bottom - height));
-        SetWindowPos(WindowHandle(), HWND_TOPMOST, left, top, width, height, SWP_NOACTIVATE | SWP_SHOWWINDOW);
-        Repaint();
-    }
-
-    void Deactivate() { DestroyHandle(); }
-
-protected:
-    void CreateParams(TCreateParams& params) override {
-        TCustomControl::CreateParams(params);
-        params.Style = WS_POPUP | WS_BORDER;
-        params.ExStyle = WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE;
-        params.ClassStyle |= CS_SAVEBITS;
-        params.WndParent = Application().Handle();
-    }
-
-    void WndProc(TMessage& message) override {
-        if (message.Msg == WM_NCHITTEST) {
-            message.Result = HTTRANSPARENT; // the mouse acts on the window below
-        } else {
-            TCustomControl::WndProc(message);
-        }
-    }
-
-    void Paint() override {
-        TRect r = ClientRect();
-        r.Left += 3;
-        r.Top += 2;
-        Canvas().Font().Assign(&Font());
-        Canvas().Brush().SetStyle(bsClear);
-        Canvas().DrawText(Text(), r, DT_WORDBREAK | DT_NOPREFIX);
-    }
-};
-
-const TClass& THintWindow::StaticClass() {
-    static const TClassBuilder<THintWindow> cls("THintWindow", TCustomControl::StaticClass());
-    return cls.Class();
-}
 
 namespace {
 
@@ -98,14 +35,17 @@ void TApplication::SetHint(const std::string& value) {
 
 void TApplication::DoHint() { FOnHint(this); }
 
-HWND TApplication::HintHandle() const {
-    return FHintWindow && FHintWindow->HandleAllocated() ? FHintWindow->WindowHandle() : nullptr;
-}
+HWND TApplication::HintHandle() const { return FHintTip->Handle(); }
 
-/// The mouse moved over `control`; null: it left the program's windows.
+/// The mouse moved over `control`; null: it left a window. That is told late: it may be over another one by now.
 void TApplication::MouseOver(TControl* control, const TPoint& screenPoint) {
     if (!InOwnThread()) {
         return;
+    }
+    if (!control) {
+        POINT mouse;
+        GetCursorPos(&mouse);
+        control = FindDragTarget(FromPOINT(mouse), true);
     }
     TControl* const hinted = HintedControl(control);
     const bool isOutdated = !hinted && FHintOfMouse; // its control may have gone meanwhile
@@ -157,10 +97,7 @@ void TApplication::ActivateHint(const TPoint& screenPoint) {
     if (hint.empty()) {
         return;
     }
-    if (!FHintWindow) {
-        FHintWindow = std::make_unique<THintWindow>();
-    }
-    static_cast<THintWindow&>(*FHintWindow).ActivateHint(screenPoint, hint);
+    FHintTip->Show(FHandle, screenPoint, hint);
     FHintWaiting = false;
     SetTimer(FHandle, HintTimerId, static_cast<UINT>(FHintHidePause), nullptr);
 }
@@ -172,7 +109,19 @@ void TApplication::HideHint() {
     }
     if (HintHandle()) {
         StopHintTimer();
-        static_cast<THintWindow&>(*FHintWindow).Deactivate();
+        FHintTip->Hide();
+    }
+}
+
+/// Hides the hint, or waits for it no longer. Until the mouse comes over another control, it does not come back.
+void TApplication::EndHint() {
+    if (!InOwnThread()) {
+        QueueCall([this] { EndHint(); });
+        return;
+    }
+    HideHint();
+    if (std::exchange(FHintWaiting, false)) {
+        StopHintTimer();
     }
 }
 
@@ -181,11 +130,7 @@ void TApplication::CancelHint() {
         QueueCall([this] { CancelHint(); });
         return;
     }
-    HideHint();
-    if (FHintWaiting) {
-        StopHintTimer();
-        FHintWaiting = false;
-    }
+    EndHint();
     FHintControl = nullptr;
 }
 
