@@ -1,7 +1,9 @@
 // How the button of a place looks.
 
 #include "PlacesBarFixture.h"
+#include "tests/support/Pictures.h"
 #include "tests/support/SysColors.h"
+#include "tests/support/SystemLooks.h"
 
 #include <shellapi.h>
 
@@ -11,31 +13,6 @@ namespace kx::test {
 namespace {
 
 enum class TLook { Up, Hot, Down };
-
-/// A picture in memory, of the screen's depth.
-class TPicture32 {
-public:
-    TPicture32(int width, int height)
-        : Width(width), Height(height), FDC(CreateCompatibleDC(FScreen.Handle())),
-          FBitmap(CreateCompatibleBitmap(FScreen.Handle(), width, height)), FSelected(FDC.get(), FBitmap.get()) {}
-    HDC Handle() const { return FDC.get(); }
-    std::vector<uint32_t> Pixels() const { return PixelsOf(FDC.get(), {0, 0, Width, Height}); }
-    void Line(COLORREF color, POINT from, POINT to) const {
-        const unique_hpen pen(CreatePen(PS_SOLID, 1, color));
-        const TSelectObject selected(FDC.get(), pen.get());
-        MoveToEx(FDC.get(), from.x, from.y, nullptr);
-        LineTo(FDC.get(), to.x, to.y);
-    }
-
-    const int Width;
-    const int Height;
-
-private:
-    TWindowDC FScreen{nullptr};
-    unique_hdc FDC;
-    unique_hbitmap FBitmap;
-    TSelectObject FSelected;
-};
 
 std::wstring Wide(const std::string& text) {
     std::wstring wide(text.size(), L'\0');
@@ -104,6 +81,8 @@ std::vector<uint32_t> Expected(int w, int h, TLook look, int icon, const std::st
 
 class PlaceButtonPaint : public TPlacesBarTest {
 protected:
+    TUnthemed Unthemed;
+
     std::vector<uint32_t> Seen(int index) {
         Frm->ToolBar1->Update();
         const TWindowDC dc(Frm->ToolBar1->Handle());

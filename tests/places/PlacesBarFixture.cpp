@@ -73,27 +73,4 @@ std::vector<TStep> TPlacesBarTest::ChooseFromMenu(int index, const TMenuItem& it
              }}};
 }
 
-std::vector<uint32_t> PixelsOf(HDC dc, const TRect& rect) {
-    const int width = rect.Right - rect.Left;
-    const int height = rect.Bottom - rect.Top;
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    const unique_hdc memory(CreateCompatibleDC(dc));
-    const unique_hbitmap bitmap(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    const TSelectObject selected(memory.get(), bitmap.get());
-    BitBlt(memory.get(), 0, 0, width, height, dc, rect.Left, rect.Top, SRCCOPY);
-    GdiFlush();
-    const auto* const first = static_cast<const uint32_t*>(bits);
-    std::vector<uint32_t> pixels(first, first + width * height);
-    for (uint32_t& pixel : pixels) {
-        pixel &= 0xFFFFFF;
-    }
-    return pixels;
-}
-
 } // namespace kx::test

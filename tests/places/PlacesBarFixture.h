@@ -85,7 +85,4 @@ protected:
     TLoggingHost Dialog;
 };
 
-/// The pixels of a part of a window as it is on the screen, or of a picture, by rows from the top; 0x00RRGGBB.
-std::vector<uint32_t> PixelsOf(HDC dc, const TRect& rect);
-
 } // namespace kx::test

@@ -28,6 +28,18 @@ int RasterOperation(TPenMode mode) {
     return operations[mode];
 }
 
+/// The text as it is drawn when no letters are underlined: "&&" is one sign, and others are none.
+std::wstring WithoutPrefixes(const std::wstring& text) {
+    std::wstring result;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'&' && ++i == text.size()) {
+            break;
+        }
+        result += text[i];
+    }
+    return result;
+}
+
 } // namespace
 
 const TClass& TCanvas::StaticClass() {
@@ -208,8 +220,12 @@ int TCanvas::DrawText(const std::string& text, TRect& rect, UINT format) {
     if (draws) {
         Changing();
     }
-    const std::wstring wide = ToWide(text);
+    std::wstring wide = ToWide(text);
     RECT area = ToRECT(rect);
+    if ((format & DT_HIDEPREFIX) && !(format & DT_NOPREFIX)) { // not all systems know it
+        wide = WithoutPrefixes(wide);
+        format = (format & ~UINT{DT_HIDEPREFIX}) | DT_NOPREFIX;
+    }
     // A pointer to nothing stands for an empty text of length 0.
     const int height = ::DrawTextW(Require({FontTool, BrushTool}), wide.c_str(), static_cast<int>(wide.size()), &area,
                                    format & ~UINT{DT_MODIFYSTRING});

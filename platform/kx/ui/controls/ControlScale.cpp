@@ -45,6 +45,7 @@ void TWinControl::ScaleForDpi(int to, int from) {
 
 /// The controls inside keep their places until all have their sizes; then they are aligned once.
 void TWinControl::ChangeScale(int to, int from) {
+    FSystemLook.reset(); // themes have other pictures for other resolutions
     const TAlive alive(*this);
     {
         const TFieldScope aligning(*this, FAligning, true);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/ui/controls/Control.h"
+#include "kx/win/Themes.h"
 #include "kx/win/Thunk.h"
 
 #include <functional>
@@ -111,6 +112,20 @@ class TWinControl : public TControl {
     /// Paints the control and the graphic controls inside it on `dc`, at its origin.
     void PaintTo(HDC dc, int x, int y);
 
+    // --- Looks that the system decides
+
+    /// How the theme draws controls of that kind in the window; empty where they are drawn in the classic way. It is
+    /// valid until the next message.
+    TTheme Theme(TThemeKind kind) const;
+    /// The user needs strong contrasts: all is to be drawn in the system's colours, without effects.
+    bool HighContrast() const;
+    /// DT_HIDEPREFIX while the letters of captions that keys choose are not to be underlined, else 0: the user has
+    /// not used the keyboard yet.
+    UINT HiddenPrefix() const;
+    bool HidesFocus() const; ///< In the same way, no mark shows which control has the focus.
+    /// Behind what is in the window lies the theme's picture, of a page with tabs for instance, and not one colour.
+    virtual bool HasThemedBackground() const;
+
     void SetBounds(int left, int top, int width, int height) override;
     TRect ClientRect() const override;
     TPoint ClientOrigin() const override;
@@ -200,6 +215,7 @@ protected:
 
     /// Paints the control itself, behind those inside it.
     virtual void PaintWindow(HDC dc);
+    /// Fills the client area with what lies behind the controls inside.
     virtual void EraseBackground(HDC dc);
     /// Painted into memory first. A system control that wants it draws itself in its `PaintWindow`.
     virtual bool NeedsBuffer() const;
@@ -210,6 +226,11 @@ protected:
     /// has used it, or the control is gone.
     bool MouseWheelUsed(TMessage& message);
     virtual bool DoMouseWheel(TShiftState shift, int wheelDelta, const TPoint& mousePos);
+
+    /// The user has used the keyboard (or the mouse). Windows that are opened next show marks for it (or not).
+    static void InputSeen(bool isKey);
+    void TakeCues();              ///< Shows the same marks for the keyboard as the windows around.
+    void ShowCues(WPARAM hidden); ///< Shows marks for the keyboard, given by UISF_ flags, as far as they are hidden.
 
     /// Area in which aligned controls are placed.
     virtual void AdjustClientRect(TRect& rect) const { static_cast<void>(rect); }
@@ -264,6 +285,10 @@ private:
     bool HasGraphicControls() const;
     bool HasChild(const TControl* control) const; ///< Compares addresses: the control may have been freed.
     void SystemChanged(TMessage& message);
+    void TellInside(const TMessage& message, bool windows);
+    TSystemLook& SystemLook() const;
+    void CuesWanted(const TMessage& message);
+    void CuesChanged(TMessage& message);
     bool MeasureItem(TMessage& message);
     TControl* MouseTarget(const TMessage& message) const;
     bool GraphicMouseMessage(TMessage& message);
@@ -295,12 +320,14 @@ private:
     std::vector<TWinControl*> FTabList;
     std::vector<HWND> FLastOrder; ///< The windows inside in the Z order that they were last brought into.
     TBrush FBrush;
-    TControl* FMouseControl = nullptr; ///< Graphic control that the mouse is over.
-    bool FSystemClass = false;         ///< The window is of a system class and paints itself.
+    mutable std::unique_ptr<TSystemLook> FSystemLook; ///< Null until the window is drawn by it.
+    TControl* FMouseControl = nullptr;                ///< Graphic control that the mouse is over.
+    bool FSystemClass = false;                        ///< The window is of a system class and paints itself.
     bool FTabStop = false;
     bool FDoubleBuffered = false;
     bool FAcceptFiles = false;
     bool FIsMouseIn = false;
+    uint8_t FHiddenCues = 0; ///< Marks for the keyboard that are not shown: UISF_ flags.
     bool FAligning = false;
     bool FDestroyingWindow = false; ///< DestroyHandle is destroying the window.
     int FWantedTabOrder = -1;       ///< Of the form file.
@@ -336,6 +363,14 @@ class TGraphicControl : public TControl {
 protected:
     void ContextStale() override;
     virtual void Paint() {}
+
+    // What the system says of the looks of the window that the control is in, as for TWinControl; without a window,
+    // the classic looks.
+
+    TTheme Theme(TThemeKind kind) const { return Parent() ? Parent()->Theme(kind) : TTheme(); }
+    bool HighContrast() const { return Parent() && Parent()->HighContrast(); }
+    UINT HiddenPrefix() const { return Parent() ? Parent()->HiddenPrefix() : 0; }
+    bool HasThemedBackground() const { return Parent() && ParentColor() && Parent()->HasThemedBackground(); }
 
 private:
     std::unique_ptr<TCanvas> FCanvas;

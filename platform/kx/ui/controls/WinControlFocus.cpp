@@ -153,6 +153,7 @@ void TWinControl::DoExit() { FOnExit(this); }
 
 bool TWinControl::KeyHandler(HWND window, TMessage& message, const TPassOn& passOn) {
     const TAlive alive(*this);
+    InputSeen(true);
     ControlHost().HideHint();
     if (!alive) {
         return true;

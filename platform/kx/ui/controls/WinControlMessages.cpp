@@ -33,6 +33,9 @@ void TWinControl::WndProc(TMessage& message) {
     case WM_PAINT: PaintHandler(message); return;
     case WM_PRINTCLIENT:
         if (!FSystemClass) {
+            if (NeedsBuffer()) {
+                EraseBackground(message.WParamDC()); // WM_ERASEBKGND has not done it
+            }
             PaintAll(message.WParamDC());
             return;
         }
@@ -115,8 +118,15 @@ void TWinControl::WndProc(TMessage& message) {
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE: SystemChanged(message); return;
     case WM_THEMECHANGED: // the system sends it to every window
+        FSystemLook.reset();
         Invalidate();
+        if (!Outlives(*this, [&, original = message] { TellInside(original, false); })) {
+            return;
+        }
         break;
+    case WM_QUERYUISTATE: message.Result = FHiddenCues; return;
+    case WM_CHANGEUISTATE: CuesWanted(message); return;
+    case WM_UPDATEUISTATE: CuesChanged(message); return;
     case WM_DESTROY:
         SaveWindowState();
         ContextStale();
@@ -140,8 +150,11 @@ void TWinControl::WndProc(TMessage& message) {
     }
     default:
         if (message.Msg >= WM_MOUSEFIRST && message.Msg <= WM_MBUTTONDBLCLK) {
-            if (IsButtonDown(message.Msg) && !Outlives(*this, [] { ControlHost().HideHint(); })) {
-                return;
+            if (IsButtonDown(message.Msg)) {
+                InputSeen(false);
+                if (!Outlives(*this, [] { ControlHost().HideHint(); })) {
+                    return;
+                }
             }
             if (GraphicMouseMessage(message)) {
                 return;
@@ -159,21 +172,36 @@ void TWinControl::WndProc(TMessage& message) {
 void TWinControl::SystemChanged(TMessage& message) {
     const TAlive alive(*this);
     const TMessage original = message;
+    FSystemLook.reset();
     if (message.Msg == WM_SYSCOLORCHANGE) {
         ColorChanged(); // the control's colour may be one of the system's
+    } else if (message.WParam == SPI_SETHIGHCONTRAST) {
+        Invalidate();
     }
     if (alive) {
         DefaultHandler(message);
     }
-    const std::vector<TControl*> inside = alive ? FControls : std::vector<TControl*>();
+    if (alive) {
+        TellInside(original, true);
+    }
+}
+
+/// Hands a message on to the controls inside, to those that have a window only if `windows`.
+void TWinControl::TellInside(const TMessage& message, bool windows) {
+    const TAlive alive(*this);
+    const std::vector<TControl*> inside = FControls;
     for (TControl* control : inside) { // handlers may add or remove controls
         if (!alive || !HasChild(control)) {
             continue;
         }
-        if (const auto* const windowed = dynamic_cast<TWinControl*>(control); windowed && windowed->FHandle) {
-            SendMessageW(windowed->FHandle, original.Msg, original.WParam, original.LParam);
+        const auto* const windowed = dynamic_cast<TWinControl*>(control);
+        if (windowed && !windows) {
+            continue;
+        }
+        if (windowed && windowed->FHandle) {
+            SendMessageW(windowed->FHandle, message.Msg, message.WParam, message.LParam);
         } else {
-            Guarded([&] { control->Perform(original.Msg, original.WParam, original.LParam); });
+            Guarded([&] { control->Perform(message.Msg, message.WParam, message.LParam); });
         }
     }
 }

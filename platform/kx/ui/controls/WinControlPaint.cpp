@@ -201,7 +201,19 @@ void TWinControl::PaintTo(HDC dc, int x, int y) {
 
 void TWinControl::PaintWindow(HDC) {}
 
+bool TWinControl::HasThemedBackground() const { return Parent() && ParentColor() && Parent()->HasThemedBackground(); }
+
 void TWinControl::EraseBackground(HDC dc) {
+    if (HasThemedBackground()) {
+        POINT corner{};
+        MapWindowPoints(FHandle, Parent()->FHandle, &corner, 1);
+        const TSavedDC saved(dc);
+        POINT origin;
+        GetWindowOrgEx(dc, &origin);
+        SetWindowOrgEx(dc, origin.x + corner.x, origin.y + corner.y, nullptr);
+        Parent()->EraseBackground(dc);
+        return;
+    }
     const RECT client = ToRECT(ClientRect());
     FillRect(dc, &client, FBrush.Handle());
 }

@@ -252,6 +252,7 @@ void TWinControl::CreateWnd() {
     if (!window) {
         RaiseLastOSError(error);
     }
+    MustOutlive([this] { TakeCues(); });
     if (!longText.empty()) {
         MustOutlive([&] { SetWindowTextW(FHandle, longText.c_str()); });
     }
@@ -301,6 +302,8 @@ void TWinControl::WindowDestroyed() {
     }
     ForgetSystemCall();
     FLastOrder.clear(); // the windows inside are gone too
+    FSystemLook.reset();
+    FHiddenCues = 0;
     FIsMouseIn = false;
     FMouseControl = nullptr;
     if (!Parent() && !FDestroyingWindow) {

@@ -219,6 +219,7 @@ private:
     void ApplyAlpha();
     void ApplyIcon();
     void ApplyMenu();
+    void ShowCuesFor(TWinControl& control, const MSG& message);
     bool ForwardToHost(MSG& message);
 
     TFormBorderStyle FBorderStyle = bsSizeable;

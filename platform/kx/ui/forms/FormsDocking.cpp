@@ -114,6 +114,9 @@ void TCustomForm::UpdateWindowStyle() {
     if (alive) {
         ApplyAlpha();
     }
+    if (alive && moves && WindowHandle() == window) {
+        TakeCues();
+    }
     if (alive && moves && old.Shown()) {
         ShowWindow(window, state == wsNormal ? SW_SHOWNA : ShowCommand(state));
     }

@@ -173,6 +173,7 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
     if (IsDocked()) {
         return ForwardToHost(message);
     }
+    ShowCuesFor(control, message);
     switch (message.message) {
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN: {
@@ -197,6 +198,18 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
                DialogChar(static_cast<wchar_t>(message.wParam));
     }
     default: return false;
+    }
+}
+
+/// The Alt key and those that move the focus show their marks, as in dialogs of the system.
+void TCustomForm::ShowCuesFor(TWinControl& control, const MSG& message) {
+    if (message.message == WM_SYSKEYDOWN && (message.wParam == VK_MENU || message.wParam == VK_F10)) {
+        ShowCues(UISF_HIDEACCEL | UISF_HIDEFOCUS);
+        return;
+    }
+    const bool moves = message.wParam == VK_TAB || (message.wParam >= VK_LEFT && message.wParam <= VK_DOWN);
+    if (message.message == WM_KEYDOWN && moves && !control.KeepsKey(message)) {
+        ShowCues(UISF_HIDEFOCUS);
     }
 }
 

@@ -2,7 +2,10 @@
 
 #include "kx/ui/widgets/Buttons.h"
 
+#include "kx/ui/controls/Looks.h"
 #include "kx/win/Windows.h"
+
+#include <vsstyle.h>
 
 #include <algorithm>
 
@@ -157,8 +160,34 @@ TButtonState TSpeedButton::State() const {
 void TSpeedButton::Paint() {
     const TButtonState state = State();
     Canvas().Font().Assign(&Font());
-    PaintFrame(state);
-    PaintContent(state);
+    if (FFlat && !FTransparent && !HasThemedBackground()) {
+        Canvas().Brush().SetColor(Color());
+        Canvas().FillRect(ClientRect());
+    }
+    const TTheme theme = Theme(FFlat ? TThemeKind::ToolBar : TThemeKind::Button);
+    if (theme) {
+        PaintThemedFrame(theme, state);
+    } else {
+        PaintFrame(state);
+    }
+    const int shift = !theme && (state == bsDown || state == bsExclusive) ? 1 : 0;
+    PaintContent(state, shift);
+}
+
+/// A flat button is one of a tool bar.
+void TSpeedButton::PaintThemedFrame(const TTheme& theme, TButtonState state) {
+    int part = BP_PUSHBUTTON;
+    int look = state == bsDisabled ? PBS_DISABLED : state != bsUp ? PBS_PRESSED : FHot ? PBS_HOT : PBS_NORMAL;
+    if (FFlat) {
+        part = TP_BUTTON;
+        const int checked = FHot ? TS_HOTCHECKED : TS_CHECKED;
+        const int up = FHot || IsDesigning() ? TS_HOT : TS_NORMAL;
+        look = state == bsDisabled ? TS_DISABLED : state == bsDown ? TS_PRESSED : state == bsExclusive ? checked : up;
+    }
+    theme.Draw(Canvas().Handle(), part, look, ClientRect());
+    if (state != bsDisabled) {
+        Canvas().Font().SetColor(ThemedTextColor(Font().Color(), theme, part, look));
+    }
 }
 
 void TSpeedButton::PaintFrame(TButtonState state) {
@@ -168,9 +197,6 @@ void TSpeedButton::PaintFrame(TButtonState state) {
     if (!FFlat) {
         DrawFrameControl(dc, &r, DFC_BUTTON, DFCS_BUTTONPUSH | (down ? UINT{DFCS_PUSHED} : 0));
         InflateRect(&r, -2, -2);
-    } else if (!FTransparent) {
-        Canvas().Brush().SetColor(Color());
-        Canvas().FillRect(ClientRect());
     }
     if (state == bsExclusive && !(FFlat && FHot)) {
         InflateRect(&r, -1, -1);
@@ -185,7 +211,8 @@ void TSpeedButton::PaintFrame(TButtonState state) {
 
 TPoint TSpeedButton::GlyphSize() const { return {FGlyph.Width() / FNumGlyphs, FGlyph.Height()}; }
 
-void TSpeedButton::PaintContent(TButtonState state) {
+/// `shift`: pixels by which the picture and the caption of a button that is down move.
+void TSpeedButton::PaintContent(TButtonState state, int shift) {
     const TPoint glyph = GlyphSize();
     TRect text{};
     if (!Caption().empty()) {
@@ -211,7 +238,6 @@ void TSpeedButton::PaintContent(TButtonState state) {
         glyphAt = room - glyphAt - glyphExtent;
         textAt = room - textAt - textExtent;
     }
-    const int shift = state == bsDown || state == bsExclusive ? 1 : 0;
     const TPoint glyphPos =
         sideways ? TPoint{glyphAt, (Height() - glyph.Y) / 2} : TPoint{(Width() - glyph.X) / 2, glyphAt};
     const TPoint textPos =
@@ -246,17 +272,15 @@ void TSpeedButton::PaintCaption(const TRect& rect, TButtonState state) {
     if (Caption().empty()) {
         return;
     }
-    TCanvas& canvas = Canvas();
-    canvas.Brush().SetStyle(bsClear);
-    TRect r = rect;
+    const UINT format = DT_SINGLELINE | HiddenPrefix();
     if (state == bsDisabled) {
-        r = {rect.Left + 1, rect.Top + 1, rect.Right + 1, rect.Bottom + 1};
-        canvas.Font().SetColor(clBtnHighlight);
-        canvas.DrawText(Caption(), r, DT_SINGLELINE);
-        canvas.Font().SetColor(clBtnShadow);
-        r = rect;
+        const bool engraved = !Theme(TThemeKind::Button) && !HighContrast();
+        DrawDisabledText(Canvas(), Caption(), rect, format, engraved);
+        return;
     }
-    canvas.DrawText(Caption(), r, DT_SINGLELINE);
+    TRect r = rect;
+    Canvas().Brush().SetStyle(bsClear);
+    Canvas().DrawText(Caption(), r, format);
 }
 
 } // namespace kx

@@ -80,7 +80,8 @@ private:
     TButtonState State() const;
     void Clicked();
     void PaintFrame(TButtonState state);
-    void PaintContent(TButtonState state);
+    void PaintThemedFrame(const TTheme& theme, TButtonState state);
+    void PaintContent(TButtonState state, int shift);
     void PaintGlyph(const TPoint& at, TButtonState state);
     void PaintCaption(const TRect& rect, TButtonState state);
     TPoint GlyphSize() const;

@@ -35,6 +35,8 @@ class TCustomTabControl : public TWinControl {
     const TTabChangingEvent& OnChanging() const { return FOnChanging; }
     void SetOnChanging(TTabChangingEvent value) { FOnChanging = std::move(value); }
 
+    bool HasThemedBackground() const override;
+
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
 
@@ -42,6 +44,7 @@ protected:
     void CreateWnd() override;
     void SaveWindowState() override;
     void AdjustClientRect(TRect& rect) const override { rect = DisplayRect(); }
+    void EraseBackground(HDC dc) override;
     virtual void Change();
     virtual bool CanChange();
     /// The user chooses a tab: asks, and tells.

@@ -5,6 +5,8 @@
 #include "kx/win/ReflectedMessages.h"
 #include "kx/win/Windows.h"
 
+#include <vsstyle.h>
+
 namespace kx {
 
 const TClass& TCustomTabControl::StaticClass() {
@@ -104,6 +106,18 @@ TRect TCustomTabControl::DisplayRect() const {
         SendMessageA(measure.get(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
     }
     return FromRECT(r);
+}
+
+bool TCustomTabControl::HasThemedBackground() const {
+    return ParentColor() && static_cast<bool>(Theme(TThemeKind::Tab));
+}
+
+void TCustomTabControl::EraseBackground(HDC dc) {
+    if (HasThemedBackground()) {
+        Theme(TThemeKind::Tab).Draw(dc, TABP_BODY, 0, DisplayRect());
+    } else {
+        TWinControl::EraseBackground(dc);
+    }
 }
 
 void TCustomTabControl::WndProc(TMessage& message) {

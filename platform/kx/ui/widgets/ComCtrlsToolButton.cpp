@@ -5,6 +5,8 @@
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/win/Windows.h"
 
+#include <vsstyle.h>
+
 #include <algorithm>
 
 namespace kx {
@@ -130,6 +132,10 @@ void TToolButton::VisibleChanged() { LookChanged(); }
 
 void TToolButton::Paint() {
     if (FStyle == tbsDivider && FToolBar && !FToolBar->Flat()) {
+        if (const TTheme theme = FToolBar->Theme(TThemeKind::ToolBar)) {
+            theme.Draw(Canvas().Handle(), TP_SEPARATOR, TS_NORMAL, ClientRect());
+            return;
+        }
         RECT line{Width() / 2 - 1, 2, Width(), Height() - 2};
         DrawEdge(Canvas().Handle(), &line, EDGE_ETCHED, BF_LEFT);
     }

@@ -63,8 +63,10 @@ void TPanel::AdjustClientRect(TRect& rect) const {
 void TPanel::Paint() {
     TCanvas& canvas = Canvas();
     TRect r = ClientRect();
-    canvas.Brush().SetColor(Color());
-    canvas.FillRect(r);
+    if (!HasThemedBackground()) { // else it is there already
+        canvas.Brush().SetColor(Color());
+        canvas.FillRect(r);
+    }
     const auto bevel = [&](TBevelCut cut) {
         if (cut == bvLowered || cut == bvRaised) {
             const TColor topLeft = cut == bvRaised ? clBtnHighlight : clBtnShadow;
@@ -93,9 +95,9 @@ void TPanel::Paint() {
         if (!Enabled()) {
             canvas.Font().SetColor(clGrayText);
         }
-        canvas.DrawText(
-            Text(), r,
-            DrawTextBiDiModeFlags(DT_SINGLELINE | DT_VCENTER | DT_EXPANDTABS | alignment[BiDiAlignment(FAlignment)]));
+        canvas.DrawText(Text(), r,
+                        DrawTextBiDiModeFlags(DT_SINGLELINE | DT_VCENTER | DT_EXPANDTABS |
+                                              alignment[BiDiAlignment(FAlignment)] | HiddenPrefix()));
     }
 }
 

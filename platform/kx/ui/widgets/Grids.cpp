@@ -2,8 +2,11 @@
 
 #include "kx/ui/widgets/Grids.h"
 
+#include "kx/ui/controls/Looks.h"
 #include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
+
+#include <vsstyle.h>
 
 #include <algorithm>
 
@@ -288,7 +291,8 @@ void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {
     const bool fixed = state.Contains(gdFixed);
     const bool highlighted =
         state.Contains(gdSelected) && (!state.Contains(gdFocused) || FOptions.Contains(goDrawFocusSelected));
-    PaintLines(rect, fixed);
+    const TTheme theme = FDefaultDrawing && fixed && FFixedColor == clBtnFace ? Theme(TThemeKind::Header) : TTheme();
+    PaintLines(rect, fixed, static_cast<bool>(theme));
     TCanvas& canvas = Canvas();
     canvas.Font().Assign(&Font());
     canvas.Brush().SetColor(fixed ? FFixedColor : Color());
@@ -296,7 +300,13 @@ void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {
         canvas.Brush().SetColor(clHighlight);
         canvas.Font().SetColor(clHighlightText);
     }
-    canvas.FillRect(rect); // the program may leave parts of the cell undrawn
+    if (theme) {
+        theme.Draw(canvas.Handle(), HP_HEADERITEM, HIS_NORMAL, rect);
+        canvas.Brush().SetStyle(bsClear);
+        canvas.Font().SetColor(ThemedTextColor(Font().Color(), theme, HP_HEADERITEM, HIS_NORMAL));
+    } else {
+        canvas.FillRect(rect); // the program may leave parts of the cell undrawn
+    }
     const TDrawTarget target(canvas.Handle());
     const auto draw = [&] {
         const TClipScope clip(target, rect);
@@ -305,18 +315,23 @@ void TDrawGrid::PaintCell(int col, int row, const TRect& rect) {
     if (!Outlives(*this, draw) || !target.Lives()) {
         return;
     }
-    if (FDefaultDrawing && fixed) {
+    if (FDefaultDrawing && fixed && !theme) {
         RECT edge = ToRECT(rect);
         DrawEdge(canvas.Handle(), &edge, BDR_RAISEDINNER, BF_RECT);
     }
-    if (FDefaultDrawing && state.Contains(gdFocused) && !FOptions.Contains(goRowSelect)) {
+    if (FDefaultDrawing && state.Contains(gdFocused) && !FOptions.Contains(goRowSelect) && !HidesFocus()) {
         canvas.DrawFocusRect(rect);
     }
 }
 
 /// Draws the lines right of the cell and below it, or the background where no lines are wanted.
-void TDrawGrid::PaintLines(const TRect& cell, bool fixed) {
-    const TColor line = fixed ? clBlack : clSilver;
+void TDrawGrid::PaintLines(const TRect& cell, bool fixed, bool themed) {
+    TColor line = fixed ? clBlack : clSilver;
+    if (HighContrast()) {
+        line = fixed ? clWindowText : clBtnShadow;
+    } else if (themed) {
+        line = clBtnShadow;
+    }
     const TColor none = fixed ? FFixedColor : Color();
     TCanvas& canvas = Canvas();
     canvas.Brush().SetColor(FOptions.Contains(fixed ? goFixedVertLine : goVertLine) ? line : none);

@@ -217,7 +217,7 @@ private:
     void CheckCell(int col, int row) const;
     void InvalidateSelection(const TGridRect& selection);
     void PaintCell(int col, int row, const TRect& rect);
-    void PaintLines(const TRect& cell, bool fixed);
+    void PaintLines(const TRect& cell, bool fixed, bool themed);
     TGridDrawState StateOf(int col, int row) const;
 
     TAxis FColumns;

@@ -207,6 +207,7 @@ class TButtonControl : public TWinControl {
     void WndProc(TMessage& message) override;
 
 protected:
+    HBRUSH ControlColor(HDC dc) override;
     bool DialogChar(wchar_t letter) override;
     /// Pressed, by the mouse, the keyboard or an accelerator.
     virtual void Pressed() { Click(); }
@@ -307,6 +308,9 @@ protected:
     void EnabledChanged() override;
     bool DialogChar(wchar_t letter) override;
     void AdjustClientRect(TRect& rect) const override;
+
+private:
+    void PaintThemedFrame(const TTheme& theme, const TRect& frame, const TRect& caption);
 };
 
 namespace detail {

@@ -38,6 +38,17 @@ void TButtonControl::WndProc(TMessage& message) {
     TWinControl::WndProc(message);
 }
 
+/// The system fills what is behind the caption with the brush.
+HBRUSH TButtonControl::ControlColor(HDC dc) {
+    const HBRUSH brush = TWinControl::ControlColor(dc);
+    if (!HasThemedBackground()) {
+        return brush;
+    }
+    EraseBackground(dc);
+    SetBkMode(dc, TRANSPARENT);
+    return static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
+}
+
 bool TButtonControl::DialogChar(wchar_t letter) {
     if (!IsAccel(letter, Text()) || !CanFocus()) {
         return false;

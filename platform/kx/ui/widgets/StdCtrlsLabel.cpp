@@ -1,8 +1,11 @@
 // Labels.
 
+#include "kx/ui/controls/Looks.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Windows.h"
+
+#include <vsstyle.h>
 
 #include <algorithm>
 
@@ -59,7 +62,7 @@ void TLabel::AdjustBounds() {
 void TLabel::Paint() {
     TCanvas& canvas = Canvas();
     TRect r{0, 0, Width(), Height()};
-    if (!FTransparent) {
+    if (!FTransparent && !HasThemedBackground()) {
         canvas.Brush().SetColor(Color());
         canvas.FillRect(r);
     }
@@ -71,16 +74,12 @@ void TLabel::Paint() {
         r.Top += (r.Bottom - text.Bottom) / (FLayout == tlCenter ? 2 : 1);
     }
     constexpr UINT ellipses[] = {0, DT_PATH_ELLIPSIS, DT_END_ELLIPSIS, DT_WORD_ELLIPSIS};
-    const UINT format = TextFormat() | ellipses[FEllipsisPosition];
+    const UINT format = TextFormat() | ellipses[FEllipsisPosition] | HiddenPrefix();
     if (Enabled()) {
         canvas.DrawText(Text(), r, format);
-        return;
+    } else {
+        DrawDisabledText(canvas, Text(), r, format, !Theme(TThemeKind::Button) && !HighContrast());
     }
-    TRect shade{r.Left + 1, r.Top + 1, r.Right + 1, r.Bottom + 1};
-    canvas.Font().SetColor(clBtnHighlight);
-    canvas.DrawText(Text(), shade, format);
-    canvas.Font().SetColor(clBtnShadow);
-    canvas.DrawText(Text(), r, format);
 }
 
 void TLabel::TextChanged() {
@@ -137,23 +136,43 @@ void TGroupBox::Paint() {
     TCanvas& canvas = Canvas();
     canvas.Font().Assign(&Font());
     const int height = canvas.TextHeight("0");
-    RECT frame{0, height / 2 - 1, Width(), Height()};
-    DrawEdge(canvas.Handle(), &frame, EDGE_ETCHED, BF_RECT);
-    if (Text().empty()) {
-        return;
+    const UINT format = DrawTextBiDiModeFlags(DT_SINGLELINE) | HiddenPrefix();
+    TRect text{};
+    if (!Text().empty()) {
+        text = {8, 0, 0, height};
+        canvas.DrawText(Text(), text, format | DT_CALCRECT);
+        text.Right = std::min(text.Right, Width() - 8);
+        if (UseRightToLeftAlignment()) {
+            text = {Width() - text.Right, text.Top, Width() - text.Left, text.Bottom};
+        }
     }
-    TRect text{8, 0, 0, height};
-    canvas.Brush().SetColor(Color());
-    const UINT format = DrawTextBiDiModeFlags(DT_SINGLELINE);
-    canvas.DrawText(Text(), text, format | DT_CALCRECT);
-    text.Right = std::min(text.Right, Width() - 8);
-    if (UseRightToLeftAlignment()) {
-        text = {Width() - text.Right, text.Top, Width() - text.Left, text.Bottom};
+    const TRect frame{0, height / 2 - 1, Width(), Height()};
+    if (const TTheme theme = Theme(TThemeKind::Button)) {
+        PaintThemedFrame(theme, frame, text);
+    } else {
+        RECT edge = ToRECT(frame);
+        DrawEdge(canvas.Handle(), &edge, EDGE_ETCHED, BF_RECT);
+        canvas.Brush().SetColor(Color());
+        if (!Enabled()) {
+            canvas.Font().SetColor(clGrayText);
+        }
     }
-    if (!Enabled()) {
-        canvas.Font().SetColor(clGrayText);
+    if (!Text().empty()) {
+        canvas.DrawText(Text(), text, format);
     }
-    canvas.DrawText(Text(), text, format);
+}
+
+/// Draws the frame, with a gap for the caption, and prepares the canvas for that.
+void TGroupBox::PaintThemedFrame(const TTheme& theme, const TRect& frame, const TRect& caption) {
+    const int state = Enabled() ? GBS_NORMAL : GBS_DISABLED;
+    TCanvas& canvas = Canvas();
+    const HDC dc = canvas.Handle();
+    const int saved = SaveDC(dc);
+    ExcludeClipRect(dc, caption.Left, caption.Top, caption.Right, caption.Bottom);
+    theme.Draw(dc, BP_GROUPBOX, state, frame);
+    RestoreDC(dc, saved);
+    canvas.Brush().SetStyle(bsClear);
+    canvas.Font().SetColor(Enabled() ? ThemedTextColor(Font().Color(), theme, BP_GROUPBOX, state) : clGrayText);
 }
 
 void TGroupBox::EnabledChanged() {

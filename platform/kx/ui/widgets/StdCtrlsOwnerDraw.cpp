@@ -64,7 +64,7 @@ void TComboBox::DrawItemNotification(const DRAWITEMSTRUCT& item) {
         Guarded([&] { DrawItem(index, rect, state); });
     }
     if (alive && target.Lives()) { // else the canvas has let go of the context
-        if (state.Contains(odFocused)) {
+        if (state.Contains(odFocused) && !HidesFocus()) {
             canvas.DrawFocusRect(rect);
         }
         canvas.SetHandle(nullptr);
