@@ -125,6 +125,12 @@ TEST_F(Cues, UnderlinesFollow) {
     EXPECT_THAT(changed(), Each(false));
     SendMessageW(panel->Handle(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEACCEL), 0);
     EXPECT_THAT(changed(), Each(true)) << "all on the form, whichever asks";
+    const auto shown = [&](const std::string& caption) {
+        label->SetCaption(caption);
+        return Seen(*label);
+    };
+    EXPECT_EQ(shown("This && &that"), shown("This && that")) << "nothing else of the text changes";
+    label->SetCaption("&Label");
     SendMessageW(panel->Handle(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEACCEL), 0);
     EXPECT_THAT(changed(), Each(false));
 }

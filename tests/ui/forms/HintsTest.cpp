@@ -219,6 +219,15 @@ TEST_F(HintTips, HaveAsManyLinesAsTheirText) {
     Screenshot("hint-wrapped");
 }
 
+TEST_F(HintTips, ShowTextsInAnyScript) {
+    const std::wstring text =
+        GetACP() == CP_UTF8 ? L"\u00DCber \u0395\u03BB\u03BB\u03AC\u03B4\u03B1 \u6F22\u5B57 \xD83D\xDE00" : L"Uber";
+    Form->Edit1->SetHint(FromWide(text));
+    Application().ActivateHint(CenterOf(Form->Edit1->Handle()));
+    EXPECT_EQ(WideWindowText(Tip()), text);
+    Screenshot("hint-scripts", Tip());
+}
+
 TEST_F(HintTips, ShowTheirTextAsItIs) {
     Form->Edit1->SetHint("Save & close");
     Application().ActivateHint(CenterOf(Form->Edit1->Handle()));

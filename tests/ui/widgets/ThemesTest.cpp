@@ -227,6 +227,35 @@ TEST_F(ThemedPage, LiesBehindWhatIsOnIt) {
     EXPECT_EQ(inside(*label), 0x00FFFFu);
 }
 
+TEST_F(ThemedPage, LiesBehindTheCaptionsThatTheSystemDraws) {
+    auto* const check = Add<TCheckBox>(10, 10, 100, 20, Page);
+    Show();
+    const uint32_t page = Seen(*Page)[100 + 100 * static_cast<size_t>(Page->Width())];
+    const TPicture32 picture(100, 20);
+    const auto asked = [&] {
+        picture.Fill(0x123456);
+        return SendMessageW(Page->Handle(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(picture.Handle()),
+                            reinterpret_cast<LPARAM>(check->Handle()));
+    };
+    EXPECT_EQ(asked(), reinterpret_cast<LRESULT>(GetStockObject(NULL_BRUSH)));
+    EXPECT_EQ(picture.Pixels()[1000], page);
+    EXPECT_EQ(GetBkMode(picture.Handle()), TRANSPARENT);
+    check->SetColor(clLime);
+    EXPECT_EQ(asked(), reinterpret_cast<LRESULT>(check->Brush().Handle()));
+    EXPECT_EQ(picture.Pixels()[1000], 0x563412u) << "the system fills it";
+}
+
+TEST_F(Themed, AWindowThatThemesLookThroughToShowsItsColour) {
+    Form->SetColor(clAqua);
+    Add<TLabel>(200, 10, 20, 20); // so that the form is painted into memory first
+    Show();
+    const TPicture32 picture(50, 50);
+    picture.Fill(0);
+    SendMessageW(Form->Handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(picture.Handle()), 0);
+    SendMessageW(Form->Handle(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(picture.Handle()), PRF_CLIENT);
+    EXPECT_THAT(picture.Pixels(), Each(0x00FFFFu));
+}
+
 class ThemedGrid : public Themed {
 protected:
     ThemedGrid() { Grid->SetBorderStyle(bsNone); }
