@@ -3,7 +3,6 @@
 #include "PlacesBarFixture.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/SysColors.h"
-#include "tests/support/SystemLooks.h"
 
 #include <shellapi.h>
 
@@ -81,7 +80,6 @@ std::vector<uint32_t> Expected(int w, int h, TLook look, int icon, const std::st
 
 class PlaceButtonPaint : public TPlacesBarTest {
 protected:
-    TUnthemed Unthemed;
 
     std::vector<uint32_t> Seen(int index) {
         Frm->ToolBar1->Update();
