@@ -309,6 +309,7 @@ void TKxBitBtn::DrawFrame(TRect& face, bool isDown, bool isDisabled) {
     FCanvas->Rectangle(face);
 }
 
+/// Deliberate: in the same way whatever the theme, where one would expect a themed button.
 void TKxBitBtn::DrawItem(const DRAWITEMSTRUCT& item) {
     const TDrawOn drawing(*FCanvas, item.hDC);
     const bool isDown = (item.itemState & ODS_SELECTED) != 0;

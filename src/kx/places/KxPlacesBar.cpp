@@ -174,6 +174,7 @@ void TKxPlaceButton::Paint() {
     BitBlt(Canvas().Handle(), 0, 0, Width(), Height(), OffScr.Canvas().Handle(), 0, 0, SRCCOPY);
 }
 
+/// Deliberate: in the same way whatever the theme, where one would expect the button of a themed tool bar.
 void TKxPlaceButton::DrawAll() {
     OffScr.SetSize(Width(), Height());
     TCanvas& canvas = OffScr.Canvas();
