@@ -21,8 +21,6 @@ bool Matches(HWND window, std::string_view className, int id) {
     return (className.empty() || SameText(ClassOf(window), className)) && (id == AnyId || GetDlgCtrlID(window) == id);
 }
 
-TRect Offset(const TRect& r, int32_t dx, int32_t dy) { return {r.Left + dx, r.Top + dy, r.Right + dx, r.Bottom + dy}; }
-
 void AppendTree(std::string& out, HWND window, size_t depth) {
     const TRect r = ScreenRectOf(window);
     out += std::string(depth * 2, ' ') + ClassOf(window) + " id=" + IntToStr(GetDlgCtrlID(window)) + " \"" +
@@ -81,9 +79,9 @@ TRect ScreenRectOf(HWND window) {
 }
 
 TRect RectIn(HWND container, HWND window) {
-    POINT origin{0, 0};
-    ClientToScreen(container, &origin);
-    return Offset(ScreenRectOf(window), -origin.x, -origin.y);
+    RECT r = ToRECT(ScreenRectOf(window));
+    MapWindowPoints(nullptr, container, reinterpret_cast<POINT*>(&r), 2);
+    return FromRECT(r);
 }
 
 TRect ClientRectOf(HWND window) {

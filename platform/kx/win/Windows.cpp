@@ -34,6 +34,8 @@ std::wstring ToWide(char32_t character) {
             static_cast<wchar_t>(LOW_SURROGATE_START + (rest & 0x3FF))};
 }
 
+bool IsMirrored(HWND window) { return (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0; }
+
 std::string WindowText(HWND window) { return FromWide(WideWindowText(window)); }
 
 std::wstring WideWindowText(HWND window) {

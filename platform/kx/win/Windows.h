@@ -40,6 +40,10 @@ inline TRect FromRECT(const RECT& r) {
             static_cast<int32_t>(r.bottom)};
 }
 
+/// Coordinates inside the window count from its right edge to the left, as the system has it in languages that are read
+/// so.
+bool IsMirrored(HWND window);
+
 /// Text of the process's code page as UTF-16, and back.
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);

@@ -145,18 +145,22 @@ TPoint TControl::ClientOrigin() const {
     if (!FParent) {
         throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
     }
-    const TPoint origin = FParent->ClientOrigin();
-    return {CheckedAdd(origin.X, FLeft), CheckedAdd(origin.Y, FTop)};
+    return FParent->ClientToScreen({FLeft, FTop});
 }
 
 TPoint TControl::ClientToScreen(const TPoint& point) const {
-    const TPoint origin = ClientOrigin();
-    return {CheckedAdd(point.X, origin.X), CheckedAdd(point.Y, origin.Y)};
+    if (!FParent) {
+        throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
+    }
+    return FParent->ClientToScreen({CheckedAdd(point.X, FLeft), CheckedAdd(point.Y, FTop)});
 }
 
 TPoint TControl::ScreenToClient(const TPoint& point) const {
-    const TPoint origin = ClientOrigin();
-    return {CheckedSub(point.X, origin.X), CheckedSub(point.Y, origin.Y)};
+    if (!FParent) {
+        throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
+    }
+    const TPoint inParent = FParent->ScreenToClient(point);
+    return {CheckedSub(inParent.X, FLeft), CheckedSub(inParent.Y, FTop)};
 }
 
 void TControl::SetAlign(TAlign value) {
@@ -305,7 +309,9 @@ void TControl::VisibleChanged() {
 void TControl::SetEnabled(bool value) {
     if (FEnabled != value) {
         FEnabled = value;
-        EnabledChanged();
+        if (Outlives(*this, [this] { EnabledChanged(); })) {
+            TellAccessible(aeStateChange);
+        }
     }
 }
 
@@ -399,7 +405,9 @@ int TControl::NearestHelpContext() const {
 void TControl::SetText(const std::string& value) {
     if (FText != value) {
         FText = value;
-        TextChanged();
+        if (Outlives(*this, [this] { TextChanged(); })) {
+            TellAccessible(aeNameChange);
+        }
     }
 }
 

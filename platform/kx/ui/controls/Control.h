@@ -2,6 +2,7 @@
 
 #include "kx/core/Components.h"
 #include "kx/graphics/Graphics.h"
+#include "kx/ui/controls/Accessible.h"
 #include "kx/ui/controls/ControlDrag.h"
 #include "kx/ui/controls/ControlTypes.h"
 #include "kx/win/Messages.h"
@@ -129,9 +130,9 @@ class TControl : public TComponent {
     int ClientHeight() const { return ClientRect().Bottom; }
     virtual void SetClientHeight(int value) { SetClientSize(ClientWidth(), value); }
     void SetClientSize(int width, int height);
-    virtual TPoint ClientOrigin() const; ///< Screen coordinates of the client area's corner.
-    TPoint ClientToScreen(const TPoint& point) const;
-    TPoint ScreenToClient(const TPoint& point) const;
+    virtual TPoint ClientOrigin() const; ///< Screen coordinates of the client area's origin.
+    virtual TPoint ClientToScreen(const TPoint& point) const;
+    virtual TPoint ScreenToClient(const TPoint& point) const;
 
     TAlign Align() const { return FAlign; }
     void SetAlign(TAlign value);
@@ -294,6 +295,14 @@ class TControl : public TComponent {
 
     void Loaded() override;
 
+    // --- Screen readers
+
+    /// What is told of the control: what it shows. Its name is its caption, else that of the label that leads to it,
+    /// else its hint.
+    virtual TAccessibleInfo AccessibleInfo() const;
+    /// Does what the info names as the action, as if the user had done it.
+    virtual void AccessibleAction() {}
+
 protected:
     friend class TWinControl;
     friend class TCustomForm;
@@ -317,6 +326,12 @@ protected:
     virtual void ShowHintChanged() {}
     virtual void BiDiModeChanged() { Invalidate(); }
 
+    /// Tells screen readers that something has happened to the control, or to a part of it. What the user hears of a
+    /// window's focus, text, and whether it is enabled, the system tells itself.
+    void TellAccessible(TAccessibleEvent event, int part = -1) const;
+    /// The control that the accelerator of this one leads to: what this one says is that one's name.
+    virtual const TWinControl* LabelledControl() const { return nullptr; }
+
     // Fire their events
     virtual void DblClick();
     virtual void MouseDown(TMouseButton button, TShiftState shift, int x, int y);
@@ -333,6 +348,12 @@ protected:
     virtual void DoStartDrag(TDragObject*& object);
     virtual void DoEndDrag(TObject* target, int x, int y);
 
+    /// Opens a menu below the control, under its left edge, or where it is read from right to left, under its right
+    /// one. Returns when the menu is closed; its handlers may have freed the control.
+    void OpenBelow(TPopupMenu& menu);
+    bool IsMirroredWindow() const; ///< The window that shows the control has the system's layout from right to left.
+    /// Where a menu that the keyboard asks for shows, in client coordinates.
+    virtual TPoint KeyboardMenuPoint() const { return {0, 0}; }
     /// The letter behind "&" in the caption was pressed with Alt; `true` when the control took it.
     virtual bool DialogChar(wchar_t letter);
     virtual void SetZOrder(bool front);

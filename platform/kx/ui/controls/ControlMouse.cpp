@@ -132,8 +132,9 @@ void TControl::ContextMenu(TMessage& message) {
     if (!handled && FPopupMenu && FPopupMenu->AutoPopup()) {
         handled = true;
         ControlHost().CancelHint();
-        const TPoint point = byKeyboard ? ClientToScreen({0, 0}) : message.Pos();
+        const TPoint point = byKeyboard ? ClientToScreen(KeyboardMenuPoint()) : message.Pos();
         FPopupMenu->SetPopupComponent(this);
+        FPopupMenu->SetBiDiMode(IsMirroredWindow() ? bdRightToLeft : FBiDiMode);
         FPopupMenu->Popup(point.X, point.Y);
     }
     if (handled) {
@@ -142,6 +143,15 @@ void TControl::ContextMenu(TMessage& message) {
         DefaultHandler(message);
     }
 }
+
+void TControl::OpenBelow(TPopupMenu& menu) {
+    const bool mirrored = IsMirroredWindow(); // the left edge is the right one there
+    const TPoint at = ClientToScreen({!mirrored && UseRightToLeftAlignment() ? Width() : 0, Height()});
+    menu.SetBiDiMode(mirrored ? bdRightToLeft : FBiDiMode);
+    menu.Popup(at.X, at.Y);
+}
+
+bool TControl::IsMirroredWindow() const { return IsMirrored(MessageWindow()); }
 
 HWND TControl::MessageWindow() const { return FParent ? FParent->WindowHandle() : nullptr; }
 

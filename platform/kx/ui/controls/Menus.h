@@ -4,6 +4,7 @@
 #include "kx/core/Components.h"
 #include "kx/core/Types.h"
 #include "kx/graphics/ImgList.h"
+#include "kx/ui/controls/ControlTypes.h"
 #include "kx/ui/controls/ShortCuts.h"
 #include "kx/win/Handles.h"
 #include "kx/win/WinTypes.h"
@@ -212,6 +213,9 @@ class TPopupMenu : public TMenu {
     /// The component whose menu it was the last time; not owned.
     TComponent* PopupComponent() const { return FPopupComponent.Get(); }
     void SetPopupComponent(TComponent* value) { FPopupComponent.Set(value); }
+    /// Reading order while it is open: with bdRightToLeft the menu opens to the left. Controls that open it set theirs.
+    TBiDiMode BiDiMode() const { return FBiDiMode; }
+    void SetBiDiMode(TBiDiMode value) { FBiDiMode = value; }
     TPopupAlignment Alignment() const { return FAlignment; }
     void SetAlignment(TPopupAlignment value) { FAlignment = value; }
     TTrackButton TrackButton() const { return FTrackButton; }
@@ -228,6 +232,7 @@ protected:
 private:
     TPoint FPopupPoint{-1, -1};
     TComponentRef<TComponent> FPopupComponent;
+    TBiDiMode FBiDiMode = bdLeftToRight;
     TPopupAlignment FAlignment = paLeft;
     TTrackButton FTrackButton = tbRightButton;
     bool FAutoPopup = true;

@@ -265,8 +265,14 @@ void TPopupMenu::Popup(int x, int y) {
     }
     static const UINT alignments[] = {TPM_LEFTALIGN, TPM_RIGHTALIGN, TPM_CENTERALIGN};
     static const UINT buttons[] = {TPM_RIGHTBUTTON, TPM_LEFTBUTTON};
+    UINT alignment = alignments[FAlignment];
+    if (FBiDiMode != bdLeftToRight) {
+        // With this flag the system takes left for right, which is wanted with bdRightToLeft only.
+        const bool swaps = FBiDiMode != bdRightToLeft && FAlignment != paCenter;
+        alignment = TPM_LAYOUTRTL | (swaps ? alignment ^ TPM_RIGHTALIGN : alignment);
+    }
     // The menu may go while it is open; nothing of it is used behind this.
-    TrackPopupMenu(Handle(), alignments[FAlignment] | buttons[FTrackButton], x, y, 0, PopupOwner(), nullptr);
+    TrackPopupMenu(Handle(), alignment | buttons[FTrackButton], x, y, 0, PopupOwner(), nullptr);
 }
 
 void TPopupMenu::CloseMenu() { EndMenu(); }

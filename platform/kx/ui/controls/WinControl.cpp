@@ -155,6 +155,20 @@ TPoint TWinControl::ClientOrigin() const {
     return FromPOINT(origin);
 }
 
+// Inside a mirrored window, coordinates count from its right edge to the left.
+
+TPoint TWinControl::ClientToScreen(const TPoint& point) const {
+    const TPoint origin = ClientOrigin();
+    return {IsMirrored(FHandle) ? CheckedSub(origin.X, point.X) : CheckedAdd(origin.X, point.X),
+            CheckedAdd(origin.Y, point.Y)};
+}
+
+TPoint TWinControl::ScreenToClient(const TPoint& point) const {
+    const TPoint origin = ClientOrigin();
+    return {IsMirrored(FHandle) ? CheckedSub(origin.X, point.X) : CheckedSub(point.X, origin.X),
+            CheckedSub(point.Y, origin.Y)};
+}
+
 void TWinControl::SetBounds(int left, int top, int width, int height) {
     if (!FHandle || IsIconic(FHandle)) {
         const bool resized = width != Width() || height != Height();
@@ -195,6 +209,40 @@ void TWinControl::WindowPosChanged(TMessage& message) {
         if (Outlives(*this, [this] { AlignControls(); }) && resized) {
             Resize();
         }
+    }
+}
+
+void TWinControl::FlipChildren(bool allLevels) {
+    const TAlive alive(*this);
+    {
+        const TFieldScope aligning(*this, FAligning, true); // they are placed once, when all are reversed
+        const int width = ClientWidth();
+        const std::vector<TControl*> inside = FControls;
+        for (TControl* control : inside) {
+            if (!alive || !HasChild(control)) {
+                continue; // a handler has removed it
+            }
+            control->FAlign = control->FAlign == alLeft    ? alRight
+                              : control->FAlign == alRight ? alLeft
+                                                           : control->FAlign;
+            if (control->FAnchors.Contains(akLeft) != control->FAnchors.Contains(akRight)) {
+                const bool left = control->FAnchors.Contains(akLeft);
+                left ? control->FAnchors.Exclude(akLeft) : control->FAnchors.Exclude(akRight);
+                left ? control->FAnchors.Include(akRight) : control->FAnchors.Include(akLeft);
+            }
+            auto* const windowed = allLevels ? dynamic_cast<TWinControl*>(control) : nullptr;
+            const auto flip = [&] { control->SetLeft(width - control->Left() - control->Width()); };
+            if (Outlives(*control, flip) && alive && windowed && HasChild(control) &&
+                windowed->ControlStyle().Contains(csAcceptsControls)) {
+                windowed->FlipChildren(true);
+            }
+        }
+    }
+    if (alive) {
+        for (TControl* control : FControls) {
+            control->UpdateAnchorBase(); // as if the program had placed them so
+        }
+        AlignControls();
     }
 }
 

@@ -11,6 +11,8 @@
 
 namespace kx {
 
+class TParentForm;
+
 /// How a window is created.
 struct TCreateParams {
     std::string Caption;
@@ -82,6 +84,9 @@ class TWinControl : public TControl {
     /// sizes, limits, margins, fonts of their own, columns, heights of rows. Its images: TCustomForm, TCustomFrame.
     /// @throws EInvalidOperation for values below 1.
     void ScaleForDpi(int to, int from);
+    /// Reverses the controls inside from left to right, for forms that are read from right to left: places, alignment
+    /// and anchors; with `allLevels` those inside them too. Doing it again brings back what was.
+    void FlipChildren(bool allLevels);
     TPadding& Padding() { return FPadding; }
     const TPadding& Padding() const { return FPadding; }
     void SetPadding(const TPadding& value) { FPadding.Assign(&value); }
@@ -129,6 +134,8 @@ class TWinControl : public TControl {
     void SetBounds(int left, int top, int width, int height) override;
     TRect ClientRect() const override;
     TPoint ClientOrigin() const override;
+    TPoint ClientToScreen(const TPoint& point) const override;
+    TPoint ScreenToClient(const TPoint& point) const override;
     void SetParent(TWinControl* value) override;
     std::string Text() const override;
     void SetText(const std::string& value) override;
@@ -138,6 +145,14 @@ class TWinControl : public TControl {
     void DefaultHandler(TMessage& message) override;
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;
     void Loaded() override;
+
+    // --- Screen readers
+
+    TAccessibleInfo AccessibleInfo() const override;
+    /// The visible controls inside that have no window, in the order in which they are told of.
+    virtual std::vector<const TControl*> AccessibleChildren() const;
+    bool IsOfSystemClass() const { return FSystemClass; } ///< The window's class is one of the system's.
+    bool HasChild(const TControl* control) const;         ///< Compares addresses: the control may have been freed.
 
     const TNotifyEvent& OnEnter() const { return FOnEnter; }
     void SetOnEnter(TNotifyEvent value) { FOnEnter = std::move(value); }
@@ -283,7 +298,9 @@ private:
     void PaintBuffered(HDC dc, const RECT& area);
     void PaintControls(HDC dc);
     bool HasGraphicControls() const;
-    bool HasChild(const TControl* control) const; ///< Compares addresses: the control may have been freed.
+    const TControl* LabelInside(const TWinControl& control) const;
+    bool AnswerAccessible(TMessage& message);
+    void DoAccessibleAction(const TMessage& message);
     void SystemChanged(TMessage& message);
     void TellInside(const TMessage& message, bool windows);
     TSystemLook& SystemLook() const;
@@ -301,6 +318,8 @@ private:
     DWORD BiDiExStyle() const;
     bool HasFrame() const;
     bool KeepsKey(const MSG& message);
+    bool IsPageKey(uint16_t key) const;
+    static bool ChoosesPage(TParentForm& form);
     template <class K> bool Offer(TWinControl* preview, K& key, void (TWinControl::*member)(K&));
     bool OfferChar(HWND window, TMessage& message, TWinControl* preview, const TPassOn& passOn);
     void FixTabOrder();

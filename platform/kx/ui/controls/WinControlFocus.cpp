@@ -169,12 +169,29 @@ bool TWinControl::KeyHandler(HWND window, TMessage& message, const TPassOn& pass
         const bool down = message.Msg == WM_KEYDOWN || message.Msg == WM_SYSKEYDOWN;
         const bool used = Offer(preview, key, down ? &TWinControl::OfferKeyDown : &TWinControl::OfferKeyUp);
         message.WParam = key;
-        return used;
+        return used || (message.Msg == WM_KEYDOWN && IsPageKey(key) && ChoosesPage(*form));
     }
     case WM_CHAR: return OfferChar(window, message, preview, passOn);
     default: // WM_SYSCHAR that a foreign message loop has passed on
         return form && form->IsDocked() && form->DialogChar(static_cast<wchar_t>(message.WParam));
     }
+}
+
+/// Ctrl+Tab, which chooses pages. System dialogs take it for Tab, unless the control with the focus wants it.
+bool TWinControl::IsPageKey(uint16_t key) const {
+    const TParentForm* const form = key == VK_TAB && GetKeyState(VK_CONTROL) < 0 ? ParentFormOf(this) : nullptr;
+    return form && form->IsDocked();
+}
+
+/// Always true: where there are no pages, the focus goes on as with Tab.
+bool TWinControl::ChoosesPage(TParentForm& form) {
+    const TShiftState shift = KeyDataToShiftState();
+    const HWND host = GetAncestor(form.WindowHandle(), GA_ROOT);
+    bool used = false;
+    if (Outlives(form, [&] { used = form.DialogKey(VK_TAB, shift); }) && !used) {
+        SendMessageW(host, WM_NEXTDLGCTL, shift.Contains(ssShift), FALSE);
+    }
+    return true;
 }
 
 /// Offers a key to the form first, then to the control. True: used up, or the control is gone.
@@ -262,7 +279,8 @@ void TWinControl::GetDlgCode(TMessage& message) {
         return;
     }
     const auto& key = message.LParamAs<MSG>();
-    if (key.message == WM_KEYDOWN && WantsKey(static_cast<uint16_t>(key.wParam), KeyDataToShiftState())) {
+    const auto code = static_cast<uint16_t>(key.wParam);
+    if (key.message == WM_KEYDOWN && (IsPageKey(code) || WantsKey(code, KeyDataToShiftState()))) {
         message.Result |= DLGC_WANTMESSAGE;
     }
 }

@@ -73,6 +73,12 @@ void TWinControl::WndProc(TMessage& message) {
         }
         break;
     case WM_UNICHAR: CharHandler(FHandle, message); return;
+    case WM_GETOBJECT:
+        if (AnswerAccessible(message)) {
+            return;
+        }
+        break;
+    case CM_ACCESSIBLEACTION: DoAccessibleAction(message); return;
     case WM_GETDLGCODE: GetDlgCode(message); return;
     case WM_COMMAND:
     case WM_NOTIFY:

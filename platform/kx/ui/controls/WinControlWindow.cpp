@@ -252,6 +252,11 @@ void TWinControl::CreateWnd() {
     if (!window) {
         RaiseLastOSError(error);
     }
+    // A form that had its window before it came into a mirrored dialog keeps its layout; so do those that get it there.
+    if (FParentWindow && (params.ExStyle & WS_EX_LAYOUTRTL) == 0 && IsMirrored(window)) {
+        const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_EXSTYLE));
+        SetWindowLongA(window, GWL_EXSTYLE, static_cast<LONG>(style & ~static_cast<DWORD>(WS_EX_LAYOUTRTL)));
+    }
     MustOutlive([this] { TakeCues(); });
     if (!longText.empty()) {
         MustOutlive([&] { SetWindowTextW(FHandle, longText.c_str()); });

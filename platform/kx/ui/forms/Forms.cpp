@@ -70,6 +70,7 @@ TCustomForm::TCustomForm(TComponent* owner) : TParentForm(owner), FPixelsPerInch
     FParentFont = false;
     SetControlStyle({csAcceptsControls, csCaptureMouse, csClickEvents, csDoubleClicks, csSetCaption});
     SetBoundsFields(0, 0, 320, 240);
+    FBiDiMode = Application().BiDiMode();
     FIcon.SetOnChange([this](TObject*) { ApplyIcon(); });
     FOnScreen = Application().InOwnThread();
     if (FOnScreen) {
@@ -164,12 +165,32 @@ void TCustomForm::Loaded() {
             return;
         }
     }
-    if (!Outlives(*this, [this] { TParentForm::Loaded(); }) || !FCreated) {
+    if (!Outlives(*this, [this] { TParentForm::Loaded(); })) {
+        return;
+    }
+    if (ParentBiDiMode() && UseRightToLeftAlignment() && !IsDesigning() && !std::exchange(FFlipped, true) &&
+        !Outlives(*this, [this] { FlipChildren(true); })) {
+        return;
+    }
+    if (!FCreated) {
         return;
     }
     if (Outlives(*this, [this] { ScaleFileSizes(); }) && FVisibleWanted) {
         SetVisible(true);
     }
+}
+
+void TCustomForm::FollowApplication() {
+    if (ParentBiDiMode() && !Parent() && BiDiMode() != Application().BiDiMode()) {
+        FBiDiMode = Application().BiDiMode();
+        BiDiModeChanged();
+    }
+}
+
+TAccessibleInfo TCustomForm::AccessibleInfo() const {
+    TAccessibleInfo info = TParentForm::AccessibleInfo();
+    info.Role = IsDocked() ? arPane : arClient;
+    return info;
 }
 
 // --- Closing

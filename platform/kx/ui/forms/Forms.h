@@ -119,6 +119,10 @@ class TCustomForm : public TParentForm {
     void SetActiveControl(TWinControl* value);
     bool Active() const; ///< Its window, or the one it is docked in, is the active one.
 
+    /// Offers a letter that was pressed with Alt to the controls, as their accelerator. True: one has taken it.
+    bool TakeAccelerator(wchar_t letter) { return Showing() && Enabled() && DialogChar(letter); }
+
+    TAccessibleInfo AccessibleInfo() const override;
     void SetParentWindow(HWND value) override;
     void SetVisible(bool value) override;
     void SetFocus() override;
@@ -209,8 +213,10 @@ private:
     void Activated(bool active);
     bool ShowHelp(TMessage& message);
     bool Leave(TWinControl* old, TWinControl* next);
-    void ExitFocused(); ///< Fires OnExit of the control that was entered last.
-    void FocusInside(); ///< Gives the focus to the active control, or to the first one.
+    void ExitFocused();       ///< Fires OnExit of the control that was entered last.
+    void FollowApplication(); ///< Takes over its reading order, unless the form has one of its own.
+    void LeaveToHost();       ///< The focus goes to the next control of the dialog that the form is docked in.
+    void FocusInside();       ///< Gives the focus to the active control, or to the first one.
     void RunDestroyHandler(bool complete);
     void ScaleFileSizes();      ///< From those of the form file to the screen's.
     void FollowScreen(int dpi); ///< To those of the screen that the window is on.
@@ -240,6 +246,7 @@ private:
     bool FScreenSnap = false;
     bool FDragged = false; ///< The user moves the form.
     bool FScaled = true;
+    bool FFlipped = false; ///< The controls of the form file have been reversed from left to right.
     bool FHasFileSizes = false;
     bool FKeepsBounds = false; ///< While it is scaled.
     bool FKeyPreview = false;
@@ -345,6 +352,11 @@ class TApplication : public TComponent {
     TIcon& Icon() { return FIcon; }
     const TIcon& Icon() const { return FIcon; }
     std::string ExeName() const;
+
+    /// Reading order of the forms that have none of their own (ParentBiDiMode). With bdRightToLeft, forms that are read
+    /// from their form files from then on have their controls reversed from left to right.
+    TBiDiMode BiDiMode() const { return FBiDiMode; }
+    void SetBiDiMode(TBiDiMode value);
 
     /// The window that modal windows of the system should be owned by: the active form's, the main form's, or `Handle`.
     HWND ActiveFormHandle();
@@ -477,6 +489,7 @@ private:
 
     bool FShowHint = true;
     int FHintPause = 500;
+    TBiDiMode FBiDiMode = bdLeftToRight;
     int FHintHidePause = 2500;
     std::string FHint;
     TControl* FHintControl = nullptr; ///< Under the mouse; whose hint is waited for or shown.

@@ -151,6 +151,17 @@ std::string TApplication::Title() const {
     return FTitle.empty() ? ChangeFileExt(ExtractFileName(ExeName()), "") : FTitle;
 }
 
+void TApplication::SetBiDiMode(TBiDiMode value) {
+    FBiDiMode = value;
+    const std::vector<TCustomForm*> forms = Screen().FForms;
+    for (TCustomForm* form : forms) {
+        const auto& there = Screen().FForms; // the change of a form may end others
+        if (std::find(there.begin(), there.end(), form) != there.end()) {
+            form->FollowApplication();
+        }
+    }
+}
+
 void TApplication::Notification(TComponent* component, TOperation operation) {
     TComponent::Notification(component, operation);
     if (operation == opRemove && component == FMainForm) {

@@ -148,7 +148,26 @@ void TCustomForm::FocusLeaves(TWinControl& control) {
         }
     }
     FActiveControl = next && !control.ContainsControl(next) ? next : nullptr;
+    if (!FActiveControl && IsDocked()) {
+        LeaveToHost();
+        return;
+    }
     ::SetFocus(FActiveControl ? FActiveControl->WindowHandle() : WindowHandle());
+}
+
+/// The system's dialogs leave the focus where it is when its window is hidden or disabled, and then hear no key.
+void TCustomForm::LeaveToHost() {
+    const HWND own = WindowHandle();
+    const HWND host = GetAncestor(own, GA_ROOT);
+    HWND next = ::GetFocus();
+    do {
+        next = GetNextDlgTabItem(host, next, FALSE);
+    } while (next && IsChild(own, next) && next != ::GetFocus());
+    if (next && !IsChild(own, next)) {
+        SendMessageW(host, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
+    } else {
+        ::SetFocus(Visible() ? own : host);
+    }
 }
 
 /// The control, with all that is inside it, leaves the form or goes.

@@ -175,6 +175,9 @@ void TCustomForm::VisibleChanged() {
     } else {
         if (IsDocked()) {
             Guarded([this] { ExitFocused(); });
+            if (alive && HandleAllocated() && !Visible() && Focused(*this)) {
+                Guarded([this] { LeaveToHost(); });
+            }
         }
         if (alive && !Visible()) {
             Guarded([this] { DoHide(); });

@@ -76,10 +76,26 @@ void TSpeedButton::SetDown(bool value) {
     if (FGroupIndex == 0 || (!value && !FAllowAllUp)) {
         return;
     }
-    Change(FDown, value);
+    ChangeDown(value);
     if (value) {
-        ForGroup([](TSpeedButton& other) { other.Change(other.FDown, false); });
+        ForGroup([](TSpeedButton& other) { other.ChangeDown(false); });
     }
+}
+
+void TSpeedButton::ChangeDown(bool value) {
+    if (FDown != value) {
+        FDown = value;
+        Invalidate();
+        TellAccessible(aeStateChange);
+    }
+}
+
+TAccessibleInfo TSpeedButton::AccessibleInfo() const {
+    TAccessibleInfo info = TGraphicControl::AccessibleInfo();
+    info.Role = arPushButton;
+    info.State = (FDown || FPressed ? asPressed : 0) | (FDown ? asChecked : 0);
+    info.Action = "Press";
+    return info;
 }
 
 // --- Mouse and keyboard

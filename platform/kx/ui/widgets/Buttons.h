@@ -57,6 +57,8 @@ class TSpeedButton : public TGraphicControl {
 
     void WndProc(TMessage& message) override;
     void Loaded() override;
+    TAccessibleInfo AccessibleInfo() const override;
+    void AccessibleAction() override { Clicked(); }
 
 protected:
     void ChangeScale(int to, int from) override;
@@ -76,6 +78,7 @@ private:
             Invalidate();
         }
     }
+    void ChangeDown(bool value);
     template <class F> void ForGroup(F&& f);
     TButtonState State() const;
     void Clicked();

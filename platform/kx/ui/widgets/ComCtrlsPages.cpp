@@ -79,6 +79,12 @@ void TTabSheet::SetParent(TWinControl* value) {
     TWinControl::SetParent(value);
 }
 
+TAccessibleInfo TTabSheet::AccessibleInfo() const {
+    TAccessibleInfo info = TWinControl::AccessibleInfo();
+    info.Role = arPropertyPage;
+    return info;
+}
+
 void TTabSheet::SetText(const std::string& value) {
     TWinControl::SetText(value);
     if (FPageControl) {
@@ -160,6 +166,12 @@ TPageControl::~TPageControl() {
     for (TTabSheet* page : FPages) {
         page->FPageControl = nullptr;
     }
+}
+
+/// System dialogs look for their next control inside windows that say so.
+void TPageControl::CreateParams(TCreateParams& params) {
+    TCustomTabControl::CreateParams(params);
+    params.ExStyle |= WS_EX_CONTROLPARENT;
 }
 
 TTabSheet* TPageControl::Pages(int index) const {

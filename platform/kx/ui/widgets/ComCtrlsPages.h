@@ -30,6 +30,7 @@ class TTabSheet : public TWinControl {
 
     void SetParent(TWinControl* value) override;
     void SetText(const std::string& value) override;
+    TAccessibleInfo AccessibleInfo() const override;
 
 protected:
     void Loaded() override;
@@ -68,6 +69,7 @@ class TPageControl : public TCustomTabControl {
     void SelectNextPage(bool goForward);
 
     void SetTabIndex(int value) override;
+    void CreateParams(TCreateParams& params) override;
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;
 
 protected:

@@ -92,6 +92,22 @@ void TToolBar::GetChildren(const TGetChildProc& proc, TComponent* root) {
         root);
 }
 
+TAccessibleInfo TToolBar::AccessibleInfo() const {
+    TAccessibleInfo info = TWinControl::AccessibleInfo();
+    info.Role = arToolBar;
+    return info;
+}
+
+/// In the order of the bar, whenever they were made.
+std::vector<const TControl*> TToolBar::AccessibleChildren() const {
+    std::vector<const TControl*> children = TWinControl::AccessibleChildren();
+    std::stable_sort(children.begin(), children.end(), [this](const TControl* a, const TControl* b) {
+        const auto place = [this](const TControl* c) { return std::find(FButtons.begin(), FButtons.end(), c); };
+        return place(a) < place(b);
+    });
+    return children;
+}
+
 // --- Buttons
 
 TToolButton* TToolBar::Buttons(int index) const {
@@ -136,6 +152,9 @@ void TToolBar::InsertIntoWindow(TToolButton& button, int index) {
 
 void TToolBar::RemoveButton(TToolButton& button) {
     const int index = button.Index();
+    if (FKeyButton == &button) {
+        FKeyButton = nullptr;
+    }
     FButtons.erase(FButtons.begin() + index);
     button.FToolBar = nullptr;
     if (FUpdateCount > 0) {
@@ -176,6 +195,9 @@ void TToolBar::CreateParams(TCreateParams& params) {
     params.Style |= CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
     params.Style |= FFlat ? DWORD{TBSTYLE_FLAT} : 0;
     params.Style |= FList ? DWORD{TBSTYLE_LIST} : 0;
+    if (TabStop()) {
+        params.ExStyle &= ~static_cast<DWORD>(WS_EX_CONTROLPARENT); // system dialogs would not stop at it
+    }
 }
 
 void TToolBar::CreateWnd() {

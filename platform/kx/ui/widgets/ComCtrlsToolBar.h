@@ -65,6 +65,11 @@ class TToolButton : public TGraphicControl {
     /// Opens the drop-down menu below the button, and returns when it is closed. False when there is none.
     virtual bool CheckMenuDropdown();
 
+    /// What a press of the button does that is not the mouse's.
+    virtual void Press() { Clicked(); }
+    TAccessibleInfo AccessibleInfo() const override;
+    void AccessibleAction() override;
+
     void SetParent(TWinControl* value) override;
     /// On a bar only a separator's width is its own; all else is the bar's choice.
     void SetBounds(int left, int top, int width, int height) override;
@@ -83,6 +88,7 @@ protected:
     void VisibleChanged() override;
     bool DialogChar(wchar_t letter) override;
     void Notification(TComponent* component, TOperation operation) override;
+    void Clicked(); ///< What the user's click does.
 
 private:
     friend class TToolBar;
@@ -92,7 +98,6 @@ private:
     bool IsSeparator() const { return FStyle == tbsSeparator || FStyle == tbsDivider; }
     void SetPressed(bool value);
     void TakeItemsLook();
-    void Clicked();
     void StateChanged();
     void LookChanged();
     void SetField(bool& field, bool value);
@@ -190,6 +195,8 @@ class TToolBar : public TWinControl, public IScrolledContent {
     TImageList* DisabledImages() const { return FDisabledImages; }
     void SetDisabledImages(TImageList* value) { SetImageField(FDisabledImages, value); }
     TCanvas& Canvas() { return *FCanvas; } ///< In the custom-draw events only.
+    /// The button that the keyboard acts on while the bar has the focus; null: none.
+    TToolButton* KeyButton() const { return FKeyButton; }
 
     const TTBCustomDrawEvent& OnCustomDraw() const { return FOnCustomDraw; }
     void SetOnCustomDraw(TTBCustomDrawEvent value);
@@ -200,6 +207,8 @@ class TToolBar : public TWinControl, public IScrolledContent {
     void WndProc(TMessage& message) override;
     void GetChildren(const TGetChildProc& proc, TComponent* root) override;
     void Loaded() override;
+    TAccessibleInfo AccessibleInfo() const override;
+    std::vector<const TControl*> AccessibleChildren() const override;
 
 protected:
     void ChangeScale(int to, int from) override;
@@ -210,6 +219,11 @@ protected:
     TPoint FrameExtent() const override;
     void FontChanged() override;
     void Notification(TComponent* component, TOperation operation) override;
+    void DoEnter() override;
+    void DoExit() override;
+    void KeyDown(uint16_t& key, TShiftState shift) override;
+    bool WantsKey(uint16_t key, TShiftState shift) override;
+    TPoint KeyboardMenuPoint() const override;
     virtual bool CustomDraw(const TRect& rect);
     virtual bool CustomDrawButton(TToolButton* button, TCustomDrawState state);
 
@@ -238,10 +252,13 @@ private:
     void PaintEdges();
     LRESULT CustomDrawNotification(const NMTBCUSTOMDRAW& info);
     void HotChanged(TToolButton& button, bool hot);
+    void SetKeyButton(TToolButton* value);
+    TToolButton* NextKeyButton(int from, int step) const;
     void ReleaseFellows(const TToolButton& button);
     int EdgeSize() const { return (FEdgeInner != esNone) + (FEdgeOuter != esNone); }
 
     std::vector<TToolButton*> FButtons;
+    TToolButton* FKeyButton = nullptr;
     std::unique_ptr<TCanvas> FCanvas;
     TChangeLink FImageLink;
     TImageList* FImages = nullptr;

@@ -136,7 +136,7 @@ void TToolBar::WndProc(TMessage& message) {
     case CN_COMMAND: { // a program, or a tool for the disabled, pressed a button of the system's
         const auto index = SendMessageA(WindowHandle(), TB_COMMANDTOINDEX, message.WParamLo(), 0);
         if (index >= 0 && index < ButtonCount()) {
-            Buttons(static_cast<int>(index))->Clicked();
+            Buttons(static_cast<int>(index))->Press();
         }
         return;
     }

@@ -118,6 +118,7 @@ void TToolButton::StateChanged() {
         FToolBar->UpdateState(*this);
     }
     Invalidate();
+    TellAccessible(aeStateChange);
 }
 
 void TToolButton::LookChanged() {
@@ -295,7 +296,6 @@ void TToolButton::MouseLeave() {
     TGraphicControl::MouseLeave();
 }
 
-/// What the user's click does.
 void TToolButton::Clicked() {
     if (FStyle == tbsCheck && !(FDown && FGrouped && !FAllowAllUp)) {
         SetDown(!FDown);
@@ -313,11 +313,30 @@ bool TToolButton::CheckMenuDropdown() {
     if (!FDropdownMenu) {
         return false;
     }
-    const TPoint at = ClientToScreen({0, Height()});
     Application().CancelHint();
     FDropdownMenu->SetPopupComponent(this);
-    FDropdownMenu->Popup(at.X, at.Y);
+    OpenBelow(*FDropdownMenu);
     return true;
+}
+
+TAccessibleInfo TToolButton::AccessibleInfo() const {
+    TAccessibleInfo info = TGraphicControl::AccessibleInfo();
+    if (IsSeparator()) {
+        info.Role = arSeparator;
+        return info;
+    }
+    info.Role = FStyle == tbsDropDown ? arSplitButton : FDropdownMenu ? arDropDownButton : arPushButton;
+    info.State = (FDown || FPressed ? asPressed : 0) | (FDown ? asChecked : 0) | (FIndeterminate ? asMixed : 0) |
+                 (FDropdownMenu ? asHasPopup : 0) |
+                 (FToolBar && FToolBar->KeyButton() == this && FToolBar->Focused() ? asFocused : 0);
+    info.Action = info.Role == arDropDownButton ? "Open" : "Press";
+    return info;
+}
+
+void TToolButton::AccessibleAction() {
+    if (FStyle == tbsDropDown || !CheckMenuDropdown()) {
+        Press();
+    }
 }
 
 bool TToolButton::DialogChar(wchar_t letter) {

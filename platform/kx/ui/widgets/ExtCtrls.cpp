@@ -132,6 +132,12 @@ void TBevel::SetStyle(TBevelStyle value) {
     Invalidate();
 }
 
+TAccessibleInfo TBevel::AccessibleInfo() const {
+    TAccessibleInfo info = TGraphicControl::AccessibleInfo();
+    info.Role = arSeparator;
+    return info;
+}
+
 void TBevel::Paint() {
     TCanvas& canvas = Canvas();
     const TColor first = FStyle == bsLowered ? clBtnShadow : clBtnHighlight;

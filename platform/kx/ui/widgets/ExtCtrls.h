@@ -66,6 +66,7 @@ class TBevel : public TGraphicControl {
     void SetShape(TBevelShape value);
     TBevelStyle Style() const { return FStyle; }
     void SetStyle(TBevelStyle value);
+    TAccessibleInfo AccessibleInfo() const override;
 
 protected:
     void Paint() override;

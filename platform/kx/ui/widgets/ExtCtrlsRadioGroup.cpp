@@ -24,6 +24,12 @@ TRadioGroup::TRadioGroup(TComponent* owner) : TGroupBox(owner), FItems(std::make
 
 TRadioGroup::~TRadioGroup() = default;
 
+/// System dialogs look for their next control inside windows that say so.
+void TRadioGroup::CreateParams(TCreateParams& params) {
+    TGroupBox::CreateParams(params);
+    params.ExStyle |= WS_EX_CONTROLPARENT;
+}
+
 TRadioButton& TRadioGroup::Buttons(int index) const {
     if (index < 0 || index >= static_cast<int>(FButtons.size())) {
         throw EListError("List index out of bounds (" + IntToStr(index) + ")");

@@ -27,6 +27,7 @@ class TRadioGroup : public TGroupBox {
 
     void GetChildren(const TGetChildProc& proc, TComponent* root) override; ///< Without the buttons.
     void SetBounds(int left, int top, int width, int height) override;
+    void CreateParams(TCreateParams& params) override;
 
 protected:
     void Loaded() override;

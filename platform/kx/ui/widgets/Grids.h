@@ -54,7 +54,7 @@ struct TGridRect {
 
 /// Cells that the program draws. Fixed columns and rows stay where they are and cannot be selected.
 /// Drawing and scrolling cost as much as there are cells to be seen, however many the grid has.
-class TDrawGrid : public TCustomControl {
+class TDrawGrid : public TCustomControl, public IAccessibleParts {
     KX_CLASS()
 
     explicit TDrawGrid(TComponent* owner = nullptr);
@@ -129,6 +129,17 @@ class TDrawGrid : public TCustomControl {
     void WndProc(TMessage& message) override;
     void DefineProperties(TFiler& filer) override;
 
+    // --- Screen readers: the cells, row by row, as far as they are counted
+
+    TAccessibleInfo AccessibleInfo() const override;
+    int AccessiblePartCount() const override;
+    TAccessibleInfo AccessiblePart(int part) const override;
+    TRect AccessiblePartRect(int part) const override;
+    int AccessiblePartAt(const TPoint& point) const override;
+    int FocusedPart() const override { return PartOf(FColumns.Current, FRows.Current); }
+    std::vector<int> SelectedParts() const override;
+    void AccessiblePartAction(int part) override; ///< Makes the cell the current one.
+
 protected:
     void ChangeScale(int to, int from) override;
     void CreateWnd() override;
@@ -152,6 +163,11 @@ protected:
     virtual void RowMoved(int from, int to);
     static int Moved(int index, int from, int to); ///< The place that an index has then.
     bool WantsKey(uint16_t key, TShiftState shift) override;
+    TPoint KeyboardMenuPoint() const override;
+    /// What screen readers are told to be in a cell.
+    virtual std::string CellText(int, int) const { return {}; }
+    int PartOf(int col, int row) const; ///< The number of a cell among the parts; -1 when it is not counted.
+    void CurrentTold();                 ///< Screen readers hear of the current cell.
 
 private:
     /// Columns or rows. Cell i behind the fixed ones is shown when it is not before `First`.

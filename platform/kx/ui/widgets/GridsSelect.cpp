@@ -194,6 +194,7 @@ void TDrawGrid::SetSelection(const TGridRect& value) {
     FRows.Current = value.Bottom;
     InvalidateSelection(Selection());
     if (Outlives(*this, [this] { ShowCurrent(); })) {
+        CurrentTold();
         CurrentChanged();
     }
 }
@@ -237,6 +238,7 @@ bool TDrawGrid::MoveTo(int col, int row, bool extend) {
     }
     InvalidateCell(col, row);
     if (Outlives(*this, [this] { ShowCurrent(); })) {
+        CurrentTold();
         CurrentChanged();
     }
     return true;
@@ -270,6 +272,7 @@ void TDrawGrid::FocusMoved() { InvalidateSelection(Selection()); }
 
 void TDrawGrid::DoEnter() {
     FocusMoved();
+    CurrentTold();
     TCustomControl::DoEnter();
 }
 
@@ -329,6 +332,13 @@ void TDrawGrid::KeyDown(uint16_t& key, TShiftState shift) {
     if (toCol != FColumns.Current || toRow != FRows.Current || !shift.Contains(ssShift)) {
         MoveTo(toCol, toRow, shift.Contains(ssShift));
     }
+}
+
+/// At the current cell, as far as it is seen.
+TPoint TDrawGrid::KeyboardMenuPoint() const {
+    const TRect cell = CellRect(FColumns.Current, FRows.Current);
+    const TRect client = ClientRect();
+    return {std::clamp(cell.Left, 0, client.Right), std::clamp(cell.Bottom, 0, client.Bottom)};
 }
 
 void TDrawGrid::MouseDown(TMouseButton button, TShiftState shift, int x, int y) {

@@ -137,6 +137,7 @@ void TStringGrid::SetEditText(int col, int row, const std::string& value) {
     if (Cells(col, row) != value) {
         const TFieldScope filling(*this, FFilling, true);
         SetCells(col, row, value);
+        TellAccessible(aeValueChange, PartOf(col, row));
     }
     FOnSetEditText(this, col, row, value);
 }

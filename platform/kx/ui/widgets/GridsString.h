@@ -44,6 +44,7 @@ protected:
     void KeyDown(uint16_t& key, TShiftState shift) override;
     void MouseDown(TMouseButton button, TShiftState shift, int x, int y) override;
     void DoEnter() override;
+    std::string CellText(int col, int row) const override { return Cells(col, row); }
     virtual std::string GetEditText(int col, int row);
     virtual void SetEditText(int col, int row, const std::string& value);
 

@@ -44,6 +44,12 @@ void TSplitter::SetBeveled(bool value) {
 
 void TSplitter::SetMinSize(int value) { FMinSize = std::max(value, 1); }
 
+TAccessibleInfo TSplitter::AccessibleInfo() const {
+    TAccessibleInfo info = TGraphicControl::AccessibleInfo();
+    info.Role = arSeparator;
+    return info;
+}
+
 void TSplitter::Paint() {
     TCanvas& canvas = Canvas();
     canvas.Brush().SetColor(Color());

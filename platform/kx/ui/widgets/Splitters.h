@@ -40,6 +40,7 @@ class TSplitter : public TGraphicControl {
     void SetOnMoved(TNotifyEvent value) { FOnMoved = std::move(value); }
 
     void WndProc(TMessage& message) override;
+    TAccessibleInfo AccessibleInfo() const override;
 
 protected:
     void ChangeScale(int to, int from) override;

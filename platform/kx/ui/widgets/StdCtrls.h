@@ -38,12 +38,14 @@ class TLabel : public TGraphicControl {
     void SetWordWrap(bool value) { Change(FWordWrap, value); }
 
     void Loaded() override;
+    TAccessibleInfo AccessibleInfo() const override;
 
 protected:
     void Paint() override;
     void TextChanged() override;
     void FontChanged() override;
     bool DialogChar(wchar_t letter) override;
+    const TWinControl* LabelledControl() const override { return FFocusControl; }
     void Notification(TComponent* component, TOperation operation) override;
 
 private:
@@ -301,6 +303,8 @@ class TGroupBox : public TCustomControl {
     KX_CLASS()
 
     explicit TGroupBox(TComponent* owner = nullptr);
+
+    TAccessibleInfo AccessibleInfo() const override;
 
 protected:
     void Paint() override;

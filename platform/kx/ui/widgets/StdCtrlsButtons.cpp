@@ -156,7 +156,7 @@ TCheckBox::TCheckBox(TComponent* owner) : TButtonControl(owner) { SetBoundsField
 void TCheckBox::CreateParams(TCreateParams& params) {
     TButtonControl::CreateParams(params);
     params.BaseClass = "BUTTON";
-    params.Style |= BS_3STATE;
+    params.Style |= BS_3STATE | (UseRightToLeftAlignment() ? UINT{BS_RIGHTBUTTON} : 0u);
 }
 
 void TCheckBox::CreateWnd() {
@@ -205,7 +205,7 @@ TRadioButton::TRadioButton(TComponent* owner) : TButtonControl(owner) {
 void TRadioButton::CreateParams(TCreateParams& params) {
     TButtonControl::CreateParams(params);
     params.BaseClass = "BUTTON";
-    params.Style |= BS_RADIOBUTTON;
+    params.Style |= BS_RADIOBUTTON | (UseRightToLeftAlignment() ? UINT{BS_RIGHTBUTTON} : 0u);
 }
 
 void TRadioButton::CreateWnd() {

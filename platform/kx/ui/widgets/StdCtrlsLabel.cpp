@@ -110,6 +110,17 @@ bool TLabel::DialogChar(wchar_t letter) {
     return true;
 }
 
+TAccessibleInfo TLabel::AccessibleInfo() const {
+    TAccessibleInfo info = TGraphicControl::AccessibleInfo();
+    info.Role = arStaticText;
+    info.State = asReadOnly;
+    info.ShortCut.clear(); // that of the control that it leads to
+    if (!FShowAccelChar && !Text().empty()) {
+        info.Name = Text();
+    }
+    return info;
+}
+
 void TLabel::Notification(TComponent* component, TOperation operation) {
     TGraphicControl::Notification(component, operation);
     if (operation == opRemove && component == FFocusControl) {
@@ -173,6 +184,12 @@ void TGroupBox::PaintThemedFrame(const TTheme& theme, const TRect& frame, const 
     RestoreDC(dc, saved);
     canvas.Brush().SetStyle(bsClear);
     canvas.Font().SetColor(Enabled() ? ThemedTextColor(Font().Color(), theme, BP_GROUPBOX, state) : clGrayText);
+}
+
+TAccessibleInfo TGroupBox::AccessibleInfo() const {
+    TAccessibleInfo info = TCustomControl::AccessibleInfo();
+    info.Role = arGrouping;
+    return info;
 }
 
 void TGroupBox::EnabledChanged() {
