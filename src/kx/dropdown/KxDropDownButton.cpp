@@ -143,8 +143,31 @@ void TKxBitBtn::ReturnHandlers() {
 
 void TKxBitBtn::ShowDropDownMenu() {
     if (FMenu) {
-        const TPoint below = ClientToScreen({ClientRect().Left, ClientRect().Top + Height()});
-        FMenu->Popup(below.X, below.Y);
+        OpenBelow(*FMenu);
+    }
+}
+
+/// As the keyboard and screen readers open it: when it has closed, the arrow is up again.
+void TKxBitBtn::OpenMenu() {
+    if (!FMenu) {
+        return;
+    }
+    FPressingDropDown = true;
+    Repaint();
+    if (Outlives(*this, [this] { ShowDropDownMenu(); })) {
+        FPressingDropDown = false;
+        Repaint();
+    }
+}
+
+void TKxBitBtn::KeyDown(uint16_t& key, TShiftState shift) {
+    if (!Outlives(*this, [&] { TButton::KeyDown(key, shift); })) {
+        return;
+    }
+    const bool alt = shift.Contains(ssAlt);
+    if ((key == VK_F4 && !alt) || (key == VK_DOWN && alt)) {
+        key = 0;
+        OpenMenu();
     }
 }
 
@@ -162,6 +185,32 @@ void TKxBitBtn::DoClickDropDownMenuItem(TObject* sender) {
     }
     own(sender);
 }
+
+// --- Screen readers
+
+int TKxBitBtn::Split() const { return Width() - FGlyph->Glyph().Width() - 2 * FSpacing; }
+
+TAccessibleInfo TKxBitBtn::AccessibleInfo() const {
+    TAccessibleInfo info = TButton::AccessibleInfo();
+    info.Role = arSplitButton;
+    info.State = FMenu ? asHasPopup : 0;
+    info.Action = "Press";
+    return info;
+}
+
+TAccessibleInfo TKxBitBtn::AccessiblePart(int) const {
+    TAccessibleInfo info;
+    info.Role = arMenuButton;
+    info.State = asHasPopup | (FPressingDropDown ? asPressed : 0);
+    info.Name = TButton::AccessibleInfo().Name;
+    info.ShortCut = "Alt+Down";
+    info.Action = "Open";
+    return info;
+}
+
+TRect TKxBitBtn::AccessiblePartRect(int) const { return {Split() + 1, 0, Width(), Height()}; }
+
+int TKxBitBtn::AccessiblePartAt(const TPoint& point) const { return FMenu && point.X > Split() ? 0 : -1; }
 
 // --- Messages
 
@@ -191,7 +240,7 @@ void TKxBitBtn::WndProc(TMessage& message) {
 
 void TKxBitBtn::WMLButtonClk(TMessage& message) {
     const TAlive alive(*this);
-    const bool onArrow = message.Pos().X > Width() - Glyph().Width() - 2 * FSpacing;
+    const bool onArrow = message.Pos().X > Split();
     if (onArrow && FPressingDropDown) {
         // Deliberate: the arrow stays pressed when its menu has closed, and this press opens no menu, where one would
         // expect the arrow to be up again. A press on the body or the loss of the focus lets it up as well.
@@ -344,7 +393,7 @@ void TKxBitBtn::DrawItem(const DRAWITEMSTRUCT& item) {
     FGlyph->Draw(*FCanvas, plan, state, false);
     if (FIsFocused && isDefault) {
         TRect focus = Inside(ClientRect(), 4);
-        focus.Right = Width() - Glyph().Width() - 2 * FSpacing - 1;
+        focus.Right = Split() - 1;
         FCanvas->Pen().SetColor(clWindowFrame);
         FCanvas->Brush().SetColor(clBtnFace);
         FCanvas->DrawFocusRect(focus);

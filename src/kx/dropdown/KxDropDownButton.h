@@ -27,7 +27,7 @@ enum TBitBtnKind : uint8_t {
 
 /// A push button with an arrow at its right edge. A press on the arrow opens a menu below the button, and without a
 /// menu only changes how the arrow looks; a press on the rest is that of an ordinary button.
-class TKxBitBtn : public TButton {
+class TKxBitBtn : public TButton, public IAccessibleParts {
     KX_CLASS()
 
     explicit TKxBitBtn(TComponent* owner = nullptr);
@@ -61,6 +61,16 @@ class TKxBitBtn : public TButton {
     /// Deliberate: always -1, where one would expect the item that was chosen.
     int SelectedDropDownMenuIndex() const { return FSelectedMenuItemIndex; }
 
+    // --- Screen readers: a split button, whose arrow is a part of it
+
+    TAccessibleInfo AccessibleInfo() const override;
+    void AccessibleAction() override { Click(); }
+    int AccessiblePartCount() const override { return FMenu ? 1 : 0; }
+    TAccessibleInfo AccessiblePart(int part) const override;
+    TRect AccessiblePartRect(int part) const override;
+    int AccessiblePartAt(const TPoint& point) const override;
+    void AccessiblePartAction(int) override { OpenMenu(); }
+
     void Click() override;
     void CreateParams(TCreateParams& params) override;
     void WndProc(TMessage& message) override;
@@ -73,6 +83,7 @@ protected:
     void EnabledChanged() override;
     void MouseLeave() override;
     void Notification(TComponent* component, TOperation operation) override;
+    void KeyDown(uint16_t& key, TShiftState shift) override;
 
 private:
     /// A menu item's own handler, and the one that the item has instead.
@@ -89,6 +100,8 @@ private:
         }
     }
 
+    int Split() const; ///< The arrow is right of it.
+    void OpenMenu();
     void WMLButtonClk(TMessage& message);
     void WMKillFocus(TMessage& message);
     void DrawItem(const DRAWITEMSTRUCT& item);
