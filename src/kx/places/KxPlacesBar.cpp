@@ -212,6 +212,9 @@ void TKxPlaceButton::DrawIcon(TCanvas& canvas, int textHeight) {
 }
 
 bool TKxPlaceButton::IsHot() const {
+    if (ToolBar()->KeyButton() == this) {
+        return true;
+    }
     POINT mouse;
     const RECT client = ToRECT(ClientRect());
     // To find out whose control is under the mouse takes long, and only one of the painted buttons can be under it.
@@ -289,6 +292,16 @@ void TKxPlaceButton::MouseMove1(TObject*, TShiftState shift, int, int) {
 void TKxPlaceButton::MouseUp1(TObject*, TMouseButton button, TShiftState, int, int) {
     IKxPlacesBar* const bar = button == mbLeft ? Bar() : nullptr;
     if (bar) {
+        bar->OnFolderClick(Index());
+    }
+}
+
+/// Without the mouse a press is all that a click is.
+void TKxPlaceButton::Press() {
+    if (!Outlives(*this, [this] { TToolButton::Press(); })) {
+        return;
+    }
+    if (IKxPlacesBar* const bar = Bar()) {
         bar->OnFolderClick(Index());
     }
 }

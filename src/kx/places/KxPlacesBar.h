@@ -55,6 +55,7 @@ class TKxPlaceButton : public TToolButton {
     void ShowPlace(const TKxPlace& place);
     bool IsUnreachable() const { return FUnreachable; }
     void SetUnreachable(bool value);
+    void Press() override;
 
 protected:
     void Paint() override;

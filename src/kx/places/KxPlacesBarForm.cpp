@@ -47,6 +47,7 @@ void TKxPlacesBarFrm::FormCreate(TObject*) {
     };
     take(*Deleteplace1, DeleteText);
     take(*Changeplace1, PropertiesText);
+    ToolBar1->SetTabStop(true); // for the keyboard; it has no window yet
     ToolBar1->SetOnCustomDrawButton({this, &TKxPlacesBarFrm::ToolBar1CustomDrawButton, "ToolBar1CustomDrawButton"});
 }
 
