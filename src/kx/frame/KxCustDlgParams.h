@@ -131,6 +131,8 @@ class TKxCustDlgParams : public TPersistent {
     /// Hides the forms and takes them out of the dialog; they keep size and border. When a form's handler frees the
     /// dialog meanwhile, the end of the parameters does the rest.
     virtual void DisconnectForms();
+    /// Offers a letter that was pressed with Alt to the docked forms, in the forms' thread. True: one has taken it.
+    bool TakeAccelerator(wchar_t letter);
     /// Hides the custom form and takes it out of the dialog, and of any parent of ours.
     void HideCustomForm();
     /// Adapts the docked forms to WM_SIZE of the dialog window. @throws EIntOverflow

@@ -212,6 +212,21 @@ void TKxCustDlgParams::UndockForms(bool (*wanted)(const TForm& form, HWND dialog
     });
 }
 
+bool TKxCustDlgParams::TakeAccelerator(wchar_t letter) {
+    bool taken = false;
+    KxInFormsThread([&] {
+        const TFormsInTurn forms(*this);
+        for (const TFormRef* ref : {&FLeftForm, &FTopForm, &FRightForm, &FBottomForm, &FCustForm}) {
+            if (!taken && forms.ParamsAlive()) {
+                forms.Do(*ref, [&, dialog = FHandle](TForm& form) {
+                    taken = form.ParentWindow() == dialog && form.TakeAccelerator(letter);
+                });
+            }
+        }
+    });
+    return taken;
+}
+
 void TKxCustDlgParams::HideCustomForm() {
     if (!FCustForm.IsSet()) {
         return;

@@ -55,6 +55,7 @@ protected:
     /// The component is on its way out, and the dialog closes as a part of that.
     bool IsGoing() const { return !TAlive(FDialog); }
 
+    bool TakeAccelerator(wchar_t letter) override { return FParams.TakeAccelerator(letter); }
     void DoHookEvent(TMessage& message) override { FOnHookEvent(message); }
     void DoHookingEvent(TMessage& message, bool& allow) override { FHooking(&FDialog, message, allow); }
 

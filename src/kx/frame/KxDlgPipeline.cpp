@@ -38,6 +38,15 @@ TKxMsgVerdict TKxDlgPipeline::BeforeSystem(TMessage& message, int& command) {
         if (!Outlives(FLife, [&] { FDialog.DoHookingEvent(message, allow); })) {
             return allow ? mvPass : mvStop;
         }
+        // The system looks for a menu that has the letter, last of all.
+        if (allow && message.Msg == WM_MENUCHAR && GetKeyState(VK_MENU) < 0) {
+            bool taken = false;
+            const auto offer = [&] { taken = FDialog.TakeAccelerator(static_cast<wchar_t>(message.WParamLo())); };
+            if (!Outlives(FLife, offer) || taken) {
+                message.Result = MAKELRESULT(0, MNC_CLOSE);
+                return mvStop;
+            }
+        }
         if (allow) {
             return FDialog.BeforeSystem(message, command);
         }

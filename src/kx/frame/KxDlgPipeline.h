@@ -34,6 +34,9 @@ public:
         virtual TKxMsgVerdict BeforeSystem(TMessage& message, int& command) = 0;
         /// The dialog's own cases once the system has answered. Not called for messages that did not go to the system.
         virtual void AfterSystem(TMessage& message, int command) = 0;
+        /// A letter was pressed with Alt which is no accelerator of the control with the focus, nor of one of the
+        /// system's. True: somebody else has taken it.
+        virtual bool TakeAccelerator(wchar_t) { return false; }
 
     protected:
         ~IDialog() = default;
