@@ -3,150 +3,13 @@
 #include "kx/ui/controls/Controls.h"
 
 #include "kx/core/Barrier.h"
-#include "kx/win/Handles.h"
+#include "kx/win/Oleacc.h"
 #include "kx/win/ReflectedMessages.h"
-#include "kx/win/System.h"
-#include "kx/win/Windows.h"
-
-#include <oleacc.h>
-
 #include <algorithm>
-#include <atomic>
-
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interfaces
 
 namespace kx {
 
 namespace {
-
-// --- The system's library
-
-/// Loaded when somebody asks for the first time: most programs are never asked.
-struct TFunctions {
-    decltype(&::LresultFromObject) LresultFromObject;
-    decltype(&::CreateStdAccessibleObject) CreateStdAccessibleObject;
-    decltype(&::AccessibleObjectFromWindow) AccessibleObjectFromWindow;
-};
-
-const TFunctions& Oleacc() {
-    static const TFunctions functions = [] {
-        TFunctions f{};
-        wchar_t path[MAX_PATH + 16];
-        const UINT length = GetSystemDirectoryW(path, MAX_PATH);
-        lstrcpyW(path + length, L"\\oleacc.dll"); // by its path, since it is not one of those that every process has
-        if (length == 0 || length >= MAX_PATH || !LoadLibraryW(path)) {
-            return f;
-        }
-        const auto find = [](auto& function, const char* name) {
-            function = SystemFunction<std::decay_t<decltype(function)>>("oleacc.dll", name);
-        };
-        find(f.LresultFromObject, "LresultFromObject");
-        find(f.CreateStdAccessibleObject, "CreateStdAccessibleObject");
-        find(f.AccessibleObjectFromWindow, "AccessibleObjectFromWindow");
-        return f;
-    }();
-    return functions;
-}
-
-unique_com<IAccessible> StandardObject(HWND window) {
-    unique_com<IAccessible> object;
-    if (window && Oleacc().CreateStdAccessibleObject) {
-        void* found = nullptr;
-        if (SUCCEEDED(Oleacc().CreateStdAccessibleObject(window, OBJID_CLIENT, __uuidof(IAccessible), &found))) {
-            object.reset(static_cast<IAccessible*>(found));
-        }
-    }
-    return object;
-}
-
-/// What a window tells of itself, frame and all; null: nothing.
-IDispatch* ObjectOfWindow(HWND window) {
-    void* found = nullptr;
-    if (!window || !Oleacc().AccessibleObjectFromWindow ||
-        FAILED(Oleacc().AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_WINDOW), __uuidof(IAccessible),
-                                                   &found))) {
-        return nullptr;
-    }
-    return static_cast<IAccessible*>(found);
-}
-
-// --- Values
-
-HRESULT GiveText(const std::string& text, BSTR* out) {
-    const std::wstring wide = ToWide(text);
-    *out = wide.empty() ? nullptr : SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-    return wide.empty() ? S_FALSE : *out ? S_OK : E_OUTOFMEMORY;
-}
-
-void GiveNumber(LONG number, VARIANT* out) {
-    out->vt = VT_I4;
-    out->lVal = number;
-}
-
-void GiveObject(IDispatch* object, VARIANT* out) {
-    out->vt = VT_DISPATCH;
-    out->pdispVal = object;
-}
-
-/// Several numbers of children, one after the other.
-class TNumbers final : public IEnumVARIANT {
-public:
-    explicit TNumbers(std::vector<LONG> numbers) : FNumbers(std::move(numbers)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-        if (!out) {
-            return E_POINTER;
-        }
-        const bool known = id == __uuidof(IUnknown) || id == __uuidof(IEnumVARIANT);
-        *out = known ? this : nullptr;
-        return known ? (AddRef(), S_OK) : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++FUsers; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --FUsers;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-    HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* out, ULONG* fetched) override {
-        if (!out) {
-            return E_INVALIDARG;
-        }
-        ULONG given = 0;
-        for (; given < count && FAt < FNumbers.size(); ++given, ++FAt) {
-            GiveNumber(FNumbers[FAt], &out[given]);
-        }
-        if (fetched) {
-            *fetched = given;
-        }
-        return given == count ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
-        const bool enough = count <= FNumbers.size() - FAt;
-        FAt = enough ? FAt + count : FNumbers.size();
-        return enough ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Reset() override {
-        FAt = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** out) override {
-        if (!out) {
-            return E_INVALIDARG;
-        }
-        auto* const copy = new TNumbers(FNumbers);
-        copy->FAt = FAt;
-        *out = copy;
-        return S_OK;
-    }
-
-private:
-    ~TNumbers() = default;
-    const std::vector<LONG> FNumbers;
-    size_t FAt = 0;
-    std::atomic<ULONG> FUsers = 1;
-};
 
 // --- The object of a control
 
@@ -155,7 +18,7 @@ private:
 ///
 /// Of a window whose class is the system's, the system knows more than the framework: all that the control does not say
 /// itself is asked of the system's own object.
-class TAccessibleObject final : public IAccessible {
+class TAccessibleObject final : public TAccessibleBase {
 public:
     explicit TAccessibleObject(const TControl& control)
         : FControl(const_cast<TControl&>(control)), FAlive(control), FWindowed(dynamic_cast<TWinControl*>(&FControl)),
@@ -165,7 +28,7 @@ public:
         }
     }
 
-    // --- IUnknown, IDispatch
+    // --- IUnknown
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
         if (!out) {
@@ -180,26 +43,6 @@ public:
         // The system's object knows the window, and enumerates the children where they are its own.
         const bool standard = FStandard && (id == __uuidof(IOleWindow) || (FAlive && !OwnChildren()));
         return standard ? FStandard.get()->QueryInterface(id, out) : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++FUsers; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --FUsers;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        return FStandard ? FStandard.get()->GetTypeInfoCount(count) : E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override {
-        return FStandard ? FStandard.get()->GetTypeInfo(index, locale, info) : E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
-        return FStandard ? FStandard.get()->GetIDsOfNames(id, names, count, locale, ids) : E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL; // of late binding, which screen readers do not use
     }
 
     // --- What it is
@@ -219,8 +62,6 @@ public:
     HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT child, BSTR* out) override {
         return Text(child, out, &TAccessibleInfo::Action, &IAccessible::get_accDefaultAction);
     }
-    HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT, BSTR* out) override { return Nothing(out); }
-    HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* file, VARIANT, LONG*) override { return Nothing(file); }
 
     HRESULT STDMETHODCALLTYPE get_accRole(VARIANT child, VARIANT* out) override {
         return About(child, out, [&](const TTarget& target) {
@@ -432,7 +273,7 @@ public:
                 GiveNumber(numbers.front(), out);
             } else {
                 out->vt = VT_UNKNOWN;
-                out->punkVal = new TNumbers(std::move(numbers));
+                out->punkVal = NewNumbers(std::move(numbers));
             }
             return S_OK;
         });
@@ -471,7 +312,6 @@ public:
             [&] { return FStandard.get()->accDoDefaultAction(child); });
     }
 
-    HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return DISP_E_MEMBERNOTFOUND; }
     HRESULT STDMETHODCALLTYPE put_accValue(VARIANT child, BSTR value) override {
         return With(
             child,
@@ -483,7 +323,7 @@ public:
     }
 
 private:
-    ~TAccessibleObject() = default;
+    ~TAccessibleObject() override = default;
 
     /// What a number stands for.
     struct TTarget {
@@ -501,13 +341,6 @@ private:
         VARIANT self{};
         GiveNumber(CHILDID_SELF, &self);
         return self;
-    }
-    static HRESULT Nothing(BSTR* out) {
-        if (!out) {
-            return E_INVALIDARG;
-        }
-        *out = nullptr;
-        return S_FALSE;
     }
     static const TWinControl* WindowOf(const TControl& control) {
         const auto* const windowed = dynamic_cast<const TWinControl*>(&control);
@@ -647,27 +480,20 @@ private:
     TWinControl* const FWindowed; ///< The same; null when it has no window.
     IAccessibleParts* const FParts;
     unique_com<IAccessible> FStandard; ///< What the system says of the window.
-    std::atomic<ULONG> FUsers = 1;
 };
 
 } // namespace
 
 bool TWinControl::AnswerAccessible(TMessage& message) {
-    if (static_cast<LONG>(message.LParam) != OBJID_CLIENT || IsGoing() || !Oleacc().LresultFromObject) {
+    if (static_cast<LONG>(message.LParam) != OBJID_CLIENT || IsGoing()) {
         return false;
     }
     const unique_com<IAccessible> object(new TAccessibleObject(*this));
-    const auto give = [&] { return Oleacc().LresultFromObject(__uuidof(IAccessible), message.WParam, object.get()); };
-    LRESULT answer = give();
-    if (static_cast<HRESULT>(answer) == CO_E_NOTINITIALIZED) {
-        CoInitializeEx(nullptr,
-                       COINIT_APARTMENTTHREADED); // for as long as the thread runs: the reader keeps the object
-        answer = give();
-    }
-    if (answer > 0) { // an error is a negative number
+    const LRESULT answer = AnswerWithObject(message.WParam, object.get());
+    if (answer != 0) {
         message.Result = answer;
     }
-    return answer > 0;
+    return answer != 0;
 }
 
 } // namespace kx

@@ -302,17 +302,9 @@ struct TFreeDeleter {
 
 // --- Windows of the thread while a modal dialog runs
 
-/// Windows that were disabled, to be enabled again.
-using TTaskWindowList = std::vector<HWND>;
 /// Disables all enabled, visible top-level windows of the calling thread but `except`, and returns them.
 TTaskWindowList DisableTaskWindows(HWND except);
 void EnableTaskWindows(const TTaskWindowList& windows);
-
-using TExceptionEvent = TEvent<void(TObject* sender, const std::exception& e)>;
-using TMessageEvent = TEvent<void(MSG& message, bool& handled)>;
-/// Help is wanted: a HELP_ command and its data. A handler that sets `callHelp` to false has shown it.
-using THelpEvent = TEvent<void(uint16_t command, LPARAM data, bool& callHelp)>;
-using TIdleEvent = TEvent<void(TObject* sender, bool& done)>;
 
 /// The running program: owner of its forms, message loop, last resort for exceptions, and hints.
 ///
@@ -353,8 +345,7 @@ class TApplication : public TComponent {
     const TIcon& Icon() const { return FIcon; }
     std::string ExeName() const;
 
-    /// Reading order of the forms that have none of their own (ParentBiDiMode). With bdRightToLeft, forms that are read
-    /// from their form files from then on have their controls reversed from left to right.
+    /// Of the forms that have none of their own (ParentBiDiMode). With bdRightToLeft, form files are read reversed.
     TBiDiMode BiDiMode() const { return FBiDiMode; }
     void SetBiDiMode(TBiDiMode value);
 

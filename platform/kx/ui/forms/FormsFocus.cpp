@@ -159,6 +159,12 @@ void TCustomForm::FocusLeaves(TWinControl& control) {
 void TCustomForm::LeaveToHost() {
     const HWND own = WindowHandle();
     const HWND host = GetAncestor(own, GA_ROOT);
+    if (!IsWindowVisible(host)) { // it closes, and has no use for the focus
+        if (Visible()) {
+            ::SetFocus(own);
+        }
+        return;
+    }
     HWND next = ::GetFocus();
     do {
         next = GetNextDlgTabItem(host, next, FALSE);

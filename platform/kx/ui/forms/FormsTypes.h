@@ -4,6 +4,9 @@
 #include "kx/core/TypInfo.h"
 #include "kx/win/WinTypes.h"
 
+#include <exception>
+#include <vector>
+
 namespace kx {
 
 enum TBorderIcon : uint8_t { biSystemMenu, biMinimize, biMaximize, biHelp };
@@ -43,5 +46,14 @@ enum TCloseAction : uint8_t { caNone, caHide, caFree, caMinimize };
 using TCloseEvent = TEvent<void(TObject* sender, TCloseAction& action)>;
 using TShortCutEvent = TEvent<void(MSG& message, bool& handled)>;
 using TCloseQueryEvent = TEvent<void(TObject* sender, bool& canClose)>;
+
+/// Windows that were disabled, to be enabled again.
+using TTaskWindowList = std::vector<HWND>;
+
+using TExceptionEvent = TEvent<void(TObject* sender, const std::exception& e)>;
+using TMessageEvent = TEvent<void(MSG& message, bool& handled)>;
+/// Help is wanted: a HELP_ command and its data. A handler that sets `callHelp` to false has shown it.
+using THelpEvent = TEvent<void(uint16_t command, LPARAM data, bool& callHelp)>;
+using TIdleEvent = TEvent<void(TObject* sender, bool& done)>;
 
 } // namespace kx

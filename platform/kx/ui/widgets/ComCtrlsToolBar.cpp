@@ -92,22 +92,6 @@ void TToolBar::GetChildren(const TGetChildProc& proc, TComponent* root) {
         root);
 }
 
-TAccessibleInfo TToolBar::AccessibleInfo() const {
-    TAccessibleInfo info = TWinControl::AccessibleInfo();
-    info.Role = arToolBar;
-    return info;
-}
-
-/// In the order of the bar, whenever they were made.
-std::vector<const TControl*> TToolBar::AccessibleChildren() const {
-    std::vector<const TControl*> children = TWinControl::AccessibleChildren();
-    std::stable_sort(children.begin(), children.end(), [this](const TControl* a, const TControl* b) {
-        const auto place = [this](const TControl* c) { return std::find(FButtons.begin(), FButtons.end(), c); };
-        return place(a) < place(b);
-    });
-    return children;
-}
-
 // --- Buttons
 
 TToolButton* TToolBar::Buttons(int index) const {

@@ -1,4 +1,4 @@
-// Tool bars by the keyboard.
+// Tool bars by the keyboard, and for screen readers.
 
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/win/Windows.h"
@@ -100,6 +100,24 @@ TPoint TToolBar::KeyboardMenuPoint() const {
     return FKeyButton
                ? TPoint{FKeyButton->Left() + FKeyButton->Width() / 2, FKeyButton->Top() + FKeyButton->Height() / 2}
                : TPoint{0, 0};
+}
+
+// --- Screen readers
+
+TAccessibleInfo TToolBar::AccessibleInfo() const {
+    TAccessibleInfo info = TWinControl::AccessibleInfo();
+    info.Role = arToolBar;
+    return info;
+}
+
+/// In the order of the bar, whenever they were made.
+std::vector<const TControl*> TToolBar::AccessibleChildren() const {
+    std::vector<const TControl*> children = TWinControl::AccessibleChildren();
+    std::stable_sort(children.begin(), children.end(), [this](const TControl* a, const TControl* b) {
+        const auto place = [this](const TControl* c) { return std::find(FButtons.begin(), FButtons.end(), c); };
+        return place(a) < place(b);
+    });
+    return children;
 }
 
 } // namespace kx

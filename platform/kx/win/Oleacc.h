@@ -1,0 +1,62 @@
+#pragma once
+
+#include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
+
+#include <atomic>
+#include <oleacc.h>
+#include <string>
+#include <vector>
+
+// The system's library for screen readers, and values that are given to them.
+
+namespace kx {
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interface
+
+/// What all objects for screen readers have in common: they count their users, the first of whom is their maker, offer
+/// no late binding, which screen readers do not use, and have no help of their own.
+class TAccessibleBase : public IAccessible {
+public:
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++FUsers; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --FUsers;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT, BSTR*) override { return DISP_E_MEMBERNOTFOUND; }
+    HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR*, VARIANT, LONG*) override { return DISP_E_MEMBERNOTFOUND; }
+    HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return DISP_E_MEMBERNOTFOUND; }
+
+protected:
+    virtual ~TAccessibleBase() = default;
+
+private:
+    std::atomic<ULONG> FUsers = 1;
+};
+
+#pragma GCC diagnostic pop
+
+/// Gives an object to whoever sent WM_GETOBJECT. The answer of the message; 0: it cannot be given.
+LRESULT AnswerWithObject(WPARAM wParam, IAccessible* object);
+/// What the system says of the client area of a window; null: nothing.
+unique_com<IAccessible> StandardObject(HWND window);
+/// What a window tells of itself, frame and all; null: nothing. The caller releases it.
+IDispatch* ObjectOfWindow(HWND window);
+
+HRESULT GiveText(const std::string& text, BSTR* out); ///< S_FALSE for an empty one.
+void GiveNumber(LONG number, VARIANT* out);
+void GiveObject(IDispatch* object, VARIANT* out); ///< With the caller's reference.
+/// Several numbers of children, one after the other; with a reference for the caller.
+IEnumVARIANT* NewNumbers(std::vector<LONG> numbers);
+
+} // namespace kx
