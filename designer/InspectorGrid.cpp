@@ -43,6 +43,14 @@ TInspectorGrid::TInspectorGrid(TComponent* owner) : TCustomControl(owner) {
     };
     FEdit.SetOnKeyPress(swallow);
     FCombo.SetOnKeyPress(swallow);
+    const auto wheel = [this](TObject*, TShiftState, int delta, const TPoint&, bool& handled) {
+        handled = !FCombo.DroppedDown(); // a closed list would go on to its next value
+        if (handled) {
+            Wheel(delta);
+        }
+    };
+    FEdit.SetOnMouseWheel(wheel);
+    FCombo.SetOnMouseWheel(wheel);
     RegisterDesignNotification(*this);
 }
 
@@ -277,6 +285,10 @@ void TInspectorGrid::Scroll(int to) {
     Invalidate();
 }
 
+void TInspectorGrid::Wheel(int delta) {
+    Scroll(FTop + FWheel.Lines(delta, ClientHeight() / RowHeight()) * RowHeight());
+}
+
 void TInspectorGrid::ScrollToSelected() {
     const TRect r = FSelected < 0 ? TRect{} : RowRect(FSelected);
     if (r.Top < 0) {
@@ -308,7 +320,7 @@ void TInspectorGrid::WndProc(TMessage& message) {
             return;
         }
         break;
-    case WM_MOUSEWHEEL: Scroll(FTop + (static_cast<short>(HIWORD(message.WParam)) > 0 ? -3 : 3) * RowHeight()); return;
+    case WM_MOUSEWHEEL: Wheel(static_cast<int16_t>(message.WParamHi())); return;
     default: break;
     }
     TCustomControl::WndProc(message);

@@ -3,6 +3,7 @@
 #include "designer/FormDesigner.h"
 #include "kx/ide/PropertyEditors.h"
 #include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/MouseWheel.h"
 
 #include <set>
 #include <string>
@@ -96,6 +97,7 @@ private:
     void Choose(int row, int y);
     void UpdateScroll();
     void Scroll(int to);
+    void Wheel(int delta);
     void ScrollToSelected();
     std::string ValueOf(const TPropertyEditor& editor) const;
     static std::string NameOf(const TPropertyEditor& editor);               ///< Of one that throws: the property's.
@@ -112,7 +114,8 @@ private:
     bool FFilling = false;
     bool FEdited = false; ///< The field holds what the user has typed.
     int FSelected = -1;
-    int FTop = 0;        ///< Pixels that are scrolled away.
+    int FTop = 0; ///< Pixels that are scrolled away.
+    TMouseWheel FWheel;
     int FNameShare = 45; ///< Of a hundred.
     bool FDragsSplit = false;
     TEdit FEdit;

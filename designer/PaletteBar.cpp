@@ -81,7 +81,7 @@ void TPaletteButtons::Resize() {
 
 void TPaletteButtons::WndProc(TMessage& message) {
     if (message.Msg == WM_MOUSEWHEEL) {
-        Scroll(static_cast<short>(HIWORD(message.WParam)) > 0 ? -1 : 1);
+        Scroll(FWheel.Lines(static_cast<int16_t>(message.WParamHi()), ShownCount()));
         return;
     }
     TCustomControl::WndProc(message);

@@ -3,6 +3,7 @@
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/StdCtrls.h"
+#include "kx/win/MouseWheel.h"
 
 #include <string>
 #include <vector>
@@ -52,6 +53,7 @@ private:
 
     std::vector<const TClass*> FClasses;
     int FFirst = 0; ///< How many are scrolled away; the arrow stays.
+    TMouseWheel FWheel;
     const TClass* FChosen = nullptr;
     TNotifyEvent FOnChosen;
     TNotifyEvent FOnDropWanted;

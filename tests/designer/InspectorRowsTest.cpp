@@ -3,6 +3,7 @@
 #include "WindowFixture.h"
 
 #include "designer/DialogEditors.h"
+#include "tests/ui/WheelLines.h"
 
 namespace kx::test {
 namespace {
@@ -53,7 +54,7 @@ protected:
 
 // --- Scrolling
 
-TEST_F(InspectorRows, ScrollByTheBarAndTheWheel) {
+TEST_F(InspectorRows, ScrollByTheBar) {
     Grid().SelectRow(0);
     const int height = Grid().RowRect(0).Bottom;
     Scroll(SB_LINEDOWN);
@@ -69,10 +70,55 @@ TEST_F(InspectorRows, ScrollByTheBarAndTheWheel) {
     EXPECT_EQ(Top(), -33);
     Scroll(SB_THUMBTRACK, 30000);
     EXPECT_EQ(Grid().RowRect(Grid().RowCount() - 1).Bottom, Grid().ClientHeight()) << "the last row is at the end";
-    SendMessageA(Grid().WindowHandle(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-    EXPECT_EQ(Grid().RowRect(Grid().RowCount() - 1).Bottom, Grid().ClientHeight() + 3 * height);
-    SendMessageA(Grid().WindowHandle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
-    EXPECT_EQ(Grid().RowRect(Grid().RowCount() - 1).Bottom, Grid().ClientHeight());
+}
+
+TEST_F(InspectorRows, TheWheelScrollsAsManyRowsAsTheUserHasChosen) {
+    Grid().SelectRow(0);
+    const int height = Grid().RowRect(0).Bottom;
+    const auto turn = [&](int delta) {
+        SendMessageA(Grid().WindowHandle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), 0);
+        EXPECT_EQ(Top() % height, 0);
+        return -Top() / height;
+    };
+    {
+        const TWheelLines lines(2);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 2);
+        EXPECT_EQ(turn(-2 * WHEEL_DELTA), 6);
+        EXPECT_EQ(turn(WHEEL_DELTA), 4);
+        EXPECT_EQ(turn(-WHEEL_DELTA / 3), 4);
+        EXPECT_EQ(turn(-WHEEL_DELTA / 3), 5) << "two thirds of two";
+        EXPECT_EQ(turn(WHEEL_DELTA / 3), 5) << "another direction starts anew";
+        EXPECT_EQ(turn(WHEEL_DELTA / 6), 4);
+        EXPECT_EQ(turn(3 * WHEEL_DELTA), 0);
+    }
+    {
+        const TWheelLines lines(0);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 0);
+    }
+    const TWheelLines lines(WHEEL_PAGESCROLL);
+    const int page = Grid().ClientHeight() / height;
+    ASSERT_GT(Grid().RowCount(), 2 * page + 1);
+    EXPECT_EQ(turn(-WHEEL_DELTA), page);
+    EXPECT_EQ(turn(WHEEL_DELTA), 0);
+}
+
+TEST_F(InspectorRows, TheWheelLeavesWhatIsInTheField) {
+    ClickOn(At("OkButton"));
+    for (const char* name : {"Left", "ModalResult"}) { // one with a list, which the wheel would go through
+        ClickOn(ValueAt(name));
+        const std::string before = Value(name);
+        Scroll(SB_THUMBTRACK, 0);
+        SendMessageA(Field().Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+        EXPECT_LT(Top(), 0) << name;
+        EXPECT_EQ(Value(name), before);
+    }
+    EXPECT_EQ(Text(), SampleForm);
+    auto& list = dynamic_cast<TComboBox&>(Field());
+    list.SetDroppedDown(true);
+    const int top = Top();
+    SendMessageA(list.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    EXPECT_EQ(Top(), top) << "an open list is scrolled itself";
+    list.SetDroppedDown(false);
 }
 
 TEST_F(InspectorRows, TheChosenOneIsScrolledIntoView) {

@@ -5,6 +5,7 @@
 #include "designer/ClassIcons.h"
 #include "kx/design/KxDlgsReg.h"
 #include "kx/ide/Palette.h"
+#include "tests/ui/WheelLines.h"
 
 #include <map>
 
@@ -133,13 +134,43 @@ TEST_F(Palette, PicturesForWhichThereIsNoRoomAreScrolled) {
     const TRect before = buttons.ButtonRect(last);
     click(buttons.ScrollRect(false));
     EXPECT_FALSE(isShown(last));
-    SendMessageA(buttons.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    click(buttons.ScrollRect(true));
     EXPECT_EQ(buttons.ButtonRect(last), before);
-    SendMessageA(buttons.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-    EXPECT_FALSE(isShown(last));
     Window->ComponentPalette().Search().SetText("");
     EXPECT_TRUE(isShown(buttons.Classes().front()) || buttons.ScrollRect(true).Right == 0);
     EXPECT_EQ(Text(), SampleForm);
+}
+
+TEST_F(Palette, TheWheelScrollsAsManyPicturesAsTheUserHasChosen) {
+    KxDlgsReg::Register();
+    Window->ComponentPalette().Search().SetText("t"); // all of them
+    designer::TPaletteButtons& buttons = Window->ComponentPalette().Buttons();
+    // How many pictures are scrolled away then
+    const auto turn = [&](int delta) {
+        SendMessageA(buttons.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), 0);
+        int away = 0;
+        while (buttons.ButtonRect(buttons.Classes().at(static_cast<size_t>(away))).Right == 0) {
+            ++away;
+        }
+        return away;
+    };
+    {
+        const TWheelLines lines(2);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 2);
+        EXPECT_EQ(turn(-2 * WHEEL_DELTA), 6);
+        EXPECT_EQ(turn(WHEEL_DELTA), 4);
+        EXPECT_EQ(turn(-WHEEL_DELTA / 3), 4);
+        EXPECT_EQ(turn(-WHEEL_DELTA / 3), 5) << "two thirds of two";
+        EXPECT_EQ(turn(WHEEL_DELTA / 3), 5) << "another direction starts anew";
+        EXPECT_EQ(turn(WHEEL_DELTA / 6), 4);
+        EXPECT_EQ(turn(3 * WHEEL_DELTA), 0);
+    }
+    const TWheelLines lines(WHEEL_PAGESCROLL);
+    const int page = turn(-WHEEL_DELTA);
+    EXPECT_GT(page, 10);
+    EXPECT_EQ(buttons.ButtonRect(buttons.Classes().at(static_cast<size_t>(page))).Left,
+              buttons.ButtonRect(nullptr).Right)
+        << "the first of what was behind the last one";
 }
 
 TEST_F(Palette, WhatIsDroppedBesideTheSurfaceGoesNowhere) {
