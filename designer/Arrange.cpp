@@ -102,10 +102,10 @@ void CenterSelected(TFormDesigner& designer, bool horizontally) {
     });
 }
 
-void MoveSelectedToGrid(TFormDesigner& designer, int grid) {
+void MoveSelectedToGrid(TFormDesigner& designer, const TPoint& grid) {
     designer.Do("Align to grid", [&] {
         for (TControl* control : Movable(designer)) {
-            MoveTo(*control, ToGrid(control->Left(), grid), ToGrid(control->Top(), grid));
+            MoveTo(*control, ToGrid(control->Left(), grid.X), ToGrid(control->Top(), grid.Y));
         }
     });
 }

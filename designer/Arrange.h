@@ -12,7 +12,7 @@ void AlignSelected(TFormDesigner& designer, TEdge edge);
 void SpaceSelected(TFormDesigner& designer, bool horizontally);      ///< The same distances between all of them.
 void SizeSelected(TFormDesigner& designer, bool width, bool height); ///< As wide, as high as the first.
 void CenterSelected(TFormDesigner& designer, bool horizontally);     ///< All together in the middle of their parent.
-void MoveSelectedToGrid(TFormDesigner& designer, int grid);
+void MoveSelectedToGrid(TFormDesigner& designer, const TPoint& grid);
 /// By the keyboard: moves the selected components, or makes the controls larger.
 void NudgeSelected(TFormDesigner& designer, int x, int y, bool size);
 

@@ -6,7 +6,6 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
-#include <array>
 
 namespace kx::designer {
 
@@ -36,7 +35,7 @@ void TDesignedForm::SetDesignBorderStyle(TFormBorderStyle value) {
     }
 }
 
-void TDesignedForm::SetGridSize(int value) {
+void TDesignedForm::SetGridSize(const TPoint& value) {
     if (FGridSize != value) {
         FGridSize = value;
         Invalidate();
@@ -59,27 +58,21 @@ void TDesignedForm::Resize() {
 }
 
 void TDesignedForm::Paint() {
-    constexpr int patternSize = 8; // of what every system can make a brush
-    if (FGridSize <= 0) {
+    if (FGridSize.X <= 0 || FGridSize.Y <= 0) {
         return;
     }
-    const HDC dc = Canvas().Handle();
-    const auto dots = static_cast<COLORREF>(ColorToRGB(clBtnShadow));
-    if (FGridSize != patternSize) {
-        for (int y = 0; y < ClientHeight(); y += FGridSize) {
-            for (int x = 0; x < ClientWidth(); x += FGridSize) {
-                ::SetPixelV(dc, x, y, dots);
-            }
-        }
-        return;
-    }
-    // One dot in the corner of a square of 8 pixels; rows are of 16 bits. A zero takes the colour of texts.
-    std::array<WORD, patternSize> rows;
-    rows.fill(0x00FF);
-    rows[0] = 0x007F;
-    const unique_hbitmap bitmap(CreateBitmap(patternSize, patternSize, 1, 1, rows.data()));
+    // A pattern as large as the grid, with one dot in its corner. Rows are of whole words, whose first byte has the
+    // pixels on the left; a zero takes the colour of texts.
+    constexpr int wordBits = 16;
+    constexpr WORD noDot = 0xFFFF;
+    constexpr WORD dotOnTheLeft = 0xFF7F;
+    const int wordsInRow = (FGridSize.X + wordBits - 1) / wordBits;
+    std::vector<WORD> rows(static_cast<size_t>(wordsInRow * FGridSize.Y), noDot);
+    rows[0] = dotOnTheLeft;
+    const unique_hbitmap bitmap(CreateBitmap(FGridSize.X, FGridSize.Y, 1, 1, rows.data()));
     const HBRUSH brush = CreatePatternBrush(bitmap.get());
-    SetTextColor(dc, dots);
+    const HDC dc = Canvas().Handle();
+    SetTextColor(dc, static_cast<COLORREF>(ColorToRGB(clBtnShadow)));
     SetBkColor(dc, static_cast<COLORREF>(ColorToRGB(Color())));
     SetBrushOrgEx(dc, 0, 0, nullptr);
     const RECT all{0, 0, ClientWidth(), ClientHeight()};

@@ -27,8 +27,8 @@ class TDesignedForm : public TForm {
     /// The client area keeps its size: it is what the controls stand in.
     void SetDesignBorderStyle(TFormBorderStyle value);
 
-    int GridSize() const { return FGridSize; } ///< Pixels between the dots; 0: none are shown.
-    void SetGridSize(int value);
+    const TPoint& GridSize() const { return FGridSize; } ///< Pixels from one dot to the next; 0: none are shown.
+    void SetGridSize(const TPoint& value);
 
     /// The form has another size, whoever gave it that.
     void SetOnSized(TEvent<void()> value) { FOnSized = std::move(value); }
@@ -44,7 +44,7 @@ private:
     int FDesignLeft = 0;
     int FDesignTop = 0;
     bool FDesignVisible = false;
-    int FGridSize = 8;
+    TPoint FGridSize{8, 8};
     TEvent<void()> FOnSized;
 };
 

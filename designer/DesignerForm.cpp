@@ -5,7 +5,7 @@
 #include "designer/ClassFiles.h"
 #include "designer/CollectionPaths.h"
 #include "designer/Files.h"
-#include "kx/win/Registry.h"
+#include "designer/Settings.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -27,6 +27,8 @@ const TClass& TDesignerForm::StaticClass() {
         c.Method("ViewTabsChange", &T::ViewTabsChange);
         c.Method("TextMemoExit", &T::TextMemoExit);
         c.Method("FormCloseQuery", &T::FormCloseQuery);
+        c.Method("FormShow", &T::FormShow);
+        c.Method("PanesResize", &T::PanesResize);
     });
     return cls.Class();
 }
@@ -37,6 +39,8 @@ TDesignerForm::TDesignerForm(TComponent* owner) : TForm(owner) {
     InitForm(*this, StaticClass());
     AddCommands();
     AddArrangeCommands();
+    RestorePlace();
+    RestoreGrid();
     Palette->ReadPages();
     Palette->Buttons().SetOnChosen([this](TObject*) { Surface->SetTool(Palette->Buttons().Chosen()); });
     Palette->Buttons().SetOnDropWanted([this](TObject*) { DropChosen(); });
@@ -63,7 +67,7 @@ TDesignerForm::~TDesignerForm() {
     Application().SetOnException(nullptr);
 }
 
-std::string TDesignerForm::BaseRegistryKey() const { return "Software\\kxqdlgs70\\Designer"; }
+std::string TDesignerForm::BaseRegistryKey() const { return SettingsKey(); }
 
 void TDesignerForm::WndProc(TMessage& message) {
     TForm::WndProc(message);
@@ -329,7 +333,12 @@ bool TDesignerForm::CloseAll() {
     return true;
 }
 
-void TDesignerForm::FormCloseQuery(TObject*, bool& canClose) { canClose = CloseAll(); }
+void TDesignerForm::FormCloseQuery(TObject*, bool& canClose) {
+    canClose = CloseAll();
+    if (canClose) {
+        RememberWindow();
+    }
+}
 
 bool TDesignerForm::SaveDocument(TDocument& document) {
     if (FDocument == &document && !TakeText()) {

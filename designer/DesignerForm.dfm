@@ -14,6 +14,8 @@ object KxDesigner: TDesignerForm
   Position = poScreenCenter
   ShowHint = True
   OnCloseQuery = FormCloseQuery
+  OnResize = PanesResize
+  OnShow = FormShow
   object Palette: TPaletteBar
     Left = 0
     Top = 0
@@ -42,6 +44,7 @@ object KxDesigner: TDesignerForm
     BevelOuter = bvNone
     BorderWidth = 3
     TabOrder = 2
+    OnResize = PanesResize
     object ProjectLabel: TLabel
       Left = 3
       Top = 3
@@ -332,7 +335,7 @@ object KxDesigner: TDesignerForm
         OnClick = CommandClick
       end
       object SelectParentItem: TMenuItem
-        Caption = 'Select pa&rent'
+        Caption = 'Select par&ent'
         OnClick = CommandClick
       end
       object EditMenuLine3: TMenuItem
@@ -391,22 +394,26 @@ object KxDesigner: TDesignerForm
         OnClick = CommandClick
       end
       object FindComponentItem: TMenuItem
-        Caption = 'Find &component'
+        Caption = 'Find co&mponent'
         OnClick = CommandClick
       end
       object ViewMenuLine2: TMenuItem
         Caption = '-'
       end
       object ShowGridItem: TMenuItem
-        Caption = '&Grid'
+        Caption = 'Show &grid'
+        OnClick = CommandClick
+      end
+      object GridItem: TMenuItem
+        Caption = 'Gri&d...'
         OnClick = CommandClick
       end
       object ShowGuidesItem: TMenuItem
-        Caption = 'G&uide lines'
+        Caption = 'Show g&uide lines'
         OnClick = CommandClick
       end
       object ShowTabOrderItem: TMenuItem
-        Caption = 'Tab &order'
+        Caption = 'Show tab o&rder'
         OnClick = CommandClick
       end
     end

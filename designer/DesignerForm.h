@@ -55,6 +55,8 @@ class TDesignerForm final : public TForm, public IDocumentHost, private IModuleS
     void ViewTabsChange(TObject* sender);
     void TextMemoExit(TObject* sender);
     void FormCloseQuery(TObject* sender, bool& canClose);
+    void FormShow(TObject* sender);
+    void PanesResize(TObject* sender);
 
 private:
     enum TView { FormView, TextView_, ClassView };
@@ -106,6 +108,15 @@ private:
     std::vector<std::string> RecentPaths() const;
     void ShowRecent();
 
+    void RestorePlace();
+    void RememberWindow() const;
+    void FitPanes();
+    void RestoreGrid();
+    void SetGrid(const TDesignGrid& value);
+    void ToggleGrid();
+    void ToggleGuides();
+    void EditGrid();
+
     bool TakeText();
     std::string TextProblem();
     void RefreshView();
@@ -122,7 +133,7 @@ private:
     void RunAt(int dotsPerInch);
     void DropChosen();
 
-    KX_FIELDS(TDesignerForm, (TPaletteBar, Palette), (TStructure, Structure), (TInspector, Inspector),
+    KX_FIELDS(TDesignerForm, (TPanel, LeftPanel), (TSplitter, LeftSplitter, StructureSplitter), (TPaletteBar, Palette), (TStructure, Structure), (TInspector, Inspector),
               (TDesignSurface, Surface), (TMemo, TextMemo), (TPanel, ClassPanel, StatusPanel), (TLabel, ClassLabel),
               (TListBox, ProjectList), (TTabControl, FormTabs, ViewTabs), (TPopupMenu, FormMenu),
               (TMenuItem, RecentMenu), (TMainMenu, MainMenu))
@@ -134,6 +145,7 @@ private:
     std::string FShownText; ///< What the text view was filled with.
     bool FChecking = false;
     bool FRefreshing = false;
+    bool FHasPanes = false; ///< Their sizes have been restored.
     std::unique_ptr<TForm, TFreeDeleter> FRunning;
 };
 

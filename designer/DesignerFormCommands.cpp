@@ -103,8 +103,9 @@ void TDesignerForm::AddCommands() {
         {"WriteClass", [this] { WriteClass(); }},
         {"ShowInspector", [this] { Inspector->Grid().SetFocus(); }},
         {"FindComponent", [this] { Palette->Search().SetFocus(); }},
-        {"ShowGrid", [this] { Surface->SetShowsGrid(!Surface->ShowsGrid()); }},
-        {"ShowGuides", [this] { Surface->SetUsesGuides(!Surface->UsesGuides()); }},
+        {"ShowGrid", [this] { ToggleGrid(); }},
+        {"Grid", [this] { EditGrid(); }},
+        {"ShowGuides", [this] { ToggleGuides(); }},
         {"ShowTabOrder", [this] { Surface->SetShowsTabOrder(!Surface->ShowsTabOrder()); }},
         {"Run", [this] { RunAt(96); }},
         {"Run96", [this] { RunAt(96); }},
@@ -154,7 +155,7 @@ void TDesignerForm::AddArrangeCommands() {
     add("SameWidth", [](TFormDesigner& d) { SizeSelected(d, true, false); });
     add("SameHeight", [](TFormDesigner& d) { SizeSelected(d, false, true); });
     add("SameSize", [](TFormDesigner& d) { SizeSelected(d, true, true); });
-    add("ToGrid", [this](TFormDesigner& d) { MoveSelectedToGrid(d, Surface->GridSize()); });
+    add("ToGrid", [this](TFormDesigner& d) { MoveSelectedToGrid(d, Surface->Grid().Size); });
 }
 
 void TDesignerForm::CommandClick(TObject* sender) {
@@ -188,9 +189,9 @@ TMenuItem& TDesignerForm::Item(const std::string& command) const {
 void TDesignerForm::UpdateMenus() {
     const TFormDesigner* const designer = Current();
     for (const auto& [name, work] : FCommands) {
-        static constexpr std::array always{"NewProject", "NewForm",    "NewDialog",     "NewDockedForm",
-                                           "OpenFile",   "Exit",       "ShowInspector", "Keys",
-                                           "About",      "ShowGuides", "FindComponent", "ShowGrid"};
+        static constexpr std::array always{"NewProject",    "NewForm",       "NewDialog", "NewDockedForm", "OpenFile",
+                                           "Exit",          "ShowInspector", "Keys",      "About",         "ShowGuides",
+                                           "FindComponent", "ShowGrid",      "Grid"};
         const bool isFree = std::ranges::find(always, name) != always.end();
         Item(name).SetEnabled(isFree || designer);
     }
@@ -201,7 +202,7 @@ void TDesignerForm::UpdateMenus() {
     Item("Undo").SetEnabled(designer && designer->CanUndo());
     Item("Redo").SetEnabled(designer && designer->CanRedo());
     Item("LockControls").SetChecked(designer && designer->Locked());
-    Item("ShowGrid").SetChecked(Surface->ShowsGrid());
+    Item("ShowGrid").SetChecked(Surface->Grid().IsShown);
     Item("ShowGuides").SetChecked(Surface->UsesGuides());
     Item("ShowTabOrder").SetChecked(Surface->ShowsTabOrder());
 }
@@ -294,7 +295,7 @@ void TDesignerForm::ShowFormMenu(const TPoint& screen) {
                                                             {"Tab &order", "ShowTabOrder"},
                                                             {"&Lock controls", "LockControls"},
                                                             {"-", ""},
-                                                            {"&Text", "ViewText"}};
+                                                            {"Te&xt", "ViewText"}};
     for (const auto& [caption, command] : commands) {
         add(caption, [this, command = std::string(command)] {
             if (!command.empty()) {

@@ -2,10 +2,10 @@
 
 #include "designer/DesignerForm.h"
 #include "designer/Files.h"
+#include "designer/Settings.h"
 #include "designer/Templates.h"
 #include "kx/ui/dialogs/Dialogs.h"
 #include "kx/win/FileStreams.h"
-#include "kx/win/Registry.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -17,6 +17,7 @@ namespace {
 constexpr const char* FormFilter = "Forms (*.dfm)|*.dfm|All files (*.*)|*.*";
 constexpr const char* AnyFilter = "Projects and forms (*.kxproj;*.dfm)|*.kxproj;*.dfm|All files (*.*)|*.*";
 constexpr const char* ProjectFilter = "Projects (*.kxproj)|*.kxproj";
+constexpr const char* RecentSettings = "Recent";
 constexpr int MostRecent = 8;
 
 } // namespace
@@ -127,10 +128,10 @@ void TDesignerForm::ToggleMainForm() {
 }
 
 std::vector<std::string> TDesignerForm::RecentPaths() const {
-    TRegIniFile registry("Software\\kxqdlgs70\\Designer");
+    const TSettings settings(RecentSettings);
     std::vector<std::string> paths;
     for (int i = 1; i <= MostRecent; ++i) {
-        const std::string path = registry.ReadString("Recent", IntToStr(i), "");
+        const std::string path = settings.Text(IntToStr(i));
         if (!path.empty()) {
             paths.push_back(path);
         }
@@ -139,16 +140,12 @@ std::vector<std::string> TDesignerForm::RecentPaths() const {
 }
 
 void TDesignerForm::AddRecent(const std::string& path) {
-    try {
-        std::vector<std::string> paths = RecentPaths();
-        std::erase_if(paths, [&](const std::string& one) { return SameText(one, path); });
-        paths.insert(paths.begin(), path);
-        TRegIniFile registry("Software\\kxqdlgs70\\Designer");
-        for (int i = 0; i < std::min(static_cast<int>(paths.size()), MostRecent); ++i) {
-            registry.WriteString("Recent", IntToStr(i + 1), paths[static_cast<size_t>(i)]);
-        }
-    } catch (const Exception&) {
-        return; // the user's settings cannot be written
+    std::vector<std::string> paths = RecentPaths();
+    std::erase_if(paths, [&](const std::string& one) { return SameText(one, path); });
+    paths.insert(paths.begin(), path);
+    const TSettings settings(RecentSettings);
+    for (int i = 0; i < std::min(static_cast<int>(paths.size()), MostRecent); ++i) {
+        settings.SetText(IntToStr(i + 1), paths[static_cast<size_t>(i)]);
     }
 }
 

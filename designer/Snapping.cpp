@@ -60,8 +60,8 @@ TPoint SnapMove(const TSnapping& snapping, const TRect& rect, std::vector<TGuide
         snapping.UseGuides ? WayToOther(snapping, {rect.Left, rect.Right}, true) : std::nullopt;
     const std::optional<int> y =
         snapping.UseGuides ? WayToOther(snapping, {rect.Top, rect.Bottom}, false) : std::nullopt;
-    const TPoint way{x ? *x : ToGrid(rect.Left, snapping.Grid) - rect.Left,
-                     y ? *y : ToGrid(rect.Top, snapping.Grid) - rect.Top};
+    const TPoint way{x ? *x : ToGrid(rect.Left, snapping.Grid.X) - rect.Left,
+                     y ? *y : ToGrid(rect.Top, snapping.Grid.Y) - rect.Top};
     if (snapping.UseGuides) {
         AddGuides(snapping, {rect.Left + way.X, rect.Right + way.X}, true, guides);
         AddGuides(snapping, {rect.Top + way.Y, rect.Bottom + way.Y}, false, guides);
@@ -71,7 +71,7 @@ TPoint SnapMove(const TSnapping& snapping, const TRect& rect, std::vector<TGuide
 
 int SnapEdge(const TSnapping& snapping, int at, bool isVertical, std::vector<TGuide>* guides) {
     const std::optional<int> way = snapping.UseGuides ? WayToOther(snapping, {at}, isVertical) : std::nullopt;
-    const int snapped = way ? at + *way : ToGrid(at, snapping.Grid);
+    const int snapped = way ? at + *way : ToGrid(at, isVertical ? snapping.Grid.X : snapping.Grid.Y);
     if (snapping.UseGuides) {
         AddGuides(snapping, {snapped}, isVertical, guides);
     }

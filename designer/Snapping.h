@@ -6,6 +6,16 @@
 
 namespace kx::designer {
 
+/// The dots on a form that is designed.
+struct TDesignGrid {
+    static constexpr int Least = 2;
+    static constexpr int Greatest = 128;
+    TPoint Size{8, 8}; ///< Pixels from one dot to the next.
+    bool IsShown = true;
+    bool Snaps = true; ///< The mouse moves and sizes from dot to dot.
+    bool operator==(const TDesignGrid&) const = default;
+};
+
 /// A line along which edges lie.
 struct TGuide {
     bool IsVertical;
@@ -14,7 +24,7 @@ struct TGuide {
 
 /// What there is to snap to while something is moved or sized. All rectangles are in the same coordinates.
 struct TSnapping {
-    int Grid = 8; ///< Pixels; 0 and 1: none.
+    TPoint Grid = TDesignGrid().Size; ///< Pixels; 0 and 1: none.
     bool UseGuides = true;
     std::vector<TRect> Others; ///< Whose edges attract those of what is moved.
 };

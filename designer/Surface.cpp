@@ -14,6 +14,7 @@ namespace {
 
 constexpr int Margin = 16; // around the form
 constexpr int IconExtent = 28;
+constexpr int ScrollLine = 16;
 
 std::vector<TDesignSurface*>& Surfaces() {
     static std::vector<TDesignSurface*> surfaces;
@@ -60,7 +61,7 @@ private:
             message.wParam = (GetKeyState(VK_SHIFT) < 0 ? WPARAM{MK_SHIFT} : 0) |
                              (GetKeyState(VK_CONTROL) < 0 ? WPARAM{MK_CONTROL} : 0);
         }
-        if (message.message != WM_MOUSEWHEEL) { // whose coordinates are the screen's for all windows
+        if (message.message != WM_MOUSEWHEEL && message.message != WM_MOUSEHWHEEL) { // theirs are the screen's for all
             POINT point{static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
             MapWindowPoints(isFrame ? nullptr : message.hwnd, surface, &point, 1);
             message.lParam = MAKELPARAM(point.x, point.y);
@@ -110,7 +111,7 @@ void TDesignSurface::FormReplaced() {
     FOverlay.LeaveForm();
     if (FDesigner && HandleAllocated()) {
         TDesignedForm& form = FDesigner->Form();
-        form.SetGridSize(FShowsGrid ? FSnapping.Grid : 0);
+        form.SetGridSize(ShownGrid());
         form.SetParentWindow(WindowHandle());
         PlaceForm();
         form.SetVisible(true);
@@ -177,25 +178,35 @@ void TDesignSurface::ShowFormMarks() {
 }
 
 void TDesignSurface::Scroll(int bar, int command, int position) {
-    int& at = bar == SB_HORZ ? FScroll.X : FScroll.Y;
+    const int at = bar == SB_HORZ ? FScroll.X : FScroll.Y;
     const int page = bar == SB_HORZ ? ClientWidth() : ClientHeight();
-    constexpr int line = 16;
     switch (command) {
-    case SB_LINEUP: at -= line; break;
-    case SB_LINEDOWN: at += line; break;
-    case SB_PAGEUP: at -= page; break;
-    case SB_PAGEDOWN: at += page; break;
+    case SB_LINEUP: ScrollTo(bar, at - ScrollLine); break;
+    case SB_LINEDOWN: ScrollTo(bar, at + ScrollLine); break;
+    case SB_PAGEUP: ScrollTo(bar, at - page); break;
+    case SB_PAGEDOWN: ScrollTo(bar, at + page); break;
     case SB_THUMBTRACK:
-    case SB_THUMBPOSITION: at = position; break;
-    case SB_TOP: at = 0; break;
-    case SB_BOTTOM: at = INT16_MAX; break;
+    case SB_THUMBPOSITION: ScrollTo(bar, position); break;
+    case SB_TOP: ScrollTo(bar, 0); break;
+    case SB_BOTTOM: ScrollTo(bar, INT16_MAX); break;
     default: return;
     }
+}
+
+void TDesignSurface::ScrollTo(int bar, int position) {
+    (bar == SB_HORZ ? FScroll.X : FScroll.Y) = position;
     PlaceForm();
 }
 
+/// `delta` is positive upwards, and to the left.
+void TDesignSurface::Wheel(int bar, int delta) {
+    const bool isAcross = bar == SB_HORZ;
+    TMouseWheel& wheel = isAcross ? FWheelAcross : FWheelDown;
+    const int lines = wheel.Lines(delta, (isAcross ? ClientWidth() : ClientHeight()) / ScrollLine);
+    ScrollTo(bar, (isAcross ? FScroll.X : FScroll.Y) + lines * ScrollLine);
+}
+
 void TDesignSurface::WndProc(TMessage& message) {
-    constexpr int wheelLines = 3;
     switch (message.Msg) {
     case WM_HSCROLL:
     case WM_VSCROLL:
@@ -206,10 +217,10 @@ void TDesignSurface::WndProc(TMessage& message) {
         }
         break;
     case WM_MOUSEWHEEL:
-        for (int i = 0; i < wheelLines; ++i) {
-            Scroll(GetKeyState(VK_SHIFT) < 0 ? SB_HORZ : SB_VERT,
-                   static_cast<short>(HIWORD(message.WParam)) > 0 ? SB_LINEUP : SB_LINEDOWN, 0);
-        }
+        Wheel(GetKeyState(VK_SHIFT) < 0 ? SB_HORZ : SB_VERT, static_cast<int16_t>(message.WParamHi()));
+        return;
+    case WM_MOUSEHWHEEL: // a wheel that tilts, or is one of its own: to the right is positive
+        Wheel(SB_HORZ, -static_cast<int16_t>(message.WParamHi()));
         return;
     case WM_CAPTURECHANGED:
         if (message.LParamWindow() != WindowHandle() && !FReleasing) {
@@ -233,10 +244,11 @@ void TDesignSurface::WndProc(TMessage& message) {
     TCustomControl::WndProc(message);
 }
 
-void TDesignSurface::SetShowsGrid(bool value) {
-    FShowsGrid = value;
+void TDesignSurface::SetGrid(const TDesignGrid& value) {
+    FGrid = value;
+    FSnapping.Grid = value.Snaps ? value.Size : TPoint{0, 0};
     if (FDesigner) {
-        FDesigner->Form().SetGridSize(value ? FSnapping.Grid : 0);
+        FDesigner->Form().SetGridSize(ShownGrid());
     }
 }
 

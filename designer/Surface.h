@@ -3,6 +3,7 @@
 #include "designer/FormDesigner.h"
 #include "designer/Overlay.h"
 #include "designer/Snapping.h"
+#include "kx/win/MouseWheel.h"
 
 #include <memory>
 #include <optional>
@@ -33,9 +34,8 @@ class TDesignSurface : public TCustomControl {
     /// Numbers show the order in which Tab goes through the controls; a click on the next control gives it the next
     /// one.
     void SetShowsTabOrder(bool value);
-    int GridSize() const { return FSnapping.Grid; }
-    bool ShowsGrid() const { return FShowsGrid; }
-    void SetShowsGrid(bool value);
+    const TDesignGrid& Grid() const { return FGrid; }
+    void SetGrid(const TDesignGrid& value);
     bool UsesGuides() const { return FSnapping.UseGuides; }
     void SetUsesGuides(bool value) { FSnapping.UseGuides = value; }
 
@@ -85,6 +85,9 @@ private:
     void PlaceForm();
     void ShowFormMarks();
     void Scroll(int bar, int command, int position);
+    void ScrollTo(int bar, int position);
+    void Wheel(int bar, int delta);
+    TPoint ShownGrid() const { return FGrid.IsShown ? FGrid.Size : TPoint{0, 0}; }
     std::vector<TOverlayItem> MarksOf() const;
     void AddSelection(std::vector<TOverlayItem>& items) const;
     void AddGhosts(TWinControl& parent, std::vector<TOverlayItem>& items) const;
@@ -117,12 +120,14 @@ private:
     TFormDesigner* FDesigner = nullptr;
     TOverlay FOverlay;
     const TClass* FTool = nullptr;
+    TDesignGrid FGrid;
     TSnapping FSnapping;
-    bool FShowsGrid = true;
     bool FShowsTabOrder = false;
     int FNextTab = 0;
     const TWinControl* FTabParent = nullptr; ///< Compared only.
     TPoint FScroll{0, 0};
+    TMouseWheel FWheelAcross;
+    TMouseWheel FWheelDown;
     /// What the surface itself shows of the form.
     struct TFormLook {
         TRect Bounds;

@@ -55,11 +55,11 @@ void TDesignSurface::KeyDown(uint16_t& key, TShiftState shift) {
 void TDesignSurface::ArrowKey(uint16_t key, TShiftState shift) {
     const bool ctrl = shift.Contains(ssCtrl);
     const bool sizes = shift.Contains(ssShift) && !ctrl;
-    const int step = ctrl && shift.Contains(ssShift) ? FSnapping.Grid : 1;
+    const TPoint step = ctrl && shift.Contains(ssShift) ? FGrid.Size : TPoint{1, 1};
     const int x = key == VK_LEFT ? -1 : key == VK_RIGHT ? 1 : 0;
     const int y = key == VK_UP ? -1 : key == VK_DOWN ? 1 : 0;
     if (ctrl || sizes) {
-        NudgeSelected(*FDesigner, x * step, y * step, sizes);
+        NudgeSelected(*FDesigner, x * step.X, y * step.Y, sizes);
     } else {
         SelectNearest(x, y);
     }

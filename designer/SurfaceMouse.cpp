@@ -330,8 +330,8 @@ void TDesignSurface::CreateInBand() {
     const TRect band = BandRect();
     const TPoint inner = FContainer->ClientOrigin();
     const TPoint outer = FDesigner->Form().ClientOrigin();
-    const auto x = [&](int at) { return ToGrid(at + outer.X - inner.X, FSnapping.Grid); };
-    const auto y = [&](int at) { return ToGrid(at + outer.Y - inner.Y, FSnapping.Grid); };
+    const auto x = [&](int at) { return ToGrid(at + outer.X - inner.X, FSnapping.Grid.X); };
+    const auto y = [&](int at) { return ToGrid(at + outer.Y - inner.Y, FSnapping.Grid.Y); };
     const TRect bounds{x(band.Left), y(band.Top), x(band.Right), y(band.Bottom)};
     if (!FAddsToSelection) { // with Shift more of them are to come
         FTool = nullptr;

@@ -168,7 +168,7 @@ TEST_F(Arrange, TheMiddleOfTheParent) {
     EXPECT_EQ(R(1).Top, 10);
 }
 TEST_F(Arrange, TheGrid) {
-    MoveSelectedToGrid(*Designer, 8);
+    MoveSelectedToGrid(*Designer, {8, 8});
     EXPECT_EQ(R(1), (TRect{8, 8, 28, 18}));
     EXPECT_EQ(R(2), (TRect{48, 32, 88, 52}));
 }

@@ -365,7 +365,7 @@ TEST_F(Documents, WhatWasOpenedLastIsOffered) {
     EXPECT_EQ(recent[0]->Caption(), paths[8]);
     EXPECT_EQ(recent[1]->Caption(), paths[9]);
     EXPECT_EQ(recent[2]->Caption(), paths[7]) << "each of them once";
-    EXPECT_EQ(TRegIniFile("Software\\kxqdlgs70\\Designer").ReadString("Recent", "9", "none"), "none");
+    EXPECT_EQ(designer::TSettings("Recent").Text("9"), "");
     recent[2]->Click();
     EXPECT_EQ(Window->Project()->FileName(), paths[7]);
 }

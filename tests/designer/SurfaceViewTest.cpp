@@ -2,6 +2,8 @@
 
 #include "WindowFixture.h"
 
+#include "tests/ui/WheelLines.h"
+
 namespace kx::test {
 namespace {
 
@@ -112,6 +114,53 @@ TEST_F(SurfaceView, TheWheelScrolls) {
     Settle();
     EXPECT_EQ(form.Left(), 16 - 48);
     EXPECT_EQ(form.Top(), 16 - 48);
+}
+
+TEST_F(SurfaceView, TheWheelScrollsAsManyLinesAsTheUserHasChosen) {
+    TForm& form = Designer().Form();
+    form.SetClientSize(1500, 1200);
+    constexpr int line = 16;
+    const auto turn = [&](int delta) {
+        SendMessageA(Surface().WindowHandle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), 0);
+        return (16 - form.Top()) / line;
+    };
+    {
+        const TWheelLines lines(5);
+        EXPECT_EQ(turn(-WHEEL_DELTA), 5);
+        EXPECT_EQ(turn(-2 * WHEEL_DELTA), 15);
+        EXPECT_EQ(turn(WHEEL_DELTA), 10);
+        EXPECT_EQ(turn(-WHEEL_DELTA / 6), 10);
+        EXPECT_EQ(turn(-WHEEL_DELTA / 6), 11) << "two sixths of five";
+        EXPECT_EQ(turn(WHEEL_DELTA / 6), 11) << "another direction starts anew";
+        EXPECT_EQ(turn(WHEEL_DELTA / 6), 10);
+        EXPECT_EQ(turn(3 * WHEEL_DELTA), 0);
+    }
+    const TWheelLines lines(WHEEL_PAGESCROLL);
+    EXPECT_EQ(turn(-WHEEL_DELTA), Surface().ClientHeight() / line);
+    EXPECT_EQ(form.Left(), 16);
+}
+
+TEST_F(SurfaceView, AWheelThatTiltsScrollsAcross) {
+    TForm& form = Designer().Form();
+    form.SetClientSize(3000, 1200);
+    const TWheelLines lines(2);
+    const auto tilt = [&](HWND window, int delta) {
+        const TPoint at = CenterOf(Surface().WindowHandle());
+        PostMessageA(window, WM_MOUSEHWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), MAKELPARAM(at.X, at.Y));
+        Settle();
+    };
+    tilt(Surface().WindowHandle(), WHEEL_DELTA);
+    EXPECT_EQ(form.Left(), 16 - 32);
+    tilt(The<TWinControl>("OkButton").Handle(), WHEEL_DELTA);
+    EXPECT_EQ(form.Left(), 16 - 64) << "over a control as well";
+    tilt(Surface().WindowHandle(), -WHEEL_DELTA);
+    EXPECT_EQ(form.Left(), 16 - 32);
+    EXPECT_EQ(form.Top(), 16);
+    Scroll(WM_HSCROLL, SB_TOP);
+    Window->SetWidth(800); // no form is much wider than the screen
+    const TWheelLines page(WHEEL_PAGESCROLL);
+    tilt(Surface().WindowHandle(), WHEEL_DELTA);
+    EXPECT_EQ(form.Left(), 16 - Surface().ClientWidth() / 16 * 16);
 }
 
 TEST_F(SurfaceView, AnotherFormBeginsInItsCorner) {

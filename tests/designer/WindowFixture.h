@@ -3,8 +3,10 @@
 #include "DesignerFixture.h"
 #include "designer/DesignerForm.h"
 #include "designer/Files.h"
+#include "designer/Settings.h"
 #include "designer/StandardPackage.h"
 #include "support/TempFolder.h"
+#include "tests/support/TestKey.h"
 
 #include <memory>
 #include <string>
@@ -15,6 +17,7 @@ namespace kx::test {
 class TDesignerWindowTest : public testing::Test {
 protected:
     TDesignerWindowTest() : Folder("designer") {
+        designer::SetSettingsKey(Settings.Path());
         designer::RegisterStandardPackage();
         Path = Folder.Path("OrderForm.dfm");
         designer::WriteWholeFile(Path, SampleForm);
@@ -106,6 +109,7 @@ protected:
         return text;
     }
 
+    TTestKey Settings;
     TTempFolder Folder;
     std::string Path;
     std::unique_ptr<designer::TDesignerForm, TFreeDeleter> Window;

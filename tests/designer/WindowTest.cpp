@@ -7,6 +7,7 @@
 #include "tests/support/ProcessorTime.h"
 
 #include <algorithm>
+#include <set>
 
 namespace kx::test {
 namespace {
@@ -182,6 +183,22 @@ TEST_F(DesignerWindow, TheLargestFormOpensAtOnce) {
         Window->Command("CloseForm");
     }
     EXPECT_TRUE(KX_TEST_GUARDED != 0 || least < 300) << least << " milliseconds";
+}
+
+// --- Menus
+
+TEST_F(DesignerWindow, EachLetterOfAMenuChoosesOneItem) {
+    for (const char* menu : {"FileMenu", "EditMenu", "ViewMenu", "ArrangeMenu", "RunMenu", "HelpMenu"}) {
+        const auto& items = dynamic_cast<TMenuItem&>(*Window->FindComponent(menu));
+        std::set<char> letters;
+        for (int i = 0; i < items.Count(); ++i) {
+            const std::string caption = UpperCase(items[i]->Caption());
+            const size_t at = caption.find('&');
+            if (at != std::string::npos) {
+                EXPECT_TRUE(letters.insert(caption.at(at + 1)).second) << menu << ": " << caption;
+            }
+        }
+    }
 }
 
 // --- Views
