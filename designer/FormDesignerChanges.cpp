@@ -45,7 +45,7 @@ void RenameTaken(TFormNode& node, const std::function<bool(const std::string&)>&
     const auto isUsed = [&](const std::string& name) {
         return isTaken(name) || std::ranges::any_of(used, [&](const std::string& one) { return SameText(one, name); });
     };
-    if (node.Name.empty() || !IsValidIdent(node.Name) || isUsed(node.Name)) {
+    if (!IsValidIdent(node.Name) || isUsed(node.Name)) {
         const std::string name = FirstFreeName(node.ClassName, isUsed);
         renamed.emplace_back(node.Name, name);
         node.Name = name;

@@ -100,7 +100,7 @@ void TInspectorGrid::SetFilter(const std::string& value) {
 
 void TInspectorGrid::AddRow(const TPropertyEditorPtr& editor, int level, const std::string& around) {
     std::string name = NameOf(*editor);
-    if (level == 0 && !FFilter.empty() && UpperCase(name).find(FFilter) == std::string::npos) {
+    if (level == 0 && UpperCase(name).find(FFilter) == std::string::npos) {
         return;
     }
     const std::string path = around + name;

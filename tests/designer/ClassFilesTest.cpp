@@ -309,6 +309,49 @@ TEST_F(ClassFiles, HandlersMayStandInTheHeader) {
     EXPECT_TRUE(Files("object Order: TOrder\n  OnCreate = FormCreate\nend\n").IsComplete());
 }
 
+TEST_F(ClassFiles, IncludesComeBehindTheLastOne) {
+    const char* const table = "const TClass& TOrder::StaticClass() {\n"
+                              "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass());\n"
+                              "    return cls.Class();\n}\n";
+    Put("#include \"kx/ui/forms/Forms.h\"\n#include \"Own.h\"\nclass TOrder : public TForm {\n};\n", table);
+    Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
+    EXPECT_THAT(Header(), HasSubstr("#include \"Own.h\"\n#include \"kx/ui/widgets/StdCtrls.h\"\nclass"));
+    Put("#include \"Own.h\"\nclass TOrder : public TForm {\n};\n// #include \"none.h\"\n", table);
+    Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
+    EXPECT_THAT(Header(), HasSubstr("#include \"Own.h\"\n#include \"kx/ui/widgets/StdCtrls.h\"\nclass"));
+    // What is included is not included again.
+    Files("object Order: TOrder\n  object Ok: TButton\n  end\n  object No: TButton\n  end\nend\n").Write();
+    EXPECT_THAT(Header(), HasSubstr("TButton* No"));
+    EXPECT_EQ(Header().find("StdCtrls.h"), Header().rfind("StdCtrls.h"));
+}
+
+TEST_F(ClassFiles, AHandlerIsKnownByItsWholeName) {
+    const std::string table = "const TClass& TOrder::StaticClass() {\n"
+                              "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass(), "
+                              "[](auto& c) {\n        c.Method(\"FormCreate\", &TOrder::FormCreate);\n    });\n"
+                              "    return cls.Class();\n}\n";
+    const auto missing = [&](const char* code) {
+        Put("class TOrder : public TForm {\n    void FormCreate(TObject*);\n};\n", (table + code).c_str());
+        return !Files("object Order: TOrder\n  OnCreate = FormCreate\nend\n").Missing().empty();
+    };
+    EXPECT_FALSE(missing("void TOrder::FormCreate(TObject*) {\n}\n"));
+    EXPECT_FALSE(missing("void TOrder\n    ::\n    FormCreate(TObject*)\n{\n}\n"));
+    EXPECT_TRUE(missing("void TOrder::FormCreated(TObject*) {\n}\n")) << "a longer name";
+    EXPECT_TRUE(missing("TOrder& FormCreate(TObject*) {\n}\n")) << "it is no member";
+    EXPECT_TRUE(missing("void TOrder::FormCreate(TObject*);\n")) << "it is just declared";
+    EXPECT_TRUE(missing("auto at = &TOrder::FormCreate; int f() {\n}\n"));
+    EXPECT_TRUE(missing("// ends in the middle\nvoid TOrder::FormCreate"));
+}
+
+TEST_F(ClassFiles, AClassThatIsCompleteOnOneLineStays) {
+    const char* const header = "class TOrder : public TForm { KX_CLASS() TButton* Ok; };\n";
+    Put(header, "const TClass& TOrder::StaticClass() {\n"
+                "    static const TClassBuilder<TOrder> cls(\"TOrder\", TForm::StaticClass());\n"
+                "    return cls.Class();\n}\n");
+    Files("object Order: TOrder\n  object Ok: TButton\n  end\nend\n").Write();
+    EXPECT_EQ(Header(), header);
+}
+
 TEST_F(ClassFiles, ATableOfAnotherClassIsNotTaken) {
     const char* const source = "const TClass& TOrder::StaticClass() { return Class; }\n"
                                "const TClass& TOther::StaticClass() {\n"
@@ -369,6 +412,8 @@ TEST(CodeText, BlanksOutCommentsAndQuotes) {
     EXPECT_EQ(designer::BareCode("1'000'000 {"), "1'000'000 {");
     EXPECT_EQ(designer::BareCode("a \" open\nb"), "a       \nb");
     EXPECT_EQ(designer::BareCode("a /* open"), "a        ");
+    EXPECT_EQ(designer::BareCode("a \" open\nb \" c"), "a       \nb    ");
+    EXPECT_EQ(designer::BareCode("/*/ a */ b"), "         b");
 }
 
 TEST(CodeText, WordsAreWhole) {
@@ -376,6 +421,7 @@ TEST(CodeText, WordsAreWhole) {
     EXPECT_EQ(designer::FindWord("Ok", "Ok"), 0U);
     EXPECT_EQ(designer::FindWord("Ok Ok", "Ok", 1), 3U);
     EXPECT_EQ(designer::FindWord("Okay", "Ok"), std::string::npos);
+    EXPECT_EQ(designer::FindWord("XOk OkX ZOk OkA 0Ok Ok9 _Ok", "Ok"), std::string::npos);
 }
 
 TEST(CodeText, BracketsMatchAcrossKinds) {

@@ -157,6 +157,57 @@ TEST_F(FormDesignerRules, ATextThatIsRefusedLeavesTheName) {
     EXPECT_EQ(Designer->Form().Name(), name);
 }
 
+TEST_F(FormDesignerRules, AFormWithoutWhatWasSelectedIsSelectedItself) {
+    Designer->SelectOne(The("OkButton"));
+    Designer->Replace("object OrderForm: TOrderForm\nend\n", "Text");
+    EXPECT_EQ(Designer->Primary(), &Designer->Form());
+    Designer->Undo();
+    Designer->SelectOne(The("OkButton"));
+    Designer->SelectParent();
+    EXPECT_EQ(Designer->Primary(), &The("Box"));
+    Designer->SelectParent();
+    EXPECT_EQ(Designer->Primary(), &Designer->Form());
+}
+
+TEST_F(FormDesignerRules, WhatComesBackLeavesTheOthersTheObjectsThatTheyAre) {
+    const std::string form =
+        "object F: TF\n  ClientHeight = 200\n  ClientWidth = 300\n"
+        "  object First: TBevel\n    Left = 8\n  end\n"
+        "  object Name: TLabel\n    AutoSize = False\n    FocusControl = Box\n  end\n"
+        "  object Last: TBevel\n    Left = 80\n  end\n"
+        "  object Box: TPanel\n    TabOrder = 0\n    object Inner: TBevel\n      Left = 4\n    end\n"
+        "  end\nend\n";
+    Open(form);
+    const std::string before = Text();
+    const std::vector<std::string> names{"First", "Name", "Last", "Box"};
+    for (const std::string& deleted : names) {
+        std::vector<const TComponent*> objects;
+        for (const std::string& name : names) {
+            objects.push_back(&The<TComponent>(name));
+        }
+        const TForm* const object = &Designer->Form();
+        Designer->SelectOne(The<TComponent>(deleted));
+        Designer->DeleteSelected();
+        Designer->Undo();
+        EXPECT_EQ(Text(), before);
+        EXPECT_EQ(&Designer->Form(), object) << deleted << ": the form was read anew";
+        for (size_t i = 0; i < names.size(); ++i) {
+            EXPECT_TRUE(names[i] == deleted || &The<TComponent>(names[i]) == objects[i]) << deleted << ", " << names[i];
+        }
+        EXPECT_EQ(The<TLabel>("Name").FocusControl(), &The("Box")) << deleted;
+    }
+}
+
+TEST_F(FormDesignerRules, ANameThatIsUndoneIsOfTheSameObject) {
+    TControl& button = The("OkButton");
+    Designer->Rename(button, "YesButton");
+    Designer->Undo();
+    EXPECT_EQ(&The("OkButton"), &button);
+    Designer->Redo();
+    EXPECT_EQ(&The("YesButton"), &button);
+    UndoAll();
+}
+
 // --- New components
 
 TEST_F(FormDesignerRules, AControlThatGoesNowhereIsNotMade) {

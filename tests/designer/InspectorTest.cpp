@@ -31,6 +31,33 @@ protected:
         Press(VK_RETURN);
     }
     void SelectOnForm(const std::string& name) { ClickOn(At(name)); }
+    /// A point of the row's name, on the screen.
+    TPoint NameAt(const std::string& name, int x = 30) const {
+        const TRect r = Grid().RowRect(Row(name));
+        return Grid().ClientToScreen({x, r.Top + 8});
+    }
+    TWinControl& Field() const {
+        for (int i = 0; i < Grid().ControlCount(); ++i) {
+            if (Grid().Controls(i)->Visible()) {
+                return dynamic_cast<TWinControl&>(*Grid().Controls(i));
+            }
+        }
+        throw Exception("there is no field");
+    }
+    /// How many pixels of the rows have the colour there.
+    int CountOf(int color, const TRect& r) const {
+        const HWND window = Grid().WindowHandle();
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        const HDC dc = GetDC(window);
+        int count = 0;
+        for (int y = r.Top; y < r.Bottom; ++y) {
+            for (int x = r.Left; x < r.Right; ++x) {
+                count += GetPixel(dc, x, y) == GetSysColor(color);
+            }
+        }
+        ReleaseDC(window, dc);
+        return count;
+    }
 };
 
 TEST_F(Inspector, ShowsThePropertiesOfWhatIsSelected) {
@@ -79,6 +106,11 @@ TEST_F(Inspector, AWrongValueIsToldBesideTheRowAndTheOldOneStays) {
         EXPECT_FALSE(Designer().CanUndo());
     }
     Screenshot("designer-error", Window->Handle());
+    Enter("Width", "60");
+    EXPECT_THAT(Grid().Error(), IsEmpty());
+    EXPECT_EQ(The("OkButton").Width(), 60);
+    Designer().Undo();
+    Enter("Width", "abc");
     Press(VK_ESCAPE);
     EXPECT_THAT(Grid().Error(), IsEmpty());
     EXPECT_EQ(Value("Width"), "75");
@@ -95,6 +127,7 @@ TEST_F(Inspector, SetsAndPartsAreExpanded) {
     Grid().SelectRow(Row("Font"));
     const TRect r = Grid().RowRect(Row("Font"));
     ClickOn(Grid().ClientToScreen({8, (r.Top + r.Bottom) / 2}));
+    EXPECT_THAT(Grid().RowHint(Row("Font.Size")), testing::StartsWith("Font.Size: "));
     Enter("Font.Size", "14");
     EXPECT_EQ(The("NameLabel").Font().Size(), 14);
     EXPECT_EQ(Value("ParentFont"), "False") << "follows";
@@ -162,6 +195,86 @@ TEST_F(Inspector, KeepsNothingOfADeletedComponent) {
     Settle();
     EXPECT_FALSE(Has("OkButton"));
     EXPECT_EQ(Value("Name"), "Box");
+}
+
+// --- The mouse on a name, and what is seen
+
+TEST_F(Inspector, AClickOnANameGoesIntoItsField) {
+    SelectOnForm("OkButton");
+    Grid().SelectRow(Row("Left"));
+    ClickOn(NameAt("Height"));
+    EXPECT_EQ(Grid().RowName(Grid().SelectedRow()), "Height");
+    EXPECT_TRUE(Field().Focused());
+    EXPECT_EQ(dynamic_cast<TEdit&>(Field()).SelText(), "25") << "to be typed over";
+    ClickOn(NameAt("Hint", 8)); // where others have their box
+    EXPECT_TRUE(Field().Focused());
+    ClickAt(NameAt("Height"), mbRight);
+    Settle();
+    EXPECT_EQ(Grid().RowName(Grid().SelectedRow()), "Hint") << "the other button chooses nothing";
+}
+
+TEST_F(Inspector, WhatWasTypedIsTakenWhenTheFocusGoes) {
+    SelectOnForm("OkButton");
+    ClickOn(ValueAt("Left"));
+    Press('A', {VK_CONTROL});
+    TypeText("24");
+    Settle();
+    Window->ObjectInspector().Filter().SetFocus();
+    EXPECT_EQ(The("OkButton").Left(), 24);
+    ClickOn(ValueAt("Cursor"));
+    Press('A', {VK_CONTROL});
+    TypeText("crhelp");
+    Settle();
+    Window->ObjectInspector().Filter().SetFocus();
+    EXPECT_EQ(The("OkButton").Cursor(), crHelp);
+}
+
+TEST_F(Inspector, ToShowSeveralComponentsChangesNoneOfThem) {
+    SelectOnForm("OkButton");
+    ClickOn(ValueAt("Caption")); // whose letters are taken as they come
+    Designer().Select({&The("OkButton"), &The("NameLabel")});
+    Settle();
+    EXPECT_EQ(Field().Text(), "") << "they differ";
+    EXPECT_EQ(Text(), SampleForm);
+    EXPECT_FALSE(Designer().CanUndo());
+}
+
+TEST_F(Inspector, TheSplitLeavesRoomOnBothSidesAndShowsThatItMoves) {
+    const int y = 50;
+    const auto isPointer = [](LPCSTR shape) {
+        return Until([=] { return GetCursor() == LoadCursorA(nullptr, shape); });
+    };
+    MoveMouse(Grid().ClientToScreen({40, y}));
+    EXPECT_TRUE(isPointer(IDC_ARROW));
+    MoveMouse(Grid().ClientToScreen({Grid().ValueRect(0).Left - 1, y}));
+    EXPECT_TRUE(isPointer(IDC_SIZEWE));
+    for (const int beside : {-3, 3}) {
+        const int left = Grid().ValueRect(0).Left;
+        DragFrom(Grid().ClientToScreen({left - 1 + beside, y}), 30, 0);
+        EXPECT_GT(Grid().ValueRect(0).Left, left + 20) << "it need not be met to the pixel";
+    }
+    DragFrom(Grid().ClientToScreen({Grid().ValueRect(0).Left - 1, y}), 2000, 0);
+    EXPECT_GT(Width(Grid().ValueRect(0)), 20) << "something of the values stays";
+}
+
+TEST_F(Inspector, RowsLookAsTheyAre) {
+    SelectOnForm("NameLabel");
+    Grid().SelectRow(Row("Color"));
+    const auto value = [this](const char* name) { return Grid().ValueRect(Row(name)); };
+    EXPECT_GT(CountOf(COLOR_GRAYTEXT, value("Anchors")), 10) << "it cannot be typed";
+    EXPECT_EQ(CountOf(COLOR_GRAYTEXT, value("Align")), 0);
+    const TRect row = Grid().RowRect(Row("Anchors"));
+    const TRect box{6, row.Top + 6, 11, row.Top + 9}; // the upper half of the sign in the box
+    EXPECT_GT(CountOf(COLOR_WINDOWTEXT, box), 0) << "a plus";
+    Grid().Expand(Row("Anchors"), true);
+    EXPECT_EQ(CountOf(COLOR_WINDOWTEXT, box), 0) << "a minus";
+    const TRect color = Grid().RowRect(Row("Color"));
+    Grid().SelectRow(Row("Color"));
+    const TRect name{2, Grid().RowRect(Row("Color")).Top + 1, 14, Grid().RowRect(Row("Color")).Top + 15};
+    EXPECT_EQ(CountOf(COLOR_HIGHLIGHT, name), Width(name) * Height(name)) << Height(color);
+    const TRect button{value("Color").Right - 18, value("Color").Top + 2, value("Color").Right - 2,
+                       value("Color").Bottom - 2};
+    EXPECT_LT(CountOf(COLOR_WINDOW, button), Width(button) * Height(button) / 2) << "its button with dots";
 }
 
 } // namespace

@@ -82,11 +82,14 @@ TEST_F(SurfaceDrag, AnEdgeDoesNotPassTheOneOnTheOtherSide) {
 }
 
 TEST_F(SurfaceDrag, AMoveOfThreePixelsIsAClick) {
+    Surface().SetGrid({{8, 8}, true, false}); // which would hide a smaller one
     DragFrom(At("OkButton"), 3, 3);
     EXPECT_EQ(Text(), SampleForm);
     EXPECT_FALSE(Designer().CanUndo());
     DragFrom(Beside("OkButton", 12), 0, 8);
     EXPECT_EQ(The("OkButton").Top(), 24) << "one way is enough";
+    DragFrom(Beside("OkButton", -12), 4, 0);
+    EXPECT_EQ(The("OkButton").Left(), 12);
 }
 
 TEST_F(SurfaceDrag, AltDoesNotSnap) {
@@ -198,6 +201,33 @@ TEST_F(SurfaceDrag, IconsMoveAndComeBack) {
     EndDrag();
     EXPECT_EQ(IconPlace("PopupMenu1"), (TPoint{240, 160}));
     EXPECT_EQ(Text(), before);
+}
+
+TEST_F(SurfaceDrag, TheFormItselfIsNotMoved) {
+    const TRect place = Designer().Form().BoundsRect();
+    Designer().Select({&Designer().Form(), &The("NameEdit")});
+    DragFrom(At("NameEdit"), 16, 12);
+    EXPECT_EQ(Designer().Form().BoundsRect(), place);
+    EXPECT_EQ(The("NameEdit").Left(), 96);
+}
+
+TEST_F(SurfaceDrag, AnotherFormTakesTheDragBack) {
+    StartDrag(At("OkButton"), 24, 16);
+    ASSERT_EQ(The("OkButton").Left(), 32);
+    ASSERT_TRUE(Window->OpenPath(Folder.AddFile("Other.dfm", "object Other: TOther\nend\n")));
+    EndDrag();
+    EXPECT_FALSE(Designer().CanUndo());
+    ASSERT_TRUE(Window->OpenPath(Path));
+    EXPECT_EQ(The("OkButton").Left(), 8);
+    EXPECT_EQ(Text(), SampleForm);
+}
+
+TEST_F(SurfaceDrag, ABandOnAFormThatGoesSelectsNothing) {
+    StartDrag(OnForm(300, 230), -40, -30);
+    Designer().Replace(SampleForm, "Text");
+    EndDrag();
+    EXPECT_THAT(Designer().SelectedComponents(), ElementsAre(&Designer().Form()));
+    EXPECT_EQ(Text(), SampleForm);
 }
 
 // --- Guide lines

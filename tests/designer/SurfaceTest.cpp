@@ -195,5 +195,29 @@ TEST_F(DesignSurface, AComponentIsDraggedFromThePalette) {
     EXPECT_EQ(Window->ComponentPalette().Buttons().Chosen(), nullptr);
 }
 
+TEST_F(DesignSurface, HandlesOfTheFormGoWithItsSelection) {
+    const TRect r = Designer().Form().BoundsRect();
+    const auto pixel = [&] {
+        RedrawWindow(Surface().WindowHandle(), nullptr, nullptr, RDW_UPDATENOW);
+        const HDC dc = GetDC(Surface().WindowHandle());
+        const COLORREF color = GetPixel(dc, r.Right + 4, r.Bottom + 4);
+        ReleaseDC(Surface().WindowHandle(), dc);
+        return color;
+    };
+    EXPECT_EQ(pixel(), RGB(255, 255, 255));
+    ClickOn(At("OkButton"));
+    EXPECT_EQ(pixel(), GetSysColor(COLOR_APPWORKSPACE));
+}
+
+TEST_F(DesignSurface, WhatIsUnderTheFrameOfTheFormIsNotReachedThere) {
+    The("NameEdit").SetTop(-12);
+    Designer().Record("Move");
+    const TRect edit = Surface().PlaceOf(The("NameEdit"));
+    ClickOn(Surface().ClientToScreen({(edit.Left + edit.Right) / 2, edit.Top + 4}));
+    EXPECT_EQ(Designer().Primary(), &Designer().Form());
+    ClickOn(Surface().ClientToScreen({(edit.Left + edit.Right) / 2 + 20, edit.Bottom - 4}));
+    EXPECT_EQ(PrimaryName(), "NameEdit");
+}
+
 } // namespace
 } // namespace kx::test

@@ -314,6 +314,31 @@ TEST_F(SurfaceView, TheGridIsSeenAndCanBeHidden) {
     EXPECT_EQ(PixelOfForm(8, 208), dots);
 }
 
+TEST_F(SurfaceView, NamesOfHiddenControlsAndIconsAreSeen) {
+    The("OkButton").SetVisible(false);
+    Designer().CreateComponent(TPopupMenu::StaticClass(), &Designer().Form(), {240, 160, 240, 160});
+    TComponent* const menu =
+        Designer().CreateComponent(TMainMenu::StaticClass(), &Designer().Form(), {240, 20, 240, 20});
+    Designer().CreateComponent(TMenuItem::StaticClass(), menu, {});
+    Settle();
+    EXPECT_EQ(CountOf(TOverlayItem::Icon) + CountOf(TOverlayItem::SelectedIcon), 2) << "items are no icons";
+    const unique_hrgn region(CreateRectRgn(0, 0, 0, 0));
+    GetWindowRgn(Surface().Overlay().WindowHandle(), region.get());
+    for (const TOverlayItem& item : Surface().Overlay().Items()) {
+        if (item.Kind == TOverlayItem::Ghost) {
+            const TRect& r = item.Bounds;
+            EXPECT_TRUE(PtInRegion(region.get(), r.Left + 10, r.Top + 7));
+            EXPECT_TRUE(PtInRegion(region.get(), r.Right - 1, r.Bottom - 5));
+            EXPECT_TRUE(PtInRegion(region.get(), r.Left, r.Bottom - 5));
+            EXPECT_TRUE(PtInRegion(region.get(), r.Left + 20, r.Bottom - 1));
+            EXPECT_FALSE(PtInRegion(region.get(), item.Bounds.Left + 10, item.Bounds.Bottom - 3)) << "just a frame";
+        } else if (item.Kind == TOverlayItem::Icon) {
+            const TRect name = designer::IconNameRect(item);
+            EXPECT_TRUE(PtInRegion(region.get(), (name.Left + name.Right) / 2, (name.Top + name.Bottom) / 2));
+        }
+    }
+}
+
 // --- Clicks
 
 TEST_F(SurfaceView, TheRightButtonSelectsBeforeItsMenuComes) {
