@@ -133,10 +133,10 @@ private:
     void RunAt(int dotsPerInch);
     void DropChosen();
 
-    KX_FIELDS(TDesignerForm, (TPanel, LeftPanel), (TSplitter, LeftSplitter, StructureSplitter), (TPaletteBar, Palette), (TStructure, Structure), (TInspector, Inspector),
-              (TDesignSurface, Surface), (TMemo, TextMemo), (TPanel, ClassPanel, StatusPanel), (TLabel, ClassLabel),
-              (TListBox, ProjectList), (TTabControl, FormTabs, ViewTabs), (TPopupMenu, FormMenu),
-              (TMenuItem, RecentMenu), (TMainMenu, MainMenu))
+    KX_FIELDS(TDesignerForm, (TPanel, LeftPanel), (TSplitter, LeftSplitter, StructureSplitter), (TPaletteBar, Palette),
+              (TStructure, Structure), (TInspector, Inspector), (TDesignSurface, Surface), (TMemo, TextMemo),
+              (TPanel, ClassPanel, StatusPanel), (TLabel, ClassLabel), (TListBox, ProjectList),
+              (TTabControl, FormTabs, ViewTabs), (TPopupMenu, FormMenu), (TMenuItem, RecentMenu), (TMainMenu, MainMenu))
 
     std::map<std::string, std::function<void()>> FCommands;
     std::unique_ptr<TProject> FProject;

@@ -8,14 +8,8 @@
 namespace kx::designer {
 
 const TClass& TGridForm::StaticClass() {
-    static const TClassBuilder<TGridForm> cls("TGridForm", TForm::StaticClass(), [](auto& c) {
-        using T = TGridForm;
-        c.Field("WidthEdit", &T::WidthEdit);
-        c.Field("HeightEdit", &T::HeightEdit);
-        c.Field("ShowCheck", &T::ShowCheck);
-        c.Field("SnapCheck", &T::SnapCheck);
-        c.Method("FormCloseQuery", &T::FormCloseQuery);
-    });
+    static const TClassBuilder<TGridForm> cls("TGridForm", TForm::StaticClass(),
+                                              [](auto& c) { c.Method("FormCloseQuery", &TGridForm::FormCloseQuery); });
     return cls.Class();
 }
 

@@ -24,10 +24,7 @@ class TGridForm : public TForm {
 private:
     static int LengthIn(TEdit& edit, const std::string& name);
 
-    TEdit* WidthEdit = nullptr;
-    TEdit* HeightEdit = nullptr;
-    TCheckBox* ShowCheck = nullptr;
-    TCheckBox* SnapCheck = nullptr;
+    KX_FIELDS(TGridForm, (TEdit, WidthEdit, HeightEdit), (TCheckBox, ShowCheck, SnapCheck))
 };
 
 } // namespace kx::designer

@@ -321,7 +321,7 @@ TEST_F(ClassFiles, IncludesComeBehindTheLastOne) {
     EXPECT_THAT(Header(), HasSubstr("#include \"Own.h\"\n#include \"kx/ui/widgets/StdCtrls.h\"\nclass"));
     // What is included is not included again.
     Files("object Order: TOrder\n  object Ok: TButton\n  end\n  object No: TButton\n  end\nend\n").Write();
-    EXPECT_THAT(Header(), HasSubstr("TButton* No"));
+    EXPECT_THAT(Header(), HasSubstr("(TButton, No)"));
     EXPECT_EQ(Header().find("StdCtrls.h"), Header().rfind("StdCtrls.h"));
 }
 

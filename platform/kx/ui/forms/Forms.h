@@ -300,12 +300,6 @@ struct TFreeDeleter {
     void operator()(TObject* object) const { object->Free(); }
 };
 
-// --- Windows of the thread while a modal dialog runs
-
-/// Disables all enabled, visible top-level windows of the calling thread but `except`, and returns them.
-TTaskWindowList DisableTaskWindows(HWND except);
-void EnableTaskWindows(const TTaskWindowList& windows);
-
 /// The running program: owner of its forms, message loop, last resort for exceptions, and hints.
 ///
 /// It belongs, with its forms, to the thread that used it first. Dialogs may run in other threads with controls of

@@ -3,6 +3,7 @@
 #include "kx/core/Components.h"
 #include "kx/core/Types.h"
 #include "kx/ui/controls/ControlTypes.h"
+#include "kx/ui/forms/FormsTypes.h"
 #include "kx/win/WinTypes.h"
 
 #include <unordered_map>
@@ -47,5 +48,11 @@ private:
     TCursor FCursor = crDefault;
     std::unordered_map<int, HCURSOR> FCursors;
 };
+
+// --- Windows of the thread while a modal dialog runs
+
+/// Disables all enabled, visible top-level windows of the calling thread but `except`, and returns them.
+TTaskWindowList DisableTaskWindows(HWND except);
+void EnableTaskWindows(const TTaskWindowList& windows);
 
 } // namespace kx
