@@ -16,7 +16,7 @@ namespace {
 
 using namespace test;
 
-[[noreturn]] void Fail(TObject*) { throw Exception("thrown"); }
+[[noreturn]] void ThrowAlways(TObject*) { throw Exception("thrown"); }
 
 // --- Release
 
@@ -191,7 +191,7 @@ TEST(Destructors, AMenuThatThrowsLosesTheItemNevertheless) {
     TMainMenu menu(&owner);
     auto* const item = new TMenuItem(&owner);
     menu.Items().Add(item);
-    menu.SetOnChange(Fail);
+    menu.SetOnChange(ThrowAlways);
     item->Free();
     EXPECT_EQ(menu.Items().Count(), 0);
     EXPECT_THAT(log.Messages(), ElementsAre("thrown"));
@@ -203,7 +203,7 @@ TEST(Destructors, AMenuThatThrowsLosesItsImagesNevertheless) {
     TMainMenu menu(nullptr);
     auto* const images = new TImageList(16, 16);
     menu.SetImages(images);
-    menu.SetOnChange(Fail);
+    menu.SetOnChange(ThrowAlways);
     images->Free();
     EXPECT_EQ(menu.Images(), nullptr);
     EXPECT_THAT(log.Messages(), ElementsAre("thrown"));
@@ -233,7 +233,7 @@ TEST(Destructors, AToolBarThatThrowsLosesTheButtonNevertheless) {
         buttons.back()->SetWrap(true);
     }
     form->Show();
-    bar->SetOnResize(Fail);
+    bar->SetOnResize(ThrowAlways);
     buttons[3]->Free();
     EXPECT_EQ(bar->ButtonCount(), 3);
     EXPECT_THAT(log.Messages(), ElementsAre("thrown"));
@@ -293,7 +293,7 @@ TEST(Destructors, ANeighbourThatThrowsStopsNoControlFromGoing) {
         label->SetParent(form.get());
     }
     form->Show();
-    lower->SetOnResize(Fail);
+    lower->SetOnResize(ThrowAlways);
     upper->Free();
     EXPECT_EQ(form->ControlCount(), 1);
     EXPECT_EQ(lower->Top(), 0);
@@ -310,7 +310,7 @@ TEST(Alignment, AHandlerThatThrowsDoesNotTurnItOff) {
     label->SetAlign(alTop);
     label->SetParent(form.get());
     form->Show();
-    label->SetOnResize(Fail);
+    label->SetOnResize(ThrowAlways);
     form->SetClientSize(500, 200);
     EXPECT_THAT(log.Messages(), ElementsAre("thrown"));
     label->SetOnResize({});
@@ -343,7 +343,7 @@ TEST(Alignment, AToolBarThatThrowsIsArrangedAgain) {
     bar->SetAutoSize(true);
     bar->SetParent(form.get());
     form->Show();
-    bar->SetOnResize(Fail);
+    bar->SetOnResize(ThrowAlways);
     const auto add = [&] {
         auto* const button = new TToolButton(form.get());
         button->SetParent(bar);

@@ -145,6 +145,24 @@ TEST(Forms, AMenuBarDispatchesItsCommands) {
     EXPECT_EQ(GetMenu(form->Handle()), nullptr);
 }
 
+TEST(Forms, TheStateThatAFormIsToBeShownInStaysWhileItsWindowIsMade) {
+    for (const TWindowState state : {wsMaximized, wsMinimized}) {
+        const TFormPtr form(NewForm<TForm>(nullptr));
+        auto* const menu = new TMainMenu(form.get());
+        menu->Items().Add(new TMenuItem(form.get()));
+        form->SetMenu(menu);
+        form->SetWindowState(state);
+        form->Show();
+        EXPECT_EQ(form->WindowState(), state);
+        EXPECT_EQ(IsZoomed(form->Handle()) != 0, state == wsMaximized);
+        EXPECT_EQ(IsIconic(form->Handle()) != 0, state == wsMinimized);
+        ShowWindow(form->Handle(), SW_RESTORE);
+        EXPECT_TRUE(PumpUntil([&] { return form->WindowState() == wsNormal; })) << "the user's doing is noted";
+        ShowWindow(form->Handle(), SW_MAXIMIZE);
+        EXPECT_TRUE(PumpUntil([&] { return form->WindowState() == wsMaximized; }));
+    }
+}
+
 TEST(Forms, OnResizeRunsWhenTheWindowIsMadeAndWhenItsSizeChanges) {
     const TFormPtr form(NewForm<TForm>(nullptr));
     int resizes = 0;

@@ -288,7 +288,9 @@ void TCustomForm::WndProc(TMessage& message) {
         }
         return;
     case WM_SIZE:
-        if (Outlives(*this, [&] { TParentForm::WndProc(message); }) && !IsDocked() && HandleAllocated() && Visible()) {
+        // Before it is on the screen a window has an ordinary size, whatever it is to be shown as.
+        if (Outlives(*this, [&] { TParentForm::WndProc(message); }) && !IsDocked() && HandleAllocated() &&
+            IsWindowVisible(WindowHandle())) {
             FWindowState = message.WParam == SIZE_MAXIMIZED   ? wsMaximized
                            : message.WParam == SIZE_MINIMIZED ? wsMinimized
                                                               : wsNormal;
