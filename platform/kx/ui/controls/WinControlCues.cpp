@@ -46,9 +46,13 @@ void TWinControl::InputSeen(bool isKey) { LastInputWasKey = isKey; }
 void TWinControl::TakeCues() {
     const HWND around = Parent() ? nullptr : GetAncestor(FHandle, GA_PARENT);
     const bool isInside = around && around != GetDesktopWindow();
+    const TAlive alive(*this);
     const WPARAM hidden = Parent()   ? Parent()->FHiddenCues
                           : isInside ? static_cast<WPARAM>(SendMessageW(around, WM_QUERYUISTATE, 0, 0))
                                      : HiddenAtFirst();
+    if (!alive) { // who hears of the question may have ended the dialog around, with all that is in it
+        return;
+    }
     const WPARAM more = hidden & ~FHiddenCues;
     const WPARAM less = FHiddenCues & ~hidden;
     const HWND window = FHandle;
