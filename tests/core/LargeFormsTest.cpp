@@ -9,8 +9,9 @@
 namespace kx::sample {
 namespace {
 
-/// Tests for 64 bits run under a memory guard or sanitizers, which take ten times as long: there the forms are smaller.
-constexpr size_t Scale = sizeof(void*) > 4 ? 10 : 1;
+/// Tests for 64 bits run under a memory guard or sanitizers, which take twenty times as long: there the forms are
+/// smaller.
+constexpr size_t Scale = sizeof(void*) > 4 ? 20 : 1;
 constexpr size_t FormSize = 20 * 1024 * 1024 / Scale;
 constexpr size_t ComponentCount = 100'000 / Scale;
 

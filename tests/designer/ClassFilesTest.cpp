@@ -331,7 +331,7 @@ TEST_F(ClassFiles, AHandlerIsKnownByItsWholeName) {
                               "[](auto& c) {\n        c.Method(\"FormCreate\", &TOrder::FormCreate);\n    });\n"
                               "    return cls.Class();\n}\n";
     const auto missing = [&](const char* code) {
-        Put("class TOrder : public TForm {\n    void FormCreate(TObject*);\n};\n", (table + code).c_str());
+        Put("class TOrder : public TForm {\n    void FormCreate(TObject*);\n};\n", table + code);
         return !Files("object Order: TOrder\n  OnCreate = FormCreate\nend\n").Missing().empty();
     };
     EXPECT_FALSE(missing("void TOrder::FormCreate(TObject*) {\n}\n"));

@@ -70,7 +70,8 @@ TEST_F(DesignerSettings, WithoutAPlaceTheWindowIsInTheMiddle) {
     const TRect r = Place();
     const TRect screen = Screen().BoundsRect();
     EXPECT_EQ(Window->ClientWidth(), 1180);
-    EXPECT_NEAR(r.Left, (screen.Right - Width(r)) / 2, 1);
+    const int middle = (screen.Right - Width(r)) / 2;
+    EXPECT_NEAR(r.Left, middle, 1);
 }
 
 TEST_F(DesignerSettings, AWindowAsLargeAsTheScreenComesBackSo) {

@@ -92,7 +92,7 @@ std::string TSeen::Text(TTextOf get) const {
     if (!FObject || (FObject.get()->*get)(Self(), &text) != S_OK || !text) {
         return {};
     }
-    const std::string result = FromWide({text, SysStringLen(text)});
+    std::string result = FromWide({text, SysStringLen(text)});
     SysFreeString(text);
     return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kx/ui/forms/Forms.h"
+#include "kx/win/Windows.h"
 #include "support/DialogDriver.h"
 
 namespace kx::test {

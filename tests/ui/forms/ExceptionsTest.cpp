@@ -2,6 +2,7 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Windows.h"
 #include "tests/support/ExceptionLog.h"
 #include "tests/support/TestForms.h"
 

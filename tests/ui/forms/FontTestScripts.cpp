@@ -1,6 +1,7 @@
 // Names of fonts in any script.
 
 #include "kx/graphics/Graphics.h"
+#include "kx/win/Windows.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
