@@ -3,6 +3,8 @@
 #include "PlacesBarFixture.h"
 #include "tests/support/SlowDisk.h"
 
+#include <set>
+
 namespace kx::test {
 namespace {
 
@@ -27,13 +29,19 @@ protected:
         return PixelsOf(screen.Handle(), {origin.X, origin.Y, origin.X + button.Width(), origin.Y + button.Height()});
     }
 
+    /// The button has its icon and its caption by now.
+    bool IsPainted(int index) const {
+        const std::vector<uint32_t> picture = Picture(index);
+        return std::set<uint32_t>(picture.begin(), picture.end()).size() > 3;
+    }
+
     TSlowDisk Disk;
 };
 
 TEST_F(PlacesBarReach, TheBarIsThereAtOnceAndAPlaceIsFaintUntilItsComputerAnswers) {
     ShowBoth();
     EXPECT_FALSE(Button(1).IsUnreachable()) << "nobody knows yet";
-    ASSERT_TRUE(PumpUntil([&] { return !Picture(1).empty(); }));
+    ASSERT_TRUE(PumpUntil([&] { return IsPainted(0) && IsPainted(1); }));
     const std::vector<uint32_t> here = Picture(0);
     const std::vector<uint32_t> there = Picture(1);
     ASSERT_TRUE(PumpUntil([&] { return Button(1).IsUnreachable(); }));

@@ -5,6 +5,7 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace kx {
 
@@ -165,10 +166,12 @@ void TCustomForm::LeaveToHost() {
         }
         return;
     }
-    HWND next = ::GetFocus();
-    do {
+    std::vector<HWND> seen; // where all that can have the focus is in the form, the system goes round in it
+    HWND next = GetNextDlgTabItem(host, ::GetFocus(), FALSE);
+    while (next && IsChild(own, next) && std::find(seen.begin(), seen.end(), next) == seen.end()) {
+        seen.push_back(next);
         next = GetNextDlgTabItem(host, next, FALSE);
-    } while (next && IsChild(own, next) && next != ::GetFocus());
+    }
     if (next && !IsChild(own, next)) {
         SendMessageW(host, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
     } else {
