@@ -89,7 +89,7 @@ public:
         }
         FreeLibrary(work->Module);
         SetEvent(state->Answered.get()); // nobody looks
-        const std::shared_ptr<TState> unanswered = state;
+        std::shared_ptr<TState> unanswered = state;
         FOpen.erase(path);
         return unanswered;
     }

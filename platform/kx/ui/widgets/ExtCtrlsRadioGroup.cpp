@@ -2,6 +2,8 @@
 
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 
+#include "kx/win/Windows.h"
+
 #include <algorithm>
 
 namespace kx {
