@@ -154,17 +154,7 @@ TEST_F(Palette, TheWheelScrollsAsManyPicturesAsTheUserHasChosen) {
         }
         return away;
     };
-    {
-        const TWheelLines lines(2);
-        EXPECT_EQ(turn(-WHEEL_DELTA), 2);
-        EXPECT_EQ(turn(-2 * WHEEL_DELTA), 6);
-        EXPECT_EQ(turn(WHEEL_DELTA), 4);
-        EXPECT_EQ(turn(-WHEEL_DELTA / 3), 4);
-        EXPECT_EQ(turn(-WHEEL_DELTA / 3), 5) << "two thirds of two";
-        EXPECT_EQ(turn(WHEEL_DELTA / 3), 5) << "another direction starts anew";
-        EXPECT_EQ(turn(WHEEL_DELTA / 6), 4);
-        EXPECT_EQ(turn(3 * WHEEL_DELTA), 0);
-    }
+    ExpectTwoLinesANotch(turn);
     const TWheelLines lines(WHEEL_PAGESCROLL);
     const int page = turn(-WHEEL_DELTA);
     EXPECT_GT(page, 10);

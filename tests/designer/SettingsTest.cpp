@@ -269,14 +269,6 @@ protected:
         PressButton(dynamic_cast<TWinControl&>(*form.FindComponent(button)).Handle());
     }
     TPoint GridSize() const { return Surface().Grid().Size; }
-    COLORREF PixelOfForm(int x, int y) const {
-        const HWND form = Designer().Form().WindowHandle();
-        RedrawWindow(form, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-        const HDC dc = GetDC(form);
-        const COLORREF color = GetPixel(dc, x, y);
-        ReleaseDC(form, dc);
-        return color;
-    }
 };
 
 TEST_F(GridSettings, AreSetInAWindow) {

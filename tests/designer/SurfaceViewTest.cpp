@@ -35,14 +35,6 @@ protected:
     void Scroll(UINT message, int command, int position = 0) const {
         SendMessageA(Surface().WindowHandle(), message, MAKEWPARAM(command, position), 0);
     }
-    COLORREF PixelOfForm(int x, int y) const {
-        const HWND form = Designer().Form().WindowHandle();
-        RedrawWindow(form, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-        const HDC dc = GetDC(form);
-        const COLORREF color = GetPixel(dc, x, y);
-        ReleaseDC(form, dc);
-        return color;
-    }
     static void ShiftClick(TPoint screen) {
         keybd_event(VK_SHIFT, 0, 0, 0);
         ClickAt(screen);

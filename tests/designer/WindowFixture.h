@@ -58,6 +58,15 @@ protected:
     template <class T = TControl> T& The(const std::string& name) const {
         return dynamic_cast<T&>(*Designer().Form().FindComponent(name));
     }
+    /// Of the client area of the designed form.
+    COLORREF PixelOfForm(int x, int y) const {
+        const HWND form = Designer().Form().WindowHandle();
+        RedrawWindow(form, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+        const HDC dc = GetDC(form);
+        const COLORREF color = GetPixel(dc, x, y);
+        ReleaseDC(form, dc);
+        return color;
+    }
     bool Has(const std::string& name) const { return Designer().Form().FindComponent(name) != nullptr; }
     std::string Text() const { return designer::FormText(Designer().State(), "\n"); }
     std::string FileText() const { return designer::ReadWholeFile(Path); }

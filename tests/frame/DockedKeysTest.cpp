@@ -20,6 +20,13 @@ protected:
         }
     }
     TEdit& BottomEdit() { return *Edits[3]; }
+    /// Alt+Z leads to it.
+    void LabelBottomEdit() {
+        auto* const label = new TLabel(FBottom.get());
+        label->SetParent(FBottom.get());
+        label->SetCaption("&Zeta");
+        label->SetFocusControl(&BottomEdit());
+    }
     TCondition EditShown() {
         return [this] { return BottomEdit().HandleAllocated() && IsWindowVisible(BottomEdit().WindowHandle()); };
     }
@@ -84,10 +91,7 @@ TEST_F(DockedKeys, TabGoesIntoTheFormsAtAllSidesAndOutAgain) {
 }
 
 TEST_F(DockedKeys, AcceleratorsWorkFromTheSystemsControls) {
-    auto* const label = new TLabel(FBottom.get());
-    label->SetParent(FBottom.get());
-    label->SetCaption("&Zeta");
-    label->SetFocusControl(&BottomEdit());
+    LabelBottomEdit();
     DockByForm(AllSides);
     RunDialog(FDialog,
               {{"shown", EditShown(), [&] { ::SetFocus(NameEdit()); }},
@@ -98,10 +102,7 @@ TEST_F(DockedKeys, AcceleratorsWorkFromTheSystemsControls) {
 }
 
 TEST_F(DockedKeys, AcceleratorsWorkFromFormToForm) {
-    auto* const label = new TLabel(FBottom.get());
-    label->SetParent(FBottom.get());
-    label->SetCaption("&Zeta");
-    label->SetFocusControl(&BottomEdit());
+    LabelBottomEdit();
     DockByForm(AllSides);
     RunDialog(FDialog,
               {{"shown", EditShown(), [&] { Edits[0]->SetFocus(); }},

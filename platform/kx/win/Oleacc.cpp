@@ -4,8 +4,6 @@
 
 #include "kx/win/System.h"
 
-#include <atomic>
-
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interfaces
 
 namespace kx {
@@ -43,7 +41,7 @@ const TFunctions& Oleacc() {
 }
 
 /// Several numbers of children, one after the other.
-class TNumbers final : public IEnumVARIANT {
+class TNumbers final : public TCountedObject<IEnumVARIANT> {
 public:
     explicit TNumbers(std::vector<LONG> numbers) : FNumbers(std::move(numbers)) {}
 
@@ -54,14 +52,6 @@ public:
         const bool known = id == __uuidof(IUnknown) || id == __uuidof(IEnumVARIANT);
         *out = known ? this : nullptr;
         return known ? (AddRef(), S_OK) : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++FUsers; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --FUsers;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
     }
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* out, ULONG* fetched) override {
         if (!out) {
@@ -96,10 +86,8 @@ public:
     }
 
 private:
-    ~TNumbers() = default;
     const std::vector<LONG> FNumbers;
     size_t FAt = 0;
-    std::atomic<ULONG> FUsers = 1;
 };
 
 } // namespace

@@ -15,9 +15,8 @@ namespace kx {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interface
 
-/// What all objects for screen readers have in common: they count their users, the first of whom is their maker, offer
-/// no late binding, which screen readers do not use, and have no help of their own.
-class TAccessibleBase : public IAccessible {
+/// An object of the system's interface I that counts its users, the first of whom is its maker.
+template <class I> class TCountedObject : public I {
 public:
     ULONG STDMETHODCALLTYPE AddRef() override { return ++FUsers; }
     ULONG STDMETHODCALLTYPE Release() override {
@@ -27,6 +26,18 @@ public:
         }
         return left;
     }
+
+protected:
+    virtual ~TCountedObject() = default;
+
+private:
+    std::atomic<ULONG> FUsers = 1;
+};
+
+/// What all objects for screen readers have in common: they offer no late binding, which screen readers do not use, and
+/// have no help of their own.
+class TAccessibleBase : public TCountedObject<IAccessible> {
+public:
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
@@ -36,12 +47,6 @@ public:
     HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT, BSTR*) override { return DISP_E_MEMBERNOTFOUND; }
     HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR*, VARIANT, LONG*) override { return DISP_E_MEMBERNOTFOUND; }
     HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return DISP_E_MEMBERNOTFOUND; }
-
-protected:
-    virtual ~TAccessibleBase() = default;
-
-private:
-    std::atomic<ULONG> FUsers = 1;
 };
 
 #pragma GCC diagnostic pop

@@ -5,30 +5,16 @@
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 #include "kx/ui/widgets/GridsString.h"
 #include "kx/win/Windows.h"
-#include "tests/support/FormTest.h"
-#include "tests/support/Pictures.h"
 #include "tests/support/SystemLooks.h"
+#include "tests/ui/LooksTest.h"
 
 namespace kx {
 namespace {
 
 using namespace test;
 
-class HighContrast : public TFormTest {
+class HighContrast : public TLooksTest {
 protected:
-    HighContrast() {
-        Form->SetBorderStyle(bsNone);
-        MoveMouse({5, 5});
-    }
-    std::vector<uint32_t> Seen(const TRect& r) {
-        RedrawWindow(Form->Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-        const TWindowDC dc(Form->Handle());
-        return PixelsOf(dc.Handle(), r);
-    }
-    std::vector<uint32_t> Seen(TControl& control, int inset = 0) {
-        const TPoint at = Form->ScreenToClient(control.ClientToScreen({0, 0}));
-        return Seen({at.X + inset, at.Y + inset, at.X + control.Width() - inset, at.Y + control.Height() - inset});
-    }
     static bool Has(const std::vector<uint32_t>& pixels, int systemColor) {
         const COLORREF color = GetSysColor(systemColor);
         const auto rgb = static_cast<uint32_t>(RGB(GetBValue(color), GetGValue(color), GetRValue(color)));

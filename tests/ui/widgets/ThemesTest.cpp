@@ -7,9 +7,8 @@
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 #include "kx/ui/widgets/GridsString.h"
 #include "kx/win/Windows.h"
-#include "tests/support/FormTest.h"
-#include "tests/support/Pictures.h"
 #include "tests/support/SystemLooks.h"
+#include "tests/ui/LooksTest.h"
 
 #include <uxtheme.h>
 #include <vsstyle.h>
@@ -21,22 +20,8 @@ namespace {
 
 using namespace test;
 
-class Themed : public TFormTest {
+class Themed : public TLooksTest {
 protected:
-    Themed() {
-        Form->SetBorderStyle(bsNone);
-        MoveMouse({5, 5});
-    }
-    /// What is seen of a part of the form.
-    std::vector<uint32_t> Seen(const TRect& r) {
-        RedrawWindow(Form->Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-        const TWindowDC dc(Form->Handle());
-        return PixelsOf(dc.Handle(), r);
-    }
-    std::vector<uint32_t> Seen(TControl& control) {
-        const TPoint at = Form->ScreenToClient(control.ClientToScreen({0, 0}));
-        return Seen({at.X, at.Y, at.X + control.Width(), at.Y + control.Height()});
-    }
     /// What the theme draws, on the form's colour.
     std::vector<uint32_t> Part(const wchar_t* kind, int part, int state, int width, int height) {
         const TPicture32 picture(width, height);

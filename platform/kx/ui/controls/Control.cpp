@@ -141,12 +141,7 @@ void TControl::SetClientSize(int width, int height) {
     SetBounds(FLeft, FTop, CheckedAdd(FWidth - client.Right, width), CheckedAdd(FHeight - client.Bottom, height));
 }
 
-TPoint TControl::ClientOrigin() const {
-    if (!FParent) {
-        throw EInvalidOperation(Format("Control '%s' has no parent window", {Name()}));
-    }
-    return FParent->ClientToScreen({FLeft, FTop});
-}
+TPoint TControl::ClientOrigin() const { return ClientToScreen({0, 0}); }
 
 TPoint TControl::ClientToScreen(const TPoint& point) const {
     if (!FParent) {

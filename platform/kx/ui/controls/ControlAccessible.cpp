@@ -98,8 +98,8 @@ LONG ChildNumber(const TWinControl& window, const TControl& control, int part) {
 void TControl::TellAccessible(TAccessibleEvent event, int part) const {
     const auto* const own = dynamic_cast<const TWinControl*>(this);
     const TWinControl* const window = own ? own : FParent;
-    if (!window || !window->HandleAllocated() || IsLoading()) {
-        return;
+    if (!window || !window->HandleAllocated() || IsLoading() || !IsWinEventHookInstalled(event)) {
+        return; // to count the children takes long where there are many
     }
     const LONG number = ChildNumber(*window, *this, part);
     if (number >= 0) {

@@ -33,13 +33,10 @@ bool HasFormFile(const TClass& cls) {
 }
 
 void detail::CheckFormFileRead(const TClass& cls, const TClass* read) {
-    for (const TClass* last = &cls; last; last = last->Parent()) {
+    for (const TClass* last = &cls; last && !(read && read->InheritsFrom(*last)); last = last->Parent()) {
         if (HasFormFile(*last)) {
-            if (!read || !read->InheritsFrom(*last)) {
-                throw EInvalidOperation(
-                    Format("The form file of %s was not read: its constructor does not call InitForm", {last->Name()}));
-            }
-            return;
+            throw EInvalidOperation(
+                Format("The form file of %s was not read: its constructor does not call InitForm", {last->Name()}));
         }
     }
 }

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct _TREEITEM; // what an HTREEITEM of the system points to
@@ -113,33 +114,20 @@ class TTreeNodes : public TPersistent {
     explicit TTreeNodes(TTreeView& treeView) : FTreeView(treeView) {}
     ~TTreeNodes() override;
 
-    /// Goes through the nodes of all levels from top to bottom.
-    class TIterator {
-    public:
-        using value_type = TTreeNode;
-        using difference_type = std::ptrdiff_t;
-        using reference = TTreeNode&;
-        using pointer = TTreeNode*;
-        using iterator_category = std::forward_iterator_tag;
+    /// A place among the nodes of all levels, from top to bottom.
+    struct TPosition {
+        TTreeNode* Node = nullptr; ///< Null behind the last one.
 
-        explicit TIterator(TTreeNode* node = nullptr) : FNode(node) {}
-        TTreeNode& operator*() const { return *FNode; }
-        TTreeNode* operator->() const { return FNode; }
-        TIterator& operator++() {
-            FNode = FNode->GetNext();
+        TTreeNode* operator*() const { return Node; }
+        TPosition& operator++() {
+            Node = Node->GetNext();
             return *this;
         }
-        TIterator operator++(int) {
-            const TIterator before = *this;
-            ++*this;
-            return before;
-        }
-        friend bool operator==(const TIterator& a, const TIterator& b) { return a.FNode == b.FNode; }
-
-    private:
-        TTreeNode* FNode;
+        TPosition operator++(int) { return {std::exchange(Node, Node->GetNext())}; }
+        bool operator==(const TPosition&) const = default;
     };
-    TIterator begin() const { return TIterator(GetFirstNode()); } ///< As long as no node comes or goes.
+    using TIterator = TItemIterator<TTreeNode, TPosition>;
+    TIterator begin() const { return TIterator({GetFirstNode()}); } ///< As long as no node comes or goes.
     TIterator end() const { return TIterator(); }
     int Count() const; ///< Of all levels.
     /// By their order from top to bottom, all levels. @throws EListError "List index out of bounds (%s)"
