@@ -53,6 +53,7 @@ if(KX_SANITIZE)
     add_link_options(-fsanitize=${KX_SANITIZE})
 endif()
 
+set(KX_LEAVE_OUT "" CACHE STRING "Tests that are not run: patterns as GoogleTest has them, with colons between")
 option(KX_GUARD "Let test programs fail for faults that would pass in silence: tests/guard" OFF)
 if(KX_GUARD AND NOT MINGW)
     message(FATAL_ERROR "KX_GUARD needs MinGW")

@@ -5,12 +5,13 @@
 #   filter     of tests to leave out, as GoogleTest has it: -PATTERN:PATTERN...; or empty
 #   prefix     of the tests' names
 #   label      of the tests
-#   list       file that keeps what was found until the program or this file changes
+#   list       file that keeps what was found until the program, this file or what is given changes
 if(NOT EXISTS "${program}")
     add_test("${prefix}not-built" "${program}")
     return()
 endif()
-if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}" OR "${CMAKE_CURRENT_LIST_FILE}" IS_NEWER_THAN "${list}")
+if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}" OR "${CMAKE_CURRENT_LIST_FILE}" IS_NEWER_THAN "${list}"
+    OR "${CMAKE_PARENT_LIST_FILE}" IS_NEWER_THAN "${list}")
     execute_process(COMMAND ${emulator} "${program}" --gtest_list_tests "--gtest_filter=*${filter}"
         OUTPUT_VARIABLE output RESULT_VARIABLE result TIMEOUT 120)
     if(NOT result EQUAL 0)

@@ -172,8 +172,8 @@ endfunction()
 #
 # A GoogleTest program. Its suites are tests named preset/label/Suite, small ones together preset/label/Suite+Suite, and
 # carry the label: `ctest -L label`. SOURCES defaults to all of the calling folder; SAME_AS takes what another test
-# program has compiled. FILTER, as GoogleTest has it, leaves out tests that another program runs. NO_SUITES: somebody
-# else runs them all. KX_TEST_DATA is the folder's data folder, as the program reaches it.
+# program has compiled. FILTER, as GoogleTest has it, leaves out tests that another program runs, and KX_LEAVE_OUT what
+# another preset runs. NO_SUITES: somebody else runs them all. KX_TEST_DATA is the folder's data folder, as the program reaches it.
 function(kx_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "MANIFEST;PORTABLE;NO_SUITES" "LABEL;FILTER;SAME_AS" "SOURCES;LINK")
     kx_glob()
@@ -212,12 +212,18 @@ function(kx_add_test name)
     if(arg_NO_SUITES)
         return()
     endif()
+    set(filter "${arg_FILTER}")
+    if(KX_LEAVE_OUT AND filter)
+        string(APPEND filter ":${KX_LEAVE_OUT}")
+    elseif(KX_LEAVE_OUT)
+        set(filter "-${KX_LEAVE_OUT}")
+    endif()
     # At test time, since the program has to run for it: the first run under Wine makes the prefix, which takes its time.
     set(suites "${CMAKE_CURRENT_BINARY_DIR}/${name}-suites")
     file(GENERATE OUTPUT "${suites}.cmake" CONTENT
 "set(program [==[$<TARGET_FILE:${name}>]==])
 set(emulator [==[$<TARGET_PROPERTY:${name},CROSSCOMPILING_EMULATOR>]==])
-set(filter [==[${arg_FILTER}]==])
+set(filter [==[${filter}]==])
 set(prefix [==[${KX_TEST_PREFIX}${arg_LABEL}/]==])
 set(label [==[${arg_LABEL}]==])
 set(list [==[${suites}.txt]==])
