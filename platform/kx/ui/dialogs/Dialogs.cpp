@@ -290,6 +290,16 @@ void TCommonDialog::CloseFromInside(HWND dialog) {
 
 void TCommonDialog::EndSystemDialog(HWND dialog) { EndDialog(dialog, 0); }
 
+/// Cancels the box that the dialog has opened, else the dialog itself unless it is going anyway: Wine 10 loses its way
+/// among the controls of a window that another thread destroys.
+void TCommonDialog::CancelShown() const {
+    HWND dialog = DialogWindow();
+    HWND box = GetLastActivePopup(dialog);
+    if (box != dialog || !FEnding) {
+        CancelDialog(box);
+    }
+}
+
 /// Cancels the dialog, which runs in another thread, and handles messages until `over` is signalled: that thread may
 /// need them handled in order to end.
 void TCommonDialog::CloseFromOutside(const std::shared_ptr<void>& over) const {
@@ -298,7 +308,7 @@ void TCommonDialog::CloseFromOutside(const std::shared_ptr<void>& over) const {
     DWORD state = WAIT_TIMEOUT;
     while (state != WAIT_OBJECT_0) {
         if (state == WAIT_TIMEOUT) {
-            CancelDialog(GetLastActivePopup(DialogWindow()));
+            CancelShown();
         } else {
             Application().ProcessMessages();
         }
@@ -324,7 +334,7 @@ bool TDialogHold::IsWanted() const { return FDialog && TAlive(*FDialog); }
 
 void TDialogHold::Cancel() const {
     if (FDialog) {
-        CancelDialog(GetLastActivePopup(FDialog->DialogWindow()));
+        FDialog->CancelShown();
     }
 }
 

@@ -90,6 +90,7 @@ private:
     void HandleMessage(TMessage& message);
     void CloseFromInside(HWND dialog);
     void CloseFromOutside(const std::shared_ptr<void>& over) const;
+    void CancelShown() const;
     const TDialogHold* HoldOfAnotherThread() const;
 
     HWND FHandle = nullptr;
