@@ -183,6 +183,10 @@ TEST_F(DesignSurface, AComponentOfThePaletteIsDropped) {
 }
 
 TEST_F(DesignSurface, AComponentIsDraggedFromThePalette) {
+    keybd_event(VK_SHIFT, 0, 0, 0);
+    ClickAt(At("NameLabel")); // which does not keep the tool that is dropped later
+    keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
+    Settle();
     const TRect r = Window->ComponentPalette().Buttons().ButtonRect(&TCheckBox::StaticClass());
     const TPoint from = Window->ComponentPalette().Buttons().ClientToScreen({r.Left + 15, r.Top + 15});
     const TPoint to = OnForm(40, 120);
