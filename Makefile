@@ -4,7 +4,7 @@ SHELL := bash
 .ONESHELL:
 .SILENT:
 .DEFAULT_GOAL := help
-.PHONY: help test demo designer bench fuzz format tidy clean
+.PHONY: help test demo designer bench fuzz package format hooks tidy clean
 
 # How long `make fuzz` runs each fuzzer
 SECONDS ?= 600
@@ -48,9 +48,23 @@ fuzz: ## run both fuzzers side by side, SECONDS seconds each (600); what they fi
 	cmake --build build/fuzz --target fuzz_text fuzz_binary
 	ctest --test-dir build/fuzz -L fuzz --parallel 2 --verbose --no-tests=error
 
+package: ## make the archives, for each word size, in build/packages
+	$(bootstrap)
+	for preset in $$presets; do
+		cmake --preset $$preset
+		cmake --build --preset $$preset --target kx_installed
+		cpack --config build/$$preset/CPackConfig.cmake -B build/packages
+	done
+	rm -rf build/packages/_CPack_Packages
+	ls -l build/packages
+
 format: ## give all sources the common layout
 	tools/bootstrap --dev || [ $$? = 2 ]
 	git ls-files -co --exclude-standard '*.h' '*.cpp' | xargs -r clang-format -i
+
+hooks: ## have git format what is committed
+	tools/bootstrap --dev || [ $$? = 2 ]
+	git config core.hooksPath .githooks
 
 tidy: ## static analysis of all sources and scripts
 	tools/bootstrap --dev || [ $$? = 2 ]

@@ -4,7 +4,10 @@ set(KX_GTEST_SOURCE /usr/src/googletest CACHE PATH "Sources of GoogleTest; witho
 if(EXISTS "${KX_GTEST_SOURCE}/CMakeLists.txt")
     set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
     set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
-    add_subdirectory("${KX_GTEST_SOURCE}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+    block()
+        set(BUILD_SHARED_LIBS OFF)
+        add_subdirectory("${KX_GTEST_SOURCE}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+    endblock()
     foreach(target gtest gtest_main gmock gmock_main)
         # It asks for -Werror; its warnings and faults are not ours to mend, and its speed does not matter.
         if(MSVC)

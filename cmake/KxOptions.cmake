@@ -1,12 +1,16 @@
 # How all code of this project is compiled. What must hold for GoogleTest too (it shares objects with the tests) is set
-# for the directory tree; the rest, warnings above all, is the interface target kx_options.
+# for the directory tree; the rest, warnings above all, is the interface target kx_options. Inside another project only
+# what the code itself needs is set: warnings, debug information and how programs are linked are the project's own affair.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+    set(CMAKE_DEBUG_POSTFIX d)
+endif()
 
-if(NOT MSVC)
+if(PROJECT_IS_TOP_LEVEL AND NOT MSVC)
     # -O2 with line numbers is the one build type: tests run what users get. More debug information would double the
     # time that a build takes. DWARF 4 is the newest that Wine's debugger reads, and its stack is what a crashed test
     # leaves behind. assert() and the library's checks stay on.
@@ -16,15 +20,22 @@ if(NOT MSVC)
 endif()
 
 if(MINGW)
-    # One file per program: libgcc, libstdc++ and winpthread go in, unused functions stay out.
+    # Unused functions stay out of programs.
     add_compile_options(-ffunction-sections -fdata-sections)
-    add_link_options(-static -Wl,--gc-sections)
-    if(CMAKE_SYSTEM_PROCESSOR STREQUAL "i686")
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
         # x87 registers keep extra digits; with SSE both word sizes compute the same.
         add_compile_options(-msse2 -mfpmath=sse)
     endif()
     # Resource scripts are UTF-8.
     set(CMAKE_RC_FLAGS "${CMAKE_RC_FLAGS} -c 65001")
+    if(PROJECT_IS_TOP_LEVEL)
+        add_link_options(-Wl,--gc-sections)
+    endif()
+    if(PROJECT_IS_TOP_LEVEL AND NOT BUILD_SHARED_LIBS)
+        # One file per program: libgcc, libstdc++ and winpthread go in. Between a program and a DLL exceptions pass only
+        # when both take them from the same DLLs.
+        add_link_options(-static)
+    endif()
 endif()
 
 add_library(kx_options INTERFACE)
@@ -34,9 +45,11 @@ if(WIN32)
         NOMINMAX WIN32_LEAN_AND_MEAN STRICT _WIN32_WINNT=0x0601 WINVER=0x0601)
 endif()
 if(MSVC)
-    target_compile_options(kx_options INTERFACE
-        /W4 /WX /permissive- /utf-8 /EHsc /Zc:__cplusplus /Zc:preprocessor)
-else()
+    target_compile_options(kx_options INTERFACE /permissive- /utf-8 /EHsc /Zc:__cplusplus /Zc:preprocessor)
+endif()
+if(PROJECT_IS_TOP_LEVEL AND MSVC)
+    target_compile_options(kx_options INTERFACE /W4 /WX)
+elseif(PROJECT_IS_TOP_LEVEL)
     target_compile_options(kx_options INTERFACE
         -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor
         -Wsuggest-override -Werror)
@@ -46,7 +59,21 @@ else()
     endif()
 endif()
 
-option(KX_PCH "Precompile the Windows and the test headers. Switch it off to see that every file includes what it uses." ON)
+# The programs that this project makes, by the functions that others use too (programs/KxPrograms.cmake)
+set(KX_PROGRAM_LIBRARIES kx_options)
+
+# Visual C++ keeps the precompiled headers' object in a library of its own, which users of the installed ones would lack.
+if(PROJECT_IS_TOP_LEVEL AND NOT MSVC)
+    set(precompile ON)
+else()
+    set(precompile OFF)
+endif()
+option(KX_PCH "Precompile the Windows and the test headers. Switch it off to see that every file includes what it uses."
+    ${precompile})
+if(KX_PCH AND WIN32)
+    set(KX_PROGRAM_PRECOMPILED kx_pch)
+endif()
+
 set(KX_SANITIZE "" CACHE STRING "Sanitizers of the native build, as for -fsanitize=")
 if(KX_SANITIZE)
     add_compile_options(-fsanitize=${KX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,74 +1,6 @@
-# The functions by which the folders describe what they build. All of them take the sources of the calling folder by
-# pattern (*.cpp, *.rc, *.dfm), so a new file is picked up by the next build.
-
-# kx_add_forms(TARGET file.dfm...)
-#
-# Embeds text form files as RCDATA resources, each named by the class in its first line:
-# "object PreviewForm: TPreviewForm" becomes TPREVIEWFORM. Given a library, every program that links it gets the forms.
-function(kx_add_forms target)
-    if(NOT WIN32 OR NOT ARGN)
-        return()
-    endif()
-    set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}_forms.rc")
-    set(content "#pragma code_page(65001)\n")
-    set(forms)
-    set(names)
-    foreach(form IN LISTS ARGN)
-        get_filename_component(path "${form}" ABSOLUTE)
-        file(STRINGS "${path}" first LIMIT_COUNT 1 ENCODING UTF-8)
-        if(NOT first MATCHES "^[ \t]*(object|inherited|inline)[ \t]+([A-Za-z0-9_]+[ \t]*:[ \t]*)?([A-Za-z0-9_]+)[ \t]*$")
-            message(FATAL_ERROR "${path}: the first line must read \"object Name: TClass\", not \"${first}\"")
-        endif()
-        string(TOUPPER "${CMAKE_MATCH_3}" name)
-        if(name IN_LIST names)
-            message(FATAL_ERROR "${path}: a second form of class ${CMAKE_MATCH_3}")
-        endif()
-        list(APPEND names ${name})
-        list(APPEND forms "${path}")
-        string(APPEND content "${name} RCDATA \"${path}\"\n")
-    endforeach()
-    file(CONFIGURE OUTPUT "${script}" CONTENT "${content}" @ONLY)
-    # The resource compilers report no dependencies; a changed first line needs a new script besides.
-    set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS "${forms}")
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${forms}")
-    kx_add_resources(${target} "${script}")
-endfunction()
-
-# kx_add_resources(TARGET script.rc...): compiles resource scripts into a program, or into every program that links a
-# library. The linker takes no member out of an archive that defines no symbol, so a library cannot hold them itself:
-# its users get the object files.
-function(kx_add_resources target)
-    if(NOT WIN32 OR NOT ARGN)
-        return()
-    endif()
-    get_target_property(type ${target} TYPE)
-    if(type STREQUAL "EXECUTABLE")
-        target_sources(${target} PRIVATE ${ARGN})
-        return()
-    endif()
-    if(NOT TARGET ${target}_resources)
-        add_library(${target}_resources OBJECT)
-        target_sources(${target} INTERFACE $<TARGET_OBJECTS:${target}_resources>)
-    endif()
-    target_sources(${target}_resources PRIVATE ${ARGN})
-endfunction()
-
-# kx_add_manifest(TARGET): gives a program apps/utf8.manifest: UTF-8 as its ANSI code page, common controls 6.
-function(kx_add_manifest target)
-    if(NOT WIN32)
-        return()
-    endif()
-    set(manifest "${PROJECT_SOURCE_DIR}/apps/utf8.manifest")
-    if(MSVC)
-        target_sources(${target} PRIVATE "${manifest}")
-        return()
-    endif()
-    set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}_manifest.rc")
-    # 1 24: CREATEPROCESS_MANIFEST_RESOURCE_ID, RT_MANIFEST
-    file(CONFIGURE OUTPUT "${script}" CONTENT "1 24 \"${manifest}\"\n" @ONLY)
-    set_source_files_properties("${script}" PROPERTIES OBJECT_DEPENDS "${manifest}")
-    target_sources(${target} PRIVATE "${script}")
-endfunction()
+# The functions by which the folders describe what they build, beside those that users have too. All of them take the
+# sources of the calling folder by pattern (*.cpp, *.rc, *.dfm), so a new file is picked up by the next build.
+include("${CMAKE_CURRENT_LIST_DIR}/programs/KxPrograms.cmake")
 
 # kx_add_precompiled(): sets of precompiled headers, each made once for all targets that use it. They hold what never
 # changes and takes long to read. kx_pch: the Windows and the common standard headers. For tests GoogleTest besides:
@@ -106,66 +38,81 @@ function(kx_use_precompiled target set)
     endif()
 endfunction()
 
-# Sets KX_SOURCES, KX_SCRIPTS and KX_FORMS to what the calling folder holds.
-macro(kx_glob)
-    file(GLOB KX_SOURCES CONFIGURE_DEPENDS *.cpp)
-    file(GLOB KX_SCRIPTS CONFIGURE_DEPENDS *.rc)
-    file(GLOB KX_FORMS CONFIGURE_DEPENDS *.dfm)
-endmacro()
-
 # kx_add_library(NAME [PORTABLE] [LINK library...])
 #
-# A static library of the calling folder. Its headers are included by their path from kx on, "kx/folder/Unit.h"; those
-# that no user of ours sees by their path in the project, "support/Unit.h". LINK names what its users need too. PORTABLE: the
-# folder includes no Windows header. A folder without sources gives a library of headers.
+# A static library of the calling folder; kx_folder is kx::folder to its users. Its headers are included by their path from
+# kx on, "kx/folder/Unit.h"; those that no user of ours sees by their path in the project, "support/Unit.h". LINK names what its
+# users need too. PORTABLE: the folder includes no Windows header. With BUILD_SHARED_LIBS what users have is in one DLL, and
+# the libraries are names of it.
 function(kx_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "PORTABLE" "" "LINK")
     kx_glob()
     cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE folder)
+    set(root "${PROJECT_SOURCE_DIR}")
     set(unity ${CMAKE_UNITY_BUILD})
     if(folder MATCHES "^(platform|src)/kx/")
-        set(root "${PROJECT_SOURCE_DIR}/${CMAKE_MATCH_1}")
+        string(APPEND root "/${CMAKE_MATCH_1}")
         set(unity OFF) # a program takes from the archive just the sources that it needs
-    else()
-        set(root "${PROJECT_SOURCE_DIR}")
     endif()
-    if(NOT KX_SOURCES)
+    set(compiled ${name})
+    set(holder ${name}) # of the resources
+    set(scope PUBLIC)
+    if(BUILD_SHARED_LIBS AND folder MATCHES "^((platform|src)/kx/|designer$)")
+        set(compiled ${name}_objects)
+        set(holder kxqdlgs70)
+        set(scope INTERFACE)
+        add_library(${compiled} OBJECT ${KX_SOURCES})
+        target_include_directories(${compiled} PRIVATE "${root}" "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/platform")
         add_library(${name} INTERFACE)
-        target_include_directories(${name} INTERFACE "${root}")
-        target_link_libraries(${name} INTERFACE ${arg_LINK})
-        return()
+        target_link_libraries(${name} INTERFACE kxqdlgs70)
+        target_sources(kxqdlgs70 PRIVATE $<TARGET_OBJECTS:${compiled}>)
+        set(system ${arg_LINK})
+        list(FILTER system EXCLUDE REGEX "^kx_")
+        target_link_libraries(kxqdlgs70 PRIVATE ${system})
+    else()
+        add_library(${name} STATIC ${KX_SOURCES})
     endif()
-    add_library(${name} STATIC ${KX_SOURCES})
-    set_target_properties(${name} PROPERTIES UNITY_BUILD "${unity}")
-    target_include_directories(${name} PUBLIC "${root}")
-    target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE kx_options)
+    set_target_properties(${compiled} PROPERTIES UNITY_BUILD "${unity}")
+    if(NOT KX_INSTALL)
+        set_target_properties(${compiled} PROPERTIES EXCLUDE_FROM_ALL ON)
+    endif()
+    target_link_libraries(${compiled} PRIVATE $<BUILD_INTERFACE:kx_options>)
+    target_include_directories(${name} ${scope} "$<BUILD_INTERFACE:${root}>")
+    target_link_libraries(${name} ${scope} ${arg_LINK})
+    # What the headers need of a program that includes them: __VA_OPT__, in KX_FIELDS, besides the language
+    target_compile_features(${name} ${scope} cxx_std_20)
+    if(MSVC)
+        target_compile_options(${name} ${scope} /Zc:preprocessor)
+    endif()
     if(NOT arg_PORTABLE)
-        kx_use_precompiled(${name} kx_pch)
+        kx_use_precompiled(${compiled} kx_pch)
     endif()
-    kx_add_resources(${name} ${KX_SCRIPTS})
-    kx_add_forms(${name} ${KX_FORMS})
+    kx_add_resources(${holder} ${KX_SCRIPTS})
+    kx_add_forms(${holder} ${KX_FORMS})
+    if(folder MATCHES "^((platform|src)/kx/|designer$)")
+        string(REGEX REPLACE "^kx_" "" public_name "${name}")
+        add_library(kx::${public_name} ALIAS ${name})
+        set_target_properties(${name} PROPERTIES EXPORT_NAME ${public_name})
+        kx_install_library(${name} "${folder}")
+    endif()
 endfunction()
 
-# kx_add_program(NAME [CONSOLE] [MANIFEST] [LINK library...])
-#
-# A program of the sources of the calling folder, without a console window unless CONSOLE is given.
-function(kx_add_program name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "CONSOLE;MANIFEST" "" "LINK")
-    kx_glob()
-    if(NOT KX_SOURCES)
+# kx_add_version(PROGRAM DESCRIPTION): what the Explorer shows of a program or DLL of this project
+function(kx_add_version program description)
+    if(NOT WIN32)
         return()
     endif()
-    add_executable(${name} ${KX_SOURCES})
-    if(NOT arg_CONSOLE)
-        set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
+    set(script "${CMAKE_CURRENT_BINARY_DIR}/${program}_version.rc")
+    set(type 0x1) # VFT_APP
+    set(extension exe)
+    get_target_property(kind ${program} TYPE)
+    if(kind STREQUAL "SHARED_LIBRARY")
+        set(type 0x2) # VFT_DLL
+        set(extension dll)
     endif()
-    target_link_libraries(${name} PRIVATE ${arg_LINK} kx_options)
-    kx_use_precompiled(${name} kx_pch)
-    kx_add_resources(${name} ${KX_SCRIPTS})
-    kx_add_forms(${name} ${KX_FORMS})
-    if(arg_MANIFEST)
-        kx_add_manifest(${name})
-    endif()
+    string(REPLACE "." "," numbers "${PROJECT_VERSION},0")
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/Version.rc.in" "${script}" @ONLY)
+    target_sources(${program} PRIVATE "${script}")
 endfunction()
 
 # kx_add_test(NAME LABEL label [MANIFEST] [PORTABLE] [NO_SUITES] [FILTER filter] [SAME_AS test | SOURCES file...] [LINK library...])
@@ -256,48 +203,4 @@ function(kx_add_fuzzer name)
     math(EXPR limit "${KX_FUZZ_SECONDS} + 120")
     # COST: the long ones start first and run beside the others.
     set_tests_properties("${KX_TEST_PREFIX}fuzz/${name}" PROPERTIES LABELS fuzz TIMEOUT ${limit} COST 1000)
-endfunction()
-
-# kx_add_designer(NAME REGISTER function... LINK library...)
-#
-# A form designer whose palette has the components of the framework and those that the functions register. Each is a
-# void function() of one of the libraries, with its namespace: sample::RegisterStars. Bitmap resources of the calling
-# folder (*.rc) that are named like the classes, in capital letters, are their pictures; the icon MAINICON in one of them
-# is the program's.
-function(kx_add_designer name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "REGISTER;LINK")
-    kx_glob()
-    set(declarations "")
-    foreach(function IN LISTS arg_REGISTER)
-        if(NOT function MATCHES "^((.*)::)?([A-Za-z_0-9]+)$")
-            message(FATAL_ERROR "${name}: ${function} is no name of a function")
-        endif()
-        if(CMAKE_MATCH_2)
-            string(APPEND declarations "namespace ${CMAKE_MATCH_2} {\nvoid ${CMAKE_MATCH_3}();\n}\n")
-        else()
-            string(APPEND declarations "void ${CMAKE_MATCH_3}();\n")
-        endif()
-    endforeach()
-    list(JOIN arg_REGISTER ", " functions)
-    set(source "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp")
-    file(CONFIGURE OUTPUT "${source}" CONTENT
-"#include \"designer/DesignerProgram.h\"
-#include \"kx/win/Windows.h\"
-
-${declarations}
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) { return kx::designer::RunDesigner({${functions}}); }
-" @ONLY)
-    add_executable(${name} "${source}")
-    set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
-    target_link_libraries(${name} PRIVATE ${arg_LINK} kx_designer kx_options)
-    kx_use_precompiled(${name} kx_pch)
-    set(icon "${PROJECT_SOURCE_DIR}/designer/icon/Designer.rc")
-    foreach(script IN LISTS KX_SCRIPTS)
-        file(STRINGS "${script}" found REGEX "^MAINICON[ \t]")
-        if(found)
-            set(icon)
-        endif()
-    endforeach()
-    kx_add_resources(${name} ${KX_SCRIPTS} ${icon})
-    kx_add_manifest(${name})
 endfunction()
