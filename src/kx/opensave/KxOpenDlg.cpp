@@ -16,6 +16,8 @@
 
 namespace kx {
 
+template class TKxRunning<TKxCustomOpenDialog>;
+
 // --- Classes
 
 const TClass& TKxCustomOpenDialog::StaticClass() {

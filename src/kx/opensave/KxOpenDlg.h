@@ -221,6 +221,9 @@ private:
     std::optional<bool> FShareAnswer; ///< What the application has said about that file, for the second question.
 };
 
+/// A program and the library's DLL have one running dialog in common.
+extern template class TKxRunning<TKxCustomOpenDialog>;
+
 /// The published open dialog.
 class TKxOpenDialog : public TKxCustomOpenDialog {
     KX_CLASS()

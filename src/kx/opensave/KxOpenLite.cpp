@@ -11,6 +11,8 @@
 
 namespace kx {
 
+template class TKxRunning<TKxCustomOpenLiteDialog>;
+
 // --- Classes
 
 const TClass& TKxCustomOpenLiteDialog::StaticClass() {

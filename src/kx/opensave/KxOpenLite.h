@@ -57,6 +57,9 @@ private:
     TKxPlacesBarLiteOptions FPBarOptions;
 };
 
+/// A program and the library's DLL have one running dialog in common.
+extern template class TKxRunning<TKxCustomOpenLiteDialog>;
+
 /// The published lite open dialog.
 class TKxOpenLiteDialog : public TKxCustomOpenLiteDialog {
     KX_CLASS()
