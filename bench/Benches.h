@@ -4,9 +4,18 @@
 
 namespace kx::bench {
 
-/// Time from the call to the first paint, with nothing docked, with four docked forms of 20 controls, and of the full
-/// dialog with these forms and its own places bar, each against the bare dialog opened in turn with ours.
+/// Time from the call to the first paint: with nothing docked against the bare dialog; with four docked forms of 20
+/// controls, and of the full dialog with these forms and its own places bar, against the same written by hand. The
+/// dialogs of each row are opened in turn.
 std::vector<TRow> MeasureFirstPaint();
+
+/// The full dialog with four docked forms and its places bar, which are made for this showing.
+void ShowFullDialog();
+
+/// Memory of a program that shows the full dialog, against one that shows the same written by hand. Both are this
+/// program again, called with "shows" and "ours" or another word; it ends with its KB then.
+std::vector<TRow> MeasureMemory();
+int ShowForMemory(const std::string& dialog);
 
 /// Cost of one sent null message through a dialog's pipeline, beyond what the bare window takes: without events against
 /// the same for a procedure installed by SetWindowSubclass, and in the full dialog with its hooks and events.

@@ -16,12 +16,12 @@ namespace {
 constexpr struct {
     const char* Name;
     std::vector<TRow> (*Measure)();
-} groups[] = {{"paint", MeasureFirstPaint},    {"message", MeasureNullMessage}, {"forms", MeasureForms},
-              {"places", MeasurePlaces},       {"bar", MeasurePlacesBar},       {"list", MeasureFileList},
-              {"folder", MeasureFolderDialog}, {"color", MeasureColor},         {"print", MeasurePrint},
-              {"designer", MeasureDesigner}};
+} groups[] = {{"paint", MeasureFirstPaint}, {"memory", MeasureMemory},       {"message", MeasureNullMessage},
+              {"forms", MeasureForms},      {"places", MeasurePlaces},       {"bar", MeasurePlacesBar},
+              {"list", MeasureFileList},    {"folder", MeasureFolderDialog}, {"color", MeasureColor},
+              {"print", MeasurePrint},      {"designer", MeasureDesigner}};
 
-/// Measures the groups that are named; all, when none is.
+/// Measures the groups that are named; all, when none is. 1 when a row is over its limit.
 int Run(std::span<char*> names) {
     const auto isNamed = [&](std::string_view group) {
         return names.empty() || std::find(names.begin(), names.end(), group) != names.end();
@@ -43,7 +43,7 @@ int Run(std::span<char*> names) {
         return 1;
     }
     Print(rows);
-    return 0;
+    return std::ranges::all_of(rows, &TRow::IsWithinLimit) ? 0 : 1;
 }
 
 } // namespace
@@ -52,5 +52,8 @@ int Run(std::span<char*> names) {
 
 int main(int count, char** arguments) {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
+    if (count == 3 && std::string_view(arguments[1]) == "shows") {
+        return kx::bench::ShowForMemory(arguments[2]);
+    }
     return kx::bench::Run({arguments + 1, arguments + count});
 }

@@ -2,6 +2,7 @@
 
 #include "Benches.h"
 
+#include "HandWritten.h"
 #include "Showing.h"
 #include "kx/opensave/KxOpenDlg.h"
 #include "kx/opensave/KxOpenLite.h"
@@ -33,6 +34,34 @@ std::unique_ptr<TForm> DockedForm(int width, int height) {
     return form;
 }
 
+/// One for each side of a dialog.
+struct TDockedForms {
+    std::unique_ptr<TForm> Left = DockedForm(180, 200);
+    std::unique_ptr<TForm> Top = DockedForm(400, 90);
+    std::unique_ptr<TForm> Right = DockedForm(180, 200);
+    std::unique_ptr<TForm> Bottom = DockedForm(400, 90);
+
+    template <class T> void DockInto(T& dialog) const {
+        dialog.CustDlgParams().SetLeftForm(Left.get());
+        dialog.CustDlgParams().SetTopForm(Top.get());
+        dialog.CustDlgParams().SetRightForm(Right.get());
+        dialog.CustDlgParams().SetBottomForm(Bottom.get());
+    }
+};
+
+/// Four places of the shell in the library's own bar.
+void AddPlaces(TKxOpenDialog& dialog) {
+    dialog.PlacesBar().SetNative(false);
+    for (const TKxSpecShellFolder folder : {ftDesktop, ftDrives, ftPersonal, ftFavorites}) {
+        TKxPlace& place = *dialog.PlacesBar().Places().Add();
+        place.SetPlaceSpecPath(folder);
+        place.SetAutoCaption(true);
+        place.SetPlaceIconDll("Shell32.dll");
+        place.SetPlaceIcon(3);
+        place.SetPlaceHotIcon(4);
+    }
+}
+
 /// Nanoseconds of one sent null message.
 double NullMessageCost(HWND window) {
     constexpr int messages = 500;
@@ -49,38 +78,30 @@ LRESULT CALLBACK PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
 
 } // namespace
 
+void ShowFullDialog() {
+    const TDockedForms forms;
+    TKxOpenDialog dialog(&Application());
+    forms.DockInto(dialog);
+    AddPlaces(dialog);
+    dialog.Execute();
+}
+
 std::vector<TRow> MeasureFirstPaint() {
-    std::vector<TRow> rows;
+    constexpr const char* byHand = "the same, written by hand";
     TKxOpenLiteDialog plain(&Application());
-    rows.push_back(CompareFirstPaint(
-        "first paint, nothing docked", ShowBareOpenDialog, [&] { plain.Execute(); }, 1.10));
-
-    const auto left = DockedForm(180, 200);
-    const auto top = DockedForm(400, 90);
-    const auto right = DockedForm(180, 200);
-    const auto bottom = DockedForm(400, 90);
+    const TDockedForms forms;
     TKxOpenLiteDialog docked(&Application());
-    docked.CustDlgParams().SetLeftForm(left.get());
-    docked.CustDlgParams().SetTopForm(top.get());
-    docked.CustDlgParams().SetRightForm(right.get());
-    docked.CustDlgParams().SetBottomForm(bottom.get());
-    rows.push_back(CompareFirstPaint(
-        "first paint, four forms of 20 controls", ShowBareOpenDialog, [&] { docked.Execute(); }, 1.5));
-
+    forms.DockInto(docked);
     TKxOpenDialog full(&Application());
-    full.CustDlgParams().Assign(&docked.CustDlgParams());
-    full.PlacesBar().SetNative(false);
-    for (const TKxSpecShellFolder folder : {ftDesktop, ftDrives, ftPersonal, ftFavorites}) {
-        TKxPlace& place = *full.PlacesBar().Places().Add();
-        place.SetPlaceSpecPath(folder);
-        place.SetAutoCaption(true);
-        place.SetPlaceIconDll("Shell32.dll");
-        place.SetPlaceIcon(3);
-        place.SetPlaceHotIcon(4);
-    }
-    rows.push_back(CompareFirstPaint(
-        "first paint, four forms and places", ShowBareOpenDialog, [&] { full.Execute(); }, 1.6));
-    return rows;
+    forms.DockInto(full);
+    AddPlaces(full);
+    const auto handWritten = [](bool places) { return [places] { ShowHandWrittenDialog(places); }; };
+    return {CompareFirstPaint(
+                "first paint, nothing docked", ShowBareOpenDialog, [&] { plain.Execute(); }, 1.10),
+            CompareFirstPaint(
+                "first paint, four forms of 20 controls", handWritten(false), [&] { docked.Execute(); }, 1.10, byHand),
+            CompareFirstPaint(
+                "first paint, four forms and places", handWritten(true), [&] { full.Execute(); }, 1.15, byHand)};
 }
 
 std::vector<TRow> MeasureNullMessage() {

@@ -32,10 +32,9 @@ TRow ComparePairs(const std::string& what, const std::vector<double>& ours, cons
 void Print(const std::vector<TRow>& rows) {
     std::printf("\n%-46s %12s   %-34s %12s %8s %7s\n", "what", "ours", "against", "", "ratio", "limit");
     for (const TRow& row : rows) {
-        const double ratio = row.Ratio();
         std::printf("%-46s %9.3f %-2s   %-34s %9.3f %-2s %7.2f %7.2f  %s\n", row.What.c_str(), row.Ours,
-                    row.Unit.c_str(), row.Against.c_str(), row.Reference, row.Unit.c_str(), ratio, row.Limit,
-                    ratio <= row.Limit ? "ok" : "OVER");
+                    row.Unit.c_str(), row.Against.c_str(), row.Reference, row.Unit.c_str(), row.Ratio(), row.Limit,
+                    row.IsWithinLimit() ? "ok" : "OVER");
     }
 }
 

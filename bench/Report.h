@@ -16,6 +16,7 @@ struct TRow {
     double Pairs = 0; ///< Median ratio of what was measured in pairs, which drifts less; 0: it was not.
 
     double Ratio() const { return Pairs > 0 ? Pairs : Ours / Reference; }
+    bool IsWithinLimit() const { return Ratio() <= Limit; }
 };
 
 double Median(std::vector<double> values);
