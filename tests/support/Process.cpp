@@ -9,7 +9,8 @@
 
 namespace kx::test {
 
-DWORD RunProgram(const std::string& path, const std::string& arguments) {
+DWORD RunProgram(const std::string& path, const std::string& arguments, const std::function<void(DWORD process)>& use) {
+    constexpr DWORD limit = 30'000; // milliseconds
     char self[MAX_PATH];
     GetModuleFileNameA(nullptr, self, MAX_PATH);
     std::string command = "\"" + ExtractFilePath(std::string(self)) + path + "\" " + arguments;
@@ -23,7 +24,12 @@ DWORD RunProgram(const std::string& path, const std::string& arguments) {
     const unique_handle_object handle(process.hProcess);
     const unique_handle_object thread(process.hThread);
     DWORD code = 0;
-    if (WaitForSingleObject(handle.get(), 30'000) != WAIT_OBJECT_0) {
+    const ULONGLONG end = GetTickCount64() + limit;
+    while (use && WaitForSingleObject(handle.get(), 20) != WAIT_OBJECT_0 && GetTickCount64() < end) {
+        use(process.dwProcessId);
+    }
+    const ULONGLONG now = GetTickCount64();
+    if (WaitForSingleObject(handle.get(), now < end ? static_cast<DWORD>(end - now) : 0) != WAIT_OBJECT_0) {
         ADD_FAILURE() << command << " does not end";
         TerminateProcess(handle.get(), 1);
     }

@@ -22,7 +22,7 @@ void RegisterComponents(const std::string& page, std::initializer_list<const TCl
 
 const std::vector<TPalettePage>& PalettePages();
 
-/// Names the header that declares the classes, as an #include does: "kx/ui/widgets/StdCtrls.h". A designer writes it
+/// Names the header that declares the classes, as programs include it: "kx/ui/widgets/StdCtrls.h". A designer writes it
 /// into the code of the forms that hold such components.
 void RegisterHeader(const std::string& header, std::initializer_list<const TClass*> classes);
 /// The header of that class; empty when nobody has named it.

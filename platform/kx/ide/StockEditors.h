@@ -15,7 +15,7 @@ public:
     bool AllEqual() const override;
 };
 
-/// One character: itself, or #n.
+/// One character: itself, or its number behind a number sign.
 class TCharProperty : public TIntegerProperty {
 public:
     using TIntegerProperty::TIntegerProperty;
