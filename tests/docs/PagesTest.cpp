@@ -213,7 +213,7 @@ TEST(Pages, QuoteEachMarkedPart) {
             quoted.insert(block.From);
         }
     }
-    for (const char* folder : {"guide"}) {
+    for (const char* folder : {"guide", "cookbook"}) {
         for (const auto& entry : fs::recursive_directory_iterator(Root() / "examples" / folder)) {
             if (!entry.is_regular_file()) {
                 continue;
