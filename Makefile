@@ -4,7 +4,7 @@ SHELL := bash
 .ONESHELL:
 .SILENT:
 .DEFAULT_GOAL := help
-.PHONY: help test demo designer bench fuzz package format hooks tidy clean
+.PHONY: help test demo designer docs bench fuzz package format hooks tidy clean
 
 # How long `make fuzz` runs each fuzzer
 SECONDS ?= 600
@@ -30,6 +30,10 @@ demo: ## show the component gallery; without a display take pictures of it into 
 designer: ## show the form designer on the gallery's forms; without a display take pictures of it into build/designer
 	$(bootstrap)
 	tools/run-designer $${presets##* }
+
+docs: ## make the pages and the reference into build/docs
+	tools/bootstrap || [ $$? = 2 ]
+	tools/make-docs
 
 bench: ## measure
 	$(bootstrap)
