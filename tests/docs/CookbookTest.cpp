@@ -5,6 +5,7 @@
 #include "kx/opensave/KxFileDlgControls.h"
 #include "kx/places/KxPlacesBarForm.h"
 #include "kx/win/Registry.h"
+#include "tests/folder/FolderDlgTest.h"
 #include "tests/support/DialogTest.h"
 
 namespace kx {
@@ -368,7 +369,8 @@ TEST_F(Cookbook, AFolderIsChosen) {
             answer = cookbook::AskForFolder(dialog);
             return true;
         },
-        {{"it is shown", Shown(dialog), [&] { dialog.SetSelFolder(Path("inner")); }},
+        {{"the tree", [&] { return IsShown(dialog) && FindTreeItem(TreeOf(dialog), "inner"); },
+          [&] { SelectTreeItem(TreeOf(dialog), "inner"); }},
          {"the folder", [&] { return dialog.SelFolder() == Path("inner"); }, [&] { dialog.CloseDialog(mrOk); }}});
     EXPECT_EQ(answer, Path("inner"));
 }
@@ -377,7 +379,7 @@ TEST_F(Cookbook, FilesAreInTheTree) {
     auto& dialog = *new TKxFolderDialog(Owner.get());
     cookbook::PickFilesInTree(dialog);
     EXPECT_TRUE(dialog.OptionsEx().Contains(ffIncludeFiles));
-    Look(dialog, [&] { EXPECT_NE(FindDescendant(dialog.DialogWindow(), "Edit"), nullptr); });
+    Look(dialog, [&] { EXPECT_TRUE(IsWindowVisible(FindDescendant(dialog.DialogWindow(), "Edit"))); });
 }
 
 TEST_F(Cookbook, TheColourDialogIsRestricted) {
