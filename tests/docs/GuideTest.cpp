@@ -220,6 +220,7 @@ TEST_F(Guide, Step9BringsBackWhatTheUserHasDone) {
                                    Perform("a copy", [] { guide::OptionsForm->CopyBox->SetChecked(true); }),
                                    Choose("House.bmp")}));
     guide::OptionsForm->CopyBox->SetChecked(false);
+    SetCurrentDirectoryA(Folder.Path().c_str()); // else the next dialog would begin where the first one has left it
     auto& next = *new TKxOpenDialog(Owner.get());
     guide::TakeSteps(next, guide::StepCount);
     EXPECT_TRUE(guide::OptionsForm->CopyBox->Checked());
@@ -228,31 +229,10 @@ TEST_F(Guide, Step9BringsBackWhatTheUserHasDone) {
                       [&] { SelectItem(FileListOf(next.DlgHandle()), "Lake.bmp"); }},
                      {"the drawing", [&] { return ShowsDrawing(); }, [&] { PagePicture("guide-9", next.DlgHandle()); }},
                      Cancel(next)});
+    SetCurrentDirectoryA("C:\\"); // the folder goes with the test
 }
 
 // --- The program
-
-struct TOfProcess {
-    DWORD Id;
-    HWND Dialog;
-};
-
-BOOL CALLBACK TakeDialog(HWND window, LPARAM data) {
-    auto& wanted = *reinterpret_cast<TOfProcess*>(data);
-    DWORD id = 0;
-    GetWindowThreadProcessId(window, &id);
-    if (id == wanted.Id && IsWindowVisible(window) && ClassOf(window) == "#32770") {
-        wanted.Dialog = window;
-    }
-    return TRUE;
-}
-
-/// The dialog that the process shows; null: none yet.
-HWND DialogOf(DWORD process) {
-    TOfProcess found{process, nullptr};
-    EnumWindows(TakeDialog, reinterpret_cast<LPARAM>(&found));
-    return found.Dialog;
-}
 
 class GuideProgram : public testing::TestWithParam<int> {};
 
@@ -260,8 +240,9 @@ TEST_P(GuideProgram, ShowsTheDialogAndEnds) {
     HWND dialog = nullptr;
     const DWORD code =
         RunProgram("../../examples/guide/program/guide_program.exe", IntToStr(GetParam()), [&](DWORD process) {
-            HWND shown = DialogOf(process);
-            if (shown && IsWindowEnabled(shown)) {
+            HWND shown = dialog ? nullptr : FindWindowA("#32770", "Open drawing");
+            DWORD owner = 0;
+            if (shown && GetWindowThreadProcessId(shown, &owner) && owner == process && IsWindowVisible(shown)) {
                 dialog = shown;
                 PostMessageA(shown, WM_COMMAND, IDCANCEL, 0);
             }
