@@ -211,6 +211,9 @@ bool TKxCustomFolderDialog::Execute() {
 }
 
 HWND TKxCustomFolderDialog::BrowserOwner() const {
+    if (OwnerWindow()) {
+        return SystemOwner();
+    }
     HWND owner = nullptr;
     bool hasShownForm = false;
     KxInFormsThread([&] {

@@ -18,7 +18,7 @@ enum TKxDlgPosition : uint8_t {
     dpDefault,        ///< Where the system puts it.
     dpScrCenter,      ///< Centred on the screen.
     dpMainFormCenter, ///< Centred over the application's main form.
-    dpOwnerCenter,    ///< Centred over the form that owns the dialog component.
+    dpOwnerCenter,    ///< Centred over the dialog's OwnerWindow, else over the form that owns the component.
     dpFormCenter      ///< Centred over the form chosen in the position parameters.
 };
 KX_ENUM(TKxDlgPosition, "dpDefault", "dpScrCenter", "dpMainFormCenter", "dpOwnerCenter", "dpFormCenter")

@@ -3,6 +3,7 @@
 #include "kx/frame/KxCustDlgParams.h"
 
 #include "kx/frame/KxDlgGeometry.h"
+#include "kx/ui/dialogs/Dialogs.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
@@ -42,6 +43,17 @@ template <class F> void CenterOverForm(HWND window, F find) {
     }
 }
 
+/// Centres the window over the one that the dialog belongs to. False when none is set.
+bool CenterOverOwnerWindow(HWND window, const TKxCustDlgParams& params) {
+    const auto* const dialog = dynamic_cast<const TCommonDialog*>(params.Dlg());
+    HWND owner = dialog ? GetAncestor(dialog->OwnerWindow(), GA_ROOT) : nullptr;
+    if (!owner || owner == GetDesktopWindow()) {
+        return false;
+    }
+    MoveWindowTo(window, CenterOver(KxWindowRect(window), KxWindowRect(owner)));
+    return true;
+}
+
 /// The form that owns the dialog component; null when something else, or nothing, owns it.
 TCustomForm* OwnerForm(const TKxCustDlgParams& params) {
     return params.Dlg() ? dynamic_cast<TCustomForm*>(params.Dlg()->Owner()) : nullptr;
@@ -64,7 +76,11 @@ void KxSetPosition(HWND window, const TKxCustDlgParams& params) {
     case dpDefault: break;
     case dpScrCenter: KxCenterWindow(window); break;
     case dpMainFormCenter: CenterOverForm(window, [] { return static_cast<TCustomForm*>(nullptr); }); break;
-    case dpOwnerCenter: CenterOverForm(window, [&] { return OwnerForm(params); }); break;
+    case dpOwnerCenter:
+        if (!CenterOverOwnerWindow(window, params)) {
+            CenterOverForm(window, [&] { return OwnerForm(params); });
+        }
+        break;
     case dpFormCenter: CenterOverForm(window, [&] { return details.Form(); }); break;
     }
     const TRect placed = KxWindowRect(window);

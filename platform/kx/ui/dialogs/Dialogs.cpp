@@ -57,7 +57,7 @@ private:
 class TModalScope {
 public:
     explicit TModalScope(HWND owner)
-        : FActive(GetActiveWindow()), FFocus(GetFocus()), FOwner(IsWindowEnabled(owner) != 0 ? owner : nullptr),
+        : FActive(GetActiveWindow()), FFocus(GetFocus()), FOwner(owner), FOwnerEnabled(IsWindowEnabled(owner) != 0),
           FInApplicationThread(InApplicationThread()), FDpi(owner) {
         if (FInApplicationThread) {
             Application().ModalStarted();
@@ -71,8 +71,9 @@ public:
     ~TModalScope() {
         EnableTaskWindows(FDisabled);
         // Any of the windows may have died with the dialog. One that was destroyed, not ended, left its owner disabled.
+        // Not every system leaves an owner disabled that was so before.
         if (IsWindow(FOwner) != 0) {
-            EnableWindow(FOwner, TRUE);
+            EnableWindow(FOwner, FOwnerEnabled);
         }
         if (FActive != GetActiveWindow() && CanTakeFocus(FActive)) {
             SetActiveWindow(FActive);
@@ -88,7 +89,8 @@ public:
 private:
     HWND FActive;
     HWND FFocus;
-    HWND FOwner; ///< Null when it was disabled before.
+    HWND FOwner;
+    bool FOwnerEnabled; ///< Before the dialog.
     bool FInApplicationThread;
     TTaskWindowList FDisabled;
     TDpiScope FDpi; ///< The dialog, and what is docked in it, see the screen as the owner does.
@@ -184,6 +186,11 @@ void TCommonDialog::AttachHandle(HWND window) {
 
 void TCommonDialog::DialogShown() {
     FShown = true;
+    if (IsHeldForThisThread() && IsWindow(FOwnerWindow)) {
+        if (HWND owner = TopLevelOwner()) {
+            SetWindowLongPtrA(DialogWindow(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+        }
+    }
     DoShow();
 }
 
@@ -236,7 +243,23 @@ bool TCommonDialog::TaskModalDialog(HWND owner, const std::function<bool()>& dia
     return result;
 }
 
-HWND TCommonDialog::OwnerWindow() {
+/// Null when no owner window is set.
+HWND TCommonDialog::TopLevelOwner() const {
+    if (!FOwnerWindow || FOwnerWindow == GetDesktopWindow()) { // which the system would disable for all programs
+        return nullptr;
+    }
+    if (!IsWindow(FOwnerWindow)) {
+        throw EInvalidOperation("The owner window of the dialog has been destroyed");
+    }
+    return GetAncestor(FOwnerWindow, GA_ROOT);
+}
+
+HWND TCommonDialog::SystemOwner() const {
+    if (HWND owner = TopLevelOwner()) {
+        // The system disables the window that it is given. One that stays usable becomes the owner when the dialog is
+        // there.
+        return IsHeldForThisThread() ? Application().Handle() : owner;
+    }
     HWND active = GetActiveWindow();
     if (active) {
         return active;
@@ -270,6 +293,11 @@ const TDialogHold* TCommonDialog::HoldOfAnotherThread() const {
     const auto hold = std::find_if(FHolds.begin(), FHolds.end(),
                                    [](const TDialogHold* h) { return h->FThreadId != GetCurrentThreadId(); });
     return hold == FHolds.end() ? nullptr : *hold;
+}
+
+bool TCommonDialog::IsHeldForThisThread() const {
+    return std::any_of(FHolds.begin(), FHolds.end(),
+                       [](const TDialogHold* hold) { return hold->FThreadId == GetCurrentThreadId(); });
 }
 
 /// Ends the dialog and lets go of it. The system may be in the middle of a message of its windows and needs them until

@@ -36,6 +36,7 @@ class TCommonDialog : public TComponent {
 
     /// Shows the dialog and returns true when the user confirmed it.
     /// @throws EInvalidOperation "Dialog is already shown"
+    /// @throws EInvalidOperation "The owner window of the dialog has been destroyed"
     virtual bool Execute() = 0;
 
     /// While the dialog is shown: the window through which the system talks to the component; else null. For the
@@ -43,6 +44,14 @@ class TCommonDialog : public TComponent {
     HWND Handle() const { return FHandle; }
     /// The dialog's top-level window while it is shown, else null.
     virtual HWND DialogWindow() const;
+
+    /// The window that the dialog belongs to, of the framework or of anybody: the dialog stays above it, it is disabled
+    /// while the dialog is shown, and is the active one behind it. Of a child it is the top-level window around it. Not
+    /// owned by the component; a change concerns the next showing. Null, or the desktop: the active window of this
+    /// thread, else the active form's, else the application's.
+    /// A dialog that is shown without blocking (TKxModelessDialog) stays above its owner, which can be used meanwhile.
+    HWND OwnerWindow() const { return FOwnerWindow; }
+    void SetOwnerWindow(HWND value) { FOwnerWindow = value; }
 
     const TNotifyEvent& OnShow() const { return FOnShow; }
     void SetOnShow(TNotifyEvent value) { FOnShow = std::move(value); }
@@ -72,9 +81,10 @@ protected:
     /// @throws EInvalidOperation when the component shows its dialog already.
     bool TaskModalDialog(HWND owner, const std::function<bool()>& dialogFunc);
 
-    /// Owner window for the system dialog: the active window of this thread, else the active form's, else the
-    /// application's. In other threads than the application's no form is asked for.
-    static HWND OwnerWindow();
+    /// Owner window for the system dialog: OwnerWindow, or the window that stands for it. In other threads than the
+    /// application's no form is asked for.
+    /// @throws EInvalidOperation when OwnerWindow has been destroyed.
+    HWND SystemOwner() const;
 
     /// Ends the component's life and closes the dialog if it is shown: for destructors only. When this returns, DoClose
     /// has run and the component has let go of the windows. They are gone from the screen. The system destroys them as
@@ -92,8 +102,11 @@ private:
     void CloseFromOutside(const std::shared_ptr<void>& over) const;
     void CancelShown() const;
     const TDialogHold* HoldOfAnotherThread() const;
+    bool IsHeldForThisThread() const; ///< It is shown here without blocking the thread that it lives in.
+    HWND TopLevelOwner() const;
 
     HWND FHandle = nullptr;
+    HWND FOwnerWindow = nullptr;
     TSubclass FSubclass;
     std::vector<TDialogHold*> FHolds;
     std::shared_ptr<void> FRunning; ///< Signalled when the TaskModalDialog that shows the dialog is over; else null.

@@ -82,7 +82,7 @@ bool TColorDialog::Execute() {
     run.TakeColors(FCustomColors);
     CHOOSECOLORA& record = run.Record;
     record.lStructSize = sizeof(record);
-    record.hwndOwner = OwnerWindow();
+    record.hwndOwner = SystemOwner();
     record.rgbResult = ColorToRGB(FColor);
     record.lpCustColors = run.CustomColors.data();
     record.Flags = FlagsOf(FOptions);

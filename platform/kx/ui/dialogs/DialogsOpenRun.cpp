@@ -194,7 +194,7 @@ TOpenDialog::TRun::TRun(TOpenDialog& dialog)
         std::copy(name.begin(), name.end(), FNames.Last().begin());
     }
     Record.lStructSize = sizeof(Record);
-    Record.hwndOwner = OwnerWindow();
+    Record.hwndOwner = dialog.SystemOwner();
     OwnerEnabled = IsWindowEnabled(Record.hwndOwner) != 0;
     Record.hInstance = HInstance();
     Record.lpstrFilter = dialog.FFilter.empty() ? nullptr : FFilter.c_str();

@@ -130,7 +130,7 @@ DWORD TPrintDialog::TRun::Flags() const {
 
 void TPrintDialog::TRun::Prepare() {
     Record.lStructSize = sizeof(Record);
-    Record.hwndOwner = OwnerWindow();
+    Record.hwndOwner = Dialog->SystemOwner();
     Record.hInstance = HInstance();
     Record.hDevNames = Dialog->FPrinter.NewDevNames();
     Record.hDevMode = Dialog->FPrinter.NewDevMode();
