@@ -3,17 +3,20 @@
 #include "kx/core/Objects.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/Lasting.h"
 #include "kx/core/TypInfo.h"
 
 #include <algorithm>
 
 namespace kx {
 
-TClass::TClass(std::string_view name, const TClass* parent) : FName(name), FParent(parent) {}
+TClass::TClass(std::string_view name, const TClass* parent) : FName(name), FParent(parent) {
+    detail::NoteLasting(this, [](void* cls) { delete static_cast<TClass*>(cls); });
+}
 TClass::~TClass() = default;
 
 const TClass& TObject::StaticClass() {
-    static const TClass& cls = *new TClass("TObject", nullptr); // never freed, as those of all other classes
+    static const TClass& cls = *new TClass("TObject", nullptr); // it lasts, as those of all other classes
     return cls;
 }
 

@@ -15,9 +15,15 @@ namespace kx {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interface
 
+/// How many objects of this module others may still call.
+inline constinit std::atomic<long> CountedObjects{0};
+
 /// An object of the system's interface I that counts its users, the first of whom is its maker.
 template <class I> class TCountedObject : public I {
 public:
+    TCountedObject() { ++CountedObjects; }
+    TCountedObject(const TCountedObject&) = delete;
+    TCountedObject& operator=(const TCountedObject&) = delete;
     ULONG STDMETHODCALLTYPE AddRef() override { return ++FUsers; }
     ULONG STDMETHODCALLTYPE Release() override {
         const ULONG left = --FUsers;
@@ -28,7 +34,7 @@ public:
     }
 
 protected:
-    virtual ~TCountedObject() = default;
+    virtual ~TCountedObject() { --CountedObjects; }
 
 private:
     std::atomic<ULONG> FUsers = 1;

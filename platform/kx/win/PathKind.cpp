@@ -2,8 +2,10 @@
 
 #include "kx/win/PathKind.h"
 
+#include "kx/core/Lasting.h"
 #include "kx/win/ExclusiveLock.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Module.h"
 #include "kx/win/Windows.h"
 
 #include <atomic>
@@ -68,7 +70,7 @@ struct TPathQuestion::TState {
 class TPathQuestion::TWorkers {
 public:
     static TWorkers& All() {
-        static auto& all = *new TWorkers; // never freed: threads may outlive static objects
+        static auto& all = Lasting<TWorkers>(); // threads may outlive static objects
         return all;
     }
 
@@ -81,7 +83,7 @@ public:
         state = std::make_shared<TState>(path);
         auto work = std::make_unique<TWork>(TWork{state, nullptr});
         // The thread may be stuck for long: its code has to stay, whoever unloads the module.
-        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&Run), &work->Module);
+        work->Module = HoldModule().release();
         const unique_handle_object thread(CreateThread(nullptr, 0, Run, work.get(), 0, nullptr));
         if (thread) {
             static_cast<void>(work.release());

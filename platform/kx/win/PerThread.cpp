@@ -2,6 +2,7 @@
 
 #include "kx/win/PerThread.h"
 
+#include "kx/win/Module.h"
 #include "kx/win/Windows.h"
 
 namespace kx::detail {
@@ -11,7 +12,7 @@ TThreadValue::TThreadValue(TFree free) : FIndex(FlsAlloc(free)) {}
 TThreadValue::~TThreadValue() {
     // A thread that ended after the unloading would call what is not there any more. At the end of a program other
     // threads may still use theirs.
-    if (HInstance() != GetModuleHandleA(nullptr)) {
+    if (IsInLibrary()) {
         FlsFree(FIndex);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "kx/win/Thunk.h"
 
+#include "kx/core/Lasting.h"
 #include "kx/win/ExclusiveLock.h"
 #include "kx/win/Handles.h"
 #include "kx/win/System.h"
@@ -10,6 +11,7 @@
 #include <cstring>
 #include <deque>
 #include <utility>
+#include <vector>
 
 #if !(defined(__i386__) || defined(_M_IX86) || defined(__x86_64__) || (defined(_M_X64) && !defined(_M_ARM64EC)))
 #error "Thunks are written for the processors x86 and x64"
@@ -31,9 +33,18 @@ struct TThunk::TSlot {
 /// A process may be forbidden to make code. Then there are as many thunks as the program holds procedures for them.
 class TThunkPool {
 public:
+    TThunkPool() { AddBuiltIn(std::make_index_sequence<BuiltInCount>()); }
+    TThunkPool(const TThunkPool&) = delete;
+    TThunkPool& operator=(const TThunkPool&) = delete;
+    ~TThunkPool() {
+        for (void* const page : FPages) {
+            VirtualFree(page, 0, MEM_RELEASE);
+        }
+    }
+
     static TThunkPool& Instance() {
-        static auto* const pool = new TThunkPool; // never freed: windows may outlive static objects
-        return *pool;
+        static auto& pool = Lasting<TThunkPool>(); // windows may outlive static objects
+        return pool;
     }
 
     /// Null, with the system's error code set, when there is none left.
@@ -56,6 +67,7 @@ public:
         free->pop_front();
         slot->Object = object;
         slot->Target = target;
+        ++FUsed;
         return slot;
     }
 
@@ -63,7 +75,13 @@ public:
         const TExclusiveLock lock(FLock);
         slot->Target = Dead;
         slot->Object = nullptr;
+        --FUsed;
         (slot->IsMade ? FMade : FBuiltIn).push_back(slot);
+    }
+
+    size_t Used() {
+        const TExclusiveLock lock(FLock);
+        return FUsed;
     }
 
 private:
@@ -72,8 +90,6 @@ private:
     static constexpr size_t CodeSize = 16; ///< Of one thunk.
     static constexpr size_t Count = PageSize / CodeSize;
     static constexpr size_t BuiltInCount = TThunk::MaxBuiltIn;
-
-    TThunkPool() { AddBuiltIn(std::make_index_sequence<BuiltInCount>()); }
 
     static LRESULT CALLBACK Dead(void*, UINT, WPARAM, LPARAM) { return 0; }
 
@@ -112,6 +128,7 @@ private:
             return false;
         }
         FlushInstructionCache(GetCurrentProcess(), code, PageSize);
+        FPages.push_back(code);
         for (size_t i = 0; i < Count; ++i) {
             FMade.push_back(&slots[i]);
         }
@@ -148,6 +165,8 @@ private:
     SRWLOCK FLock = SRWLOCK_INIT;
     std::deque<TThunk::TSlot*> FMade;
     std::deque<TThunk::TSlot*> FBuiltIn;
+    std::vector<void*> FPages;
+    size_t FUsed = 0;
 };
 
 TThunk::TSlot TThunkPool::BuiltInSlots[BuiltInCount];
@@ -159,6 +178,8 @@ TThunk::TThunk(TTarget target, void* object) : FSlot(TThunkPool::Instance().Take
 }
 
 TThunk::~TThunk() { TThunkPool::Instance().Give(FSlot); }
+
+size_t TThunk::Used() { return TThunkPool::Instance().Used(); }
 
 WNDPROC TThunk::Procedure() const { return FSlot->Procedure; }
 

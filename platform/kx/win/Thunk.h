@@ -15,7 +15,7 @@ namespace kx {
 /// another.
 ///
 /// A thunk is not on the stack while its target runs, so its object may go at any time. An address that was handed out
-/// stays callable for the life of the process: after the thunk is gone it answers 0 until, as late as possible, another
+/// stays callable for the life of the module: after the thunk is gone it answers 0 until, as late as possible, another
 /// thunk takes it. Whoever may still be called (a subclassed window) therefore keeps the thunk; see TSubclass.
 class TThunk {
 public:
@@ -30,6 +30,8 @@ public:
     ~TThunk();
 
     WNDPROC Procedure() const;
+
+    static size_t Used(); ///< How many there are in the process: of controls, and of windows that are subclassed.
 
 private:
     struct TSlot;

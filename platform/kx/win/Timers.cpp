@@ -3,6 +3,8 @@
 #include "kx/win/Timers.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/Lasting.h"
+#include "kx/win/ThreadWindow.h"
 #include "kx/win/Windows.h"
 
 #include <mutex>
@@ -21,8 +23,8 @@ struct TRunningTimers {
 };
 
 TRunningTimers& Running() {
-    static auto* const timers = new TRunningTimers; // never freed: timers may outlive static objects
-    return *timers;
+    static auto& timers = Lasting<TRunningTimers>(); // timers may outlive static objects
+    return timers;
 }
 
 TTimer* FindTimer(UINT_PTR id) {
@@ -41,14 +43,8 @@ void CALLBACK OnSystemTimer(HWND window, UINT, UINT_PTR id, DWORD) {
     });
 }
 
-/// An invisible window of the calling thread, to which its timers belong. The system destroys it with the thread.
-HWND TimerWindow() {
-    thread_local HWND window = nullptr;
-    if (!window) {
-        window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, HInstance(), nullptr);
-    }
-    return window;
-}
+/// To which the timers of a thread belong.
+constexpr TThreadWindow TimerWindow;
 
 } // namespace
 
@@ -106,7 +102,7 @@ void TTimer::UpdateTimer() {
     if (!FEnabled || FInterval == 0 || !FOnTimer) {
         return;
     }
-    FWindow = TimerWindow();
+    FWindow = TimerWindow.Handle();
     {
         const std::lock_guard lock(Running().Lock);
         FId = ++Running().LastId;

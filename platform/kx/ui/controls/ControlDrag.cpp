@@ -7,6 +7,7 @@
 #include "kx/ui/controls/Controls.h"
 #include "kx/win/Handles.h"
 #include "kx/win/PerThread.h"
+#include "kx/win/ThreadWindow.h"
 #include "kx/win/Windows.h"
 
 #include <cstdlib>
@@ -311,20 +312,8 @@ void TDragSession::ControlGone(const TControl& control) {
 // --- Mouse and keyboard while it lasts
 
 HWND TDragSession::Window() {
-    static const wchar_t className[] = L"KxDragCapture";
-    static const ATOM registered = [] {
-        WNDCLASSW cls = {};
-        cls.lpfnWndProc = WindowProc;
-        cls.hInstance = HInstance();
-        cls.lpszClassName = className;
-        return RegisterClassW(&cls);
-    }();
-    thread_local HWND window = nullptr; // the system destroys it with the thread
-    if (!window && registered) {
-        window = CreateWindowExW(WS_EX_TOOLWINDOW, className, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(),
-                                 nullptr);
-    }
-    return window;
+    static constexpr TThreadWindow window(L"KxDragCapture", WindowProc);
+    return window.Handle();
 }
 
 LRESULT CALLBACK TDragSession::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -3,6 +3,7 @@
 #include "kx/ui/controls/Menus.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/Lasting.h"
 #include "kx/ui/controls/ActnList.h"
 #include "kx/ui/controls/MenusCommands.h"
 #include "kx/win/Windows.h"
@@ -29,8 +30,8 @@ struct TCommands {
 };
 
 TCommands& Commands() {
-    static auto* const commands = new TCommands; // never freed: menus may outlive static objects
-    return *commands;
+    static auto& commands = Lasting<TCommands>(); // menus may outlive static objects
+    return commands;
 }
 
 } // namespace

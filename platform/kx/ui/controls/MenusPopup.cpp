@@ -6,6 +6,7 @@
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/MenusCommands.h"
 #include "kx/ui/controls/MessageFrames.h"
+#include "kx/win/ThreadWindow.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
@@ -221,24 +222,8 @@ LRESULT CALLBACK PopupOwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-/// The hidden window of the calling thread that owns its popup menus while they are open. The system destroys it with
-/// the thread, since commands may arrive as long as the thread has a message loop.
-HWND PopupOwner() {
-    static const wchar_t className[] = L"KxPopupMenuOwner";
-    static const ATOM registered = [] {
-        WNDCLASSW cls = {};
-        cls.lpfnWndProc = PopupOwnerProc;
-        cls.hInstance = HInstance();
-        cls.lpszClassName = className;
-        return RegisterClassW(&cls);
-    }();
-    thread_local HWND window = nullptr;
-    if (!window && registered) {
-        window = CreateWindowExW(WS_EX_TOOLWINDOW, className, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(),
-                                 nullptr);
-    }
-    return window;
-}
+/// Owns the popup menus of a thread while they are open. Commands may arrive as long as the thread has a message loop.
+constexpr TThreadWindow PopupOwner(L"KxPopupMenuOwner", PopupOwnerProc);
 
 } // namespace
 
@@ -272,7 +257,7 @@ void TPopupMenu::Popup(int x, int y) {
         alignment = TPM_LAYOUTRTL | (swaps ? alignment ^ TPM_RIGHTALIGN : alignment);
     }
     // The menu may go while it is open; nothing of it is used behind this.
-    TrackPopupMenu(Handle(), alignment | buttons[FTrackButton], x, y, 0, PopupOwner(), nullptr);
+    TrackPopupMenu(Handle(), alignment | buttons[FTrackButton], x, y, 0, PopupOwner.Handle(), nullptr);
 }
 
 void TPopupMenu::CloseMenu() { EndMenu(); }

@@ -3,8 +3,10 @@
 #include "kx/ui/controls/Controls.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/Lasting.h"
 #include "kx/ui/controls/MessageFrames.h"
 #include "kx/ui/controls/ParentForm.h"
+#include "kx/ui/controls/WindowClasses.h"
 #include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
@@ -53,73 +55,12 @@ private:
 };
 
 TWindowMap& Windows() {
-    static auto* const map = new TWindowMap; // never freed: windows may outlive static objects
-    return *map;
+    static auto& map = Lasting<TWindowMap>(); // windows may outlive static objects
+    return map;
 }
 
 /// The control whose window this thread is creating; its window finds it here in its first message.
 thread_local TWinControl* CreatingControl = nullptr;
-
-/// A registered window class. Its windows are Unicode windows whatever the program's code page is: the system's
-/// procedures keep their texts as UTF-16, and characters that the user types come whole.
-struct TWindowClass {
-    std::wstring Name;
-    WNDPROC DefWndProc = nullptr;
-};
-
-WNDCLASSW SystemClass(const std::string& className) {
-    const std::wstring name = ToWide(className);
-    WNDCLASSW info;
-    if (!GetClassInfoW(HInstance(), name.c_str(), &info) && !GetClassInfoW(nullptr, name.c_str(), &info)) {
-        RaiseLastOSError(ERROR_CLASS_DOES_NOT_EXIST);
-    }
-    return info;
-}
-
-TWindowClass RegisterWindowClass(const std::string& className, const TCreateParams& params, WNDPROC initial) {
-    static SRWLOCK lock = SRWLOCK_INIT;
-    static auto& classes = *new std::unordered_map<std::string, TWindowClass>;
-    const std::string key = className + "|" + params.BaseClass + "|" + IntToStr(params.ClassStyle);
-
-    AcquireSRWLockExclusive(&lock);
-    const auto known = classes.find(key);
-    TWindowClass result = known == classes.end() ? TWindowClass{} : known->second;
-    ReleaseSRWLockExclusive(&lock);
-    if (result.DefWndProc) {
-        return result;
-    }
-
-    WNDCLASSW info{};
-    if (params.BaseClass.empty()) {
-        info.lpfnWndProc = DefWindowProcW;
-        info.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-        info.style = params.ClassStyle;
-    } else {
-        info = SystemClass(params.BaseClass);
-        info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
-        info.lpszMenuName = nullptr;
-    }
-    result.DefWndProc = info.lpfnWndProc;
-    info.lpfnWndProc = initial;
-    info.hInstance = HInstance();
-    const std::wstring wantedName = ToWide(className);
-    result.Name = wantedName;
-    // Classes of the same name, from different namespaces or other modules of the process, get a number behind it.
-    for (int i = 2;; ++i) {
-        info.lpszClassName = result.Name.c_str();
-        if (RegisterClassW(&info)) {
-            break;
-        }
-        if (GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
-            RaiseLastOSError();
-        }
-        result.Name = wantedName + L"." + std::to_wstring(i);
-    }
-    AcquireSRWLockExclusive(&lock);
-    classes[key] = result;
-    ReleaseSRWLockExclusive(&lock);
-    return result;
-}
 
 } // namespace
 
@@ -231,7 +172,7 @@ void TWinControl::CreateWnd() {
     if (!FThunk) {
         FThunk = std::make_unique<TThunk>(MainWndProc, this);
     }
-    const TWindowClass windowClass = RegisterWindowClass(ClassName(), params, InitialWndProc);
+    const detail::TWindowClass windowClass = detail::WindowClassFor(ClassName(), params, InitialWndProc);
     FSystemClass = !params.BaseClass.empty();
     FDefWndProc = windowClass.DefWndProc;
 

@@ -4,10 +4,12 @@
 
 #include "kx/core/Barrier.h"
 #include "kx/core/FormText.h"
+#include "kx/core/Lasting.h"
 #include "kx/ui/controls/ControlHost.h"
 #include "kx/ui/controls/MessageFrames.h"
 #include "kx/ui/forms/FormsThreads.h"
 #include "kx/ui/forms/HintTip.h"
+#include "kx/win/Module.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>
@@ -19,6 +21,7 @@ namespace {
 TApplication* TheApplication = nullptr;
 
 constexpr UINT WM_RUNQUEUE = WM_APP + 1;
+constexpr wchar_t ClassNameOfWindow[] = L"TApplication";
 
 std::string Convert(std::string_view text, UINT from, UINT to) {
     if (text.empty() || GetACP() == CP_UTF8) {
@@ -81,12 +84,16 @@ const bool Installed = [] {
     static constinit TFormsHost host;
     SetControlHost(host);
     SetExceptionSink([] { Application().HandleException(nullptr); });
+    SetLastingEnds(IsInLibrary()); // nobody uses it yet
     return true;
 }();
 
 } // namespace
 
 TApplication& Application() {
+    if (IsInLibrary()) {
+        return LibraryApplication();
+    }
     static TApplication application;
     return application;
 }
@@ -107,6 +114,8 @@ TApplication* TApplication::Existing() { return TheApplication; }
 TApplication::TApplication()
     : FQueue(std::make_unique<TQueue>()), FThreadId(GetCurrentThreadId()), FHintTip(std::make_unique<THintTip>()) {
     TheApplication = this;
+    SetLastingEnds(false);
+    AcceptSynchronized();
     InstallCodePage();
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_PAGESCROLLER_CLASS};
     InitCommonControlsEx(&controls);
@@ -114,14 +123,16 @@ TApplication::TApplication()
     WNDCLASSW info{};
     info.lpfnWndProc = WindowProc;
     info.hInstance = HInstance();
-    info.lpszClassName = L"TApplication";
+    info.lpszClassName = ClassNameOfWindow;
     RegisterClassW(&info);
     FHandle = CreateWindowExW(0, info.lpszClassName, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, HInstance(), nullptr);
     if (!FHandle) {
         RaiseLastOSError();
     }
-    if (const HICON icon = LoadIconA(GetModuleHandleA(nullptr), "MAINICON")) {
-        FIcon.SetHandle(CopyIcon(icon));
+    for (const HINSTANCE module : {HInstance(), static_cast<HINSTANCE>(GetModuleHandleA(nullptr))}) {
+        if (const HICON icon = FIcon.Empty() ? LoadIconA(module, "MAINICON") : nullptr) {
+            FIcon.SetHandle(CopyIcon(icon));
+        }
     }
 }
 
@@ -137,6 +148,7 @@ TApplication::~TApplication() {
     TheApplication = nullptr;
     DestroyWindow(FHandle);
     FHandle = nullptr;
+    UnregisterClassW(ClassNameOfWindow, HInstance());
 }
 
 HWND TApplication::Handle() { return FHandle; }
@@ -271,6 +283,7 @@ void TApplication::ShowException(const std::exception& e) { MessageBox(e.what(),
 
 void TApplication::Run() {
     FTerminated = false;
+    const TFieldScope running(*this, FRunLevel, FRunLevel + 1);
     if (FMainForm) {
         FMainForm->SetVisible(true);
     }
@@ -292,6 +305,7 @@ void TApplication::ProcessMessages() {
     MSG message;
     while (ProcessMessage(message)) {
     }
+    PassQuitOn();
 }
 
 void TApplication::HandleMessage() {
@@ -306,17 +320,15 @@ bool TApplication::ProcessMessage(MSG& message) {
         return false;
     }
     if (message.message == WM_QUIT) {
-        FTerminated = FTerminated || InOwnThread();
+        if (InOwnThread()) {
+            FTerminated = true;
+            FQuitCode = static_cast<int>(message.wParam);
+            FPassesQuitOn = FRunLevel == 0;
+        }
         return false;
     }
     const detail::TMessageFrame frame;
-    bool handled = false;
-    if (InOwnThread()) {
-        Guarded([&] { FOnMessage(message, handled); });
-    }
-    if (!handled) {
-        Guarded([&] { handled = PreTranslate(message); });
-    }
+    const bool handled = OfferMessage(message);
     if (!handled && message.hwnd == FHandle && message.message == WM_RUNQUEUE) {
         Guarded([this] { RunQueue(detail::TMessageFrame::Depth() - 1); }); // this message has released no form
     } else if (!handled) {
@@ -324,6 +336,32 @@ bool TApplication::ProcessMessage(MSG& message) {
         DispatchMessageW(&message);
     }
     return true;
+}
+
+bool TApplication::PreTranslateMessage(MSG& message) {
+    const detail::TMessageFrame frame;
+    return OfferMessage(message);
+}
+
+/// True: it is done.
+bool TApplication::OfferMessage(MSG& message) {
+    bool handled = false;
+    if (InOwnThread()) {
+        Guarded([&] { FOnMessage(message, handled); });
+    }
+    if (!handled) {
+        Guarded([&] { handled = PreTranslate(message); });
+    }
+    return handled;
+}
+
+/// A loop of the framework has got the message that ends the program, and ends. Without Run a loop of the program's own
+/// waits for it.
+void TApplication::PassQuitOn() {
+    if (InOwnThread() && std::exchange(FPassesQuitOn, false)) {
+        FTerminated = false;
+        PostQuitMessage(FQuitCode);
+    }
 }
 
 bool TApplication::PreTranslate(MSG& message) {

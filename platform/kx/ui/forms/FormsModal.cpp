@@ -111,6 +111,7 @@ TModalResult TCustomForm::ShowModal() {
         FModal = false;
         Hide(); // fires OnHide, which may free it
     }
+    Application().PassQuitOn();
     Application().ModalFinished();
     if (failure) {
         std::rethrow_exception(failure);

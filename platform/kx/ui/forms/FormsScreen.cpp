@@ -3,13 +3,14 @@
 #include "kx/ui/forms/Forms.h"
 
 #include "kx/core/GlobalReferences.h"
+#include "kx/core/Lasting.h"
 #include "kx/win/Windows.h"
 
 namespace kx {
 
 TScreen& Screen() {
-    static auto* const screen = new TScreen; // never freed: forms may outlive static objects
-    return *screen;
+    static auto& screen = Lasting<TScreen>(); // forms may outlive static objects
+    return screen;
 }
 
 const TClass& TScreen::StaticClass() {

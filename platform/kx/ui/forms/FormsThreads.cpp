@@ -3,6 +3,7 @@
 #include "kx/ui/forms/FormsThreads.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/Lasting.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
@@ -58,16 +59,16 @@ struct TSynchronizedQueue {
         ReleaseSRWLockExclusive(&Lock);
         return call;
     }
-    void Close() {
+    void SetClosed(bool value) {
         AcquireSRWLockExclusive(&Lock);
-        Closed = true;
+        Closed = value;
         ReleaseSRWLockExclusive(&Lock);
     }
 };
 
 TSynchronizedQueue& Queue() {
-    static auto* const queue = new TSynchronizedQueue; // never freed: threads may outlive the application
-    return *queue;
+    static auto& queue = Lasting<TSynchronizedQueue>(); // threads may outlive the application
+    return queue;
 }
 
 std::exception_ptr ApplicationEnds() { return std::make_exception_ptr(EAbort("The application ends")); }
@@ -122,8 +123,10 @@ void TApplication::EndThreads() {
     }
 }
 
+void AcceptSynchronized() { Queue().SetClosed(false); }
+
 void RefuseSynchronized() {
-    Queue().Close();
+    Queue().SetClosed(true);
     while (TSynchronized* const call = Queue().Take()) {
         call->Failure = ApplicationEnds();
         SetEvent(call->Done.get());

@@ -5,6 +5,8 @@
 
 namespace kx {
 
+class TApplication;
+
 /// Sent to the application's hidden window: other threads wait for work in its thread.
 constexpr UINT WM_RUNSYNCHRONIZED = WM_APP + 2;
 
@@ -14,5 +16,10 @@ void WaitAnswering(HANDLE object);
 
 /// From now on the application does no more work for other threads. Those that wait for it now are let go.
 void RefuseSynchronized();
+void AcceptSynchronized(); ///< A new application does.
+
+bool AreThreadsRunning(); ///< TThreads that have begun and are not over.
+
+TApplication& LibraryApplication(); ///< That of a library, made when there is none.
 
 } // namespace kx

@@ -3,6 +3,7 @@
 #include "kx/ui/forms/Threads.h"
 
 #include "kx/core/Barrier.h"
+#include "kx/core/Lasting.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/forms/FormsThreads.h"
 #include "kx/win/ExclusiveLock.h"
@@ -35,8 +36,8 @@ unique_handle_object SameObject(HANDLE object) {
 class TThread::TRunning {
 public:
     static TRunning& Instance() {
-        static auto* const running = new TRunning; // never freed: threads may outlive the application
-        return *running;
+        static auto& running = Lasting<TRunning>(); // threads may outlive the application
+        return running;
     }
 
     void Add(TThread& thread) {
@@ -51,9 +52,12 @@ public:
             first = !std::exchange(FListens, true);
         }
         if (first) {
-            Application().Synchronize([] { Application().AtEnd([] { Instance().EndAll(); }); });
+            // The work goes with the application; the next one, in a library, is told anew.
+            const std::shared_ptr<void> listening(this, [](TRunning* running) { running->ApplicationGone(); });
+            Application().Synchronize([&] { Application().AtEnd([listening] { Instance().EndAll(); }); });
         }
     }
+    bool AreSomeRunning() { return static_cast<bool>(Running()); }
     void Remove(TThread& thread) {
         const TExclusiveLock lock(FLock);
         for (TEntry& entry : FThreads) {
@@ -72,6 +76,10 @@ private:
         unique_handle_object Handle;
     };
 
+    void ApplicationGone() {
+        const TExclusiveLock lock(FLock);
+        FListens = false;
+    }
     /// In the application's thread.
     void EndAll() {
         const ULONGLONG since = GetTickCount64();
@@ -127,6 +135,8 @@ private:
     DWORD FAsking = 0;         ///< ...by this thread.
     CONDITION_VARIABLE FAnswered = CONDITION_VARIABLE_INIT;
 };
+
+bool AreThreadsRunning() { return TThread::TRunning::Instance().AreSomeRunning(); }
 
 const TClass& TThread::StaticClass() {
     static const TClassBuilder<TThread> cls("TThread", TObject::StaticClass());

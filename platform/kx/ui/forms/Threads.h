@@ -75,6 +75,7 @@ protected:
     void EndAndWait();
 
 private:
+    friend bool AreThreadsRunning();
     class TRunning;
 
     static unsigned __stdcall ThreadProc(void* self);
