@@ -9,8 +9,8 @@
 
 namespace kx::test {
 
-DWORD RunProgram(const std::string& path, const std::string& arguments, const std::function<void(DWORD process)>& use) {
-    constexpr DWORD limit = 30'000; // milliseconds
+DWORD RunProgram(const std::string& path, const std::string& arguments, const std::function<void(DWORD process)>& use,
+                 DWORD seconds) {
     char self[MAX_PATH];
     GetModuleFileNameA(nullptr, self, MAX_PATH);
     std::string command = "\"" + ExtractFilePath(std::string(self)) + path + "\" " + arguments;
@@ -24,7 +24,7 @@ DWORD RunProgram(const std::string& path, const std::string& arguments, const st
     const unique_handle_object handle(process.hProcess);
     const unique_handle_object thread(process.hThread);
     DWORD code = 0;
-    const ULONGLONG end = GetTickCount64() + limit;
+    const ULONGLONG end = GetTickCount64() + seconds * 1000;
     while (use && WaitForSingleObject(handle.get(), 20) != WAIT_OBJECT_0 && GetTickCount64() < end) {
         use(process.dwProcessId);
     }
