@@ -62,6 +62,17 @@ protected:
     void Unload() { FModule.reset(); }
     static bool IsLoaded() { return GetModuleHandleA("kx_host_plugin.dll") != nullptr; }
     HINSTANCE Instance() const { return FModule.get(); }
+    /// The hidden window of the library's application; null when there is none.
+    HWND ApplicationWindow() const {
+        HWND window = nullptr;
+        while ((window = FindWindowExA(nullptr, window, "TApplication", nullptr)) != nullptr) {
+            if (reinterpret_cast<HINSTANCE>(GetClassLongPtrW(window, GCLP_HMODULE)) == Instance() &&
+                GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
+                break;
+            }
+        }
+        return window;
+    }
     /// What is done in the library's dialog.
     int ShowWith(std::function<void(HWND dialog)> inside) {
         return PluginShow(
@@ -96,7 +107,9 @@ TEST_F(Library, KeepsItsExceptionsToItself) {
 TEST_F(Library, GoesWhenItHasEnded) {
     PluginShow(Owner.Get(), 0, nullptr, nullptr);
     HINSTANCE instance = Instance();
+    EXPECT_NE(ApplicationWindow(), nullptr);
     EXPECT_TRUE(PluginEnd());
+    EXPECT_EQ(ApplicationWindow(), nullptr);
     WNDCLASSA info;
     EXPECT_FALSE(GetClassInfoA(instance, "TPluginForm", &info));
     EXPECT_FALSE(GetClassInfoA(instance, "TApplication", &info));
@@ -135,6 +148,7 @@ TEST_F(Library, DoesNotEndWhileItShowsADialog) {
     EXPECT_EQ(ShowWith([this](HWND dialog) {
                   EXPECT_FALSE(PluginEnd());
                   EXPECT_TRUE(IsWindowVisible(dialog));
+                  EXPECT_NE(ApplicationWindow(), nullptr) << "nothing of it has ended";
               }),
               PLUGIN_ALL);
     EXPECT_TRUE(PluginEnd());

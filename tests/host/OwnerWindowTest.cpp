@@ -184,6 +184,16 @@ TEST_F(ModelessOwnerWindow, IsBelowTheDialogAndCanBeUsed) {
     EXPECT_TRUE(Owner.Enabled());
 }
 
+TEST_F(ModelessOwnerWindow, OfAChildIsTheWindowAroundItToo) {
+    Close();
+    Dialog.SetOwnerWindow(Owner.AddChild(L"EDIT"));
+    Closed = false;
+    Runner.Show();
+    ASSERT_TRUE(PumpUntil(Shown(Dialog)));
+    EXPECT_EQ(GetWindow(Dialog.DialogWindow(), GW_OWNER), Owner.Get());
+    Close();
+}
+
 TEST_F(ModelessOwnerWindow, MayGoBeforeTheDialog) {
     Owner.Destroy();
     ASSERT_TRUE(PumpUntil([&] { return !IsWindow(Dialog.DialogWindow()) || Shown(Dialog)(); }));
