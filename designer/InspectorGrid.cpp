@@ -422,7 +422,7 @@ bool TInspectorGrid::Commit() {
     const std::string text = field->Text();
     FEdited = false;
     try {
-        SetText(*editor, text);
+        SetValueText(*editor, text);
         FError.clear();
     } catch (const EAbort&) {
         return false;
@@ -439,7 +439,7 @@ bool TInspectorGrid::Commit() {
     return !FEdited;
 }
 
-void TInspectorGrid::SetText(TPropertyEditor& editor, const std::string& text) {
+void TInspectorGrid::SetValueText(TPropertyEditor& editor, const std::string& text) {
     const TFieldScope filling(*this, FFilling, AttributesOf(editor).Contains(paAutoUpdate));
     if (ValueOf(editor) == text && editor.AllEqual()) {
         return;

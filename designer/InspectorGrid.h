@@ -93,7 +93,7 @@ private:
     void ShowField();
     void FieldChanged();
     void FieldKey(uint16_t& key, TShiftState shift);
-    void SetText(TPropertyEditor& editor, const std::string& text);
+    void SetValueText(TPropertyEditor& editor, const std::string& text);
     void Choose(int row, int y);
     void UpdateScroll();
     void Scroll(int to);

@@ -14,9 +14,8 @@ namespace {
 constexpr ULONGLONG StepPatience = 5000; // milliseconds
 
 const char* const Questions[QuestionCount] = {
-    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one question on two lines
-    "What is heard when the list has been filled: LVM_GETSELECTEDCOUNT in a WH_CALLWNDPROCRET hook, WM_SETREDRAW, "
-    "WM_PARENTNOTIFY for the view?",
+    ("What is heard when the list has been filled: LVM_GETSELECTEDCOUNT in a WH_CALLWNDPROCRET hook, WM_SETREDRAW, "
+     "WM_PARENTNOTIFY for the view?"), // one question on two lines
     "Is the list virtual? What does LVM_GETITEM say, what do LVM_DELETEITEM and RemoveObject do?",
     "Is a buffer used that CDN_SELCHANGE put into the record of the A function?",
     "Where are the view and control 1120 after a resize and after a change of folder?",
