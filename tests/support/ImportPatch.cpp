@@ -12,8 +12,9 @@ namespace kx::test {
 
 namespace {
 
+/// In the module that has the library: the program, or its DLL
 template <class T> T* At(DWORD_PTR offset) {
-    return reinterpret_cast<T*>(reinterpret_cast<BYTE*>(GetModuleHandleA(nullptr)) + offset);
+    return reinterpret_cast<T*>(reinterpret_cast<BYTE*>(HInstance()) + offset);
 }
 
 /// Where the program has the address of the function; null when it does not call it.
