@@ -83,7 +83,7 @@ void RestorePointer() {
     GetCursorPos(&mouse);
     const HWND window = WindowFromPoint(mouse);
     if (window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
-        SendMessageA(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
     }
 }
 

@@ -363,7 +363,7 @@ void TWinControl::EnabledChanged() {
 void TWinControl::FontChanged() {
     const TAlive alive(*this);
     if (FHandle && FSystemClass) {
-        SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), TRUE); // may resize it
+        SendMessageW(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), TRUE); // may resize it
     }
     if (alive) {
         Invalidate();

@@ -290,7 +290,7 @@ bool TWinControl::WantsKey(uint16_t, TShiftState) { return false; }
 /// Whether the key is one that the system's dialogs would leave to the control, or that the control asks for.
 bool TWinControl::KeepsKey(const MSG& message) {
     const auto code =
-        static_cast<UINT>(SendMessageA(FHandle, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message)));
+        static_cast<UINT>(SendMessageW(FHandle, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message)));
     switch (message.wParam) {
     case VK_TAB: return (code & (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0;
     case VK_LEFT:

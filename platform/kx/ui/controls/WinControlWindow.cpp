@@ -203,7 +203,7 @@ void TWinControl::CreateWnd() {
         MustOutlive([&] { SetWindowTextW(FHandle, longText.c_str()); });
     }
     if (FSystemClass) {
-        MustOutlive([this] { SendMessageA(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE); });
+        MustOutlive([this] { SendMessageW(FHandle, WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE); });
     }
 }
 

@@ -45,8 +45,8 @@ void TProgressBar::CreateWnd() {
 
 void TProgressBar::Apply() {
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), PBM_SETRANGE32, static_cast<WPARAM>(FMin), FMax);
-        SendMessageA(WindowHandle(), PBM_SETPOS, static_cast<WPARAM>(FPosition), 0);
+        SendMessageW(WindowHandle(), PBM_SETRANGE32, static_cast<WPARAM>(FMin), FMax);
+        SendMessageW(WindowHandle(), PBM_SETPOS, static_cast<WPARAM>(FPosition), 0);
     }
 }
 
@@ -183,7 +183,7 @@ void TStatusBar::ApplyParts() {
     }
     edges.resize(static_cast<size_t>(std::max(FPanels.Count(), 1)));
     edges.back() = -1; // to the end
-    SendMessageA(WindowHandle(), SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+    SendMessageW(WindowHandle(), SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
     if (FPanels.Count() == 0) {
         SetPartText(0, 0, {});
     }
@@ -213,7 +213,7 @@ void TStatusBar::ApplyPanel(int index) {
 void TStatusBar::ApplySimple() {
     if (HandleAllocated()) {
         const DWORD reading = UseRightToLeftReading() ? DWORD{SBT_RTLREADING} : 0;
-        SendMessageA(WindowHandle(), SB_SIMPLE, FSimplePanel, 0);
+        SendMessageW(WindowHandle(), SB_SIMPLE, FSimplePanel, 0);
         SetPartText(SB_SIMPLEID, reading, FSimpleText);
     }
 }

@@ -10,7 +10,7 @@ namespace kx {
 /// system drops its texts.
 void TListView::ApplyColumns() {
     while (FWindowColumns > FColumns.Count()) {
-        SendMessageA(WindowHandle(), LVM_DELETECOLUMN, static_cast<WPARAM>(--FWindowColumns), 0);
+        SendMessageW(WindowHandle(), LVM_DELETECOLUMN, static_cast<WPARAM>(--FWindowColumns), 0);
     }
     for (int i = 0; i < FColumns.Count(); ++i) {
         ApplyColumn(i);

@@ -37,7 +37,7 @@ TListItem& TListItems::Insert(int index) {
 void TListItems::Delete(int index) {
     (*this)[index]; // checks the index
     if (FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), LVM_DELETEITEM, static_cast<WPARAM>(index), 0);
+        SendMessageW(FListView.WindowHandle(), LVM_DELETEITEM, static_cast<WPARAM>(index), 0);
     }
     FItems.erase(FItems.begin() + index);
     ++FMoves;
@@ -46,7 +46,7 @@ void TListItems::Delete(int index) {
 
 void TListItems::Clear() {
     if (FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), LVM_DELETEALLITEMS, 0, 0);
+        SendMessageW(FListView.WindowHandle(), LVM_DELETEALLITEMS, 0, 0);
     }
     FItems.clear();
     ++FMoves;
@@ -64,7 +64,7 @@ int TListItems::IndexOf(const TListItem* item) const {
 
 void TListItems::BeginUpdate() {
     if (FUpdateCount++ == 0 && FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), WM_SETREDRAW, FALSE, 0);
+        SendMessageW(FListView.WindowHandle(), WM_SETREDRAW, FALSE, 0);
     }
 }
 
@@ -73,7 +73,7 @@ void TListItems::EndUpdate() {
         return;
     }
     if (FListView.HandleAllocated()) {
-        SendMessageA(FListView.WindowHandle(), WM_SETREDRAW, TRUE, 0);
+        SendMessageW(FListView.WindowHandle(), WM_SETREDRAW, TRUE, 0);
         FListView.Invalidate();
     }
     if (std::exchange(FSortsLater, false)) {
@@ -173,16 +173,16 @@ bool TListItem::Selected() const {
     if (!view.HandleAllocated()) {
         return FWasSelected;
     }
-    return SendMessageA(view.WindowHandle(), LVM_GETITEMSTATE, static_cast<WPARAM>(Index()), LVIS_SELECTED) != 0;
+    return SendMessageW(view.WindowHandle(), LVM_GETITEMSTATE, static_cast<WPARAM>(Index()), LVIS_SELECTED) != 0;
 }
 
 void TListItem::SetSelected(bool value) {
     FWasSelected = value;
     if (FItems.Owner().HandleAllocated()) {
-        LVITEMA item{};
+        LVITEMW item{};
         item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
         item.state = value ? item.stateMask : 0;
-        SendMessageA(FItems.Owner().WindowHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(Index()),
+        SendMessageW(FItems.Owner().WindowHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(Index()),
                      reinterpret_cast<LPARAM>(&item));
     }
 }
@@ -190,11 +190,11 @@ void TListItem::SetSelected(bool value) {
 void TListItem::Delete() { FItems.Delete(Index()); }
 
 void TListView::InsertIntoWindow(int index) {
-    LVITEMA item{};
+    LVITEMW item{};
     item.mask = LVIF_PARAM;
     item.iItem = index;
     item.lParam = reinterpret_cast<LPARAM>(&FItems[index].FRank);
-    SendMessageA(WindowHandle(), LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(WindowHandle(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
     FItems[index].ShowAt(index);
 }
 
@@ -323,7 +323,7 @@ int CALLBACK CompareRanks(LPARAM a, LPARAM b, LPARAM) {
 void TListView::SortWindow() {
     if (HandleAllocated()) {
         const TFieldScope filling(*this, FFilling, true);
-        SendMessageA(WindowHandle(), LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(&CompareRanks));
+        SendMessageW(WindowHandle(), LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(&CompareRanks));
     }
 }
 

@@ -88,15 +88,15 @@ void TListView::SaveWindowState() {
 
 void TListView::ApplyExtendedStyle() {
     const DWORD style = (FRowSelect ? DWORD{LVS_EX_FULLROWSELECT} : 0) | (FGridLines ? DWORD{LVS_EX_GRIDLINES} : 0);
-    SendMessageA(WindowHandle(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES,
+    SendMessageW(WindowHandle(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES,
                  static_cast<LPARAM>(style));
 }
 
 void TListView::ApplyColors() {
     const auto back = static_cast<LPARAM>(ColorToRGB(Color()));
-    SendMessageA(WindowHandle(), LVM_SETBKCOLOR, 0, back);
-    SendMessageA(WindowHandle(), LVM_SETTEXTBKCOLOR, 0, back);
-    SendMessageA(WindowHandle(), LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Font().Color())));
+    SendMessageW(WindowHandle(), LVM_SETBKCOLOR, 0, back);
+    SendMessageW(WindowHandle(), LVM_SETTEXTBKCOLOR, 0, back);
+    SendMessageW(WindowHandle(), LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Font().Color())));
 }
 
 void TListView::ColorChanged() {
@@ -114,7 +114,7 @@ void TListView::FontChanged() {
 
 void TListView::ApplyImages() {
     const auto set = [this](WPARAM which, TImageList* images) {
-        SendMessageA(WindowHandle(), LVM_SETIMAGELIST, which,
+        SendMessageW(WindowHandle(), LVM_SETIMAGELIST, which,
                      reinterpret_cast<LPARAM>(images ? images->Handle() : nullptr));
     };
     set(LVSIL_SMALL, FSmallImages);
@@ -180,7 +180,7 @@ void TListView::SetShowColumnHeaders(bool value) { SetStyleField(FShowColumnHead
 
 int TListView::ItemIndex() const {
     if (HandleAllocated()) {
-        return static_cast<int>(SendMessageA(WindowHandle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+        return static_cast<int>(SendMessageW(WindowHandle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
     }
     for (int i = 0; i < FItems.Count(); ++i) {
         if (FItems[i].FWasSelected) {

@@ -75,8 +75,8 @@ void TPageScroller::CreateHandle() {
 void TPageScroller::CreateWnd() {
     FAttached = nullptr;
     TWinControl::CreateWnd();
-    SendMessageA(WindowHandle(), PGM_SETBUTTONSIZE, 0, FButtonSize);
-    SendMessageA(WindowHandle(), PGM_SETBORDER, 0, FMargin);
+    SendMessageW(WindowHandle(), PGM_SETBUTTONSIZE, 0, FButtonSize);
+    SendMessageW(WindowHandle(), PGM_SETBORDER, 0, FMargin);
     ColorChanged();
 }
 
@@ -118,10 +118,10 @@ void TPageScroller::ContentChanged() {
         FMeasuredSize = size;
         const auto give = [this, scroller = WindowHandle(), content = FAttached, position = Position()] {
             const TFieldScope measuring(*this, FMeasuring, true);
-            SendMessageA(scroller, PGM_SETCHILD, 0, 0);
-            SendMessageA(scroller, PGM_SETCHILD, 0, reinterpret_cast<LPARAM>(content)); // it gets another size
-            SendMessageA(scroller, PGM_RECALCSIZE, 0, 0); // for systems on which the same child changes nothing
-            SendMessageA(scroller, PGM_SETPOS, 0, position);
+            SendMessageW(scroller, PGM_SETCHILD, 0, 0);
+            SendMessageW(scroller, PGM_SETCHILD, 0, reinterpret_cast<LPARAM>(content)); // it gets another size
+            SendMessageW(scroller, PGM_RECALCSIZE, 0, 0); // for systems on which the same child changes nothing
+            SendMessageW(scroller, PGM_SETPOS, 0, position);
         };
         if (!Outlives(*this, give) || !HandleAllocated()) {
             break;
@@ -144,7 +144,7 @@ void TPageScroller::AlignControls() {
 void TPageScroller::ColorChanged() {
     TWinControl::ColorChanged();
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), PGM_SETBKCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Color())));
+        SendMessageW(WindowHandle(), PGM_SETBKCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Color())));
     }
 }
 
@@ -183,14 +183,14 @@ void TPageScroller::SetDragScroll(bool value) { SetStyleFlag(FDragScroll, value,
 void TPageScroller::SetButtonSize(int value) {
     FButtonSize = std::max(value, 1);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), PGM_SETBUTTONSIZE, 0, FButtonSize);
+        SendMessageW(WindowHandle(), PGM_SETBUTTONSIZE, 0, FButtonSize);
     }
 }
 
 void TPageScroller::SetMargin(int value) {
     FMargin = std::max(value, 0);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), PGM_SETBORDER, 0, FMargin);
+        SendMessageW(WindowHandle(), PGM_SETBORDER, 0, FMargin);
         FMeasuredSize = {-1, -1};
         AttachWindow();
     }
@@ -205,13 +205,13 @@ void TPageScroller::SetOrientation(TPageScrollerOrientation value) {
 }
 
 int TPageScroller::Position() const {
-    return HandleAllocated() ? static_cast<int>(SendMessageA(WindowHandle(), PGM_GETPOS, 0, 0)) : FPosition;
+    return HandleAllocated() ? static_cast<int>(SendMessageW(WindowHandle(), PGM_GETPOS, 0, 0)) : FPosition;
 }
 
 void TPageScroller::SetPosition(int value) {
     FPosition = std::max(value, 0);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), PGM_SETPOS, 0, FPosition);
+        SendMessageW(WindowHandle(), PGM_SETPOS, 0, FPosition);
     }
 }
 
@@ -232,7 +232,7 @@ void TPageScroller::WndProc(TMessage& message) {
         return;
     case WM_PARENTNOTIFY:
         if (LOWORD(message.WParam) == WM_CREATE) {
-            PostMessageA(WindowHandle(), WM_ATTACH, 0, 0); // the window is not complete yet
+            PostMessageW(WindowHandle(), WM_ATTACH, 0, 0); // the window is not complete yet
         }
         break;
     case WM_ATTACH: AttachWindow(); return;

@@ -42,7 +42,7 @@ void TCustomTabControl::SaveWindowState() {
 }
 
 void TCustomTabControl::FillTabs(HWND window) const {
-    SendMessageA(window, TCM_DELETEALLITEMS, 0, 0);
+    SendMessageW(window, TCM_DELETEALLITEMS, 0, 0);
     for (int i = 0; i < FTabs->Count(); ++i) {
         std::wstring text = ToWide(FTabs->Get(i));
         TCITEMW item{};
@@ -50,7 +50,7 @@ void TCustomTabControl::FillTabs(HWND window) const {
         item.pszText = text.data();
         SendMessageW(window, TCM_INSERTITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
     }
-    SendMessageA(window, TCM_SETCURSEL, static_cast<WPARAM>(FTabIndex), 0);
+    SendMessageW(window, TCM_SETCURSEL, static_cast<WPARAM>(FTabIndex), 0);
 }
 
 void TCustomTabControl::TabsChanged() {
@@ -67,13 +67,13 @@ void TCustomTabControl::TabsChanged() {
 }
 
 int TCustomTabControl::TabIndex() const {
-    return HandleAllocated() ? static_cast<int>(SendMessageA(WindowHandle(), TCM_GETCURSEL, 0, 0)) : FTabIndex;
+    return HandleAllocated() ? static_cast<int>(SendMessageW(WindowHandle(), TCM_GETCURSEL, 0, 0)) : FTabIndex;
 }
 
 void TCustomTabControl::SetTabIndex(int value) {
     FTabIndex = value;
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), TCM_SETCURSEL, static_cast<WPARAM>(value), 0);
+        SendMessageW(WindowHandle(), TCM_SETCURSEL, static_cast<WPARAM>(value), 0);
     }
 }
 
@@ -95,15 +95,15 @@ void TCustomTabControl::SetMultiLine(bool value) {
 TRect TCustomTabControl::DisplayRect() const {
     RECT r = ToRECT(ClientRect());
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
+        SendMessageW(WindowHandle(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
         return FromRECT(r);
     }
     const unique_hwnd measure(CreateWindowExW(0, WC_TABCONTROLW, L"", WS_POPUP | (FMultiLine ? TCS_MULTILINE : 0u), 0,
                                               0, r.right, r.bottom, nullptr, nullptr, HInstance(), nullptr));
     if (measure) {
-        SendMessageA(measure.get(), WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE);
+        SendMessageW(measure.get(), WM_SETFONT, reinterpret_cast<WPARAM>(Font().Handle()), FALSE);
         FillTabs(measure.get());
-        SendMessageA(measure.get(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
+        SendMessageW(measure.get(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
     }
     return FromRECT(r);
 }

@@ -144,7 +144,7 @@ void TToolBar::RemoveButton(TToolButton& button) {
     if (FUpdateCount > 0) {
         FRefill = true;
     } else if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), TB_DELETEBUTTON, static_cast<WPARAM>(index), 0);
+        SendMessageW(WindowHandle(), TB_DELETEBUTTON, static_cast<WPARAM>(index), 0);
     }
     Arrange();
 }
@@ -186,9 +186,9 @@ void TToolBar::CreateParams(TCreateParams& params) {
 
 void TToolBar::CreateWnd() {
     TWinControl::CreateWnd();
-    MustOutlive([this] { SendMessageA(WindowHandle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0); });
-    MustOutlive([this] { SendMessageA(WindowHandle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS); });
-    MustOutlive([this] { SendMessageA(WindowHandle(), TB_SETINDENT, static_cast<WPARAM>(FIndent), 0); });
+    MustOutlive([this] { SendMessageW(WindowHandle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0); });
+    MustOutlive([this] { SendMessageW(WindowHandle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS); });
+    MustOutlive([this] { SendMessageW(WindowHandle(), TB_SETINDENT, static_cast<WPARAM>(FIndent), 0); });
     MustOutlive([this] { ApplyImages(); });
     MustOutlive([this] { FillWindow(); });
     Arrange();
@@ -243,7 +243,7 @@ void TToolBar::UpdateButton(TToolButton& button) {
         FRefill = true;
     } else if (HandleAllocated()) {
         const int index = button.Index();
-        SendMessageA(WindowHandle(), TB_DELETEBUTTON, static_cast<WPARAM>(index), 0);
+        SendMessageW(WindowHandle(), TB_DELETEBUTTON, static_cast<WPARAM>(index), 0);
         InsertIntoWindow(button, index);
     }
     Arrange();
@@ -252,7 +252,7 @@ void TToolBar::UpdateButton(TToolButton& button) {
 void TToolBar::UpdateState(TToolButton& button) {
     button.FToldState = button.SystemState();
     if (HandleAllocated() && !FRefill) {
-        SendMessageA(WindowHandle(), TB_SETSTATE, button.FCommand, button.FToldState);
+        SendMessageW(WindowHandle(), TB_SETSTATE, button.FCommand, button.FToldState);
     }
 }
 
@@ -262,7 +262,7 @@ void TToolBar::ApplyImages() {
     }
     const auto set = [this](UINT message, TImageList* images) {
         return Outlives(*this, [=, this] {
-            SendMessageA(WindowHandle(), message, 0, reinterpret_cast<LPARAM>(images ? images->Handle() : nullptr));
+            SendMessageW(WindowHandle(), message, 0, reinterpret_cast<LPARAM>(images ? images->Handle() : nullptr));
         });
     };
     if (set(TB_SETIMAGELIST, FImages) && set(TB_SETHOTIMAGELIST, FHotImages) &&
@@ -278,9 +278,9 @@ void TToolBar::ApplySizes() {
         const TPoint least = FShowCaptions ? CaptionedExtent(image) : TPoint{};
         HWND window = WindowHandle();
         const TPoint size{std::max(FButtonWidth, least.X), std::max(FButtonHeight, least.Y)};
-        SendMessageA(window, TB_SETBITMAPSIZE, 0, MakeLParam(image.X, image.Y));
+        SendMessageW(window, TB_SETBITMAPSIZE, 0, MakeLParam(image.X, image.Y));
         if (IsWindow(window)) { // a descendant may have had it made anew: the new window has got its sizes by then
-            SendMessageA(window, TB_SETBUTTONSIZE, 0, MakeLParam(size.X, size.Y));
+            SendMessageW(window, TB_SETBUTTONSIZE, 0, MakeLParam(size.X, size.Y));
         }
     }
 }
@@ -310,7 +310,7 @@ TPoint TToolBar::ButtonExtent() const {
     if (!HandleAllocated() || FButtons.empty()) {
         return {FButtonWidth, FButtonHeight};
     }
-    const auto size = static_cast<DWORD>(SendMessageA(WindowHandle(), TB_GETBUTTONSIZE, 0, 0));
+    const auto size = static_cast<DWORD>(SendMessageW(WindowHandle(), TB_GETBUTTONSIZE, 0, 0));
     return {LOWORD(size), HIWORD(size)};
 }
 
@@ -369,7 +369,7 @@ void TToolBar::PlaceButtons() {
         TToolButton& button = *FButtons[i];
         RECT r{left, top, left + (button.IsSeparator() ? button.Width() : extent.X), top + extent.Y};
         if (HandleAllocated()) {
-            SendMessageA(WindowHandle(), TB_GETITEMRECT, i, reinterpret_cast<LPARAM>(&r));
+            SendMessageW(WindowHandle(), TB_GETITEMRECT, i, reinterpret_cast<LPARAM>(&r));
         }
         if (button.Visible()) {
             button.SetBoundsFields(r.left, r.top, r.right - r.left, r.bottom - r.top);

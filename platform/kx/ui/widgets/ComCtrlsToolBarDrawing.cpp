@@ -121,7 +121,7 @@ LRESULT TToolBar::CustomDrawNotification(const NMTBCUSTOMDRAW& info) {
 
 void TToolBar::HotChanged(TToolButton& button, bool hot) {
     if (HandleAllocated() && !FRefill && FFlat) {
-        SendMessageA(WindowHandle(), TB_SETHOTITEM, hot ? static_cast<WPARAM>(button.Index()) : static_cast<WPARAM>(-1),
+        SendMessageW(WindowHandle(), TB_SETHOTITEM, hot ? static_cast<WPARAM>(button.Index()) : static_cast<WPARAM>(-1),
                      0);
     }
 }
@@ -134,7 +134,7 @@ void TToolBar::WndProc(TMessage& message) {
         }
         return;
     case CN_COMMAND: { // a program, or a tool for the disabled, pressed a button of the system's
-        const auto index = SendMessageA(WindowHandle(), TB_COMMANDTOINDEX, message.WParamLo(), 0);
+        const auto index = SendMessageW(WindowHandle(), TB_COMMANDTOINDEX, message.WParamLo(), 0);
         if (index >= 0 && index < ButtonCount()) {
             Buttons(static_cast<int>(index))->Press();
         }

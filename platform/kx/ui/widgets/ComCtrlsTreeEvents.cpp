@@ -101,7 +101,7 @@ void TTreeView::RightClicked() {
 }
 
 bool TTreeView::IsEditing() const {
-    return HandleAllocated() && SendMessageA(WindowHandle(), TVM_GETEDITCONTROL, 0, 0) != 0;
+    return HandleAllocated() && SendMessageW(WindowHandle(), TVM_GETEDITCONTROL, 0, 0) != 0;
 }
 
 bool TTreeView::WantsKey(uint16_t key, TShiftState shift) {

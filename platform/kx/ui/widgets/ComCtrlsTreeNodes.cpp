@@ -220,7 +220,7 @@ void TTreeNode::SetSelected(bool value) {
 
 void TTreeNode::MakeVisible() {
     if (FItem) {
-        SendMessageA(TreeView().WindowHandle(), TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(FItem));
+        SendMessageW(TreeView().WindowHandle(), TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(FItem));
         return;
     }
     for (TTreeNode* above = FParent; above; above = above->FParent) {
@@ -242,7 +242,7 @@ TRect TTreeNode::DisplayRect(bool textOnly) const {
     }
     RECT r{};
     std::memcpy(&r, &FItem, sizeof(void*)); // so the system wants it
-    return SendMessageA(TreeView().WindowHandle(), TVM_GETITEMRECT, textOnly, reinterpret_cast<LPARAM>(&r))
+    return SendMessageW(TreeView().WindowHandle(), TVM_GETITEMRECT, textOnly, reinterpret_cast<LPARAM>(&r))
                ? FromRECT(r)
                : TRect{};
 }
@@ -342,13 +342,13 @@ void TTreeNodes::Clear() {
 
 void TTreeNodes::BeginUpdate() {
     if (FUpdateCount++ == 0 && FTreeView.HandleAllocated()) {
-        SendMessageA(FTreeView.WindowHandle(), WM_SETREDRAW, FALSE, 0);
+        SendMessageW(FTreeView.WindowHandle(), WM_SETREDRAW, FALSE, 0);
     }
 }
 
 void TTreeNodes::EndUpdate() {
     if (--FUpdateCount == 0 && FTreeView.HandleAllocated()) {
-        SendMessageA(FTreeView.WindowHandle(), WM_SETREDRAW, TRUE, 0);
+        SendMessageW(FTreeView.WindowHandle(), WM_SETREDRAW, TRUE, 0);
         FTreeView.Invalidate();
     }
 }

@@ -80,7 +80,7 @@ void TTreeView::CreateWnd() {
     FFilling = false;
     ApplyColors();
     ApplyImages();
-    SendMessageA(WindowHandle(), TVM_SETINDENT, static_cast<WPARAM>(FIndent), 0);
+    SendMessageW(WindowHandle(), TVM_SETINDENT, static_cast<WPARAM>(FIndent), 0);
     for (const auto& node : FItems.FRoots) {
         InsertIntoWindow(*node);
     }
@@ -108,13 +108,13 @@ void TTreeView::InsertIntoWindow(TTreeNode& node) {
     }
     const TFieldScope filling(*this, FFilling, true);
     const TTreeNode* const before = node.GetPrevSibling();
-    TVINSERTSTRUCTA insert{};
+    TVINSERTSTRUCTW insert{};
     insert.hParent = node.FParent ? node.FParent->FItem : TVI_ROOT;
     insert.hInsertAfter = before ? before->FItem : TVI_FIRST;
     insert.item.mask = TVIF_PARAM;
     insert.item.lParam = reinterpret_cast<LPARAM>(&node);
     node.FItem = reinterpret_cast<HTREEITEM>(
-        SendMessageA(WindowHandle(), TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert)));
+        SendMessageW(WindowHandle(), TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
     const std::string stood = FItems.FStood;
     node.Show(TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE | TVIF_CHILDREN);
     FItems.FStood = stood; // the nodes have not changed
@@ -122,14 +122,14 @@ void TTreeView::InsertIntoWindow(TTreeNode& node) {
         InsertIntoWindow(*child);
     }
     if (node.FExpanded) {
-        SendMessageA(WindowHandle(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(node.FItem));
+        SendMessageW(WindowHandle(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(node.FItem));
     }
 }
 
 void TTreeView::RemoveFromWindow(TTreeNode& node) {
     if (node.FItem) {
         const TFieldScope filling(*this, FFilling, true);
-        SendMessageA(WindowHandle(), TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node.FItem));
+        SendMessageW(WindowHandle(), TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node.FItem));
         ForgetItems(node);
     }
 }
@@ -138,8 +138,8 @@ void TTreeView::RemoveFromWindow(TTreeNode& node) {
 
 void TTreeView::ApplyColors() {
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), TVM_SETBKCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Color())));
-        SendMessageA(WindowHandle(), TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Font().Color())));
+        SendMessageW(WindowHandle(), TVM_SETBKCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Color())));
+        SendMessageW(WindowHandle(), TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ColorToRGB(Font().Color())));
     }
 }
 
@@ -157,7 +157,7 @@ void TTreeView::FontChanged() {
 void TTreeView::ApplyImages() {
     if (HandleAllocated()) {
         const auto set = [this](WPARAM which, TImageList* images) {
-            SendMessageA(WindowHandle(), TVM_SETIMAGELIST, which,
+            SendMessageW(WindowHandle(), TVM_SETIMAGELIST, which,
                          reinterpret_cast<LPARAM>(images ? images->Handle() : nullptr));
         };
         set(TVSIL_NORMAL, FImages);
@@ -204,13 +204,13 @@ void TTreeView::SetBorderStyle(TBorderStyle value) {
 }
 
 int TTreeView::Indent() const {
-    return HandleAllocated() ? static_cast<int>(SendMessageA(WindowHandle(), TVM_GETINDENT, 0, 0)) : FIndent;
+    return HandleAllocated() ? static_cast<int>(SendMessageW(WindowHandle(), TVM_GETINDENT, 0, 0)) : FIndent;
 }
 
 void TTreeView::SetIndent(int value) {
     FIndent = std::max(value, 0);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), TVM_SETINDENT, static_cast<WPARAM>(FIndent), 0);
+        SendMessageW(WindowHandle(), TVM_SETINDENT, static_cast<WPARAM>(FIndent), 0);
     }
 }
 
@@ -266,7 +266,7 @@ bool TTreeView::Has(const TTreeNode* node) const {
 void TTreeView::SelectInWindow() {
     if (HandleAllocated()) {
         const TFieldScope filling(*this, FFilling, true);
-        SendMessageA(WindowHandle(), TVM_SELECTITEM, TVGN_CARET,
+        SendMessageW(WindowHandle(), TVM_SELECTITEM, TVGN_CARET,
                      reinterpret_cast<LPARAM>(FSelected ? FSelected->FItem : nullptr));
     }
 }
@@ -302,7 +302,7 @@ void TTreeView::Leave(const TTreeNode& node) {
 void TTreeView::SetDropTarget(TTreeNode* value) {
     FDropTarget = value;
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), TVM_SELECTITEM, TVGN_DROPHILITE,
+        SendMessageW(WindowHandle(), TVM_SELECTITEM, TVGN_DROPHILITE,
                      reinterpret_cast<LPARAM>(value ? value->FItem : nullptr));
     }
 }
@@ -310,10 +310,10 @@ void TTreeView::SetDropTarget(TTreeNode* value) {
 namespace {
 
 TTreeNode* NodeOfItem(HWND window, LRESULT item) {
-    TVITEMA info{};
+    TVITEMW info{};
     info.mask = TVIF_HANDLE | TVIF_PARAM;
     info.hItem = reinterpret_cast<HTREEITEM>(item);
-    return item && SendMessageA(window, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&info))
+    return item && SendMessageW(window, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&info))
                ? reinterpret_cast<TTreeNode*>(info.lParam)
                : nullptr;
 }
@@ -322,13 +322,13 @@ TTreeNode* NodeOfItem(HWND window, LRESULT item) {
 
 TTreeNode* TTreeView::TopItem() const {
     return HandleAllocated()
-               ? NodeOfItem(WindowHandle(), SendMessageA(WindowHandle(), TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0))
+               ? NodeOfItem(WindowHandle(), SendMessageW(WindowHandle(), TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0))
                : nullptr;
 }
 
 void TTreeView::SetTopItem(TTreeNode* value) {
     if (HandleAllocated() && value) {
-        SendMessageA(WindowHandle(), TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(value->FItem));
+        SendMessageW(WindowHandle(), TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(value->FItem));
     }
 }
 
@@ -338,7 +338,7 @@ TTreeNode* TTreeView::GetNodeAt(int x, int y) const {
     }
     TVHITTESTINFO hit{};
     hit.pt = {x, y};
-    return NodeOfItem(WindowHandle(), SendMessageA(WindowHandle(), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    return NodeOfItem(WindowHandle(), SendMessageW(WindowHandle(), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
 }
 
 // --- Expanding
@@ -355,7 +355,7 @@ bool TTreeView::Switch(TTreeNode& node, bool expand) {
     }
     if (node.FItem) { // the system tells of it only the first time
         const TFieldScope filling(*this, FFilling, true);
-        SendMessageA(WindowHandle(), TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE,
+        SendMessageW(WindowHandle(), TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE,
                      reinterpret_cast<LPARAM>(node.FItem));
     }
     Switched(node, expand);

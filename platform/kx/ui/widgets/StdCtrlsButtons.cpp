@@ -98,7 +98,7 @@ void TButton::SetActive(bool value) {
 
 void TButton::SetButtonStyle(bool isDefault) {
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
+        SendMessageW(WindowHandle(), BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
     }
 }
 
@@ -161,7 +161,7 @@ void TCheckBox::CreateParams(TCreateParams& params) {
 
 void TCheckBox::CreateWnd() {
     TButtonControl::CreateWnd();
-    SendMessageA(WindowHandle(), BM_SETCHECK, FState, 0);
+    SendMessageW(WindowHandle(), BM_SETCHECK, FState, 0);
 }
 
 void TCheckBox::SetState(TCheckBoxState value) {
@@ -170,7 +170,7 @@ void TCheckBox::SetState(TCheckBoxState value) {
     }
     FState = value;
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), BM_SETCHECK, value, 0);
+        SendMessageW(WindowHandle(), BM_SETCHECK, value, 0);
     }
     if (!IsLoading()) {
         Click();
@@ -210,7 +210,7 @@ void TRadioButton::CreateParams(TCreateParams& params) {
 
 void TRadioButton::CreateWnd() {
     TButtonControl::CreateWnd();
-    SendMessageA(WindowHandle(), BM_SETCHECK, FChecked ? BST_CHECKED : BST_UNCHECKED, 0);
+    SendMessageW(WindowHandle(), BM_SETCHECK, FChecked ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
 void TRadioButton::SetChecked(bool value) {
@@ -220,7 +220,7 @@ void TRadioButton::SetChecked(bool value) {
     FChecked = value;
     SetTabStop(value);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), BM_SETCHECK, value ? BST_CHECKED : BST_UNCHECKED, 0);
+        SendMessageW(WindowHandle(), BM_SETCHECK, value ? BST_CHECKED : BST_UNCHECKED, 0);
     }
     if (value) {
         ReleaseSiblings();

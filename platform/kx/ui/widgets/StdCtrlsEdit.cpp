@@ -113,8 +113,8 @@ void TCustomEdit::CreateWnd() {
         const TFieldScope creating(*this, FCreating, true);
         TWinControl::CreateWnd();
     }
-    SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
-    SendMessageA(WindowHandle(), EM_SETMODIFY, FModified, 0);
+    SendMessageW(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+    SendMessageW(WindowHandle(), EM_SETMODIFY, FModified, 0);
     // A byte that is no character of the code page would leave the text readable: the system's own character stays.
     if (FPasswordChar && (GetACP() != CP_UTF8 || IsAscii({&FPasswordChar, 1}))) {
         const std::wstring shown = ToWide({&FPasswordChar, 1});
@@ -221,25 +221,25 @@ void TCustomEdit::SetSelText(const std::string& value) {
     }
 }
 
-void TCustomEdit::SelectAll() { SendMessageA(Handle(), EM_SETSEL, 0, -1); }
+void TCustomEdit::SelectAll() { SendMessageW(Handle(), EM_SETSEL, 0, -1); }
 
 bool TCustomEdit::Modified() const {
-    return HandleAllocated() ? SendMessageA(WindowHandle(), EM_GETMODIFY, 0, 0) != 0 : FModified;
+    return HandleAllocated() ? SendMessageW(WindowHandle(), EM_GETMODIFY, 0, 0) != 0 : FModified;
 }
 
-void TCustomEdit::SetModified(bool value) { SendMessageA(Handle(), EM_SETMODIFY, value, 0); }
+void TCustomEdit::SetModified(bool value) { SendMessageW(Handle(), EM_SETMODIFY, value, 0); }
 
 void TCustomEdit::SetMaxLength(int value) {
     FMaxLength = std::max(value, 0);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+        SendMessageW(WindowHandle(), EM_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
     }
 }
 
 void TCustomEdit::SetReadOnly(bool value) {
     FReadOnly = value;
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), EM_SETREADONLY, value, 0);
+        SendMessageW(WindowHandle(), EM_SETREADONLY, value, 0);
     }
 }
 

@@ -41,7 +41,7 @@ void TControlItems::Put(int index, const std::string& text) {
 void TControlItems::Delete(int index) {
     FItems.Delete(index);
     if (FControl.HandleAllocated()) {
-        SendMessageA(FControl.WindowHandle(), FMessages.Delete, static_cast<WPARAM>(index), 0);
+        SendMessageW(FControl.WindowHandle(), FMessages.Delete, static_cast<WPARAM>(index), 0);
     }
 }
 
@@ -49,7 +49,7 @@ void TControlItems::Clear() {
     FItems.Clear();
     if (FControl.HandleAllocated()) {
         const std::string text = FControl.Text();
-        SendMessageA(FControl.WindowHandle(), FMessages.Reset, 0, 0);
+        SendMessageW(FControl.WindowHandle(), FMessages.Reset, 0, 0);
         if (FMessages.Reset == CB_RESETCONTENT) {
             FControl.SetText(text); // the system has emptied the edit as well
         }
@@ -66,7 +66,7 @@ void TControlItems::SetSorted(bool value) {
 }
 
 void TControlItems::FillWindow() {
-    SendMessageA(FControl.WindowHandle(), FMessages.Reset, 0, 0);
+    SendMessageW(FControl.WindowHandle(), FMessages.Reset, 0, 0);
     for (int i = 0; i < FItems.Count(); ++i) {
         InsertIntoWindow(i, FItems.Get(i));
     }
@@ -74,7 +74,7 @@ void TControlItems::FillWindow() {
 
 void TControlItems::SetUpdateState(bool updating) {
     if (FControl.HandleAllocated()) {
-        SendMessageA(FControl.WindowHandle(), WM_SETREDRAW, !updating, 0);
+        SendMessageW(FControl.WindowHandle(), WM_SETREDRAW, !updating, 0);
         if (!updating) {
             FControl.Invalidate();
         }
@@ -120,7 +120,7 @@ void TListBox::CreateWnd() {
     FItems.FillWindow();
     if (FMultiSelect) {
         for (const int index : FSelection) {
-            SendMessageA(WindowHandle(), LB_SETSEL, TRUE, index);
+            SendMessageW(WindowHandle(), LB_SETSEL, TRUE, index);
         }
     } else {
         SetItemIndex(FItemIndex);
@@ -154,13 +154,13 @@ int TListBox::ItemIndex() const {
     if (!HandleAllocated()) {
         return FItemIndex;
     }
-    return static_cast<int>(SendMessageA(WindowHandle(), FMultiSelect ? LB_GETCARETINDEX : LB_GETCURSEL, 0, 0));
+    return static_cast<int>(SendMessageW(WindowHandle(), FMultiSelect ? LB_GETCARETINDEX : LB_GETCURSEL, 0, 0));
 }
 
 void TListBox::SetItemIndex(int value) {
     FItemIndex = value;
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), FMultiSelect ? LB_SETCARETINDEX : LB_SETCURSEL, static_cast<WPARAM>(value), 0);
+        SendMessageW(WindowHandle(), FMultiSelect ? LB_SETCARETINDEX : LB_SETCURSEL, static_cast<WPARAM>(value), 0);
     }
 }
 
@@ -169,7 +169,7 @@ bool TListBox::Selected(int index) const {
         return FMultiSelect ? std::find(FSelection.begin(), FSelection.end(), index) != FSelection.end()
                             : FItemIndex == index;
     }
-    return SendMessageA(WindowHandle(), LB_GETSEL, static_cast<WPARAM>(index), 0) > 0;
+    return SendMessageW(WindowHandle(), LB_GETSEL, static_cast<WPARAM>(index), 0) > 0;
 }
 
 void TListBox::SetSelected(int index, bool value) {
@@ -177,7 +177,7 @@ void TListBox::SetSelected(int index, bool value) {
         throw EListError(Format("List index out of bounds (%s)", {IntToStr(index)}));
     }
     if (FMultiSelect) {
-        SendMessageA(Handle(), LB_SETSEL, value, index);
+        SendMessageW(Handle(), LB_SETSEL, value, index);
     } else {
         SetItemIndex(value ? index : -1);
     }
@@ -212,15 +212,15 @@ void TListBox::SetMultiSelect(bool value) {
 }
 
 int TListBox::TopIndex() const {
-    return HandleAllocated() ? static_cast<int>(SendMessageA(WindowHandle(), LB_GETTOPINDEX, 0, 0)) : 0;
+    return HandleAllocated() ? static_cast<int>(SendMessageW(WindowHandle(), LB_GETTOPINDEX, 0, 0)) : 0;
 }
 
-void TListBox::SetTopIndex(int value) { SendMessageA(Handle(), LB_SETTOPINDEX, static_cast<WPARAM>(value), 0); }
+void TListBox::SetTopIndex(int value) { SendMessageW(Handle(), LB_SETTOPINDEX, static_cast<WPARAM>(value), 0); }
 
 int TListBox::ItemAtPos(const TPoint& point) const {
     for (int i = TopIndex(); HandleAllocated() && i < FItems.Count(); ++i) {
         RECT r{};
-        SendMessageA(WindowHandle(), LB_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&r));
+        SendMessageW(WindowHandle(), LB_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&r));
         if (PtInRect(&r, ToPOINT(point))) {
             return i;
         }
@@ -274,7 +274,7 @@ void TComboBox::CreateWnd() {
     const std::string text = TControl::Text();
     TWinControl::CreateWnd();
     FItems.FillWindow();
-    SendMessageA(WindowHandle(), CB_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+    SendMessageW(WindowHandle(), CB_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
     WatchEdit();
     RECT r; // the system chose the height
     GetWindowRect(WindowHandle(), &r);
@@ -392,13 +392,13 @@ void TComboBox::DoDropDown() { FOnDropDown(this); }
 bool TComboBox::WantsKey(uint16_t key, TShiftState) { return DroppedDown() && (key == VK_RETURN || key == VK_ESCAPE); }
 
 int TComboBox::ItemIndex() const {
-    return HandleAllocated() ? static_cast<int>(SendMessageA(WindowHandle(), CB_GETCURSEL, 0, 0)) : FItemIndex;
+    return HandleAllocated() ? static_cast<int>(SendMessageW(WindowHandle(), CB_GETCURSEL, 0, 0)) : FItemIndex;
 }
 
 void TComboBox::SetItemIndex(int value) {
     FItemIndex = value;
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), CB_SETCURSEL, static_cast<WPARAM>(value), 0);
+        SendMessageW(WindowHandle(), CB_SETCURSEL, static_cast<WPARAM>(value), 0);
     } else if (value >= 0 && value < FItems.Count()) {
         TControl::SetText(FItems.Get(value));
     }
@@ -424,18 +424,18 @@ void TComboBox::SetStyle(TComboBoxStyle value) {
 }
 
 bool TComboBox::DroppedDown() const {
-    return HandleAllocated() && SendMessageA(WindowHandle(), CB_GETDROPPEDSTATE, 0, 0) != 0;
+    return HandleAllocated() && SendMessageW(WindowHandle(), CB_GETDROPPEDSTATE, 0, 0) != 0;
 }
 
-void TComboBox::SetDroppedDown(bool value) { SendMessageA(Handle(), CB_SHOWDROPDOWN, value, 0); }
+void TComboBox::SetDroppedDown(bool value) { SendMessageW(Handle(), CB_SHOWDROPDOWN, value, 0); }
 
 void TComboBox::SetMaxLength(int value) {
     FMaxLength = std::max(value, 0);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), CB_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
+        SendMessageW(WindowHandle(), CB_LIMITTEXT, static_cast<WPARAM>(FMaxLength), 0);
     }
 }
 
-void TComboBox::SelectAll() { SendMessageA(Handle(), CB_SETEDITSEL, 0, MAKELPARAM(0, 0xFFFF)); }
+void TComboBox::SelectAll() { SendMessageW(Handle(), CB_SETEDITSEL, 0, MAKELPARAM(0, 0xFFFF)); }
 
 } // namespace kx

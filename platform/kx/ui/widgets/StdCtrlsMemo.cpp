@@ -212,11 +212,11 @@ void TMemoLines::ChangeWindow(const TChange& change) {
     const HWND window = FMemo.WindowHandle();
     const auto caret = [window] {
         DWORD end = 0;
-        SendMessageA(window, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
+        SendMessageW(window, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
         return size_t{end};
     };
     const auto select = [window](size_t start, size_t end) {
-        SendMessageA(window, EM_SETSEL, start, static_cast<LPARAM>(end));
+        SendMessageW(window, EM_SETSEL, start, static_cast<LPARAM>(end));
     };
     select(INT_MAX, INT_MAX);
     if (caret() != change.Before) {
@@ -272,7 +272,7 @@ void TMemoLines::Flush() {
 void TMemoLines::SetUpdateState(bool updating) {
     const bool hasWindow = FMemo.HandleAllocated();
     if (hasWindow) {
-        SendMessageA(FMemo.WindowHandle(), WM_SETREDRAW, !updating, 0);
+        SendMessageW(FMemo.WindowHandle(), WM_SETREDRAW, !updating, 0);
     }
     if (hasWindow && !updating) {
         FMemo.Invalidate();
