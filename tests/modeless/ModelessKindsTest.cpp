@@ -1,11 +1,8 @@
 // Every kind of dialog shown without blocking.
 
+#include "DialogKinds.h"
 #include "ModelessTest.h"
 
-#include "kx/colorprint/KxColorDlg.h"
-#include "kx/colorprint/KxPrintDlg.h"
-#include "kx/folder/KxFolderDlg.h"
-#include "kx/opensave/KxOpenDlgEx.h"
 #include "tests/support/FormFiles.h"
 
 // What holds for every dialog of the library, through ICommonDialog alone.
@@ -15,28 +12,7 @@ namespace {
 
 using namespace test;
 
-struct TKind {
-    const char* Name;
-    TCommonDialog* (*Make)(TComponent* owner, const TTempFolder& folder);
-};
-
-template <class T> TCommonDialog* Make(TComponent* owner, const TTempFolder& folder) {
-    auto* dialog = new T(owner);
-    if constexpr (std::is_base_of_v<TOpenDialog, T>) {
-        dialog->SetInitialDir(folder.Path());
-        dialog->SetFileName("one.txt");
-    }
-    return dialog;
-}
-
-/// A new dialog of the library is one line here.
-const TKind Kinds[] = {
-    {"OpenLite", Make<TKxOpenLiteDialog>}, {"SaveLite", Make<TKxSaveLiteDialog>}, {"Open", Make<TKxOpenDialog>},
-    {"Save", Make<TKxSaveDialog>},         {"Folder", Make<TKxFolderDialog>},     {"Color", Make<TKxColorDialog>},
-    {"Print", Make<TKxPrintDialog>},       {"OpenEx", Make<TKxOpenDialogEx>},
-};
-
-class ModelessKinds : public TModelessTest, public testing::WithParamInterface<TKind> {
+class ModelessKinds : public TModelessTest, public testing::WithParamInterface<TDialogKind> {
 protected:
     ModelessKinds() : Component(GetParam().Make(Main, Folder)), Dialog(dynamic_cast<ICommonDialog*>(Component)) {
         Runner->SetDialog(Dialog);
@@ -98,8 +74,10 @@ TEST_P(ModelessKinds, AreNamedByAFormFile) {
     EXPECT_FALSE(runner->AutoClosePopups());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ModelessKinds, testing::ValuesIn(Kinds),
-                         [](const testing::TestParamInfo<TKind>& param) { return std::string(param.param.Name); });
+INSTANTIATE_TEST_SUITE_P(All, ModelessKinds, testing::ValuesIn(DialogKinds),
+                         [](const testing::TestParamInfo<TDialogKind>& param) {
+                             return std::string(param.param.Name);
+                         });
 
 } // namespace
 } // namespace kx

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kx/ui/forms/Forms.h"
-#include "kx/ui/widgets/StdCtrls.h"
+#include "tests/support/BusyForm.h"
 #include "tests/support/ExceptionLog.h"
 #include "tests/support/Grow.h"
 #include "tests/support/TestDriver.h"
@@ -14,24 +14,6 @@
 #include <vector>
 
 namespace kx::test {
-
-/// A form for docking with two edits and a button.
-class TBusyForm : public TForm {
-public:
-    TBusyForm() : TForm(nullptr), First(new TEdit(this)), Second(new TEdit(this)), Button(new TButton(this)) {
-        SetBounds(20, 20, 110, 90);
-        int top = 2;
-        for (TWinControl* const control : std::initializer_list<TWinControl*>{First, Second, Button}) {
-            control->SetParent(this);
-            control->SetBounds(2, top, 100, 24);
-            top += 26;
-        }
-    }
-
-    TEdit* First;
-    TEdit* Second;
-    TButton* Button;
-};
 
 /// Something that a handler of a docked form does to others or to itself.
 enum class TDeed { FreeForm, ReleaseForm, FreeOtherForm, FreeDialog };
