@@ -63,6 +63,7 @@ TEST_F(BitBtnAccess, KeysOpenItsMenu) {
         TTestDriver({{"the menu", MenuShown,
                       [&] {
                           EXPECT_TRUE(Button->PressingDropDown());
+                          EXPECT_NE(TSeen::Of(Button->Handle()).Children()[0].State() & STATE_SYSTEM_PRESSED, 0);
                           PostMessageA(ShownMenu(), WM_KEYDOWN, VK_ESCAPE, 0);
                       }}})
             .Run([&] {
@@ -74,6 +75,15 @@ TEST_F(BitBtnAccess, KeysOpenItsMenu) {
     EXPECT_TRUE(opensBy([] { PressKey(VK_F4); }));
     EXPECT_TRUE(opensBy([] { PressKey(VK_DOWN, {VK_MENU}); }));
     EXPECT_EQ(Clicks, 0);
+    EXPECT_EQ(TSeen::Of(Button->Handle()).Children()[0].State() & STATE_SYSTEM_PRESSED, 0);
+    bool closes = false;
+    Form->SetOnCloseQuery([&](TObject*, bool& can) {
+        closes = true;
+        can = false;
+    });
+    PressKey(VK_DOWN);
+    PressKey(VK_F4, {VK_MENU});
+    EXPECT_TRUE(PumpUntil([&] { return closes; })) << "which is not for the button";
     PressKey(VK_SPACE);
     EXPECT_TRUE(PumpUntil([&] { return Clicks == 1; })) << "the others are the button's";
     EXPECT_EQ(Popups, 2);

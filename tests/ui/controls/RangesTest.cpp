@@ -24,7 +24,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// What `of` says of each item, in the order in which range-for meets them.
-template <class List, class Of> std::vector<std::string> Each(const List& list, Of of) {
+template <class List, class Of> std::vector<std::string> ValuesOf(const List& list, Of of) {
     std::vector<std::string> all;
     for (auto&& item : list) {
         all.push_back(of(item));
@@ -50,9 +50,9 @@ TEST_F(Ranges, GoThroughComponentsAndControls) {
     Add<TButton>("First");
     Add<TPopupMenu>("Menu");
     Add<TLabel>("Second");
-    EXPECT_THAT(Each(Form->Components(), NameOf), ElementsAre("First", "Menu", "Second"));
+    EXPECT_THAT(ValuesOf(Form->Components(), NameOf), ElementsAre("First", "Menu", "Second"));
     // Controls without a window are painted behind the others, and come first.
-    EXPECT_THAT(Each(Form->Controls(), NameOf), testing::UnorderedElementsAre("First", "Second"));
+    EXPECT_THAT(ValuesOf(Form->Controls(), NameOf), testing::UnorderedElementsAre("First", "Second"));
     for (int i = 0; i < Form->ControlCount(); ++i) {
         EXPECT_EQ(Form->Controls()[static_cast<size_t>(i)], Form->Controls(i));
     }
@@ -80,16 +80,16 @@ TEST_F(Ranges, GoThroughFormsPagesButtonsMenusAndActions) {
         action->SetName(std::string("Action") + name);
         action->SetActionList(&actions);
     }
-    EXPECT_THAT(Each(pages.Pages(), NameOf), ElementsAre("Pagea", "Pageb"));
-    EXPECT_THAT(Each(bar.Buttons(), NameOf), testing::UnorderedElementsAre("Buttona", "Buttonb"));
+    EXPECT_THAT(ValuesOf(pages.Pages(), NameOf), ElementsAre("Pagea", "Pageb"));
+    EXPECT_THAT(ValuesOf(bar.Buttons(), NameOf), testing::UnorderedElementsAre("Buttona", "Buttonb"));
     EXPECT_EQ(bar.Buttons()[0], bar.Buttons(0));
-    EXPECT_THAT(Each(menu.Items().Items(), NameOf), ElementsAre("Itema", "Itemb"));
-    EXPECT_THAT(Each(actions.Actions(), NameOf), ElementsAre("Actiona", "Actionb"));
+    EXPECT_THAT(ValuesOf(menu.Items().Items(), NameOf), ElementsAre("Itema", "Itemb"));
+    EXPECT_THAT(ValuesOf(actions.Actions(), NameOf), ElementsAre("Actiona", "Actionb"));
 }
 
 TEST_F(Ranges, GoThroughItemsColumnsPanelsAndNodes) {
     auto& list = Add<TListView>("List");
-    EXPECT_THAT(Each(list.Items(), [](const TListItem& item) { return item.Caption(); }), IsEmpty());
+    EXPECT_THAT(ValuesOf(list.Items(), [](const TListItem& item) { return item.Caption(); }), IsEmpty());
     for (const char* text : {"one", "two"}) {
         list.Columns().Add().SetCaption(text);
         list.Items().Add().SetCaption(text);
@@ -97,28 +97,28 @@ TEST_F(Ranges, GoThroughItemsColumnsPanelsAndNodes) {
     for (TListItem& item : list.Items()) {
         item.SetCaption(item.Caption() + "!");
     }
-    EXPECT_THAT(Each(list.Items(), [](const TListItem& item) { return item.Caption(); }), ElementsAre("one!", "two!"));
-    EXPECT_THAT(Each(list.Columns(), [](const TListColumn& column) { return column.Caption(); }),
+    EXPECT_THAT(ValuesOf(list.Items(), [](const TListItem& item) { return item.Caption(); }), ElementsAre("one!", "two!"));
+    EXPECT_THAT(ValuesOf(list.Columns(), [](const TListColumn& column) { return column.Caption(); }),
                 ElementsAre("one", "two"));
 
     auto& bar = Add<TStatusBar>("Status");
     bar.Panels().Add().SetText("left");
     bar.Panels().Insert(0).SetText("first");
-    EXPECT_THAT(Each(bar.Panels(), [](const TStatusPanel& panel) { return panel.Text(); }),
+    EXPECT_THAT(ValuesOf(bar.Panels(), [](const TStatusPanel& panel) { return panel.Text(); }),
                 ElementsAre("first", "left"));
     EXPECT_EQ(bar.Panels().GetItem(1), &bar.Panels()[1]);
     EXPECT_EQ(bar.Panels().FindItemID(bar.Panels()[1].ID()), &bar.Panels()[1]);
 
     auto& tree = Add<TTreeView>("Tree");
     const auto textOf = [](const TTreeNode& node) { return node.Text(); };
-    EXPECT_THAT(Each(tree.Items(), textOf), IsEmpty());
+    EXPECT_THAT(ValuesOf(tree.Items(), textOf), IsEmpty());
     TTreeNode& root = tree.Items().Add(nullptr, "root");
     tree.Items().AddChild(&tree.Items().AddChild(&root, "child"), "grandchild");
     tree.Items().AddChild(&root, "second");
     tree.Items().Add(nullptr, "last");
-    EXPECT_THAT(Each(tree.Items(), textOf), ElementsAre("root", "child", "grandchild", "second", "last"));
-    EXPECT_THAT(Each(root, textOf), ElementsAre("child", "second")) << "the children alone";
-    EXPECT_THAT(Each(root[1], textOf), IsEmpty());
+    EXPECT_THAT(ValuesOf(tree.Items(), textOf), ElementsAre("root", "child", "grandchild", "second", "last"));
+    EXPECT_THAT(ValuesOf(root, textOf), ElementsAre("child", "second")) << "the children alone";
+    EXPECT_THAT(ValuesOf(root[1], textOf), IsEmpty());
 }
 
 TEST_F(Ranges, GoThroughTexts) {
@@ -127,8 +127,8 @@ TEST_F(Ranges, GoThroughTexts) {
     memo.Lines().SetCommaText("one,two");
     box.Items().SetCommaText("three,four");
     const auto same = [](const std::string& text) { return text; };
-    EXPECT_THAT(Each(std::as_const(memo).Lines(), same), ElementsAre("one", "two"));
-    EXPECT_THAT(Each(std::as_const(box).Items(), same), ElementsAre("three", "four"));
+    EXPECT_THAT(ValuesOf(std::as_const(memo).Lines(), same), ElementsAre("one", "two"));
+    EXPECT_THAT(ValuesOf(std::as_const(box).Items(), same), ElementsAre("three", "four"));
 }
 
 // --- Const objects

@@ -77,7 +77,7 @@ protected:
     }
 
     /// Executes the dialog, which `act`, once it is shown, the steps behind it or an event frees.
-    void RunToItsEnd(TAction act = {}, std::vector<TStep> steps = {}) {
+    void RunToItsEnd(test::TAction act = {}, std::vector<TStep> steps = {}) {
         if (act) {
             steps.insert(steps.begin(), {"the dialog is shown", Shown(*Dialog), std::move(act)});
         }

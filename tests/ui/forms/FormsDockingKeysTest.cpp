@@ -4,6 +4,7 @@
 
 #include "kx/ui/forms/Frames.h"
 #include "kx/ui/widgets/ComCtrlsPages.h"
+#include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/ui/widgets/ExtCtrls.h"
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 #include "kx/ui/widgets/StdCtrls.h"
@@ -120,6 +121,71 @@ TEST_F(FormsDockingKeys, CtrlTabChangesThePage) {
     EXPECT_TRUE(FocusIs(edits[1]->Handle()));
 }
 
+TEST_F(FormsDockingKeys, CtrlTabIsTabWhereThereAreNoPages) {
+    auto* const first = Add<TEdit>(Form.get(), 0);
+    auto* const second = Add<TEdit>(Form.get(), 30);
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *first));
+    EXPECT_TRUE(Goes(VK_TAB, *second, {VK_CONTROL}));
+    EXPECT_TRUE(Goes(VK_TAB, *first, {VK_CONTROL, VK_SHIFT}));
+    PressKey(VK_TAB, {VK_CONTROL, VK_SHIFT});
+    EXPECT_TRUE(FocusIs(GetDlgItem(Host.Window, IDCANCEL)));
+}
+
+TEST_F(FormsDockingKeys, AToolBarKeepsArrowsAndTheReturnThatPressesItsButton) {
+    auto* const bar = new TToolBar(Form.get());
+    bar->SetParent(Form.get());
+    bar->SetTabStop(true);
+    int clicks = 0;
+    for (int i = 0; i < 2; ++i) {
+        auto* const button = new TToolButton(Form.get());
+        button->SetParent(bar);
+        button->SetOnClick([&](TObject*) { ++clicks; });
+    }
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *bar));
+    const auto at = [&](int index) {
+        return Host.PumpUntil([&] { return bar->KeyButton() && bar->KeyButton()->Index() == index; });
+    };
+    for (const auto& [key, index] : {std::pair{VK_RIGHT, 1}, {VK_LEFT, 0}, {VK_DOWN, 1}, {VK_UP, 0}}) {
+        PressKey(static_cast<WORD>(key));
+        ASSERT_TRUE(at(index)) << key;
+    }
+    EXPECT_TRUE(bar->Focused());
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(Host.PumpUntil([&] { return clicks == 1; }));
+    EXPECT_EQ(Host.Ok, 0);
+}
+
+TEST_F(FormsDockingKeys, OnlyAPlainReturnThatNobodyHasUsedPressesAButton) {
+    auto* const button = Add<TButton>(Form.get(), 0);
+    int clicks = 0;
+    button->SetOnClick([&](TObject*) { ++clicks; });
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *button));
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(Host.PumpUntil([&] { return clicks == 1; }));
+    EXPECT_EQ(Host.Ok, 0);
+    PressKey(VK_RETURN, {VK_SHIFT});
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(Host.PumpUntil([&] { return Host.Cancel == 1; }));
+    EXPECT_EQ(clicks, 1);
+    button->SetOnKeyDown([](TObject*, uint16_t& key, TShiftState) { key = 0; });
+    PressKey(VK_RETURN);
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(Host.PumpUntil([&] { return Host.Cancel == 2; }));
+    EXPECT_EQ(clicks, 1) << "the handler has used it up";
+}
+
+TEST_F(FormsDockingKeys, AButtonMayBeFreedByTheKeyThatPressesIt) {
+    auto* button = Add<TButton>(Form.get(), 0);
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *button));
+    button->SetOnKeyDown([&](TObject*, uint16_t&, TShiftState) { std::exchange(button, nullptr)->Free(); });
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(Host.PumpUntil([&] { return button == nullptr; }));
+}
+
 TEST_F(FormsDockingKeys, TheFocusOfTheLastControlGoesToTheDialog) {
     auto* const edit = Add<TEdit>(Form.get(), 0);
     Show();
@@ -148,6 +214,61 @@ TEST_F(FormsDockingKeys, AFormThatLeavesGivesTheFocusToTheDialog) {
     EXPECT_EQ(GetFocus(), GetDlgItem(Host.Window, 100));
     Form->SetParentWindow(nullptr);
     EXPECT_EQ(GetFocus(), GetDlgItem(Host.Window, 100));
+}
+
+TEST_F(FormsDockingKeys, AFormThatHasAllThatCanHaveTheFocusLeavesItToTheDialog) {
+    auto* const first = Add<TEdit>(Form.get(), 0);
+    Add<TEdit>(Form.get(), 30);
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *first));
+    for (const int id : {100, IDOK, IDCANCEL}) {
+        EnableWindow(GetDlgItem(Host.Window, id), FALSE);
+    }
+    Form->Hide(); // who asks the system for the next control goes round in the form for ever
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(Host.PumpUntil([&] { return Host.Cancel == 1; })) << "keys still reach the dialog";
+}
+
+TEST_F(FormsDockingKeys, AFormThatLeavesAHiddenDialogMovesNoFocusInIt) {
+    auto* const edit = Add<TEdit>(Form.get(), 0);
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *edit));
+    ShowWindow(Host.Window, SW_HIDE);
+    ::SetFocus(edit->Handle());
+    edit->SetEnabled(false);
+    EXPECT_NE(GetFocus(), GetDlgItem(Host.Window, 100));
+    EXPECT_EQ(Form->ActiveControl(), nullptr);
+}
+
+TEST_F(FormsDockingKeys, AControlThatCannotHaveTheFocusAnyMoreIsNoLongerTheActiveOne) {
+    auto* const first = Add<TEdit>(Form.get(), 0);
+    Add<TEdit>(Form.get(), 30);
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *first));
+    ::SetFocus(GetDlgItem(Host.Window, 100));
+    ASSERT_EQ(Form->ActiveControl(), first);
+    first->SetEnabled(false);
+    EXPECT_EQ(Form->ActiveControl(), nullptr);
+}
+
+TEST_F(FormsDockingKeys, AControlIsExitedWhenTheFocusStaysInTheDialogOnly) {
+    auto* const edit = Add<TEdit>(Form.get(), 0);
+    int exits = 0;
+    edit->SetOnExit([&](TObject*) { ++exits; });
+    Show();
+    ASSERT_TRUE(Goes(VK_TAB, *edit));
+    const TFormPtr other(NewForm<TForm>(nullptr));
+    auto* const outside = new TEdit(other.get());
+    outside->SetParent(other.get());
+    other->Show();
+    ::SetFocus(outside->Handle());
+    ASSERT_TRUE(FocusIs(outside->Handle()));
+    EXPECT_EQ(exits, 0) << "it has the focus of its dialog";
+    ::SetFocus(edit->Handle());
+    ASSERT_TRUE(FocusIs(edit->Handle()));
+    EXPECT_EQ(exits, 0);
+    ::SetFocus(GetDlgItem(Host.Window, 100));
+    EXPECT_EQ(exits, 1);
 }
 
 TEST_F(FormsDockingKeys, WhereNobodyCanHaveTheFocusTheFormHasIt) {

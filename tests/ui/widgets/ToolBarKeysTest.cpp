@@ -51,6 +51,26 @@ TEST_F(ToolBarKeys, ArrowsGoFromButtonToButtonThatCanBePressed) {
     EXPECT_TRUE(Goes(VK_END, 4));
     EXPECT_TRUE(Goes(VK_HOME, 0));
     EXPECT_THAT(Clicked, IsEmpty());
+    Bar->Buttons(4)->SetVisible(false);
+    EXPECT_TRUE(Goes(VK_END, 3)) << "before one that is hidden";
+}
+
+TEST_F(ToolBarKeys, ArrowsWithControlOrAltDoNotMove) {
+    ShowFocused();
+    PressKey(VK_RIGHT, {VK_CONTROL});
+    PressKey(VK_RIGHT, {VK_MENU});
+    ASSERT_TRUE(Goes(VK_RIGHT, 3)) << "only this one did";
+}
+
+TEST_F(ToolBarKeys, ArrowsGoWhereTheyPointInAMirroredWindow) {
+    Form->HandleNeeded();
+    Bar->HandleNeeded();
+    SetWindowLongW(Bar->Handle(), GWL_EXSTYLE, GetWindowLongW(Bar->Handle(), GWL_EXSTYLE) | WS_EX_LAYOUTRTL);
+    ShowFocused();
+    EXPECT_TRUE(Goes(VK_LEFT, 3));
+    EXPECT_TRUE(Goes(VK_DOWN, 4));
+    EXPECT_TRUE(Goes(VK_RIGHT, 3));
+    EXPECT_TRUE(Goes(VK_UP, 0));
 }
 
 TEST_F(ToolBarKeys, SpaceAndReturnPressTheButton) {
@@ -83,6 +103,18 @@ TEST_F(ToolBarKeys, ScreenReadersHearOfTheButton) {
     ASSERT_EQ(children.size(), 5u);
     EXPECT_EQ(children[3].State(), STATE_SYSTEM_FOCUSED);
     EXPECT_EQ(children[4].State(), 0);
+    ASSERT_TRUE(Goes(VK_END, 4));
+    {
+        const TListener again;
+        PressKey(VK_END);
+        ASSERT_TRUE(Goes(VK_HOME, 0));
+        EXPECT_TRUE(PumpUntil([&] { return again.Heard(EVENT_OBJECT_FOCUS, Bar->Handle(), 1); }));
+        EXPECT_FALSE(again.Heard(EVENT_OBJECT_FOCUS, Bar->Handle(), 5)) << "it has been told of";
+    }
+    auto* const edit = Add<TEdit>(0, 100, 100, 20);
+    Bar->SetTabStop(false);
+    edit->SetFocus();
+    EXPECT_EQ(children[0].State() & STATE_SYSTEM_FOCUSED, 0);
 }
 
 TEST_F(ToolBarKeys, AButtonThatGoesIsNoMorePressed) {
@@ -117,6 +149,13 @@ TEST_F(ToolBarKeys, MenusOfTheBarAndOfButtonsOpen) {
         return FocusPump([&] { return at != TPoint() && !ShownMenu(); });
     });
     EXPECT_EQ(at, button->ClientToScreen({0, button->Height()}));
+    at = {};
+    TTestDriver({{"a menu", [] { return ShownMenu() != nullptr; }, [] { PressKey(VK_ESCAPE); }}}).Run([&] {
+        PressKey(VK_F4);
+        return FocusPump([&] { return at != TPoint() && !ShownMenu(); });
+    });
+    EXPECT_EQ(at, button->ClientToScreen({0, button->Height()}));
+    EXPECT_THAT(Clicked, IsEmpty());
 }
 
 } // namespace

@@ -204,7 +204,7 @@ public:
                                                      : nullptr;
                 return *out ? S_OK : target.Window ? S_FALSE : E_INVALIDARG;
             },
-            [&] { return FStandard.get()->get_accChild(child, out); });
+            [&] { return FStandard.get()->get_accChild(child, out); }, true);
     }
 
     HRESULT STDMETHODCALLTYPE accNavigate(LONG direction, VARIANT start, VARIANT* out) override {
@@ -230,7 +230,7 @@ public:
                 default: return self && FStandard ? FStandard.get()->accNavigate(direction, start, out) : S_FALSE;
                 }
             },
-            [&] { return FStandard.get()->accNavigate(direction, start, out); });
+            [&] { return FStandard.get()->accNavigate(direction, start, out); }, true);
     }
 
     HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* out) override {
@@ -394,8 +394,9 @@ private:
         return target.Window != nullptr;
     }
 
-    /// Runs `own` for what the number stands for, or `standard` for a child that is the system's.
-    template <class F, class S> HRESULT With(const VARIANT& child, F&& own, S&& standard) const {
+    /// Runs `own` for what the number stands for, or `standard` for a child that is the system's. A window inside has
+    /// an object of its own: only ways that lead to it know its number (`windows`).
+    template <class F, class S> HRESULT With(const VARIANT& child, F&& own, S&& standard, bool windows = false) const {
         if (!FAlive) {
             return CO_E_OBJNOTCONNECTED;
         }
@@ -407,19 +408,21 @@ private:
                 return standard();
             }
             TTarget target;
-            return Find(child.lVal, target) ? own(target) : E_INVALIDARG;
+            const bool known = Find(child.lVal, target) && (windows || !target.Window);
+            return known ? own(target) : E_INVALIDARG;
         });
     }
     template <class F> HRESULT With(const VARIANT& child, F&& own) const {
         return With(child, std::forward<F>(own), [] { return E_INVALIDARG; });
     }
     /// The same with an answer in a variant, which is empty unless there is one.
-    template <class F, class S> HRESULT About(const VARIANT& child, VARIANT* out, F&& own, S&& standard) const {
+    template <class F, class S>
+    HRESULT About(const VARIANT& child, VARIANT* out, F&& own, S&& standard, bool windows = false) const {
         if (!out) {
             return E_INVALIDARG;
         }
         *out = VARIANT{};
-        return With(child, std::forward<F>(own), std::forward<S>(standard));
+        return With(child, std::forward<F>(own), std::forward<S>(standard), windows);
     }
 
     template <class F> HRESULT About(const VARIANT& child, VARIANT* out, F&& own) const {
@@ -435,9 +438,6 @@ private:
         return With(
             child,
             [&](const TTarget& target) -> HRESULT {
-                if (target.Window) {
-                    return E_INVALIDARG; // it has an object of its own
-                }
                 const std::string text = target.Info().*field;
                 const bool isSystems =
                     target.Control == &FControl && target.Part < 0 && FStandard && FWindowed->IsOfSystemClass();
