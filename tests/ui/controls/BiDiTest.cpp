@@ -2,6 +2,7 @@
 
 #include "kx/ui/widgets/ComCtrls.h"
 #include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/GridsString.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Handles.h"
 #include "tests/support/FormFiles.h"
@@ -138,6 +139,63 @@ TEST_F(BiDi, TextsThatStandLeftStandRight) {
     Screenshot("bidi", Form->Handle());
     Form->SetBiDiMode(bdRightToLeftReadingOnly);
     EXPECT_EQ(TextColumns(*label).X, labelLeft.X);
+}
+
+TEST_F(BiDi, ColumnsOfListsAreAlignedTheOtherWay) {
+    auto* const list = Add<TListView>(0, 0, 300, 100);
+    list->SetViewStyle(vsReport);
+    for (const TAlignment alignment : {taLeftJustify, taLeftJustify, taCenter, taRightJustify}) {
+        list->Columns().Add().SetAlignment(alignment);
+    }
+    Show();
+    const auto format = [&](int column) {
+        LVCOLUMNW info{};
+        info.mask = LVCF_FMT;
+        SendMessageW(list->Handle(), LVM_GETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&info));
+        return info.fmt & LVCFMT_JUSTIFYMASK;
+    };
+    EXPECT_EQ(format(1), LVCFMT_LEFT);
+    Form->SetBiDiMode(bdRightToLeft);
+    EXPECT_EQ(format(1), LVCFMT_RIGHT);
+    EXPECT_EQ(format(2), LVCFMT_CENTER);
+    EXPECT_EQ(format(3), LVCFMT_LEFT);
+    EXPECT_EQ(list->Columns()[3].Alignment(), taRightJustify);
+    Form->SetBiDiMode(bdRightToLeftNoAlign);
+    EXPECT_EQ(format(3), LVCFMT_RIGHT);
+}
+
+TEST_F(BiDi, TextsOfCellsStandAtTheRight) {
+    auto* const grid = Add<TStringGrid>(0, 0, 200, 100);
+    grid->SetFixedCols(0);
+    grid->SetFixedRows(0);
+    grid->SetOptions({});
+    grid->Font().SetColor(clRed);
+    grid->SetCells(1, 1, "II");
+    Show();
+    const auto columns = [&] {
+        grid->Repaint();
+        const TRect cell = grid->CellRect(1, 1);
+        const TWindowDC dc(grid->Handle());
+        TPoint red{-1, -1};
+        for (int x = cell.Left; x < cell.Right; ++x) {
+            for (int y = cell.Top; y < cell.Bottom; ++y) {
+                if (GetPixel(dc.Handle(), x, y) == RGB(255, 0, 0)) {
+                    red = {red.X < 0 ? x - cell.Left : red.X, cell.Right - x};
+                }
+            }
+        }
+        return red;
+    };
+    const TPoint left = columns();
+    EXPECT_LT(left.X, 6);
+    EXPECT_GT(left.Y, 20);
+    Form->SetBiDiMode(bdRightToLeft);
+    Screenshot("grid-right", Form->Handle());
+    const TPoint right = columns();
+    EXPECT_GT(right.X, 20);
+    EXPECT_LT(right.Y, 6);
+    Form->SetBiDiMode(bdRightToLeftNoAlign);
+    EXPECT_EQ(columns(), left);
 }
 
 TEST_F(BiDi, IsStoredWhenItDoesNotFollow) {

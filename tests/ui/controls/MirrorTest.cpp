@@ -2,11 +2,14 @@
 
 #include "tests/support/FormFiles.h"
 #include "tests/support/FormTest.h"
+#include "tests/support/Reader.h"
+#include "tests/ui/MirroredForm.h"
 
 #include "kx/ui/StandardClasses.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 #include "kx/ui/widgets/ExtCtrls.h"
+#include "kx/ui/widgets/GridsString.h"
 #include "kx/ui/widgets/StdCtrls.h"
 
 namespace kx {
@@ -40,6 +43,19 @@ TEST_F(FlippedControls, ExchangeTheirSides) {
     EXPECT_EQ(edit->Left(), 200 - 5 - 50);
     EXPECT_EQ(anchored->Anchors(), (TAnchors{akTop, akRight}));
     EXPECT_EQ(side->BoundsRect(), (TRect{0, 0, 30, 300}));
+    EXPECT_EQ(side->Align(), alLeft);
+    Form->SetWidth(500);
+    EXPECT_EQ(anchored->Left(), 160) << "it keeps its distance from the right edge";
+    EXPECT_EQ(both->BoundsRect(), (TRect{60, 180, 460, 200}));
+    EXPECT_EQ(panel->Left(), 10);
+}
+
+TEST_F(FlippedControls, KeepWhatTheirControlsArrange) {
+    auto* const grid = Add<TStringGrid>(10, 20, 200, 100);
+    auto* const label = Add<TLabel>(5, 5, 50, 20, grid);
+    Form->FlipChildren(true);
+    EXPECT_EQ(grid->Left(), Form->ClientWidth() - 10 - 200);
+    EXPECT_EQ(label->Left(), 5) << "only controls that are made to hold others are reversed inside";
 }
 
 TEST_F(FlippedControls, AHandlerMayFreeOthersMeanwhile) {
@@ -117,16 +133,6 @@ TEST_F(ReadFromTheRight, BoxesHaveTheirMarksAtTheRight) {
     EXPECT_EQ(SendMessageA(box->Handle(), BM_GETCHECK, 0, 0), BST_CHECKED);
 }
 
-/// A form whose window has the system's layout from right to left.
-class TMirroredForm : public TForm {
-public:
-    using TForm::TForm;
-    void CreateParams(TCreateParams& params) override {
-        TForm::CreateParams(params);
-        params.ExStyle |= WS_EX_LAYOUTRTL;
-    }
-};
-
 class MirroredWindow : public ::testing::Test {
 protected:
     MirroredWindow() {
@@ -172,6 +178,18 @@ TEST_F(MirroredWindow, ControlsAreFoundWhereTheyAreSeen) {
     EXPECT_EQ(FindDragTarget({500 - 10 - 25, 100 + 20 + 15}, false), Label);
     EXPECT_EQ(FindDragTarget({100 + 10 + 25, 100 + 20 + 15}, false), Form.get());
     EXPECT_EQ(FindVCLWindow(CenterOf(Edit->Handle())), Edit);
+}
+
+TEST_F(MirroredWindow, ScreenReadersFindControlsWhereTheyAreSeen) {
+    ASSERT_TRUE(PumpUntil([&] { return Form->Active(); }));
+    Label->SetCaption("Name");
+    const TSeen form = TSeen::Of(Form->Handle());
+    EXPECT_EQ(form.Child("Name").Rect(), (TRect{440, 120, 490, 150}));
+    EXPECT_EQ(TSeen::AtPoint(form, 445, 125).Name(), "Name");
+    EXPECT_NE(TSeen::AtPoint(form, 115, 125).Name(), "Name");
+    EXPECT_EQ(TSeen::Of(Panel->Handle()).Rect(), ScreenRectOf(Panel->Handle()));
+    const TPoint middle = CenterOf(Panel->Handle());
+    EXPECT_EQ(TSeen::AtPoint(form, middle.X, middle.Y).Window(), Panel->Handle());
 }
 
 TEST_F(MirroredWindow, AMovedControlKnowsWhereItIs) {

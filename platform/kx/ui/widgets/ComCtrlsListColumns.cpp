@@ -22,7 +22,7 @@ void TListView::ApplyColumn(int index) {
     std::wstring caption = ToWide(FColumns[index].Caption());
     LVCOLUMNW column{};
     column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
-    column.fmt = formats[FColumns[index].Alignment()];
+    column.fmt = formats[BiDiAlignment(FColumns[index].Alignment())];
     column.cx = FColumns[index].Width();
     column.pszText = caption.data();
     column.iSubItem = index;

@@ -122,7 +122,13 @@ void TStringGrid::RowMoved(int from, int to) {
 
 void TStringGrid::DrawCell(int col, int row, const TRect& rect, TGridDrawState state) {
     if (DefaultDrawing()) {
-        Canvas().TextRect(rect, rect.Left + 2, rect.Top + 2, Cells(col, row));
+        const std::string text = Cells(col, row);
+        const int left = UseRightToLeftAlignment() ? rect.Right - 2 - Canvas().TextWidth(text) : rect.Left + 2;
+        const HDC dc = Canvas().Handle();
+        const UINT align = GetTextAlign(dc);
+        SetTextAlign(dc, align | (UseRightToLeftReading() ? UINT{TA_RTLREADING} : 0u));
+        Canvas().TextRect(rect, left, rect.Top + 2, text);
+        SetTextAlign(dc, align);
     }
     TDrawGrid::DrawCell(col, row, rect, state);
 }
