@@ -74,7 +74,8 @@ protected:
     static bool GoesRound(std::vector<HWND>& turn, bool back) {
         constexpr size_t most = 60; // more than any dialog has
         HWND focus = FocusNow();
-        const bool isOnItsWay = ClassOf(focus) == "SHELLDLL_DefView"; // which gives it to its list
+        const std::string kind = ClassOf(focus);
+        const bool isOnItsWay = kind == "SHELLDLL_DefView" || kind == "ComboBoxEx32"; // they give it to what is inside
         if (!focus || isOnItsWay || (!turn.empty() && focus == turn.back())) {
             return false;
         }
