@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the first paint of the colour and the print dialog.
 
 #include "Benches.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the form designer.
 
 #include "Benches.h"

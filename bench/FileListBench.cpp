@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the file filter and the styles of the file list.
 
 #include "Benches.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the first paint of the folder dialog.
 
 #include "Benches.h"

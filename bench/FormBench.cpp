@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the reading of form files.
 
 #include "Benches.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What one writes who has no library: hooks, CreateWindow and SetWindowSubclass.
 
 #include "HandWritten.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Benchmarks. Each figure stands beside what it is held against, measured in the same run: only the ratios mean
 // something on another machine.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the memory of programs that show a dialog.
 
 #include "Benches.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the first paint of the open dialog, and what a message costs.
 
 #include "Benches.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the making and painting of the places bar.
 
 #include "Benches.h"

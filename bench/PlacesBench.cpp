@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the places in the registry.
 
 #include "Benches.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Statistics, and the printed table.
 
 #include "Report.h"

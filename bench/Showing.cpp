@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows dialogs and takes the time.
 
 #include "Showing.h"

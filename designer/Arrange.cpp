@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Aligns, spaces and sizes controls.
 
 #include "designer/Arrange.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the C++ code of a form's class, and completes what is there.
 
 #include "designer/ClassFiles.h"

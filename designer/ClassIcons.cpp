@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pictures of component classes.
 
 #include "designer/ClassIcons.h"

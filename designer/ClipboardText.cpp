@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text in the clipboard.
 
 #include "designer/ClipboardText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds its way in C++ code.
 
 #include "designer/CodeText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The items of a component's collection, in a window.
 
 #include "designer/CollectionEditor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Collections and their items by name.
 
 #include "designer/CollectionPaths.h"

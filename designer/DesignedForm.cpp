@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms in design state.
 
 #include "designer/DesignedForm.h"

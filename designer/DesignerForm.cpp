@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main window of the form designer.
 
 #include "designer/DesignerForm.h"

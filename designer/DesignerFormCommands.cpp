@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands of the designer's menus.
 
 #include "designer/Arrange.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Projects and files, as the menus of the designer offer them.
 
 #include "designer/DesignerForm.h"

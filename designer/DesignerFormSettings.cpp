@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the designer's window remembers: its place, the sizes of its panes, and the grid.
 
 #include "designer/DesignerForm.h"

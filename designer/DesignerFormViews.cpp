@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The three views of a form: as a window, as text, and as the code of its class.
 
 #include "designer/ClassFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The designer as a program.
 
 #include "designer/DesignerProgram.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Properties that are edited in a window of their own.
 
 #include "designer/DialogEditors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads, keeps and writes a form file.
 
 #include "designer/Document.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole files, and their names.
 
 #include "designer/Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A form that is open in the designer: selection, names and methods.
 
 #include "designer/FormDesigner.h"

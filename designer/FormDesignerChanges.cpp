@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is done to a form, and how it is undone.
 
 #include "designer/FormDesigner.h"

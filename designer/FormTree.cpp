@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes forms apart, and compares them.
 
 #include "designer/FormTree.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window in which the grid is set.
 
 #include "designer/GridForm.h"

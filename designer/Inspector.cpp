@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inspector as a whole.
 
 #include "designer/Inspector.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of the inspector.
 
 #include "designer/InspectorGrid.h"

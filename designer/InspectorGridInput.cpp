@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mouse, keyboard and painting of the inspector's rows.
 
 #include "designer/InspectorGrid.h"

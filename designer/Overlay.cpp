@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows handles, lines and icons over a form.
 
 #include "designer/Overlay.h"

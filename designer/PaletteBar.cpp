@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The palette of components.
 
 #include "designer/PaletteBar.h"

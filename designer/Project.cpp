@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The forms that belong together.
 
 #include "designer/Project.h"

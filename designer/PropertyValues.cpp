@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sets published properties to values of the binary form.
 
 #include "designer/PropertyValues.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms as they show when they run.
 
 #include "designer/RunForm.h"

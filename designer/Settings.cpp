@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the designer remembers from start to start.
 
 #include "designer/Settings.h"

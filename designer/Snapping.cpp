@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the places at which edges meet.
 
 #include "designer/Snapping.h"

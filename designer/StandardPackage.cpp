@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The components of the framework, for the designer.
 
 #include "designer/StandardPackage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tree of a form's components.
 
 #include "designer/Structure.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows the form that is designed.
 
 #include "designer/Surface.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the keyboard does on a form.
 
 #include "designer/Arrange.h"

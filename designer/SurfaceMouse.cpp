@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the mouse does on a form.
 
 #include "designer/Arrange.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is at a point of the surface.
 
 #include "designer/Surface.h"

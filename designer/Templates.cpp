@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts that the designer makes.
 
 #include "designer/Templates.h"

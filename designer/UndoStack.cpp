@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps the states of a form.
 
 #include "designer/UndoStack.h"

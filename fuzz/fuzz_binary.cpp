@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FormFuzz.h"
 
 // Binary forms, with or without a resource header: read into components, and converted to text.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FormFuzz.h"
 
 // Text forms: converted to the binary form, and read into components.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drives dialogs from inside their message loops.
 
 #include "support/DialogDriver.h"

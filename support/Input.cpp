@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sends input of the mouse and the keyboard.
 
 #include "support/Input.h"

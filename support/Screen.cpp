@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes pictures of windows.
 
 #include "support/Screen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes folders and files that go at the end.
 
 #include "support/TempFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads windows as a user sees them.
 
 #include "support/WindowTools.h"

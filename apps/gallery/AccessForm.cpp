@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form for what a program opens and in which way.
 
 #include "AccessForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page on which captions are replaced and standard controls hidden.
 
 #include "CaptionsPage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form in the place of the file list.
 
 #include "ChoiceForm.h"

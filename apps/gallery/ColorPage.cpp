@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of the colour dialog.
 
 #include "ColorPage.h"

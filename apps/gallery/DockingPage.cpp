@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page on which forms are docked to the sides and the dialog is placed.
 
 #include "DockingPage.h"

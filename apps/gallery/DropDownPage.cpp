@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of the drop-down buttons.
 
 #include "DropDownPage.h"

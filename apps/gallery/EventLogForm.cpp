@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form that lists the events of a dialog.
 
 #include "EventLogForm.h"

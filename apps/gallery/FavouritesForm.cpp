@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form with folders to go to.
 
 #include "FavouritesForm.h"

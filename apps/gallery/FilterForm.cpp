@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form with a search field.
 
 #include "FilterForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of the folder dialog.
 
 #include "FolderPage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form in which the events of the folder dialog are refused.
 
 #include "FolderVetoForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // gallery                 shows what the library can do
 // gallery --tour FOLDER   walks through all pages, leaves pictures in FOLDER, prints what the dialogs returned, and
 //                         fails when that is not what was chosen

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main window: the list of pages, the page, and what the dialogs returned.
 
 #include "GalleryForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What all pages share.
 
 #include "GalleryPage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form in which the kinds of files to be shown are chosen.
 
 #include "KindsForm.h"

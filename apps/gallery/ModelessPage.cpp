@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of a dialog that does not block the program.
 
 #include "ModelessPage.h"

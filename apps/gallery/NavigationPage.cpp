@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page on which the steps of the user are told, and refused.
 
 #include "NavigationPage.h"

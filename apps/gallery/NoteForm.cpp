@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form with a note that is docked into a dialog.
 
 #include "NoteForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of the dialogs as the system has them.
 
 #include "PlainPage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form that shows the selected file.
 
 #include "PreviewForm.h"

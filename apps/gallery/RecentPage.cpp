@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of the open dialog with recent files.
 
 #include "RecentPage.h"

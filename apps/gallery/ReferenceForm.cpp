@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form that a dialog is centred over.
 
 #include "ReferenceForm.h"

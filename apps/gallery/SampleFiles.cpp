@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes the files and folders that the pages open.
 
 #include "SampleFiles.h"

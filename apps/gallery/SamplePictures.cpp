@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws the sample pictures.
 
 #include "SampleFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes the places of the sample places bars.
 
 #include "SamplePlaces.h"

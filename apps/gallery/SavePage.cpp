@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of the save dialog with all that the library adds to it.
 
 #include "SavePage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page of scripts and resolutions.
 
 #include "ScriptsPage.h"

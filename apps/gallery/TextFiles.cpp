@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads and writes text files in their encodings.
 
 #include "TextFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Walks through the gallery.
 
 #include "Tour.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The docked form that lists the events of a file dialog, and refuses some.
 
 #include "VetoForm.h"

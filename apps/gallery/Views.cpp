@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The controls that the gallery draws itself.
 
 #include "Views.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole files, and the standard streams in their place.
 
 #include "Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Form files on the command line: checks them, turns them into text or into the binary form, and writes the C++ class
 // that belongs to one.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks about typed text, drops and scrollers in docked forms.
 
 #include "Report.h"

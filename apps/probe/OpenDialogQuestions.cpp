@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks how the open dialog fills, shows and resizes its list.
 
 #include "SystemDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The questions, the answers, and the steps inside a dialog.
 
 #include "Report.h"

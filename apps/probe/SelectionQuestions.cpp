@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks about large selections and about the save dialog.
 
 #include "SystemDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows the system's own file dialog.
 
 #include "SystemDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the user chooses, and may not choose.
 
 #include "Recipes.h"

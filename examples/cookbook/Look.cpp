@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How dialogs look.
 
 #include "Recipes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What dialogs keep.
 
 #include "Recipes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Folders, colours, printers, and dialogs that do not wait.
 
 #include "Recipes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What can be chosen for the drawing, below the dialog's file list.
 
 #include "OptionsForm.h"

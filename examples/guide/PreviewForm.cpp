@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows the selected drawing beside the dialog's file list.
 
 #include "PreviewForm.h"

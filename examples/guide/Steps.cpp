@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the system's dialog to one of the program's own.
 
 #include "Steps.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's open dialog with a form of the program docked to its right side.
 
 #include "kx/opensave/KxOpenLite.h"

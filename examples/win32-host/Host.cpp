@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's window and its message loop.
 
 #include "examples/win32-host/Host.h"

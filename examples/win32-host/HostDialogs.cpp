@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's dialogs.
 
 #include "examples/win32-host/HostDialogs.h"

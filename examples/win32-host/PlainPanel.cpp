@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A window of plain controls.
 
 #include "examples/win32-host/PlainPanel.h"

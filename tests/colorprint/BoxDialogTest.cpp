@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fixtures of the colour and the print dialog.
 
 #include "BoxDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the colour and the print dialog have in common, once for each.
 
 #include "BoxDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the colour dialog asks and tells.
 
 #include "ColorDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colour dialog's controls, its place and its forms.
 
 #include "ColorDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Showings of the colour and the print dialog leave nothing behind.
 
 #include "tests/support/Cycles.h"

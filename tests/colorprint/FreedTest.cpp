@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colour and the print dialog are freed at any of their messages.
 
 #include "BoxDialogTest.h"

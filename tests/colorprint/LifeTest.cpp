@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Handlers that free or fail under the colour and the print dialog.
 
 #include "BoxDialogTest.h"

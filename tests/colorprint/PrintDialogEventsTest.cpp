@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the print dialog asks and tells.
 
 #include "PrintDialogTest.h"

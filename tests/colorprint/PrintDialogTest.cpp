@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The print dialog's controls, its place and its forms.
 
 #include "PrintDialogTest.h"

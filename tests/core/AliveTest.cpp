@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Objects that foreign code frees under the methods that call it.
 
 #include "kx/core/Alive.h"

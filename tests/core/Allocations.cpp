@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts what the program allocates.
 
 #include "Allocations.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Components: owners, names, and who hears of their end.
 
 #include "kx/core/Components.h"

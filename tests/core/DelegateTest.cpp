@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Events and what their handlers may do.
 
 #include "kx/core/Delegate.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Nothing stops a destruction, whatever those who hear of it do.
 
 #include "kx/core/Barrier.h"

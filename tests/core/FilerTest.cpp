@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Single values in binary forms.
 
 #include "FormFixture.h"

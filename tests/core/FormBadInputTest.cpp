@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Damaged form files are errors, and nothing worse.
 
 #include "Allocations.h"

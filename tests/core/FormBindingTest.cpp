@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // References, names and handlers of a form that is read.
 
 #include "FormFixture.h"

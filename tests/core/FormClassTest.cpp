@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The C++ class that belongs to a form file.
 
 #include "FormFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Frames inside forms, read and written.
 
 #include "FormFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A reader that keeps what it does not know, and what is written of that.
 
 #include "FormFixture.h"

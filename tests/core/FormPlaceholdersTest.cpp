@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Components whose classes are not there, and those that stand in for them.
 
 #include "FormFixture.h"

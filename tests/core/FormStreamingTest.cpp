@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole forms read and written.
 
 #include "FormFixture.h"

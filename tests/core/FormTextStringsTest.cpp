@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Strings in form texts.
 
 #include "FormTextFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Form texts become binary forms and texts again.
 
 #include "FormTextFixture.h"

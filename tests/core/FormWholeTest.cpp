@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that are written as if they inherited from no other.
 
 #include "FormFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms of many megabytes: what they take grows as they do.
 
 #include "FormFixture.h"

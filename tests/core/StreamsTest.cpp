@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams in memory.
 
 #include "kx/core/Streams.h"

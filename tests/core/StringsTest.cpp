@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of texts.
 
 #include "kx/core/Strings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checked arithmetic, texts, file names and numbers.
 
 #include "kx/core/SysUtils.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Property tables and access by name.
 
 #include "kx/core/TypInfo.h"

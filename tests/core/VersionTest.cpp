@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The version that programs see.
 
 #include "kx/core/Version.h"

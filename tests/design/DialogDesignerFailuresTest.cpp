@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog designer when something goes wrong or goes away meanwhile.
 
 #include "DialogDesignerFixture.h"

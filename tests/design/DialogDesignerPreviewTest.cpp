@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog designer's preview.
 
 #include "DialogDesignerFixture.h"

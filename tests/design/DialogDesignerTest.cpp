@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog designer, as it is used.
 
 #include "DialogDesignerFixture.h"

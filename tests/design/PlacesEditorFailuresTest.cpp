@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor of a places bar's places when something goes wrong or goes away, and in frames of other systems.
 
 #include "PlacesEditorFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor of a places bar's places, as it is used.
 
 #include "PlacesEditorFixture.h"

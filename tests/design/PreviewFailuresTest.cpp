@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Previews that fail, and what they leave behind.
 
 #include "PreviewFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copies of designed forms, and dialogs that are shown with them before the program is compiled.
 
 #include "PreviewFixture.h"

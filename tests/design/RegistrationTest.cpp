@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a form designer is told of the dialogs.
 
 #include "DesignFixture.h"

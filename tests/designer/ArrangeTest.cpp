@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Snapping, aligning and spacing.
 
 #include "designer/Arrange.h"

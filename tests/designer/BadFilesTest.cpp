@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that cannot be read or written, and projects whose forms are not there.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The C++ code of a form's class, in new files and in those that are there.
 
 #include "WindowFixture.h"

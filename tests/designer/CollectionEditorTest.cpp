@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window in which the items of a collection are edited.
 
 #include "CollectionFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Items that cannot be made, named or known, in the window of their collection.
 
 #include "CollectionFixture.h"

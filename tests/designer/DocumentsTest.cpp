@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files of forms and projects: under other names, changed by others, and the copies of what is not saved.
 
 #include "WindowFixture.h"

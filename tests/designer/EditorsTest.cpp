@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editors that the designer brings along.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What forms in the designer do with parts of changes that fail, with selections, and with components in odd places.
 
 #include "DesignerFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that are open in the designer, without its windows.
 
 #include "DesignerFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Components, files and texts that do not behave.
 
 #include "WindowFixture.h"

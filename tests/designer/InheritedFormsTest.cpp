@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that stand on others.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dialogs that are previewed with designed forms that stand on others.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of the inspector: which are shown and where, and how the mouse and the keyboard go through them.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Properties and events are edited in the inspector.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What somebody does who uses the designer for the first time, by mouse and keyboard.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers keep the spelling that a form's text gives them, and files in the binary format never hold one.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A component of one's own in a designer of one's own.
 
 #include "WindowFixture.h"

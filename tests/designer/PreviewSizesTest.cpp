@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Previews of dialogs that give the designed forms the sizes which docking gave their copies.
 
 #include "WindowFixture.h"

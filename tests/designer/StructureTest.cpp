@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tree of components.
 
 #include "WindowFixture.h"

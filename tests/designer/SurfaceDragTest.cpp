@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Moving, sizing and selecting on the form by dragging, in all its ways.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms are designed by mouse and keyboard.
 
 #include "WindowFixture.h"

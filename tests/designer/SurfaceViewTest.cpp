@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the surface shows, and what keys and single clicks do on it.
 
 #include "WindowFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The views of a form beside the form itself, and where the usual keys go.
 
 #include "WindowFixture.h"

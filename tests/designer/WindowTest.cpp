@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The designer's window: its files, its views, and what happens when something goes wrong.
 
 #include "WindowFixture.h"

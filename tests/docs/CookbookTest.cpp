@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The answers of docs/cookbook.md whose results can be seen, in real dialogs.
 
 #include "examples/cookbook/Recipes.h"

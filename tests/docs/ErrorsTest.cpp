@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // docs/errors.md against the sources: it has each message that the library raises or shows, and no other.
 
 #include <algorithm>

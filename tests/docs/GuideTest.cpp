@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog of docs/guide.md after each of its steps, used as the page says. Each leaves a picture; with KX_UPDATE=1
 // in the environment the pictures of the page are made anew.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pages of docs against the sources: what they quote is what the tests compile, and what they point to is there.
 //
 // A code block of a page is a quotation. The line before it says of what: "<!-- from examples/guide/Steps.cpp: step 1

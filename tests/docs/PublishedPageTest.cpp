@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // docs/published.md is docs/published-classes.txt, which another test compares with the class tables, for readers: a
 // table for each class, with what form files hold of a member. Run it with KX_UPDATE=1 in the environment to write the
 // page.

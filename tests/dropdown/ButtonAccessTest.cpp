@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The drop-down button without the mouse, and without the eyes.
 
 #include "ButtonFixture.h"

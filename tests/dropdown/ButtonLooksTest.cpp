@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the drop-down button looks in each of its states.
 
 #include "ButtonFixture.h"

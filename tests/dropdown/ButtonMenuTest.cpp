@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clicks, keys and the menu of the drop-down button.
 
 #include "ButtonFixture.h"

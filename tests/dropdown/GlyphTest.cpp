@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures of buttons, cut from a strip and laid out.
 
 #include "kx/dropdown/KxDropDownButtonGlyph.h"

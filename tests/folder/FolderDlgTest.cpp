@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fixture of the folder dialog.
 
 #include "FolderDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms at the folder dialog's sides and in place of its tree.
 
 #include "FolderDlgTest.h"

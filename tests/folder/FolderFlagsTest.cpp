@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder dialog's options and the system's flags.
 
 #include "FolderDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder dialog is freed at any of its messages.
 
 #include "FolderDlgTest.h"

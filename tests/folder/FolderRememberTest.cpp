@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder dialog remembers what the user did.
 
 #include "FolderDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the folder dialog's tree begins.
 
 #include "FolderDlgTest.h"

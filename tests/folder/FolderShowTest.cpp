@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder dialog's texts, its selection and its place.
 
 #include "FolderDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the folder dialog asks of the system, and the ways in which systems differ.
 
 #include "FolderDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Captions of standard buttons, and dialogs driven by their common interface.
 
 #include "FrameDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a dialog remembers, in the registry.
 
 #include "kx/frame/KxDlgMemory.h"

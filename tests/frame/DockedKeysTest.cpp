@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The focus in a system dialog with docked forms.
 
 #include "DockingFixture.h"

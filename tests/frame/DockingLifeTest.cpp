@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Docked forms over several showings, and forms that go.
 
 #include "DockingFixture.h"

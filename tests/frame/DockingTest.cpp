@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms at a dialog's sides.
 
 #include "DockingFixture.h"

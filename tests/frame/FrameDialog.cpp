@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame's bare minimum of a dialog, for tests of the frame alone.
 
 #include "FrameDialog.h"

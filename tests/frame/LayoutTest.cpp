@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rectangles: fitting, centring, growing.
 
 #include "kx/frame/KxDlgLayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Docking in a system dialog whose layout is that of languages read from right to left.
 
 #include "DockingFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parameters of a dialog: forms and names, copies, values of new ones.
 
 #include "FrameDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The way of a message through a dialog.
 
 #include "FrameDialog.h"

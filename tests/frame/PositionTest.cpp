@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The five rules by which a dialog is placed.
 
 #include "FrameDialog.h"

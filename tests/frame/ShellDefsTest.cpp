@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Special folders: their names, paths and identifier lists.
 
 #include "kx/frame/KxShellDefs.h"

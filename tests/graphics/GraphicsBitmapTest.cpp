@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bitmaps.
 
 #include "GraphicsSamples.h"

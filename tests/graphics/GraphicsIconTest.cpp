@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Icons.
 
 #include "GraphicsSamples.h"

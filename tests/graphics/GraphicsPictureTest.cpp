@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures, and what graphics leave in form files.
 
 #include "GraphicsSamples.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colours, fonts, pens, brushes and canvases.
 
 #include "kx/graphics/Graphics.h"

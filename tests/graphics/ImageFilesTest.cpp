@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PNG and JPEG files in pictures.
 
 #include "kx/graphics/ImageFiles.h"

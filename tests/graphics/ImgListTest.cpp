@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of images.
 
 #include "kx/graphics/ImgList.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reports access violations with our code on the stack, though the system swallows them.
 
 #include "tests/guard/Guards.h"

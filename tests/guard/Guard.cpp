@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Starts the guard and lets each report fail the test that runs, or else the program.
 
 #include "tests/guard/Guards.h"

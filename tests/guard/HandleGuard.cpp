@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reports calls with dead handles.
 
 #include "tests/guard/Guards.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's allocations go through the page heap.
 
 #include "tests/guard/Guards.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Puts our functions into import tables.
 
 #include "tests/guard/Imports.h"

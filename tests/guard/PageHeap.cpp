@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A heap whose freed blocks cannot be touched.
 
 #include "tests/guard/PageHeap.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prints what a guard has found.
 
 #include "tests/guard/Report.h"

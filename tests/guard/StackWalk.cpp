@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Walks stacks and names their frames.
 
 #include "tests/guard/StackWalk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reports exceptions that leave a callback of the system.
 
 #include "tests/guard/Guards.h"

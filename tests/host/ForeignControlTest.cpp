@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Windows that another framework has made, on forms and docked into dialogs.
 
 #include "PlainWindow.h"

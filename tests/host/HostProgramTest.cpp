@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program with a window class and a message loop of its own.
 
 #include "examples/win32-host/Host.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Libraries that hold the framework, in a program that holds it too.
 
 #include "PlainWindow.h"

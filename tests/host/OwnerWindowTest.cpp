@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dialogs that belong to windows of a program that knows nothing of the framework.
 
 #include "PlainWindow.h"

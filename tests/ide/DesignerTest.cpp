@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What packages hear of designers, and what they register with the host.
 
 #include "TestDesigner.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How properties are shown and changed in an inspector.
 
 #include "PropertyEditorsFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editors of each kind of property, at the edges of what they show and take.
 
 #include "PropertyEditorsFixture.h"

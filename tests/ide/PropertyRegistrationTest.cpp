@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which editor a property gets, and what becomes of editors that fail.
 
 #include "PropertyEditorsFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program as it is called: its output, its messages and its exit status.
 
 #include <gmock/gmock.h>

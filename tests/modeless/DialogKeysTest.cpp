@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keyboard in every kind of dialog, blocking or not, with a form at each of its sides.
 
 #include "DialogKinds.h"

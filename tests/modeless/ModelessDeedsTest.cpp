@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Deeds of handlers and forms in dialogs that do not block.
 
 #include "ModelessTest.h"

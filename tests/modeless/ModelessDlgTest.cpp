@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Showing a dialog without blocking: the component and its thread.
 
 #include "ModelessTest.h"

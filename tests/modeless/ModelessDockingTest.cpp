@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application's forms in a dialog of another thread.
 
 #include "ModelessTest.h"

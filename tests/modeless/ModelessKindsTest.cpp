@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every kind of dialog shown without blocking.
 
 #include "DialogKinds.h"

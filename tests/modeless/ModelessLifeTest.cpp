@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog, the runner or a form goes while the dialog is shown.
 
 #include "ModelessTest.h"

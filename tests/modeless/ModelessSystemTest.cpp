@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the system does for dialogs of other threads.
 
 #include "ModelessTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fixture of dialogs that do not block.
 
 #include "ModelessTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How file dialogs leave their windows.
 
 #include "OpenDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Deeds of the forms that are docked to a file dialog.
 
 #include "OpenDialogTest.h"

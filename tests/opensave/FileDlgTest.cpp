@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fixture of the file dialogs.
 
 #include "FileDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter on a list of its own.
 
 #include "FileDlgTest.h"

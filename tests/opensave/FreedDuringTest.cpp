@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file dialog is freed at each of its messages, whatever it is doing.
 
 #include "OpenDialogExFixture.h"

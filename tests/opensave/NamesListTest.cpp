@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Several file names in one text, each in double quotes.
 
 #include "kx/opensave/KxNamesList.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the user does to the places bar inside a system dialog that is shown.
 
 #include "OpenDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The open dialog's controls, read, set and hidden while it runs.
 
 #include "OpenDialogTest.h"

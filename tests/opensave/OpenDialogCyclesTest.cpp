@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Showings of the open dialog leave nothing behind.
 
 #include "OpenDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of recent files.
 
 #include "OpenDialogExFixture.h"

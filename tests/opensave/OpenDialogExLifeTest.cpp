@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Handlers that fail or free under the dialog with recent files.
 
 #include "OpenDialogExFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog with recent files at all sizes.
 
 #include "OpenDialogExFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog with recent files: its tabs and forms.
 
 #include "OpenDialogExFixture.h"

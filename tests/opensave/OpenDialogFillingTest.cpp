@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // When the filter is asked about which files.
 
 #include "OpenDialogFillingTest.h"

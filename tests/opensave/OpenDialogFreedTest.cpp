@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The open dialog is freed by its handlers.
 
 #include "OpenDialogTest.h"

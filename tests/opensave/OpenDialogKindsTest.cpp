@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The open dialog's windows stay Unicode or ANSI.
 
 #include "OpenDialogTest.h"

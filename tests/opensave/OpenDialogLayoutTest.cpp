@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The open dialog with everything docked, at every size.
 
 #include "OpenDialogTest.h"

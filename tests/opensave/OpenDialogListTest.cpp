@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter and the styles of the running dialog's list.
 
 #include "OpenDialogTest.h"

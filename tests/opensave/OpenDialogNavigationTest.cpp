@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the open dialog asks and tells as the user navigates.
 
 #include "OpenDialogTest.h"

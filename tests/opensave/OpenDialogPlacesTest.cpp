@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The places bar in the open dialog.
 
 #include "OpenDialogTest.h"

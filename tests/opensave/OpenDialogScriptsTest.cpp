@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts of any script and length in the open dialog and in the forms docked in it.
 
 #include "OpenDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Views that the shell makes late or anew.
 
 #include "OpenDialogFillingTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Showing the open and the save dialog.
 
 #include "OpenDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fixture of the full open dialog.
 
 #include "OpenDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // View styles: asked, told and set.
 
 #include "OpenDialogTest.h"

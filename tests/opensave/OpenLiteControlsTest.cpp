@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Captions and controls of the lite dialogs.
 
 #include "FileDlgTest.h"

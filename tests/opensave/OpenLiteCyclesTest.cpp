@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Showings of the lite dialogs leave nothing behind.
 
 #include "FileDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms at the lite dialogs' sides.
 
 #include "FileDlgTest.h"

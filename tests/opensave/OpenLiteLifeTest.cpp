@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a lite dialog's opening to its end: vetoes, nesting, handlers that free or fail.
 
 #include "FileDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the lite dialogs ask and tell as the user navigates.
 
 #include "FileDlgTest.h"

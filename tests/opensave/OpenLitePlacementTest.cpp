@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the lite dialogs stand.
 
 #include "FileDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the file dialogs' settings mean in numbers.
 
 #include "kx/opensave/KxOpenSaveComm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // File dialogs that remember how the user looks at his files.
 
 #include "RememberFixture.h"

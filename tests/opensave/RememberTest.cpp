@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // File dialogs that remember what the user did.
 
 #include "RememberFixture.h"

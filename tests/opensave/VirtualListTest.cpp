@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter on lists that keep no items.
 
 #include "FileDlgTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the controls of Windows's file dialogs do and those of other systems do not.
 
 #include "OpenDialogTest.h"

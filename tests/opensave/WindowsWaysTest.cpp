@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the file dialogs of Windows do and those of other systems do not.
 
 #include "OpenDialogTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The icons among which a place's are chosen.
 
 #include "AddPlaceFixture.h"

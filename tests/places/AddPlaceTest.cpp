@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form of a place's properties.
 
 #include "AddPlaceFixture.h"

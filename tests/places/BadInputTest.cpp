@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Damaged places in the registry.
 
 #include "PlacesFixture.h"

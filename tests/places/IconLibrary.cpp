@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library of icons, made for tests.
 
 #include "IconLibrary.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The test program, which writes to the registry beside itself when it is told to.
 
 #include "Writer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the button of a place looks.
 
 #include "PlacesBarFixture.h"
@@ -80,7 +81,6 @@ std::vector<uint32_t> Expected(int w, int h, TLook look, int icon, const std::st
 
 class PlaceButtonPaint : public TPlacesBarTest {
 protected:
-
     std::vector<uint32_t> Seen(int index) {
         Frm->ToolBar1->Update();
         const TWindowDC dc(Frm->ToolBar1->Handle());

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The places bar in a running dialog.
 
 #include "PlacesBarFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A places bar with its form.
 
 #include "PlacesBarFixture.h"

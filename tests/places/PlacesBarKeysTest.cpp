@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The places bar by the keyboard, and for screen readers.
 
 #include "PlacesBarFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The menu of the places bar.
 
 #include "PlacesBarFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Folders dropped on the places bar, and properties changed there.
 
 #include "PlacesBarFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Places on computers that do not answer.
 
 #include "PlacesBarFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form of the places bar and its buttons.
 
 #include "PlacesBarFixture.h"

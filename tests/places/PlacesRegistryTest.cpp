@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Places in the registry.
 
 #include "PlacesFixture.h"

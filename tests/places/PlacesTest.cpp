@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Places and their captions.
 
 #include "PlacesFixture.h"

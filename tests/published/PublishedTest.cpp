@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What all classes publish, against docs/published-classes.txt: names, types, order and defaults are in form files, in
 // users' programs and in what an object inspector shows. So is what a new object has where it differs from the default
 // or, without one, from nothing. Run it with KX_UPDATE=1 in the environment to write that file anew, and read the

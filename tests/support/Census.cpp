@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts what the process holds: windows, drawing objects, memory, threads.
 
 #include "tests/support/Census.h"

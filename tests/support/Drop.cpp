@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files and folders that are dropped on a window.
 
 #include "tests/support/Drop.h"

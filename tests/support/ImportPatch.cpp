@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stands in for functions of the system in the table by which the program calls them.
 
 #include "tests/support/ImportPatch.h"

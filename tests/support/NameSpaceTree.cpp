@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder browser's windows as Windows arranges them.
 
 #include "tests/support/NameSpaceTree.h"

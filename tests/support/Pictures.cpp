@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is on the screen, and what a test draws to compare it with.
 
 #include "tests/support/Pictures.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers that are made for a test.
 
 #include "tests/support/Printers.h"

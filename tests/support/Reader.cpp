@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a screen reader gets to know.
 
 #include "Reader.h"

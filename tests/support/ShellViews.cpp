@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Views of the shell that behave as those of Windows.
 
 #include "tests/support/ShellViews.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shell's interfaces of a view with a virtual list. What the library does not ask is not answered.
 
 #include "tests/support/ShellViews.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The looks that the user chooses for all programs.
 
 #include "tests/support/SystemLooks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs dialogs for tests and reports to them.
 
 #include "tests/support/TestDriver.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A form to type into.
 
 #include "tests/support/TypingForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Has the system's dialogs behave as those of Windows.
 
 #include "tests/support/WindowsWays.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Our headers beside the system's.
 
 #include "UserCode.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms for tests.
 
 #include "tests/ui/SampleForms.h"

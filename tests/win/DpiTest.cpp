@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Resolutions of screens, and of the windows on them.
 
 #include "kx/win/Dpi.h"

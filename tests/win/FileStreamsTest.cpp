@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams of files and resources.
 
 #include "kx/win/FileStreams.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The values that screen readers get.
 
 #include "kx/win/Oleacc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What paths name.
 
 #include "kx/win/PathKind.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values of which each thread has its own.
 
 #include "kx/win/PerThread.h"

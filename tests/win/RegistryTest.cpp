@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registry keys and values.
 
 #include "kx/win/Registry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Window procedures before others.
 
 #include "kx/win/Subclass.h"

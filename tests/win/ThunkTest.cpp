@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Functions that carry an object.
 
 #include "kx/win/Thunk.h"

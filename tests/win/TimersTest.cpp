@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Timers.
 
 #include "kx/win/Timers.h"

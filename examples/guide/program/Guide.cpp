@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // guide          shows the finished dialog
 // guide NUMBER   shows it as it is after that step
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the designer knows of the component.
 
 #include "StarRatingDesign.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens drawings, which show beside the dialog.
 
 #include "examples/shop/MainForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plain program for Windows.
 
 #include "examples/win32-host/Host.h"

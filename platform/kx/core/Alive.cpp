@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The state that a life shares with those who ask about it.
 
 #include "kx/core/Alive.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exceptions that cannot go on to a caller.
 
 #include "kx/core/Barrier.h"

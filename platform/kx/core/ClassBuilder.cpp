@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What classes say of the types of their properties.
 
 #include "kx/core/ClassBuilder.h"

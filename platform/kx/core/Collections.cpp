@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Collections of items that their owner publishes.
 
 #include "kx/core/Collections.h"

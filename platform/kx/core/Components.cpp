@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Components: owners, names, who is told when one goes, and the classes that form files may name.
 
 #include "kx/core/Components.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What reading and writing components have in common.
 
 #include "kx/core/Filer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A reading's components: which it has made, and what becomes of them when it fails.
 
 #include "kx/core/FilerSession.h"

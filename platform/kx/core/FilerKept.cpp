@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes what has not changed since a form was read as it stood in the form.
 
 #include "kx/core/Filer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Properties as they are read, and references that are resolved at the end.
 
 #include "kx/core/FilerSession.h"

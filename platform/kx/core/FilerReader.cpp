@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the binary form, value by value.
 
 #include "kx/core/FilerSession.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small parts of the binary form.
 
 #include "kx/core/FilerTools.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes components in the binary form.
 
 #include "kx/core/Filer.h"

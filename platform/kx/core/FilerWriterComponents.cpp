@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes components, one inside the other, and notes how those that were just read would be written.
 
 #include "kx/core/Filer.h"

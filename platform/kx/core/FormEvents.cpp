@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What handlers of events are declared with.
 
 #include "kx/core/FormEvents.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lines of a form's text, for errors that are found in its binary form.
 
 #include "kx/core/FormLines.h"

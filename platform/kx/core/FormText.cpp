@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tells the shapes of a form file apart, and turns one into the other.
 
 #include "kx/core/FormText.h"

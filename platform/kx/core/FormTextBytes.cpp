@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The code page of forms' texts that older tools have written.
 
 #include "kx/core/FormTextBytes.h"

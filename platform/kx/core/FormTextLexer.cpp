@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of a form's text.
 
 #include "kx/core/FormTextLexer.h"

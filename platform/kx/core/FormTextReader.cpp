@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A form's text into its binary form.
 
 #include "kx/core/FormText.h"

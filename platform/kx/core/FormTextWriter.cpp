@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A binary form into its text.
 
 #include "kx/core/FormText.h"

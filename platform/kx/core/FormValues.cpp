@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the values of a binary form.
 
 #include "kx/core/FormValues.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // References that wait for forms to come.
 
 #include "kx/core/GlobalReferences.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Objects that stay as long as the module.
 
 #include "kx/core/Lasting.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Classes and what they publish.
 
 #include "kx/core/Objects.h"

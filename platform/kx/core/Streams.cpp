@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams of bytes.
 
 #include "kx/core/Streams.h"

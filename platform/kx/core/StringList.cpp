@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of strings in memory.
 
 #include "kx/core/Strings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of strings, whatever keeps them, and their texts.
 
 #include "kx/core/Strings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts, numbers and file names.
 
 #include "kx/core/SysUtils.h"

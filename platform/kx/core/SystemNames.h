@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names that windows.h makes macros of and that functions of ours have too. Both kinds may be called, the system's
 // `MessageBox(window, ...)` and `Application().MessageBox(...)`, wherever a source includes windows.h:
 //

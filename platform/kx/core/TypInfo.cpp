@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Access to published properties by their names.
 
 #include "kx/core/TypInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sums and products that are checked.
 
 #include "kx/core/Types.h"

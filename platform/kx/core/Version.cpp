@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The version of the library.
 
 #include "kx/core/Version.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The version of the library, and the only place where it is written: the build reads it here. Versions are semantic

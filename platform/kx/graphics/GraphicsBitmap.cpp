@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bitmaps.
 
 #include "kx/graphics/GraphicsDib.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawing on a device context.
 
 #include "kx/graphics/Graphics.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colours and their names.
 
 #include "kx/graphics/Graphics.h"

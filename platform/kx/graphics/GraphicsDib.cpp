@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bitmaps as files have them.
 
 #include "kx/graphics/GraphicsDib.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Icons and the files that they come from.
 
 #include "kx/core/Streams.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures of any kind, and which class reads which file.
 
 #include "kx/core/Filer.h"

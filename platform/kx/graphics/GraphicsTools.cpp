@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fonts, pens and brushes.
 
 #include "kx/graphics/Graphics.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PNG and JPEG by the system's imaging component.
 
 #include "kx/graphics/ImageFiles.h"

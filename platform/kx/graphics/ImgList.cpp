@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of images of one size.
 
 #include "kx/graphics/ImgList.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of images in form files.
 
 #include "kx/core/Filer.h"

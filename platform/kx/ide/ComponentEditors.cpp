@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the editor of a component.
 
 #include "kx/ide/ComponentEditors.h"

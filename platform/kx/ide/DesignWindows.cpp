@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registers design windows for what designers tell.
 
 #include "kx/ide/DesignWindows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Passes on what designers tell.
 
 #include "kx/ide/Designer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps the component palette.
 
 #include "kx/ide/Palette.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps the services of the host.
 
 #include "kx/ide/Projects.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the editors of properties.
 
 #include "kx/ide/PropertyEditors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editors that every kind of property has.
 
 #include "kx/ide/StockEditors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All classes that form files may name.
 
 #include "kx/ui/StandardClasses.h"

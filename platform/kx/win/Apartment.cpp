@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prepares threads for components of the system.
 
 #include "kx/win/Apartment.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Positions in texts of the code page.
 
 #include "kx/win/CodePage.h"

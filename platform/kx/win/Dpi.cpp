@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Resolutions of screens. What newer systems know of them is asked by address: older ones lack these functions.
 
 #include "kx/win/Dpi.h"

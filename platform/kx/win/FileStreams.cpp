@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files and resources as streams.
 
 #include "kx/win/FileStreams.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How each kind of handle is freed, and what a device context was given for a while.
 
 #include "kx/win/Handles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The module that the library has been linked into.
 
 #include "kx/win/Module.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the monitors are.
 
 #include "kx/win/Monitors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns of the wheel as lines.
 
 #include "kx/win/MouseWheel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's library for screen readers. Programs start without it, and most are never asked.
 
 #include "kx/win/Oleacc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What paths name, asked without waiting long.
 
 #include "kx/win/PathKind.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values of each thread, by the system's fiber-local storage, which calls back at a thread's end.
 
 #include "kx/win/PerThread.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registry.
 
 #include "kx/win/Registry.h"

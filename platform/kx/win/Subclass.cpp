@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Window procedures in front of those that a window has.
 
 #include "kx/win/Subclass.h"

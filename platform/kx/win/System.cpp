@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one place that finds out which system the program runs on.
 
 #include "kx/win/System.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Themes of the system, and what else it says of looks.
 
 #include "kx/win/Themes.h"

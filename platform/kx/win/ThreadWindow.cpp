@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hidden windows of threads.
 
 #include "kx/win/ThreadWindow.h"

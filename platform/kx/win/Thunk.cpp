@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A procedure of its own for each object.
 
 #include "kx/win/Thunk.h"

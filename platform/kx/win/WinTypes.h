@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The system's types by the names that windows.h gives them, without windows.h: a program pays for that file where it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts as the system has them, the module, and the system's errors.
 
 #include "kx/win/Windows.h"

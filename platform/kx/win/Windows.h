@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The one place through which windows.h comes in, without what it would bring along and most sources have no use for.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colour dialog: its captions, its docked form, and the events of the full part.
 
 #include "kx/colorprint/KxColorDlg.h"

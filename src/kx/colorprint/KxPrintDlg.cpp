@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The print dialog: its captions, its docked forms, and the events of printers and copies.
 
 #include "kx/colorprint/KxPrintDlg.h"

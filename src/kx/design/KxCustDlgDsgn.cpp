@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog designer.
 
 #include "kx/design/KxCustDlgDsgn.h"

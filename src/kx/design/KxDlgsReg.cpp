@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tells the form designer of the dialogs and their editors.
 
 #include "kx/design/KxDlgsReg.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window from which a dialog's preview runs.
 
 #include "kx/design/KxDsgnPreviewDummy.h"

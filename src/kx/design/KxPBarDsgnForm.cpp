@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Edits the places of a places bar at design time.
 
 #include "kx/design/KxPBarDsgnForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copies designed forms, and previews dialogs with them.
 
 #include "kx/design/KxServices.h"

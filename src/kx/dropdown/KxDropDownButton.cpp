@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A button whose arrow opens a menu.
 
 #include "kx/dropdown/KxDropDownButton.h"

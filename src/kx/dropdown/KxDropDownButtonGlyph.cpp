@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pictures of a drop-down button, and the places of its parts.
 
 #include "kx/dropdown/KxDropDownButtonGlyph.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder dialog: its settings, its run, and the notifications of the browser.
 
 #include "kx/folder/KxFolderDlg.h"

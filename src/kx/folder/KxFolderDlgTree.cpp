@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tree of the folder dialog, and the application's form in its place.
 
 #include "kx/folder/KxFolderDlg.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What all dialogs do alike.
 
 #include "kx/frame/KxCommonDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parameters of a dialog's placement and docked forms.
 
 #include "kx/frame/KxCustDlgParams.h"

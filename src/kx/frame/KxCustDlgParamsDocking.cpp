@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms of the application in the dialog window.
 
 #include "kx/frame/KxCustDlgParams.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a dialog shows.
 
 #include "kx/frame/KxCustDlgParams.h"

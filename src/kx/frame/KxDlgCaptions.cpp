@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts that replace those of the buttons.
 
 #include "kx/frame/KxDlgCaptions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The steps that all dialogs share.
 
 #include "kx/frame/KxDlgCore.h"

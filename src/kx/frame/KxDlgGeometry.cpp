@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Places and sizes of windows.
 
 #include "kx/frame/KxDlgGeometry.h"

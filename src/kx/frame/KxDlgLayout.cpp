@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Computes where docked forms and dialogs go, without any window.
 
 #include "kx/frame/KxDlgLayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a dialog remembers from one showing to the next.
 
 #include "kx/frame/KxDlgMemory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // What every customised dialog shares: its place on the screen, the application's forms docked into it, its captions,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Leads every message of a dialog window through the events, the dialog and the system.
 
 #include "kx/frame/KxDlgPipeline.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Folders as the shell knows them.
 
 #include "kx/frame/KxShellDefs.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows a dialog in a thread of its own.
 
 #include "kx/modeless/KxModelessDlg.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The standard controls of the system's file dialogs.
 
 #include "kx/opensave/KxFileDlgControls.h"

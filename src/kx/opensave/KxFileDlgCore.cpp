@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the lite and the full file dialogs share.
 
 #include "kx/opensave/KxFileDlgCore.h"

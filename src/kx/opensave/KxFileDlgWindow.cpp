@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window of the system's file dialog: what can be read from it and done to it.
 
 #include "kx/opensave/KxFileDlgWindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes entries out of a file list.
 
 #include "kx/opensave/KxFileFilter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Watches over the file list of the full dialogs: takes over each new list, filters it and styles it.
 
 #include "kx/opensave/KxFileListWatch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The styles that a dialog forces on its file list.
 
 #include "kx/opensave/KxListViewStyles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's own places bar.
 
 #include "kx/opensave/KxNativePlacesBar.h"

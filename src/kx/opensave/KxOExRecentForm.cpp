@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form with the recent files.
 
 #include "kx/opensave/KxOExRecentForm.h"

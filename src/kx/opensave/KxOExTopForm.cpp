@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form with the tabs above the open dialog with recent files.
 
 #include "kx/opensave/KxOExTopForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The OK button with a menu.
 
 #include "kx/opensave/KxOkButton.h"

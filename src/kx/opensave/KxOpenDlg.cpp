@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The full open dialog: its run, the order of its steps, and the system's answers.
 
 #include "kx/opensave/KxOpenDlg.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts that replace those of a file dialog's controls.
 
 #include "kx/opensave/KxOpenDlgCaptions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The open dialog with recent files.
 
 #include "kx/opensave/KxOpenDlgEx.h"

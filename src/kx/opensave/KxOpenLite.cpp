@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lite open and save dialogs: their run and their steps.
 
 #include "kx/opensave/KxOpenLite.h"

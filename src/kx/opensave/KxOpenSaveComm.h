@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // What all file dialogs share: their controls, the texts of those, the file list and its filter, the places.

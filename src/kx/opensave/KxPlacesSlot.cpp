@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's places bar in the running dialog.
 
 #include "kx/opensave/KxPlacesSlot.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The full save dialog.
 
 #include "kx/opensave/KxSaveDlg.h"

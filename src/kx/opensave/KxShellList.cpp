@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entries of a file list.
 
 #include "kx/opensave/KxShellList.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application's tool bar in the running dialog.
 
 #include "kx/opensave/KxToolBarLoan.h"

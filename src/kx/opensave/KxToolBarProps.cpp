@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool bar that a dialog borrows from a form.
 
 #include "kx/opensave/KxToolBarProps.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form with a place's properties.
 
 #include "kx/places/KxAddPlaceForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The icons of places.
 
 #include "kx/places/KxPlaceIcons.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Places, and the folders that they mean.
 
 #include "kx/places/KxPlaces.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The buttons of a places bar: their looks, their mouse, and the bar made of them.
 
 #include "kx/places/KxPlacesBar.h"

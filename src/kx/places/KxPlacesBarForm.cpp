@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form with the bar of places in a dialog: navigation, the bar's menu, and drops.
 
 #include "kx/places/KxPlacesBarForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the lite dialogs know of places.
 
 #include "kx/places/KxPlaces.h"

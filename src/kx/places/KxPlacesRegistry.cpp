@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads places from the registry and writes them to it.
 
 #include "kx/places/KxPlaces.h"

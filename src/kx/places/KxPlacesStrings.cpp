@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of the places' forms and menus.
 
 #include "kx/places/KxPlacesStrings.h"

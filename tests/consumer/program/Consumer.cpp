@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows an open dialog with a docked form and looks whether all that belongs to it has arrived in this program. Ends
 // with 0 when it has.
 

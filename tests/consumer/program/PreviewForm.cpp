@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A form that is docked into the dialog; what is on it comes from PreviewForm.dfm.
 
 #include "PreviewForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A designer that comes to a bad end: it changes the form that its argument names, waits for the copy of what is not
 // saved, and does what ends a program.
 

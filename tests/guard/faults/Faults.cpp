@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One fault of each kind, for the test that sees each of them reported.
 
 #include "kx/win/Windows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library that shows the system's dialog and leaves it as it is.
 
 #include "../plugin/Plugin.h"

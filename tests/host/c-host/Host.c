@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* A program in C that loads a library, shows its dialog, and unloads it, again and again.
 
    Arguments: the library, one that does the same without what is tested, and how often. The exit code tells what was

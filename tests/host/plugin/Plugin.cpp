@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library with dialogs that programs load and unload.
 
 #include "Plugin.h"

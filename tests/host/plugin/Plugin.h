@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TESTS_HOST_PLUGIN_H
 #define TESTS_HOST_PLUGIN_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program that ends while a dialog is shown.
 
 #include "kx/modeless/KxModelessDlg.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What screen readers ask of the objects of controls beyond their names.
 
 #include "tests/support/ExceptionLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What controls tell screen readers.
 
 #include "tests/support/FormTest.h"

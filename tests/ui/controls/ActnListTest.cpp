@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Actions and what follows them.
 
 #include "kx/ui/controls/ActnList.h"

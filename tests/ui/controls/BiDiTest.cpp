@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Right-to-left controls.
 
 #include "kx/ui/widgets/ComCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A control that loses its window in a notification of that window: the window's own procedure comes to its end first.
 
 #include "kx/ui/widgets/ComCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The census sees what comes and what is lost.
 
 #include "tests/support/Cycles.h"

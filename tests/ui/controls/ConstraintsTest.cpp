@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The limits of sizes that handlers set.
 
 #include "kx/ui/widgets/ExtCtrls.h"

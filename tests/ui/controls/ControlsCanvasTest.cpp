@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a control's canvas draws on.
 
 #include "kx/ui/widgets/ExtCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dragging from control to control.
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls and their windows.
 
 #include "kx/ui/widgets/ExtCtrls.h"

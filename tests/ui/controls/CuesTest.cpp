@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Marks for the keyboard: underlined letters and frames around what has the focus.
 
 #include "kx/ui/widgets/Buttons.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The focus, and keys that move it.
 
 #include "tests/ui/FocusPump.h"

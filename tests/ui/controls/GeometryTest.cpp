@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sizes at the limits of their numbers.
 
 #include "kx/ui/widgets/Buttons.h"

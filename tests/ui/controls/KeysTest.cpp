@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Accelerators of all letters.
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever a handler frees, in whatever event, nothing that has gone is used, and what stays works on.
 
 #include "tests/ui/HostDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Margins of aligned controls, and padding around them.
 
 #include "kx/ui/widgets/ExtCtrls.h"

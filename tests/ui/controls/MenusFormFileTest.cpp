@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus in form files.
 
 #include "kx/core/Classes.h"

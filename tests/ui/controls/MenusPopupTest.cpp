@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus that pop up.
 
 #include "kx/ui/controls/Menus.h"

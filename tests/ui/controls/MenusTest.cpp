@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus, their items and shortcuts.
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that are read from right to left.
 
 #include "tests/support/FormFiles.h"

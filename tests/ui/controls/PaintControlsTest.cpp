@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One control's failure does not keep the others from being painted.
 
 #include "tests/support/ExceptionLog.h"

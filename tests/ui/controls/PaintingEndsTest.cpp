@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Code of the application frees a control, or has its window made anew, while it is painted.
 
 #include "kx/ui/widgets/ComCtrls.h"

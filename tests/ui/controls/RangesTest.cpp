@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of the framework in range-for, and what can be read of const objects.
 
 #include "kx/ui/controls/ActnList.h"
@@ -97,7 +98,8 @@ TEST_F(Ranges, GoThroughItemsColumnsPanelsAndNodes) {
     for (TListItem& item : list.Items()) {
         item.SetCaption(item.Caption() + "!");
     }
-    EXPECT_THAT(ValuesOf(list.Items(), [](const TListItem& item) { return item.Caption(); }), ElementsAre("one!", "two!"));
+    EXPECT_THAT(ValuesOf(list.Items(), [](const TListItem& item) { return item.Caption(); }),
+                ElementsAre("one!", "two!"));
     EXPECT_THAT(ValuesOf(list.Columns(), [](const TListColumn& column) { return column.Caption(); }),
                 ElementsAre("one", "two"));
 

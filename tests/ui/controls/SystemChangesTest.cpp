@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Changes of colours, themes and settings.
 
 #include "tests/ui/HostDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is typed in any script arrives whole, and is offered whole.
 
 #include "kx/ui/widgets/StdCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All windows of the framework are Unicode windows.
 
 #include "kx/ui/StandardClasses.h"

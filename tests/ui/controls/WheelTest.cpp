@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The mouse wheel's events.
 
 #include "kx/ui/widgets/ScrollBoxes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colour dialog as the system has it.
 
 #include "kx/ui/dialogs/DialogsColor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file dialogs as the system has them.
 
 #include "tests/support/ErrorOf.h"

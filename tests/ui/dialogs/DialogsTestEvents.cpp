@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Handlers of the file dialogs that fail.
 
 #include "tests/support/ExceptionLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files that come back from the file dialogs.
 
 #include "tests/support/TestDriver.h"

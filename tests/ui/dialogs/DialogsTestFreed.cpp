@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // File dialogs that are freed while they are shown.
 
 #include "kx/win/Subclass.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // File names of any script.
 
 #include "tests/support/TestDriver.h"

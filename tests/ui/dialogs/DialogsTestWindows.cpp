@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the dialogs of Windows do and those of other systems do not.
 
 #include "kx/win/PathKind.h"

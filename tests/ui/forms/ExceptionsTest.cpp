@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exceptions while a button holds the mouse.
 
 #include "kx/core/Barrier.h"

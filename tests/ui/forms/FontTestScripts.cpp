@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names of fonts in any script.
 
 #include "kx/graphics/Graphics.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that are made from their files.
 
 #include "tests/ui/SampleForms.h"

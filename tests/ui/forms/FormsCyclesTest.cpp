@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Showings of forms leave nothing behind.
 
 #include "tests/ui/SampleForms.h"

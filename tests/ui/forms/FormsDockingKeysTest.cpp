@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keyboard among the controls of forms inside a dialog's window.
 
 #include "tests/ui/HostDialog.h"

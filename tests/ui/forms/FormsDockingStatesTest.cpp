@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Icons and maximised forms in a dialog.
 
 #include "tests/ui/HostDialog.h"

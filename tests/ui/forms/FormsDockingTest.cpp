@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms inside a dialog's window.
 
 #include "tests/ui/HostDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that go, or lose their windows, while something of them is under way.
 
 #include "tests/ui/HostDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where forms show first, and how they stick to the edges of the screen.
 
 #include "tests/support/FormFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that were designed at another resolution than the screen's.
 
 #include "kx/graphics/ImgList.h"

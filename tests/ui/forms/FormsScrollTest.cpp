@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that scroll, that take the size of what is in them, and that keep a border free.
 
 #include "kx/ui/forms/Frames.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms, the screen and the application.
 
 #include "tests/ui/SampleForms.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that show through, that hear of all keys, and that refer to each other.
 
 #include "kx/core/GlobalReferences.h"

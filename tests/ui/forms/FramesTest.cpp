@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Frames on forms.
 
 #include "kx/ui/forms/Frames.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // F1 and the topics of help.
 
 #include "kx/ui/widgets/ExtCtrls.h"

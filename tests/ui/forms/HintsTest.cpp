@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hints of controls.
 
 #include "tests/support/TestDriver.h"

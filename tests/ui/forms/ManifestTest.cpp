@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the manifest tells Windows.
 
 #include "kx/win/Windows.h"

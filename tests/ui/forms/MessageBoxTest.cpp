@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window that owns a message box.
 
 #include "tests/support/ImportPatch.h"

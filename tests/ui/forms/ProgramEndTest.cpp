@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Static objects and threads at a program's end.
 
 #include "tests/support/Process.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Threads, and what they have done in the application's.
 
 #include "kx/ui/forms/Threads.h"

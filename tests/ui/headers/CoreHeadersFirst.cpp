@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ordinary Win32 code behind the headers of the core.
 
 #include "kx/core/Classes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ordinary Win32 code behind our headers.
 
 #include "kx/core/Strings.h"

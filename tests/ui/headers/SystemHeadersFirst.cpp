@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ordinary Win32 code before our headers.
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Our headers in a Unicode program.
 
 #define UNICODE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program whose end is tested.
 
 #include "kx/ui/controls/Menus.h"

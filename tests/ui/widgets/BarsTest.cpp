@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Status bars and progress bars.
 
 #include "kx/ui/widgets/ComCtrlsBars.h"

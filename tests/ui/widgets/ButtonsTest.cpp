@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Speed buttons.
 
 #include "kx/ui/widgets/Buttons.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Edits and memos.
 
 #include "kx/ui/widgets/StdCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Columns and rows of grids that the user drags to other places.
 
 #include "kx/ui/widgets/GridsString.h"

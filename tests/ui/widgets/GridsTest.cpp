@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Grids whose cells are drawn by a handler.
 
 #include "kx/ui/widgets/Grids.h"

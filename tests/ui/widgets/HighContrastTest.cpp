@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls that draw themselves, for users who need strong contrasts.
 
 #include "kx/ui/widgets/Buttons.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Labels edited in a list view, from either kind of notification.
 
 #include "kx/ui/widgets/ComCtrls.h"

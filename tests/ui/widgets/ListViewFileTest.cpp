@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The items of list views in form files.
 
 #include "kx/ui/widgets/ComCtrls.h"

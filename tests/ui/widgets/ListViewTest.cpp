@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // List views.
 
 #include "kx/ui/widgets/ComCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memos whose lines change many at a time.
 
 #include "kx/ui/widgets/StdCtrls.h"

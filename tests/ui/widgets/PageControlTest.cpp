@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pages below tabs, by mouse, keyboard and form file.
 
 #include "kx/ui/widgets/ComCtrlsPages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Groups of radio buttons, by mouse, keyboard and form file.
 
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"

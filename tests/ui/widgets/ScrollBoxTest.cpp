@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Boxes that scroll their controls.
 
 #include "kx/ui/widgets/ExtCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Splitters between controls.
 
 #include "kx/ui/widgets/ExtCtrls.h"

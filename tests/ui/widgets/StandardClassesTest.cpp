@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All classes of the framework are registered by one call, and each of them comes back from a form file.
 
 #include "kx/ui/StandardClasses.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Buttons, boxes and lists.
 
 #include "kx/ui/widgets/StdCtrls.h"

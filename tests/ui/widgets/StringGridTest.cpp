@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Grids of texts.
 
 #include "kx/ui/widgets/GridsString.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How controls look where the system's theme draws them.
 
 #include "kx/ui/widgets/Buttons.h"

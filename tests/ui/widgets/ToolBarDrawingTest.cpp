@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How tool bars and their buttons look.
 
 #include "tests/ui/ToolBarFixture.h"

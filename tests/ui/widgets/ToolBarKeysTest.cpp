@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tool bars by the keyboard.
 
 #include "tests/support/Reader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tool bars and the places of their buttons.
 
 #include "tests/ui/ToolBarFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kx/ui/widgets/ComCtrlsTree.h"
 #include "tests/support/FormFiles.h"
 #include "tests/ui/BlockFile.h"

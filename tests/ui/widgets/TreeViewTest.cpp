@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tree views.
 
 #include "kx/ui/widgets/ComCtrlsTree.h"

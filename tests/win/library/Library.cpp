@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library that has values for each thread and is unloaded.
 
 #include "kx/win/PerThread.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Actions and the lists that they are in.
 
 #include "kx/ui/controls/ActnList.h"

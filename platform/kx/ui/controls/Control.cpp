@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls: their place, look and parent.
 
 #include "kx/ui/controls/Controls.h"

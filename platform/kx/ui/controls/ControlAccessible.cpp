@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What controls say of themselves to screen readers.
 
 #include "kx/ui/controls/Controls.h"

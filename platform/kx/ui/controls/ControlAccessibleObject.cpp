@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The objects by which the system lets screen readers look at controls.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The action of a control.
 
 #include "kx/ui/controls/Control.h"

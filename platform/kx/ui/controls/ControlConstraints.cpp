@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The limits of a control's size.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dragging one control over others.
 
 #include "kx/ui/controls/ControlDrag.h"

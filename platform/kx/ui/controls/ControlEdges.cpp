@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What controls leave free at their edges.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What controls ask of the program around them.
 
 #include "kx/ui/controls/ControlHost.h"

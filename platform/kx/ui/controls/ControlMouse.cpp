@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the mouse does with a control, and its context menu.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls at other resolutions than the one their sizes were written down for.
 
 #include "kx/ui/controls/Controls.h"

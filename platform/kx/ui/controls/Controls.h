@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Controls: what is seen, with a window of its own or without, and how to find it.

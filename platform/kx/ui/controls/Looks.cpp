@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What controls that draw themselves have in common.
 
 #include "kx/ui/controls/Looks.h"

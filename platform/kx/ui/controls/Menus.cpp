@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menu items, and the command numbers by which they are found.
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The action of a menu item.
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus as a whole: their messages, images and short cuts, and menus that pop up.
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How many messages are being handled in a thread.
 
 #include "kx/ui/controls/MessageFrames.h"

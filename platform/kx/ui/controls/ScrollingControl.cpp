@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls that scroll what is in them, or take its size.
 
 #include "kx/ui/controls/ScrollingControl.h"

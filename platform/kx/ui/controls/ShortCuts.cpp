@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys that do what menu items and actions do, as texts, and the letters marked by "&".
 
 #include "kx/ui/controls/ShortCuts.h"

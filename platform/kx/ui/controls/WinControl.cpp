@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls with a window: what they show, and how they align what is in them.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Windows of system classes: their procedures at work, and how a control loses its window meanwhile.
 
 #include "kx/ui/controls/Controls.h"

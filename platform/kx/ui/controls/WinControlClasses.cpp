@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Window classes of controls.
 
 #include "kx/ui/controls/Controls.h"

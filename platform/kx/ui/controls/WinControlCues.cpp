@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the system says of the looks of a window, and whether marks for the keyboard are shown in it.
 
 #include "kx/ui/controls/Controls.h"

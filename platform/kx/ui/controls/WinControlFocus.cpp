@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keyboard: tab order, focus and keys.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The messages of a control's window, and how controls are found.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Z order of the windows in a control.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a control's window is painted, with the controls in it that have none.
 
 #include "kx/ui/controls/WinControl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a control's window is made, placed, moved to another parent, and lost.
 
 #include "kx/ui/controls/Controls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the system's dialogs have in common, and message boxes.
 
 #include "kx/ui/dialogs/Dialogs.h"

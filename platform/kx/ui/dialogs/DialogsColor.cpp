@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's colour dialog.
 
 #include "kx/ui/dialogs/DialogsColor.h"

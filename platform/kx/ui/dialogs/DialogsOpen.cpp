@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's open and save dialogs.
 
 #include "kx/ui/dialogs/DialogsOpenRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One showing of an open or save dialog.
 
 #include "kx/ui/dialogs/DialogsOpenRun.h"

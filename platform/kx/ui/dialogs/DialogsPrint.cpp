@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's print dialog.
 
 #include "kx/ui/dialogs/DialogsPrint.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Windows of other frameworks on forms.
 
 #include "kx/ui/forms/ForeignControl.h"

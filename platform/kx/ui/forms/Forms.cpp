@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms: from their making to their end.
 
 #include "kx/ui/forms/Forms.h"

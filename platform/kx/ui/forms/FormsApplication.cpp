@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application: its forms, its message loop, and its last resort for exceptions.
 
 #include "kx/ui/forms/Forms.h"

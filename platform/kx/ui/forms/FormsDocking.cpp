@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms in windows that are not the framework's.
 
 #include "kx/ui/forms/Forms.h"

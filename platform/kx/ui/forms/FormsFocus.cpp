@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keyboard among the controls of a form.
 
 #include "kx/ui/controls/Menus.h"

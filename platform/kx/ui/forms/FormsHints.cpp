@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // When hints show, and when they go.
 
 #include "kx/ui/forms/Forms.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application of a library that programs load and unload.
 
 #include "kx/ui/forms/Forms.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms and frames from the form files in the program.
 
 #include "kx/ui/forms/FormsLoad.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms that are shown until they are answered.
 
 #include "kx/ui/forms/Forms.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where forms show, and what is around their client area.
 
 #include "kx/ui/controls/Menus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms and frames at the resolution of the screen.
 
 #include "kx/core/Filer.h"

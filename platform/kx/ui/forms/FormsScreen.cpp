@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The screen, its pointers, and the forms on it.
 
 #include "kx/ui/forms/Forms.h"

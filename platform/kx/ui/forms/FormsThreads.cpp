@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Work that one thread does for another.
 
 #include "kx/ui/forms/FormsThreads.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window of a form.
 
 #include "kx/ui/forms/Forms.h"

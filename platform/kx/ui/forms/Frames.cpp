@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Frames.
 
 #include "kx/ui/forms/Frames.h"

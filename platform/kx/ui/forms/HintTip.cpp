@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's tool tip with a hint.
 
 #include "kx/ui/forms/HintTip.h"

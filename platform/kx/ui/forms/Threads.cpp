@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Threads that end with the program.
 
 #include "kx/ui/forms/Threads.h"

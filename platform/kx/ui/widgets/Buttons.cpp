@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Buttons that draw themselves.
 
 #include "kx/ui/widgets/Buttons.h"

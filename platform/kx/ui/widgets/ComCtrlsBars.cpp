@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Progress bars and status bars.
 
 #include "kx/ui/widgets/ComCtrlsBars.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts in binary blocks of form files.
 
 #include "kx/ui/widgets/ComCtrlsBlock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The columns of a list view.
 
 #include "kx/ui/widgets/ComCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The items of list views, and how they are sorted.
 
 #include "kx/ui/widgets/ComCtrls.h"

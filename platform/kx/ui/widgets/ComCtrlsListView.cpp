@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // List views: settings, window and selection.
 
 #include "kx/ui/widgets/ComCtrls.h"

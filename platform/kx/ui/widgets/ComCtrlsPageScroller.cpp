@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Page scrollers.
 
 #include "kx/ui/widgets/ComCtrlsPageScroller.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pages below tabs.
 
 #include "kx/ui/widgets/ComCtrlsPages.h"

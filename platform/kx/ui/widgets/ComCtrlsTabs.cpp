@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tabs.
 
 #include "kx/ui/widgets/ComCtrls.h"

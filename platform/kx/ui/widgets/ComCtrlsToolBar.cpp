@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 // Tool bars.
 
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
 
-#include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How tool bars and their buttons are drawn.
 
 #include "kx/core/Barrier.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tool bars by the keyboard, and for screen readers.
 
 #include "kx/ui/widgets/ComCtrlsToolBar.h"

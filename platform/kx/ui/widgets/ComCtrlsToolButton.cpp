@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The buttons of a tool bar.
 
 #include "kx/ui/controls/Menus.h"

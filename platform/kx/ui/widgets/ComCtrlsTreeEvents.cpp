@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tree views: what the system tells of them, and what they tell.
 
 #include "kx/ui/widgets/ComCtrlsTree.h"

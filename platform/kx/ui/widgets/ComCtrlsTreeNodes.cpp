@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The nodes of a tree view.
 
 #include "kx/ui/widgets/ComCtrlsTree.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The nodes of a tree view in form files.
 
 #include "kx/core/Filer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tree views: settings, window and selection.
 
 #include "kx/ui/widgets/ComCtrlsTree.h"

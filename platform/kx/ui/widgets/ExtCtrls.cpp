@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Panels, bevels, images and boxes to paint in.
 
 #include "kx/ui/widgets/ExtCtrls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A group of radio buttons.
 
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"

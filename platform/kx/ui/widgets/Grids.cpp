@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Grids: their cells and how they are drawn.
 
 #include "kx/ui/widgets/Grids.h"

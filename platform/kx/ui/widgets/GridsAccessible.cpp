@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What grids say of themselves to screen readers.
 
 #include "kx/ui/widgets/Grids.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Columns and rows of a grid that the user drags to other places.
 
 #include "kx/ui/widgets/Grids.h"

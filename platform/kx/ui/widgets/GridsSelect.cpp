@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Moving and selecting in a grid.
 
 #include "kx/ui/widgets/Grids.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sizes of a grid's columns and rows, in the program, in form files and by the mouse.
 
 #include "kx/core/Filer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Grids of texts, and the editor in their cells.
 
 #include "kx/ui/widgets/GridsString.h"

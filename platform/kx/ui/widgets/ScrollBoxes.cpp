@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Areas that scroll.
 
 #include "kx/ui/widgets/ScrollBoxes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Splitters.
 
 #include "kx/ui/widgets/Splitters.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's push buttons, check boxes and radio buttons.
 
 #include "kx/ui/forms/Forms.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Edits of one line.
 
 #include "kx/ui/widgets/StdCtrls.h"

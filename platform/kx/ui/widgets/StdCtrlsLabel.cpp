@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Labels.
 
 #include "kx/ui/controls/Looks.h"

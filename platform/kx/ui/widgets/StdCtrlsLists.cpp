@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // List boxes and combo boxes.
 
 #include "kx/ui/forms/Forms.h"

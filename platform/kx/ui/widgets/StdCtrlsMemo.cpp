@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Edits of many lines.
 
 #include "kx/ui/widgets/StdCtrls.h"

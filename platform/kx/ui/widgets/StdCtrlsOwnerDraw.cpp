@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Items that the program draws.
 
 #include "kx/core/Barrier.h"

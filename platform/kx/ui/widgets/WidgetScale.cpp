@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What widgets measure in pixels besides their bounds, at other resolutions.
 
 #include "kx/ui/widgets/Buttons.h"
