@@ -54,6 +54,13 @@ uintptr_t BorderOf(const CONTEXT& context) {
     return 0;
 }
 
+/// The compiler's runtime, which raises an exception, is part of the module that throws. That of other libraries
+/// catches too, and nobody watches it.
+bool IsOfThisModule(const CONTEXT& context) {
+    TStackWalk walk(context); // begins in the system
+    return walk.Next() && IsOurCode(walk.Address());
+}
+
 /// The compiler's runtime calls it with the frame that catches, and again for each frame that cleans up.
 void NTAPI Unwind(PVOID frame, PVOID address, PEXCEPTION_RECORD record, PVOID value, PCONTEXT context,
                   PUNWIND_HISTORY_TABLE history) {
@@ -78,7 +85,7 @@ void GuardThrows() {
 }
 
 void NoteThrow(const EXCEPTION_POINTERS& exception) {
-    if (exception.ExceptionRecord->ExceptionCode != GccThrow) {
+    if (exception.ExceptionRecord->ExceptionCode != GccThrow || !IsOfThisModule(*exception.ContextRecord)) {
         return;
     }
     CheckSwallowedThrow();
