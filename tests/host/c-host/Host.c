@@ -166,15 +166,14 @@ static int Cycles(const char* path, int count, int known, TCensus* growth) {
 
 int main(int argc, char** argv) {
     TCensus bare, ours;
-    int count, few, result;
+    int count, result;
     if (argc != 4 || (count = atoi(argv[3])) < 1) {
         return Usage;
     }
     owner = CreateWindowExA(0, "STATIC", "A program in C", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 400, 300, NULL,
                             NULL, NULL, NULL);
     Pump();
-    few = count / 4 > 0 ? count / 4 : 1; /* it is nothing but a measure */
-    result = Cycles(argv[2], few, 0, &bare);
+    result = Cycles(argv[2], count, 0, &bare);
     if (result != Fine) {
         return 100 + result;
     }
@@ -192,8 +191,5 @@ int main(int argc, char** argv) {
         return IndexLeft;
     }
     /* What the runtime library loses with every library in C++ is not ours. */
-    return (double)ours.blocks / count > (double)bare.blocks / few + 0.5 ||
-                   (double)ours.bytes / count > (double)bare.bytes / few + 64
-               ? MemoryLeft
-               : Fine;
+    return ours.blocks > bare.blocks + count / 2 || ours.bytes > bare.bytes + 64 * count ? MemoryLeft : Fine;
 }
