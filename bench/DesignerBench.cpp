@@ -5,10 +5,12 @@
 
 #include "designer/DesignerForm.h"
 #include "designer/Files.h"
+#include "designer/Settings.h"
 #include "designer/StandardPackage.h"
 #include "kx/core/Barrier.h"
 #include "kx/core/SysUtils.h"
 #include "kx/win/Handles.h"
+#include "kx/win/Registry.h"
 #include "kx/win/Windows.h"
 #include "support/TempFolder.h"
 
@@ -20,6 +22,18 @@
 namespace kx::bench {
 
 namespace {
+
+/// Settings of the designer's that begin empty, and leave those of the user alone.
+class TOwnSettings {
+public:
+    TOwnSettings() { designer::SetSettingsKey(Key); }
+    TOwnSettings(const TOwnSettings&) = delete;
+    TOwnSettings& operator=(const TOwnSettings&) = delete;
+    ~TOwnSettings() { TRegistry().DeleteKey(Key); }
+
+private:
+    static constexpr const char* Key = "Software\\kxqdlgs70\\Bench";
+};
 
 using TDesigner = std::unique_ptr<designer::TDesignerForm, TFreeDeleter>;
 
@@ -187,6 +201,7 @@ TRow Against(const std::string& what, const std::vector<double>& milliseconds, d
 
 std::vector<TRow> MeasureDesigner() {
     designer::RegisterStandardPackage();
+    const TOwnSettings settings;
     std::vector<TRow> rows{MeasureDrag()};
     std::vector<double> programs, starts, opens;
     const test::TTempFolder folder("bench");
