@@ -159,7 +159,7 @@ TRow MeasurePainting() {
         ours.push_back(paint(bar->ToolBar1->Handle()));
     }
     return ComparePairs("place button and its bar painted anew", ours, "plain owner-drawn button painted", plains, "us",
-                        1.2);
+                        1.10);
 }
 
 } // namespace
