@@ -3,6 +3,7 @@
 
 #include "Benches.h"
 
+#include "Programs.h"
 #include "designer/DesignerForm.h"
 #include "designer/Files.h"
 #include "designer/Settings.h"
@@ -165,31 +166,21 @@ HWND PaintedWindowOf(DWORD process) {
 
 /// Milliseconds from the start of the program until its window is painted.
 double StartOfProgram() {
-    char self[MAX_PATH];
-    GetModuleFileNameA(nullptr, self, MAX_PATH);
-    std::string command = "\"" + ExtractFilePath(std::string(self)) + "..\\apps\\designer\\designer.exe\"";
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
     const double begin = Now();
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
-        throw Exception("cannot start " + command);
-    }
-    const unique_handle_object handle(process.hProcess);
-    const unique_handle_object thread(process.hThread);
+    const TStartedProgram program = StartProgram("..\\apps\\designer\\designer.exe");
     constexpr double longest = 30; // seconds
     HWND window = nullptr;
     while (!window && Now() - begin < longest) {
-        window = PaintedWindowOf(process.dwProcessId);
+        window = PaintedWindowOf(program.Id);
         Sleep(5);
     }
     const double took = (Now() - begin) * 1e3;
     if (!window) {
-        TerminateProcess(handle.get(), 1);
+        TerminateProcess(program.Process.get(), 1);
         throw Exception("the designer does not show its window");
     }
     PostMessageA(window, WM_CLOSE, 0, 0);
-    WaitForSingleObject(handle.get(), 10'000);
+    WaitForSingleObject(program.Process.get(), 10'000);
     return took;
 }
 

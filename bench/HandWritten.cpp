@@ -26,7 +26,8 @@ constexpr std::array Folders{CSIDL_DESKTOPDIRECTORY, CSIDL_DRIVES, CSIDL_PERSONA
 /// What a showing puts into the dialog.
 struct TParts {
     bool WithPlaces;
-    HWND Left, Top, Right, Bottom, Bar;
+    std::array<HWND, 4> Panels; ///< At the left, the top, the right and the bottom.
+    HWND Bar;
     unique_himagelist Icons, HotIcons;
 };
 
@@ -125,10 +126,11 @@ void LayOut(HWND dialog, const TParts& parts) {
         moves = DeferWindowPos(moves, window, nullptr, left, top, width, height,
                                SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
     };
-    move(parts.Left, 0, Band, Side, inner);
-    move(parts.Right, client.right - Side, Band, Side, inner);
-    move(parts.Top, 0, 0, client.right, Band);
-    move(parts.Bottom, 0, client.bottom - Band, client.right, Band);
+    const auto [left, top, right, bottom] = parts.Panels;
+    move(left, 0, Band, Side, inner);
+    move(right, client.right - Side, Band, Side, inner);
+    move(top, 0, 0, client.right, Band);
+    move(bottom, 0, client.bottom - Band, client.right, Band);
     if (parts.Bar) {
         move(parts.Bar, Side + 4, Band + 33, BarWidth, inner - 66);
     }
@@ -138,7 +140,7 @@ void LayOut(HWND dialog, const TParts& parts) {
 LRESULT CALLBACK FollowSize(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR data) {
     const auto& parts = *reinterpret_cast<const TParts*>(data);
     if (message == WM_DESTROY) {
-        for (HWND panel : {parts.Left, parts.Top, parts.Right, parts.Bottom}) {
+        for (HWND panel : parts.Panels) {
             ShowWindow(panel, SW_HIDE);
             SetParent(panel, Keeper());
         }
@@ -172,13 +174,10 @@ void Extend(HWND dialog, TParts& parts) {
     }
     EndDeferWindowPos(moves);
     static const std::array panels{NewPanel(180, 200), NewPanel(400, 90), NewPanel(180, 200), NewPanel(400, 90)};
-    for (HWND panel : panels) {
+    parts.Panels = panels;
+    for (HWND panel : parts.Panels) {
         SetParent(panel, dialog);
     }
-    parts.Left = panels[0];
-    parts.Top = panels[1];
-    parts.Right = panels[2];
-    parts.Bottom = panels[3];
     if (parts.WithPlaces) {
         parts.Bar = PlacesBar(dialog, parts);
     }

@@ -4,9 +4,9 @@
 #include "Benches.h"
 
 #include "HandWritten.h"
+#include "Programs.h"
 #include "Showing.h"
 #include "kx/core/SysUtils.h"
-#include "kx/win/Handles.h"
 #include "kx/win/Windows.h"
 
 #include <psapi.h>
@@ -24,24 +24,14 @@ int OwnKilobytes() {
 
 /// Of a program that shows the dialog: this one again, in another process.
 double KilobytesOf(const char* dialog) {
-    char self[MAX_PATH];
-    GetModuleFileNameA(nullptr, self, MAX_PATH);
-    std::string command = "\"" + std::string(self) + "\" shows " + dialog;
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
-        throw Exception("cannot start " + command);
-    }
-    const unique_handle_object handle(process.hProcess);
-    const unique_handle_object thread(process.hThread);
+    const TStartedProgram program = StartProgram("kx_bench.exe", std::string("shows ") + dialog);
     DWORD kilobytes = 0;
-    if (WaitForSingleObject(handle.get(), 30'000) != WAIT_OBJECT_0) {
-        TerminateProcess(handle.get(), 0);
+    if (WaitForSingleObject(program.Process.get(), 30'000) != WAIT_OBJECT_0) {
+        TerminateProcess(program.Process.get(), 0);
     }
-    GetExitCodeProcess(handle.get(), &kilobytes);
+    GetExitCodeProcess(program.Process.get(), &kilobytes);
     if (kilobytes == 0) {
-        throw Exception(command + " does not tell its memory");
+        throw Exception(std::string(dialog) + " does not tell its memory");
     }
     return kilobytes;
 }
