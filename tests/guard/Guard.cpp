@@ -19,6 +19,8 @@ long Told = 0;    ///< Reports that have failed a test.
 long Outside = 0; ///< Reports between two tests.
 
 class TGuardListener : public testing::EmptyTestEventListener {
+    /// GoogleTest's list of all tests, which is there already, would take longer than most tests.
+    void OnTestProgramStart(const testing::UnitTest&) override { GuardHeap(); }
     void OnTestStart(const testing::TestInfo& test) override {
         Outside += Reports() - Told;
         Told = Reports();
@@ -58,7 +60,6 @@ void AtExit() {
 
 /// Before the constructors of all globals.
 [[gnu::constructor(101)]] void Start() {
-    GuardHeap();
     GuardFaults();
     GuardThrows();
     GuardHandles();

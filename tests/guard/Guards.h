@@ -5,7 +5,7 @@
 
 namespace kx::guard {
 
-/// From now on malloc and its kind work on the page heap; new and delete always do.
+/// From now on malloc, new and their kinds work on the page heap.
 void GuardHeap();
 
 /// From now on hard faults (access violations, illegal instructions, divisions by zero, ...) are reported when they

@@ -30,6 +30,7 @@ TFree SystemFree = nullptr;
 TRealloc SystemRealloc = nullptr;
 TMalloc SystemMalloc = nullptr;
 void* Unused = nullptr;
+bool Guarded = false;
 
 template <class F> F FromRuntime(const char* name) {
     return reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("msvcrt.dll"), name)));
@@ -47,11 +48,12 @@ void FindSystem() {
 bool IsOfSystem(void* memory) { return HeapValidate(reinterpret_cast<HANDLE>(_get_heap_handle()), 0, memory) != 0; }
 
 [[gnu::noinline]] void* Take(size_t size, TBlockKind kind) {
-    if (void* memory = Allocate(size, MallocAlignment, kind)) {
-        return memory;
+    void* memory = Guarded ? Allocate(size, MallocAlignment, kind) : nullptr;
+    if (!memory) {
+        FindSystem();
+        memory = SystemMalloc(size);
     }
-    FindSystem();
-    return SystemMalloc(size);
+    return memory;
 }
 
 [[gnu::noinline]] void GiveBack(void* memory, TBlockKind kind, size_t size = AnySize) {
@@ -80,7 +82,8 @@ void* TakeNew(size_t size, TBlockKind kind) {
 }
 
 void* TakeAligned(size_t size, std::align_val_t alignment, TBlockKind kind) {
-    void* memory = Allocate(size, std::max(static_cast<size_t>(alignment), MallocAlignment), kind);
+    const size_t larger = std::max(static_cast<size_t>(alignment), MallocAlignment);
+    void* memory = Guarded ? Allocate(size, larger, kind) : nullptr;
     if (!memory) {
         memory = _aligned_malloc(size, static_cast<size_t>(alignment));
     }
@@ -144,6 +147,7 @@ void GuardHeap() {
         {"free", reinterpret_cast<void*>(Free), &Unused},
     };
     ReplaceImports(imports);
+    Guarded = true;
 }
 
 } // namespace kx::guard

@@ -30,8 +30,8 @@ struct TLiveBlocks {
 constexpr size_t AnySize = SIZE_MAX;
 
 /// Memory that ends at a page which cannot be touched, behind another such page; as a freed block cannot. Those are
-/// used again, the oldest first, when there are no fresh pages left. Null when there is no room: the page heap is
-/// bounded.
+/// used again, the oldest first, when there are many of them or no fresh pages left. Null when there is no room: the
+/// page heap is bounded.
 void* Allocate(size_t size, size_t alignment, TBlockKind kind);
 /// False: it is no memory of the page heap. Memory that is given back twice, by the wrong function or with a wrong size
 /// is reported, and so is one that was written before its begin or behind its end.

@@ -38,7 +38,7 @@ private:
 
 /// The innermost frames of a stack.
 struct TTrace {
-    static constexpr size_t Depth = 20;
+    static constexpr size_t Depth = 12;
 
     uint32_t Count = 0;
     void* Frames[Depth];
