@@ -5,9 +5,12 @@
 
 #include <commdlg.h>
 
+#include <initializer_list>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -15,7 +18,26 @@ namespace {
 /// thread that goes on only with the module's own code, which is not there any more.
 template <int Number> thread_local int Value = 0;
 
-template <int... Number> void UseValues(std::integer_sequence<int, Number...>) { (++Value<Number>, ...); }
+/// Some heaps keep small blocks in groups, and a group stays as long as one block of it. What a library loses lies
+/// among all that it uses for a while; so here.
+class TUsedForAWhile {
+public:
+    void More() {
+        for (const unsigned size : {16U, 24U, 40U, 64U, 120U}) {
+            for (int i = 0; i < 32; ++i) {
+                FBlocks.emplace_back(new char[size]);
+            }
+        }
+    }
+
+private:
+    std::vector<std::unique_ptr<char[]>> FBlocks;
+};
+
+template <int... Number> void UseValues(std::integer_sequence<int, Number...>) {
+    TUsedForAWhile blocks;
+    ((blocks.More(), ++Value<Number>), ...);
+}
 
 void CALLBACK Cancel(HWND dialog, UINT, UINT_PTR id, DWORD) {
     if (IsWindowVisible(dialog) && IsWindowEnabled(dialog)) {
