@@ -6,6 +6,8 @@
 #include "kx/core/SysUtils.h"
 #include "kx/win/Windows.h"
 
+#include <cstring>
+
 namespace kx::designer {
 
 std::string ClipboardText() {

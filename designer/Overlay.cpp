@@ -7,6 +7,8 @@
 #include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
+#include <algorithm>
+
 namespace kx::designer {
 
 namespace {

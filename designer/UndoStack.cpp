@@ -4,6 +4,7 @@
 #include "designer/UndoStack.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kx::designer {
 

@@ -3,6 +3,7 @@
 
 #include "kx/win/Windows.h"
 
+#include <climits>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -13,6 +13,8 @@
 #include "tests/support/ErrorOf.h"
 #include "tests/support/Printers.h"
 
+#include <tuple>
+
 namespace kx::test {
 namespace {
 

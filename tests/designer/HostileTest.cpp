@@ -5,6 +5,8 @@
 
 #include "kx/ide/ComponentEditors.h"
 
+#include <stdexcept>
+
 namespace kx::test {
 namespace {
 

@@ -10,6 +10,8 @@
 #include "kx/opensave/KxOpenDlg.h"
 #include "kx/ui/widgets/ExtCtrlsRadioGroup.h"
 
+#include <algorithm>
+
 namespace kx::test {
 namespace {
 

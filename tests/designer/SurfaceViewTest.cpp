@@ -5,6 +5,8 @@
 
 #include "tests/ui/WheelLines.h"
 
+#include <algorithm>
+
 namespace kx::test {
 namespace {
 

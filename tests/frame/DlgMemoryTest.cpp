@@ -12,6 +12,8 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
+
 namespace kx::test {
 namespace {
 

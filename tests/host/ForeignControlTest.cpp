@@ -12,6 +12,8 @@
 #include "tests/ui/FocusPump.h"
 #include "tests/ui/HostDialog.h"
 
+#include <algorithm>
+
 namespace kx {
 namespace {
 

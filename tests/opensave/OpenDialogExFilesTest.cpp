@@ -5,6 +5,8 @@
 
 #include "tests/support/FormFiles.h"
 
+#include <algorithm>
+
 // The list of recent files, in the component and in the registry.
 
 namespace kx {

@@ -7,6 +7,7 @@
 #include "kx/win/Registry.h"
 #include "tests/support/TestKey.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 

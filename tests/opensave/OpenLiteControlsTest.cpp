@@ -6,6 +6,7 @@
 #include "kx/win/System.h"
 
 #include <map>
+#include <tuple>
 
 namespace kx {
 namespace {

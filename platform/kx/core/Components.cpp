@@ -6,6 +6,7 @@
 #include "kx/core/KeptForm.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 
 namespace kx {

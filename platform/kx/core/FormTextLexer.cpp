@@ -10,6 +10,7 @@
 #include <charconv>
 #include <limits>
 #include <optional>
+#include <system_error>
 
 namespace kx::detail {
 

@@ -7,6 +7,7 @@
 #include <array>
 #include <charconv>
 #include <optional>
+#include <system_error>
 
 namespace kx {
 

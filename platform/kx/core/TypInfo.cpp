@@ -3,6 +3,8 @@
 
 #include "kx/core/TypInfo.h"
 
+#include <algorithm>
+
 namespace kx {
 
 TEnumInfo::TEnumInfo(std::string_view name, std::initializer_list<const char*> values)

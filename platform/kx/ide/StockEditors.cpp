@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <system_error>
 #include <utility>
 
 namespace kx {

@@ -8,6 +8,7 @@
 #include "kx/frame/KxCustDlgParams.h"
 #include "kx/ui/dialogs/Dialogs.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
 

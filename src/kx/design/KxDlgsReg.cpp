@@ -19,6 +19,8 @@
 #include "kx/opensave/KxSaveDlg.h"
 #include "kx/ui/dialogs/Dialogs.h"
 
+#include <algorithm>
+
 namespace kx {
 
 namespace {

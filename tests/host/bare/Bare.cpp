@@ -5,6 +5,7 @@
 
 #include <commdlg.h>
 
+#include <exception>
 #include <initializer_list>
 #include <memory>
 #include <stdexcept>

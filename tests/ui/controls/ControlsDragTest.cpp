@@ -10,6 +10,8 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include <algorithm>
+
 namespace kx {
 namespace {
 

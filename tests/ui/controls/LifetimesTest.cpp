@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <tuple>
 
 namespace kx {
 namespace {

@@ -8,6 +8,8 @@
 #include <commdlg.h>
 #include <dlgs.h>
 
+#include <stdexcept>
+
 namespace kx {
 namespace {
 

@@ -7,6 +7,8 @@
 #include <commdlg.h>
 #include <dlgs.h>
 
+#include <algorithm>
+
 namespace kx {
 namespace {
 

@@ -9,6 +9,8 @@
 #include "tests/support/SystemLooks.h"
 #include "tests/ui/LooksTest.h"
 
+#include <algorithm>
+
 namespace kx {
 namespace {
 

@@ -5,6 +5,8 @@
 #include "kx/win/Handles.h"
 #include "tests/ui/ControlFixture.h"
 
+#include <algorithm>
+#include <map>
 #include <vector>
 
 namespace kx {

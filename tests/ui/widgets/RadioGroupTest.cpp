@@ -7,6 +7,8 @@
 #include "tests/ui/ControlFixture.h"
 #include "tests/ui/FocusPump.h"
 
+#include <cstdlib>
+
 namespace kx::test {
 namespace {
 

@@ -8,6 +8,7 @@
 #include "kx/win/Handles.h"
 #include "tests/ui/ControlFixture.h"
 
+#include <algorithm>
 #include <map>
 #include <vector>
 

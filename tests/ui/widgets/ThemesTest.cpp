@@ -14,6 +14,7 @@
 #include <uxtheme.h>
 #include <vsstyle.h>
 
+#include <algorithm>
 #include <set>
 
 namespace kx {

@@ -8,6 +8,8 @@
 #include "kx/ui/controls/Menus.h"
 #include "kx/win/Windows.h"
 
+#include <cstdlib>
+
 namespace kx {
 
 namespace {

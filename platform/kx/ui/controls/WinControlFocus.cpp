@@ -8,6 +8,7 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace kx {
 

@@ -14,6 +14,7 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace kx {
 

@@ -6,6 +6,7 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kx {
 

@@ -9,6 +9,7 @@
 #include <vsstyle.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kx {
 

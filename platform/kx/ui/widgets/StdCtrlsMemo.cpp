@@ -7,6 +7,7 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <climits>
 #include <iterator>
 #include <optional>
 #include <utility>

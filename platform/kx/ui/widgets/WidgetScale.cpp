@@ -13,6 +13,8 @@
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Dpi.h"
 
+#include <algorithm>
+
 namespace kx {
 
 namespace {
