@@ -9,6 +9,7 @@
 #include "kx/win/Windows.h"
 
 #include <algorithm>
+#include <iterator>
 #include <shellapi.h>
 
 namespace kx {
@@ -112,8 +113,9 @@ void TKxAddPlaceFrm::InitTarget() {
     if (FPlace->PlaceSpecPath() != ftNone) {
         cbTargetType->SetItemIndex(ttSpecFolder);
         OfferSpecFolders();
-        const auto* const found = std::find(KxOfferedFolders.begin(), KxOfferedFolders.end(), FPlace->PlaceSpecPath());
-        ePath->SetItemIndex(found == KxOfferedFolders.end() ? -1 : static_cast<int>(found - KxOfferedFolders.begin()));
+        const auto at = std::find(KxOfferedFolders.begin(), KxOfferedFolders.end(), FPlace->PlaceSpecPath()) -
+                        KxOfferedFolders.begin();
+        ePath->SetItemIndex(at == std::ssize(KxOfferedFolders) ? -1 : static_cast<int>(at));
         return;
     }
     const bool inRegistry = !FPlace->PlaceRegPath().empty();
