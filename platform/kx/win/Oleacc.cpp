@@ -5,7 +5,11 @@
 
 #include "kx/win/System.h"
 
+#include <type_traits>
+
+#ifdef __GNUC__
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interfaces
+#endif
 
 namespace kx {
 

@@ -13,8 +13,10 @@
 
 namespace kx {
 
+#ifdef __GNUC__
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interface
+#endif
 
 /// How many objects of this module others may still call.
 inline constinit std::atomic<long> CountedObjects{0};
@@ -56,7 +58,9 @@ public:
     HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return DISP_E_MEMBERNOTFOUND; }
 };
 
+#ifdef __GNUC__
 #pragma GCC diagnostic pop
+#endif
 
 /// Gives an object to whoever sent WM_GETOBJECT. The answer of the message; 0: it cannot be given.
 LRESULT AnswerWithObject(WPARAM wParam, IAccessible* object);
