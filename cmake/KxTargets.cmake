@@ -169,13 +169,19 @@ function(kx_add_test name)
     endif()
     # At test time, since the program has to run for it: the first run under Wine makes the prefix, which takes its time.
     set(suites "${CMAKE_CURRENT_BINARY_DIR}/${name}-suites")
-    file(GENERATE OUTPUT "${suites}.cmake" CONTENT
+    set(config "${CMAKE_BUILD_TYPE}")
+    get_property(many GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
+    if(many)
+        set(config "\${CTEST_CONFIGURATION_TYPE}") # ctest -C
+    endif()
+    file(CONFIGURE OUTPUT "${suites}.cmake" CONTENT "include(\"${suites}-${config}.cmake\")\n" @ONLY)
+    file(GENERATE OUTPUT "${suites}-$<CONFIG>.cmake" CONTENT
 "set(program [==[$<TARGET_FILE:${name}>]==])
 set(emulator [==[$<TARGET_PROPERTY:${name},CROSSCOMPILING_EMULATOR>]==])
 set(filter [==[${filter}]==])
 set(prefix [==[${KX_TEST_PREFIX}${arg_LABEL}/]==])
 set(label [==[${arg_LABEL}]==])
-set(list [==[${suites}.txt]==])
+set(list [==[${suites}-$<CONFIG>.txt]==])
 include([==[${PROJECT_SOURCE_DIR}/cmake/KxSuites.cmake]==])
 ")
     set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${suites}.cmake")
