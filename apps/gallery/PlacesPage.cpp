@@ -70,7 +70,7 @@ std::unique_ptr<std::vector<WIN32_FIND_DATAA>> Drives() {
 
 std::string DesktopFolder() {
     unique_pidl pidl;
-    SHGetSpecialFolderLocation(nullptr, CSIDL_DESKTOPDIRECTORY, pidl.put());
+    SHGetSpecialFolderLocation(nullptr, CSIDL_DESKTOPDIRECTORY, reinterpret_cast<LPITEMIDLIST*>(pidl.put()));
     return GetPathFromPIDL(pidl.get());
 }
 

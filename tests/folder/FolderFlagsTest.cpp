@@ -51,7 +51,7 @@ protected:
         if (root == ftNone) {
             pidl = CreatePIDLFromPath(Folder.Path());
         } else {
-            SHGetSpecialFolderLocation(nullptr, constFolders[root], pidl.put());
+            SHGetSpecialFolderLocation(nullptr, constFolders[root], reinterpret_cast<LPITEMIDLIST*>(pidl.put()));
         }
         char name[MAX_PATH] = "";
         BROWSEINFOA info{};

@@ -46,7 +46,7 @@ protected:
     /// What the shell calls the folder.
     static std::string NameOf(TKxSpecShellFolder folder) {
         unique_pidl pidl;
-        SHGetSpecialFolderLocation(nullptr, constFolders[folder], pidl.put());
+        SHGetSpecialFolderLocation(nullptr, constFolders[folder], reinterpret_cast<LPITEMIDLIST*>(pidl.put()));
         SHFILEINFOA info{};
         SHGetFileInfoA(reinterpret_cast<LPCSTR>(pidl.get()), 0, &info, sizeof info, SHGFI_PIDL | SHGFI_DISPLAYNAME);
         return info.szDisplayName;

@@ -156,7 +156,9 @@ TEST(SpecFolderNameKeys, LookingUpNamesCreatesNoKey) {
 TEST(SpecFolders, AreKnownToTheShell) {
     for (const TKxSpecShellFolder folder : {ftDesktop, ftDrives, ftPersonal, ftDesktopDir, ftRecent}) {
         unique_pidl pidl;
-        EXPECT_EQ(SHGetSpecialFolderLocation(nullptr, constFolders[folder], pidl.put()), S_OK)
+        EXPECT_EQ(
+            SHGetSpecialFolderLocation(nullptr, constFolders[folder], reinterpret_cast<LPITEMIDLIST*>(pidl.put())),
+            S_OK)
             << KxTypeInfo(folder).NameOf(folder);
         EXPECT_TRUE(pidl);
     }
@@ -269,7 +271,7 @@ TEST(Pidl, OfAFolderThatDoesNotExistIsAnError) {
 
 TEST(Pidl, PathOfWhatIsNoFileIsEmpty) {
     unique_pidl drives;
-    ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, drives.put()), S_OK);
+    ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, reinterpret_cast<LPITEMIDLIST*>(drives.put())), S_OK);
     EXPECT_EQ(GetPathFromPIDL(drives.get()), "");
     EXPECT_EQ(GetPathFromPIDL(nullptr), "");
 }

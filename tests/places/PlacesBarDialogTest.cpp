@@ -72,7 +72,7 @@ protected:
     }
     static std::string PathOf(int csidl) {
         unique_pidl pidl;
-        SHGetSpecialFolderLocation(nullptr, csidl, pidl.put());
+        SHGetSpecialFolderLocation(nullptr, csidl, reinterpret_cast<LPITEMIDLIST*>(pidl.put()));
         return ExcludeTrailingPathDelimiter(GetPathFromPIDL(pidl.get()));
     }
 

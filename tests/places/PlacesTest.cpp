@@ -184,7 +184,7 @@ TEST_F(PlacePidl, OfTheFourSpecialFoldersIsTheShells) {
     for (const auto& [folder, id] : cases) {
         place.SetPlaceSpecPath(folder);
         unique_pidl expected;
-        ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, id, expected.put()), S_OK);
+        ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, id, reinterpret_cast<LPITEMIDLIST*>(expected.put())), S_OK);
         EXPECT_TRUE(LeadTheSame(PidlOf(place), expected)) << KxTypeInfo(folder).NameOf(folder);
     }
 }

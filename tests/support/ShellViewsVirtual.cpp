@@ -3,6 +3,7 @@
 
 #include "tests/support/ShellViews.h"
 
+#include <bit>
 #include <gtest/gtest.h>
 #include <memory>
 #include <shlobj.h>
@@ -54,7 +55,7 @@ public:
         IEnumIDList* entries = nullptr;
         FFolder->EnumObjects(nullptr, SHCONTF_FOLDERS | SHCONTF_NONFOLDERS, &entries);
         for (LPITEMIDLIST entry = nullptr; entries->Next(1, &entry, nullptr) == S_OK;) {
-            Entries.emplace_back(entry);
+            Entries.emplace_back(std::bit_cast<ITEMIDLIST*>(entry)); // to Visual C++ it is an unaligned one
         }
         entries->Release();
     }

@@ -9,6 +9,7 @@
 #include "kx/win/System.h"
 #include "kx/win/Windows.h"
 
+#include <bit>
 #include <cstring>
 #include <shellapi.h>
 #include <shlobj.h>
@@ -110,7 +111,7 @@ void TKxCustomFolderDialog::SetSelPidl(const ITEMIDLIST* value) {
     // The old list is freed at the end of this function: `value` may be that list.
     const unique_pidl old = std::exchange(FSelPidl, CreatePIDLCopy(value));
     if (FInitializing) {
-        FSelectAgain = [this, list = std::make_shared<unique_pidl>(ILClone(value))] {
+        FSelectAgain = [this, list = std::make_shared<unique_pidl>(std::bit_cast<ITEMIDLIST*>(ILClone(value)))] {
             Tell(BFFM_SETSELECTIONA, FALSE, reinterpret_cast<LPARAM>(list->get()));
         };
     }
@@ -251,7 +252,7 @@ bool TKxCustomFolderDialog::Browse(HWND owner) {
     }
     info.lpfn = BrowseCallBack;
     info.lParam = reinterpret_cast<LPARAM>(this);
-    unique_pidl result(SHBrowseForFolderA(&info));
+    unique_pidl result(std::bit_cast<ITEMIDLIST*>(SHBrowseForFolderA(&info)));
     if (!run.IsDialogAlive()) {
         return false;
     }

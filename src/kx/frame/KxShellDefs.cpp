@@ -167,12 +167,13 @@ unique_pidl CreatePIDLCopy(const ITEMIDLIST* pidl) {
 }
 
 HRESULT FindSpecialFolder(HWND owner, TKxSpecShellFolder folder, unique_pidl& pidl) {
-    return SHGetSpecialFolderLocation(owner, constFolders[folder], pidl.put());
+    return SHGetSpecialFolderLocation(owner, constFolders[folder], reinterpret_cast<LPITEMIDLIST*>(pidl.put()));
 }
 
 HRESULT ParseFolderPath(IShellFolder& folder, const std::string& path, unique_pidl& pidl) {
     std::wstring name = ToWide(path);
-    return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, pidl.put(), nullptr);
+    return folder.ParseDisplayName(nullptr, nullptr, name.data(), nullptr, reinterpret_cast<LPITEMIDLIST*>(pidl.put()),
+                                   nullptr);
 }
 
 unique_pidl CreatePIDLFromPath(const std::string& path, const char* notThere) {

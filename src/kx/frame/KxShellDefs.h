@@ -60,7 +60,8 @@ struct TPidlTraits {
 
 } // namespace detail
 
-/// Sole owner of an item identifier list, freed by the shell's allocator.
+/// Sole owner of an item identifier list, freed by the shell's allocator. That aligns its memory, but to Visual C++ the
+/// pointers of the shell's functions are `__unaligned` ones on 64 bits: what they put out, or return, is cast.
 using unique_pidl = unique_handle<detail::TPidlTraits>;
 
 /// Display name of ftDesktop, ftDrives, ftPersonal, ftFavorites and ftRecent: from the registry, else from the shell's

@@ -64,7 +64,7 @@ TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) cons
     if (!FVirtual) {
         entry.Param = ItemParam(index);
     } else if (FView) {
-        FView.get()->Item(index, entry.Child.put());
+        FView.get()->Item(index, reinterpret_cast<LPITEMIDLIST*>(entry.Child.put()));
     }
     const auto* const child = FVirtual ? entry.Child.get() : reinterpret_cast<const ITEMIDLIST*>(entry.Param);
     if (AskShell(entry, child) || FVirtual) {
@@ -79,7 +79,8 @@ TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) cons
 /// Asks the shell what the entry is. The shell knows it without a look at the disk, which may be far away.
 bool TKxShellList::AskShell(TEntry& entry, const ITEMIDLIST* child) const {
     SFGAOF traits = SFGAO_FOLDER | SFGAO_STREAM | SFGAO_FILESYSTEM;
-    if (!FFolder || !child || FAILED(FFolder.get()->GetAttributesOf(1, &child, &traits))) {
+    LPCITEMIDLIST asked = child;
+    if (!FFolder || !child || FAILED(FFolder.get()->GetAttributesOf(1, &asked, &traits))) {
         return false;
     }
     // An archive that can be opened like a folder is a stream as well: to the user, and on the disk, it is a file. What
