@@ -249,7 +249,7 @@ TComponent* TReader::MakeComponent(const THeader& header) {
         const TClass* const cls =
             KeepsUnknown() ? FindKnownClass(header.ClassName) : &FindComponentClass(header.ClassName);
         component = cls ? CreateComponent(*cls, header) : CreatePlaceholder(header);
-    } else if ((component = FLookupRoot->FindComponent(header.Name))) {
+    } else if ((component = FLookupRoot->FindComponent(header.Name)) != nullptr) {
         FSession->Known.Add(*component);
         component->FState.Include(csLoading);
         component->FState.Include(csAncestor);
