@@ -12,6 +12,20 @@
 namespace kx {
 namespace {
 
+/// Used by a static object that is made before it, as those of a program may be made before those of the library.
+extern const TPerThread<int> Early;
+const bool UsedEarly = [] {
+    *Early = 7;
+    return true;
+}();
+const TPerThread<int> Early;
+
+TEST(PerThreadValue, IsThereBeforeStaticObjectsAre) {
+    EXPECT_TRUE(UsedEarly);
+    EXPECT_EQ(*Early, 7);
+    std::thread([] { EXPECT_EQ(*Early, 0); }).join();
+}
+
 /// The library in which threads have values.
 class PerThread : public testing::Test {
 protected:

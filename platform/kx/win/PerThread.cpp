@@ -8,18 +8,30 @@
 
 namespace kx::detail {
 
-TThreadValue::TThreadValue(TFree free) : FIndex(FlsAlloc(free)) {}
+static_assert(FLS_OUT_OF_INDEXES == 0xFFFFFFFF);
 
 TThreadValue::~TThreadValue() {
     // A thread that ended after the unloading would call what is not there any more. At the end of a program other
     // threads may still use theirs.
-    if (IsInLibrary()) {
+    if (FIndex != NoIndex && IsInLibrary()) {
         FlsFree(FIndex);
     }
 }
 
-void* TThreadValue::Get() const { return FlsGetValue(FIndex); }
+void* TThreadValue::Get() const {
+    const DWORD index = FIndex;
+    return index != NoIndex ? FlsGetValue(index) : nullptr;
+}
 
-void TThreadValue::Set(void* value) const { FlsSetValue(FIndex, value); }
+void TThreadValue::Set(void* value) const {
+    if (FIndex == NoIndex) {
+        const DWORD fresh = FlsAlloc(FFree);
+        DWORD before = NoIndex;
+        if (!FIndex.compare_exchange_strong(before, fresh)) {
+            FlsFree(fresh); // another thread was faster
+        }
+    }
+    FlsSetValue(FIndex, value);
+}
 
 } // namespace kx::detail

@@ -3,18 +3,20 @@
 
 #include "kx/win/WinTypes.h"
 
+#include <atomic>
 #include <memory>
 
 namespace kx {
 
 namespace detail {
 
-/// A pointer for each thread, null at first, given to `free` when the thread ends.
+/// A pointer for each thread, null at first, given to `free` when the thread ends. It is there before any code runs, so
+/// that static objects of other sources may use it; the system is asked for room when the first thread sets it.
 class TThreadValue {
 public:
     using TFree = void(KX_CALLBACK*)(void* value);
 
-    explicit TThreadValue(TFree free);
+    constexpr explicit TThreadValue(TFree free) : FFree(free) {}
     TThreadValue(const TThreadValue&) = delete;
     TThreadValue& operator=(const TThreadValue&) = delete;
     ~TThreadValue();
@@ -23,7 +25,10 @@ public:
     void Set(void* value) const;
 
 private:
-    DWORD FIndex;
+    static constexpr DWORD NoIndex = 0xFFFFFFFF; ///< FLS_OUT_OF_INDEXES
+
+    TFree FFree;
+    mutable std::atomic<DWORD> FIndex{NoIndex};
 };
 
 } // namespace detail
@@ -33,6 +38,8 @@ private:
 /// thread_local: GCC's runtime library for Windows frees the memory of those before it runs their destructors.
 template <class T> class TPerThread {
 public:
+    constexpr TPerThread() = default;
+
     T& operator*() const {
         auto* value = static_cast<T*>(FValue.Get());
         if (!value) {
