@@ -3,6 +3,8 @@
 
 #include "UserCode.h"
 
+#include "kx/ui/widgets/ComCtrlsTree.h"
+
 #include <gtest/gtest.h>
 
 namespace kx {
@@ -20,6 +22,14 @@ void ExpectAllWorks(const TUserResults& results) {
 TEST(Headers, GoBehindTheSystemsInOrdinaryCode) {
     ExpectAllWorks(SystemHeadersFirst());
     EXPECT_FALSE(SystemHeadersFirst().Unicode);
+}
+
+TEST(Headers, GoBehindMacrosWithParameters) {
+    TTreeView tree(nullptr);
+    TTreeNode& node = tree.Items().Add(nullptr, "node");
+    tree.Items().AddChild(&node, "first");
+    tree.Items().AddChild(&node, "second");
+    EXPECT_TRUE(WalkBehindSystemHeaders(node));
 }
 
 TEST(Headers, GoBeforeTheSystemsInOrdinaryCode) {

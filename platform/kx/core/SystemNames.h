@@ -57,11 +57,42 @@ static inline ATOM WINAPI RegisterClass(const WNDCLASS* windowClass) {
 }
 #endif
 
+#ifdef SetForm
+#undef SetForm
+static inline BOOL WINAPI SetForm(HANDLE printer, LPTSTR name, DWORD level, LPBYTE form) {
+    return KX_SYSTEM_NAME(SetForm)(printer, name, level, form);
+}
+#endif
+
+#ifdef SetPrinter
+#undef SetPrinter
+static inline BOOL WINAPI SetPrinter(HANDLE printer, DWORD level, LPBYTE settings, DWORD command) {
+    return KX_SYSTEM_NAME(SetPrinter)(printer, level, settings, command);
+}
+#endif
+
 #ifdef TextOut
 #undef TextOut
 static inline BOOL WINAPI TextOut(HDC dc, int x, int y, LPCTSTR text, int length) {
     return KX_SYSTEM_NAME(TextOut)(dc, x, y, text, length);
 }
+#endif
+
+// Those of windowsx.h have parameters: behind our headers, ours would be called as (node.GetFirstChild)().
+
+#ifdef GetFirstChild
+#undef GetFirstChild
+static inline HWND GetFirstChild(HWND window) { return GetTopWindow(window); }
+#endif
+
+#ifdef GetNextSibling
+#undef GetNextSibling
+static inline HWND GetNextSibling(HWND window) { return GetWindow(window, GW_HWNDNEXT); }
+#endif
+
+#ifdef GetPrevSibling
+#undef GetPrevSibling
+static inline HWND GetPrevSibling(HWND window) { return GetWindow(window, GW_HWNDPREV); }
 #endif
 
 #undef KX_SYSTEM_NAME

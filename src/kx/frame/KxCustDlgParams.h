@@ -3,6 +3,7 @@
 
 #include "kx/core/Alive.h"
 #include "kx/core/ComponentRef.h"
+#include "kx/core/SystemNames.h"
 #include "kx/frame/KxDlgLayout.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/win/Messages.h"
@@ -36,6 +37,7 @@ class TKxPosParams : public TPersistent {
     /// Reference form of dpFormCenter, not owned; forgotten when it is freed. Setting it keeps the name.
     TCustomForm* Form() const { return FForm.Get(); }
     void SetForm(TCustomForm* value) { FForm.Set(value); }
+    KX_AS_SYSTEM_NAMES(void, SetForm, (TCustomForm * value), (value), )
     /// Name from which the next docking finds the form. Setting it forgets the form.
     const std::string& FormName() const { return FFormName; }
     void SetFormName(const std::string& value);

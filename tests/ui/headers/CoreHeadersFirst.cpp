@@ -10,7 +10,9 @@
 #include <mmsystem.h>
 #include <shellapi.h>
 #include <shlobj.h>
+#include <winspool.h>
 
+#include "kx/ui/dialogs/DialogsPrint.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/ComCtrls.h"
 

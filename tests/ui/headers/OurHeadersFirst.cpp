@@ -3,6 +3,7 @@
 
 #include "kx/core/Strings.h"
 #include "kx/graphics/Graphics.h"
+#include "kx/ui/dialogs/DialogsPrint.h"
 #include "kx/ui/forms/Forms.h"
 
 #include <windows.h>
@@ -14,6 +15,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 #include <windowsx.h>
+#include <winspool.h>
 
 #include "UserCode.h"
 

@@ -10,8 +10,10 @@
 #include <mmsystem.h>
 #include <shellapi.h>
 #include <shlobj.h>
+#include <winspool.h>
 
 #include "kx/ui/dialogs/Dialogs.h"
+#include "kx/ui/dialogs/DialogsPrint.h"
 #include "kx/ui/forms/Forms.h"
 #include "kx/ui/widgets/StdCtrls.h"
 #include "kx/win/Registry.h"

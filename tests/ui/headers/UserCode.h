@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+namespace kx {
+class TTreeNode;
+}
+
 namespace kx::test {
 
 /// What a piece of ordinary Win32 code, in a source that uses our components too, found out.
@@ -16,5 +20,9 @@ TUserResults SystemHeadersFirst(); ///< windows.h with all that belongs to it, t
 TUserResults OurHeadersFirst();    ///< The other way round.
 TUserResults UnicodeProgram();     ///< System headers first, with UNICODE defined.
 TUserResults CoreHeadersFirst();   ///< Headers of kx/core, then windows.h, then ours.
+
+/// Our functions and the macros of windowsx.h that have the same names do what they do, when those come first. `node`
+/// has two children.
+bool WalkBehindSystemHeaders(const TTreeNode& node);
 
 } // namespace kx::test

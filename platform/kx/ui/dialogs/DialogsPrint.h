@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kx/core/SystemNames.h"
 #include "kx/ui/dialogs/Dialogs.h"
 
 namespace kx {
@@ -76,6 +77,7 @@ class TPrintDialog : public TCommonDialog {
     /// is selected at first. The next showing begins with it. Copies are in Copies alone, not in its settings.
     const TPrinterChoice& Printer() const { return FPrinter; }
     void SetPrinter(const TPrinterChoice& value) { FPrinter = value; }
+    KX_AS_SYSTEM_NAMES(void, SetPrinter, (const TPrinterChoice& value), (value), )
 
 private:
     struct TRun;

@@ -3,6 +3,7 @@
 
 #include "kx/core/Components.h"
 #include "kx/core/ItemIterator.h"
+#include "kx/core/SystemNames.h"
 #include "kx/graphics/ImgList.h"
 #include "kx/ui/controls/Controls.h"
 #include "kx/ui/widgets/ListViewTypes.h"
