@@ -27,7 +27,7 @@ bool ThemesDrawControls() {
 }
 
 HANDLE OpenTheme(HWND window, TThemeKind kind) {
-    constexpr const wchar_t* names[] = {L"BUTTON", L"HEADER", L"TAB", L"TOOLBAR"};
+    constexpr const wchar_t* names[] = {L"BUTTON", L"EDIT", L"HEADER", L"TAB", L"TOOLBAR"};
     const wchar_t* const name = names[static_cast<size_t>(kind)];
     using TOpenForDpi = HANDLE(WINAPI*)(HWND window, LPCWSTR classes, UINT dpi); // since Windows 10
     static const auto openForDpi = SystemFunction<TOpenForDpi>("uxtheme.dll", "OpenThemeDataForDpi");

@@ -24,7 +24,7 @@ struct TThemeTraits {
 using unique_htheme = unique_handle<detail::TThemeTraits>;
 
 /// Kinds of controls that a theme knows.
-enum class TThemeKind : uint8_t { Button, Header, Tab, ToolBar };
+enum class TThemeKind : uint8_t { Button, Edit, Header, Tab, ToolBar };
 
 /// How the system's theme draws one kind of controls in a window. Parts and states have the system's numbers, those of
 /// vsstyle.h. It is an empty one where the classic drawing is wanted; only that can then be asked.
@@ -61,7 +61,7 @@ private:
         unique_htheme Theme;
         bool Asked = false;
     };
-    std::array<TEntry, 4> FThemes; ///< By TThemeKind.
+    std::array<TEntry, 5> FThemes; ///< By TThemeKind.
     std::optional<bool> FHighContrast;
 };
 

@@ -10,6 +10,8 @@
 #include "tests/ui/LooksTest.h"
 
 #include <algorithm>
+#include <array>
+#include <uxtheme.h>
 
 namespace kx {
 namespace {
@@ -106,6 +108,29 @@ TEST_F(HighContrast, TheCellsAndLinesOfAGridHaveTheSystemsColours) {
     EXPECT_EQ(line(1, 0), 0xFFFFFFu) << "the colour of texts";
     EXPECT_EQ(line(2, 1), 0x808080u) << "of shadows";
     Screenshot("high-contrast-grid", Form->Handle());
+}
+
+TEST_F(HighContrast, LeavesThemesOutEvenWhereTheSystemHasOneForIt) {
+    auto* const grid = Add<TStringGrid>(20, 20, 330, 80);
+    auto* const button = Add<TSpeedButton>(20, 110, 120, 26);
+    auto* const box = Add<TGroupBox>(150, 110, 120, 60);
+    grid->SetBorderStyle(bsNone);
+    Show();
+    const auto all = [&] { return std::array{Seen(*grid), Seen(*button), Seen(*box)}; };
+    const auto plain = all();
+    struct TOn {
+        static BOOL WINAPI Parameters(UINT action, UINT, void* data, UINT) {
+            static_cast<HIGHCONTRASTW*>(data)->dwFlags = action == SPI_GETHIGHCONTRAST ? HCF_HIGHCONTRASTON : 0;
+            return TRUE;
+        }
+    };
+    const TImportPatch on("SystemParametersInfoW", reinterpret_cast<void*>(TOn::Parameters));
+    TellThemeChanged();
+    const auto classic = all();
+    EXPECT_NE(classic[0], plain[0]) << "lines of another colour";
+    SetThemeAppProperties(STAP_ALLOW_NONCLIENT | STAP_ALLOW_CONTROLS);
+    const TThemed themed;
+    EXPECT_EQ(all(), classic);
 }
 
 TEST_F(HighContrast, ComesAndGoesWithTheSystemsMessage) {

@@ -375,6 +375,7 @@ void TWinControl::FontChanged() {
 void TWinControl::ColorChanged() {
     FBrush.SetColor(Color());
     Invalidate();
+    EdgeChanged();
     ParentSettingChanged();
 }
 

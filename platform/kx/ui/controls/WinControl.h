@@ -120,8 +120,8 @@ class TWinControl : public TControl {
 
     // --- Looks that the system decides
 
-    /// How the theme draws controls of that kind in the window; empty where they are drawn in the classic way. It is
-    /// valid until the next message.
+    /// How the theme draws controls of that kind in the window; empty where they are drawn in the classic way, as with
+    /// high contrast, where all has the system's colours. It is valid until the next message.
     TTheme Theme(TThemeKind kind) const;
     /// The user needs strong contrasts: all is to be drawn in the system's colours, without effects.
     bool HighContrast() const;
@@ -318,6 +318,9 @@ private:
     void OfferKeyUp(uint16_t& key);
     DWORD BiDiExStyle() const;
     bool HasFrame() const;
+    bool HasSunkenEdge() const;
+    void EdgeChanged() const;
+    bool PaintEdge(TMessage& message);
     bool KeepsKey(const MSG& message);
     bool IsPageKey(uint16_t key) const;
     static bool ChoosesPage(TParentForm& form);

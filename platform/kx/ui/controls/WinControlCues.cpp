@@ -14,7 +14,9 @@ TSystemLook& TWinControl::SystemLook() const {
     return *FSystemLook;
 }
 
-TTheme TWinControl::Theme(TThemeKind kind) const { return FHandle ? SystemLook().Theme(FHandle, kind) : TTheme(); }
+TTheme TWinControl::Theme(TThemeKind kind) const {
+    return FHandle && !HighContrast() ? SystemLook().Theme(FHandle, kind) : TTheme();
+}
 
 bool TWinControl::HighContrast() const { return SystemLook().HighContrast(); }
 

@@ -119,6 +119,7 @@ void TWinControl::SetFocus() {
 
 void TWinControl::FocusReceived(TMessage& message) {
     if (Outlives(*this, [&] { DefaultHandler(message); })) {
+        EdgeChanged();
         FocusGained();
     }
 }
@@ -126,6 +127,7 @@ void TWinControl::FocusReceived(TMessage& message) {
 void TWinControl::FocusLost(TMessage& message) {
     const auto to = reinterpret_cast<HWND>(message.WParam);
     if (Outlives(*this, [&] { DefaultHandler(message); })) {
+        EdgeChanged();
         FocusWent(to);
     }
 }

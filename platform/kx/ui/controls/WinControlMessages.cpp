@@ -45,7 +45,11 @@ void TWinControl::WndProc(TMessage& message) {
         if (!HasFrame()) {
             return; // the system would take as long for painting nothing as for the erasing
         }
+        if (PaintEdge(message)) {
+            return;
+        }
         break;
+    case WM_ENABLE: EdgeChanged(); break;
     case WM_ERASEBKGND:
         if (!FSystemClass || NeedsBuffer()) {
             if (!NeedsBuffer()) {
@@ -127,6 +131,7 @@ void TWinControl::WndProc(TMessage& message) {
     case WM_THEMECHANGED: // the system sends it to every window
         FSystemLook.reset();
         Invalidate();
+        EdgeChanged();
         if (!Outlives(*this, [&, original = message] { TellInside(original, false); })) {
             return;
         }
@@ -184,6 +189,7 @@ void TWinControl::SystemChanged(TMessage& message) {
         ColorChanged(); // the control's colour may be one of the system's
     } else if (message.WParam == SPI_SETHIGHCONTRAST) {
         Invalidate();
+        EdgeChanged();
     }
     if (alive) {
         DefaultHandler(message);
