@@ -114,7 +114,7 @@ void TDesignerForm::AddCommands() {
         {"Run144", [this] { RunAt(144); }},
         {"Run192", [this] { RunAt(192); }},
         {"Keys",
-         [this] {
+         [] {
              Application().MessageBox("On the form:\n"
                                       "Arrows\tselect the neighbour\n"
                                       "Ctrl+arrows\tmove by a pixel\n"

@@ -52,7 +52,7 @@ protected:
             return dialog;
         })
             .Behind(GetParam().Behind)
-            .During([this](T& dialog) { Do(GetParam().Name, dialog); })
+            .During([](T& dialog) { Do(GetParam().Name, dialog); })
             .Check([&] {
                 EXPECT_FALSE(bottom->IsDocked());
                 EXPECT_FALSE(bottom->Visible());

@@ -139,7 +139,7 @@ void NewcomersRoad::MakeMainForm() {
 void NewcomersRoad::Customize() {
     const TPoint icon = At("KxOpenDialog1");
     TTestDriver customize({{"the dialog designer", [] { return FormOfClass("TDlgDsgnForm") != nullptr; },
-                            [this] {
+                            [] {
                                 TForm& dialogDesigner = *FormOfClass("TDlgDsgnForm");
                                 auto& right = dynamic_cast<TComboBox&>(*dialogDesigner.FindComponent("cbRight"));
                                 const int index = right.Items().IndexOf("PreviewForm");

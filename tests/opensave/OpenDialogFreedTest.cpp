@@ -226,7 +226,7 @@ TEST_F(OpenDialogFreed, BehindAMessage) {
             FreeIt();
         }
     });
-    RunToItsEnd([this] { PressKey(VK_ESCAPE); });
+    RunToItsEnd([] { PressKey(VK_ESCAPE); });
 }
 
 TEST_F(OpenDialogFreed, InTheSizing) {
