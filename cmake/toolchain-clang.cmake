@@ -13,7 +13,7 @@ set(CMAKE_C_FLAGS_INIT "-femulated-tls")
 set(CMAKE_CXX_FLAGS_INIT "-femulated-tls -nostdinc++ -isystem ${gcc}/include/c++ -isystem ${gcc}/include/c++/${KX_TRIPLE} \
 -isystem ${gcc}/include/c++/backward")
 # libstdc++ has the comparison of types, and so has each object that compares them.
-set(link "-fuse-ld=lld -B${gcc} -L${gcc} -Wl,--allow-multiple-definition")
+set(link "-Qunused-arguments -fuse-ld=lld -B${gcc} -L${gcc} -Wl,--allow-multiple-definition")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "${link}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "${link}")
 set(CMAKE_MODULE_LINKER_FLAGS_INIT "${link}")

@@ -30,6 +30,9 @@ std::string NameIn(IShellFolder& folder, LPCITEMIDLIST child) {
 #ifdef __GNUC__
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor" // as the system declares its interfaces
 #endif
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wmicrosoft-exception-spec" // some of them as never throwing
+#endif
 
 class TVirtualView::TShell final : public IShellBrowser,
                                    public IShellView,
