@@ -179,10 +179,11 @@ bool TKxCustomPrintDialog::AllowsPrinter() {
     }
     // The system keeps the printer that it has, but no message makes the box show that one again.
     HWND combo = GetDlgItem(Handle(), PrinterCombo);
+    const std::wstring shown = ToWide(FPrnDev);
     const LRESULT index =
-        SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(FPrnDev.c_str()));
+        SendMessageW(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(shown.c_str()));
     if (index >= 0) { // a printer that was removed meanwhile is not there to be shown
-        SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
     }
     return false;
 }

@@ -179,7 +179,7 @@ void TKxBitBtn::DoClickDropDownMenuItem(TObject* sender) {
     ReleaseCapture();
     const TAlive alive(*this);
     if (HandleAllocated()) {
-        SendMessageA(WindowHandle(), WM_LBUTTONUP, 0, 0);
+        SendMessageW(WindowHandle(), WM_LBUTTONUP, 0, 0);
     }
     if (alive) {
         Repaint();

@@ -301,7 +301,7 @@ enum TLater : WPARAM { ltEnableOk, ltSelectAgain };
 
 /// WParam is a TLater, LParam the number of the selection at the time of posting.
 UINT LaterMessage() {
-    static const UINT message = RegisterWindowMessageA("kx.TKxCustomFolderDialog.Later");
+    static const UINT message = RegisterWindowMessageW(L"kx.TKxCustomFolderDialog.Later");
     return message;
 }
 
@@ -317,7 +317,7 @@ int CALLBACK TKxCustomFolderDialog::BrowseCallBack(HWND window, UINT code, LPARA
             dialog->BrowseProc({code, static_cast<WPARAM>(param), data, 0});
         });
     } else if (code == BFFM_INITIALIZED) { // the dialog was freed before there was a window to close
-        PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+        PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
     }
     return 0;
 }
@@ -352,7 +352,7 @@ void TKxCustomFolderDialog::Initialized() {
     if (alive) {
         FInitializing = false;
         if (FSelectAgain) {
-            PostMessageA(FDlgHandle, LaterMessage(), ltSelectAgain, FSelection);
+            PostMessageW(FDlgHandle, LaterMessage(), ltSelectAgain, FSelection);
         }
     }
 }
@@ -401,8 +401,8 @@ void TKxCustomFolderDialog::SelectAgain() {
         return;
     }
     if (HWND tree = FindTree()) {
-        const LRESULT item = SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
-        SendMessageA(tree, TVM_ENSUREVISIBLE, 0, item);
+        const LRESULT item = SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+        SendMessageW(tree, TVM_ENSUREVISIBLE, 0, item);
     }
 }
 
@@ -417,7 +417,7 @@ void TKxCustomFolderDialog::SelChanged(const ITEMIDLIST* selection) {
     if (FOkGiven && FDlgHandle && System().Wine) {
         // Wine enables the button by rules of its own after this notification. What the event said is posted, so that
         // it comes later.
-        PostMessageA(FDlgHandle, LaterMessage(), ltEnableOk, FSelection);
+        PostMessageW(FDlgHandle, LaterMessage(), ltEnableOk, FSelection);
     }
 }
 

@@ -21,7 +21,7 @@ void KxCloseDialog(HWND handle, int modalResult) {
     // command of the button itself.
     HWND focus = GetFocus();
     SetFocus(button);
-    SendMessageA(handle, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
+    SendMessageW(handle, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
     if (IsWindow(focus) && GetFocus() == button && IsWindowVisible(handle) && !IsWindowVisible(button)) {
         SetFocus(focus); // a hidden button would keep the focus where nobody sees it
     }

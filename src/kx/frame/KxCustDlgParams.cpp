@@ -123,7 +123,7 @@ void TKxCustDlgParams::SetCustForm(TForm* value) {
 
 void TKxCustDlgParams::SetIcon2(HWND handle) const {
     if (const HICON icon = FIcon.Handle()) {
-        SendMessageA(handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
+        SendMessageW(handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
     }
 }
 

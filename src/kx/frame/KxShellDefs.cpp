@@ -194,7 +194,7 @@ unique_pidl CreatePIDLFromPath(const std::string& path, const char* notThere) {
 
 IShellBrowser* KxShellBrowserOf(HWND window) {
     constexpr UINT getShellBrowser = WM_USER + 7; // in no header of the system
-    return reinterpret_cast<IShellBrowser*>(SendMessageA(window, getShellBrowser, 0, 0));
+    return reinterpret_cast<IShellBrowser*>(SendMessageW(window, getShellBrowser, 0, 0));
 }
 
 std::string GetPathFromPIDL(const ITEMIDLIST* pidl) {

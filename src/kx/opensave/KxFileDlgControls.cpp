@@ -11,7 +11,7 @@ HWND KxFindToolbar(HWND dialog, int commandId) {
     // The system's places bar comes before the navigation bar, and extensions of the shell may add further tool bars.
     HWND other = nullptr;
     HWND bar = FindWindowExA(dialog, GetWindow(nullptr, GW_HWNDNEXT), TOOLBARCLASSNAMEA, nullptr);
-    while (bar && SendMessageA(bar, TB_COMMANDTOINDEX, static_cast<WPARAM>(commandId), 0) < 0) {
+    while (bar && SendMessageW(bar, TB_COMMANDTOINDEX, static_cast<WPARAM>(commandId), 0) < 0) {
         if (!other && GetDlgCtrlID(bar) != KxNativePlacesBarId) {
             other = bar;
         }

@@ -247,7 +247,7 @@ void TKxFileDlgCore::LeaveWindow() {
 /// Number of the chosen filter from 1; nothing for a dialog without filters.
 std::optional<int> TKxFileDlgCore::ShownFilter() const {
     HWND types = Window().Item(KxFileTypeId);
-    const LRESULT index = types && !FDialog.Filter().empty() ? SendMessageA(types, CB_GETCURSEL, 0, 0) : CB_ERR;
+    const LRESULT index = types && !FDialog.Filter().empty() ? SendMessageW(types, CB_GETCURSEL, 0, 0) : CB_ERR;
     return index >= 0 ? std::optional(static_cast<int>(index) + 1) : std::nullopt;
 }
 

@@ -19,7 +19,8 @@ namespace kx {
 
 namespace {
 
-/// Text that the dialog answers to `request`, a CDM_ message that takes a buffer's size and the buffer.
+/// Text that the dialog answers to `request`, a CDM_ message that takes a buffer's size and the buffer. Such messages
+/// carry texts of the code page, as the function that shows the dialog does.
 std::string RequestText(HWND dialog, UINT request) {
     if (!dialog) {
         return {};
@@ -82,13 +83,13 @@ std::string TKxFileDlgWindow::GetSelFiles() const { return RequestText(FDialog, 
 std::string TKxFileDlgWindow::GetSelPath() const { return RequestText(FDialog, CDM_GETFOLDERPATH); }
 
 unique_pidl TKxFileDlgWindow::GetSelPathPidl() const {
-    const LRESULT size = FDialog ? SendMessageA(FDialog, CDM_GETFOLDERIDLIST, 0, 0) : 0;
+    const LRESULT size = FDialog ? SendMessageW(FDialog, CDM_GETFOLDERIDLIST, 0, 0) : 0;
     if (size <= 0) {
         return {};
     }
     unique_pidl pidl(static_cast<ITEMIDLIST*>(CoTaskMemAlloc(static_cast<SIZE_T>(size))));
     if (pidl) {
-        SendMessageA(FDialog, CDM_GETFOLDERIDLIST, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(pidl.get()));
+        SendMessageW(FDialog, CDM_GETFOLDERIDLIST, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(pidl.get()));
     }
     return pidl;
 }
@@ -117,7 +118,7 @@ void TKxFileDlgWindow::RefreshFileList() const {
     // OK with an empty name would enter a folder that is selected in the list. Reading anew ends the selection anyway.
     LVITEMA none{};
     none.stateMask = LVIS_SELECTED;
-    SendMessageA(GetLVHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
+    SendMessageW(GetLVHandle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&none));
 
     const std::string saved = WindowText(edit);
     SetWindowTextA(edit, "");
@@ -127,7 +128,7 @@ void TKxFileDlgWindow::RefreshFileList() const {
     // Windows has read the folder again at the empty name. Other systems ignore that command; their list, like that of
     // Windows, reads the folder at F5.
     if (System().Wine) {
-        SendMessageA(GetLVHandle(), WM_KEYDOWN, VK_F5, 0);
+        SendMessageW(GetLVHandle(), WM_KEYDOWN, VK_F5, 0);
     }
 }
 
@@ -161,7 +162,7 @@ void TKxFileDlgWindow::ShowControls(TKxOpenDlgControls visible) const {
         if (visible.Contains(control)) {
             ShowWindow(Item(id), SW_SHOW);
         } else {
-            SendMessageA(FDialog, CDM_HIDECONTROL, static_cast<WPARAM>(id), 0);
+            SendMessageW(FDialog, CDM_HIDECONTROL, static_cast<WPARAM>(id), 0);
         }
     }
     KxEnumDirectChildren(FDialog, KxSrvShowToolBar, visible.Contains(dcToolBar));
@@ -325,7 +326,7 @@ namespace {
 
 /// Command of the button next to that of `command`, before or after it; 0 when there is none.
 WORD NeighbourOf(HWND bar, WORD command, int step) {
-    LRESULT index = SendMessageA(bar, TB_COMMANDTOINDEX, command, 0);
+    LRESULT index = SendMessageW(bar, TB_COMMANDTOINDEX, command, 0);
     if (index < 0) {
         return 0;
     }
@@ -333,7 +334,7 @@ WORD NeighbourOf(HWND bar, WORD command, int step) {
     do {
         index += step;
         if (index < 0 ||
-            !SendMessageA(bar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button))) {
+            !SendMessageW(bar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button))) {
             return 0;
         }
     } while ((button.fsStyle & BTNS_SEP) != 0);
@@ -346,7 +347,7 @@ WORD NeighbourOf(HWND bar, WORD command, int step) {
 /// up-one-level and new-folder leads to the desktop.
 TKxFileDlgCommand TKxFileDlgWindow::CommandOfButton(WORD id) const {
     HWND bar = KxFindToolbar(FDialog);
-    const auto has = [bar](WORD command) { return SendMessageA(bar, TB_COMMANDTOINDEX, command, 0) >= 0; };
+    const auto has = [bar](WORD command) { return SendMessageW(bar, TB_COMMANDTOINDEX, command, 0) >= 0; };
     if (!bar || id == 0 || !has(id)) {
         return TKxFileDlgCommand::Other;
     }

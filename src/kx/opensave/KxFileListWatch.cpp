@@ -80,7 +80,7 @@ void TKxFileListWatch::LoseList() {
     FFilter.Forget();
 }
 
-LRESULT TKxFileListWatch::EntryCount() const { return SendMessageA(FLVH, LVM_GETITEMCOUNT, 0, 0); }
+LRESULT TKxFileListWatch::EntryCount() const { return SendMessageW(FLVH, LVM_GETITEMCOUNT, 0, 0); }
 
 /// Takes the first folder's list, which may be there before the hooks. Windows makes its view later, several times.
 void TKxFileListWatch::TakeFirst() {
@@ -104,7 +104,7 @@ void TKxFileListWatch::FillingBegins() {
 /// Filters the list as soon as the shell, which may be in the middle of filling it, is done with its message.
 void TKxFileListWatch::PostListRefilled() {
     if (FLVH && !FFiltering && !FRefilledPosted) {
-        FRefilledPosted = PostMessageA(FLVH, KxListRefilledMessage, 0, 0) != FALSE;
+        FRefilledPosted = PostMessageW(FLVH, KxListRefilledMessage, 0, 0) != FALSE;
     }
 }
 
@@ -158,7 +158,7 @@ void TKxFileListWatch::DoRefreshListView(TObject*) {
     FTimer.SetEnabled(false);
     MayBeFilled();
     if (FLVH) {
-        PostMessageA(FLVH, KxRefreshStylesMessage, 0, 0);
+        PostMessageW(FLVH, KxRefreshStylesMessage, 0, 0);
         ApplyColumns();
     } else {
         PostApplyStyles(); // the shell has yet to make its list
@@ -172,10 +172,10 @@ void TKxFileListWatch::SetStyles(TKxListViewStyles* value) {
 }
 
 void TKxFileListWatch::ApplyStyles() {
-    const auto exStyle = static_cast<DWORD>(SendMessageA(FLVH, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0));
+    const auto exStyle = static_cast<DWORD>(SendMessageW(FLVH, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0));
     const DWORD newExStyle = Styles().ApplyToExStyle(exStyle);
     if (newExStyle != exStyle) {
-        SendMessageA(FLVH, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(newExStyle));
+        SendMessageW(FLVH, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(newExStyle));
     }
     const auto style = static_cast<DWORD>(GetWindowLongPtrA(FLVH, GWL_STYLE));
     const DWORD newStyle = Styles().ApplyToStyle(style);
@@ -194,10 +194,10 @@ TKxListViewStyle TKxFileListWatch::ViewStyle() const {
     if (!FIsWinXP) {
         return styles[GetWindowLongPtrA(list, GWL_STYLE) & LVS_TYPEMASK];
     }
-    const LRESULT view = SendMessageA(list, LVM_GETVIEW, 0, 0);
+    const LRESULT view = SendMessageW(list, LVM_GETVIEW, 0, 0);
     if (view == LV_VIEW_ICON) {
         // Deliberate: the vertical spacing against the horizontal metric, where one would expect the vertical metric.
-        const int spacing = HIWORD(SendMessageA(list, LVM_GETITEMSPACING, FALSE, 0));
+        const int spacing = HIWORD(SendMessageW(list, LVM_GETITEMSPACING, FALSE, 0));
         return spacing > GetSystemMetrics(SM_CXICONSPACING) ? lvsThumbnail : lvsIcon;
     }
     return view > 0 && view < static_cast<LRESULT>(std::size(styles)) ? styles[view] : lvsIcon;
@@ -205,7 +205,7 @@ TKxListViewStyle TKxFileListWatch::ViewStyle() const {
 
 void TKxFileListWatch::SetViewStyle(TKxListViewStyle value) {
     if (FDialog.Window().GetLVHandle()) {
-        SendMessageA(FDialog.Window().GetDVHandle(), WM_COMMAND, KxViewCommand(value), 0);
+        SendMessageW(FDialog.Window().GetDVHandle(), WM_COMMAND, KxViewCommand(value), 0);
     } else if (FDialog.DlgHandle()) {
         FWantedStyle = value;
     }
@@ -224,11 +224,11 @@ namespace {
 
 /// Width of each column that the list has, in pixels.
 std::vector<int> ColumnWidths(HWND list) {
-    const auto header = reinterpret_cast<HWND>(SendMessageA(list, LVM_GETHEADER, 0, 0));
-    const LRESULT count = header ? SendMessageA(header, HDM_GETITEMCOUNT, 0, 0) : 0;
+    const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    const LRESULT count = header ? SendMessageW(header, HDM_GETITEMCOUNT, 0, 0) : 0;
     std::vector<int> widths;
     for (LRESULT i = 0; i < count; ++i) {
-        widths.push_back(static_cast<int>(SendMessageA(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i), 0)));
+        widths.push_back(static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i), 0)));
     }
     return widths;
 }
@@ -252,7 +252,7 @@ void TKxFileListWatch::ApplyColumns() {
     }
     if (ColumnWidths(FLVH).size() == FLook.Columns.size()) {
         for (size_t i = 0; i < FLook.Columns.size(); ++i) {
-            SendMessageA(FLVH, LVM_SETCOLUMNWIDTH, i, FLook.Columns[i]);
+            SendMessageW(FLVH, LVM_SETCOLUMNWIDTH, i, FLook.Columns[i]);
         }
     }
     FColumns = ColumnWidths(FLVH);
@@ -405,7 +405,7 @@ bool TKxFileListWatch::RefusesRenaming(const TMessage& message) const {
 }
 
 int TKxFileListWatch::SelectedCount() const {
-    return static_cast<int>(SendMessageA(FDialog.Window().GetLVHandle(), LVM_GETSELECTEDCOUNT, 0, 0));
+    return static_cast<int>(SendMessageW(FDialog.Window().GetLVHandle(), LVM_GETSELECTEDCOUNT, 0, 0));
 }
 
 bool TKxFileListWatch::IsMenuAllowed() const {

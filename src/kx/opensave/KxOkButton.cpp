@@ -19,7 +19,7 @@ void TKxOkButton::Show() {
     }
     if (TForm* const form = FOKButtonFrm.Get()) {
         form->SetVisible(visible);
-        SendMessageA(dialog, CDM_HIDECONTROL, IDOK, 0);
+        SendMessageW(dialog, CDM_HIDECONTROL, IDOK, 0);
     }
 }
 

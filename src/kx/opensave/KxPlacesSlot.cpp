@@ -151,8 +151,8 @@ void TKxPlacesSlot::KeepInside(HWND toolBar) {
         });
     });
     RECT button{};
-    const LRESULT last = SendMessageA(toolBar, TB_BUTTONCOUNT, 0, 0) - 1;
-    if (there && SendMessageA(toolBar, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
+    const LRESULT last = SendMessageW(toolBar, TB_BUTTONCOUNT, 0, 0) - 1;
+    if (there && SendMessageW(toolBar, TB_GETITEMRECT, static_cast<WPARAM>(last), reinterpret_cast<LPARAM>(&button))) {
         MapWindowPoints(toolBar, dialog, reinterpret_cast<POINT*>(&button), 2);
         KxMoveChild(dialog, toolBar, std::min<int32_t>(edge - button.right, 0), 0);
     }

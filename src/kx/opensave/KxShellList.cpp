@@ -47,15 +47,15 @@ TKxShellList::TKxShellList(HWND listView)
     }
 }
 
-int TKxShellList::Count() const { return static_cast<int>(SendMessageA(FListView, LVM_GETITEMCOUNT, 0, 0)); }
+int TKxShellList::Count() const { return static_cast<int>(SendMessageW(FListView, LVM_GETITEMCOUNT, 0, 0)); }
 
-bool TKxShellList::IsEdited() const { return SendMessageA(FListView, LVM_GETEDITCONTROL, 0, 0) != 0; }
+bool TKxShellList::IsEdited() const { return SendMessageW(FListView, LVM_GETEDITCONTROL, 0, 0) != 0; }
 
 LPARAM TKxShellList::ItemParam(int index) const {
-    LVITEMA item{};
+    LVITEMW item{};
     item.mask = LVIF_PARAM;
     item.iItem = index;
-    return SendMessageA(FListView, LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)) ? item.lParam : 0;
+    return SendMessageW(FListView, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) ? item.lParam : 0;
 }
 
 TKxShellList::TEntry TKxShellList::At(int index, const std::string& folder) const {
@@ -111,7 +111,7 @@ bool TKxShellList::RemoveEntry(const TEntry& entry) const {
         return true; // a shell that has not removed them will not do so in a further pass either
     }
     return ItemParam(entry.Index) == entry.Param &&
-           SendMessageA(FListView, LVM_DELETEITEM, static_cast<WPARAM>(entry.Index), 0);
+           SendMessageW(FListView, LVM_DELETEITEM, static_cast<WPARAM>(entry.Index), 0);
 }
 
 bool TKxShellList::Remove(const std::vector<TEntry>& entries) const {
@@ -121,12 +121,12 @@ bool TKxShellList::Remove(const std::vector<TEntry>& entries) const {
     if (IsEdited()) {
         return false;
     }
-    SendMessageA(FListView, WM_SETREDRAW, FALSE, 0);
+    SendMessageW(FListView, WM_SETREDRAW, FALSE, 0);
     bool all = true;
     for (size_t i = entries.size(); all && i-- > 0;) { // backwards: each deletion moves all items behind it
         all = RemoveEntry(entries[i]);
     }
-    SendMessageA(FListView, WM_SETREDRAW, TRUE, 0);
+    SendMessageW(FListView, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(FListView, nullptr, TRUE);
     return all;
 }

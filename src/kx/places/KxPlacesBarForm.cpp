@@ -99,14 +99,14 @@ void BrowseTo(HWND dialog, TKxSpecShellFolder folder) {
 
 /// Opens a folder that has no path, as the user does: by picking it in the "look in" box.
 void TKxPlacesBarFrm::OpenInLookIn(TKxSpecShellFolder folder) {
-    const std::string name = GetSpecFolderName(folder);
+    const std::wstring name = ToWide(GetSpecFolderName(folder));
     const HWND dialog = FDialog->GetCommonDialogHandle();
     FDialog->SetSelPath(FDialog->GetSelPath()); // its handlers may free the form
     const HWND combo = GetDlgItem(dialog, LookInCombo);
     const LRESULT entry =
-        SendMessageA(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(name.c_str()));
+        SendMessageW(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(name.c_str()));
     for (const int code : {CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}) {
-        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(LookInCombo, code), reinterpret_cast<LPARAM>(combo));
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(LookInCombo, code), reinterpret_cast<LPARAM>(combo));
     }
     if (entry == CB_ERR) {
         BrowseTo(dialog, folder);

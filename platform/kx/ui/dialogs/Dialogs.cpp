@@ -130,7 +130,7 @@ void DestroyOwnedWindows(HWND dialog) {
 
 /// Sent to `Handle` by another thread: the component goes.
 UINT CloseMessage() {
-    static const UINT message = RegisterWindowMessageA("kx.TCommonDialog.Close");
+    static const UINT message = RegisterWindowMessageW(L"kx.TCommonDialog.Close");
     return message;
 }
 
@@ -138,7 +138,7 @@ UINT CloseMessage() {
 void CancelDialog(HWND dialog) {
     for (const int id : {IDCANCEL, IDNO, IDABORT, IDOK}) {
         if (GetDlgItem(dialog, id)) {
-            PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
+            PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
             return;
         }
     }
@@ -284,7 +284,7 @@ void TCommonDialog::CloseShown() {
     if (thread == GetCurrentThreadId()) {
         CloseFromInside(dialog);
     } else if (Application().IsAwaitedBy(thread)) {
-        SendMessageA(FHandle, CloseMessage(), 0, 0); // the thread answers messages, but waits for this one
+        SendMessageW(FHandle, CloseMessage(), 0, 0); // the thread answers messages, but waits for this one
     } else {
         CloseFromOutside(std::shared_ptr<void>(FRunning));
     }
@@ -310,11 +310,11 @@ void TCommonDialog::CloseFromInside(HWND dialog) {
     }
     FSubclass.Uninstall();
     FHandle = nullptr;
-    SendMessageA(dialog, WM_CANCELMODE, 0, 0); // a menu or a drag of its own
+    SendMessageW(dialog, WM_CANCELMODE, 0, 0); // a menu or a drag of its own
     DestroyOwnedWindows(dialog);
     EndSystemDialog(dialog);
     // The message loops of the destroyed windows notice that they are over when a message wakes them.
-    PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
+    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
 void TCommonDialog::EndSystemDialog(HWND dialog) { EndDialog(dialog, 0); }

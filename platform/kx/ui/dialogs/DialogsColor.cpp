@@ -106,7 +106,7 @@ UINT_PTR CALLBACK TColorDialog::HookProc(HWND window, UINT message, WPARAM, LPAR
             // The system may hand over a copy of the record: the run is found by the data in it.
             const auto& run = *reinterpret_cast<const TRun*>(reinterpret_cast<const CHOOSECOLORA*>(lParam)->lCustData);
             if (!run.Alive) { // the component was freed when there was no window to close
-                PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+                PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
             } else {
                 run.Dialog->SystemDialogCreated(window);
             }

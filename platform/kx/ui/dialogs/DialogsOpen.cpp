@@ -88,7 +88,7 @@ namespace {
 
 /// The message by which a dialog of the old style asks its hook whether it may close.
 UINT FileOkMessage() {
-    static const UINT message = RegisterWindowMessageA(FILEOKSTRINGA);
+    static const UINT message = RegisterWindowMessageW(FILEOKSTRINGW);
     return message;
 }
 
@@ -106,7 +106,7 @@ UINT_PTR CALLBACK TOpenDialog::HookProc(HWND window, UINT message, WPARAM, LPARA
         }
         run.SystemRecord = record;
         if (!run.Alive) { // the component was freed when there was no window; the system cannot close this one yet
-            PostMessageA(GetAncestor(window, GA_ROOT), WM_COMMAND, IDCANCEL, 0);
+            PostMessageW(GetAncestor(window, GA_ROOT), WM_COMMAND, IDCANCEL, 0);
         } else {
             run.Dialog->SystemDialogCreated(window);
         }
@@ -131,7 +131,7 @@ void TOpenDialog::EndSystemDialog(HWND dialog) {
         EnableWindow(FRun->Record.hwndOwner, TRUE);
     }
     ShowWindow(dialog, SW_HIDE);
-    PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
 }
 
 bool TOpenDialog::DoCanClose() {
@@ -194,7 +194,7 @@ bool TOpenDialog::AllowsClose() {
         // A dialog whose component has gone must not be closed by this answer as well: the system would use what it has
         // freed. The command that cancels the dialog has been kept back if it came already.
         allowed = false;
-        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+        PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     } else if (allowed) {
         run->NoteExtension(FFileName);
     } else {

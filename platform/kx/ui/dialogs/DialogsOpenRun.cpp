@@ -98,7 +98,7 @@ size_t Characters(const std::string& text) {
     return static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0));
 }
 
-/// Answer of the dialog to one of its requests for a text.
+/// Answer of the dialog to one of its requests for a text, which is of the code page, as the function that shows it.
 std::string DialogText(HWND dialog, UINT request) {
     const LRESULT size = SendMessageA(dialog, request, 0, 0);
     if (size <= 0) {

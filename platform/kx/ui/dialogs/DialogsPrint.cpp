@@ -196,7 +196,7 @@ UINT_PTR CALLBACK TPrintDialog::HookProc(HWND window, UINT message, WPARAM, LPAR
         Guarded([&] {
             const auto& run = *reinterpret_cast<const TRun*>(reinterpret_cast<const PRINTDLGA*>(lParam)->lCustData);
             if (!run.Alive) { // the component was freed when there was no window to close
-                PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+                PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
             } else {
                 run.Dialog->SystemDialogCreated(window);
             }

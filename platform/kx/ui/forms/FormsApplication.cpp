@@ -256,7 +256,7 @@ void TApplication::HandleException(TObject* sender) {
     // A control of the framework loses the mouse capture. A button of a system dialog keeps it, or its click would be
     // lost: where a hook of the dialog fails at each message, nobody could leave the dialog any more.
     if (const HWND capture = GetCapture(); capture && FindControl(capture)) {
-        SendMessageA(capture, WM_CANCELMODE, 0, 0);
+        SendMessageW(capture, WM_CANCELMODE, 0, 0);
     }
     const auto tell = [&](const std::exception& e) {
         bool told = false;
@@ -432,7 +432,7 @@ void TApplication::QueueCall(std::function<void()> work) {
     AcquireSRWLockExclusive(&FQueue->Lock);
     FQueue->Calls.push_back(std::move(work));
     ReleaseSRWLockExclusive(&FQueue->Lock);
-    PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+    PostMessageW(FHandle, WM_RUNQUEUE, 0, 0);
 }
 
 void TApplication::ReleaseLater(TCustomForm& form) {
@@ -440,7 +440,7 @@ void TApplication::ReleaseLater(TCustomForm& form) {
     if (std::none_of(FReleased.begin(), FReleased.end(), isForm)) {
         const int frames = InOwnThread() ? std::max(detail::TMessageFrame::Depth(), 1) : INT_MAX;
         FReleased.push_back({&form, frames});
-        PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+        PostMessageW(FHandle, WM_RUNQUEUE, 0, 0);
     }
 }
 
@@ -448,7 +448,7 @@ void TApplication::ReleaseLater(TCustomForm& form) {
 void TApplication::MessageDone(int frames) {
     const auto waited = [=](const TReleased& released) { return released.Frames == frames + 1; };
     if (InOwnThread() && std::any_of(FReleased.begin(), FReleased.end(), waited)) {
-        PostMessageA(FHandle, WM_RUNQUEUE, 0, 0);
+        PostMessageW(FHandle, WM_RUNQUEUE, 0, 0);
     }
 }
 

@@ -222,7 +222,7 @@ bool TCustomForm::PreTranslateFor(TWinControl& control, MSG& message) {
     }
     case WM_SYSCHAR: return DialogChar(static_cast<wchar_t>(message.wParam));
     case WM_CHAR: {
-        const auto code = static_cast<UINT>(SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0));
+        const auto code = static_cast<UINT>(SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0));
         return !(code & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) && &control != this &&
                DialogChar(static_cast<wchar_t>(message.wParam));
     }

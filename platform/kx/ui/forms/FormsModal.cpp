@@ -53,7 +53,7 @@ TModalResult TCustomForm::ShowModal() {
     }
     Application().CancelHint();
     if (const HWND capture = GetCapture()) {
-        SendMessageA(capture, WM_CANCELMODE, 0, 0);
+        SendMessageW(capture, WM_CANCELMODE, 0, 0);
     }
     if (!Outlives(*this, [this] { AfterConstruction(); })) {
         return mrCancel;
@@ -123,7 +123,7 @@ TModalResult TCustomForm::ShowModal() {
 /// The loop may be waiting for messages that the form cannot get any more.
 void TCustomForm::WakeModalLoop() const {
     if (FModal) {
-        PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
+        PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
     }
 }
 

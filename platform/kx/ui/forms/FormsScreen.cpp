@@ -90,7 +90,7 @@ void TScreen::SetCursor(TCursor value) {
         const HWND window = WindowFromPoint(mouse);
         if (window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
             ::SetCursor(Cursors(value));
-            SendMessageA(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+            SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
         }
     }
 }

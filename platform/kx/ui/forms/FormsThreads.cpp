@@ -17,7 +17,7 @@ void WaitAnswering(HANDLE object) {
     while (MsgWaitForMultipleObjectsEx(1, &object, INFINITE, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE) ==
            WAIT_OBJECT_0 + 1) {
         MSG message;
-        PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE); // answers them
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE); // answers them
     }
 }
 
@@ -90,7 +90,7 @@ void TApplication::Synchronize(const std::function<void()>& work) {
     }
     // A posted message would not be seen by a thread that waits for an answer of this one. In a sent message the work
     // could not call COM objects of other threads. So it is neither.
-    SendNotifyMessageA(FHandle, WM_RUNSYNCHRONIZED, 0, 0);
+    SendNotifyMessageW(FHandle, WM_RUNSYNCHRONIZED, 0, 0);
     WaitAnswering(call.Done.get());
     if (call.Failure) {
         std::rethrow_exception(call.Failure);

@@ -233,8 +233,8 @@ void TCustomForm::ApplyIcon() {
     const bool dialog = FBorderStyle == bsDialog || FBorderStyle == bsToolWindow || FBorderStyle == bsSizeToolWin;
     TIcon& icon = FIcon.Empty() && !dialog ? Application().Icon() : FIcon;
     const auto handle = reinterpret_cast<LPARAM>(icon.Handle());
-    SendMessageA(WindowHandle(), WM_SETICON, ICON_SMALL, handle);
-    SendMessageA(WindowHandle(), WM_SETICON, ICON_BIG, handle);
+    SendMessageW(WindowHandle(), WM_SETICON, ICON_SMALL, handle);
+    SendMessageW(WindowHandle(), WM_SETICON, ICON_BIG, handle);
 }
 
 void TCustomForm::ApplyMenu() {
