@@ -45,7 +45,7 @@ TKxMsgVerdict TKxDlgPipeline::BeforeSystem(TMessage& message, int& command) {
             const auto offer = [&] { taken = FDialog.TakeAccelerator(static_cast<wchar_t>(message.WParamLo())); };
             if (!Outlives(FLife, offer) || taken) {
                 message.Result = MAKELRESULT(0, MNC_CLOSE);
-                return mvStop;
+                return mvSkip;
             }
         }
         if (allow) {
