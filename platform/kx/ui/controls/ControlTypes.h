@@ -101,8 +101,8 @@ using TMouseEvent = TEvent<void(TObject* sender, TMouseButton button, TShiftStat
 using TMouseMoveEvent = TEvent<void(TObject* sender, TShiftState shift, int x, int y)>;
 /// A handler that sets `key` to 0 takes the key away from the control.
 using TKeyEvent = TEvent<void(TObject* sender, uint16_t& key, TShiftState shift)>;
-/// `key` is a whole character, as Unicode numbers it: to be compared with 'x', or with U'\u0416'. A handler that sets
-/// it to another one has that typed instead; 0 suppresses it. `TextOfCharacter` gives it as text.
+/// `key` is a whole character, as Unicode numbers it: to be compared with 'x', or with a literal of char32_t. A handler
+/// that sets it to another one has that typed instead; 0 suppresses it. `TextOfCharacter` gives it as text.
 using TKeyPressEvent = TEvent<void(TObject* sender, char32_t& key)>;
 /// The mouse wheel was turned: by `wheelDelta`, positive away from the user, or by one whole notch. `mousePos` in
 /// screen coordinates. A handler that sets `handled` keeps the turn from the control and from those around it.
