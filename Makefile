@@ -55,9 +55,9 @@ fuzz: ## run both fuzzers side by side, SECONDS seconds each (600); what they fi
 package: ## make the archives, for each word size, in build/packages
 	$(bootstrap)
 	for preset in $$presets; do
-		cmake --preset $$preset
-		cmake --build --preset $$preset --target kx_installed
-		cpack --config build/$$preset/CPackConfig.cmake -B build/packages
+		cmake --preset $$preset -B build/packages/$$preset -DKX_UNITY_LIBRARIES=OFF
+		cmake --build build/packages/$$preset --target kx_installed
+		cpack --config build/packages/$$preset/CPackConfig.cmake -B build/packages
 	done
 	rm -rf build/packages/_CPack_Packages
 	ls -l build/packages

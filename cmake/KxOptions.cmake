@@ -85,6 +85,9 @@ if(KX_PCH AND WIN32)
     set(KX_PROGRAM_PRECOMPILED kx_pch)
 endif()
 
+# A program takes from an archive just the sources that it needs, unless they were compiled as one.
+option(KX_UNITY_LIBRARIES "Compile the libraries' sources several at once too: a faster build of larger programs" OFF)
+
 set(KX_SANITIZE "" CACHE STRING "Sanitizers of the native build, as for -fsanitize=")
 if(KX_SANITIZE)
     add_compile_options(-fsanitize=${KX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

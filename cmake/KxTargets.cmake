@@ -56,7 +56,7 @@ function(kx_add_library name)
     endif()
     if(folder MATCHES "^(platform|src)/kx/")
         string(APPEND root "/${CMAKE_MATCH_1}")
-        set(unity OFF) # a program takes from the archive just the sources that it needs
+        set(unity ${KX_UNITY_LIBRARIES})
     endif()
     set(compiled ${name})
     set(holder ${name}) # of the resources

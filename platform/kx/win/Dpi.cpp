@@ -17,7 +17,7 @@ namespace {
 
 using TContext = void*; // DPI_AWARENESS_CONTEXT, which not all compilers' headers have
 
-struct TFunctions {
+struct TUserFunctions {
     UINT(WINAPI* GetDpiForSystem)();
     UINT(WINAPI* GetDpiForWindow)(HWND window);
     int(WINAPI* GetSystemMetricsForDpi)(int index, UINT dpi);
@@ -25,9 +25,9 @@ struct TFunctions {
     TContext(WINAPI* GetWindowDpiAwarenessContext)(HWND window);
 };
 
-const TFunctions& User() {
-    static const TFunctions functions = [] {
-        TFunctions f{};
+const TUserFunctions& User() {
+    static const TUserFunctions functions = [] {
+        TUserFunctions f{};
         const auto find = [](auto& function, const char* name) {
             function = SystemFunction<std::decay_t<decltype(function)>>("user32.dll", name);
         };

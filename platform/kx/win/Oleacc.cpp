@@ -16,15 +16,15 @@ namespace kx {
 namespace {
 
 /// Loaded when somebody asks for the first time: most programs are never asked.
-struct TFunctions {
+struct TOleaccFunctions {
     decltype(&::LresultFromObject) LresultFromObject;
     decltype(&::CreateStdAccessibleObject) CreateStdAccessibleObject;
     decltype(&::AccessibleObjectFromWindow) AccessibleObjectFromWindow;
 };
 
-const TFunctions& Oleacc() {
-    static const TFunctions functions = [] {
-        TFunctions f{};
+const TOleaccFunctions& Oleacc() {
+    static const TOleaccFunctions functions = [] {
+        TOleaccFunctions f{};
         wchar_t path[MAX_PATH + 16];
         const UINT length = GetSystemDirectoryW(path, MAX_PATH);
         if (length == 0 || length >= MAX_PATH) {
