@@ -86,7 +86,10 @@ if(KX_PCH AND WIN32)
 endif()
 
 # A program takes from an archive just the sources that it needs, unless they were compiled as one.
-option(KX_UNITY_LIBRARIES "Compile the libraries' sources several at once too: a faster build of larger programs" OFF)
+if(PROJECT_IS_TOP_LEVEL)
+    option(KX_UNITY_LIBRARIES "Compile the libraries' sources several at once too: a faster build of larger programs"
+        OFF)
+endif()
 
 set(KX_SANITIZE "" CACHE STRING "Sanitizers of the native build, as for -fsanitize=")
 if(KX_SANITIZE)
