@@ -3,7 +3,6 @@
 
 #include "Benches.h"
 
-#include "Programs.h"
 #include "designer/DesignerForm.h"
 #include "designer/Files.h"
 #include "designer/Settings.h"
@@ -13,6 +12,7 @@
 #include "kx/win/Handles.h"
 #include "kx/win/Registry.h"
 #include "kx/win/Windows.h"
+#include "support/Programs.h"
 #include "support/TempFolder.h"
 
 #include <algorithm>
@@ -167,7 +167,7 @@ HWND PaintedWindowOf(DWORD process) {
 /// Milliseconds from the start of the program until its window is painted.
 double StartOfProgram() {
     const double begin = Now();
-    const TStartedProgram program = StartProgram("..\\apps\\designer\\designer.exe");
+    const test::TStartedProgram program = test::StartProgram("..\\apps\\designer\\designer.exe");
     constexpr double longest = 30; // seconds
     HWND window = nullptr;
     while (!window && Now() - begin < longest) {

@@ -4,10 +4,10 @@
 #include "Benches.h"
 
 #include "HandWritten.h"
-#include "Programs.h"
 #include "Showing.h"
 #include "kx/core/SysUtils.h"
 #include "kx/win/Windows.h"
+#include "support/Programs.h"
 
 #include <psapi.h>
 
@@ -24,7 +24,7 @@ int OwnKilobytes() {
 
 /// Of a program that shows the dialog: this one again, in another process.
 double KilobytesOf(const char* dialog) {
-    const TStartedProgram program = StartProgram("kx_bench.exe", std::string("shows ") + dialog);
+    const test::TStartedProgram program = test::StartProgram("kx_bench.exe", std::string("shows ") + dialog);
     DWORD kilobytes = 0;
     if (WaitForSingleObject(program.Process.get(), 30'000) != WAIT_OBJECT_0) {
         TerminateProcess(program.Process.get(), 0);

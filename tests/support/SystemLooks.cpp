@@ -79,7 +79,10 @@ TUnthemed::~TUnthemed() {
     TellThemeChanged();
 }
 
-THighContrast::THighContrast() : FAsked("SystemParametersInfoW", reinterpret_cast<void*>(ParametersWithHighContrast)) {
+THighContrastSetting::THighContrastSetting()
+    : FAsked("SystemParametersInfoW", reinterpret_cast<void*>(ParametersWithHighContrast)) {}
+
+THighContrast::THighContrast() {
     std::vector<COLORREF> colors;
     for (const auto& color : Colors) {
         FOld.push_back(GetSysColor(color.Index));

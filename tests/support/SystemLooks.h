@@ -38,6 +38,16 @@ private:
     DWORD FBefore;
 };
 
+/// The system says for the length of a scope that the user needs strong contrasts. Colours and themes stay as they are,
+/// and nobody is told.
+class THighContrastSetting {
+public:
+    THighContrastSetting();
+
+private:
+    TImportPatch FAsked;
+};
+
 /// High contrast for the length of a scope: white, and some light colours, on black.
 class THighContrast {
 public:
@@ -49,7 +59,7 @@ public:
 private:
     TUnthemed FUnthemed;
     std::vector<COLORREF> FOld;
-    TImportPatch FAsked;
+    THighContrastSetting FSetting;
 };
 
 /// Whether the system always shows marks for the keyboard, for the length of a scope.

@@ -195,13 +195,7 @@ TEST_F(Edges, FollowTheUsersChoiceAtOnce) {
         all(false);
     }
     all(true);
-    struct TOn {
-        static BOOL WINAPI Parameters(UINT action, UINT, void* data, UINT) {
-            static_cast<HIGHCONTRASTW*>(data)->dwFlags = action == SPI_GETHIGHCONTRAST ? HCF_HIGHCONTRASTON : 0;
-            return TRUE;
-        }
-    };
-    const TImportPatch on("SystemParametersInfoW", reinterpret_cast<void*>(TOn::Parameters));
+    const THighContrastSetting on;
     SendMessageW(Form->Handle(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
     all(false);
 }

@@ -118,13 +118,7 @@ TEST_F(HighContrast, LeavesThemesOutEvenWhereTheSystemHasOneForIt) {
     Show();
     const auto all = [&] { return std::array{Seen(*grid), Seen(*button), Seen(*box)}; };
     const auto plain = all();
-    struct TOn {
-        static BOOL WINAPI Parameters(UINT action, UINT, void* data, UINT) {
-            static_cast<HIGHCONTRASTW*>(data)->dwFlags = action == SPI_GETHIGHCONTRAST ? HCF_HIGHCONTRASTON : 0;
-            return TRUE;
-        }
-    };
-    const TImportPatch on("SystemParametersInfoW", reinterpret_cast<void*>(TOn::Parameters));
+    const THighContrastSetting on;
     TellThemeChanged();
     const auto classic = all();
     EXPECT_NE(classic[0], plain[0]) << "lines of another colour";
@@ -139,14 +133,8 @@ TEST_F(HighContrast, ComesAndGoesWithTheSystemsMessage) {
     label->SetEnabled(false);
     Show();
     const auto engraved = Seen(*label);
-    struct TOn {
-        static BOOL WINAPI Parameters(UINT action, UINT, void* data, UINT) {
-            static_cast<HIGHCONTRASTW*>(data)->dwFlags = action == SPI_GETHIGHCONTRAST ? HCF_HIGHCONTRASTON : 0;
-            return TRUE;
-        }
-    };
     {
-        const TImportPatch on("SystemParametersInfoW", reinterpret_cast<void*>(TOn::Parameters));
+        const THighContrastSetting on;
         SendMessageW(Form->Handle(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
         EXPECT_NE(Seen(*label), engraved);
     }

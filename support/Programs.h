@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace kx::bench {
+namespace kx::test {
 
 /// A program that has been started. It goes on when this does not exist any more.
 struct TStartedProgram {
@@ -17,4 +17,4 @@ struct TStartedProgram {
 /// Starts the program of that path, relative to this program's folder. @throws Exception
 TStartedProgram StartProgram(const std::string& path, const std::string& arguments = {});
 
-} // namespace kx::bench
+} // namespace kx::test

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Starts other programs.
 
-#include "Programs.h"
+#include "support/Programs.h"
 
 #include "kx/core/SysUtils.h"
 
-namespace kx::bench {
+namespace kx::test {
 
 TStartedProgram StartProgram(const std::string& path, const std::string& arguments) {
     char self[MAX_PATH];
@@ -21,4 +21,4 @@ TStartedProgram StartProgram(const std::string& path, const std::string& argumen
     return {unique_handle_object(process.hProcess), process.dwProcessId};
 }
 
-} // namespace kx::bench
+} // namespace kx::test
