@@ -24,6 +24,22 @@ constexpr UINT StuckExitCode = 98;
 
 thread_local std::vector<TDialogDriver*> Runs; ///< The innermost last.
 
+/// Who gets the keyboard's input, and in which mode.
+std::string FocusState() {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    if (GetGUIThreadInfo(0, &info) == 0) {
+        return "No thread has the foreground.\n";
+    }
+    const auto line = [](const char* what, HWND window) {
+        return window ? std::string(what) + " " + ClassOf(window) + " \"" + TextOf(window) + "\" of thread " +
+                            IntToStr(static_cast<int>(GetWindowThreadProcessId(window, nullptr))) + "\n"
+                      : std::string(what) + " nobody\n";
+    };
+    return line("Active:", info.hwndActive) + line("Focus:", info.hwndFocus) + line("Captured by:", info.hwndCapture) +
+           line("Menu of:", info.hwndMenuOwner);
+}
+
 /// Posts to the topmost menu, box, dialog or other window what ends it.
 void CloseTopmost() {
     if (HWND menu = ShownMenu()) {
@@ -125,8 +141,8 @@ private:
         if (!picture.empty() && !CaptureScreen(picture)) {
             std::fprintf(stderr, "Cannot write %s\n", picture.c_str());
         }
-        std::fprintf(stderr, "Dialog run failed: %s\nPicture: %s\nWindows:\n%s", Reason().c_str(), picture.c_str(),
-                     AllWindowTrees().c_str());
+        std::fprintf(stderr, "Dialog run failed: %s\nPicture: %s\n%sWindows:\n%s", Reason().c_str(), picture.c_str(),
+                     FocusState().c_str(), AllWindowTrees().c_str());
         std::fflush(stderr);
     }
 
@@ -224,7 +240,8 @@ void TDialogDriver::Perform(const TStep& step) {
 void TDialogDriver::GiveUp(const std::string& reason) { FWatchdog->GiveUp(reason); }
 
 std::string TDialogDriver::Pending() const {
-    return FNext < FSteps.size() ? FSteps[FNext].What : "the end of the dialog, all steps being done";
+    return FNext < FSteps.size() ? FSteps[FNext].What + " (step " + IntToStr(static_cast<int>(FNext) + 1) + ")"
+                                 : "the end of the dialog, all steps being done";
 }
 
 bool IsShown(const TCommonDialog& dialog) {

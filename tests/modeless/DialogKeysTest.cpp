@@ -39,8 +39,11 @@ protected:
     /// Shows the dialog, clicks into the left form, and carries out the steps. Whether the dialog was confirmed.
     bool Run(std::vector<TStep> steps) {
         const auto click = [this] { Click(Left()->First->WindowHandle()); };
-        steps.insert(steps.begin(),
-                     {"all is shown", [this] { return Shown(*Component)() && Bottom()->IsDocked(); }, click});
+        // Before that a click would come too early: the dialog gives the focus to its first control last of all.
+        const auto ready = [this] {
+            return Shown(*Component)() && Bottom()->IsDocked() && IsChild(Window(), FocusNow());
+        };
+        steps.insert(steps.begin(), {"all is shown and the dialog has the focus", ready, click});
         const bool blocks = std::get<1>(GetParam());
         return RunDialog(
             [&] {

@@ -7,10 +7,11 @@
 
 namespace kx::test {
 
-/// Pumps by the application's message loop, which moves the focus and presses default buttons.
+/// Pumps by the application's message loop, which moves the focus and presses default buttons. It waits for longer
+/// than a driver does, which tells more when it gives up.
 inline bool FocusPump(const TCondition& condition) {
     const DWORD start = GetTickCount();
-    while (!condition() && GetTickCount() - start < 20000) {
+    while (!condition() && GetTickCount() - start < 40000) {
         Application().ProcessMessages();
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
         KeepFocus();
