@@ -12,7 +12,7 @@ namespace {
 using testing::HasSubstr;
 
 /// What `write` writes
-std::string Bytes(const std::function<void(TWriter&)>& write) {
+std::string BytesWrittenBy(const std::function<void(TWriter&)>& write) {
     TMemoryStream stream;
     TWriter writer(stream);
     write(writer);
@@ -22,7 +22,7 @@ std::string Bytes(const std::function<void(TWriter&)>& write) {
 
 /// Reads back what `write` wrote.
 template <class T> T ReadBack(const std::function<void(TWriter&)>& write, T (TReader::*read)()) {
-    TMemoryStream stream(Bytes(write));
+    TMemoryStream stream(BytesWrittenBy(write));
     TReader reader(stream);
     T value = (reader.*read)();
     EXPECT_EQ(reader.Remaining(), 0);
@@ -68,7 +68,7 @@ TEST(Filer, OtherValuesComeBack) {
     for (const std::string name : {"clRed", "Form1.Button1", "True", "False", "nil", "Null"}) {
         EXPECT_EQ(ReadBack([&](TWriter& w) { w.WriteIdent(name); }, &TReader::ReadIdent), name);
     }
-    TMemoryStream stream(Bytes([](TWriter& w) {
+    TMemoryStream stream(BytesWrittenBy([](TWriter& w) {
         w.WriteSet(KxTypeInfo(TOption{}), 5);
         w.WriteBinary(std::string(10000, 'b'));
         w.WriteListBegin();
@@ -143,7 +143,7 @@ TEST(Filer, ValuesCanBeReadAndWrittenWithoutAForm) {
     TColumns columns;
     columns.Add();
     columns[0].SetTitle("T");
-    const std::string bytes = Bytes([&](TWriter& w) { w.WriteCollection(columns); });
+    const std::string bytes = BytesWrittenBy([&](TWriter& w) { w.WriteCollection(columns); });
     TMemoryStream stream(bytes);
     TReader reader(stream);
     TColumns back;
@@ -160,8 +160,8 @@ TEST(Filer, ValuesCanBeReadAndWrittenWithoutAForm) {
 }
 
 TEST(Filer, ANameThatIsTooLongIsAnErrorOfWriting) {
-    EXPECT_THROW(Bytes([](TWriter& w) { w.WriteIdent(std::string(256, 'x')); }), EWriteError);
-    EXPECT_THROW(Bytes([](TWriter& w) { w.WriteStr(std::string(256, 'x')); }), EWriteError);
+    EXPECT_THROW(BytesWrittenBy([](TWriter& w) { w.WriteIdent(std::string(256, 'x')); }), EWriteError);
+    EXPECT_THROW(BytesWrittenBy([](TWriter& w) { w.WriteStr(std::string(256, 'x')); }), EWriteError);
 }
 
 TEST(Filer, AFormThatCannotBeWrittenLeavesTheStreamAlone) {

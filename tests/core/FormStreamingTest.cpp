@@ -252,23 +252,24 @@ TEST_F(FormStreaming, GlobalLoadingRunsLoadedOnceForAllFormsReadIntoAnInstance) 
 
 TEST_F(FormStreaming, InlineComponentsKeepTheirFlagAndNamespace) {
     // The component that an inline one brings along stands in for its own form here.
-    class TFrame : public TPanel {
+    class TInlineFrame : public TPanel {
     public:
-        explicit TFrame(TComponent* owner) : TPanel(owner) {
+        explicit TInlineFrame(TComponent* owner) : TPanel(owner) {
             auto* const inner = new TButton(this);
             inner->SetName("Inner");
             inner->SetParentComponent(this);
         }
         static const TClass& StaticClass() {
-            static const TClassBuilder<TFrame> cls("TFrame", TPanel::StaticClass(), [](auto& c) { c.Creatable(); });
+            static const TClassBuilder<TInlineFrame> cls("TInlineFrame", TPanel::StaticClass(),
+                                                         [](auto& c) { c.Creatable(); });
             return cls.Class();
         }
         const TClass& ClassType() const override { return StaticClass(); }
     };
-    RegisterClasses<TFrame>();
+    RegisterClasses<TInlineFrame>();
     const std::string text = Lines(R"(object F: TForm
   Target = Frame1.Inner
-  inline Frame1: TFrame
+  inline Frame1: TInlineFrame
     inherited Inner: TButton
       Caption = 'inside'
       Target = Owner

@@ -112,25 +112,25 @@ enum class TWay {
 const char* const WayNames[] = {"FreesSender", "FreesParent", "FreesSibling", "FreesForm", "ReleasesForm",
                                 "FreesOther",  "Undocks",     "EndsHost",     "Throws"};
 
-using THandler = std::function<void(TControl* sender)>;
+using TReaction = std::function<void(TControl* sender)>;
 
 struct TCase {
     const char* Name;
     /// Has `handler` run in the event.
-    std::function<void(TScene& scene, const THandler& handler)> Hook;
+    std::function<void(TScene& scene, const TReaction& handler)> Hook;
     /// Brings the event about. The scene is shown, or it is not.
     std::function<void(TScene& scene)> Fire;
     bool Shown = true;
     bool Docked = true; ///< The event comes in windows of the system too.
 };
 
-TNotifyEvent Notify(const THandler& handler) {
+TNotifyEvent Notify(const TReaction& handler) {
     return [handler](TObject* sender) { handler(static_cast<TControl*>(sender)); };
 }
-TMouseEvent Mouse(const THandler& handler) {
+TMouseEvent Mouse(const TReaction& handler) {
     return [handler](TObject* sender, TMouseButton, TShiftState, int, int) { handler(static_cast<TControl*>(sender)); };
 }
-TKeyEvent Key(const THandler& handler) {
+TKeyEvent Key(const TReaction& handler) {
     return [handler](TObject* sender, uint16_t&, TShiftState) { handler(static_cast<TControl*>(sender)); };
 }
 

@@ -21,7 +21,7 @@ using detail::TBlock;
 
 namespace {
 
-constexpr uint8_t Version = 3;
+constexpr uint8_t ListVersion = 3;
 constexpr size_t LongestText = 255; // its length is a byte
 
 void AddText(std::string& bytes, const std::string& text) {
@@ -34,7 +34,7 @@ void AddText(std::string& bytes, const std::string& text) {
 
 void TListItems::ReadItems(std::string_view bytes, bool isOld) {
     TBlock block(bytes);
-    if (!isOld && block.Byte() != Version) {
+    if (!isOld && block.Byte() != ListVersion) {
         throw EReadError("The items of the list are of an unknown version");
     }
     block.Number(); // the length

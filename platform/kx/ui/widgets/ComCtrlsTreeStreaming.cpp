@@ -23,7 +23,7 @@ using detail::TBlock;
 
 namespace {
 
-constexpr uint8_t Version = 3;
+constexpr uint8_t TreeVersion = 3;
 constexpr int MaxLevels = 200;
 
 /// What one node of a block says.
@@ -109,7 +109,7 @@ void TTreeNodes::ReadData(TStream& stream, bool isOld) {
     BeginUpdate();
     try {
         TBlock block(bytes);
-        if (!isOld && block.Byte() != Version) {
+        if (!isOld && block.Byte() != TreeVersion) {
             throw EReadError("The nodes of the tree are of an unknown version");
         }
         ReadNodes(block, isOld, *this, nullptr, block.Number(), 0);
@@ -127,7 +127,7 @@ void TTreeNodes::ReadData(TStream& stream, bool isOld) {
 void TTreeNodes::WriteData(TStream& stream) const {
     std::string bytes = FStood;
     if (bytes.empty()) {
-        bytes.push_back(static_cast<char>(Version));
+        bytes.push_back(static_cast<char>(TreeVersion));
         AddNumber(bytes, static_cast<int32_t>(FRoots.size()));
         for (const auto& node : FRoots) {
             WriteNode(bytes, *node);
