@@ -1,14 +1,16 @@
 # All libraries in one DLL; kx_add_library fills it. Everything is exported without a mark in the sources, which is what the
-# linkers of MinGW do by themselves. Visual C++ would need marks for what is data; there the libraries stay static.
+# linkers of MinGW do by themselves. Visual C++ would need marks for what is data; there the libraries stay static. With
+# KX_TEST_DLL alone the libraries are static too, and the DLL is made of their objects for its tests.
 if(NOT MINGW)
-    message(STATUS "BUILD_SHARED_LIBS: the DLL of kxqdlgs70 needs MinGW, so its libraries are static")
+    message(STATUS "The DLL of kxqdlgs70 needs MinGW, so its libraries are static")
     set(BUILD_SHARED_LIBS OFF)
+    set(KX_TEST_DLL OFF)
     return()
 endif()
 set(folder "${PROJECT_BINARY_DIR}/bin")
 add_library(kxqdlgs70 SHARED)
 add_library(kx::kxqdlgs70 ALIAS kxqdlgs70)
-set_target_properties(kxqdlgs70 PROPERTIES PREFIX "" LINKER_LANGUAGE CXX)
+set_target_properties(kxqdlgs70 PROPERTIES PREFIX "" LINKER_LANGUAGE CXX KX_SHARED_RUNTIME ON)
 target_link_options(kxqdlgs70 PRIVATE -Wl,--export-all-symbols)
 kx_add_version(kxqdlgs70 "Dialogs of Windows, extended")
 
@@ -24,6 +26,9 @@ endforeach()
 if(PROJECT_IS_TOP_LEVEL)
     set_target_properties(kxqdlgs70 PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${folder}")
     file(COPY ${runtime} DESTINATION "${folder}")
+endif()
+if(NOT BUILD_SHARED_LIBS)
+    return()
 endif()
 if(PROJECT_IS_TOP_LEVEL AND CMAKE_CROSSCOMPILING)
     # The programs of the tests find the DLLs.

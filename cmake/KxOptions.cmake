@@ -34,8 +34,8 @@ if(MINGW)
     endif()
     if(PROJECT_IS_TOP_LEVEL AND NOT BUILD_SHARED_LIBS)
         # One file per program: libgcc, libstdc++ and winpthread go in. Between a program and a DLL exceptions pass only
-        # when both take them from the same DLLs.
-        add_link_options(-static)
+        # when both take them from the same DLLs, as programs with the property KX_SHARED_RUNTIME do.
+        add_link_options("$<$<NOT:$<BOOL:$<TARGET_PROPERTY:KX_SHARED_RUNTIME>>>:-static>")
     endif()
 endif()
 
@@ -99,6 +99,7 @@ endif()
 
 if(KX_TESTS)
     set(KX_LEAVE_OUT "" CACHE STRING "Tests that are not run: patterns as GoogleTest has them, with colons between")
+    option(KX_TEST_DLL "Make the DLL of all libraries besides, and test it" OFF)
 endif()
 option(KX_GUARD "Let test programs fail for faults that would pass in silence: tests/guard" OFF)
 if(KX_GUARD AND NOT MINGW)
