@@ -42,6 +42,25 @@ TEST_F(BitBtn, ItsArrowTravelsWithAFormFile) {
     EXPECT_EQ(button.Glyph().Canvas().Pixels(3, 9), clBlack);
 }
 
+TEST_F(BitBtn, ItsArrowAndTheRoomAroundThatFollowTheResolution) {
+    Button->SetMargin(5);
+    Button->ScaleForDpi(192, 96);
+    EXPECT_EQ(Button->Glyph().Width(), 16);
+    EXPECT_EQ(Button->Glyph().Height(), 32);
+    EXPECT_EQ(Button->Glyph().Canvas().Pixels(6, 18), clBlack);
+    EXPECT_EQ(Button->Spacing(), 8);
+    EXPECT_EQ(Button->Margin(), 10);
+    Button->SetMargin(-1);
+    Button->ScaleForDpi(96, 192);
+    EXPECT_EQ(Button->Margin(), -1) << "the caption stays centred";
+    EXPECT_EQ(Button->Spacing(), 4);
+    const TBitmap strip(15, 5);
+    Button->SetGlyph(strip);
+    EXPECT_EQ(Button->NumGlyphs(), 3);
+    Button->ScaleForDpi(144, 96);
+    EXPECT_EQ(Button->Glyph().Width(), 24) << "three pictures of 8 pixels";
+}
+
 // --- Looks
 
 TEST_F(BitBtn, UpItHasARaisedFrameCaptionAndArrow) {

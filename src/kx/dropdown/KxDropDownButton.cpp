@@ -6,6 +6,7 @@
 #include "kx/dropdown/KxDropDownButtonGlyph.h"
 #include "kx/ui/controls/ActnList.h"
 #include "kx/ui/forms/Forms.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/ReflectedMessages.h"
 #include "kx/win/Windows.h"
 
@@ -295,6 +296,15 @@ void TKxBitBtn::ColorChanged() {
 void TKxBitBtn::EnabledChanged() {
     TButton::EnabledChanged();
     Repaint();
+}
+
+void TKxBitBtn::ChangeScale(int to, int from) {
+    FMargin = FMargin == -1 ? -1 : ScaleValue(FMargin, to, from);
+    FSpacing = ScaleValue(FSpacing, to, from);
+    const int count = NumGlyphs();
+    TBitmap& strip = Glyph();
+    strip.Stretch(ScaleValue(strip.Width() / count, to, from) * count, ScaleValue(strip.Height(), to, from));
+    TButton::ChangeScale(to, from);
 }
 
 void TKxBitBtn::MouseLeave() {

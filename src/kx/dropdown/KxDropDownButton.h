@@ -82,6 +82,7 @@ protected:
     void FontChanged() override;
     void ColorChanged() override;
     void EnabledChanged() override;
+    void ChangeScale(int to, int from) override;
     void MouseLeave() override;
     void Notification(TComponent* component, TOperation operation) override;
     void KeyDown(uint16_t& key, TShiftState shift) override;
