@@ -6,6 +6,7 @@
 #include "kx/dropdown/KxDropDownButton.h"
 #include "kx/ui/controls/Menus.h"
 #include "kx/ui/widgets/ComCtrlsToolBar.h"
+#include "kx/win/Dpi.h"
 
 namespace kx {
 namespace {
@@ -235,6 +236,17 @@ TEST_F(OpenDialogOkMenu, TakesTheButtonsPlaceAndText) {
         EXPECT_EQ(RectIn(Dialog.DlgHandle(), Button()->WindowHandle()), place);
         EXPECT_FALSE(IsWindowVisible(ItemOf(Dialog, IDOK)));
         Screenshot("open_ok_menu", Dialog.DlgHandle());
+    });
+}
+
+TEST_F(OpenDialogOkMenu, LooksLikeTheOneItReplaces) {
+    Look(Dialog, [&] {
+        TFont font;
+        font.SetHandle(reinterpret_cast<HFONT>(SendMessageW(ItemOf(Dialog, IDOK), WM_GETFONT, 0, 0)));
+        EXPECT_TRUE(Button()->Font().Equals(font)) << Button()->Font().Name();
+        EXPECT_EQ(Button()->Glyph().Width(), SystemLength(8));
+        EXPECT_EQ(Button()->Glyph().Height(), SystemLength(16));
+        EXPECT_EQ(Button()->Spacing(), SystemLength(4));
     });
 }
 

@@ -5,6 +5,7 @@
 
 #include "kx/dropdown/KxDropDownButton.h"
 #include "kx/frame/KxWhileAlive.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Windows.h"
 
 #include <commdlg.h>
@@ -37,6 +38,10 @@ void TKxOkButton::Create(bool visible) {
     form->SetParentWindow(dialog);
     auto* const button = new TKxBitBtn(form);
     button->SetParent(form);
+    button->ScaleForDpi(WindowDpi(dialog), DefaultDpi);
+    if (const LRESULT font = SendMessageW(systemButton, WM_GETFONT, 0, 0)) {
+        button->Font().SetHandle(reinterpret_cast<HFONT>(font));
+    }
     button->SetAlign(alClient);
     button->SetDropDownMenu(FPopupMenu.Get());
     const std::string& caption = FDialog.DlgItemsCaptions().OK();
