@@ -3,6 +3,7 @@
 
 #include "OpenDialogTest.h"
 
+#include "kx/win/Dpi.h"
 #include "kx/win/Registry.h"
 #include "tests/support/TestKey.h"
 #include "tests/support/UnevenFrames.h"
@@ -93,22 +94,24 @@ TEST_F(OpenDialogPlaces, TheBarHasItsRoom) {
     });
     for (const bool border : {false, true}) {
         Dialog.PlacesBar().SetBorderStyle(border ? bsSingle : bsNone);
-        const int barWidth = border ? 91 : 87;
+        const int barWidth = SystemLength(border ? 91 : 87);
         Look(Dialog, [&] {
             HWND window = Dialog.DlgHandle();
-            const int moved = 90 + GetSystemMetrics(SM_CYDLGFRAME);
+            const int moved = SystemLength(90) + GetSystemMetrics(SM_CYDLGFRAME);
             const TRect shown = RectIn(window, ItemOf(Dialog, KxFolderComboId));
-            EXPECT_EQ(shown.Left, 6 + moved);
-            EXPECT_EQ(shown.Top, 6);
-            EXPECT_EQ(Width(shown), Width(combo) + 45);
-            EXPECT_EQ(RectIn(window, ItemOf(Dialog, KxFolderLabelId)).Left, moved - 80);
+            EXPECT_EQ(shown.Left, SystemLength(6) + moved);
+            EXPECT_EQ(shown.Top, SystemLength(6));
+            EXPECT_EQ(Width(shown), Width(combo) + SystemLength(45));
+            const TRect label = RectIn(window, ItemOf(Dialog, KxFolderLabelId));
+            EXPECT_EQ(label.Left, moved - SystemLength(80));
+            EXPECT_EQ(label.Top, SystemLength(8));
             EXPECT_EQ(RectIn(window, ItemOf(Dialog, KxListPlaceholderId)).Left, list.Left + moved);
             EXPECT_EQ(Width(ScreenRectOf(window)), Width(outer) + barWidth);
             const TRect bar = RectIn(window, Bar().WindowHandle());
-            EXPECT_EQ(bar.Left, 4);
-            EXPECT_EQ(bar.Top, 33);
+            EXPECT_EQ(bar.Left, SystemLength(4));
+            EXPECT_EQ(bar.Top, SystemLength(33));
             EXPECT_EQ(Width(bar), barWidth);
-            EXPECT_EQ(bar.Bottom, 33 + RectIn(window, ItemOf(Dialog, KxFileTypeId)).Bottom -
+            EXPECT_EQ(bar.Bottom, SystemLength(33) + RectIn(window, ItemOf(Dialog, KxFileTypeId)).Bottom -
                                       RectIn(window, ItemOf(Dialog, KxListPlaceholderId)).Top);
             EXPECT_EQ(Bar().Panel1->BorderStyle(), border ? bsSingle : bsNone);
             Screenshot(border ? "open_places_fixed_border" : "open_places_fixed", window);

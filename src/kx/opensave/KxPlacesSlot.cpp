@@ -78,9 +78,10 @@ void TKxPlacesSlot::MakeRoom() {
     HWND dialog = FDialog.DlgHandle();
     HWND combo = GetDlgItem(dialog, KxFolderComboId);
     const TRect r = KxWindowRect(combo);
-    SetWindowPos(combo, nullptr, 6, 6, CheckedAdd(Width(r), 45), Height(r),
+    const int32_t edge = SystemLength(6);
+    SetWindowPos(combo, nullptr, edge, edge, CheckedAdd(Width(r), SystemLength(45)), Height(r),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_DEFERERASE);
-    SetWindowPos(GetDlgItem(dialog, KxFolderLabelId), nullptr, -80, 8, 0, 0,
+    SetWindowPos(GetDlgItem(dialog, KxFolderLabelId), nullptr, SystemLength(-80), SystemLength(8), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_DEFERERASE);
     const TRoom room{dialog, BarRoom()};
     KxEnumDirectChildren(dialog, MoveLeft1, reinterpret_cast<LPARAM>(&room));
