@@ -16,9 +16,9 @@ object AccessForm: TAccessForm
     FocusControl = EncodingCombo
   end
   object EncodingCombo: TComboBox
-    Left = 112
+    Left = 120
     Top = 8
-    Width = 160
+    Width = 152
     Height = 21
     Style = csDropDownList
     Items.Strings = (

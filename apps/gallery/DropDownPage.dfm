@@ -50,7 +50,7 @@ object DropDownPage: TDropDownPage
       Top = 69
       Width = 200
       Height = 13
-      Caption = 'The default button: Return presses it'
+      Caption = 'The default: Return presses it'
     end
     object DisabledButton: TKxBitBtn
       Left = 16

@@ -16,9 +16,9 @@ object FilterForm: TFilterForm
     FocusControl = FilterEdit
   end
   object FilterEdit: TFilterEdit
-    Left = 144
+    Left = 152
     Top = 8
-    Width = 168
+    Width = 160
     Height = 21
     TabOrder = 0
     OnKeyPress = FilterEditKeyPress

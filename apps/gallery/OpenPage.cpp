@@ -61,12 +61,11 @@ const TClass& TOpenPage::StaticClass() {
 
 TOpenPage::TOpenPage(TComponent* owner) : TGalleryPage(owner) {
     InitForm(*this, StaticClass());
-    AddViewsGlyph(FGlyphs);
-    ViewBar->SetImages(&FGlyphs);
+    auto* const glyphs = new TImageList(this); // takes the resolution of the screen with the page
+    AddViewsGlyph(*glyphs);
+    ViewBar->SetImages(glyphs);
     AddSamplePlaces(Dialog->PlacesBar().Places());
 }
-
-TOpenPage::~TOpenPage() { ViewBar->SetImages(nullptr); }
 
 // --- The dialog
 

@@ -239,7 +239,7 @@ object OpenPage: TOpenPage
       Top = 32
       Width = 148
       Height = 13
-      Caption = 'A button with a menu of views'
+      Caption = 'A menu of views'
     end
   end
   object OpenButton: TButton

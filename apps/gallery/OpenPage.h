@@ -17,7 +17,6 @@ class TOpenPage : public TGalleryPage {
     KX_CLASS()
 
     explicit TOpenPage(TComponent* owner = nullptr);
-    ~TOpenPage() override;
 
     void AddTour(TTour& tour) override;
 
@@ -39,7 +38,6 @@ private:
                KindsBox, EventsBox, LendBox, FlatBox, MenuBox),
               (TToolBar, ViewBar), (TToolButton, ViewsButton), (TMenuItem, IconsItem), (TButton, OpenButton),
               (TPopupMenu, OpenMenu), (TKxOpenDialog, Dialog))
-    TImageList FGlyphs;
     std::string FHow; ///< The chosen item of the button's menu; empty: none.
 };
 

@@ -100,6 +100,7 @@ const TClass& TPlacesPage::StaticClass() {
 
 TPlacesPage::TPlacesPage(TComponent* owner) : TGalleryPage(owner) {
     InitForm(*this, StaticClass());
+    FImages.SetSize(GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON)); // as the shell's icons are
     for (const DWORD attributes : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_DIRECTORY}}) {
         SHFILEINFOA info{};
         if (SHGetFileInfoA("sample", attributes, &info, sizeof info,

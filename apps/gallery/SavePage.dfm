@@ -38,7 +38,7 @@ object SavePage: TSavePage
       Top = 55
       Width = 92
       Height = 13
-      Caption = '&Default extension:'
+      Caption = 'E&xtension:'
       FocusControl = ExtensionEdit
     end
     object ExtensionEdit: TEdit
