@@ -242,6 +242,19 @@ TEST_F(FormScale, EverythingElseInPixelsGoesAlong) {
     EXPECT_EQ(box.VertScrollBar().Position(), 60);
 }
 
+TEST_F(FormScale, TabsLeaveRoomAroundTheirTexts) {
+    Read("  object Tabs1: TTabControl\n    Left = 0\n    Top = 0\n    Width = 200\n    Height = 60\n"
+         "    Tabs.Strings = (\n      'One')\n  end\n");
+    auto& tabs = The<TTabControl>("Tabs1");
+    const TWindowDC dc(tabs.Handle());
+    const TSelectObject font(dc.Handle(), reinterpret_cast<HFONT>(SendMessageW(tabs.Handle(), WM_GETFONT, 0, 0)));
+    SIZE text{};
+    GetTextExtentPoint32W(dc.Handle(), L"One", 3, &text);
+    RECT tab{};
+    SendMessageW(tabs.Handle(), TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&tab));
+    EXPECT_GE(tab.right - tab.left, text.cx + 2 * 12);
+}
+
 TEST_F(FormScale, ImagesAndGlyphsAreStretchedPixelByPixel) {
     TForm source(nullptr);
     auto* const images = new TImageList(&source);

@@ -3,6 +3,7 @@
 
 #include "kx/ui/widgets/ComCtrls.h"
 
+#include "kx/win/Dpi.h"
 #include "kx/win/ReflectedMessages.h"
 #include "kx/win/Windows.h"
 
@@ -43,6 +44,9 @@ void TCustomTabControl::SaveWindowState() {
 }
 
 void TCustomTabControl::FillTabs(HWND window) const {
+    if (ScaleLength(DefaultDpi) != DefaultDpi) { // the system leaves 6 and 3 pixels around a text at any resolution
+        SendMessageW(window, TCM_SETPADDING, 0, MAKELPARAM(ScaleLength(6), ScaleLength(3)));
+    }
     SendMessageW(window, TCM_DELETEALLITEMS, 0, 0);
     for (int i = 0; i < FTabs->Count(); ++i) {
         std::wstring text = ToWide(FTabs->Get(i));
