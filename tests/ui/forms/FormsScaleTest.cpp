@@ -178,6 +178,18 @@ TEST_F(FormScale, AnchoredAndAlignedControlsStandAsTheyWereDesigned) {
     EXPECT_EQ(kx::Width(Bounds(The<TEdit>("Edit1"))), 480);
 }
 
+TEST_F(FormScale, TheyStandSoAsWellWhenACompleteFormIsScaled) {
+    Read("  object Panel1: TPanel\n    Left = 0\n    Top = 0\n    Width = 200\n    Height = 100\n"
+         "    Anchors = [akLeft, akTop, akRight, akBottom]\n    object Button1: TButton\n      Left = 115\n"
+         "      Top = 65\n      Width = 75\n      Height = 25\n      Anchors = [akRight, akBottom]\n    end\n  end\n");
+    Form->ScaleForDpi(SystemDpi() / 2, SystemDpi());
+    EXPECT_EQ(Bounds(The<TPanel>("Panel1")), (TRect{0, 0, 200, 100}));
+    EXPECT_EQ(Bounds(The<TButton>("Button1")), (TRect{115, 65, 190, 90}));
+    Form->SetClientSize(250, 150);
+    EXPECT_EQ(Bounds(The<TPanel>("Panel1")), (TRect{0, 0, 250, 150}));
+    EXPECT_EQ(Bounds(The<TButton>("Button1")), (TRect{165, 115, 240, 140}));
+}
+
 TEST_F(FormScale, EverythingElseInPixelsGoesAlong) {
     Read(
         "  BorderWidth = 4\n"
