@@ -4,6 +4,7 @@
 #include "OpenDialogTest.h"
 
 #include "kx/opensave/KxSaveDlg.h"
+#include "kx/win/Dpi.h"
 
 #include <commdlg.h>
 
@@ -120,7 +121,9 @@ TEST_F(OpenDialogShow, AResizableOneWithPlacesIsRoomier) {
     TPoint size;
     Look(plain, [&] { size = SizeOf(plain); });
     ShowPlaces();
-    Look(Dialog, [&] { EXPECT_EQ(SizeOf(Dialog), (TPoint{size.X + 40 + 87, size.Y + 70})); });
+    Look(Dialog, [&] {
+        EXPECT_EQ(SizeOf(Dialog), (TPoint{size.X + SystemLength(40) + SystemLength(87), size.Y + SystemLength(70)}));
+    });
 }
 
 TEST_F(OpenDialogShow, AVetoedDestructionKeepsTheSizeFromBefore) {

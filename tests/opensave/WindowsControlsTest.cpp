@@ -4,6 +4,7 @@
 #include "OpenDialogTest.h"
 
 #include "kx/ui/controls/Menus.h"
+#include "kx/win/Dpi.h"
 #include "kx/win/Subclass.h"
 #include "kx/win/System.h"
 
@@ -299,11 +300,11 @@ TEST_F(OverlappingControls, ArePushedDownOnce) {
         EXPECT_EQ(Tops(), tops) << "the list begins where the name ends";
         Overlap(1);
         for (int& y : tops) {
-            y += 70;
+            y += SystemLength(70);
         }
         EXPECT_EQ(Tops(), tops);
-        EXPECT_EQ(Right->Left(), left + 36);
-        EXPECT_EQ(Bottom->Top(), top + 70);
+        EXPECT_EQ(Right->Left(), left + SystemLength(36));
+        EXPECT_EQ(Bottom->Top(), top + SystemLength(70));
         RedrawWindow(Dialog.DlgHandle(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW | RDW_NOCHILDREN);
         EXPECT_EQ(Tops(), tops);
     });
@@ -327,7 +328,7 @@ TEST_F(OverlappingControls, ArePushedInALiteDialogToo) {
         SetWindowPos(ItemOf(dialog, 1148), nullptr, name.Left, RectIn(window, ItemOf(dialog, 1120)).Bottom - 1, 0, 0,
                      SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW | RDW_NOCHILDREN);
-        EXPECT_EQ(RectIn(window, ItemOf(dialog, IDOK)).Top, before + 70);
+        EXPECT_EQ(RectIn(window, ItemOf(dialog, IDOK)).Top, before + SystemLength(70));
     });
 }
 
