@@ -43,7 +43,7 @@ object WideForm: TWideForm
       end
       item
         Caption = 'Thickness'
-        Width = 60
+        Width = 74
       end>
     ReadOnly = True
     TabOrder = 1
