@@ -58,7 +58,7 @@ int TPaletteButtons::ButtonAt(int x, int y) const {
 
 int TPaletteButtons::ShownCount() const {
     const int all = static_cast<int>(FClasses.size());
-    const int room = (ClientWidth() - 2) / ButtonSize() - 1;
+    const int room = std::max((ClientWidth() - 2) / ButtonSize() - 1, 0);
     return all <= room ? all : std::max((ClientWidth() - 2 - 2 * ScrollWidth()) / ButtonSize() - 1, 1);
 }
 

@@ -142,6 +142,18 @@ TEST_F(Palette, PicturesForWhichThereIsNoRoomAreScrolled) {
     EXPECT_EQ(Text(), SampleForm);
 }
 
+TEST_F(Palette, NothingIsScrolledWhereThereIsNoPicture) {
+    designer::TPaletteButtons& buttons = Window->ComponentPalette().Buttons();
+    Window->ComponentPalette().Search().SetText("no such component");
+    ASSERT_TRUE(buttons.Classes().empty());
+    buttons.SetAlign(alNone);
+    for (const int width : {100, 40, 20, 1}) { // the arrow's is 30
+        buttons.SetWidth(width);
+        EXPECT_EQ(buttons.ScrollRect(true), (TRect{0, 0, 0, 0})) << width;
+        EXPECT_EQ(buttons.ButtonRect(nullptr).Left, 2) << width;
+    }
+}
+
 TEST_F(Palette, TheWheelScrollsAsManyPicturesAsTheUserHasChosen) {
     KxDlgsReg::Register();
     Window->ComponentPalette().Search().SetText("t"); // all of them

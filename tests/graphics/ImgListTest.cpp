@@ -231,6 +231,14 @@ TEST_F(ImageList, OverlaysAreDrawnOnTop) {
     EXPECT_EQ(At(4, 5), clRed);
 }
 
+TEST_F(ImageList, FourImagesAtMostAreOverlays) {
+    AddColor(clRed);
+    for (const int overlay : {-1, 0, 5, 15, 16}) {
+        EXPECT_FALSE(List.Overlay(0, overlay)) << overlay;
+    }
+    EXPECT_TRUE(List.Overlay(0, 4));
+}
+
 TEST_F(ImageList, GivesImagesAsBitmaps) {
     AddColor(clRed);
     TBitmap bitmap(30, 30);

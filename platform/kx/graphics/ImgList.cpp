@@ -374,10 +374,11 @@ void TImageList::DrawDisabled(TCanvas& canvas, int x, int y, int index) const {
 }
 
 bool TImageList::Overlay(int index, int overlay) {
-    if (index < 0 || index >= Count() || !ImageList_SetOverlayImage(Handle(), index, overlay)) {
+    const bool isOverlay = overlay >= 1 && overlay <= static_cast<int>(FOverlays.size()); // the system has 15
+    if (!isOverlay || index < 0 || index >= Count() || !ImageList_SetOverlayImage(Handle(), index, overlay)) {
         return false;
     }
-    FOverlays[static_cast<size_t>(overlay - 1)] = index; // the system takes no other overlays
+    FOverlays[static_cast<size_t>(overlay - 1)] = index;
     return true;
 }
 

@@ -20,7 +20,7 @@ namespace {
 
 /// In screen coordinates, of a docked form too
 TRect ScreenBoundsOf(const TCustomForm& form) {
-    RECT r;
+    RECT r{};
     const bool isInside = form.IsDocked() && GetWindowRect(form.WindowHandle(), &r);
     return isInside ? FromRECT(r) : form.BoundsRect();
 }
