@@ -41,7 +41,8 @@ endif()
 
 add_library(kx_options INTERFACE)
 if(WIN32)
-    # The ANSI functions are called, so UNICODE stays undefined; Windows 7 is the oldest system.
+    # The ANSI functions are called by their own names: UNICODE, which others may define, changes nothing. Windows 7 is the
+    # oldest system.
     target_compile_definitions(kx_options INTERFACE
         NOMINMAX WIN32_LEAN_AND_MEAN STRICT _WIN32_WINNT=0x0601 WINVER=0x0601)
 endif()
@@ -52,9 +53,9 @@ if(MSVC)
 endif()
 if(PROJECT_IS_TOP_LEVEL AND MSVC)
     # Left out: what faults constant conditions of templates (4127), a constant cast to what it is meant to become (4310),
-    # what is aligned as it says (4324), code that the optimizer finds needless (4702), and the standard's functions that
-    # have a safe sister nowhere else.
-    target_compile_options(kx_options INTERFACE /W4 /WX /wd4127 /wd4310 /wd4324 /wd4702)
+    # what is aligned as it says (4324), a variable that has the name of a function like log() or time() (4459), code that
+    # the optimizer finds needless (4702), and the standard's functions that have a safe sister nowhere else.
+    target_compile_options(kx_options INTERFACE /W4 /WX /wd4127 /wd4310 /wd4324 /wd4459 /wd4702)
     target_compile_definitions(kx_options INTERFACE _CRT_SECURE_NO_WARNINGS)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "MSVC")
         # The system's headers are not ours to mend; those before Windows 11 do not suit the standard's preprocessor.

@@ -8,6 +8,8 @@
 #include "kx/core/FormClass.h"
 #include "kx/win/Windows.h"
 
+#include <cstdlib>
+
 namespace kx::designer {
 
 void TDesignerForm::SetView(TView view) {
@@ -62,7 +64,7 @@ bool TDesignerForm::TakeText() {
         return true;
     }
     const size_t at = problem.rfind("line ");
-    const int line = at == std::string::npos ? 0 : atoi(problem.c_str() + at + 5);
+    const int line = at == std::string::npos ? 0 : std::atoi(problem.c_str() + at + 5);
     if (line > 0) {
         const auto start = SendMessageA(TextMemo->Handle(), EM_LINEINDEX, static_cast<WPARAM>(line) - 1, 0);
         const auto length = SendMessageA(TextMemo->Handle(), EM_LINELENGTH, static_cast<WPARAM>(start), 0);

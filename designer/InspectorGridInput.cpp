@@ -54,7 +54,7 @@ void TInspectorGrid::MouseMove(TShiftState shift, int x, int y) {
         Invalidate();
     }
     if (FDragsSplit || (x >= Split() - reach && x <= Split() + reach)) {
-        ::SetCursor(LoadCursorA(nullptr, IDC_SIZEWE));
+        ::SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_SIZEWE)));
     }
 }
 

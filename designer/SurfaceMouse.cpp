@@ -363,15 +363,15 @@ void TDesignSurface::DblClick() {
 }
 
 void TDesignSurface::ShowCursorAt(const TPoint& point) const {
-    const LPCSTR shapes[] = {IDC_SIZENWSE, IDC_SIZENS, IDC_SIZENESW, IDC_SIZEWE};
+    const LPCTSTR shapes[] = {IDC_SIZENWSE, IDC_SIZENS, IDC_SIZENESW, IDC_SIZEWE};
     const int handle = HandleAt(point);
-    LPCSTR shape = IDC_ARROW;
+    LPCTSTR shape = IDC_ARROW;
     if (FTool) {
         shape = IDC_CROSS;
     } else if (handle >= 0) {
         shape = shapes[handle % 4];
     }
-    ::SetCursor(LoadCursorA(nullptr, shape));
+    ::SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(shape)));
 }
 
 } // namespace kx::designer

@@ -283,7 +283,7 @@ void TBitmap::SaveToStream(TStream& stream) const {
 }
 
 void TBitmap::LoadResource(HINSTANCE module, LPCSTR name, const std::string& shownName) {
-    const HRSRC found = FindResourceA(module, name, RT_BITMAP);
+    const HRSRC found = FindResourceA(module, name, reinterpret_cast<LPCSTR>(RT_BITMAP));
     const HGLOBAL loaded = found ? ::LoadResource(module, found) : nullptr;
     if (!loaded) {
         throw EResNotFound(Format("Resource %s not found", {shownName}));

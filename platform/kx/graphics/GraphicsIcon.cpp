@@ -196,7 +196,7 @@ std::vector<uint8_t> WriteFile(HICON icon) {
     TIconDirEntry entry;
     entry.Width = static_cast<BYTE>(pictures.Width);
     entry.Height = static_cast<BYTE>(pictures.Height);
-    entry.ColorCount = bits == 1 ? 2 : 0;
+    entry.ColorCount = static_cast<BYTE>(bits == 1 ? 2 : 0);
     entry.Planes = 1;
     entry.BitCount = bits;
     entry.Size = static_cast<DWORD>(picture.size());

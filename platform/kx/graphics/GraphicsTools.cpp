@@ -196,7 +196,8 @@ LOGFONTW TFont::LogFont() const {
     if (!SameText(FName, "Default")) {
         ToWide(FName).copy(font.lfFaceName, LF_FACESIZE - 1);
     }
-    font.lfPitchAndFamily = FPitch == fpVariable ? VARIABLE_PITCH : FPitch == fpFixed ? FIXED_PITCH : DEFAULT_PITCH;
+    const int pitch = FPitch == fpVariable ? VARIABLE_PITCH : FPitch == fpFixed ? FIXED_PITCH : DEFAULT_PITCH;
+    font.lfPitchAndFamily = static_cast<BYTE>(pitch);
     return font;
 }
 

@@ -18,7 +18,7 @@ public:
     void CancelHint() override {}
     void MenuItemSelected(const std::string&) override {}
     TCursor Cursor() const override { return crDefault; }
-    HCURSOR Cursors(TCursor) const override { return LoadCursorA(nullptr, IDC_ARROW); }
+    HCURSOR Cursors(TCursor) const override { return LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW)); }
     void MessageDone(int) override {}
 };
 

@@ -71,7 +71,7 @@ detail::TWindowClass detail::WindowClassFor(const std::string& className, const 
     WNDCLASSW info{};
     if (params.BaseClass.empty()) {
         info.lpfnWndProc = DefWindowProcW;
-        info.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+        info.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
         info.style = params.ClassStyle;
     } else {
         info = SystemClass(params.BaseClass);

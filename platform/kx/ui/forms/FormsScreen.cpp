@@ -40,7 +40,9 @@ TComponent* FindForm(const std::string& name) {
 
 TScreen::TScreen() {
     RegisterFindGlobalComponentProc(FindForm);
-    const auto add = [this](TCursor cursor, LPCSTR name) { FCursors[cursor] = LoadCursorA(nullptr, name); };
+    const auto add = [this](TCursor cursor, LPCTSTR name) {
+        FCursors[cursor] = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(name));
+    };
     add(crDefault, IDC_ARROW);
     add(crArrow, IDC_ARROW);
     add(crCross, IDC_CROSS);

@@ -179,7 +179,8 @@ bool TDrawGrid::ShowSizingCursor() {
     const TPoint at = ScreenToClient(FromPOINT(mouse));
     const TSizing sizing = FSizing.Axis ? FSizing : SizingAt(at.X, at.Y);
     if (sizing.Axis) {
-        ::SetCursor(LoadCursorA(nullptr, sizing.Axis == &FColumns ? IDC_SIZEWE : IDC_SIZENS));
+        const auto* const shape = sizing.Axis == &FColumns ? IDC_SIZEWE : IDC_SIZENS;
+        ::SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(shape)));
     }
     return sizing.Axis != nullptr;
 }
